@@ -1,0 +1,78 @@
+// A value of any type, with the conversions of automation and their errors: 6 overflow, 13 type mismatch, 94 null where
+// a value is needed.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "host/data_ora.h"
+#include "host/oggetto.h"
+
+namespace orve::host {
+
+/// The database's null, different from a value that was never set.
+struct Null {
+  friend bool operator==(const Null&, const Null&) = default;
+};
+
+class Variant {
+ public:
+  using Array = std::vector<Variant>;
+  using OggettoPtr = std::shared_ptr<Oggetto>;
+
+  Variant() = default;  // empty
+  Variant(Null valore) : valore_(valore) {}
+  Variant(bool valore) : valore_(valore) {}
+  Variant(std::int16_t valore) : valore_(valore) {}
+  Variant(std::int32_t valore) : valore_(valore) {}
+  Variant(float valore) : valore_(valore) {}
+  Variant(double valore) : valore_(valore) {}
+  Variant(DataOra valore) : valore_(valore) {}
+  Variant(std::string valore) : valore_(std::move(valore)) {}
+  Variant(std::string_view valore) : valore_(std::string(valore)) {}
+  Variant(const char* valore) : valore_(std::string(valore)) {}
+  Variant(Array valore) : valore_(std::move(valore)) {}
+  template <class T>
+    requires std::is_base_of_v<Oggetto, T>
+  Variant(std::shared_ptr<T> valore) : valore_(OggettoPtr(std::move(valore))) {}
+
+  [[nodiscard]] bool IsEmpty() const { return std::holds_alternative<std::monostate>(valore_); }
+  [[nodiscard]] bool IsNull() const { return std::holds_alternative<Null>(valore_); }
+  [[nodiscard]] bool IsText() const { return std::holds_alternative<std::string>(valore_); }
+  [[nodiscard]] bool IsObject() const { return std::holds_alternative<OggettoPtr>(valore_); }
+  [[nodiscard]] bool IsArray() const { return std::holds_alternative<Array>(valore_); }
+
+  /// Conversions. Empty counts as 0, false or the empty text; null raises 94; a text is read as a number or date; a
+  /// number is rounded to even; objects and arrays raise 13.
+  [[nodiscard]] std::string ToText() const;
+  [[nodiscard]] bool ToBoolean() const;
+  [[nodiscard]] std::int16_t ToInt16() const;
+  [[nodiscard]] std::int32_t ToInt32() const;
+  [[nodiscard]] float ToFloat() const;
+  [[nodiscard]] double ToDouble() const;
+  [[nodiscard]] DataOra ToDate() const;
+  /// As ToText, but null joins as the empty text, as in automation's joining of texts.
+  [[nodiscard]] std::string Joined() const;
+
+  /// The array, to read or to grow; raises 13 when the value is none.
+  [[nodiscard]] const Array& ToArray() const;
+  [[nodiscard]] Array& ToArray();
+  /// The object, which may be absent; raises 13 when the value is none.
+  [[nodiscard]] OggettoPtr ToObject() const;
+
+  /// Same kind and same value, without conversion.
+  friend bool operator==(const Variant&, const Variant&) = default;
+
+ private:
+  std::variant<std::monostate, Null, bool, std::int16_t, std::int32_t, float, double, DataOra, std::string,
+               OggettoPtr, Array>
+      valore_;
+};
+
+}  // namespace orve::host
