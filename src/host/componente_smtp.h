@@ -1,5 +1,5 @@
-// The SMTP component: an outside object that takes one message and delivers it. An instance serves one message and is
-// dropped afterwards. The member names are the component's own.
+// The SMTP component: an outside object that takes one message and delivers it. An instance serves one
+// message and is dropped afterwards. The member names are the component's own.
 #pragma once
 
 #include <cstdint>
@@ -29,8 +29,8 @@ class ComponenteSmtp : public Oggetto {
   [[nodiscard]] virtual std::string FromAddr() const = 0;
   /// 14 asks for delivery status notification.
   virtual void DeliveryNotification(std::int16_t valore) = 0;
-  /// Adds the addresses of a list of entries joined by ";", each a display name, a blank and the address between angle
-  /// brackets. tipo 0 To, 1 Cc, 2 Bcc.
+  /// Adds the addresses of a list of entries joined by ";", each a display name, a blank and the address
+  /// between angle brackets. tipo 0 To, 1 Cc, 2 Bcc.
   virtual void AddRecipientEx(const std::string& elenco, std::int32_t tipo) = 0;
   virtual void Subject(const std::string& oggetto) = 0;
   /// 1 marks the body as HTML.
@@ -41,8 +41,8 @@ class ComponenteSmtp : public Oggetto {
   virtual void AddAttachment(const std::string& percorso) = 0;
   /// Submits the message and blocks until it is over. The result says nothing that GetLastError does not.
   virtual Variant SendMail() = 0;
-  /// -1 when the last submission worked, else 0 connection, 1 HELO/EHLO, 2 authentication, 3 sender, 4 recipients,
-  /// 5 data, 6 reset, 7 DNS.
+  /// -1 when the last submission worked, else 0 connection, 1 HELO/EHLO, 2 authentication, 3 sender, 4
+  /// recipients, 5 data, 6 reset, 7 DNS.
   [[nodiscard]] virtual Variant GetLastError() const = 0;
 };
 

@@ -1,5 +1,5 @@
-// The application's database: connection, record set, fields and stored-procedure command, as the application hands
-// them over. All SQL of the library runs through these operations; the statements are SQL Server's.
+// The application's database: connection, record set, fields and stored-procedure command, as the application
+// hands them over. All SQL of the library runs through these operations; the statements are SQL Server's.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +23,8 @@ enum OpzioneComando : std::int32_t {
 /// One column of the current row.
 class Field : public Oggetto {
  public:
-  /// The column's value; Null for the database's null. Raises the engine's error when there is no current row.
+  /// The column's value; Null for the database's null. Raises the engine's error when there is no current
+  /// row.
   [[nodiscard]] virtual Variant Value() const = 0;
 };
 
@@ -37,7 +38,8 @@ class Fields : public Oggetto {
 /// A result, positioned on its first row when it has one.
 class RecordSet : public Oggetto {
  public:
-  /// `EOF` of the interface, which C reserves as a macro: true behind the last row, and on a result without rows.
+  /// `EOF` of the interface, which C reserves as a macro: true behind the last row, and on a result without
+  /// rows.
   [[nodiscard]] virtual bool Eof() const = 0;
   [[nodiscard]] virtual std::shared_ptr<host::Fields> Fields() const = 0;
   /// Raise the engine's error on a result without rows.
@@ -75,8 +77,8 @@ class Command : public Oggetto {
 /// The open connection to the application's database, owned by the caller.
 class Connection : public Oggetto {
  public:
-  /// Runs the statement as it stands and gives its result, never an absent object (a statement without rows gives a
-  /// record set at its end). Raises Errore with the engine's number, source and text.
+  /// Runs the statement as it stands and gives its result, never an absent object (a statement without rows
+  /// gives a record set at its end). Raises Errore with the engine's number, source and text.
   [[nodiscard]] virtual std::shared_ptr<RecordSet> Execute(const std::string& statement,
                                                            std::int32_t opzione) = 0;
   /// A new command whose active connection is this one.

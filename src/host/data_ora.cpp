@@ -20,7 +20,9 @@ constexpr int kSecondiAlGiorno = 86400;
 constexpr double kPrimoGiorno = -657434;
 constexpr double kUltimoGiorno = 2958465;
 
-sys_days Origine() { return sys_days{year{1899} / month{12} / day{30}}; }
+sys_days Origine() {
+  return sys_days{year{1899} / month{12} / day{30}};
+}
 
 }  // namespace
 
@@ -32,9 +34,13 @@ DataOra DataOra::Da(int anno, int mese, int giorno, int ora, int minuto, int sec
   return {intero < 0 ? intero - frazione : intero + frazione};
 }
 
-DataOra DataOra::SoloData() const { return {std::trunc(giorni)}; }
+DataOra DataOra::SoloData() const {
+  return {std::trunc(giorni)};
+}
 
-bool DataOra::HaData() const { return std::trunc(giorni) != 0; }
+bool DataOra::HaData() const {
+  return std::trunc(giorni) != 0;
+}
 
 CampiDataOra Campi(DataOra istante) {
   double valore = istante.giorni;

@@ -1,4 +1,5 @@
-// A point in local time as automation counts it: days since 30 December 1899, the time of day in the fraction.
+// A point in local time as automation counts it: days since 30 December 1899, the time of day in the
+// fraction.
 #pragma once
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 // The one exception type of the system: what an error of automation carries, number, source and description.
 //
-// Outside objects raise it with numbers of their own; the library raises it with automation's numbers. Nothing in it
-// may hold a password or a token.
+// Outside objects raise it with numbers of their own; the library raises it with automation's numbers.
+// Nothing in it may hold a password or a token.
 #pragma once
 
 #include <cstdint>
@@ -14,17 +14,17 @@ namespace orve::host {
 
 /// Automation's error numbers, as far as the library raises them itself.
 enum NumeroErrore : std::int32_t {
-  kArgomentoNonValido = 5,        // invalid procedure call or argument; also an unknown key of a list
-  kOverflow = 6,                  // a number does not fit its type
-  kMemoriaInsufficiente = 7,      // out of memory
-  kIndiceFuoriIntervallo = 9,     // a position beyond the end of a list or array
-  kTipoNonCorrispondente = 13,    // a value cannot be converted to the type needed
-  kOggettoNonImpostato = 91,      // an absent object is used
-  kUsoNonValidoDiNull = 94,       // null where a value is needed
-  kOggettoNonCreabile = 429,      // an outside object cannot be created on this machine
-  kMembroNonSupportato = 438,     // the object has no such property or method
-  kErroreAutomazione = 440,       // a foreign failure without a number of its own
-  kChiaveGiaPresente = 457,       // the key is already in the list
+  kArgomentoNonValido = 5,      // invalid procedure call or argument; also an unknown key of a list
+  kOverflow = 6,                // a number does not fit its type
+  kMemoriaInsufficiente = 7,    // out of memory
+  kIndiceFuoriIntervallo = 9,   // a position beyond the end of a list or array
+  kTipoNonCorrispondente = 13,  // a value cannot be converted to the type needed
+  kOggettoNonImpostato = 91,    // an absent object is used
+  kUsoNonValidoDiNull = 94,     // null where a value is needed
+  kOggettoNonCreabile = 429,    // an outside object cannot be created on this machine
+  kMembroNonSupportato = 438,   // the object has no such property or method
+  kErroreAutomazione = 440,     // a foreign failure without a number of its own
+  kChiaveGiaPresente = 457,     // the key is already in the list
 };
 
 class Errore : public std::exception {
@@ -48,8 +48,8 @@ class Errore : public std::exception {
   std::string descrizione_;
 };
 
-/// The exception in flight as an Errore: itself if it is one, else number 7 for exhausted memory and 440 with the
-/// foreign text for anything else. To be called in a catch block only.
+/// The exception in flight as an Errore: itself if it is one, else number 7 for exhausted memory and 440 with
+/// the foreign text for anything else. To be called in a catch block only.
 [[nodiscard]] Errore ErroreCorrente();
 
 /// The object behind the pointer; raises 91 when it is absent.

@@ -52,8 +52,8 @@ DataOra DataDaTesto(std::string_view testo) {
   int secondo = 0;
   int letti = 0;
   // NOLINTNEXTLINE(cert-err34-c): the fields are checked against a calendar below
-  const int campi = std::sscanf(pulito.c_str(), "%2d/%2d/%4d%n %2d:%2d:%2d%n", &giorno, &mese, &anno, &letti, &ora,
-                                &minuto, &secondo, &letti);
+  const int campi = std::sscanf(pulito.c_str(), "%2d/%2d/%4d%n %2d:%2d:%2d%n", &giorno, &mese, &anno, &letti,
+                                &ora, &minuto, &secondo, &letti);
   const bool intero = (campi == 3 || campi == 6) && static_cast<std::size_t>(letti) == pulito.size();
   if (!intero || anno < 100 || mese < 1 || giorno < 1 || ora < 0 || ora > 23 || minuto < 0 || minuto > 59 ||
       secondo < 0 || secondo > 59) {
@@ -96,34 +96,34 @@ Intero Arrotondato(double numero) {
 }  // namespace
 
 std::string Variant::ToText() const {
-  return std::visit(
-      Casi{[](std::monostate) -> std::string { return {}; },
-           [](Null) -> std::string { throw Errore(kUsoNonValidoDiNull); },
-           [](bool valore) -> std::string { return valore ? "Vero" : "Falso"; },
-           [](std::int16_t valore) { return std::to_string(valore); },
-           [](std::int32_t valore) { return std::to_string(valore); },
-           [](float valore) { return TestoDiNumero(static_cast<double>(valore), 7); },
-           [](double valore) { return TestoDiNumero(valore, 15); },
-           [](DataOra valore) { return TestoDiData(valore); },
-           [](const std::string& valore) { return valore; },
-           [](const auto&) -> std::string { throw Errore(kTipoNonCorrispondente); }},
-      valore_);
+  return std::visit(Casi{[](std::monostate) -> std::string { return {}; },
+                         [](Null) -> std::string { throw Errore(kUsoNonValidoDiNull); },
+                         [](bool valore) -> std::string { return valore ? "Vero" : "Falso"; },
+                         [](std::int16_t valore) { return std::to_string(valore); },
+                         [](std::int32_t valore) { return std::to_string(valore); },
+                         [](float valore) { return TestoDiNumero(static_cast<double>(valore), 7); },
+                         [](double valore) { return TestoDiNumero(valore, 15); },
+                         [](DataOra valore) { return TestoDiData(valore); },
+                         [](const std::string& valore) { return valore; },
+                         [](const auto&) -> std::string { throw Errore(kTipoNonCorrispondente); }},
+                    valore_);
 }
 
-std::string Variant::Joined() const { return IsNull() ? std::string() : ToText(); }
+std::string Variant::Joined() const {
+  return IsNull() ? std::string() : ToText();
+}
 
 double Variant::ToDouble() const {
-  return std::visit(Casi{[](std::monostate) { return 0.0; },
-                         [](Null) -> double { throw Errore(kUsoNonValidoDiNull); },
-                         [](bool valore) { return valore ? -1.0 : 0.0; },
-                         [](std::int16_t valore) { return static_cast<double>(valore); },
-                         [](std::int32_t valore) { return static_cast<double>(valore); },
-                         [](float valore) { return static_cast<double>(valore); },
-                         [](double valore) { return valore; },
-                         [](DataOra valore) { return valore.giorni; },
-                         [](const std::string& valore) { return NumeroDaTesto(valore); },
-                         [](const auto&) -> double { throw Errore(kTipoNonCorrispondente); }},
-                    valore_);
+  return std::visit(
+      Casi{[](std::monostate) { return 0.0; }, [](Null) -> double { throw Errore(kUsoNonValidoDiNull); },
+           [](bool valore) { return valore ? -1.0 : 0.0; },
+           [](std::int16_t valore) { return static_cast<double>(valore); },
+           [](std::int32_t valore) { return static_cast<double>(valore); },
+           [](float valore) { return static_cast<double>(valore); }, [](double valore) { return valore; },
+           [](DataOra valore) { return valore.giorni; },
+           [](const std::string& valore) { return NumeroDaTesto(valore); },
+           [](const auto&) -> double { throw Errore(kTipoNonCorrispondente); }},
+      valore_);
 }
 
 bool Variant::ToBoolean() const {
@@ -134,9 +134,13 @@ bool Variant::ToBoolean() const {
   return ToDouble() != 0;
 }
 
-std::int16_t Variant::ToInt16() const { return Arrotondato<std::int16_t>(ToDouble()); }
+std::int16_t Variant::ToInt16() const {
+  return Arrotondato<std::int16_t>(ToDouble());
+}
 
-std::int32_t Variant::ToInt32() const { return Arrotondato<std::int32_t>(ToDouble()); }
+std::int32_t Variant::ToInt32() const {
+  return Arrotondato<std::int32_t>(ToDouble());
+}
 
 float Variant::ToFloat() const {
   const double numero = ToDouble();

@@ -1,5 +1,5 @@
-// A value of any type, with the conversions of automation and their errors: 6 overflow, 13 type mismatch, 94 null where
-// a value is needed.
+// A value of any type, with the conversions of automation and their errors: 6 overflow, 13 type mismatch, 94
+// null where a value is needed.
 #pragma once
 
 #include <cstdint>
@@ -39,8 +39,8 @@ class Variant {
   Variant(const char* valore) : valore_(std::string(valore)) {}
   Variant(Array valore) : valore_(std::move(valore)) {}
   template <class T>
-    requires std::is_base_of_v<Oggetto, T>
-  Variant(std::shared_ptr<T> valore) : valore_(OggettoPtr(std::move(valore))) {}
+  requires std::is_base_of_v<Oggetto, T> Variant(std::shared_ptr<T> valore)
+      : valore_(OggettoPtr(std::move(valore))) {}
 
   [[nodiscard]] bool IsEmpty() const { return std::holds_alternative<std::monostate>(valore_); }
   [[nodiscard]] bool IsNull() const { return std::holds_alternative<Null>(valore_); }
@@ -48,8 +48,8 @@ class Variant {
   [[nodiscard]] bool IsObject() const { return std::holds_alternative<OggettoPtr>(valore_); }
   [[nodiscard]] bool IsArray() const { return std::holds_alternative<Array>(valore_); }
 
-  /// Conversions. Empty counts as 0, false or the empty text; null raises 94; a text is read as a number or date; a
-  /// number is rounded to even; objects and arrays raise 13.
+  /// Conversions. Empty counts as 0, false or the empty text; null raises 94; a text is read as a number or
+  /// date; a number is rounded to even; objects and arrays raise 13.
   [[nodiscard]] std::string ToText() const;
   [[nodiscard]] bool ToBoolean() const;
   [[nodiscard]] std::int16_t ToInt16() const;

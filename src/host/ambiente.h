@@ -1,0 +1,54 @@
+// Where the library gets every object that it creates by itself. One Ambiente is handed to the service's
+// constructor; the reference host, the Windows DLL and the tests each bring their own.
+#pragma once
+
+#include <memory>
+
+#include "host/automazione.h"
+#include "host/cifratore_password.h"
+#include "host/componente_smtp.h"
+#include "host/directory.h"
+#include "host/file_system.h"
+#include "host/formatori.h"
+#include "host/messaggi.h"
+#include "host/orologio.h"
+#include "host/registro_invio.h"
+#include "host/risolutore_percorsi.h"
+#include "host/sistema.h"
+
+namespace orve::host {
+
+class Ambiente {
+ public:
+  Ambiente() = default;
+  Ambiente(const Ambiente&) = delete;
+  Ambiente& operator=(const Ambiente&) = delete;
+  Ambiente(Ambiente&&) = delete;
+  Ambiente& operator=(Ambiente&&) = delete;
+  virtual ~Ambiente() = default;
+
+  // A new object at each call, never absent; raises 429 where the machine cannot make one.
+
+  [[nodiscard]] virtual std::shared_ptr<Messaggi> CreaMessaggi() = 0;
+  [[nodiscard]] virtual std::shared_ptr<FormatoData> CreaFormatoData() = 0;
+  [[nodiscard]] virtual std::shared_ptr<FormatoNumero> CreaFormatoNumero() = 0;
+  [[nodiscard]] virtual std::shared_ptr<RegistroInvio> CreaRegistroInvio() = 0;
+  [[nodiscard]] virtual std::shared_ptr<RisolutorePercorsi> CreaRisolutorePercorsi() = 0;
+  [[nodiscard]] virtual std::shared_ptr<CifratorePassword> CreaCifratorePassword() = 0;
+  [[nodiscard]] virtual std::shared_ptr<ComponenteSmtp> CreaComponenteSmtp() = 0;
+  [[nodiscard]] virtual std::shared_ptr<OutlookApplication> CreaOutlook() = 0;
+  [[nodiscard]] virtual std::shared_ptr<MAPISession> CreaMAPISession() = 0;
+  [[nodiscard]] virtual std::shared_ptr<MAPIMessages> CreaMAPIMessages() = 0;
+  [[nodiscard]] virtual std::shared_ptr<FileSystem> CreaFileSystem() = 0;
+
+  // The platform's own, which live as long as the Ambiente.
+
+  [[nodiscard]] virtual Orologio& OrologioDiSistema() = 0;
+  [[nodiscard]] virtual DebugOutput& UscitaDiDebug() = 0;
+  [[nodiscard]] virtual GeneratoreGuid& Identificatori() = 0;
+  [[nodiscard]] virtual Environment& VariabiliDiAmbiente() = 0;
+  [[nodiscard]] virtual Rete& ReteDiSistema() = 0;
+  [[nodiscard]] virtual Directory& DirectoryAziendale() = 0;
+};
+
+}  // namespace orve::host

@@ -1,0 +1,26 @@
+// The message object: how the library shows a message to the person at the machine. The host application has
+// one; the service makes another of its own at its creation.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "host/oggetto.h"
+
+namespace orve::host {
+
+/// The styles used: the buttons and the picture of a message.
+enum StileMessaggio : std::int32_t { kSemplice = 0, kCritico = 16, kAvviso = 48, kInformazione = 64 };
+
+class Messaggi : public Oggetto {
+ public:
+  /// The text to use as a window's title, made from the text given.
+  [[nodiscard]] virtual std::string TitoloFinestra(const std::string& testo) = 0;
+  /// Shows the text and returns the person's answer. `proprietario` is the window that owns the message, or
+  /// absent.
+  virtual std::int32_t MostraMsg(const std::string& testo, std::int32_t stile, const std::string& titolo,
+                                 const std::shared_ptr<Oggetto>& proprietario) = 0;
+};
+
+}  // namespace orve::host

@@ -1,0 +1,182 @@
+#include "text/text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+namespace orve::text {
+
+namespace {
+
+struct Character {
+  char32_t code;     // U+FFFD for a byte that is no UTF-8
+  std::size_t size;  // in bytes, at least 1
+};
+
+bool IsContinuation(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+// The character at the front of a text that is not empty.
+Character Front(std::string_view testo) {
+  const auto lead = static_cast<unsigned char>(testo.front());
+  if (lead < 0x80) return {lead, 1};
+  std::size_t size = 0;
+  char32_t code = 0;
+  if (lead >= 0xC2 && lead <= 0xDF) {
+    size = 2;
+    code = lead & 0x1FU;
+  } else if (lead >= 0xE0 && lead <= 0xEF) {
+    size = 3;
+    code = lead & 0x0FU;
+  } else if (lead >= 0xF0 && lead <= 0xF4) {
+    size = 4;
+    code = lead & 0x07U;
+  }
+  if (size == 0 || testo.size() < size) return {0xFFFD, 1};
+  for (std::size_t i = 1; i < size; ++i) {
+    if (!IsContinuation(testo[i])) return {0xFFFD, 1};
+    code = (code << 6U) | (static_cast<unsigned char>(testo[i]) & 0x3FU);
+  }
+  return {code, size};
+}
+
+// The byte offset behind `count` characters.
+std::size_t Offset(std::string_view testo, std::size_t count) {
+  std::size_t offset = 0;
+  while (count-- > 0 && offset < testo.size()) offset += Front(testo.substr(offset)).size;
+  return offset;
+}
+
+char LowerAscii(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+template <class FindNext>
+std::string ReplaceFound(std::string_view testo, std::size_t width, std::string_view to, FindNext findNext) {
+  std::string result;
+  std::size_t done = 0;
+  for (std::size_t at = findNext(done); at != std::string_view::npos; at = findNext(done)) {
+    result.append(testo.substr(done, at - done)).append(to);
+    done = at + width;
+  }
+  return result.append(testo.substr(done));
+}
+
+// What code page 1252 holds at 0x80 to 0x9F; 0 where it holds nothing.
+constexpr std::array<char32_t, 32> kCodePage1252 = {
+    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+
+}  // namespace
+
+std::size_t Length(std::string_view testo) {
+  std::size_t count = 0;
+  while (!testo.empty()) {
+    testo.remove_prefix(Front(testo).size);
+    ++count;
+  }
+  return count;
+}
+
+std::string_view Left(std::string_view testo, std::size_t count) {
+  return testo.substr(0, Offset(testo, count));
+}
+
+std::string_view WithoutLast(std::string_view testo, std::size_t count) {
+  const std::size_t length = Length(testo);
+  return Left(testo, length > count ? length - count : 0);
+}
+
+std::string_view Mid(std::string_view testo, std::size_t start, std::size_t count) {
+  const std::string_view rest = testo.substr(Offset(testo, start > 0 ? start - 1 : 0));
+  return count == kToEnd ? rest : Left(rest, count);
+}
+
+std::size_t Find(std::string_view testo, std::string_view needle, std::size_t start) {
+  const std::size_t from = Offset(testo, start > 0 ? start - 1 : 0);
+  const std::size_t at = testo.find(needle, from);
+  if (at == std::string_view::npos) return 0;
+  return (start > 0 ? start : 1) + Length(testo.substr(from, at - from));
+}
+
+std::string_view Trim(std::string_view testo) {
+  const std::size_t first = testo.find_first_not_of(' ');
+  return first == std::string_view::npos ? std::string_view() : TrimRight(testo.substr(first));
+}
+
+std::string_view TrimRight(std::string_view testo) {
+  const std::size_t last = testo.find_last_not_of(' ');
+  return last == std::string_view::npos ? std::string_view() : testo.substr(0, last + 1);
+}
+
+std::vector<std::string_view> Split(std::string_view testo, char separator) {
+  std::vector<std::string_view> parts;
+  if (testo.empty()) return parts;
+  for (;;) {
+    const std::size_t at = testo.find(separator);
+    parts.push_back(testo.substr(0, at));
+    if (at == std::string_view::npos) return parts;
+    testo.remove_prefix(at + 1);
+  }
+}
+
+std::string Replace(std::string_view testo, std::string_view from, std::string_view to) {
+  if (from.empty()) return std::string(testo);
+  return ReplaceFound(testo, from.size(), to, [&](std::size_t start) { return testo.find(from, start); });
+}
+
+std::string ReplaceIgnoreCase(std::string_view testo, std::string_view from, std::string_view to) {
+  if (from.empty()) return std::string(testo);
+  return ReplaceFound(testo, from.size(), to, [&](std::size_t start) {
+    const auto found =
+        std::search(testo.begin() + static_cast<std::ptrdiff_t>(start), testo.end(), from.begin(), from.end(),
+                    [](char a, char b) { return LowerAscii(a) == LowerAscii(b); });
+    return found == testo.end() ? std::string_view::npos : static_cast<std::size_t>(found - testo.begin());
+  });
+}
+
+std::string FoldCase(std::string_view testo) {
+  std::string folded;
+  folded.reserve(testo.size());
+  while (!testo.empty()) {
+    const auto [code, size] = Front(testo);
+    const bool upperLatin1 = code >= 0xC0 && code <= 0xDE && code != 0xD7;
+    if (size == 1) {
+      folded.push_back(LowerAscii(testo.front()));
+    } else if (upperLatin1) {
+      folded.push_back(testo[0]);
+      folded.push_back(static_cast<char>(testo[1] + 0x20));
+    } else {
+      folded.append(testo.substr(0, size));
+    }
+    testo.remove_prefix(size);
+  }
+  return folded;
+}
+
+bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
+  return FoldCase(a) == FoldCase(b);
+}
+
+std::string ToWindows1252(std::string_view testo) {
+  std::string bytes;
+  bytes.reserve(testo.size());
+  while (!testo.empty()) {
+    const auto [code, size] = Front(testo);
+    const bool same = code < 0x80 || (code >= 0xA0 && code <= 0xFF);
+    const auto* const special = std::find(kCodePage1252.begin(), kCodePage1252.end(), code);
+    if (same) {
+      bytes.push_back(static_cast<char>(code));
+    } else if (special != kCodePage1252.end()) {
+      bytes.push_back(static_cast<char>(0x80 + (special - kCodePage1252.begin())));
+    } else {
+      bytes.push_back('?');
+    }
+    testo.remove_prefix(size);
+  }
+  return bytes;
+}
+
+}  // namespace orve::text
