@@ -1,0 +1,35 @@
+// The birth and death of every object of the library, announced on the debug output under an identifier of
+// its own, so that an outside tool can pair the two lines and find objects that are never released.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "host/ambiente.h"
+#include "host/sistema.h"
+
+namespace orve {
+
+class TracciaIstanza {
+ public:
+  /// `classe` is the name of the class as it stands in the line; it must outlive the trace.
+  TracciaIstanza(std::shared_ptr<host::Ambiente> ambiente, std::string_view classe);
+
+  /// The line at creation, "INI", and at destruction, "TER".
+  void Inizio() noexcept;
+  void Termine() noexcept;
+
+ private:
+  [[nodiscard]] const std::string& GetIdIstanza();
+  void Scrivi(std::string_view evento) noexcept;
+
+  std::shared_ptr<host::Ambiente> ambiente_;
+  std::string_view classe_;
+  std::string IdIstanza;
+};
+
+/// The identifier of a new object, 32 upper-case hexadecimal digits; empty when the platform gives no GUID.
+[[nodiscard]] std::string GeneraIdIstanza(host::GeneratoreGuid& generatore);
+
+}  // namespace orve
