@@ -1,0 +1,90 @@
+// An Ambiente of fakes. Every fake writes into the one journal; what the fakes answer is set in the fields of
+// FakeAmbiente.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "fakes/fake_connection.h"
+#include "fakes/journal.h"
+#include "host/ambiente.h"
+#include "host/controlli.h"
+#include "host/interfaccia_host.h"
+
+namespace orve::fakes {
+
+class FakeAmbiente : public host::Ambiente {
+ public:
+  explicit FakeAmbiente(JournalPtr journalComune = std::make_shared<Journal>());
+  ~FakeAmbiente() override;
+
+  JournalPtr journal;
+
+  // What the fakes answer.
+  host::DataOra adesso = host::DataOra::Da(2026, 11, 14, 10, 22, 5);
+  std::optional<std::string> testoData;  // a short date form other than the Italian one
+  std::optional<std::string> testoOra;
+  host::Variant risultatoSmtp = -1;    // GetLastError of the SMTP component
+  std::int32_t rispostaMessaggio = 1;  // the person's answer to a message
+  std::int32_t statoFormatoData = 0;
+  std::string cartellaTemporanea = "C:\\Temp";
+  std::string cartellaInstallazione = "C:\\Programmi\\Orve";
+  std::set<std::string> cartelle = {"C:\\Temp"};
+  std::map<std::string, std::string> file;  // path and content
+  std::map<std::string, std::string> variabili;
+  std::optional<std::string> utenteRete;  // none: WNetGetUserA fails
+  bool guidDisponibile = true;
+  std::vector<host::Guid> guid;  // handed out first, then numbered ones
+  host::Variant sessioneMapi = 4711;
+
+  // The directory: none unless a test says so. Persons by "LDAP://..." path, with their members.
+  bool directoryPresente = false;
+  std::string contestoPredefinito = "DC=azienda,DC=example";
+  Righe trovatiInDirectory;                                             // rows with "adsPath"
+  std::map<std::string, std::map<std::string, host::Variant>> persone;  // by path
+
+  std::shared_ptr<host::Messaggi> CreaMessaggi() override;
+  std::shared_ptr<host::FormatoData> CreaFormatoData() override;
+  std::shared_ptr<host::FormatoNumero> CreaFormatoNumero() override;
+  std::shared_ptr<host::RegistroInvio> CreaRegistroInvio() override;
+  std::shared_ptr<host::RisolutorePercorsi> CreaRisolutorePercorsi() override;
+  std::shared_ptr<host::CifratorePassword> CreaCifratorePassword() override;
+  std::shared_ptr<host::ComponenteSmtp> CreaComponenteSmtp() override;
+  std::shared_ptr<host::OutlookApplication> CreaOutlook() override;
+  std::shared_ptr<host::MAPISession> CreaMAPISession() override;
+  std::shared_ptr<host::MAPIMessages> CreaMAPIMessages() override;
+  std::shared_ptr<host::FileSystem> CreaFileSystem() override;
+  host::Orologio& OrologioDiSistema() override;
+  host::DebugOutput& UscitaDiDebug() override;
+  host::GeneratoreGuid& Identificatori() override;
+  host::Environment& VariabiliDiAmbiente() override;
+  host::Rete& ReteDiSistema() override;
+  host::Directory& DirectoryAziendale() override;
+
+ private:
+  struct Piattaforma;
+  std::unique_ptr<Piattaforma> piattaforma_;
+};
+
+/// A message object that journals "NOME.MostraMsg testo|stile|titolo|proprietario".
+std::shared_ptr<host::Messaggi> CreaFakeMessaggi(FakeAmbiente& ambiente, const std::string& nome);
+
+/// The host application's interface; `conApplicazione` and `conMessaggi` say how far its chain reaches. Its
+/// message object stands in the journal as "Host.Messaggi".
+std::shared_ptr<host::InterfacciaHost> CreaFakeInterfaccia(FakeAmbiente& ambiente, std::int32_t idUtente = 7,
+                                                           bool conApplicazione = true,
+                                                           bool conMessaggi = true);
+
+/// A form with the one control CMB_ACCOUNT, journaled as "CMB_ACCOUNT.AddItemData testo|dati" and so on.
+std::shared_ptr<host::Form> CreaFakeForm(JournalPtr journal);
+
+/// A text or "(assente)".
+std::string Mostra(const host::TestoOAssente& testo);
+/// Any value, as a test wants to see it.
+std::string Mostra(const host::Variant& valore);
+
+}  // namespace orve::fakes

@@ -1,0 +1,63 @@
+// The one journal into which every fake writes what is asked of it, so that a test can assert the order
+// across objects; and the place where a test makes an operation fail.
+#pragma once
+
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "host/errore.h"
+
+namespace orve::fakes {
+
+class Journal {
+ public:
+  /// Records one call, as "object.Operation arguments", then runs what a test has planned for it.
+  void Add(const std::string& riga) {
+    righe_.push_back(riga);
+    for (std::size_t i = 0; i < piani_.size(); ++i) {
+      if (piani_[i].first.empty() || !riga.starts_with(piani_[i].first)) continue;
+      // A copy: the plan may add further plans.
+      const auto piano = piani_[i].second;
+      piano();
+    }
+  }
+
+  /// From now on each call whose line starts with `inizio` also runs `azione`, which may raise an Errore.
+  void Quando(std::string inizio, std::function<void()> azione) {
+    piani_.emplace_back(std::move(inizio), std::move(azione));
+  }
+  /// From now on each such call fails with this error.
+  void Fallisce(std::string inizio, host::Errore errore = {1001, "Prova", "guasto di prova"}) {
+    Quando(std::move(inizio), [errore = std::move(errore)] { throw errore; });
+  }
+  void DimenticaPiani() { piani_.clear(); }
+
+  [[nodiscard]] const std::vector<std::string>& Righe() const { return righe_; }
+  /// The lines that start with one of the texts, in their order.
+  [[nodiscard]] std::vector<std::string> Righe(std::initializer_list<std::string_view> inizi) const {
+    std::vector<std::string> scelte;
+    for (const auto& riga : righe_) {
+      for (const auto inizio : inizi) {
+        if (!riga.starts_with(inizio)) continue;
+        scelte.push_back(riga);
+        break;
+      }
+    }
+    return scelte;
+  }
+  [[nodiscard]] std::size_t Conta(std::string_view inizio) const { return Righe({inizio}).size(); }
+  void Svuota() { righe_.clear(); }
+
+ private:
+  std::vector<std::string> righe_;
+  std::vector<std::pair<std::string, std::function<void()>>> piani_;
+};
+
+using JournalPtr = std::shared_ptr<Journal>;
+
+}  // namespace orve::fakes
