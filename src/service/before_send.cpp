@@ -1,0 +1,191 @@
+// The before-send event and the stages round it. Recipients and attachments are flattened into texts, the
+// caller's handler may change the texts, and the objects are rebuilt from them whether it did or not: what
+// the texts cannot hold is lost here. A stage that fails reports by mode and does not stop the sequence.
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+#include "service/CLSFW_MAILSERVER.h"
+#include "service/nvl.h"
+#include "text/text.h"
+
+namespace orve {
+
+namespace {
+
+void AppendItem(std::string& elenco, std::string_view nome, std::string_view indirizzo) {
+  if (!elenco.empty()) elenco.append(";");
+  elenco.append(nome).append("<").append(indirizzo).append(">");
+}
+
+// A position or count in the 16 bits that the readers keep it in; raises 6 when it does not fit.
+std::int16_t InSediciBit(std::size_t valore) {
+  if (valore > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())) {
+    throw host::Errore(host::kOverflow);
+  }
+  return static_cast<std::int16_t>(valore);
+}
+
+// An item of an address list as the lenient reader takes it: a missing "<" keeps the name of the item before,
+// a missing
+// ">" lets the address run to the end. A ">" in front of the "<" raises 5.
+std::string_view LeggiVoce(std::string_view voce, std::string& nome) {
+  const std::int16_t apre = InSediciBit(text::Find(voce, "<"));
+  const std::int16_t chiude = InSediciBit(text::Find(voce, ">"));
+  if (apre > 0) nome = text::Left(voce, static_cast<std::size_t>(apre - 1));
+  const auto inizio = static_cast<std::size_t>(apre) + 1;
+  if (chiude == 0) return text::Mid(voce, inizio);
+  if (chiude <= apre) throw host::Errore(host::kArgomentoNonValido);
+  return text::Mid(voce, inizio, static_cast<std::size_t>(chiude - apre - 1));
+}
+
+// The companies of the recipients before the event, by address and name; of several the last one counts.
+class AziendeNote {
+ public:
+  explicit AziendeNote(const std::shared_ptr<CollDestinatari>& copia) {
+    if (!copia) return;
+    for (const auto& destinatario : *copia) {
+      aziende_[Chiave(destinatario->Indirizzo(), destinatario->Nome())] = destinatario->Azienda();
+    }
+  }
+  /// Empty when there was no such recipient.
+  [[nodiscard]] std::string Di(std::string_view indirizzo, std::string_view nome) const {
+    const auto trovata = aziende_.find(Chiave(indirizzo, nome));
+    return trovata == aziende_.end() ? std::string() : trovata->second;
+  }
+
+ private:
+  // The length in front keeps "a" + "bc" and "ab" + "c" apart.
+  static std::string Chiave(std::string_view indirizzo, std::string_view nome) {
+    std::string chiave = std::to_string(indirizzo.size());
+    return chiave.append(":").append(indirizzo).append(nome);
+  }
+  std::unordered_map<std::string, std::string> aziende_;
+};
+
+}  // namespace
+
+void CLSFW_MAILSERVER::GestioneEventoBeforeSendMail() try {
+  BeforeDestinatari();
+  BeforeAllegati();
+  if (!FlagInvioDiretto) vCorpoMail = GetCorpoMail();
+
+  std::string destinatariA = destinatariA_;
+  std::string destinatariCC = destinatariCC_;
+  std::string destinatariCCn = destinatariCCn_;
+  std::string allegati = allegati_;
+  std::string corpo = vCorpoMail;
+  std::string oggetto = vOggetto;
+  if (BeforeSendMail) BeforeSendMail(oggetto, corpo, destinatariA, destinatariCC, destinatariCCn, allegati);
+
+  DestinatariA(destinatariA);
+  DestinatariCC(destinatariCC);
+  DestinatariCCn(destinatariCCn);
+  Allegati(allegati);
+  AfterDestinatari();
+  AfterAllegati();
+
+  // A changed body counts as the caller's own from now on.
+  if (corpo != vCorpoMail) {
+    vFlagCorpo = 1;
+    vCorpoMail = corpo;
+  }
+  vOggetto = oggetto;
+} catch (...) {
+  SegnalaPerModalita(host::ErroreCorrente(), "GestioneEventoBeforeSendMail", " ",
+                     " ORVE_MAILSERVER: CLSFW_MAILSERVER: GestioneEventoBeforeSendMail");
+}
+
+void CLSFW_MAILSERVER::BeforeDestinatari() try {
+  CollDestinatariCopia = std::make_shared<CollDestinatari>(ambiente_);
+  if (!vCollDestinatari) {
+    AppendItem(destinatariA_, vNome, vIndDestinatario);
+    CollDestinatariCopia->AddFromLista(vIndDestinatario, vNome, vDitta, kvCasellaA, "");
+    return;
+  }
+  for (const auto& destinatario : *vCollDestinatari) {
+    switch (destinatario->Casella()) {
+      case kvCasellaA:
+        AppendItem(destinatariA_, destinatario->Nome(), destinatario->Indirizzo());
+        break;
+      case kvCasellaCC:
+        AppendItem(destinatariCC_, destinatario->Nome(), destinatario->Indirizzo());
+        break;
+      case kvCasellaCCn:
+        AppendItem(destinatariCCn_, destinatario->Nome(), destinatario->Indirizzo());
+        break;
+      default:
+        break;
+    }
+    CollDestinatariCopia->AddFromLista(destinatario->Indirizzo(), destinatario->Nome(),
+                                       destinatario->Azienda(), kvCasellaA, "");
+  }
+} catch (...) {
+  SegnalaPerModalita(host::ErroreCorrente(), "ApriForm_OpzInvio", " ",
+                     " ORVE_MAILSERVER: CLSFW_MAILSERVER: BeforeDestinatari");
+}
+
+void CLSFW_MAILSERVER::BeforeAllegati() try {
+  allegati_ = vMailAttachment;
+  if (vElencoAllegati.IsEmpty()) return;
+  for (const auto& allegato : std::as_const(vElencoAllegati).ToArray()) {
+    if (!allegati_.empty()) allegati_.append(";");
+    allegati_.append(allegato.Joined());
+  }
+} catch (...) {
+  SegnalaPerModalita(host::ErroreCorrente(), "ApriForm_OpzInvio", " ",
+                     " ORVE_MAILSERVER: CLSFW_MAILSERVER: BeforeAllegati");
+}
+
+void CLSFW_MAILSERVER::AfterDestinatari() try {
+  vCollDestinatari.reset();
+  vCollDestinatari = std::make_shared<CollDestinatari>(ambiente_);
+  const AziendeNote aziende(CollDestinatariCopia);
+
+  std::string nome;  // survives from one item to the next, and from one list to the next
+  const auto leggi = [&](const std::string& elenco, kvCasella casella) {
+    const auto voci = text::Split(elenco, ';');
+    InSediciBit(voci.size());
+    for (const auto voce : voci) {
+      const std::string indirizzo(LeggiVoce(voce, nome));
+      std::string azienda = aziende.Di(indirizzo, nome);
+      if (casella != kvCasellaA) azienda = NVL(azienda, "").ToText();
+      if (!indirizzo.empty()) vCollDestinatari->AddFromLista(indirizzo, nome, azienda, casella, "");
+    }
+  };
+  leggi(destinatariA_, kvCasellaA);
+  leggi(destinatariCC_, kvCasellaCC);
+  leggi(destinatariCCn_, kvCasellaCCn);
+} catch (...) {
+  SegnalaPerModalita(host::ErroreCorrente(), "AfterDestinatari", " ",
+                     " ORVE_MAILSERVER: CLSFW_MAILSERVER: AfterDestinatari");
+}
+
+void CLSFW_MAILSERVER::AfterAllegati() try {
+  vElencoAllegati = {};
+  bool principaleTrovato = false;
+  for (const auto parte : text::Split(allegati_, ';')) {
+    AddAllegato(std::string(parte));
+    if (parte == vMailAttachment) principaleTrovato = true;
+  }
+  if (!principaleTrovato) vMailAttachment.clear();
+} catch (...) {
+  SegnalaPerModalita(host::ErroreCorrente(), "ApriForm_OpzInvio", " ",
+                     " ORVE_MAILSERVER: CLSFW_MAILSERVER: AfterAllegati");
+}
+
+void CLSFW_MAILSERVER::AddAllegato(const std::string& FileName) try {
+  if (vElencoAllegati.IsEmpty()) {
+    vElencoAllegati = host::Variant::Array{FileName};
+  } else {
+    vElencoAllegati.ToArray().emplace_back(FileName);
+  }
+} catch (...) {
+  MostraMessaggio(host::ErroreCorrente().Descrizione(), host::kAvviso, "ORVE_MAIL: InviaMailSMTP", nullptr);
+}
+
+}  // namespace orve
