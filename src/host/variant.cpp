@@ -34,7 +34,7 @@ double NumeroDaTesto(std::string_view testo) {
   // from_chars also knows "inf" and "nan", which are no numbers here.
   if (cifre.find_first_not_of("0123456789.eE+-") != std::string::npos) throw Errore(kTipoNonCorrispondente);
   double numero = 0;
-  const auto fine = cifre.data() + cifre.size();
+  const auto* const fine = cifre.data() + cifre.size();
   const auto [letto, esito] = std::from_chars(cifre.data(), fine, numero);
   if (esito == std::errc::result_out_of_range) throw Errore(kOverflow);
   if (esito != std::errc{} || letto != fine) throw Errore(kTipoNonCorrispondente);

@@ -1,6 +1,7 @@
 // The entry of every normal send, and its last step. The message is refused, sent at once, or handed to the
 // person in the compose dialog; which of them depends on the route by which the recipients come and on the
 // mode.
+#include <algorithm>
 #include <string>
 
 #include "service/CLSFW_MAILSERVER.h"
@@ -115,10 +116,9 @@ bool CLSFW_MAILSERVER::UnisciNomiEIndirizzi() {
 }
 
 bool CLSFW_MAILSERVER::IndirizziRegolari() {
-  for (const auto& destinatario : *vCollDestinatari) {
-    if (!CheckRegularMailAddress(destinatario->Indirizzo())) return false;
-  }
-  return true;
+  return std::all_of(vCollDestinatari->begin(), vCollDestinatari->end(), [this](const auto& destinatario) {
+    return CheckRegularMailAddress(destinatario->Indirizzo());
+  });
 }
 
 // A refusal leaves a register line and an event, and nothing at all without a register object. An absent text

@@ -19,11 +19,9 @@ class Journal {
   /// Records one call, as "object.Operation arguments", then runs what a test has planned for it.
   void Add(const std::string& riga) {
     righe_.push_back(riga);
-    for (std::size_t i = 0; i < piani_.size(); ++i) {
-      if (piani_[i].first.empty() || !riga.starts_with(piani_[i].first)) continue;
-      // A copy: the plan may add further plans.
-      const auto piano = piani_[i].second;
-      piano();
+    const auto piani = piani_;  // a copy: a plan may add further plans
+    for (const auto& [inizio, azione] : piani) {
+      if (riga.starts_with(inizio)) azione();
     }
   }
 
