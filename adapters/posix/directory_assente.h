@@ -1,0 +1,19 @@
+// The directory of a machine that has none. Every question ends in an error, which its askers take as "nobody
+// found"; that is the honest answer until a directory is at hand.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "host/directory.h"
+
+namespace orve::adapters::posix {
+
+class DirectoryAssente : public host::Directory {
+ public:
+  /// Both raise 429.
+  [[nodiscard]] std::shared_ptr<host::DirectoryConnection> CreaConnessione() override;
+  [[nodiscard]] std::shared_ptr<host::DirectoryObject> ApriOggetto(const std::string& percorso) override;
+};
+
+}  // namespace orve::adapters::posix

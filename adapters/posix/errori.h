@@ -1,0 +1,28 @@
+// The errors of the file-system object: automation's numbers for what the system calls report.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "host/errore.h"
+
+namespace orve::adapters::posix {
+
+enum NumeroErroreFile : std::int32_t {
+  kNomeFileNonValido = 52,
+  kFileNonTrovato = 53,
+  kErroreDispositivo = 57,
+  kDiscoPieno = 61,
+  kTroppiFile = 67,
+  kPermessoNegato = 70,
+  kPercorsoNonTrovato = 76,
+};
+
+/// The error with its standard Italian description, followed by the path that it is about.
+[[nodiscard]] host::Errore ErroreFile(NumeroErroreFile numero, std::string_view percorso);
+
+/// The error for an errno. ENOENT counts as "path not found"; a caller that knows the folder to be there
+/// raises 53 by itself.
+[[nodiscard]] host::Errore ErroreDiSistema(int codice, std::string_view percorso);
+
+}  // namespace orve::adapters::posix

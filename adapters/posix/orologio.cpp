@@ -1,0 +1,26 @@
+#include "posix/orologio.h"
+
+#include <algorithm>
+#include <ctime>
+
+namespace orve::adapters::posix {
+
+host::DataOra Orologio::Adesso() {
+  const std::time_t secondi = std::time(nullptr);
+  std::tm locale{};
+  ::tzset();  // localtime_r alone need not notice a change of the time zone
+  if (::localtime_r(&secondi, &locale) == nullptr) return {};
+  // A leap second counts as the second before it, so that the minute never reads 60.
+  return host::DataOra::Da(locale.tm_year + 1900, locale.tm_mon + 1, locale.tm_mday, locale.tm_hour,
+                           locale.tm_min, std::min(locale.tm_sec, 59));
+}
+
+std::string Orologio::TestoData(host::DataOra istante) {
+  return host::TestoGiornoMeseAnno(istante);
+}
+
+std::string Orologio::TestoOra(host::DataOra istante) {
+  return host::TestoOraMinutiSecondi(istante);
+}
+
+}  // namespace orve::adapters::posix

@@ -1,0 +1,42 @@
+// The debug output, identifiers, environment variables and the network user, as Unix has them.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "host/sistema.h"
+
+namespace orve::adapters::posix {
+
+/// The system log: facility "user", level "debug", under the name that the program has there. A program that
+/// wants another name or destination calls openlog itself: the connection belongs to the whole process.
+class DebugOutput : public host::DebugOutput {
+ public:
+  /// The debug output is a single-byte boundary, so that the line goes out in the single-byte code page;
+  /// control characters become blanks, so that one line stays one line.
+  void Scrivi(const std::string& riga) noexcept override;
+};
+
+class GeneratoreGuid : public host::GeneratoreGuid {
+ public:
+  /// A random identifier (version 4 of RFC 4122) from the kernel's generator.
+  [[nodiscard]] std::optional<host::Guid> CreaGuid() override;
+};
+
+class Environment : public host::Environment {
+ public:
+  [[nodiscard]] std::string Leggi(const std::string& nome) override;
+};
+
+/// The name of the user on whose behalf the process runs, from the system's user database; that is where a
+/// machine in a domain has its network users.
+class Rete : public host::Rete {
+ public:
+  static constexpr std::int32_t kBufferTroppoCorto = 234;
+  static constexpr std::int32_t kNessunUtente = 2250;
+
+  std::int32_t WNetGetUserA(std::string& buffer) override;
+};
+
+}  // namespace orve::adapters::posix
