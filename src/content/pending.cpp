@@ -44,10 +44,6 @@ std::string CLSFW_MAILSERVER::TestoInHTML(const std::string& /*testo*/, const st
   NonDisponibile("TestoInHTML");
 }
 
-void CLSFW_MAILSERVER::ScriviLogInvio(std::int32_t /*stato*/, const std::string& /*metodo*/) {
-  NonDisponibile("ScriviLogInvio");
-}
-
 void CLSFW_MAILSERVER::AttivaEventoGestionale(std::int32_t /*codice*/, const std::string& /*destinatario*/,
                                               const std::string& /*azienda*/,
                                               const std::string& /*indirizzo*/,
@@ -65,11 +61,6 @@ std::string CLSFW_MAILSERVER::ComponiParametriEvento(
     const std::string& /*azienda*/, const std::string& /*indirizzo*/, const std::string& /*allegato*/,
     const std::string& /*esito*/, const std::string& /*oggetto*/) {
   NonDisponibile("ComponiParametriEvento");
-}
-
-host::Variant CLSFW_MAILSERVER::FormatoDB(const host::Variant& /*valore*/, std::int32_t /*tipo*/,
-                                          bool /*ammetteNull*/) {
-  NonDisponibile("FormatoDB");
 }
 
 }  // namespace orve

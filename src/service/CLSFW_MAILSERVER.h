@@ -290,6 +290,8 @@ class CLSFW_MAILSERVER {
 
   // --- content: records
   void ScriviLogInvio(std::int32_t stato, const std::string& metodo);
+  void AccodaAlLog(std::int32_t stato, const std::string& metodo);
+  [[nodiscard]] std::string ComponiRigaLog(std::int32_t stato, const std::string& metodo);
   void AttivaEventoGestionale(std::int32_t codice, const std::string& destinatario,
                               const std::string& azienda, const std::string& indirizzo,
                               const std::string& allegato, const std::string& esito,
@@ -300,7 +302,11 @@ class CLSFW_MAILSERVER {
                                                    const std::string& azienda, const std::string& indirizzo,
                                                    const std::string& allegato, const std::string& esito,
                                                    const std::string& oggetto);
+  /// The value in the form of a statement; empty when it has none. tipo 0 text, 1 decimal, 2 number through
+  /// the formatter, 3 date.
   [[nodiscard]] host::Variant FormatoDB(const host::Variant& valore, std::int32_t tipo, bool ammetteNull);
+  [[nodiscard]] host::Variant FormatoDBAssente(std::int32_t tipo, bool ammetteNull);
+  [[nodiscard]] host::Variant FormatoDBPresente(const host::Variant& valore, std::int32_t tipo);
 
   // --- fields: host objects
   std::shared_ptr<host::Ambiente> ambiente_;

@@ -1,0 +1,121 @@
+#include "content/send_log.h"
+
+#include <string_view>
+#include <utility>
+
+#include "service/CLSFW_MAILSERVER.h"
+#include "service/ignora_errori.h"
+#include "text/text.h"
+
+namespace orve {
+
+namespace {
+
+constexpr std::string_view kTestata =
+    "Destinatario --- StatoInvio --- MetodoFallito --- NomeFile --- Data --- Ora\r\n";
+constexpr std::string_view kSeparatore = "   ";
+constexpr std::string_view kNessunMetodo = "------------------------";
+constexpr std::int16_t kLarghezzaDestinatario = 40;
+
+// "ML" and the characters 1-2, 4-5 and the last two of the short date: MLddmmyy with the Italian form,
+// whatever stands there with another.
+std::string NomeFileLog(std::string_view data) {
+  const std::size_t lunghezza = text::Length(data);
+  std::string nome = "ML";
+  nome.append(text::Left(data, 2)).append(text::Mid(data, 4, 2));
+  return nome.append(text::Mid(data, lunghezza > 2 ? lunghezza - 1 : 1));
+}
+
+// The status words carry their own trailing blanks, which separate them from the method.
+std::string StatoEMetodo(std::int32_t stato, const std::string& metodo) {
+  switch (stato) {
+    case 0:
+      return "No Error      " + std::string(kNessunMetodo);
+    case 1:
+      return "IndMancante   " + std::string(kNessunMetodo);
+    case 2:
+      return "ErroreInvio   " + metodo;
+    default:
+      return {};
+  }
+}
+
+}  // namespace
+
+std::string FormattaCampoLog(const host::Variant& valore, std::int16_t larghezza) {
+  std::string campo;
+  IgnoraErrori([&] {
+    if (valore.IsNull() || valore.IsEmpty() || larghezza < 0) return;
+    const auto caratteri = static_cast<std::size_t>(larghezza);
+    const std::string testo = valore.ToText();
+    std::string adattato(text::Left(text::Trim(testo), caratteri));
+    adattato.append(caratteri - text::Length(adattato), ' ');
+    campo = std::move(adattato);
+  });
+  return campo;
+}
+
+std::string EstraiNomeFile(const host::Variant& percorso) {
+  const std::string testo = percorso.ToText();
+  const std::size_t barra = testo.rfind('\\');
+  return std::string(barra == std::string::npos ? text::Mid(testo, 2)
+                                                : std::string_view(testo).substr(barra + 1));
+}
+
+// Each statement by itself: a log that cannot be written costs the send nothing.
+void CLSFW_MAILSERVER::ScriviLogInvio(std::int32_t stato, const std::string& metodo) {
+  std::string nome;
+  IgnoraErrori([&] { objFileSystem = ambiente_->CreaFileSystem(); });
+  IgnoraErrori([&] {
+    auto& orologio = ambiente_->OrologioDiSistema();
+    nome = NomeFileLog(orologio.TestoData(orologio.Adesso()));
+  });
+  IgnoraErrori([&] { CartellaLog = tempPath(); });
+  bool cartellaEsiste = true;
+  IgnoraErrori([&] { cartellaEsiste = host::Richiesto(objFileSystem).FolderExists(CartellaLog); });
+  if (cartellaEsiste) {
+    IgnoraErrori([&] { PercorsoLog = CartellaLog + "\\" + nome + ".log"; });
+    AccodaAlLog(stato, metodo);
+  }
+  objTextStream.reset();
+  objFileSystem.reset();
+}
+
+void CLSFW_MAILSERVER::AccodaAlLog(std::int32_t stato, const std::string& metodo) {
+  bool fileEsiste = false;
+  IgnoraErrori([&] { fileEsiste = host::Richiesto(objFileSystem).FileExists(PercorsoLog); });
+  IgnoraErrori([&] {
+    auto& fileSystem = host::Richiesto(objFileSystem);
+    objTextStream =
+        fileSystem.OpenTextFile(PercorsoLog, host::FileSystem::kAccoda, true, host::FileSystem::kSingoloByte);
+  });
+  const std::string riga = ComponiRigaLog(stato, metodo);
+  if (!fileEsiste) {
+    IgnoraErrori([&] { host::Richiesto(objTextStream).WriteLine(std::string(kTestata)); });
+  }
+  IgnoraErrori([&] { host::Richiesto(objTextStream).WriteLine(riga); });
+  IgnoraErrori([&] { host::Richiesto(objTextStream).Close(); });
+}
+
+std::string CLSFW_MAILSERVER::ComponiRigaLog(std::int32_t stato, const std::string& metodo) {
+  std::string riga;
+  const auto colonna = [&riga](const auto& testo) { IgnoraErrori([&] { riga.append(testo()); }); };
+  const auto separatore = [] { return kSeparatore; };
+  // Read again here: the day may have changed since the file was named.
+  host::DataOra adesso;
+  IgnoraErrori([&] { adesso = ambiente_->OrologioDiSistema().Adesso(); });
+
+  const std::string& chi = vDitta.empty() ? vNome : vDitta;
+  colonna([&] { return FormattaCampoLog(chi.empty() ? "MANCANTE" : chi, kLarghezzaDestinatario); });
+  colonna(separatore);
+  colonna([&] { return StatoEMetodo(stato, metodo); });
+  colonna(separatore);
+  colonna([&] { return EstraiNomeFile(vMailAttachment); });
+  colonna(separatore);
+  colonna([&] { return ambiente_->OrologioDiSistema().TestoData(adesso); });
+  colonna(separatore);
+  colonna([&] { return ambiente_->OrologioDiSistema().TestoOra(adesso); });
+  return riga;
+}
+
+}  // namespace orve

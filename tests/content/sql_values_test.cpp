@@ -1,0 +1,138 @@
+#include <string>
+#include <vector>
+
+#include "fakes/servizio_di_prova.h"
+
+namespace orve {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+enum Tipo : std::int32_t { kTesto = 0, kDecimale = 1, kNumero = 2, kData = 3, kSconosciuto = 4 };
+
+constexpr const char* kNumericoNull =
+    "ObjMessaggi.MostraMsg Si sta tentando di assegnare il valore (numerico) null a un campo che non ammette "
+    "null.|0||(assente)";
+constexpr const char* kDataNull =
+    "ObjMessaggi.MostraMsg Si sta tentando di assegnare il valore (data) null a un campo che non ammette "
+    "null.|0||(assente)";
+
+class FormatoDB : public fakes::ServizioDiProva {};
+
+TEST_F(FormatoDB, AnEmptyValueGivesNullForEveryKindWhereTheColumnAdmitsIt) {
+  const std::vector<host::Variant> assenti = {host::Variant(), host::Null{}, ""};
+  for (const auto& assente : assenti) {
+    for (const std::int32_t tipo : {kTesto, kDecimale, kNumero, kData, kSconosciuto, Tipo(-1)}) {
+      EXPECT_EQ(interno.FormatoDB(assente, tipo, true), host::Variant("null"))
+          << fakes::Mostra(assente) << ", kind " << tipo;
+    }
+  }
+  EXPECT_THAT(Messaggi(), IsEmpty());
+}
+
+TEST_F(FormatoDB, AnEmptyValueInAColumnWithoutNullByKind) {
+  struct Caso {
+    std::int32_t tipo;
+    host::Variant want;
+    std::vector<std::string> wantMessaggi;
+  };
+  const std::vector<Caso> casi = {
+      {kTesto, "''", {}},       {kDecimale, {}, {kNumericoNull}}, {kNumero, {}, {kNumericoNull}},
+      {kData, {}, {kDataNull}}, {kSconosciuto, {}, {}},           {-1, {}, {}}};
+  for (const auto& caso : casi) {
+    for (const auto& assente : {host::Variant(), host::Variant(host::Null{}), host::Variant("")}) {
+      journal->Svuota();
+      EXPECT_EQ(interno.FormatoDB(assente, caso.tipo, false), caso.want) << "kind " << caso.tipo;
+      EXPECT_EQ(journal->Righe(), caso.wantMessaggi) << "kind " << caso.tipo;
+    }
+  }
+}
+
+TEST_F(FormatoDB, AValueByKind) {
+  struct Caso {
+    const char* etichetta;
+    host::Variant valore;
+    std::int32_t tipo;
+    host::Variant want;
+  };
+  const std::vector<Caso> casi = {
+      {"text", "Rossi", kTesto, "'Rossi'"},
+      {"blanks are a value", "  ", kTesto, "'  '"},
+      {"number as text", 12, kTesto, "'12'"},
+      {"number 0 is a value", 0, kTesto, "'0'"},
+      {"decimal from text", "12,5", kDecimale, 12.5},
+      {"decimal from number", 7, kDecimale, 7.0},
+      {"number through the formatter", 12.5, kNumero, "N12,5"},
+      {"date as text", "14/11/2026", kData, "'20261114'"},
+      {"date", host::DataOra::Da(2026, 11, 14), kData, "'20261114'"},
+      {"unknown kind", "Rossi", kSconosciuto, {}},
+      {"negative kind", "Rossi", -1, {}},
+  };
+  for (const auto& caso : casi) {
+    for (const bool ammetteNull : {false, true}) {
+      EXPECT_EQ(interno.FormatoDB(caso.valore, caso.tipo, ammetteNull), caso.want) << caso.etichetta;
+    }
+  }
+  EXPECT_THAT(Messaggi(), IsEmpty());
+}
+
+TEST_F(FormatoDB, HandsTheFormattersTheValueOnce) {
+  EXPECT_EQ(interno.FormatoDB(host::DataOra::Da(2026, 11, 14), kData, false), host::Variant("'20261114'"));
+  EXPECT_EQ(interno.FormatoDB(5, kNumero, false), host::Variant("N5"));
+  EXPECT_THAT(journal->Righe(), ElementsAre("ObjFormatoData.Data 14/11/2026", "ObjFormatoNumero.NumeroDB 5"));
+}
+
+TEST_F(FormatoDB, ADateThatTheFormatterDoesNotAcceptGivesNothingWithoutAMessage) {
+  ambiente->statoFormatoData = 1;
+  EXPECT_EQ(interno.FormatoDB("31/02/2026", kData, false), host::Variant());
+  ambiente->statoFormatoData = -1;
+  EXPECT_EQ(interno.FormatoDB("31/02/2026", kData, true), host::Variant());
+  EXPECT_THAT(Messaggi(), IsEmpty());
+}
+
+TEST_F(FormatoDB, ATextWithAQuoteIsJoinedAsItStands) {
+  EXPECT_EQ(interno.FormatoDB("L'Aquila", kTesto, false), host::Variant("'L'Aquila'"));
+}
+
+TEST_F(FormatoDB, ReportsAValueThatIsNoNumber) {
+  EXPECT_EQ(interno.FormatoDB("dodici", kDecimale, false), host::Variant());
+  EXPECT_THAT(journal->Righe(), ElementsAre("ObjMessaggi.MostraMsg 13-Tipo non corrispondente in "
+                                            "CLSFW_MAILSERVER: FormatoDB|0||(assente)"));
+}
+
+TEST_F(FormatoDB, ReportsAValueThatHasNoTextForm) {
+  EXPECT_EQ(interno.FormatoDB(host::Variant::Array{1}, kTesto, true), host::Variant());
+  EXPECT_THAT(journal->Righe(), ElementsAre("ObjMessaggi.MostraMsg 13-Tipo non corrispondente in "
+                                            "CLSFW_MAILSERVER: FormatoDB|0||(assente)"));
+}
+
+TEST_F(FormatoDB, ReportsAFailingFormatter) {
+  journal->Fallisce("ObjFormatoData.Data", {1001, "Prova", "guasto di prova"});
+  journal->Fallisce("ObjFormatoNumero.NumeroDB", {1002, "Prova", "altro guasto"});
+  EXPECT_EQ(interno.FormatoDB("14/11/2026", kData, false), host::Variant());
+  EXPECT_EQ(interno.FormatoDB(1, kNumero, false), host::Variant());
+  EXPECT_THAT(
+      Messaggi(),
+      ElementsAre("ObjMessaggi.MostraMsg 1001-guasto di prova in CLSFW_MAILSERVER: FormatoDB|0||(assente)",
+                  "ObjMessaggi.MostraMsg 1002-altro guasto in CLSFW_MAILSERVER: FormatoDB|0||(assente)"));
+}
+
+TEST_F(FormatoDB, ReportsAMissingFormatter) {
+  interno.ObjFormatoData().reset();
+  EXPECT_EQ(interno.FormatoDB("14/11/2026", kData, false), host::Variant());
+  EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg 91-Variabile oggetto non impostata in "
+                                      "CLSFW_MAILSERVER: FormatoDB|0||(assente)"));
+}
+
+TEST_F(FormatoDB, JoinsHostileTextAsItStands) {
+  const std::string nul("a\0b", 3);
+  EXPECT_EQ(interno.FormatoDB(nul, kTesto, false), host::Variant("'" + nul + "'"));
+  EXPECT_EQ(interno.FormatoDB("a\r\nb", kTesto, false), host::Variant("'a\r\nb'"));
+  EXPECT_EQ(interno.FormatoDB("\xFF\xC3", kTesto, false), host::Variant("'\xFF\xC3'"));
+  const std::string lungo(1U << 20U, '\'');
+  EXPECT_EQ(interno.FormatoDB(lungo, kTesto, false), host::Variant("'" + lungo + "'"));
+}
+
+}  // namespace
+}  // namespace orve
