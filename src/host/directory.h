@@ -38,6 +38,9 @@ class Directory : public Oggetto {
  public:
   /// Raises an error where there is no directory.
   [[nodiscard]] virtual std::shared_ptr<DirectoryConnection> CreaConnessione() = 0;
+  /// A record set that is not open yet, `State` 0; the result of a query takes its place. Raises an error
+  /// where there is no directory.
+  [[nodiscard]] virtual std::shared_ptr<RecordSet> CreaRecordSet() = 0;
   /// The object at "LDAP://..."; raises an error when it cannot be bound.
   [[nodiscard]] virtual std::shared_ptr<DirectoryObject> ApriOggetto(const std::string& percorso) = 0;
 };

@@ -366,7 +366,10 @@ class FakeDirectoryObject : public host::DirectoryObject {
     if (attributo != "defaultNamingContext") return Membro(attributo);
     return ambiente_.contestoPredefinito;
   }
-  std::string ADsPath() override { return percorso_; }
+  std::string ADsPath() override {
+    ambiente_.journal->Add("Directory.ADsPath");
+    return percorso_;
+  }
   host::Variant Membro(const std::string& nome) override {
     ambiente_.journal->Add("Directory.Membro " + nome);
     const auto persona = ambiente_.persone.find(percorso_);
@@ -410,6 +413,10 @@ class FakeDirectory : public host::Directory {
     ambiente_.journal->Add("Directory.CreaConnessione");
     if (!ambiente_.directoryPresente) throw host::Errore(host::kOggettoNonCreabile);
     return std::make_shared<FakeDirectoryConnection>(ambiente_);
+  }
+  std::shared_ptr<host::RecordSet> CreaRecordSet() override {
+    ambiente_.journal->Add("Directory.CreaRecordSet");
+    return CreaRecordSetChiuso(ambiente_.journal, "DirectoryRecordSet");
   }
   std::shared_ptr<host::DirectoryObject> ApriOggetto(const std::string& percorso) override {
     ambiente_.journal->Add("Directory.ApriOggetto " + percorso);

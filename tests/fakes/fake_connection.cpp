@@ -54,9 +54,10 @@ class FakeFields : public host::Fields {
 
 class FakeRecordSet : public host::RecordSet {
  public:
-  FakeRecordSet(JournalPtr journal, Righe righe, std::string nome)
+  FakeRecordSet(JournalPtr journal, Righe righe, std::string nome, std::int32_t aperto = 1)
       : journal_(std::move(journal)), nome_(std::move(nome)), stato_(std::make_shared<Stato>()) {
     stato_->righe = std::move(righe);
+    stato_->aperto = aperto;
   }
   bool Eof() const override { return stato_->posizione >= stato_->righe.size(); }
   std::shared_ptr<host::Fields> Fields() const override {
@@ -156,6 +157,10 @@ std::vector<std::string> FakeConnection::Statements() const {
 
 std::shared_ptr<host::RecordSet> CreaRecordSet(JournalPtr journal, Righe righe, const std::string& nome) {
   return std::make_shared<FakeRecordSet>(std::move(journal), std::move(righe), nome);
+}
+
+std::shared_ptr<host::RecordSet> CreaRecordSetChiuso(JournalPtr journal, const std::string& nome) {
+  return std::make_shared<FakeRecordSet>(std::move(journal), Righe{}, nome, 0);
 }
 
 }  // namespace orve::fakes

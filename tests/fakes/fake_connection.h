@@ -35,8 +35,11 @@ class FakeConnection : public host::Connection {
   std::vector<std::pair<std::string, Righe>> regole_;
 };
 
-/// A record set over rows held in memory; `nome` stands in the journal.
+/// An open record set over rows held in memory; `nome` stands in the journal.
 std::shared_ptr<host::RecordSet> CreaRecordSet(JournalPtr journal, Righe righe,
                                                const std::string& nome = "RecordSet");
+/// A record set that nobody has opened yet.
+std::shared_ptr<host::RecordSet> CreaRecordSetChiuso(JournalPtr journal,
+                                                     const std::string& nome = "RecordSet");
 
 }  // namespace orve::fakes
