@@ -1,10 +1,15 @@
 // An ordered list whose items answer to a position, counted from 1, or to a text key compared without case.
 // It is the common ground of the recipient and the sender collection.
+//
+// A walk holds a position, no pointer into the list, so that a list that is changed under a walk costs the
+// walk at most an item skipped or met twice, never the process.
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -22,19 +27,68 @@ class ListaConChiavi {
  public:
   using Item = std::shared_ptr<T>;
 
-  /// Appends the item; an empty key is no key. Raises 457 when the key is already held.
+  /// Walks the items in the order in which they were added; `end()` is wherever the list ends by then.
+  class Iteratore {
+   public:
+    using iterator_category = std::input_iterator_tag;
+    using value_type = Item;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const Item*;
+    using reference = Item;
+
+    Iteratore() = default;
+    Iteratore(const ListaConChiavi& lista, std::size_t posizione) : lista_(&lista), posizione_(posizione) {}
+    /// The item shares ownership, so that it outlives its removal. Not to be asked for at the end.
+    [[nodiscard]] Item operator*() const { return lista_->voci_[posizione_].item; }
+    Iteratore& operator++() {
+      ++posizione_;
+      return *this;
+    }
+    Iteratore operator++(int) {
+      Iteratore prima = *this;
+      ++posizione_;
+      return prima;
+    }
+    friend bool operator==(const Iteratore& a, const Iteratore& b) {
+      return a.posizione_ == b.posizione_ || (a.AllaFine() && b.AllaFine());
+    }
+
+   private:
+    [[nodiscard]] bool AllaFine() const { return !lista_ || posizione_ >= lista_->voci_.size(); }
+    const ListaConChiavi* lista_ = nullptr;
+    std::size_t posizione_ = 0;
+  };
+
+  /// What a for-each loop walks; it must not outlive the list.
+  class Enumeratore {
+   public:
+    explicit Enumeratore(const ListaConChiavi& lista) : lista_(&lista) {}
+    [[nodiscard]] Iteratore begin() const { return lista_->begin(); }
+    [[nodiscard]] Iteratore end() const { return lista_->end(); }
+
+   private:
+    const ListaConChiavi* lista_;
+  };
+
+  /// Appends the item; an empty key is no key. Raises 457 when the key is already held; whatever it raises,
+  /// the list is as it was.
   void Add(Item item, const std::string& chiave) {
     std::string piegata = text::FoldCase(chiave);
-    if (!piegata.empty() && perChiave_.contains(piegata)) throw host::Errore(host::kChiaveGiaPresente);
-    if (!piegata.empty()) perChiave_.emplace(piegata, item);
-    voci_.push_back(std::move(item));
-    chiavi_.push_back(std::move(piegata));
+    if (perChiave_.contains(piegata)) throw host::Errore(host::kChiaveGiaPresente);
+    voci_.push_back({item, piegata});
+    if (piegata.empty()) return;
+    try {
+      perChiave_.emplace(std::move(piegata), std::move(item));
+    } catch (...) {
+      voci_.pop_back();
+      throw;
+    }
   }
 
-  /// A text is a key (5 when it is unknown), a number a position (9 when there is none); anything else
+  /// A text is a key (5 when it is unknown), a number a position (9 when there is none); what is neither
   /// raises 13.
-  [[nodiscard]] const Item& operator[](const host::Variant& indice) const {
-    if (!indice.IsText()) return voci_[Posizione(indice)];
+  [[nodiscard]] Item operator[](const host::Variant& indice) const {
+    if (!indice.IsText()) return voci_[Posizione(indice)].item;
     const auto trovata = perChiave_.find(text::FoldCase(indice.ToText()));
     if (trovata == perChiave_.end()) throw host::Errore(host::kArgomentoNonValido);
     return trovata->second;
@@ -43,33 +97,39 @@ class ListaConChiavi {
   /// Same index rules as above.
   void Remove(const host::Variant& indice) {
     const std::size_t posizione = indice.IsText() ? PosizioneDiChiave(indice.ToText()) : Posizione(indice);
-    perChiave_.erase(chiavi_[posizione]);
+    perChiave_.erase(voci_[posizione].chiave);
     voci_.erase(voci_.begin() + static_cast<std::ptrdiff_t>(posizione));
-    chiavi_.erase(chiavi_.begin() + static_cast<std::ptrdiff_t>(posizione));
   }
 
   [[nodiscard]] std::int32_t Count() const { return static_cast<std::int32_t>(voci_.size()); }
 
-  /// The items in the order in which they came; the walk ends when the list is changed.
-  [[nodiscard]] auto begin() const { return voci_.begin(); }
-  [[nodiscard]] auto end() const { return voci_.end(); }
+  [[nodiscard]] Iteratore begin() const { return {*this, 0}; }
+  [[nodiscard]] Iteratore end() const { return {*this, static_cast<std::size_t>(-1)}; }
 
  private:
+  struct Voce {
+    Item item;
+    std::string chiave;  // folded; empty for an item without a key
+  };
+
   [[nodiscard]] std::size_t Posizione(const host::Variant& indice) const {
-    const std::int32_t posizione = indice.ToInt32();
-    if (posizione < 1 || posizione > Count()) throw host::Errore(host::kIndiceFuoriIntervallo);
-    return static_cast<std::size_t>(posizione - 1);
+    if (indice.IsNull()) throw host::Errore(host::kTipoNonCorrispondente);
+    const double posizione =
+        std::nearbyint(indice.ToDouble());  // to even, as every number that becomes whole
+    const bool esiste = posizione >= 1 && posizione <= static_cast<double>(voci_.size());
+    if (!esiste) throw host::Errore(host::kIndiceFuoriIntervallo);
+    return static_cast<std::size_t>(posizione) - 1;
   }
 
   [[nodiscard]] std::size_t PosizioneDiChiave(const std::string& chiave) const {
     const std::string piegata = text::FoldCase(chiave);
-    const auto trovata = std::find(chiavi_.begin(), chiavi_.end(), piegata);
-    if (piegata.empty() || trovata == chiavi_.end()) throw host::Errore(host::kArgomentoNonValido);
-    return static_cast<std::size_t>(trovata - chiavi_.begin());
+    if (!perChiave_.contains(piegata)) throw host::Errore(host::kArgomentoNonValido);
+    const auto trovata =
+        std::find_if(voci_.begin(), voci_.end(), [&](const Voce& voce) { return voce.chiave == piegata; });
+    return static_cast<std::size_t>(trovata - voci_.begin());
   }
 
-  std::vector<Item> voci_;
-  std::vector<std::string> chiavi_;  // one for each item, empty for an item without a key
+  std::vector<Voce> voci_;
   std::unordered_map<std::string, Item> perChiave_;
 };
 

@@ -63,11 +63,20 @@ class CollDestinatari {
   std::shared_ptr<Destinatario> Add(const std::string& Indirizzo, const std::string& Nome = {},
                                     const std::string& Azienda = {}, const std::string& sKey = {});
   /// The recipient at a position, from 1 (9 when there is none), or under a text key (5 when it is unknown).
+  /// A value that is neither number nor text raises 13.
   [[nodiscard]] std::shared_ptr<Destinatario> Item(const host::Variant& vntIndexKey) const;
+  /// Item is the default member: the collection itself takes the index.
+  [[nodiscard]] std::shared_ptr<Destinatario> operator[](const host::Variant& vntIndexKey) const {
+    return Item(vntIndexKey);
+  }
   [[nodiscard]] std::int32_t Count() const { return lista_.Count(); }
   /// Raises the errors of Item.
   void Remove(const host::Variant& vntIndexKey);
-  /// `NewEnum`: the recipients in the order in which they were added.
+  /// The recipients in the order in which they were added, for as long as the collection lives.
+  [[nodiscard]] ListaConChiavi<Destinatario>::Enumeratore NewEnum() const {
+    return ListaConChiavi<Destinatario>::Enumeratore(lista_);
+  }
+  /// NewEnum is the standard enumerator: a for-each loop walks the collection itself.
   [[nodiscard]] auto begin() const { return lista_.begin(); }
   [[nodiscard]] auto end() const { return lista_.end(); }
   /// As Add, and sets `Casella`.

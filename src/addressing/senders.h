@@ -92,13 +92,16 @@ class CollMittenti {
                                 const std::string& Descrizione = {}, bool IsSsl = false,
                                 const std::string& sKey = {});
   /// The account at a position, from 1 (9 when there is none), or under a text key (5 when it is unknown).
+  /// A value that is neither number nor text raises 13.
   [[nodiscard]] std::shared_ptr<Mittente> Item(const host::Variant& vntIndexKey) const;
   [[nodiscard]] std::int32_t Count() const { return lista_.Count(); }
   /// Raises the errors of Item.
   void Remove(const host::Variant& vntIndexKey);
-  /// `NewEnum`: the accounts in the order in which they were added.
-  [[nodiscard]] auto begin() const { return lista_.begin(); }
-  [[nodiscard]] auto end() const { return lista_.end(); }
+  /// The accounts in the order in which they were added, for as long as the collection lives. The accounts
+  /// are found by key; the collection itself takes no index and is walked through this member only.
+  [[nodiscard]] ListaConChiavi<Mittente>::Enumeratore NewEnum() const {
+    return ListaConChiavi<Mittente>::Enumeratore(lista_);
+  }
   /// As Add, with `CryptType` in the place of `IsSsl`.
   std::shared_ptr<Mittente> AddMittente(const std::string& Indirizzo, const std::string& Server,
                                         std::int16_t Port, std::int16_t Timeout, const std::string& UserName,
@@ -108,6 +111,12 @@ class CollMittenti {
                                         const std::string& sKey = {});
 
  private:
+  [[nodiscard]] std::shared_ptr<Mittente> Nuovo(const std::string& Indirizzo, const std::string& Server,
+                                                std::int16_t Port, std::int16_t Timeout,
+                                                const std::string& UserName, const std::string& Password,
+                                                std::int16_t TipoAutenticazione, std::int16_t Lettura,
+                                                std::int16_t Consegna, const std::string& Descrizione) const;
+
   std::shared_ptr<host::Ambiente> ambiente_;
   ListaConChiavi<Mittente> lista_;
   TracciaIstanza traccia_;
