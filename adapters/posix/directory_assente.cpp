@@ -15,6 +15,10 @@ std::shared_ptr<host::DirectoryConnection> DirectoryAssente::CreaConnessione() {
   NessunaDirectory();
 }
 
+std::shared_ptr<host::RecordSet> DirectoryAssente::CreaRecordSet() {
+  NessunaDirectory();
+}
+
 std::shared_ptr<host::DirectoryObject> DirectoryAssente::ApriOggetto(const std::string& /*percorso*/) {
   NessunaDirectory();
 }

@@ -11,8 +11,9 @@ namespace orve::adapters::posix {
 
 class DirectoryAssente : public host::Directory {
  public:
-  /// Both raise 429.
+  /// Each raises 429.
   [[nodiscard]] std::shared_ptr<host::DirectoryConnection> CreaConnessione() override;
+  [[nodiscard]] std::shared_ptr<host::RecordSet> CreaRecordSet() override;
   [[nodiscard]] std::shared_ptr<host::DirectoryObject> ApriOggetto(const std::string& percorso) override;
 };
 

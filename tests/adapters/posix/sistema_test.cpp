@@ -134,6 +134,7 @@ TEST(Rete, AUserWithoutANameIsAnError) {
 TEST(DirectoryAssente, EveryQuestionEndsInAnError) {
   DirectoryAssente directory;
   EXPECT_THROW((void)directory.CreaConnessione(), host::Errore);
+  EXPECT_THROW((void)directory.CreaRecordSet(), host::Errore);
   try {
     (void)directory.ApriOggetto("LDAP://rootDSE");
     FAIL() << "nessun errore";
