@@ -30,6 +30,8 @@
 
 namespace orve {
 
+struct ElenchiSmtp;
+
 class CLSFW_MAILSERVER {
  public:
   /// The ambiente gives the service every object that it makes by itself; it must not be absent.
@@ -264,12 +266,22 @@ class CLSFW_MAILSERVER {
 
   // --- channels
   void SendWithSmtp();
+  void ConsegnaConSmtp();
+  void ApplicaMittenteScelto();
+  void ComponiElenchiSmtp(ElenchiSmtp& elenchi);
+  void RegistraEsitoSmtp(const host::Variant& risultato, const std::string& allegati);
+  void RegistraDestinatariSmtp(host::RegistroInvio& registro, const std::string& allegati,
+                               const std::string& errore);
   /// The component's GetLastError, or empty after an error caught inside.
   [[nodiscard]] host::Variant InviaMailConSSL(
       const std::shared_ptr<host::ComponenteSmtp>& componente, const std::string& server, std::int16_t porta,
       bool autenticazione, std::int16_t crypt, const std::string& utente, const std::string& password,
       const std::string& mittente, const std::string& elencoA, const std::string& elencoCC,
       const std::string& oggetto, const std::string& corpo, bool ricevuta, const std::string& elencoCCn);
+  void ImpostaServerSmtp(host::ComponenteSmtp& componente, const std::string& server, std::int16_t porta,
+                         bool autenticazione, std::int16_t crypt);
+  void ImpostaCorpoSmtp(host::ComponenteSmtp& componente, const std::string& corpo);
+  /// The paths attached, joined by "|".
   [[nodiscard]] std::string AddAdditionalAttachmentSMTP(
       const std::shared_ptr<host::ComponenteSmtp>& componente);
   [[nodiscard]] std::string GetSMTPErrorDescription(std::int16_t codice);
@@ -287,6 +299,8 @@ class CLSFW_MAILSERVER {
                                            std::int16_t& dimensione);
   [[nodiscard]] std::string TestoInHTML(const std::string& testo, const std::string& font,
                                         std::int32_t dimensione);
+  /// The body as an HTML document, with the user's signature behind it.
+  [[nodiscard]] std::string CorpoHTMLConFirma(const std::string& corpo);
 
   // --- content: records
   void ScriviLogInvio(std::int32_t stato, const std::string& metodo);

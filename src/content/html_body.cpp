@@ -1,0 +1,118 @@
+// Mail as HTML with the user's signature, where the company asks for it in its settings.
+//
+// Only blanks are turned into entities; the rest of a body goes through as markup, on purpose. The signature
+// stands behind the closing tag of the document.
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "service/CLSFW_MAILSERVER.h"
+#include "text/text.h"
+
+namespace orve {
+
+namespace {
+
+constexpr std::string_view kFontPredefinito = "Calibri";
+constexpr std::int32_t kDimensionePredefinita = 3;  // of HTML's font sizes, 1 to 7
+
+std::string TestoSenzaBianchiInFondo(const host::RecordSet& riga, std::string_view colonna) {
+  return std::string(text::TrimRight(host::Leggi(riga, colonna).ToText()));
+}
+
+std::string DocumentoHTML(const std::string& testo, std::string_view font, std::int32_t dimensione) {
+  std::string apertura = "<font face = \"";
+  apertura.append(font).append("\" size = \"").append(std::to_string(dimensione)).append("\">");
+  std::string html = "<!DOCTYPE html>\r\n<html>\r\n<body>\r\n";
+  // The line feed of a line end stays in front of the line that follows it.
+  for (const auto riga : text::Split(testo, '\r')) {
+    html.append(apertura).append(riga).append("</font><br/>\r\n");
+  }
+  return html.append("</body>\r\n</html>\r\n");
+}
+
+}  // namespace
+
+bool CLSFW_MAILSERVER::EsisteParamHTMLFW95() {
+  try {
+    const auto risultato = host::Richiesto(ConnectionADO)
+                               .Execute(
+                                   " SELECT 1 FROM FW95_SETTINGS WITH (NOLOCK) "
+                                   " WHERE FW95_CODICE = 'AIT_MAIL_HTML' AND FW95_VALORE = 1 ",
+                                   host::kComandoTesto);
+    return !host::Richiesto(risultato).Eof();
+  } catch (...) {
+    MostraErrore(host::ErroreCorrente(), "-", " in CLSFW_MAILSERVER: EsisteParamHTMLFW95");
+    return false;
+  }
+}
+
+std::string CLSFW_MAILSERVER::TabellaFirmeFW95() {
+  try {
+    const auto risultato = host::Richiesto(ConnectionADO)
+                               .Execute(
+                                   " SELECT FW95_VALORE FROM FW95_SETTINGS WITH (NOLOCK) "
+                                   " WHERE FW95_CODICE = 'AIT_FIRME' ",
+                                   host::kComandoTesto);
+    if (host::Richiesto(risultato).Eof()) return {};
+    return TestoSenzaBianchiInFondo(*risultato, "FW95_VALORE");
+  } catch (...) {
+    MostraErrore(host::ErroreCorrente(), "-", " in CLSFW_MAILSERVER: TabellaFirmeFW95");
+    return {};
+  }
+}
+
+// A mail without a signature is better than a message about it: what cannot be read is left out in silence.
+std::string CLSFW_MAILSERVER::GetFirmaUtente(const std::string& tabella, std::string& font,
+                                             std::int16_t& dimensione) {
+  font.clear();
+  dimensione = 0;
+  std::string firma;
+  try {
+    auto& connessione = host::Richiesto(ConnectionADO);
+    const auto esiste = connessione.Execute(
+        "SELECT TOP 1 1 FROM INFORMATION_SCHEMA.TABLES where TABLE_NAME = '" + tabella + "'",
+        host::kComandoNonIndicato);
+    if (host::Richiesto(esiste).Eof()) return firma;
+    const auto applicazione = host::Richiesto(ActiveInterface).Applicazione();
+    const auto utente = host::Richiesto(applicazione).UtenteCorrente();
+    const std::int32_t id = host::Richiesto(utente).IdUtente();
+    const auto riga = connessione.Execute(
+        " SELECT FIRMA_HTML, ISNULL(FONT,'') FONT, ISNULL(DIMENSIONE,0) DIMENSIONE \r\n"
+        " FROM " +
+            tabella + "\r\n WHERE IDUTENTE_FW07 = " + std::to_string(id) + "\r\n",
+        host::kComandoTesto);
+    if (host::Richiesto(riga).Eof()) return firma;
+    firma = TestoSenzaBianchiInFondo(*riga, "FIRMA_HTML");
+    font = TestoSenzaBianchiInFondo(*riga, "FONT");
+    dimensione = host::Variant(TestoSenzaBianchiInFondo(*riga, "DIMENSIONE")).ToInt16();
+  } catch (...) {  // NOLINT(bugprone-empty-catch): what was read so far counts
+  }
+  return firma;
+}
+
+std::string CLSFW_MAILSERVER::TestoInHTML(const std::string& testo, const std::string& font,
+                                          std::int32_t dimensione) {
+  try {
+    const std::string_view fontUsato = text::Trim(font).empty() ? kFontPredefinito : font;
+    const bool senzaDimensione = (static_cast<std::uint32_t>(dimensione) & 0xFFFFU) == 0;
+    if (text::Trim(testo).empty()) return {};
+    return DocumentoHTML(text::Replace(testo, " ", "&nbsp;"), fontUsato,
+                         senzaDimensione ? kDimensionePredefinita : dimensione);
+  } catch (...) {
+    MostraErrore(host::ErroreCorrente(), "-", " in CLSFW_MAILSERVER: TestoInHTML");
+    return {};
+  }
+}
+
+std::string CLSFW_MAILSERVER::CorpoHTMLConFirma(const std::string& corpo) {
+  const std::string tabella(text::TrimRight(TabellaFirmeFW95()));
+  std::string font;
+  std::int16_t dimensione = 0;
+  const std::string firma = GetFirmaUtente(tabella, font, dimensione);
+  std::string html = TestoInHTML(corpo, font, dimensione);
+  html.append(firma);
+  return html;
+}
+
+}  // namespace orve
