@@ -247,11 +247,23 @@ class CLSFW_MAILSERVER {
   // --- addressing: look-up
   /// 0 found, 1 no record or failure, 2 no address in the record, empty: no value.
   host::Variant GetDatiDestinatario(const host::Variant& codice, std::optional<std::int32_t> Tipo);
+  host::Variant CercaDestinatario(const host::Variant& codice, std::int32_t tipo);
+  host::Variant CercaInAnagrafica(const std::string& statement);
+  host::Variant CercaContatto(const std::string& codice);
+  host::Variant CercaDestinazione(const std::string& testo);
+  host::Variant CercaNelTesto(const std::string& testo);
+  [[nodiscard]] std::string DataValiditaDB();
 
   // --- addressing: accounts
   void CaricaAccountPredefinito();
+  void CercaAccountPredefinito();
   void CaricaAccountDaId();
+  void CercaAccountDaId();
+  void LeggiAccount(host::RecordSet& risultato, const std::string& indirizzo, const std::string& nome);
   bool LoadAccountsPerUser(host::Form& form);
+  void CercaAccountPerUtente(host::Form& form);
+  void ElencaAccount(host::RecordSet& risultato, host::KVL_COMBO& combo);
+  std::int16_t AggiungiAccount(const host::RecordSet& riga, host::KVL_COMBO& combo);
   [[nodiscard]] std::string DecriptaPassword(const std::string& testo);
   [[nodiscard]] std::string CriptaPassword(const std::string& testo);
 
@@ -262,7 +274,10 @@ class CLSFW_MAILSERVER {
   [[nodiscard]] std::string GetGruppoPreferito();
   [[nodiscard]] std::string GetCodiceUtente(std::int32_t id);
   [[nodiscard]] std::string GetCodiceGruppo(std::int32_t id);
+  [[nodiscard]] std::string LeggiCodiceUtente(std::string_view colonna, std::int32_t id);
+  void CercaIdUtente();
   void CaricaDatiAziendaCorrente();
+  void CreaRegistroInvio();
 
   // --- channels
   void SendWithSmtp();

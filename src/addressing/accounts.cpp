@@ -1,0 +1,278 @@
+// The sender accounts of the SMTP channels: the default account of user or company, the account with a given
+// identifier, and the list that a dialog offers.
+//
+// A filled SmtpServer is the mark that an account is loaded. Certified and ordinary accounts are told apart
+// by the kind of their server alone. Passwords are stored enciphered by the host application's own class; in
+// clear they live in the account fields and nowhere else, and reach no message and no trace.
+#include <cmath>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "addressing/active_directory.h"
+#include "addressing/columns.h"
+#include "service/CLSFW_MAILSERVER.h"
+#include "service/ignora_errori.h"
+#include "text/text.h"
+
+namespace orve {
+
+namespace {
+
+using host::Richiesto;
+
+std::string FiltroServer(bool pec) {
+  return pec ? " FW23_INDTIPO = 2 " : " FW23_INDTIPO = 1 ";
+}
+
+std::string StatementDellUtente(std::int32_t idUtente, bool pec) {
+  return "SELECT FW23_SERVERNAME, FW23_PORT, FW23_TIMEOUT, FW23_INDTIPO, FW23_INDAUTH, FW23_SSL, \r"
+         " FW98_MAILADDRESS , FW98_USERNAME, FW98_PASSWORD, FW98_ALIAS AS ALIAS, FW98_INDREADRCPT AS "
+         "LETTURA, "
+         "FW98_INDDELIVERYSTATUS AS CONSEGNA \r"
+         " FROM FW99_MAILUSERACCOUNT \r"
+         " LEFT OUTER JOIN FW98_MAILACCOUNT ON FW99_IDACCOUNT_FW98 = FW98_IDACCOUNT \r"
+         " LEFT OUTER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER \r"
+         " WHERE" +
+         FiltroServer(pec) + "\r AND FW99_ID_FW07 = " + std::to_string(idUtente) +
+         "\r AND FW99_ISDEFAULT = 1";
+}
+
+std::string StatementDellAzienda(const host::Variant& ditta, bool pec) {
+  const std::string codice = NVL(ditta, "0").ToText();
+  return " SELECT FW23_SERVERNAME, FW23_PORT, FW23_TIMEOUT, FW23_INDTIPO, FW23_INDAUTH, FW23_SSL, \r"
+         " FW98_MAILADDRESS, FW98_USERNAME, FW98_PASSWORD, CG16_RAGSOANAG AS ALIAS, "
+         "FW98_INDREADRCPT AS LETTURA, FW98_INDDELIVERYSTATUS AS CONSEGNA \r"
+         " FROM FW98_MAILACCOUNT \r"
+         " LEFT OUTER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER \r"
+         " LEFT OUTER JOIN FW9A_MAILAZIENDAACCOUNT ON FW98_IDACCOUNT = FW9A_IDACCOUNT_FW98 \r"
+         " LEFT OUTER JOIN CG18_ANADITTABASE ON FW9A_DITTA_CG18 = CG18_DITTA \r"
+         " INNER JOIN CG16_ANAGGEN ON CG18_CODICE_CG16 = CG16_CODICE \r"
+         " WHERE " +
+         (codice == "0" ? std::string() : " FW9A_DITTA_CG18 = " + codice + " AND ") + FiltroServer(pec) +
+         "\r";
+}
+
+std::string StatementDaId(std::int16_t idAccount) {
+  return "SELECT FW23_SERVERNAME, FW23_PORT, FW23_TIMEOUT, FW23_INDTIPO, FW23_INDAUTH, FW23_SSL, \r"
+         " FW98_MAILADDRESS , FW98_USERNAME, FW98_PASSWORD, FW98_ALIAS AS ALIAS, FW98_INDREADRCPT AS "
+         "LETTURA, "
+         "FW98_INDDELIVERYSTATUS AS CONSEGNA \r"
+         " FROM FW98_MAILACCOUNT \r"
+         " LEFT OUTER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER \r"
+         " WHERE FW98_IDACCOUNT = " +
+         std::to_string(idAccount);
+}
+
+constexpr std::string_view kColonneElenco =
+    " SELECT FW23_SERVERNAME, \r"
+    " FW23_PORT, \r"
+    " FW23_TIMEOUT, \r"
+    " FW23_INDAUTH, \r"
+    " FW23_SSL, \r"
+    " FW98_IDACCOUNT, \r"
+    " FW98_MAILADDRESS, \r"
+    " FW98_USERNAME, \r"
+    " FW98_PASSWORD, \r";
+
+std::string StatementElencoUtente(std::int32_t idUtente, bool pec) {
+  return std::string(kColonneElenco) +
+         " FW98_ALIAS AS ALIAS, \r"
+         " FW98_INDREADRCPT AS LETTURA, \r"
+         " FW98_INDDELIVERYSTATUS AS CONSEGNA \r"
+         " FROM FW98_MAILACCOUNT\r"
+         " INNER JOIN FW99_MAILUSERACCOUNT ON FW98_IDACCOUNT = FW99_IDACCOUNT_FW98 \r"
+         " LEFT OUTER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER \r"
+         " WHERE FW99_ID_FW07 = " +
+         std::to_string(idUtente) + "\r AND" + FiltroServer(pec) + " ORDER BY FW99_ISDEFAULT Desc";
+}
+
+// Unlike the company's default account, an outer join on the master data, and always the company.
+std::string StatementElencoAzienda(const std::string& ditta, bool pec) {
+  return std::string(kColonneElenco) +
+         " CG16_RAGSOANAG AS ALIAS, \r"
+         " FW98_INDREADRCPT AS LETTURA, \r"
+         " FW98_INDDELIVERYSTATUS AS CONSEGNA \r"
+         " FROM FW98_MAILACCOUNT \r"
+         " LEFT OUTER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER \r"
+         " LEFT OUTER JOIN FW9A_MAILAZIENDAACCOUNT ON FW98_IDACCOUNT = FW9A_IDACCOUNT_FW98 \r"
+         " LEFT OUTER JOIN CG18_ANADITTABASE ON FW9A_DITTA_CG18 = CG18_DITTA \r"
+         " LEFT OUTER JOIN CG16_ANAGGEN ON CG18_CODICE_CG16 = CG16_CODICE \r"
+         " WHERE FW9A_DITTA_CG18 = " +
+         ditta + "\r AND" + FiltroServer(pec);
+}
+
+std::string LeggiTagliato(const host::RecordSet& riga, std::string_view colonna,
+                          const std::string& sostituto = {}) {
+  return std::string(text::TrimRight(LeggiTesto(riga, colonna, sostituto)));
+}
+
+std::int16_t LeggiNumero(const host::RecordSet& riga, std::string_view colonna, std::int16_t sostituto) {
+  return NVL(host::Leggi(riga, colonna), sostituto).ToInt16();
+}
+
+// A wish for a notification: 1 or -1 asks for it, and a negative number takes the choice from the user. A
+// column that holds nothing leaves the wishes of the settings as they are.
+struct Desiderio {
+  bool espresso = false;
+  bool voluto = false;
+  bool fisso = false;
+};
+
+Desiderio LeggiDesiderio(const host::RecordSet& riga, std::string_view colonna) {
+  const host::Variant valore = NVL(host::Leggi(riga, colonna), "");
+  if (valore == host::Variant("")) return {};
+  const double numero = valore.ToDouble();
+  return {true, std::fabs(numero) == 1, numero < 0};
+}
+
+std::shared_ptr<host::KVL_COMBO> ComboAccount(host::Form& form) {
+  auto combo = std::dynamic_pointer_cast<host::KVL_COMBO>(form.Controlli("CMB_ACCOUNT"));
+  if (!combo) throw host::Errore(host::kMembroNonSupportato);
+  return combo;
+}
+
+}  // namespace
+
+void CLSFW_MAILSERVER::CaricaAccountPredefinito() {
+  IgnoraErrori([&] { CercaAccountPredefinito(); });
+}
+
+void CLSFW_MAILSERVER::CercaAccountPredefinito() {
+  if (!SmtpServer.empty()) return;
+  // The directory is asked before anything is known of the account, so that its answer is there as a default.
+  MDL_ACTIVEDIRECTORY::DatiUtenteDirectory persona;
+  const std::string utenteRete = MDL_ACTIVEDIRECTORY::GetNomeUtenteRete(ambiente_->ReteDiSistema());
+  MDL_ACTIVEDIRECTORY::GetDatiUtenteDirectory(ambiente_->DirectoryAziendale(), utenteRete, persona);
+  const std::int32_t idUtente = GetIdUtente();
+
+  auto& connessione = Richiesto(ConnectionADO);
+  auto risultato = connessione.Execute(StatementDellUtente(idUtente, IsPec()), host::kComandoNonIndicato);
+  const bool dellUtente = !Richiesto(risultato).Eof();
+  if (!dellUtente) {
+    risultato->Close();
+    risultato = connessione.Execute(StatementDellAzienda(DittaCorrente, IsPec()), host::kComandoNonIndicato);
+  }
+  if (!Richiesto(risultato).Eof()) {
+    LeggiAccount(*risultato, persona.EmailAddress,
+                 dellUtente ? persona.FirstName + " " + persona.LastName : AziendaCorr);
+  }
+  risultato->Close();
+}
+
+void CLSFW_MAILSERVER::CaricaAccountDaId() {
+  IgnoraErrori([&] { CercaAccountDaId(); });
+}
+
+void CLSFW_MAILSERVER::CercaAccountDaId() {
+  const auto risultato =
+      Richiesto(ConnectionADO).Execute(StatementDaId(IdMittenteDiretto), host::kComandoNonIndicato);
+  if (Richiesto(risultato).Eof()) {
+    StatoInvio = kvParametriNonValidi;
+  } else {
+    LeggiAccount(*risultato, "", AziendaCorr);
+  }
+  risultato->Close();
+}
+
+// Field by field, so that a value that does not fit leaves what was read before it. The defaults for address
+// and display name are the caller's.
+void CLSFW_MAILSERVER::LeggiAccount(host::RecordSet& risultato, const std::string& indirizzo,
+                                    const std::string& nome) {
+  risultato.MoveFirst();
+  SmtpServer = LeggiTagliato(risultato, "FW23_SERVERNAME", "localhost");
+  SmtpPorta = LeggiNumero(risultato, "FW23_PORT", 25);
+  SmtpTimeout = LeggiNumero(risultato, "FW23_TIMEOUT", 0);
+  SmtpAuth = LeggiNumero(risultato, "FW23_INDAUTH", 0);
+  vSenderAddress = LeggiTagliato(risultato, "FW98_MAILADDRESS", indirizzo);
+  SmtpUtente = LeggiTagliato(risultato, "FW98_USERNAME");
+  SmtpPassword = DecriptaPassword(LeggiTagliato(risultato, "FW98_PASSWORD"));
+  SmtpCrypt = LeggiNumero(risultato, "FW23_SSL", 0);
+  vSenderName = LeggiTagliato(risultato, "ALIAS", nome);
+  if (const auto lettura = LeggiDesiderio(risultato, "LETTURA"); lettura.espresso) {
+    vNotifyRead = lettura.voluto;
+    ReadReceipt = vNotifyRead;
+    vDisableNotifyRead = lettura.fisso;
+  }
+  if (const auto consegna = LeggiDesiderio(risultato, "CONSEGNA"); consegna.espresso) {
+    vNotifyDelivery = consegna.voluto;
+    vDisableNotifyDelivery = consegna.fisso;
+  }
+}
+
+bool CLSFW_MAILSERVER::LoadAccountsPerUser(host::Form& form) {
+  try {
+    CercaAccountPerUtente(form);
+    return Richiesto(vCollMittenti).Count() >= 1;
+  } catch (...) {
+    MostraErrore(host::ErroreCorrente(), "-", " in CLSFW_MAILSERVER: LoadAccountsPerUser");
+    return false;
+  }
+}
+
+void CLSFW_MAILSERVER::CercaAccountPerUtente(host::Form& form) {
+  if (!vCollMittenti) vCollMittenti = std::make_shared<CollMittenti>(ambiente_);
+  const std::int32_t idUtente = GetIdUtente();
+  auto& connessione = Richiesto(ConnectionADO);
+  auto risultato = connessione.Execute(StatementElencoUtente(idUtente, IsPec()), host::kComandoNonIndicato);
+  const auto combo = ComboAccount(form);
+  combo->EraseCombo();
+  combo->AutoOpen(false);
+  if (Richiesto(risultato).Eof()) {
+    risultato->Close();
+    risultato = connessione.Execute(StatementElencoAzienda(DittaCorrente.Joined(), IsPec()),
+                                    host::kComandoNonIndicato);
+  }
+  if (Richiesto(risultato).Eof()) {
+    MostraMessaggio(std::string("Non è disponibile alcun account ") + (IsPec() ? "pec" : "mail"),
+                    host::kSemplice, "", nullptr);
+  } else {
+    ElencaAccount(*risultato, *combo);
+  }
+  risultato->Close();
+}
+
+// The first row is the user's default and ends up selected.
+void CLSFW_MAILSERVER::ElencaAccount(host::RecordSet& risultato, host::KVL_COMBO& combo) {
+  const std::int16_t primo = AggiungiAccount(risultato, combo);
+  for (risultato.MoveNext(); !risultato.Eof(); risultato.MoveNext()) AggiungiAccount(risultato, combo);
+  combo.Text(primo);
+}
+
+// No default and no trim here, except where a column may be empty in a good account: a null elsewhere fails
+// the load. Gives the account's identifier.
+std::int16_t CLSFW_MAILSERVER::AggiungiAccount(const host::RecordSet& riga, host::KVL_COMBO& combo) {
+  const std::string indirizzo = Leggi(riga, "FW98_MAILADDRESS").ToText();
+  const host::Variant id = Leggi(riga, "FW98_IDACCOUNT");
+  const std::string server = Leggi(riga, "FW23_SERVERNAME").ToText();
+  const std::int16_t porta = Leggi(riga, "FW23_PORT").ToInt16();
+  const std::int16_t timeout = Leggi(riga, "FW23_TIMEOUT").ToInt16();
+  const std::string utente = LeggiTesto(riga, "FW98_USERNAME");
+  const std::string password = DecriptaPassword(LeggiTesto(riga, "FW98_PASSWORD"));
+  const std::int16_t autenticazione = Leggi(riga, "FW23_INDAUTH").ToInt16();
+  const std::int16_t lettura = Leggi(riga, "LETTURA").ToInt16();
+  const std::int16_t consegna = Leggi(riga, "CONSEGNA").ToInt16();
+  const std::string nome = LeggiTesto(riga, "ALIAS");
+  const std::int16_t sicurezza = LeggiNumero(riga, "FW23_SSL", 0);
+  Richiesto(vCollMittenti)
+      .AddMittente(indirizzo, server, porta, timeout, utente, password, autenticazione, lettura, consegna,
+                   nome, sicurezza, id.ToText());
+  const std::int16_t dati = id.ToInt16();
+  combo.AddItemData(indirizzo + (IsPec() ? " - Pec" : " - Mail"), dati);
+  return dati;
+}
+
+// A password that cannot be deciphered, above all without the host's class, is used as it is stored.
+std::string CLSFW_MAILSERVER::DecriptaPassword(const std::string& testo) {
+  std::string chiaro = testo;
+  IgnoraErrori([&] { chiaro = Richiesto(ambiente_->CreaCifratorePassword()).Decripta(testo); });
+  return chiaro;
+}
+
+std::string CLSFW_MAILSERVER::CriptaPassword(const std::string& testo) {
+  std::string cifrato = testo;
+  IgnoraErrori([&] { cifrato = Richiesto(ambiente_->CreaCifratorePassword()).Cripta(testo); });
+  return cifrato;
+}
+
+}  // namespace orve
