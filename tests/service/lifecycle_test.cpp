@@ -1,0 +1,207 @@
+// Creation, teardown, properties and the message procedure of the service.
+#include "fakes/servizio_di_prova.h"
+
+namespace orve {
+namespace {
+
+using fakes::CreaFakeInterfaccia;
+using fakes::FakeAmbiente;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+class Servizio : public fakes::ServizioDiProva {};
+
+TEST_F(Servizio, CreationMakesMessagesThenTracesThenMakesTheFormatters) {
+  const CLSFW_MAILSERVER altro(ambiente);
+  EXPECT_THAT(journal->Righe(), ElementsAre("Ambiente.CreaMessaggi", StartsWith("debug QLNA:|"),
+                                            "Ambiente.CreaFormatoData", "Ambiente.CreaFormatoNumero"));
+  EXPECT_TRUE(journal->Righe()[1].ends_with("|INI|ORVE_MAILSERVER|CLSFW_MAILSERVER"));
+}
+
+TEST_F(Servizio, ANewObjectHoldsTheDefaultsOfItsInterface) {
+  const CLSFW_MAILSERVER nuovo(ambiente);
+  EXPECT_EQ(nuovo.Stato(), 0);
+  EXPECT_TRUE(nuovo.Descrizione().IsEmpty());
+  EXPECT_EQ(nuovo.ModalitaInvio(), 0);
+  EXPECT_EQ(nuovo.SrvMailInstallato, 0);
+  EXPECT_EQ(nuovo.vFlagCorpo, 0);
+  EXPECT_TRUE(nuovo.vElencoAllegati.IsEmpty());
+  EXPECT_TRUE(nuovo.DittaCorrente.IsEmpty());
+  EXPECT_EQ(nuovo.vCollDestinatari, nullptr);
+  EXPECT_EQ(nuovo.vCollMittenti, nullptr);
+  EXPECT_EQ(nuovo.vMittente, nullptr);
+  EXPECT_EQ(nuovo.ConnectionADO, nullptr);
+  EXPECT_EQ(nuovo.tempPath(), "");
+  EXPECT_EQ(nuovo.IsLista(), 0);
+  EXPECT_EQ(nuovo.DataValiditaCodiceDestinatario().giorni, 0);
+  EXPECT_EQ(nuovo.MailParamTipo(), 0);
+  EXPECT_FALSE(nuovo.IsPec());
+  EXPECT_FALSE(nuovo.InvioSMTP());
+}
+
+TEST_F(Servizio, WritingTheModeForcesItAndMinusOneGivesTheChoiceBack) {
+  interno.ModalitaStandard() = kvAutomatico;
+  interno.ModalitaStampaDifferita() = kvListaDistribuzione;
+  servizio->ModalitaInvio(kvSemiAuto);
+  EXPECT_EQ(servizio->ModalitaInvio(), kvSemiAuto);
+  servizio->ModalitaInvio(42);
+  EXPECT_EQ(static_cast<int>(servizio->ModalitaInvio()), 42);
+  servizio->ModalitaInvio(-1);
+  EXPECT_EQ(servizio->ModalitaInvio(), kvAutomatico);
+  servizio->IsStampaDifferita(true);
+  EXPECT_EQ(servizio->ModalitaInvio(), kvListaDistribuzione);
+}
+
+TEST_F(Servizio, ReadingMailParamAccountCreatesAndKeepsAnEmptyAccount) {
+  const auto primo = servizio->MailParamAccount();
+  ASSERT_NE(primo, nullptr);
+  EXPECT_EQ(primo->Indirizzo(), "");
+  EXPECT_EQ(servizio->MailParamAccount(), primo);
+  const auto altro = std::make_shared<Mittente>(ambiente);
+  servizio->MailParamAccount(altro);
+  EXPECT_EQ(servizio->MailParamAccount(), altro);
+}
+
+TEST_F(Servizio, EachPropertyGivesBackWhatWasWritten) {
+  servizio->MailParamTipo(2.5F);
+  servizio->MailParamReadRcpt(true);
+  servizio->MailParamDeliveryStatus(true);
+  servizio->MailParamAllegatoUnico("a.pdf");
+  servizio->MailParamCorpoUnico("corpo");
+  servizio->MailParamIsValoriValidi(true);
+  servizio->IsPec(true);
+  servizio->IsInvioMailConParams(true);
+  servizio->ListaGuid("{1}");
+  servizio->IsLista(3);
+  servizio->DataValiditaCodiceDestinatario(host::DataOra{45000});
+  servizio->MailCorpo("c");
+  servizio->MailOggetto("o");
+  servizio->INFO_RagSocCliFor("Rossi");
+  servizio->InvioSMTP(true);
+  EXPECT_EQ(servizio->MailParamTipo(), 2.5F);
+  EXPECT_TRUE(servizio->MailParamReadRcpt());
+  EXPECT_TRUE(servizio->MailParamDeliveryStatus());
+  EXPECT_EQ(servizio->MailParamAllegatoUnico(), "a.pdf");
+  EXPECT_EQ(servizio->MailParamCorpoUnico(), "corpo");
+  EXPECT_TRUE(servizio->MailParamIsValoriValidi());
+  EXPECT_TRUE(servizio->IsPec());
+  EXPECT_TRUE(servizio->IsInvioMailConParams());
+  EXPECT_EQ(servizio->ListaGuid(), "{1}");
+  EXPECT_EQ(servizio->IsLista(), 3);
+  EXPECT_EQ(servizio->DataValiditaCodiceDestinatario().giorni, 45000);
+  EXPECT_EQ(servizio->MailCorpo(), "c");
+  EXPECT_EQ(servizio->MailOggetto(), "o");
+  EXPECT_EQ(servizio->INFO_RagSocCliFor(), "Rossi");
+  EXPECT_TRUE(servizio->InvioSMTP());
+}
+
+TEST_F(Servizio, AMessageGoesToTheHostsMessageObject) {
+  servizio->ActiveInterface = CreaFakeInterfaccia(*ambiente);
+  EXPECT_EQ(interno.MostraMessaggio("testo", 48, "titolo", nullptr), ambiente->rispostaMessaggio);
+  EXPECT_THAT(journal->Righe({"Host.Messaggi", "ObjMessaggi"}),
+              ElementsAre("Host.Messaggi.MostraMsg testo|48|titolo|(assente)"));
+}
+
+TEST_F(Servizio, EachTestOfTheHostsChainFetchesItAnew) {
+  servizio->ActiveInterface = CreaFakeInterfaccia(*ambiente);
+  interno.MostraMessaggio("testo", 0, "", nullptr);
+  EXPECT_EQ(journal->Conta("ActiveInterface.Applicazione"), 3U);
+}
+
+TEST_F(Servizio, AMessageGoesToItsOwnObjectWithoutAHost) {
+  interno.MostraMessaggio("testo", 16, "titolo", nullptr);
+  EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg testo|16|titolo|(assente)"));
+}
+
+TEST_F(Servizio, AHostWithoutApplicationIsNoError) {
+  servizio->ActiveInterface = CreaFakeInterfaccia(*ambiente, 7, false);
+  interno.MostraMessaggio("testo", 0, "", nullptr);
+  EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg testo|0||(assente)"));
+}
+
+TEST_F(Servizio, AHostWithoutMessageObjectIsNoError) {
+  servizio->ActiveInterface = CreaFakeInterfaccia(*ambiente, 7, true, false);
+  interno.MostraMessaggio("testo", 0, "", nullptr);
+  EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg testo|0||(assente)"));
+}
+
+TEST_F(Servizio, AFailingMessageObjectFailsItsCaller) {
+  journal->Fallisce("ObjMessaggi.MostraMsg");
+  EXPECT_THROW(interno.MostraMessaggio("testo", 0, "", nullptr), host::Errore);
+}
+
+// What teardown does, one line each, with the objects that have no operation to be seen by watched through
+// weak pointers.
+
+TEST_F(Servizio, TeardownTracesThenClearsTheRegistersConnection) {
+  ConRegistro();
+  servizio->SrvMailInstallato = kvSMTPMail;
+  journal->Svuota();
+  servizio.reset();
+  EXPECT_THAT(journal->Righe(),
+              ElementsAre(StartsWith("debug QLNA:|"), "ObjRegistroInvio.Connessione (assente)"));
+  EXPECT_TRUE(journal->Righe()[0].ends_with("|TER|ORVE_MAILSERVER|CLSFW_MAILSERVER"));
+}
+
+TEST_F(Servizio, TeardownOnSimpleMapiSignsOff) {
+  interno.objMapiSession() = ambiente->CreaMAPISession();
+  const std::weak_ptr<host::MAPISession> sessione = interno.objMapiSession();
+  servizio.reset();
+  EXPECT_EQ(journal->Conta("MAPISession.SignOff"), 1U);
+  EXPECT_TRUE(sessione.expired());
+}
+
+TEST_F(Servizio, TeardownWithoutASessionTriesSignOffAndGoesOn) {
+  servizio->vCollDestinatari = std::make_shared<CollDestinatari>(ambiente);
+  const std::weak_ptr<CollDestinatari> collezione = servizio->vCollDestinatari;
+  ASSERT_EQ(servizio->SrvMailInstallato, kvSimpleMAPI);
+  EXPECT_NO_THROW(servizio.reset());
+  EXPECT_TRUE(collezione.expired());
+  EXPECT_EQ(connessione.use_count(), 1);
+}
+
+TEST_F(Servizio, EachStepOfTeardownIsTriedWhateverTheOneBeforeDid) {
+  ConRegistro();
+  interno.objMapiSession() = ambiente->CreaMAPISession();
+  journal->Fallisce("ObjRegistroInvio.Connessione");
+  journal->Fallisce("MAPISession.SignOff");
+  EXPECT_NO_THROW(servizio.reset());
+  EXPECT_EQ(journal->Conta("MAPISession.SignOff"), 1U);
+  EXPECT_EQ(connessione.use_count(), 1);
+}
+
+TEST_F(Servizio, TeardownOnOutlookReleasesEverythingAllTheSame) {
+  interno.objOutlookApp() = ambiente->CreaOutlook();
+  servizio->SrvMailInstallato = kvOutlook;
+  servizio->vCollDestinatari = std::make_shared<CollDestinatari>(ambiente);
+  const std::weak_ptr<CollDestinatari> collezione = servizio->vCollDestinatari;
+  journal->Svuota();
+  servizio.reset();
+  EXPECT_EQ(journal->Conta("MAPISession"), 0U);
+  EXPECT_TRUE(collezione.expired());
+  EXPECT_EQ(connessione.use_count(), 1);
+}
+
+TEST_F(Servizio, ProceduresThatAreNotBuiltYetSaySo) {
+  const auto numeroETesto = [](const std::function<void()>& azione) -> std::string {
+    try {
+      azione();
+    } catch (const host::Errore& errore) {
+      return std::to_string(errore.Numero()) + " " + errore.Descrizione();
+    }
+    return "";
+  };
+  EXPECT_EQ(numeroETesto([&] { servizio->InviaMailDiretta(); }),
+            "438 Funzione non disponibile in questa versione: InviaMailDiretta");
+  EXPECT_EQ(numeroETesto([&] { servizio->InviaMailSMTP("o", "c"); }),
+            "438 Funzione non disponibile in questa versione: InviaMailSMTP");
+  EXPECT_EQ(numeroETesto([&] { servizio->AddDestinatario("a@x.example", "A"); }),
+            "438 Funzione non disponibile in questa versione: AddDestinatario");
+  EXPECT_EQ(numeroETesto([&] { servizio->ReturnMailParameters(); }),
+            "438 Funzione non disponibile in questa versione: ReturnMailParameters");
+  EXPECT_THAT(Messaggi(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace orve

@@ -1,0 +1,437 @@
+// The send procedure: disabled service, the two routes, the modes, refusals, and the choice of the channel.
+#include <vector>
+
+#include "fakes/servizio_di_prova.h"
+
+namespace orve {
+namespace {
+
+using host::Variant;
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+constexpr const char* kIndirizzoNonValido =
+    "ObjMessaggi.MostraMsg L'elenco dei destinatari contiene un indirizzo non "
+    "valido.|64|Attenzione|(assente)";
+// The dialog is not part of this build; that it was called shows in the error which it raises.
+constexpr const char* kDialogo =
+    "ObjMessaggi.MostraMsg 438 Funzione non disponibile in questa versione: ApriForm_OpzInvio "
+    "ORVE_MAILSERVER: "
+    "CLSFW_MAILSERVER: AvviaProceduraInvio|0||(assente)";
+
+class Invio : public fakes::ServizioDiProva {
+ protected:
+  Invio() {
+    servizio->SrvMailInstallato = kvSMTPSSLMail;
+    servizio->vFlagCorpo = 1;
+    interno.PathTemp() = "C:\\Temp";
+    interno.SmtpServer() = "mail.example";
+    servizio->vSenderAddress = "noi@azienda.example";
+  }
+  [[nodiscard]] bool Consegnato() const { return journal->Conta("smtp.SendMail") == 1; }
+  [[nodiscard]] bool DialogoChiesto() const {
+    if (servizio->ModalitaInvio() == kvManuale) return journal->Conta(kDialogo) == 1;
+    const auto righe = journal->Righe({"TextStream.WriteLine"});
+    return !righe.empty() && righe.back().find("AvviaProceduraInvio") != std::string::npos;
+  }
+};
+
+TEST_F(Invio, ADisabledServiceRefusesBeforeAnythingElse) {
+  servizio->SrvMailInstallato = kvNoMail;
+  ConRegistro();
+  Collezione().Add("a@x.example", "Anna");
+  bool evento = false;
+  servizio->BeforeSendMail = [&](auto&, auto&, auto&, auto&, auto&, auto&) { evento = true; };
+  servizio->AvviaProceduraInvio(Variant(100), kvDestinatarioFaxCliente);
+  EXPECT_EQ(servizio->Stato(), kvInvioNonImpostato);
+  EXPECT_EQ(servizio->Descrizione().ToText(), "Invio mail disabilitato!");
+  EXPECT_FALSE(evento);
+  EXPECT_EQ(servizio->vCollDestinatari->Count(), 1);
+  EXPECT_THAT(journal->Righe({"ObjRegistroInvio.", "ConnectionADO.CreateCommand"}),
+              ElementsAre("ObjRegistroInvio.EsitoInvio 1", "ObjRegistroInvio.CanaleInvio 3",
+                          "ObjRegistroInvio.RegistraInvio (assente)|(assente)|(assente)|(assente)|Invio mail "
+                          "disabilitato||",
+                          "ConnectionADO.CreateCommand"));
+  EXPECT_THAT(connessione->Statements(), Contains(HasSubstr("88, 7, '")));
+  EXPECT_THAT(connessione->Statements(), Contains(HasSubstr("<DESRES=Invio mail disabilitato/>")));
+}
+
+TEST_F(Invio, ADisabledServiceWithoutARegisterOnlySetsTheState) {
+  servizio->SrvMailInstallato = kvNoMail;
+  servizio->AvviaProceduraInvio();
+  EXPECT_EQ(servizio->Stato(), kvInvioNonImpostato);
+  EXPECT_THAT(journal->Righe({"ConnectionADO", "ObjMessaggi", "FileSystem"}), IsEmpty());
+}
+
+TEST_F(Invio, SimpleMapiPreparesItsMessageBeforeTheRouteIsKnown) {
+  servizio->SrvMailInstallato = kvSimpleMAPI;
+  interno.MapiSessionID() = 4711;
+  servizio->vIndDestinatario = "a@x.example";
+  servizio->AvviaProceduraInvio();
+  EXPECT_THAT(
+      journal->Righe({"Ambiente.CreaMAPI", "MAPIMessages"}),
+      ElementsAre("Ambiente.CreaMAPIMessages", "MAPIMessages.SessionID 4711", "MAPIMessages.Compose"));
+  EXPECT_TRUE(DialogoChiesto());
+}
+
+TEST_F(Invio, AFilledCollectionLeavesInEveryModeWithoutACheck) {
+  for (const auto modo : {kvManuale, kvAutomatico, kvSemiAuto, kvListaDistribuzione}) {
+    servizio->vCollDestinatari.reset();
+    servizio->DestinatariA("");
+    Collezione().Add("senza chiocciola", "Anna");
+    servizio->ModalitaInvio(modo);
+    journal->Svuota();
+    servizio->AvviaProceduraInvio();
+    EXPECT_TRUE(Consegnato()) << modo;
+    EXPECT_THAT(Messaggi(), IsEmpty()) << modo;
+  }
+}
+
+TEST_F(Invio, TheCollectionRouteTakesTheCompanyOfTheDocumentAndTheChosenAccount) {
+  Collezione().Add("a@x.example", "Anna");
+  servizio->INFO_RagSocCliFor("Acme S.p.A.");
+  servizio->vDitta = "vecchia";
+  EXPECT_FALSE(interno.UsaMittenteScelto());
+  servizio->AvviaProceduraInvio();
+  EXPECT_EQ(servizio->vDitta, "Acme S.p.A.");
+  EXPECT_TRUE(interno.UsaMittenteScelto());
+}
+
+TEST_F(Invio, TheCollectionRouteLoadsTheDefaultAccountOnTheSmtpChannels) {
+  interno.SmtpServer().clear();
+  Collezione().Add("a@x.example", "Anna");
+  servizio->AvviaProceduraInvio();
+  EXPECT_THAT(connessione->Statements(), Contains(HasSubstr("FW99_ISDEFAULT = 1")));
+}
+
+TEST_F(Invio, ADirectSendLoadsTheAccountOfItsId) {
+  interno.FlagInvioDiretto() = true;
+  interno.IdMittenteDiretto() = 12;
+  Collezione();
+  servizio->AvviaProceduraInvio();
+  EXPECT_THAT(connessione->Statements(), Contains(HasSubstr("WHERE FW98_IDACCOUNT = 12")));
+  EXPECT_THAT(connessione->Statements(), Not(Contains(HasSubstr("FW99_ISDEFAULT"))));
+}
+
+TEST_F(Invio, ADirectSendTakesTheCollectionRouteEvenWithoutRecipients) {
+  interno.FlagInvioDiretto() = true;
+  Collezione();
+  servizio->ModalitaInvio(kvManuale);
+  servizio->AvviaProceduraInvio();
+  EXPECT_TRUE(Consegnato());
+}
+
+TEST_F(Invio, NoAccountIsLoadedOnOtherChannels) {
+  servizio->SrvMailInstallato = kvMAPI;
+  Collezione().Add("a@x.example", "Anna");
+  servizio->ModalitaInvio(kvManuale);
+  servizio->AvviaProceduraInvio();
+  EXPECT_THAT(connessione->Statements(), Not(Contains(HasSubstr("FW23_SERVERNAME"))));
+}
+
+// What the body's placeholders see is looked at through a handler, since the joined texts are emptied behind
+// it.
+struct VistoDalCorpo {
+  std::string nomi;
+  std::string indirizzi;
+};
+
+class Unione : public Invio {
+ protected:
+  VistoDalCorpo Visto() {
+    servizio->vCorpoMail = "***(Nome)***|***(IndEmail)***";
+    VistoDalCorpo visto;
+    servizio->BeforeSendMail = [&](auto&, auto& corpo, auto&, auto&, auto&, auto&) {
+      visto = {corpo.substr(0, corpo.find('|')), corpo.substr(corpo.find('|') + 1)};
+    };
+    servizio->SrvMailInstallato =
+        static_cast<kvEnum_ServizioMail>(99);  // no channel, to see what this procedure leaves
+    servizio->AvviaProceduraInvio();
+    return visto;
+  }
+};
+
+TEST_F(Unione, NamesAndAddressesOfTheARecipientsAreJoined) {
+  Collezione().AddFromLista("a@x.example", "Anna", "", 0);
+  Collezione().AddFromLista("c@x.example", "Carlo", "", 1);
+  Collezione().AddFromLista("b@x.example", "Bea", "", 0);
+  Collezione().AddFromLista("n@x.example", "Nino", "", 2);
+  const auto visto = Visto();
+  EXPECT_EQ(visto.nomi, "Anna, Bea");
+  EXPECT_EQ(visto.indirizzi, "a@x.example, b@x.example");
+  EXPECT_EQ(servizio->vNome, "");
+  EXPECT_EQ(servizio->vIndDestinatario, "");
+}
+
+TEST_F(Unione, ARecipientWithoutANameStillAddsItsAddress) {
+  Collezione().AddFromLista("a@x.example", "", "", 0);
+  Collezione().AddFromLista("b@x.example", "Bea", "", 0);
+  const auto visto = Visto();
+  EXPECT_EQ(visto.nomi, "Bea");
+  EXPECT_EQ(visto.indirizzi, "a@x.example, b@x.example");
+}
+
+TEST_F(Unione, AnUnknownBoxCountsAsAnARecipientHereThoughItEntersNoList) {
+  Collezione().AddFromLista("q@x.example", "Quinto", "", 3);
+  const auto visto = Visto();
+  EXPECT_EQ(visto.nomi, "Quinto");
+  EXPECT_EQ(servizio->DestinatariA(), "");
+  EXPECT_EQ(servizio->vCollDestinatari->Count(), 0);
+}
+
+TEST_F(Unione, WhatTheCallerLeftInTheFieldsStandsInFront) {
+  servizio->vNome = "Spett. ";
+  Collezione().AddFromLista("a@x.example", "Anna", "", 0);
+  EXPECT_EQ(Visto().nomi, "Spett. Anna");
+}
+
+TEST_F(Unione, CcRecipientsOnlyLeaveTheFieldsAsTheCallerLeftThem) {
+  servizio->vNome = "Rossi";
+  servizio->vIndDestinatario = "r@x.example";
+  Collezione().AddFromLista("c@x.example", "Carlo", "", 1);
+  Visto();
+  EXPECT_EQ(servizio->vNome, "Rossi");
+  EXPECT_EQ(servizio->vIndDestinatario, "r@x.example");
+}
+
+TEST_F(Unione, ADirectSendLeavesTheFieldsAlone) {
+  interno.FlagInvioDiretto() = true;
+  servizio->vNome = "Rossi";
+  Collezione().AddFromLista("a@x.example", "Anna", "", 0);
+  Visto();
+  EXPECT_EQ(servizio->vNome, "Rossi");
+}
+
+// The look-up route, by mode.
+
+struct CasoModo {
+  const char* label;
+  kvEnumModalitaInvio modo;
+  const char* indirizzo;
+  bool wantConsegnato;
+  bool wantDialogo;
+  bool wantMessaggio;
+  const char* wantRifiuto;
+};
+
+TEST_F(Invio, TheModeDecidesOnTheLookUpRoute) {
+  constexpr const char* kMancante = "Non inviato. Indirizzo mancante.";
+  constexpr const char* kNonValido = "L'elenco dei destinatari contiene un indirizzo non valido.";
+  const CasoModo casi[] = {
+      {"manual, none", kvManuale, "", false, true, false, nullptr},
+      {"manual, good", kvManuale, "a@x.example", false, true, false, nullptr},
+      {"manual, bad", kvManuale, "rotto", false, true, false, nullptr},
+      {"automatic, none", kvAutomatico, "", false, false, false, kMancante},
+      {"automatic, good", kvAutomatico, "a@x.example", true, false, false, nullptr},
+      {"automatic, bad", kvAutomatico, "rotto", false, false, false, kNonValido},
+      {"semi-automatic, none", kvSemiAuto, "", false, true, false, nullptr},
+      {"semi-automatic, good", kvSemiAuto, "a@x.example", true, false, false, nullptr},
+      {"semi-automatic, bad", kvSemiAuto, "rotto", false, true, true, nullptr},
+      {"list, none", kvListaDistribuzione, "", false, true, false, nullptr},
+      {"list, good", kvListaDistribuzione, "a@x.example", true, false, false, nullptr},
+      {"list, bad", kvListaDistribuzione, "rotto", false, true, true, nullptr},
+  };
+  for (const auto& caso : casi) {
+    servizio->vCollDestinatari.reset();
+    servizio->DestinatariA("");
+    servizio->vIndDestinatario = caso.indirizzo;
+    servizio->vNome = "Anna";
+    servizio->ModalitaInvio(caso.modo);
+    ConRegistro();
+    interno.UsaMittenteScelto() = false;
+    journal->Svuota();
+    servizio->AvviaProceduraInvio();
+    EXPECT_EQ(Consegnato(), caso.wantConsegnato) << caso.label;
+    EXPECT_EQ(DialogoChiesto(), caso.wantDialogo) << caso.label;
+    EXPECT_EQ(interno.UsaMittenteScelto(), caso.wantDialogo) << caso.label;
+    EXPECT_EQ(journal->Conta(kIndirizzoNonValido), caso.wantMessaggio ? 1U : 0U) << caso.label;
+    const auto rifiuti = journal->Righe({"ObjRegistroInvio.RegistraInvio"});
+    if (caso.wantRifiuto != nullptr) {
+      EXPECT_THAT(rifiuti, ElementsAre(std::string("ObjRegistroInvio.RegistraInvio Anna||||") +
+                                       caso.wantRifiuto + "||"))
+          << caso.label;
+    } else {
+      EXPECT_EQ(rifiuti.size(), caso.wantConsegnato ? 1U : 0U) << caso.label;
+    }
+  }
+}
+
+TEST_F(Invio, ARefusalInTheAutomaticModeIsRegisteredAndChangesNoState) {
+  ConRegistro();
+  interno.StatoInvio() = kvErroreInvioMail;
+  servizio->ModalitaInvio(kvAutomatico);
+  servizio->vNome = "Anna";
+  servizio->vDitta = "Acme";
+  servizio->vMailAttachment = "C:\\f.pdf";
+  servizio->AvviaProceduraInvio();
+  EXPECT_EQ(servizio->Stato(), kvErroreInvioMail);
+  EXPECT_TRUE(servizio->Descrizione().IsEmpty());
+  EXPECT_THAT(
+      journal->Righe({"ObjRegistroInvio."}),
+      ElementsAre("ObjRegistroInvio.EsitoInvio 1", "ObjRegistroInvio.CanaleInvio 77",
+                  "ObjRegistroInvio.RegistraInvio Anna|Acme||C:\\f.pdf|Non inviato. Indirizzo mancante.||"));
+  EXPECT_THAT(connessione->Statements(), Contains(HasSubstr("<DESRES=Non inviato. Indirizzo mancante./>")));
+}
+
+TEST_F(Invio, ABadAddressInTheAutomaticModeWithoutARegisterLeavesNoTrace) {
+  servizio->ModalitaInvio(kvAutomatico);
+  servizio->vIndDestinatario = "rotto";
+  servizio->AvviaProceduraInvio();
+  EXPECT_THAT(journal->Righe(
+                  {"ObjRegistroInvio", "ObjMessaggi", "FileSystem", "ConnectionADO.CreateCommand", "smtp"}),
+              IsEmpty());
+}
+
+TEST_F(Invio, EveryBoxIsCheckedAndTheWalkStopsAtTheFirstBadAddress) {
+  servizio->ModalitaInvio(kvAutomatico);
+  ConRegistro();
+  servizio->vIndDestinatario = "a@x.example";
+  servizio->DestinatariCCn("rotto");
+  servizio->AvviaProceduraInvio();
+  EXPECT_FALSE(Consegnato());
+  EXPECT_EQ(journal->Conta("ObjRegistroInvio.RegistraInvio"), 1U);
+}
+
+TEST_F(Invio, AnEmptyCollectionLosesTheLookedUpAddress) {
+  connessione->Risponde("CG16_CODICE= ", {{{"CG16_INDEMAIL", "a@x.example"}, {"CG16_RAGSOANAG", "Acme"}}});
+  Collezione();
+  ConRegistro();
+  servizio->ModalitaInvio(kvAutomatico);
+  servizio->AvviaProceduraInvio(Variant(100), kvDestinatarioFaxAnagrafica);
+  EXPECT_EQ(servizio->vIndDestinatario, "a@x.example");
+  EXPECT_EQ(servizio->vNome, "Acme");
+  EXPECT_THAT(journal->Righe({"ObjRegistroInvio.RegistraInvio"}),
+              ElementsAre("ObjRegistroInvio.RegistraInvio Acme||||Non inviato. Indirizzo mancante.||"));
+}
+
+TEST_F(Invio, WithoutACodeTheCallersOwnAddressIsUsed) {
+  servizio->ModalitaInvio(kvAutomatico);
+  servizio->vIndDestinatario = "a@x.example";
+  servizio->vNome = "Anna";
+  servizio->AvviaProceduraInvio();
+  EXPECT_THAT(journal->Righe({"smtp.AddRecipientEx"}),
+              ElementsAre("smtp.AddRecipientEx Anna <a@x.example> 0"));
+  EXPECT_THAT(connessione->Statements(), Not(Contains(HasSubstr("CG16_ANAGGEN"))));
+}
+
+TEST_F(Invio, TypeZeroLooksUpAsIfNoTypeHadBeenGiven) {
+  servizio->ModalitaInvio(kvAutomatico);
+  servizio->AvviaProceduraInvio(Variant(100), kvDestinatarioFaxAnagrafica);
+  const auto conTipo = connessione->Statements();
+  journal->Svuota();
+  servizio->AvviaProceduraInvio(Variant(100));
+  EXPECT_EQ(connessione->Statements().front(), conTipo.front());
+  EXPECT_THAT(conTipo.front(), HasSubstr("WHERE CG16_CODICE= 100"));
+}
+
+TEST_F(Invio, TheLookUpRouteLoadsNoAccountAndDoesNotTakeTheChosenOne) {
+  servizio->ModalitaInvio(kvAutomatico);
+  servizio->vIndDestinatario = "a@x.example";
+  interno.SmtpServer().clear();
+  servizio->AvviaProceduraInvio();
+  EXPECT_FALSE(Consegnato());
+  EXPECT_FALSE(interno.UsaMittenteScelto());
+  EXPECT_THAT(connessione->Statements(), Not(Contains(HasSubstr("FW23_SERVERNAME"))));
+  EXPECT_EQ(servizio->Stato(), kvOK);
+}
+
+TEST_F(Invio, TheChosenAccountStaysInForceForLaterSends) {
+  Collezione().Add("a@x.example", "Anna");
+  servizio->AvviaProceduraInvio();
+  servizio->vCollDestinatari.reset();
+  servizio->ModalitaInvio(kvAutomatico);
+  servizio->AvviaProceduraInvio();
+  EXPECT_TRUE(interno.UsaMittenteScelto());
+}
+
+struct CasoCanale {
+  std::int32_t canale;
+  const char* wantInizio;
+};
+
+TEST_F(Invio, TheChannelPicksItsProcedure) {
+  servizio->ModalitaInvio(kvManuale);
+  const CasoCanale casi[] = {
+      {0, "438-Funzione non disponibile in questa versione: SendWithSimpleMAPI in "},
+      {1, "438-Funzione non disponibile in questa versione: SendWithOutlook in "},
+      {2, "438-Funzione non disponibile in questa versione: SendMailMAPI in "},
+  };
+  for (const auto& caso : casi) {
+    servizio->SrvMailInstallato = static_cast<kvEnum_ServizioMail>(caso.canale);
+    journal->Svuota();
+    servizio->InviaMail();
+    EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg " + std::string(caso.wantInizio) +
+                                        "ORVE_MAILSERVER:CLSFW_MAILSERVER - InviaMail|0||(assente)"))
+        << caso.canale;
+  }
+  Collezione();
+  for (const auto canale : {kvSMTPMail, kvSMTPSSLMail}) {
+    servizio->SrvMailInstallato = canale;
+    journal->Svuota();
+    servizio->InviaMail();
+    EXPECT_TRUE(Consegnato()) << canale;
+  }
+}
+
+TEST_F(Invio, InviaMailOnADisabledOrUnknownChannelDoesNothing) {
+  for (const std::int32_t canale : {3, 4, -1, 75, 78}) {
+    servizio->SrvMailInstallato = static_cast<kvEnum_ServizioMail>(canale);
+    journal->Svuota();
+    servizio->InviaMail();
+    EXPECT_THAT(journal->Righe(), IsEmpty()) << canale;
+    EXPECT_EQ(servizio->Stato(), kvOK) << canale;
+  }
+}
+
+TEST_F(Invio, AChannelThatIsNotThereLeavesNothingRecordedAsSent) {
+  servizio->SrvMailInstallato = kvMAPI;
+  servizio->ModalitaInvio(kvAutomatico);
+  ConRegistro();
+  Collezione().Add("a@x.example", "Anna");
+  servizio->AvviaProceduraInvio();
+  EXPECT_EQ(servizio->Stato(), kvOK);  // unchanged: no channel has run
+  EXPECT_EQ(journal->Conta("ObjRegistroInvio.RegistraInvio"), 0U);
+  const auto righe = journal->Righe({"TextStream.WriteLine"});
+  ASSERT_FALSE(righe.empty());
+  EXPECT_THAT(righe.back(), HasSubstr("ErroreInvio   InviaMail   "));
+}
+
+TEST_F(Invio, AnErrorInTheProcedureIsLoggedUnattendedAndShownToAPerson) {
+  servizio->SrvMailInstallato = kvSimpleMAPI;
+  journal->Fallisce("MAPIMessages.Compose", {32002, "MAPI", "nessuna sessione"});
+  servizio->ModalitaInvio(kvAutomatico);
+  servizio->AvviaProceduraInvio();
+  EXPECT_THAT(journal->Righe({"TextStream.WriteLine"}).back(),
+              HasSubstr("ErroreInvio   AvviaProceduraInvio   "));
+  EXPECT_THAT(Messaggi(), IsEmpty());
+  servizio->ModalitaInvio(kvManuale);
+  servizio->AvviaProceduraInvio();
+  EXPECT_THAT(Messaggi(),
+              ElementsAre("ObjMessaggi.MostraMsg 32002 nessuna sessione ORVE_MAILSERVER: CLSFW_MAILSERVER: "
+                          "AvviaProceduraInvio|0||(assente)"));
+}
+
+TEST_F(Invio, AnErrorOfAnAttendedSendWritesNoLog) {
+  servizio->SrvMailInstallato = kvSimpleMAPI;
+  servizio->ModalitaInvio(kvManuale);
+  journal->Fallisce("Ambiente.CreaMAPIMessages", host::Errore(host::kOggettoNonCreabile));
+  servizio->AvviaProceduraInvio();
+  EXPECT_THAT(journal->Righe({"FileSystem", "TextStream"}), IsEmpty());
+}
+
+TEST_F(Invio, AFailingRegisterEndsTheRefusalInTheProceduresHandler) {
+  servizio->SrvMailInstallato = kvNoMail;
+  servizio->ModalitaInvio(kvManuale);
+  ConRegistro();
+  journal->Fallisce("ObjRegistroInvio.RegistraInvio", {1001, "Registro", "pieno"});
+  servizio->AvviaProceduraInvio();
+  EXPECT_EQ(servizio->Stato(), kvInvioNonImpostato);
+  EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg 1001 pieno ORVE_MAILSERVER: CLSFW_MAILSERVER: "
+                                      "AvviaProceduraInvio|0||(assente)"));
+  EXPECT_EQ(journal->Conta("ConnectionADO.CreateCommand"), 0U);
+}
+
+}  // namespace
+}  // namespace orve

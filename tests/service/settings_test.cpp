@@ -1,0 +1,292 @@
+// The mail settings: what each column becomes, the fallbacks, the channel's object, and NVL.
+#include <vector>
+
+#include "fakes/servizio_di_prova.h"
+#include "service/nvl.h"
+
+namespace orve {
+namespace {
+
+using fakes::Riga;
+using host::Null;
+using host::Variant;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class Impostazioni : public fakes::ServizioDiProva {
+ protected:
+  static Riga RigaMail() {
+    return {{"FW24_INDFAXATTIVO", 77}, {"FW24_INDMODALITA", 1},  {"FW24_PATHTMP", "C:\\Invii"},
+            {"FW24_READRECEIPT", 1},   {"FW24_FLGMSGPERS", 1},   {"FW24_MSGPERS", "Saluti"},
+            {"FW24_BCC", 1},           {"FW24_MAILMODSTDIFF", 3}};
+  }
+  void Con(const Riga& riga) { connessione->Risponde("FW24_FAXCONFIG", {riga}); }
+  void Con(const std::string& colonna, Variant valore) {
+    Riga riga = RigaMail();
+    riga[colonna] = std::move(valore);
+    Con(riga);
+  }
+  [[nodiscard]] host::Errore ErroreDiLettura() {
+    try {
+      servizio->GetImpostazioni();
+    } catch (const host::Errore& errore) {
+      return errore;
+    }
+    return {0, "", "nessun errore"};
+  }
+};
+
+TEST_F(Impostazioni, TheStatementGoesOutAsItStands) {
+  Con(RigaMail());
+  EXPECT_TRUE(servizio->GetImpostazioni().IsEmpty());
+  EXPECT_THAT(
+      journal->Righe({"ConnectionADO.Execute"}),
+      ElementsAre("ConnectionADO.Execute 1 SELECT FW24_INDFAXATTIVO, FW24_INDMODALITA, FW24_PATHTMP,  "
+                  "FW24_READRECEIPT, FW24_FLGMSGPERS, FW24_MSGPERS,FW24_BCC,  FW24_MAILMODSTDIFF  FROM "
+                  "FW24_FAXCONFIG  WHERE FW24_INDCANALE = 1"));
+}
+
+TEST_F(Impostazioni, EachColumnGoesToItsField) {
+  Con(RigaMail());
+  servizio->GetImpostazioni();
+  EXPECT_EQ(servizio->SrvMailInstallato, kvSMTPSSLMail);
+  EXPECT_EQ(interno.ModalitaStandard(), 1);
+  EXPECT_EQ(interno.ModalitaStampaDifferita(), 3);
+  EXPECT_EQ(servizio->tempPath(), "C:\\Invii");
+  EXPECT_TRUE(interno.FlagBcc());
+  EXPECT_TRUE(servizio->ReadReceipt);
+  EXPECT_TRUE(servizio->FlgMsgPers);
+  EXPECT_EQ(servizio->MsgPers, "Saluti");
+}
+
+TEST_F(Impostazioni, ColumnsAreReadInTheirOrderAndTheResultIsNotClosed) {
+  Con(RigaMail());
+  servizio->GetImpostazioni();
+  EXPECT_THAT(journal->Righe({"RecordSet", "RisolutorePercorsi"}),
+              ElementsAre("RecordSet.Fields FW24_INDFAXATTIVO", "RecordSet.Fields FW24_MAILMODSTDIFF",
+                          "RecordSet.Fields FW24_INDMODALITA", "RecordSet.Fields FW24_PATHTMP",
+                          "RisolutorePercorsi.ImpostaPercorso C:\\Invii|true", "RisolutorePercorsi.Percorso",
+                          "RisolutorePercorsi.ChiudiPercorsi", "RecordSet.Fields FW24_BCC",
+                          "RecordSet.Fields FW24_READRECEIPT", "RecordSet.Fields FW24_FLGMSGPERS",
+                          "RecordSet.Fields FW24_MSGPERS"));
+}
+
+TEST_F(Impostazioni, OnlyTheFirstRowIsRead) {
+  Riga seconda = RigaMail();
+  seconda["FW24_INDFAXATTIVO"] = 3;
+  connessione->Risponde("FW24_FAXCONFIG", {RigaMail(), seconda});
+  servizio->GetImpostazioni();
+  EXPECT_EQ(servizio->SrvMailInstallato, kvSMTPSSLMail);
+}
+
+TEST_F(Impostazioni, WithoutAConnectionTheDefaultsApplyAndAMapiSessionIsOpened) {
+  servizio->ConnectionADO.reset();
+  servizio->SrvMailInstallato = kvSMTPMail;
+  servizio->ReadReceipt = true;
+  servizio->FlgMsgPers = true;
+  servizio->MsgPers = "resta";
+  servizio->GetImpostazioni();
+  EXPECT_EQ(servizio->SrvMailInstallato, kvSimpleMAPI);
+  EXPECT_EQ(servizio->ModalitaInvio(), kvSemiAuto);
+  EXPECT_EQ(servizio->tempPath(), "C:\\Temp");
+  EXPECT_TRUE(servizio->ReadReceipt);
+  EXPECT_TRUE(servizio->FlgMsgPers);
+  EXPECT_EQ(servizio->MsgPers, "resta");
+  EXPECT_THAT(journal->Righe({"RisolutorePercorsi", "Ambiente", "MAPISession"}),
+              ElementsAre("Ambiente.CreaRisolutorePercorsi", "RisolutorePercorsi.ImpostaTipoPercorso 8|",
+                          "RisolutorePercorsi.Percorso", "RisolutorePercorsi.ChiudiPercorsi",
+                          "Ambiente.CreaMAPISession", "MAPISession.DownLoadMail false",
+                          "MAPISession.NewSession true", "MAPISession.SignOn"));
+  EXPECT_EQ(interno.MapiSessionID(), Variant(4711));
+}
+
+TEST_F(Impostazioni, WithoutAMailRowTheDefaultsApplyAndTheStandingMessageIsCleared) {
+  servizio->ReadReceipt = true;
+  servizio->FlgMsgPers = true;
+  servizio->MsgPers = "sparisce";
+  servizio->GetImpostazioni();
+  EXPECT_EQ(servizio->SrvMailInstallato, kvSimpleMAPI);
+  EXPECT_EQ(servizio->ModalitaInvio(), kvSemiAuto);
+  EXPECT_EQ(servizio->tempPath(), "C:\\Temp");
+  EXPECT_FALSE(servizio->ReadReceipt);
+  EXPECT_FALSE(servizio->FlgMsgPers);
+  EXPECT_EQ(servizio->MsgPers, "");
+  EXPECT_EQ(journal->Conta("MAPISession.SignOn"), 1U);
+}
+
+TEST_F(Impostazioni, ARowLeavesAForcedModeInForce) {
+  Con(RigaMail());
+  servizio->ModalitaInvio(kvManuale);
+  servizio->GetImpostazioni();
+  EXPECT_EQ(servizio->ModalitaInvio(), kvManuale);
+}
+
+TEST_F(Impostazioni, APlainSmtpChannelIsRaisedToTheSecureOne) {
+  Con("FW24_INDFAXATTIVO", 76);
+  servizio->GetImpostazioni();
+  EXPECT_EQ(servizio->SrvMailInstallato, 77);
+}
+
+struct CasoCanale {
+  const char* label;
+  std::int32_t canale;
+  bool soloSmtp;
+  std::vector<std::string> wantCreati;
+};
+
+TEST_F(Impostazioni, TheChannelDecidesWhichObjectIsCreated) {
+  const CasoCanale casi[] = {
+      {"Simple MAPI", 0, false, {"Ambiente.CreaMAPISession"}},
+      {"Simple MAPI, SMTP only", 0, true, {}},
+      {"Outlook", 1, false, {"Ambiente.CreaOutlook"}},
+      {"Outlook, SMTP only", 1, true, {}},
+      {"MAPI32", 2, false, {}},
+      {"disabled", 3, false, {}},
+      {"SMTP", 76, false, {}},
+      {"SMTP, SMTP only", 76, true, {}},
+      {"secure SMTP", 77, false, {}},
+      {"secure SMTP, SMTP only", 77, true, {}},
+      {"unknown", 99, false, {}},
+  };
+  for (const auto& caso : casi) {
+    Con("FW24_INDFAXATTIVO", caso.canale);
+    servizio->InvioSMTP(caso.soloSmtp);
+    journal->Svuota();
+    servizio->GetImpostazioni();
+    EXPECT_EQ(journal->Righe({"Ambiente.CreaMAPI", "Ambiente.CreaOutlook"}), caso.wantCreati) << caso.label;
+  }
+}
+
+TEST_F(Impostazioni, OutlookThatCannotBeCreatedIsToldAndNoError) {
+  Con("FW24_INDFAXATTIVO", 1);
+  journal->Fallisce("Ambiente.CreaOutlook", host::Errore(host::kOggettoNonCreabile));
+  EXPECT_NO_THROW(servizio->GetImpostazioni());
+  EXPECT_EQ(interno.objOutlookApp(), nullptr);
+  EXPECT_THAT(Messaggi(),
+              ElementsAre("ObjMessaggi.MostraMsg Errore in creazione istanza di Outlook|16|ORVE_MAILSERVER: "
+                          "CLSFW_MAILSERVER: GetImpostazioni|(assente)"));
+}
+
+struct CasoColonna {
+  const char* label;
+  const char* colonna;
+  Variant valore;
+  std::function<bool(CLSFW_MAILSERVER&)> vale;
+};
+
+TEST_F(Impostazioni, NullableColumnsHaveTheirReplacements) {
+  const auto interni = [](CLSFW_MAILSERVER& s) { return AccessoInterno{s}; };
+  const CasoColonna casi[] = {
+      {"deferred mode null is manual", "FW24_MAILMODSTDIFF", Null{},
+       [&](auto& s) { return interni(s).ModalitaStampaDifferita() == kvManuale; }},
+      {"deferred mode blank is manual", "FW24_MAILMODSTDIFF", "  ",
+       [&](auto& s) { return interni(s).ModalitaStampaDifferita() == kvManuale; }},
+      {"copy null", "FW24_BCC", Null{}, [&](auto& s) { return !interni(s).FlagBcc(); }},
+      {"copy 0", "FW24_BCC", 0, [&](auto& s) { return !interni(s).FlagBcc(); }},
+      {"copy 2", "FW24_BCC", 2, [&](auto& s) { return interni(s).FlagBcc(); }},
+      {"receipt 2 is no", "FW24_READRECEIPT", 2, [](auto& s) { return !s.ReadReceipt; }},
+      {"receipt null is no", "FW24_READRECEIPT", Null{}, [](auto& s) { return !s.ReadReceipt; }},
+      {"receipt 1 is yes", "FW24_READRECEIPT", 1, [](auto& s) { return s.ReadReceipt; }},
+      {"personal message 2 is no", "FW24_FLGMSGPERS", 2, [](auto& s) { return !s.FlgMsgPers; }},
+      {"personal message null is no", "FW24_FLGMSGPERS", Null{}, [](auto& s) { return !s.FlgMsgPers; }},
+      {"message null is empty", "FW24_MSGPERS", Null{}, [](auto& s) { return s.MsgPers.empty(); }},
+      {"message of blanks is empty", "FW24_MSGPERS", "   ", [](auto& s) { return s.MsgPers.empty(); }},
+  };
+  for (const auto& caso : casi) {
+    Con(caso.colonna, caso.valore);
+    servizio->GetImpostazioni();
+    EXPECT_TRUE(caso.vale(*servizio)) << caso.label;
+  }
+}
+
+TEST_F(Impostazioni, ANullInAColumnWithoutReplacementFails) {
+  for (const char* colonna : {"FW24_INDFAXATTIVO", "FW24_INDMODALITA", "FW24_PATHTMP"}) {
+    Con(colonna, Null{});
+    EXPECT_EQ(ErroreDiLettura().Numero(), 94) << colonna;
+  }
+}
+
+TEST_F(Impostazioni, ErrorsArePassedOnWithTheNameDirectlyBehindTheDescription) {
+  journal->Fallisce("ConnectionADO.Execute", {4060, "Motore", "database chiuso"});
+  const auto errore = ErroreDiLettura();
+  EXPECT_EQ(errore.Numero(), 4060);
+  EXPECT_EQ(errore.Sorgente(), "Motore");
+  EXPECT_EQ(errore.Descrizione(), "database chiusoORVE_MAILSERVER: CLSFW_MAILSERVER: GetImpostazioni");
+}
+
+TEST_F(Impostazioni, AFailedSignOnIsPassedOn) {
+  Con("FW24_INDFAXATTIVO", 0);
+  journal->Fallisce("MAPISession.SignOn", {32003, "MAPI", "accesso negato"});
+  EXPECT_EQ(ErroreDiLettura().Descrizione(),
+            "accesso negatoORVE_MAILSERVER: CLSFW_MAILSERVER: GetImpostazioni");
+}
+
+TEST_F(Impostazioni, FieldsReadBeforeAFailureKeepTheirNewValues) {
+  Con("FW24_INDMODALITA", Null{});
+  interno.ModalitaStandard() = 2;
+  EXPECT_EQ(ErroreDiLettura().Numero(), 94);
+  EXPECT_EQ(servizio->SrvMailInstallato, kvSMTPSSLMail);
+  EXPECT_EQ(interno.ModalitaStampaDifferita(), 3);
+  EXPECT_EQ(interno.ModalitaStandard(), 2);
+}
+
+TEST_F(Impostazioni, TheTemporaryDirectorysFailureCarriesBothNames) {
+  servizio->ConnectionADO.reset();
+  journal->Fallisce("RisolutorePercorsi.Percorso", {76, "Percorsi", "manca"});
+  EXPECT_EQ(ErroreDiLettura().Descrizione(),
+            "mancaORVE_MAILSERVER: CLSFW_MAILSERVER: GetPathTempORVE_MAILSERVER: CLSFW_MAILSERVER: "
+            "GetImpostazioni");
+}
+
+TEST_F(Impostazioni, TheInstallationDirectoryIsResolvedAtEveryRead) {
+  EXPECT_EQ(servizio->PercorsoInstallazione(), "C:\\Programmi\\Orve");
+  EXPECT_EQ(servizio->PercorsoInstallazione(), "C:\\Programmi\\Orve");
+  EXPECT_THAT(
+      journal->Righe({"RisolutorePercorsi.Imposta"}),
+      ElementsAre("RisolutorePercorsi.ImpostaTipoPercorso 6|", "RisolutorePercorsi.ImpostaTipoPercorso 6|"));
+}
+
+TEST_F(Impostazioni, AFailureOfTheInstallationDirectoryIsPassedOn) {
+  journal->Fallisce("Ambiente.CreaRisolutorePercorsi", {429, "Host", "assente"});
+  try {
+    (void)servizio->PercorsoInstallazione();
+    FAIL();
+  } catch (const host::Errore& errore) {
+    EXPECT_EQ(errore.Numero(), 429);
+    EXPECT_EQ(errore.Descrizione(), "assenteORVE_MAILSERVER: CLSFW_MAILSERVER: GetPercorsoInstallazione");
+  }
+}
+
+struct CasoNvl {
+  const char* label;
+  Variant valore;
+  Variant sostituto;
+  Variant want;
+};
+
+TEST(Nvl, GivesTheValueOrItsReplacement) {
+  const CasoNvl casi[] = {
+      {"null", Null{}, "x", "x"},
+      {"empty", {}, "x", "x"},
+      {"empty text", "", "x", "x"},
+      {"blanks count as missing", "   ", "x", "x"},
+      {"a number 0 is a value", 0, 5, 0},
+      {"a value keeps its type", 3.5, 0, 3.5},
+      {"a text keeps its blanks", " a ", "x", " a "},
+      {"false is a value", false, true, false},
+  };
+  for (const auto& caso : casi) EXPECT_EQ(NVL(caso.valore, caso.sostituto), caso.want) << caso.label;
+}
+
+TEST(Nvl, PassesErrorsOnWithItsName) {
+  try {
+    (void)NVL(Variant::Array{}, "x");
+    FAIL();
+  } catch (const host::Errore& errore) {
+    EXPECT_EQ(errore.Numero(), 13);
+    EXPECT_EQ(errore.Descrizione(), "Tipo non corrispondente: ORVE_MAILSERVER: CLSFW_MAILSERVER: NVL");
+  }
+}
+
+}  // namespace
+}  // namespace orve

@@ -1,0 +1,107 @@
+#include "text/text.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace orve::text {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+TEST(Text, LengthCountsCharactersAndNotBytes) {
+  EXPECT_EQ(Length(""), 0U);
+  EXPECT_EQ(Length("abc"), 3U);
+  EXPECT_EQ(Length("perché"), 6U);
+  EXPECT_EQ(Length("€ 1 😀"), 5U);
+}
+
+TEST(Text, EveryByteThatIsNoUtf8IsOneCharacter) {
+  EXPECT_EQ(Length("\xFF\xFE"), 2U);
+  EXPECT_EQ(Length("a\xC3"), 2U);  // a lead byte at the end
+  EXPECT_EQ(Length("\xE2\x82"
+                   "b"),
+            3U);                      // a sequence cut short
+  EXPECT_EQ(Length("\xC0\xAF"), 2U);  // an overlong form
+}
+
+TEST(Text, LeftAndMidCutBetweenCharacters) {
+  EXPECT_EQ(Left("città nuova", 5), "città");
+  EXPECT_EQ(Left("ab", 9), "ab");
+  EXPECT_EQ(Left("ab", 0), "");
+  EXPECT_EQ(Mid("città nuova", 7), "nuova");
+  EXPECT_EQ(Mid("città nuova", 5, 3), "à n");
+  EXPECT_EQ(Mid("ab", 3), "");
+  EXPECT_EQ(Mid("ab", 99), "");
+}
+
+TEST(Text, WithoutLastCutsCharactersFromTheEnd) {
+  EXPECT_EQ(WithoutLast("Rossi, ", 2), "Rossi");
+  EXPECT_EQ(WithoutLast("àè", 1), "à");
+  EXPECT_EQ(WithoutLast("x", 2), "");
+}
+
+TEST(Text, FindGivesCharacterPositionsFromOne) {
+  EXPECT_EQ(Find("perché no", "no"), 8U);
+  EXPECT_EQ(Find("a/b/c", "/", 3), 4U);
+  EXPECT_EQ(Find("abc", "x"), 0U);
+  EXPECT_EQ(Find("abc", "a", 9), 0U);
+}
+
+TEST(Text, TrimTakesBlanksOnly) {
+  EXPECT_EQ(Trim("  a b  "), "a b");
+  EXPECT_EQ(Trim("\t a"), "\t a");
+  EXPECT_EQ(Trim("   "), "");
+  EXPECT_EQ(TrimRight("  a  "), "  a");
+}
+
+TEST(Text, AnEmptyTextSplitsIntoNoParts) {
+  EXPECT_THAT(Split("", ';'), IsEmpty());
+}
+
+TEST(Text, SplitKeepsEmptyParts) {
+  EXPECT_THAT(Split("a;;b;", ';'), ElementsAre("a", "", "b", ""));
+  EXPECT_THAT(Split(";", ';'), ElementsAre("", ""));
+}
+
+TEST(Text, ReplaceDoesNotSearchWhatItPutIn) {
+  EXPECT_EQ(Replace("l'art. dell'IVA", "'", "''"), "l''art. dell''IVA");
+  EXPECT_EQ(Replace("aaa", "aa", "a"), "aa");
+  EXPECT_EQ(Replace("abc", "", "x"), "abc");
+}
+
+TEST(Text, ReplaceIgnoreCaseFindsEveryCaseOfTheLetters) {
+  EXPECT_EQ(ReplaceIgnoreCase("***(NOME)*** e ***(nome)***", "***(Nome)***", "Anna"), "Anna e Anna");
+  EXPECT_EQ(ReplaceIgnoreCase("niente", "***(Nome)***", "Anna"), "niente");
+  EXPECT_EQ(ReplaceIgnoreCase("x***(Nome)***y", "***(Nome)***", ""), "xy");
+}
+
+TEST(Text, FoldCaseCoversTheWesternLetters) {
+  EXPECT_TRUE(EqualsIgnoreCase("CITTÀ", "città"));
+  EXPECT_TRUE(EqualsIgnoreCase("Conto", "CONTO"));
+  EXPECT_FALSE(EqualsIgnoreCase("×", "÷"));
+  EXPECT_FALSE(EqualsIgnoreCase("a", "b"));
+}
+
+TEST(Text, CodePage1252TakesWhatItHasAndMarksTheRest) {
+  EXPECT_EQ(ToWindows1252("perché €"), "perch\xE9 \x80");
+  EXPECT_EQ(ToWindows1252("“l’art”"),
+            "\x93l\x92"
+            "art\x94");
+  EXPECT_EQ(ToWindows1252("日本 😀"), "?? ?");
+  EXPECT_EQ(ToWindows1252("\xFF"), "?");
+  EXPECT_EQ(ToWindows1252("\xC2\x81"), "?");  // U+0081, which the code page leaves open
+}
+
+TEST(Text, LongTextsTakeLinearWork) {
+  const std::string lungo(4'000'000, 'x');
+  EXPECT_EQ(Length(lungo), lungo.size());
+  EXPECT_EQ(Split(std::string(1'000'000, ';'), ';').size(), 1'000'001U);
+  EXPECT_EQ(Replace(lungo, "x", "yy").size(), 2 * lungo.size());
+}
+
+}  // namespace
+}  // namespace orve::text
