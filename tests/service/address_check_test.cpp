@@ -105,9 +105,9 @@ TEST(AddressCheck, TakesTextsOfTenMegabytesInItsStride) {
   EXPECT_TRUE(ContieneIndirizzo(dieciMega + "@b.it"));
 }
 
-using Servizio = fakes::ServizioDiProva;
+class ControlloIndirizzi : public fakes::ServizioDiProva {};
 
-TEST_F(Servizio, TheCheckIsOpenToCallersAndShowsNothing) {
+TEST_F(ControlloIndirizzi, TheCheckIsOpenToCallersAndShowsNothing) {
   EXPECT_TRUE(servizio->CheckRegularMailAddress("info@azienda.example"));
   EXPECT_FALSE(servizio->CheckRegularMailAddress("info"));
   EXPECT_TRUE(Messaggi().empty());
