@@ -58,10 +58,10 @@ TEST_F(EventoPrimaDelInvio, TheHandlerSeesTheSixTextsInTheirOrder) {
 
 TEST_F(EventoPrimaDelInvio, WithoutAHandlerRecipientsComeBackAsNewObjects) {
   const auto vecchio = Collezione().AddFromLista("a@x.example", "Anna", "Acme", 0);
-  const auto* const vecchiaCollezione = servizio->vCollDestinatari.get();
+  const std::weak_ptr<CollDestinatari> vecchiaCollezione = servizio->vCollDestinatari;
   servizio->vFlagCorpo = 0;
   Gestisci();
-  EXPECT_NE(servizio->vCollDestinatari.get(), vecchiaCollezione);
+  EXPECT_TRUE(vecchiaCollezione.expired());
   EXPECT_THAT(Recipienti(), ElementsAre("Anna<a@x.example>Acme/0"));
   EXPECT_NE(servizio->vCollDestinatari->Item(1), vecchio);
   EXPECT_EQ(servizio->vFlagCorpo, 0);
