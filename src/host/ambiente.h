@@ -10,6 +10,7 @@
 #include "host/directory.h"
 #include "host/file_system.h"
 #include "host/formatori.h"
+#include "host/mapi32.h"
 #include "host/messaggi.h"
 #include "host/orologio.h"
 #include "host/registro_invio.h"
@@ -39,6 +40,7 @@ class Ambiente {
   [[nodiscard]] virtual std::shared_ptr<OutlookApplication> CreaOutlook() = 0;
   [[nodiscard]] virtual std::shared_ptr<MAPISession> CreaMAPISession() = 0;
   [[nodiscard]] virtual std::shared_ptr<MAPIMessages> CreaMAPIMessages() = 0;
+  [[nodiscard]] virtual std::shared_ptr<Mapi32> CreaMapi32() = 0;
   [[nodiscard]] virtual std::shared_ptr<FileSystem> CreaFileSystem() = 0;
 
   // The platform's own, which live as long as the Ambiente.

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "fakes/fake_automazione.h"
 #include "fakes/fake_smtp.h"
 #include "text/text.h"
 
@@ -152,33 +153,6 @@ class FakeCifratore : public host::CifratorePassword {
     if (testo.size() < 2 || testo.front() != '{') throw host::Errore(5, "Cifratore", "testo non cifrato");
     return testo.substr(1, testo.size() - 2);
   }
-
- private:
-  JournalPtr journal_;
-};
-
-class FakeSession : public host::MAPISession {
- public:
-  explicit FakeSession(FakeAmbiente& ambiente)
-      : sessione_(ambiente.sessioneMapi), journal_(ambiente.journal) {}
-  void DownLoadMail(bool scarica) override { journal_->Add("MAPISession.DownLoadMail " + Mostra(scarica)); }
-  void NewSession(bool nuova) override { journal_->Add("MAPISession.NewSession " + Mostra(nuova)); }
-  void SignOn() override { journal_->Add("MAPISession.SignOn"); }
-  host::Variant SessionID() override { return sessione_; }
-  void SignOff() override { journal_->Add("MAPISession.SignOff"); }
-
- private:
-  host::Variant sessione_;
-  JournalPtr journal_;
-};
-
-class FakeMapiMessages : public host::MAPIMessages {
- public:
-  explicit FakeMapiMessages(JournalPtr journal) : journal_(std::move(journal)) {}
-  void SessionID(const host::Variant& sessione) override {
-    journal_->Add("MAPIMessages.SessionID " + fakes::Mostra(sessione));
-  }
-  void Compose() override { journal_->Add("MAPIMessages.Compose"); }
 
  private:
   JournalPtr journal_;
@@ -480,15 +454,19 @@ std::shared_ptr<host::ComponenteSmtp> FakeAmbiente::CreaComponenteSmtp() {
 }
 std::shared_ptr<host::OutlookApplication> FakeAmbiente::CreaOutlook() {
   journal->Add("Ambiente.CreaOutlook");
-  return std::make_shared<host::OutlookApplication>();
+  return CreaFakeOutlook(*this);
 }
 std::shared_ptr<host::MAPISession> FakeAmbiente::CreaMAPISession() {
   journal->Add("Ambiente.CreaMAPISession");
-  return std::make_shared<FakeSession>(*this);
+  return CreaFakeMAPISession(*this);
 }
 std::shared_ptr<host::MAPIMessages> FakeAmbiente::CreaMAPIMessages() {
   journal->Add("Ambiente.CreaMAPIMessages");
-  return std::make_shared<FakeMapiMessages>(journal);
+  return CreaFakeMAPIMessages(*this);
+}
+std::shared_ptr<host::Mapi32> FakeAmbiente::CreaMapi32() {
+  journal->Add("Ambiente.CreaMapi32");
+  return CreaFakeMapi32(*this);
 }
 std::shared_ptr<host::FileSystem> FakeAmbiente::CreaFileSystem() {
   journal->Add("Ambiente.CreaFileSystem");

@@ -17,6 +17,13 @@
 
 namespace orve::fakes {
 
+/// The records of one call of BMAPISendMail.
+struct InvioMapi {
+  host::MapiMessage messaggio;
+  std::vector<host::MapiRecip> destinatari;
+  std::vector<host::MapiFile> file;
+};
+
 class FakeAmbiente : public host::Ambiente {
  public:
   explicit FakeAmbiente(JournalPtr journalComune = std::make_shared<Journal>());
@@ -39,7 +46,17 @@ class FakeAmbiente : public host::Ambiente {
   std::optional<std::string> utenteRete;  // none: WNetGetUserA fails
   bool guidDisponibile = true;
   std::vector<host::Guid> guid;  // handed out first, then numbered ones
+
+  // Outlook, the Simple MAPI controls and MAPI32.DLL.
+  std::string versioneOutlook = "16.0.0.4266";
+  std::string indirizzoUtenteOutlook = "utente@outlook.example";    // of the current user
+  std::string indirizzoAccountOutlook = "account@outlook.example";  // of the first account
   host::Variant sessioneMapi = 4711;
+  host::ManigliaMapi sessioneMapi32 = 815;
+  std::int32_t esitoLogonMapi = 0;
+  std::int32_t esitoInvioMapi = 0;
+  std::int32_t esitoLogoffMapi = 0;
+  std::vector<InvioMapi> inviiMapi;  // what BMAPISendMail was given, call by call
 
   // The directory: none unless a test says so. Persons by "LDAP://..." path, with their members.
   bool directoryPresente = false;
@@ -57,6 +74,7 @@ class FakeAmbiente : public host::Ambiente {
   std::shared_ptr<host::OutlookApplication> CreaOutlook() override;
   std::shared_ptr<host::MAPISession> CreaMAPISession() override;
   std::shared_ptr<host::MAPIMessages> CreaMAPIMessages() override;
+  std::shared_ptr<host::Mapi32> CreaMapi32() override;
   std::shared_ptr<host::FileSystem> CreaFileSystem() override;
   host::Orologio& OrologioDiSistema() override;
   host::DebugOutput& UscitaDiDebug() override;
