@@ -5,7 +5,6 @@ namespace orve {
 namespace {
 
 using fakes::CreaFakeInterfaccia;
-using fakes::FakeAmbiente;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
