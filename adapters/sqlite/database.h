@@ -1,0 +1,64 @@
+// The open file: the engine's handle with the settings that every use of it needs. Shared by the connection
+// and the commands made from it, which outlive a close as errors.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "sqlite/record_set.h"
+#include "sqlite/statement.h"
+
+struct sqlite3;
+
+namespace orve::adapters::sqlite {
+
+struct OpzioniSqlite {
+  bool solaLettura = false;
+  /// How long a statement waits for a file that another connection has locked.
+  std::chrono::milliseconds attesaBlocco{5000};
+  /// How long a statement may run, waiting not counted.
+  std::chrono::milliseconds tempoMassimo{30000};
+};
+
+class Database {
+ public:
+  /// Opens a file that exists. `nuovo` true: the file may be empty, and is about to get its schema. Raises
+  /// Errore with the engine's number and a text that names the path.
+  Database(const std::string& percorso, const OpzioniSqlite& opzioni, bool nuovo);
+  ~Database();
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
+
+  /// Runs exactly one statement in SQLite's own dialect and holds its rows.
+  [[nodiscard]] Righe Esegui(const std::string& istruzione, const std::vector<Valore>& valori);
+  /// Runs a text of several statements without rows, all or none of them.
+  void EseguiScript(const std::string& script);
+
+  /// Gives the file back; a transaction left open is undone. Every later use raises 3704.
+  void Chiudi() noexcept;
+  [[nodiscard]] bool Aperto() const { return database_ != nullptr; }
+
+  /// The application user bound to the connection, none at first.
+  std::optional<std::int32_t> utente;
+
+ private:
+  void Apri(const std::string& percorso, bool solaLettura);
+  void Prepara(const OpzioniSqlite& opzioni, bool nuovo);
+  void Verifica();
+  void InTempo();
+  static int Scaduto(void* database);
+
+  sqlite3* database_ = nullptr;
+  std::chrono::milliseconds tempoMassimo_;
+  std::chrono::steady_clock::time_point scadenza_;
+  bool scaduto_ = false;
+};
+
+/// The path as this platform's file calls take it: either separator is accepted.
+[[nodiscard]] std::string PercorsoDiSistema(std::string percorso);
+
+}  // namespace orve::adapters::sqlite

@@ -1,0 +1,98 @@
+#include "sqlite/record_set.h"
+
+#include <string_view>
+#include <utility>
+
+#include "sqlite/names.h"
+#include "sqlite/statement.h"
+
+namespace orve::adapters::sqlite {
+
+struct RecordSetInMemoria::Cursore {
+  Righe righe;
+  std::size_t riga = 0;
+  bool aperto = true;
+
+  void Aperto() const {
+    if (!aperto)
+      throw host::Errore(kOggettoChiuso, kSorgente, "Operazione non consentita: il recordset è chiuso");
+  }
+
+  void ConRighe(bool presente) const {
+    if (!presente) throw host::Errore(kNessunaRiga, kSorgente, "Nessun record corrente");
+  }
+
+  [[nodiscard]] bool Fine() const { return riga >= righe.Numero(); }
+};
+
+class RecordSetInMemoria::Colonna final : public host::Field {
+ public:
+  Colonna(std::shared_ptr<const Cursore> cursore, std::size_t posto)
+      : cursore_(std::move(cursore)), posto_(posto) {}
+
+  [[nodiscard]] host::Variant Value() const override {
+    cursore_->Aperto();
+    cursore_->ConRighe(!cursore_->Fine());
+    return cursore_->righe.valori[cursore_->riga * cursore_->righe.colonne.size() + posto_];
+  }
+
+ private:
+  std::shared_ptr<const Cursore> cursore_;
+  std::size_t posto_;
+};
+
+class RecordSetInMemoria::Colonne final : public host::Fields {
+ public:
+  explicit Colonne(std::shared_ptr<const Cursore> cursore) : cursore_(std::move(cursore)) {}
+
+  [[nodiscard]] std::shared_ptr<host::Field> Item(std::string_view nome) const override {
+    cursore_->Aperto();
+    const auto& colonne = cursore_->righe.colonne;
+    for (std::size_t posto = 0; posto < colonne.size(); ++posto) {
+      if (UgualiSenzaCaso(colonne[posto], nome)) return std::make_shared<Colonna>(cursore_, posto);
+    }
+    throw host::Errore(kElementoSconosciuto, kSorgente,
+                       "Colonna non trovata nel risultato: " + std::string(nome));
+  }
+
+ private:
+  std::shared_ptr<const Cursore> cursore_;
+};
+
+RecordSetInMemoria::RecordSetInMemoria(Righe righe) : cursore_(std::make_shared<Cursore>()) {
+  cursore_->righe = std::move(righe);
+}
+
+bool RecordSetInMemoria::Eof() const {
+  cursore_->Aperto();
+  return cursore_->Fine();
+}
+
+std::shared_ptr<host::Fields> RecordSetInMemoria::Fields() const {
+  cursore_->Aperto();
+  return std::make_shared<Colonne>(cursore_);
+}
+
+void RecordSetInMemoria::MoveFirst() {
+  cursore_->Aperto();
+  cursore_->ConRighe(cursore_->righe.Numero() > 0);
+  cursore_->riga = 0;
+}
+
+void RecordSetInMemoria::MoveNext() {
+  cursore_->Aperto();
+  cursore_->ConRighe(!cursore_->Fine());
+  ++cursore_->riga;
+}
+
+std::int32_t RecordSetInMemoria::State() const {
+  return cursore_->aperto ? 1 : 0;
+}
+
+void RecordSetInMemoria::Close() {
+  cursore_->Aperto();
+  cursore_->aperto = false;
+  cursore_->righe = {};
+}
+
+}  // namespace orve::adapters::sqlite

@@ -1,0 +1,52 @@
+// The result of a statement, held in memory: it moves both ways, and lives on when its connection is gone.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/connection.h"
+
+namespace orve::adapters::sqlite {
+
+/// The numbers with which the application's database objects refuse a call, beside the engine's own.
+enum NumeroOggetto : std::int32_t {
+  kArgomentiErrati = 3001,      // an argument of the wrong type or out of range, or a text that cannot be run
+  kNessunaRiga = 3021,          // a row is needed where there is none
+  kElementoSconosciuto = 3265,  // no column or parameter of that name
+  kOggettoChiuso = 3704,        // the record set or the connection is closed
+  kConnessioneNonValida = 3709  // the command's connection is closed
+};
+
+/// Rows of equal width, one behind the other.
+struct Righe {
+  std::vector<std::string> colonne;
+  std::vector<host::Variant> valori;
+
+  [[nodiscard]] std::size_t Numero() const { return colonne.empty() ? 0 : valori.size() / colonne.size(); }
+};
+
+/// Columns are found without case; of two with the same name the first counts. The fields follow the record
+/// set from row to row. A closed record set answers State and refuses everything else with 3704.
+class RecordSetInMemoria final : public host::RecordSet {
+ public:
+  explicit RecordSetInMemoria(Righe righe);
+
+  [[nodiscard]] bool Eof() const override;
+  [[nodiscard]] std::shared_ptr<host::Fields> Fields() const override;
+  void MoveFirst() override;
+  void MoveNext() override;
+  [[nodiscard]] std::int32_t State() const override;
+  void Close() override;
+
+ private:
+  struct Cursore;
+  class Colonne;
+  class Colonna;
+
+  std::shared_ptr<Cursore> cursore_;  // shared with the fields handed out
+};
+
+}  // namespace orve::adapters::sqlite

@@ -1,0 +1,90 @@
+#include "sqlite/schema.h"
+
+#include <sqlite3.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+#include "sqlite/embedded_sql.h"
+
+namespace orve::adapters::sqlite {
+
+namespace {
+
+std::filesystem::path Percorso(const std::string& testo) {
+  return {std::u8string(testo.begin(), testo.end())};
+}
+
+[[noreturn]] void NonCreato(const std::string& percorso, const std::string& motivo) {
+  throw host::Errore(SQLITE_CANTOPEN, kSorgente,
+                     "Impossibile creare il database " + percorso + ": " + motivo);
+}
+
+// An empty file of our own, or none: of two callers at once only one gets it.
+void CreaFileVuoto(const std::string& percorso) {
+  if (percorso.empty() || percorso.find('\0') != std::string::npos)
+    NonCreato(percorso, "il percorso non è valido");
+  std::FILE* file = std::fopen(percorso.c_str(), "wbx");
+  if (file == nullptr) {
+    const int motivo = errno;
+    NonCreato(percorso, motivo == EEXIST ? "esiste già" : std::generic_category().message(motivo));
+  }
+  std::fclose(file);
+  std::error_code ignorato;  // a file system without permissions is no reason to stop
+  std::filesystem::permissions(
+      Percorso(percorso), std::filesystem::perms::owner_read | std::filesystem::perms::owner_write, ignorato);
+}
+
+void CifraPassword(Database& database, const Cifratura& cifra) {
+  const auto account =
+      database.Esegui("SELECT FW98_IDACCOUNT FROM FW98_MAILACCOUNT WHERE FW98_USERNAME IS NOT NULL", {});
+  for (const auto& id : account.valori) {
+    const auto chiara = PasswordDiProva(id.ToInt32());
+    auto cifrata = cifra(chiara);
+    if (cifrata.find(chiara) != std::string::npos) throw host::Errore(host::kArgomentoNonValido);
+    (void)database.Esegui("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = ?1 WHERE FW98_IDACCOUNT = ?2",
+                          {std::move(cifrata), std::int64_t{id.ToInt32()}});
+  }
+}
+
+}  // namespace
+
+void CreaDatabase(const std::string& percorso, const Cifratura& cifra) {
+  if (!cifra) throw host::Errore(host::kArgomentoNonValido);
+  const auto diSistema = PercorsoDiSistema(percorso);
+  CreaFileVuoto(diSistema);
+  try {
+    Database database(percorso, {}, true);
+    (void)database.Esegui("PRAGMA foreign_keys = ON", {});
+    database.EseguiScript(kSchemaSql);
+    database.EseguiScript(kDatiDiProvaSql);
+    (void)database.Esegui("BEGIN IMMEDIATE", {});
+    CifraPassword(database, cifra);
+    (void)database.Esegui("COMMIT", {});
+  } catch (...) {
+    std::error_code ignorato;
+    std::filesystem::remove(Percorso(diSistema), ignorato);
+    throw;
+  }
+}
+
+std::string PasswordDiProva(std::int32_t idAccount) {
+  return "Prova-" + std::to_string(idAccount) + "-arvenia";
+}
+
+void ImpostaServer(SqliteConnection& connessione, std::int32_t idServer, const std::string& host,
+                   std::int32_t porta, std::int32_t ssl, std::int32_t autenticazione) {
+  const auto cambiate = connessione.EseguiConValori(
+      "UPDATE FW23_FAXER SET FW23_SERVERNAME = ?2, FW23_PORT = ?3, FW23_SSL = ?4, FW23_INDAUTH = ?5"
+      " WHERE FW23_IDSERVER = ?1 RETURNING FW23_IDSERVER",
+      {std::int64_t{idServer}, host, std::int64_t{porta}, std::int64_t{ssl}, std::int64_t{autenticazione}});
+  if (cambiate->Eof()) {
+    throw host::Errore(kNessunaRiga, kSorgente,
+                       "Nessun server di posta con il codice " + std::to_string(idServer));
+  }
+}
+
+}  // namespace orve::adapters::sqlite

@@ -1,0 +1,32 @@
+// The application's tables and a set of sample data to work with: two companies with customers, suppliers,
+// agents, contacts, goods destinations, mail servers, accounts and users. The tables stand in schema.sql, the
+// rows, each with what it is good for, in sample_data.sql. Nobody in them exists; all addresses lie in
+// domains that nobody can own.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "sqlite/sqlite_connection.h"
+
+namespace orve::adapters::sqlite {
+
+/// Enciphers the password of an account, as the application's password class does.
+using Cifratura = std::function<std::string(const std::string&)>;
+
+/// Makes a new file with schema and sample data, readable by its owner alone. Raises Errore when something
+/// lies at the path already, which is left as it is, or when the file cannot be written; what was begun is
+/// then removed. The passwords go into the file as `cifra` gives them; without it, or when it gives a
+/// password back unchanged, 5 is raised.
+void CreaDatabase(const std::string& percorso, const Cifratura& cifra);
+
+/// The clear password that the sample data give to an account, for the mail server of a trial.
+[[nodiscard]] std::string PasswordDiProva(std::int32_t idAccount);
+
+/// Points the mail server `idServer` to a host. `ssl` 0: plain connection, else encrypted; `autenticazione`
+/// 0: no login. Raises 3021 when there is no such server.
+void ImpostaServer(SqliteConnection& connessione, std::int32_t idServer, const std::string& host,
+                   std::int32_t porta, std::int32_t ssl, std::int32_t autenticazione);
+
+}  // namespace orve::adapters::sqlite
