@@ -12,9 +12,8 @@ namespace orve::adapters::sqlite {
 /// can read every row, but neither compare these columns nor write where they are a key.
 inline constexpr const char* kConfrontoItaliano = "ITALIANO_CI";
 
-/// Less than, equal to or greater than 0. Case is folded for the letters of Windows-1252, the code page of
-/// the application's texts; bytes that are no UTF-8 are equal to themselves only.
-[[nodiscard]] int ConfrontaItaliano(std::string_view primo, std::string_view secondo) noexcept;
+/// Less than, equal to or greater than 0. Case is folded for ASCII and the Western European letters.
+[[nodiscard]] int ConfrontaItaliano(std::string_view primo, std::string_view secondo);
 
 /// Makes the comparison known to the connection; raises the engine's error.
 void RegistraConfronto(sqlite3* database);

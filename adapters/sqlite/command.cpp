@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "sqlite/dialect.h"
-#include "sqlite/names.h"
+#include "text/text.h"
 
 namespace orve::adapters::sqlite {
 
@@ -14,12 +14,6 @@ namespace {
 constexpr std::int32_t kTipoSconosciuto = 8;  // a new command's, until it is told
 constexpr std::int32_t kIntero32 = 3;
 constexpr std::int32_t kUscita = 2;
-
-std::string SenzaBianchi(const std::string& testo) {
-  const auto primo = testo.find_first_not_of(" \t\r\n");
-  if (primo == std::string::npos) return {};
-  return testo.substr(primo, testo.find_last_not_of(" \t\r\n") - primo + 1);
-}
 
 }  // namespace
 
@@ -80,9 +74,9 @@ void Comando::Execute() {
 }
 
 void Comando::EseguiProcedura() {
-  auto nome = SenzaBianchi(testo_);
-  if (UgualiSenzaCaso(nome.substr(0, 4), "dbo.")) nome.erase(0, 4);
-  if (UgualiSenzaCaso(nome, "SPFW_GetUserIDFromConnection")) {
+  std::string nome(text::Trim(testo_));
+  if (text::EqualsIgnoreCase(nome.substr(0, 4), "dbo.")) nome.erase(0, 4);
+  if (text::EqualsIgnoreCase(nome, "SPFW_GetUserIDFromConnection")) {
     if (parametri_.size() != 1) {
       throw host::Errore(SQLITE_ERROR, kSorgente, "wrong number of arguments to procedure " + nome);
     }
@@ -98,7 +92,7 @@ void Comando::EseguiProcedura() {
 
 std::shared_ptr<host::Parameter> Comando::ParametersItem(std::string_view nome) const {
   for (const auto& parametro : parametri_) {
-    if (UgualiSenzaCaso(parametro->Nome(), nome)) return parametro;
+    if (text::EqualsIgnoreCase(parametro->Nome(), nome)) return parametro;
   }
   throw host::Errore(kElementoSconosciuto, kSorgente, "Parametro non trovato: " + std::string(nome));
 }

@@ -5,8 +5,6 @@
 #include <cstdint>
 #include <vector>
 
-#include "sqlite/names.h"
-
 namespace orve::adapters::sqlite {
 
 namespace {
@@ -25,6 +23,16 @@ struct Simbolo {
   bool chiuso = true;       // false: a quoted text that the statement's end cut off
   std::size_t livello = 0;  // which select it stands in: every "(" and every ";" begins another
 };
+
+char MinuscolaAscii(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// Keywords are ASCII; the general comparison without case costs too much for every word of a statement.
+bool UgualiSenzaCaso(std::string_view testo, std::string_view parola) {
+  return std::equal(testo.begin(), testo.end(), parola.begin(), parola.end(),
+                    [](char a, char b) { return MinuscolaAscii(a) == MinuscolaAscii(b); });
+}
 
 bool Cifra(char c) {
   return c >= '0' && c <= '9';
@@ -218,7 +226,7 @@ class Traduttore {
   void Exec() {
     if (!Parola(0, "EXEC") && !Parola(0, "EXECUTE")) return;
     const std::size_t nome = (Parola(1, "DBO") || Quotato(1, "[DBO]")) && Segno(2, '.') ? 3 : 1;
-    if (!Nome(nome) || Vista(nome)->testo.front() == '@' || Segno(nome + 1, '.')) return;
+    if (!Nome(nome) || !Vista(nome)->chiuso || Vista(nome)->testo.front() == '@' || Segno(nome + 1, '.')) return;
     while (simboli_[posto_].tipo == Tipo::kVuoto) Scrivi(simboli_[posto_++]);
     uscita_ += "SELECT NULL WHERE";
     Togli(nome);

@@ -3,8 +3,8 @@
 #include <string_view>
 #include <utility>
 
-#include "sqlite/names.h"
 #include "sqlite/statement.h"
+#include "text/text.h"
 
 namespace orve::adapters::sqlite {
 
@@ -49,7 +49,7 @@ class RecordSetInMemoria::Colonne final : public host::Fields {
     cursore_->Aperto();
     const auto& colonne = cursore_->righe.colonne;
     for (std::size_t posto = 0; posto < colonne.size(); ++posto) {
-      if (UgualiSenzaCaso(colonne[posto], nome)) return std::make_shared<Colonna>(cursore_, posto);
+      if (text::EqualsIgnoreCase(colonne[posto], nome)) return std::make_shared<Colonna>(cursore_, posto);
     }
     throw host::Errore(kElementoSconosciuto, kSorgente,
                        "Colonna non trovata nel risultato: " + std::string(nome));

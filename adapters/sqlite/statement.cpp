@@ -6,7 +6,7 @@
 #include <chrono>
 #include <limits>
 
-#include "sqlite/names.h"
+#include "text/text.h"
 
 namespace orve::adapters::sqlite {
 
@@ -139,9 +139,9 @@ std::string Istruzione::NomeColonna(int colonna) const {
 Istruzione::Specie Istruzione::SpecieDichiarata(int colonna) const {
   const char* dichiarata = sqlite3_column_decltype(istruzione_, colonna);
   if (dichiarata == nullptr) return Specie::kComune;
-  if (UgualiSenzaCaso(dichiarata, "BIT")) return Specie::kBit;
+  if (text::EqualsIgnoreCase(dichiarata, "BIT")) return Specie::kBit;
   for (const char* data : {"DATE", "DATETIME", "DATETIME2", "SMALLDATETIME"}) {
-    if (UgualiSenzaCaso(dichiarata, data)) return Specie::kData;
+    if (text::EqualsIgnoreCase(dichiarata, data)) return Specie::kData;
   }
   return Specie::kComune;
 }
