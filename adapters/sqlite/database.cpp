@@ -126,6 +126,15 @@ int Database::Scaduto(void* database) {
   return questo.scaduto_ ? 1 : 0;
 }
 
+// White space, comments and ";" only. What the engine cannot read is something all the same.
+bool Database::SenzaIstruzioni(std::string_view testo) {
+  try {
+    return Istruzione(database_, testo).Vuota();
+  } catch (const host::Errore&) {
+    return false;
+  }
+}
+
 Righe Database::Esegui(const std::string& istruzione, const std::vector<Valore>& valori) {
   Verifica();
   // The engine would read up to the NUL and run what stands before it.
@@ -136,7 +145,7 @@ Righe Database::Esegui(const std::string& istruzione, const std::vector<Valore>&
   try {
     Istruzione preparata(database_, istruzione);
     if (preparata.Vuota()) throw host::Errore(kArgomentiErrati, kSorgente, "L'istruzione è vuota");
-    if (!Istruzione(database_, preparata.Resto()).Vuota()) {
+    if (!SenzaIstruzioni(preparata.Resto())) {
       throw host::Errore(kArgomentiErrati, kSorgente, "Il testo contiene più di un'istruzione");
     }
     preparata.Valori(valori);

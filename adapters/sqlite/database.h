@@ -49,6 +49,7 @@ class Database {
   void Apri(const std::string& percorso, bool solaLettura);
   void Prepara(const OpzioniSqlite& opzioni, bool nuovo);
   void Verifica();
+  [[nodiscard]] bool SenzaIstruzioni(std::string_view testo);
   void InTempo();
   static int Scaduto(void* database);
 

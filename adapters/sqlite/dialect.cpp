@@ -67,8 +67,8 @@ class Lettore {
     if (InizioVuoto(posizione_)) return Taglia(FineVuoto(), Tipo::kVuoto);
     if (c == '\'' || c == '"' || c == '`') return Quotato(c);
     if (c == '[') return Quotato(']');
-    if (Cifra(c)) return Taglia(FineParola(), Tipo::kNumero);
-    if (DiParola(c)) return Taglia(FineParola(), Tipo::kParola);
+    if (Cifra(c)) return Taglia(FineParola(true), Tipo::kNumero);
+    if (DiParola(c)) return Taglia(FineParola(false), Tipo::kParola);
     return Taglia(posizione_ + 1, Tipo::kSegno);
   }
 
@@ -102,9 +102,9 @@ class Lettore {
     return fine;
   }
 
-  [[nodiscard]] std::size_t FineParola() const {
+  [[nodiscard]] std::size_t FineParola(bool numero) const {
     auto fine = posizione_;
-    while (fine < testo_.size() && DiParola(testo_[fine])) ++fine;
+    while (fine < testo_.size() && (DiParola(testo_[fine]) || (numero && testo_[fine] == '.'))) ++fine;
     return fine;
   }
 
@@ -226,7 +226,8 @@ class Traduttore {
   void Exec() {
     if (!Parola(0, "EXEC") && !Parola(0, "EXECUTE")) return;
     const std::size_t nome = (Parola(1, "DBO") || Quotato(1, "[DBO]")) && Segno(2, '.') ? 3 : 1;
-    if (!Nome(nome) || !Vista(nome)->chiuso || Vista(nome)->testo.front() == '@' || Segno(nome + 1, '.')) return;
+    if (!Nome(nome) || !Vista(nome)->chiuso || Vista(nome)->testo.front() == '@' || Segno(nome + 1, '.'))
+      return;
     while (simboli_[posto_].tipo == Tipo::kVuoto) Scrivi(simboli_[posto_++]);
     uscita_ += "SELECT NULL WHERE";
     Togli(nome);
