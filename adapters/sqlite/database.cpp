@@ -164,23 +164,15 @@ Righe Database::Esegui(const std::string& istruzione, const std::vector<Valore>&
   }
 }
 
-void Database::EseguiScript(const std::string& script) {
+void Database::EseguiScript(std::string_view script) {
   Verifica();
   InTempo();
-  (void)Esegui("BEGIN IMMEDIATE", {});
-  try {
-    std::string_view resto = script;
-    for (;;) {
-      Istruzione preparata(database_, resto);
-      resto = preparata.Resto();
-      if (preparata.Vuota()) break;
-      while (preparata.Avanza()) {
-      }
+  for (;;) {
+    Istruzione preparata(database_, script);
+    if (preparata.Vuota()) return;
+    script = preparata.Resto();
+    while (preparata.Avanza()) {
     }
-    (void)Esegui("COMMIT", {});
-  } catch (...) {
-    sqlite3_exec(database_, "ROLLBACK", nullptr, nullptr, nullptr);
-    throw;
   }
 }
 

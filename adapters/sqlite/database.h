@@ -32,11 +32,13 @@ class Database {
   ~Database();
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
+  Database(Database&&) = delete;
+  Database& operator=(Database&&) = delete;
 
   /// Runs exactly one statement in SQLite's own dialect and holds its rows.
   [[nodiscard]] Righe Esegui(const std::string& istruzione, const std::vector<Valore>& valori);
-  /// Runs a text of several statements without rows, all or none of them.
-  void EseguiScript(const std::string& script);
+  /// Runs the statements of a text one after the other and drops their rows. For texts of the program's own.
+  void EseguiScript(std::string_view script);
 
   /// Gives the file back; a transaction left open is undone. Every later use raises 3704.
   void Chiudi() noexcept;

@@ -59,9 +59,9 @@ void CreaDatabase(const std::string& percorso, const Cifratura& cifra) {
   try {
     Database database(percorso, {}, true);
     (void)database.Esegui("PRAGMA foreign_keys = ON", {});
+    (void)database.Esegui("BEGIN IMMEDIATE", {});
     database.EseguiScript(kSchemaSql);
     database.EseguiScript(kDatiDiProvaSql);
-    (void)database.Esegui("BEGIN IMMEDIATE", {});
     CifraPassword(database, cifra);
     (void)database.Esegui("COMMIT", {});
   } catch (...) {

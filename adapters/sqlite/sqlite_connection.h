@@ -32,6 +32,10 @@ class SqliteConnection final : public host::Connection {
   [[nodiscard]] static std::shared_ptr<SqliteConnection> Apri(const std::string& percorso,
                                                               const OpzioniSqlite& opzioni = {});
   ~SqliteConnection() override;
+  SqliteConnection(const SqliteConnection&) = delete;
+  SqliteConnection& operator=(const SqliteConnection&) = delete;
+  SqliteConnection(SqliteConnection&&) = delete;
+  SqliteConnection& operator=(SqliteConnection&&) = delete;
 
   /// The result is held in memory whole and does not need the connection any more. Option 1 and -1 run a
   /// statement, 4 the procedure of that name with no arguments; any other raises 3001.

@@ -34,6 +34,8 @@ class Istruzione {
   ~Istruzione();
   Istruzione(const Istruzione&) = delete;
   Istruzione& operator=(const Istruzione&) = delete;
+  Istruzione(Istruzione&&) = delete;
+  Istruzione& operator=(Istruzione&&) = delete;
 
   /// True when the text held nothing but white space and comments.
   [[nodiscard]] bool Vuota() const { return istruzione_ == nullptr; }

@@ -212,10 +212,11 @@ TEST_P(ContrattoConnessione, AResultOutlivesItsConnection) {
 }
 
 TEST_P(ContrattoConnessione, ABrokenStatementIsAnErrorAndTheConnectionStaysUsable) {
-  const struct {
+  struct Caso {
     const char* label;
     const char* statement;
-  } kCasi[] = {
+  };
+  const std::vector<Caso> casi = {
       {"no such table", "SELECT 1 FROM NON_ESISTE"},
       {"no such column", "SELECT NON_ESISTE FROM CONTRATTO"},
       {"no such function", "SELECT dbo.NON_ESISTE(1)"},
@@ -231,7 +232,7 @@ TEST_P(ContrattoConnessione, ABrokenStatementIsAnErrorAndTheConnectionStaysUsabl
       {"white space only", " \r\n\t "},
       {"a parameter that nobody fills", "SELECT CODICE FROM CONTRATTO WHERE CODICE = ?"},
   };
-  for (const auto& caso : kCasi) {
+  for (const auto& caso : casi) {
     Rifiuta([&] { (void)Esegui(caso.statement); }, caso.label);
     EXPECT_FALSE(Esegui(kTutte)->Eof()) << caso.label;
   }
@@ -244,11 +245,12 @@ TEST_P(ContrattoConnessione, ANulInAStatementIsAnErrorAndNoShorterStatement) {
 }
 
 TEST_P(ContrattoConnessione, TheTurnsOfTheDialectAreUnderstood) {
-  const struct {
+  struct Caso {
     const char* label;
     const char* statement;
     const char* want;
-  } kCasi[] = {
+  };
+  const std::vector<Caso> casi = {
       {"hint", "SELECT NOME AS V FROM CONTRATTO WITH (NOLOCK) WHERE CODICE=1", "Uno"},
       {"top", "SELECT TOP 1 CODICE AS V FROM CONTRATTO ORDER BY CODICE DESC", "3"},
       {"top of a constant", "SELECT TOP 1 1 V FROM CONTRATTO", "1"},
@@ -257,7 +259,7 @@ TEST_P(ContrattoConnessione, TheTurnsOfTheDialectAreUnderstood) {
       {"text in a text", "SELECT ' TOP 1 WITH (NOLOCK) dbo.x ISNULL(' V FROM CONTRATTO WHERE CODICE = 1",
        " TOP 1 WITH (NOLOCK) dbo.x ISNULL("},
   };
-  for (const auto& caso : kCasi) {
+  for (const auto& caso : casi) {
     const auto righe = Esegui(caso.statement);
     ASSERT_FALSE(righe->Eof()) << caso.label;
     EXPECT_EQ(host::Leggi(*righe, "V").ToText(), caso.want) << caso.label;

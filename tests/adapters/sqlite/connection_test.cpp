@@ -15,9 +15,9 @@ namespace orve::adapters::sqlite {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
+using namespace std::string_view_literals;
 
 using SqliteConnectionTest = ConDatiDiProva;
 
@@ -25,12 +25,13 @@ TEST_F(SqliteConnectionTest, ValuesComeInTheirAutomationKind) {
   (void)Esegui(
       "CREATE TABLE VALORI (A INT, B BIT, C DATE, D DATETIME, E FLOAT, F VARCHAR(10), G, H SMALLDATETIME, I "
       "DATETIME2)");
-  const struct {
+  struct Caso {
     const char* label;
     const char* colonna;
     const char* valore;
     host::Variant want;
-  } kCasi[] = {
+  };
+  const std::vector<Caso> casi = {
       {"whole number", "A", "5", 5},
       {"smallest of 32 bits", "A", "-2147483648", static_cast<std::int32_t>(-2147483647 - 1)},
       {"largest of 32 bits", "A", "2147483647", 2147483647},
@@ -61,7 +62,7 @@ TEST_F(SqliteConnectionTest, ValuesComeInTheirAutomationKind) {
                    "A",
                    3)},
   };
-  for (const auto& caso : kCasi) {
+  for (const auto& caso : casi) {
     (void)Esegui("DELETE FROM VALORI");
     (void)Esegui(std::string("INSERT INTO VALORI (") + caso.colonna + ") VALUES (" + caso.valore + ")");
     EXPECT_EQ(host::Leggi(*Esegui(std::string("SELECT ") + caso.colonna + " FROM VALORI"), caso.colonna),
@@ -85,7 +86,7 @@ TEST_F(SqliteConnectionTest, AnErrorOfTheEngineKeepsItsNumberAndText) {
 }
 
 TEST_F(SqliteConnectionTest, OneTextRunsOneStatementOrNone) {
-  const auto account = "SELECT FW98_IDACCOUNT FROM FW98_MAILACCOUNT";
+  const auto* const account = "SELECT FW98_IDACCOUNT FROM FW98_MAILACCOUNT";
   const auto prima = Righe(account, {"FW98_IDACCOUNT"});
   for (const char* testo : {
            "DELETE FROM FW98_MAILACCOUNT; SELECT 1",
@@ -105,10 +106,11 @@ TEST_F(SqliteConnectionTest, OneTextRunsOneStatementOrNone) {
 }
 
 TEST_F(SqliteConnectionTest, AStatementIsTakenWithWhateverItsTextsHold) {
-  const struct {
+  struct Caso {
     const char* label;
     std::string testo;
-  } kCasi[] = {
+  };
+  const std::vector<Caso> casi = {
       {"line ends", "uno\r\ndue\rtre\n"},
       {"quotes", "\"`[]"},
       {"bytes that are no UTF-8", "\xFF\xFE\xC3(\x80"},
@@ -123,17 +125,18 @@ TEST_F(SqliteConnectionTest, AStatementIsTakenWithWhateverItsTextsHold) {
          return testo;
        }()},
   };
-  for (const auto& caso : kCasi) {
+  for (const auto& caso : casi) {
     const auto righe = Esegui("SELECT '" + caso.testo + "' AS A");
     EXPECT_EQ(host::Leggi(*righe, "A"), host::Variant(caso.testo)) << caso.label;
   }
 }
 
 TEST_F(SqliteConnectionTest, AStatementOfAMegabyteThatIsNoneIsAnError) {
-  const struct {
+  struct Caso {
     const char* label;
     std::string testo;
-  } kCasi[] = {
+  };
+  const std::vector<Caso> casi = {
       {"letters", std::string(1 << 20, 'x')},
       {"parentheses", "SELECT " + std::string(1 << 20, '(')},
       {"signs", "SELECT " + std::string(1 << 20, '-')},
@@ -147,7 +150,7 @@ TEST_F(SqliteConnectionTest, AStatementOfAMegabyteThatIsNoneIsAnError) {
          return testo;
        }()},
   };
-  for (const auto& caso : kCasi) {
+  for (const auto& caso : casi) {
     const auto errore = ErroreDi([&] { (void)Esegui(caso.testo); });
     EXPECT_NE(errore.Numero(), 0) << caso.label;
     EXPECT_EQ(errore.Sorgente(), "SQLite") << caso.label;
@@ -199,7 +202,7 @@ TEST_F(SqliteConnectionTest, AnyTextLeavesTheConnectionAndTheFileWhole) {
                                                    "LIMIT",
                                                    "INFORMATION_SCHEMA.TABLES",
                                                    "@x"};
-  std::mt19937 caso(20254);
+  std::mt19937 caso(20254);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same texts at every run
   const auto fino = [&caso](std::size_t n) {
     return std::uniform_int_distribution<std::size_t>(0, n - 1)(caso);
   };
@@ -214,7 +217,7 @@ TEST_F(SqliteConnectionTest, AnyTextLeavesTheConnectionAndTheFileWhole) {
 }
 
 TEST_F(SqliteConnectionTest, AValueGoesInAndComesOutWhole) {
-  std::string tutto("NUL\0 e 'apici' \"doppi\" \r\n \xFF è ", 32);
+  std::string tutto("NUL\0 e 'apici' \"doppi\" \r\n \xFF è "sv);
   tutto += std::string(1 << 20, 'y');
   (void)connessione->EseguiConValori(
       "INSERT INTO REGISTRO_INVII (IDVOCE, TIPOCANALE, CANALEINVIO, RISULTATO, CORPO) VALUES (?1, ?2, ?3, "
@@ -317,12 +320,13 @@ TEST_F(SqliteConnectionTest, AViewOfAForeignFileRunsNoProcedure) {
 }
 
 TEST(Collation, TextsCompareWithoutCaseAndBlanksAtTheEnd) {
-  const struct {
+  struct Caso {
     const char* label;
     std::string_view primo;
     std::string_view secondo;
     int want;
-  } kCasi[] = {
+  };
+  const std::vector<Caso> casi = {
       {"equal", "abc", "abc", 0},
       {"case", "ABC", "abc", 0},
       {"case of accents", "CITTÀ", "città", 0},
@@ -338,8 +342,8 @@ TEST(Collation, TextsCompareWithoutCaseAndBlanksAtTheEnd) {
       {"no UTF-8 and nothing else", "\xC3", "\xC3\xA8", -1},
       {"nothing", "", "", 0},
   };
-  const auto segno = [](int numero) { return (numero > 0) - (numero < 0); };
-  for (const auto& caso : kCasi) {
+  const auto segno = [](int numero) { return numero > 0 ? 1 : numero < 0 ? -1 : 0; };
+  for (const auto& caso : casi) {
     EXPECT_EQ(segno(ConfrontaItaliano(caso.primo, caso.secondo)), caso.want) << caso.label;
     EXPECT_EQ(segno(ConfrontaItaliano(caso.secondo, caso.primo)), -caso.want)
         << caso.label << ", turned round";

@@ -101,7 +101,7 @@ TEST(Dialect, TheOwnerPrefixVanishes) {
       {"in brackets", "SELECT 1 FROM [dbo].[T]", "SELECT 1 FROM [T]"},
       {"with white space", "FROM dbo . T", "FROM   T"},
       {"twice is nonsense, and goes", "FROM dbo.dbo.T", "FROM T"},
-      {"between texts it must not join", "\"a\"dbo.\"b\"", "\"a\" \"b\""},
+      {"between texts it must not join", R"("a"dbo."b")", R"("a" "b")"},
       {"behind a catalogue it stays", "FROM ARVIO.dbo.T", "FROM ARVIO.dbo.T"},
       {"a longer word", "FROM xdbo.T", "FROM xdbo.T"},
       {"an alias", "FROM T dbo", "FROM T dbo"},
@@ -142,7 +142,7 @@ TEST(Dialect, WhatStandsInQuotesBracketsOrCommentsStays) {
   for (const char* testo : {
            "SELECT ' WITH (NOLOCK) TOP 1 ISNULL( dbo.x exec INFORMATION_SCHEMA.TABLES '",
            "SELECT 'it''s dbo.x ISNULL('",
-           "SELECT \"dbo.x ISNULL( \"\" TOP 1\"",
+           R"(SELECT "dbo.x ISNULL( "" TOP 1")",
            "SELECT [dbo.x ISNULL( ' TOP 1]",
            "SELECT `dbo.x`",
            "SELECT 1 /* WITH (NOLOCK) ' dbo.x */ + 2",
@@ -274,12 +274,13 @@ TEST(DialectGenerated, AnyBytesAreTakenWithoutHarm) {
 
 // Two million characters take some tens of milliseconds; at a quadratic cost they would take hours.
 TEST(DialectGenerated, LongTextsTakeLinearTime) {
-  const struct {
+  struct Caso {
     const char* label;
     const char* inizio;
     const char* ripetuto;
     const char* fine;
-  } kCasi[] = {
+  };
+  const std::vector<Caso> casi = {
       {"one text", "SELECT '", "x", "'"},
       {"doubled quotes", "SELECT '", "''", "'"},
       {"quotes left open", "", "SELECT 'a' '", ""},
@@ -302,7 +303,7 @@ TEST(DialectGenerated, LongTextsTakeLinearTime) {
       {"semicolons of limits", "", "SELECT TOP 1 x;", ""},
       {"white space", "SELECT TOP 1 x", " ", ""},
   };
-  for (const auto& caso : kCasi) {
+  for (const auto& caso : casi) {
     std::string testo = caso.inizio;
     while (testo.size() < 2000000) testo += caso.ripetuto;
     testo += caso.fine;

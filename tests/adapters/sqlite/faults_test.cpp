@@ -133,16 +133,17 @@ TEST_F(Faults, AWrongSchemaIsAnErrorThatNamesWhatIsMissing) {
   (void)Esegui("ALTER TABLE CG16_ANAGGEN DROP COLUMN CG16_EMAIL_PEC");
   (void)Esegui("DROP TABLE EVENTI_GESTIONALI");
   (void)Esegui("DROP TABLE CG44_CLIFORVALIDITA");
-  const struct {
+  struct Caso {
     const char* statement;
     const char* want;
-  } kCasi[] = {
+  };
+  const std::vector<Caso> casi = {
       {kImpostazioni, "no such table: FW24_FAXCONFIG"},
       {"SELECT CG16_EMAIL_PEC FROM CG16_ANAGGEN", "no such column: CG16_EMAIL_PEC"},
       {kEvento, "no such table: EVENTI_GESTIONALI"},
       {"SELECT dbo.FNCG_GETCODANAG(1,0,1001,'20250101')", "no such table: CG44_CLIFORVALIDITA"},
   };
-  for (const auto& caso : kCasi) {
+  for (const auto& caso : casi) {
     const auto errore = ErroreDi([&] { (void)Esegui(caso.statement); });
     EXPECT_EQ(errore.Numero(), 1) << caso.statement;
     EXPECT_EQ(errore.Descrizione(), caso.want);
@@ -224,12 +225,13 @@ TEST_F(Faults, WhatIsNoDatabaseCannotBeOpened) {
   std::filesystem::create_directory(cartella / "cartella");
   std::filesystem::create_symlink("da nessuna parte", cartella / "appeso.db");
   ASSERT_EQ(::mkfifo((cartella / "tubo").c_str(), 0600), 0);
-  const struct {
+  struct Caso {
     const char* label;
     std::string percorso;
     int want;
     const char* testo;
-  } kCasi[] = {
+  };
+  const std::vector<Caso> casi = {
       {"a short text", cartella / "breve.txt", 26, "file is not a database"},
       {"a long text", cartella / "lungo.txt", 26, "file is not a database"},
       {"an empty file", cartella / "vuoto.db", 26, "il file è vuoto"},
@@ -245,7 +247,7 @@ TEST_F(Faults, WhatIsNoDatabaseCannotBeOpened) {
       {"the engine's name for an address", "file:x?mode=memory", 14, "non esiste"},
       {"a path of a megabyte", std::string(1 << 20, 'x'), 14, ""},
   };
-  for (const auto& caso : kCasi) {
+  for (const auto& caso : casi) {
     const auto errore = ErroreDi([&] { (void)SqliteConnection::Apri(caso.percorso); });
     EXPECT_EQ(errore.Numero() & 0xFF, caso.want) << caso.label << ": " << errore.Descrizione().substr(0, 200);
     EXPECT_THAT(errore.Descrizione(), HasSubstr(caso.testo)) << caso.label;

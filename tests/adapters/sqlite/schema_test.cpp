@@ -53,8 +53,8 @@ TEST_F(Schema, EveryTableHasItsColumns) {
       {"FW00_GRPUSRASSOC", "FW00_ID_FW07, FW00_ID_FW06, FW00_FLGPREF"},
   };
   for (const auto& [tabella, colonne] : kTabelle) {
-    EXPECT_FALSE(Esegui("SELECT " + colonne + " FROM " + tabella)->Eof())
-        << tabella << " should hold sample rows";
+    const auto statement = std::string("SELECT ").append(colonne).append(" FROM ").append(tabella);
+    EXPECT_FALSE(Esegui(statement)->Eof()) << tabella << " should hold sample rows";
   }
   EXPECT_TRUE(
       Esegui(
@@ -156,17 +156,18 @@ TEST_F(Schema, WhatCannotBeFinishedIsTakenAway) {
 }
 
 TEST_F(Schema, APlaceThatCannotHoldAFileIsAnError) {
-  const struct {
+  struct Caso {
     const char* label;
     std::string percorso;
-  } kCasi[] = {
+  };
+  const std::vector<Caso> casi = {
       {"a folder that does not exist", cartella / "manca/x.db"},
       {"a folder", cartella.Radice()},
       {"no path", ""},
       {"a path with a NUL", cartella.Radice() + std::string("/a\0b", 4)},
       {"a name that is too long", cartella / std::string(5000, 'x')},
   };
-  for (const auto& caso : kCasi) {
+  for (const auto& caso : casi) {
     const auto errore = ErroreDi([&] { CreaDatabase(caso.percorso, CifraDiProva); });
     EXPECT_EQ(errore.Numero(), 14) << caso.label;
     EXPECT_THAT(errore.Descrizione(), HasSubstr("Impossibile creare il database")) << caso.label;

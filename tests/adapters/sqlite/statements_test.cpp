@@ -85,14 +85,15 @@ std::string Partner(const std::string& ditta, const std::string& tipo, const std
 
 TEST_F(Statements, CustomerOrSupplierAtADate) {
   const std::vector<std::string> nome = {"CG16_RAGSOANAG"};
-  const struct {
+  struct Caso {
     const char* label;
     const char* ditta;
     const char* tipo;
     const char* codice;
     const char* data;
     std::vector<std::string> want;
-  } kCasi[] = {
+  };
+  const std::vector<Caso> casi = {
       {"customer", "1", "0", "1001", "'20260115'", {"Officine Bellariva S.r.l."}},
       {"supplier of the same number", "1", "1", "1001", "'20260115'", {"Vetreria Laguna S.r.l."}},
       {"customer of the other company", "2", "0", "1001", "'20260115'", {"Enoteca del Ponte S.n.c."}},
@@ -108,7 +109,7 @@ TEST_F(Statements, CustomerOrSupplierAtADate) {
       {"no such company", "3", "0", "1001", "'20260115'", {}},
       {"no such flag", "1", "2", "1001", "'20260115'", {}},
   };
-  for (const auto& caso : kCasi) {
+  for (const auto& caso : casi) {
     EXPECT_EQ(Righe(Partner(caso.ditta, caso.tipo, caso.codice, caso.data), nome), caso.want) << caso.label;
   }
   EXPECT_THAT(
@@ -117,11 +118,12 @@ TEST_F(Statements, CustomerOrSupplierAtADate) {
 }
 
 TEST_F(Statements, APartnerThatCannotBeAskedForIsAnError) {
-  const struct {
+  struct Caso {
     const char* label;
     std::string statement;
     int want;
-  } kCasi[] = {
+  };
+  const std::vector<Caso> casi = {
       {"no company", Partner("", "0", "1001", "'20260115'"), 1},
       {"no code", Partner("1", "0", "", "'20260115'"), 1},
       {"a quote in the code", Partner("1", "0", "10'01", "'20260115'"), 1},
@@ -130,7 +132,7 @@ TEST_F(Statements, APartnerThatCannotBeAskedForIsAnError) {
       {"an Italian date", Partner("1", "0", "1001", "'31/12/2025'"), 20},
       {"an empty date", Partner("1", "0", "1001", "''"), 20},
   };
-  for (const auto& caso : kCasi) {
+  for (const auto& caso : casi) {
     const auto errore = ErroreDi([&] { (void)Esegui(caso.statement); });
     EXPECT_EQ(errore.Numero(), caso.want) << caso.label << ": " << errore.Descrizione();
     EXPECT_EQ(errore.Sorgente(), "SQLite") << caso.label;
@@ -492,11 +494,12 @@ TEST_F(Events, EachCallKeepsOneEventInOrder) {
 }
 
 TEST_F(Events, ACallThatDoesNotFitIsAnErrorAndKeepsNothing) {
-  const struct {
+  struct Caso {
     const char* label;
     const char* statement;
     int want;
-  } kCasi[] = {
+  };
+  const std::vector<Caso> casi = {
       {"no company", "exec SPFW_AttivaEventoGestionale , 89, 7, 'x' , 1", 1},
       {"null for the company", "exec SPFW_AttivaEventoGestionale null, 89, 7, 'x' , 1", 20},
       {"a word for the company", "exec SPFW_AttivaEventoGestionale 'A', 89, 7, 'x' , 1", 20},
@@ -511,7 +514,7 @@ TEST_F(Events, ACallThatDoesNotFitIsAnErrorAndKeepsNothing) {
        "'x' , 1",
        3001},
   };
-  for (const auto& caso : kCasi) {
+  for (const auto& caso : casi) {
     const auto errore = ErroreDi([&] { (void)Esegui(caso.statement); });
     EXPECT_EQ(errore.Numero(), caso.want) << caso.label << ": " << errore.Descrizione();
     EXPECT_THAT(Eventi(), IsEmpty()) << caso.label;
