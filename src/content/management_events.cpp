@@ -65,7 +65,7 @@ void CLSFW_MAILSERVER::AttivaEventoGestionale(std::int32_t codice, const std::st
     statement.append(
         ComponiParametriEvento(idUtente, codice, destinatario, azienda, indirizzo, allegato, esito, oggetto));
     statement.append("' , 1");
-    host::Richiesto(ConnectionADO).Execute(statement, host::kComandoTesto);
+    (void)host::Richiesto(ConnectionADO).Execute(statement, host::kComandoTesto);
   });
 }
 
