@@ -7,12 +7,18 @@
 #include "host/automazione.h"
 #include "host/cifratore_password.h"
 #include "host/componente_smtp.h"
+#include "host/controlli.h"
 #include "host/directory.h"
 #include "host/file_system.h"
 #include "host/formatori.h"
+#include "host/griglia.h"
+#include "host/layout.h"
 #include "host/mapi32.h"
 #include "host/messaggi.h"
+#include "host/oggetti_file.h"
 #include "host/orologio.h"
+#include "host/parametri.h"
+#include "host/record_set_scollegato.h"
 #include "host/registro_invio.h"
 #include "host/risolutore_percorsi.h"
 #include "host/sistema.h"
@@ -42,6 +48,18 @@ class Ambiente {
   [[nodiscard]] virtual std::shared_ptr<MAPIMessages> CreaMAPIMessages() = 0;
   [[nodiscard]] virtual std::shared_ptr<Mapi32> CreaMapi32() = 0;
   [[nodiscard]] virtual std::shared_ptr<FileSystem> CreaFileSystem() = 0;
+
+  // What the windows are made of, a new object at each call. A host without windows leaves these as they are:
+  // each raises 429.
+
+  /// A window built from the layout, not shown yet. The tables behind the layout live as long as the program.
+  [[nodiscard]] virtual std::shared_ptr<Form> CreaForm(const LayoutForm& layout);
+  [[nodiscard]] virtual std::shared_ptr<ConfigurazioneGriglia> CreaConfigurazioneGriglia();
+  [[nodiscard]] virtual std::shared_ptr<RecordSetScollegato> CreaRecordSetScollegato();
+  [[nodiscard]] virtual std::shared_ptr<SelettoreFile> CreaSelettoreFile();
+  [[nodiscard]] virtual std::shared_ptr<OggettoFile> CreaOggettoFile();
+  [[nodiscard]] virtual std::shared_ptr<CollezioneFile> CreaCollezioneFile();
+  [[nodiscard]] virtual std::shared_ptr<CLSFW_Parametri> CreaParametri();
 
   // The platform's own, which live as long as the Ambiente.
 

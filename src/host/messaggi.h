@@ -11,7 +11,15 @@
 namespace orve::host {
 
 /// The styles used: the buttons and the picture of a message.
-enum StileMessaggio : std::int32_t { kSemplice = 0, kCritico = 16, kAvviso = 48, kInformazione = 64 };
+enum StileMessaggio : std::int32_t {
+  kSemplice = 0,
+  kCritico = 16,
+  kAvviso = 48,
+  kDomanda = 52,  // yes and no, with a warning sign
+  kInformazione = 64
+};
+/// The answers that the library looks for.
+enum RispostaMessaggio : std::int32_t { kRispostaSi = 6, kRispostaNo = 7 };
 
 class Messaggi : public Oggetto {
  public:

@@ -237,34 +237,6 @@ class FakeInterfaccia : public host::InterfacciaHost {
   std::shared_ptr<host::Applicazione> applicazione_;
 };
 
-class FakeCombo : public host::KVL_COMBO {
- public:
-  explicit FakeCombo(JournalPtr journal) : journal_(std::move(journal)) {}
-  void EraseCombo() override { journal_->Add("CMB_ACCOUNT.EraseCombo"); }
-  void AutoOpen(bool apre) override { journal_->Add("CMB_ACCOUNT.AutoOpen " + Mostra(apre)); }
-  void AddItemData(const std::string& testo, std::int16_t dati) override {
-    journal_->Add("CMB_ACCOUNT.AddItemData " + testo + "|" + std::to_string(dati));
-  }
-  void Text(const host::Variant& valore) override {
-    journal_->Add("CMB_ACCOUNT.Text " + fakes::Mostra(valore));
-  }
-
- private:
-  JournalPtr journal_;
-};
-
-class FakeForm : public host::Form {
- public:
-  explicit FakeForm(JournalPtr journal) : combo_(std::make_shared<FakeCombo>(std::move(journal))) {}
-  std::shared_ptr<host::Controllo> Controlli(std::string_view nome) override {
-    if (!text::EqualsIgnoreCase(nome, "CMB_ACCOUNT")) throw host::Errore(host::kMembroNonSupportato);
-    return combo_;
-  }
-
- private:
-  std::shared_ptr<host::KVL_COMBO> combo_;
-};
-
 class FakeOrologio : public host::Orologio {
  public:
   explicit FakeOrologio(FakeAmbiente& ambiente) : ambiente_(ambiente) {}
@@ -503,10 +475,6 @@ std::shared_ptr<host::InterfacciaHost> CreaFakeInterfaccia(FakeAmbiente& ambient
   if (conApplicazione)
     applicazione = std::make_shared<FakeApplicazione>(ambiente.journal, idUtente, messaggi);
   return std::make_shared<FakeInterfaccia>(ambiente.journal, applicazione);
-}
-
-std::shared_ptr<host::Form> CreaFakeForm(JournalPtr journal) {
-  return std::make_shared<FakeForm>(std::move(journal));
 }
 
 }  // namespace orve::fakes

@@ -2,6 +2,7 @@
 // FakeAmbiente.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -16,6 +17,8 @@
 #include "host/interfaccia_host.h"
 
 namespace orve::fakes {
+
+class HeadlessForm;
 
 /// The records of one call of BMAPISendMail.
 struct InvioMapi {
@@ -64,6 +67,13 @@ class FakeAmbiente : public host::Ambiente {
   Righe trovatiInDirectory;                                             // rows with "adsPath"
   std::map<std::string, std::map<std::string, host::Variant>> persone;  // by path
 
+  // The windows: what the person does while one is shown, the file that the person chooses (none: the choice
+  // is cancelled), files that lie in a special place, and the special fields offered for a body.
+  std::function<void(HeadlessForm&)> persona;
+  std::optional<std::string> fileScelto;
+  std::map<std::string, std::int32_t> posizioni;  // by path; 0 for any other file
+  host::Variant parametriCorpo = host::Variant::Array{};
+
   std::shared_ptr<host::Messaggi> CreaMessaggi() override;
   std::shared_ptr<host::FormatoData> CreaFormatoData() override;
   std::shared_ptr<host::FormatoNumero> CreaFormatoNumero() override;
@@ -76,6 +86,13 @@ class FakeAmbiente : public host::Ambiente {
   std::shared_ptr<host::MAPIMessages> CreaMAPIMessages() override;
   std::shared_ptr<host::Mapi32> CreaMapi32() override;
   std::shared_ptr<host::FileSystem> CreaFileSystem() override;
+  std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override;
+  std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia() override;
+  std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato() override;
+  std::shared_ptr<host::SelettoreFile> CreaSelettoreFile() override;
+  std::shared_ptr<host::OggettoFile> CreaOggettoFile() override;
+  std::shared_ptr<host::CollezioneFile> CreaCollezioneFile() override;
+  std::shared_ptr<host::CLSFW_Parametri> CreaParametri() override;
   host::Orologio& OrologioDiSistema() override;
   host::DebugOutput& UscitaDiDebug() override;
   host::GeneratoreGuid& Identificatori() override;

@@ -1,0 +1,17 @@
+// "ORVE_ClsStd.CLSFW_Parametri": the special fields that the host application offers for texts.
+#pragma once
+
+#include "host/oggetto.h"
+#include "host/variant.h"
+
+namespace orve::host {
+
+class CLSFW_Parametri : public Oggetto {
+ public:
+  /// The fields of a mail's body: an array of rows, each an array of texts with the caption in column 0 and
+  /// the key in column 1. The first character of a key is a mark of the table; the rest is the word of the
+  /// placeholder.
+  [[nodiscard]] virtual Variant GetParametriCorpoMail() = 0;
+};
+
+}  // namespace orve::host
