@@ -3,6 +3,8 @@
 // The standard body is a legal notice: it goes out to the character, doubled blanks and typographic signs
 // included. Placeholders are replaced one after another over the growing text, so that a value which holds a
 // later placeholder is filled in turn.
+#include "content/body_templates.h"
+
 #include <string>
 #include <string_view>
 
@@ -41,6 +43,10 @@ constexpr std::string_view kCorpoStandard =
     "o inviando una e-mail all’ indirizzo ***(AzCorrMail)***.";
 
 }  // namespace
+
+std::string_view CorpoStandard() {
+  return kCorpoStandard;
+}
 
 std::string CLSFW_MAILSERVER::GetCorpoMail() {
   return vFlagCorpo != 0 ? CompilaTestoMail(vCorpoMail) : GetCorpoStandard();

@@ -31,6 +31,8 @@
 namespace orve {
 
 struct ElenchiSmtp;
+class FRMFW_MAILPARAMS;
+class FRMRW_OPZMAIL;
 
 class CLSFW_MAILSERVER {
  public:
@@ -143,7 +145,8 @@ class CLSFW_MAILSERVER {
   /// The parameters were fixed beforehand: the account choice in the dialog is shown but disabled.
   [[nodiscard]] bool IsInvioMailConParams() const { return isInvioMailConParams_; }
   void IsInvioMailConParams(bool valore) { isInvioMailConParams_ = valore; }
-  /// Opens the parameters dialog; not available yet, raises 438.
+  /// Opens the parameters dialog and copies its answers into the MailParam properties, whether the person
+  /// confirmed or not. Ends silently on any error.
   void ReturnMailParameters();
   /// Deferred print: selects the mode that the settings keep for it.
   [[nodiscard]] bool IsStampaDifferita() const { return isStampaDifferita_; }
@@ -202,8 +205,8 @@ class CLSFW_MAILSERVER {
       BeforeSendMail;
 
  private:
-  // The dialogs and the tests of single procedures work on the private state.
-  friend struct AccessoInterno;
+  friend struct AccessoInterno;   // tests of single procedures
+  friend class FRMFW_MAILPARAMS;  // loads the accounts of the kind chosen
 
   // --- service: messages and failures
   std::int32_t MostraMessaggio(const std::string& testo, std::int32_t stile, const std::string& titolo,
@@ -242,7 +245,12 @@ class CLSFW_MAILSERVER {
   void AfterAllegati();
 
   // --- service: dialog bridge
+  /// Shows the compose dialog and returns when the person has left it, or at once without an account.
   void ApriForm_OpzInvio();
+  void PreparaRubrica(FRMRW_OPZMAIL& form);
+  bool PreparaCanale(FRMRW_OPZMAIL& form);
+  bool OffriMittente(host::Form& finestra);
+  void RiempiForm(FRMRW_OPZMAIL& form);
 
   // --- addressing: look-up
   /// 0 found, 1 no record or failure, 2 no address in the record, empty: no value.

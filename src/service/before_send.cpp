@@ -6,9 +6,9 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 
+#include "addressing/known_companies.h"
 #include "service/CLSFW_MAILSERVER.h"
 #include "service/nvl.h"
 #include "text/text.h"
@@ -42,30 +42,6 @@ std::string_view LeggiVoce(std::string_view voce, std::string& nome) {
   if (chiude <= apre) throw host::Errore(host::kArgomentoNonValido);
   return text::Mid(voce, inizio, static_cast<std::size_t>(chiude - apre - 1));
 }
-
-// The companies of the recipients before the event, by address and name; of several the last one counts.
-class AziendeNote {
- public:
-  explicit AziendeNote(const std::shared_ptr<CollDestinatari>& copia) {
-    if (!copia) return;
-    for (const auto& destinatario : *copia) {
-      aziende_[Chiave(destinatario->Indirizzo(), destinatario->Nome())] = destinatario->Azienda();
-    }
-  }
-  /// Empty when there was no such recipient.
-  [[nodiscard]] std::string Di(std::string_view indirizzo, std::string_view nome) const {
-    const auto trovata = aziende_.find(Chiave(indirizzo, nome));
-    return trovata == aziende_.end() ? std::string() : trovata->second;
-  }
-
- private:
-  // The length in front keeps "a" + "bc" and "ab" + "c" apart.
-  static std::string Chiave(std::string_view indirizzo, std::string_view nome) {
-    std::string chiave = std::to_string(indirizzo.size());
-    return chiave.append(":").append(indirizzo).append(nome);
-  }
-  std::unordered_map<std::string, std::string> aziende_;
-};
 
 }  // namespace
 

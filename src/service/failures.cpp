@@ -1,26 +1,38 @@
 // The one way to show a message, and the ways in which procedures of the service end on an error.
+#include "service/failures.h"
+
 #include <string>
 
 #include "service/CLSFW_MAILSERVER.h"
 
 namespace orve {
 
+std::int32_t MostraMessaggioDi(const std::shared_ptr<host::InterfacciaHost>& interfaccia,
+                               const std::shared_ptr<host::Messaggi>& riserva, const std::string& testo,
+                               std::int32_t stile, const std::string& titolo,
+                               const std::shared_ptr<host::Oggetto>& proprietario) {
+  // Each test fetches its chain anew, since the host may answer differently from one moment to the next.
+  const bool messaggiDelHost =
+      interfaccia && interfaccia->Applicazione() && host::Richiesto(interfaccia->Applicazione()).Messaggi();
+  if (!messaggiDelHost) return host::Richiesto(riserva).MostraMsg(testo, stile, titolo, proprietario);
+  const auto messaggi = host::Richiesto(interfaccia->Applicazione()).Messaggi();
+  return host::Richiesto(messaggi).MostraMsg(testo, stile, titolo, proprietario);
+}
+
+std::string TestoErrore(const host::Errore& errore, std::string_view separatore, std::string_view chiusura) {
+  std::string testo = std::to_string(errore.Numero());
+  return testo.append(separatore).append(errore.Descrizione()).append(chiusura);
+}
+
 std::int32_t CLSFW_MAILSERVER::MostraMessaggio(const std::string& testo, std::int32_t stile,
                                                const std::string& titolo,
                                                const std::shared_ptr<host::Oggetto>& proprietario) {
-  // Each test fetches its chain anew, since the host may answer differently from one moment to the next.
-  const bool messaggiDelHost = ActiveInterface && ActiveInterface->Applicazione() &&
-                               host::Richiesto(ActiveInterface->Applicazione()).Messaggi();
-  if (!messaggiDelHost) return host::Richiesto(ObjMessaggi).MostraMsg(testo, stile, titolo, proprietario);
-  const auto messaggi = host::Richiesto(ActiveInterface->Applicazione()).Messaggi();
-  return host::Richiesto(messaggi).MostraMsg(testo, stile, titolo, proprietario);
+  return MostraMessaggioDi(ActiveInterface, ObjMessaggi, testo, stile, titolo, proprietario);
 }
 
 void CLSFW_MAILSERVER::MostraErrore(const host::Errore& errore, std::string_view separatore,
                                     std::string_view chiusura) {
-  std::string testo = std::to_string(errore.Numero());
-  testo.append(separatore).append(errore.Descrizione()).append(chiusura);
-  MostraMessaggio(testo, host::kSemplice, "", nullptr);
+  MostraMessaggio(TestoErrore(errore, separatore, chiusura), host::kSemplice, "", nullptr);
 }
 
 void CLSFW_MAILSERVER::SegnalaPerModalita(const host::Errore& errore, const std::string& procedura,

@@ -24,19 +24,11 @@ bool CLSFW_MAILSERVER::AddDestinatario(const std::string& /*indMail*/, const std
   NonDisponibile("AddDestinatario");
 }
 
-void CLSFW_MAILSERVER::ReturnMailParameters() {
-  NonDisponibile("ReturnMailParameters");
-}
-
 void CLSFW_MAILSERVER::InviaMailDiretta(std::int16_t /*pIdMittente*/, const std::string& /*pDestA*/,
                                         const std::string& /*pDestCC*/, const std::string& /*pDestCCn*/,
                                         const std::string& /*pOggetto*/, const std::string& /*pCorpo*/,
                                         const std::string& /*pAllegati*/) {
   NonDisponibile("InviaMailDiretta");
-}
-
-void CLSFW_MAILSERVER::ApriForm_OpzInvio() {
-  NonDisponibile("ApriForm_OpzInvio");
 }
 
 void CLSFW_MAILSERVER::SendWithSimpleMAPI() {

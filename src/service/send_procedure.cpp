@@ -13,10 +13,6 @@ namespace {
 
 constexpr const char* kIndirizzoNonValido = "L'elenco dei destinatari contiene un indirizzo non valido.";
 
-bool CanaleSmtp(kvEnum_ServizioMail canale) {
-  return canale == kvSMTPMail || canale == kvSMTPSSLMail;
-}
-
 }  // namespace
 
 void CLSFW_MAILSERVER::AvviaProceduraInvio(const std::optional<host::Variant>& codice,
@@ -94,8 +90,9 @@ void CLSFW_MAILSERVER::InviaARicerca(const std::optional<host::Variant>& codice,
   ApriForm_OpzInvio();
 }
 
-// Names and addresses of the A recipients, joined for the placeholders of the body. What the caller left in the two fields
-// stands in front; where nothing is joined it stays as it is. The result says whether anything was joined.
+// Names and addresses of the A recipients, joined for the placeholders of the body. What the caller left in
+// the two fields stands in front; where nothing is joined it stays as it is. The result says whether anything
+// was joined.
 bool CLSFW_MAILSERVER::UnisciNomiEIndirizzi() {
   bool uniti = false;
   const auto unisci = [&uniti](std::string& campo, const std::string& valore) {

@@ -1,0 +1,113 @@
+// The parameters window: a person fixes once the parameters of a send to a whole list. It sends nothing. On
+// the SMTP channels it offers everything, on the others the attachment and the body alone. The answers are
+// read after it has closed, whichever way; IsValoriValidi says whether the person confirmed.
+//
+// Load, the two selections and both closing buttons have no error trap: their errors reach the toolkit, or
+// whoever made the program's call that raised the event.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "addressing/senders.h"
+#include "content/instance_trace.h"
+#include "host/ambiente.h"
+#include "host/controlli.h"
+#include "host/interfaccia_host.h"
+#include "host/oggetti_file.h"
+
+namespace orve {
+
+class CLSFW_MAILSERVER;
+
+class FRMFW_MAILPARAMS {
+ public:
+  /// Builds the window, which is not shown yet. Raises 429 on a host without windows.
+  explicit FRMFW_MAILPARAMS(std::shared_ptr<host::Ambiente> ambiente);
+  FRMFW_MAILPARAMS(const FRMFW_MAILPARAMS&) = delete;
+  FRMFW_MAILPARAMS& operator=(const FRMFW_MAILPARAMS&) = delete;
+  FRMFW_MAILPARAMS(FRMFW_MAILPARAMS&&) = delete;
+  FRMFW_MAILPARAMS& operator=(FRMFW_MAILPARAMS&&) = delete;
+  ~FRMFW_MAILPARAMS();
+
+  /// The service that opened the window; it outlives the window.
+  CLSFW_MAILSERVER* Parent = nullptr;
+  std::shared_ptr<host::InterfacciaHost> ActiveInterface;
+  bool IsValoriValidi = false;
+
+  /// Path of the one attachment.
+  [[nodiscard]] const std::string& AllegatoUnico() const { return allegatoUnico_; }
+  void AllegatoUnico(const std::string& valore) { allegatoUnico_ = valore; }
+  /// The one body: offered before the showing, and empty afterwards unless the person changed it.
+  [[nodiscard]] const std::string& CorpoUnico() const { return corpoUnico_; }
+  void CorpoUnico(const std::string& valore) { corpoUnico_ = valore; }
+  /// 0 mail, 1 certified mail.
+  [[nodiscard]] float Tipo() const { return tipo_; }
+  void Tipo(float valore) { tipo_ = valore; }
+  /// Never absent: a read while no object is held creates an empty account, stores and returns it.
+  [[nodiscard]] std::shared_ptr<Mittente> IdAccount();
+  void IdAccount(std::shared_ptr<Mittente> valore) { idAccount_ = std::move(valore); }
+  [[nodiscard]] bool ReadRcpt() const { return readRcpt_; }
+  void ReadRcpt(bool valore) { readRcpt_ = valore; }
+  [[nodiscard]] bool DeliveryStatus() const { return deliveryStatus_; }
+  void DeliveryStatus(bool valore) { deliveryStatus_ = valore; }
+
+  /// The window with its named controls.
+  [[nodiscard]] host::Form& Finestra() { return *finestra_; }
+
+ private:
+  void PrendiControlli();
+  void CollegaEventi();
+  [[nodiscard]] CLSFW_MAILSERVER& Servizio() const;
+
+  std::int32_t MostraMessaggio(const std::string& testo, std::int32_t stile, const std::string& titolo,
+                               const std::shared_ptr<host::Oggetto>& proprietario);
+  void SegnalaErroreConTitolo(std::string_view chiusura);
+
+  void Load();
+  void NascondiAccount();
+  void OffriAccount();
+  void Activate();
+  void Unload();
+  void RegistraControlli();
+  void CMB_TIPO_Change(std::int16_t posizione);
+  void CMB_ACCOUNT_Change(std::int16_t posizione);
+  void KVL_ALLEGA_ButtonClick();
+  void CMD_OK_ButtonClick();
+  void PrendiRicevute();
+  /// False when the path stands for no file; the person has been told then.
+  [[nodiscard]] bool PrendiAllegato();
+  void CMD_ANNULLA_ButtonClick();
+
+  std::shared_ptr<host::Ambiente> ambiente_;
+  TracciaIstanza traccia_;
+  std::string allegatoUnico_;
+  std::string corpoUnico_;
+  float tipo_ = 0;
+  std::shared_ptr<Mittente> idAccount_;
+  bool readRcpt_ = false;
+  bool deliveryStatus_ = false;
+  std::shared_ptr<host::Messaggi> ObjMessaggiForm;
+
+  std::shared_ptr<host::Form> finestra_;
+  std::shared_ptr<host::KVL_RESIZEFORM> KVL_RESIZEFORM1;
+  std::shared_ptr<host::Frame> FRM_PARAM;
+  std::shared_ptr<host::KvlRichTextBox> TXT_CORPO;
+  std::shared_ptr<host::KVL_TBARMENU> KVL_ALLEGA;
+  std::shared_ptr<host::KVL_CHECKBOX> CHK_DELIVERY;
+  std::shared_ptr<host::KVL_CHECKBOX> CHK_READ;
+  std::shared_ptr<host::KVL_LABEL> KVL_LABEL3;
+  std::shared_ptr<host::TxtEdit> TXT_ALLEGATO;
+  std::shared_ptr<host::KVL_COMBO> CMB_ACCOUNT;
+  std::shared_ptr<host::KVL_COMBO> CMB_TIPO;
+  std::shared_ptr<host::KVL_LABEL> KVL_LABEL2;
+  std::shared_ptr<host::KVL_LABEL> KVL_LABEL1;
+  std::shared_ptr<host::KVL_TBARMENU> CMD_OK;
+  std::shared_ptr<host::KVL_TBARMENU> CMD_ANNULLA;
+
+  std::shared_ptr<FRMFW_MAILPARAMS*> vita_ = std::make_shared<FRMFW_MAILPARAMS*>(this);
+};
+
+}  // namespace orve
