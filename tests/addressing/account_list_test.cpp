@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "fakes/headless.h"
 #include "fakes/servizio_di_prova.h"
 
 namespace orve {
@@ -348,22 +349,18 @@ TEST_F(ElencoAccount, AFailedStatementLeavesTheComboAlone) {
 }
 
 // A form whose CMB_ACCOUNT is no combo, or that has none.
-class FormSenzaCombo : public host::Form {
- public:
-  explicit FormSenzaCombo(bool altroControllo) : altroControllo_(altroControllo) {}
-  std::shared_ptr<host::Controllo> Controlli(std::string_view /*nome*/) override {
-    if (!altroControllo_) throw host::Errore(host::kMembroNonSupportato);
-    return std::make_shared<host::Controllo>();
-  }
-
- private:
-  bool altroControllo_;
-};
+std::shared_ptr<host::Form> FormSenzaCombo(const fakes::JournalPtr& journal, bool altroControllo) {
+  static constexpr host::LayoutControllo kCornice[] = {
+      {.nome = "CMB_ACCOUNT", .tipo = host::TipoControllo::kFrame}};
+  host::LayoutForm layout{.nome = "Form"};
+  if (altroControllo) layout.controlli = kCornice;
+  return std::make_shared<fakes::HeadlessForm>(journal, layout, nullptr);
+}
 
 TEST_F(ElencoAccount, AFormWithoutTheComboFailsClearly) {
   connessione->Risponde(kDellUtente, {Account(12, "a@azienda.example")});
   for (const bool altroControllo : {false, true}) {
-    form = std::make_shared<FormSenzaCombo>(altroControllo);
+    form = FormSenzaCombo(journal, altroControllo);
     journal->Svuota();
     EXPECT_FALSE(Carica());
     EXPECT_THAT(Messaggi(), ElementsAre(HasSubstr("438-Proprietà o metodo non supportati dall'oggetto in "

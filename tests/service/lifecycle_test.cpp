@@ -197,8 +197,6 @@ TEST_F(Servizio, ProceduresThatAreNotBuiltYetSaySo) {
             "438 Funzione non disponibile in questa versione: InviaMailSMTP");
   EXPECT_EQ(numeroETesto([&] { servizio->AddDestinatario("a@x.example", "A"); }),
             "438 Funzione non disponibile in questa versione: AddDestinatario");
-  EXPECT_EQ(numeroETesto([&] { servizio->ReturnMailParameters(); }),
-            "438 Funzione non disponibile in questa versione: ReturnMailParameters");
   EXPECT_THAT(Messaggi(), IsEmpty());
 }
 
