@@ -143,7 +143,7 @@ std::string CLSFW_MAILSERVER::GetCodiceGruppo(std::int32_t id) {
 }
 
 // Whatever fails, the send goes on with an empty code.
-std::string CLSFW_MAILSERVER::LeggiCodiceUtente(std::string_view colonna, std::int32_t id) {
+std::string CLSFW_MAILSERVER::LeggiCodiceUtente(std::string_view colonna, std::int32_t id) const {
   std::string codice;
   IgnoraErrori([&] {
     const auto risultato =

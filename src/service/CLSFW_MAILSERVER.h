@@ -282,7 +282,7 @@ class CLSFW_MAILSERVER {
   [[nodiscard]] std::string GetGruppoPreferito();
   [[nodiscard]] std::string GetCodiceUtente(std::int32_t id);
   [[nodiscard]] std::string GetCodiceGruppo(std::int32_t id);
-  [[nodiscard]] std::string LeggiCodiceUtente(std::string_view colonna, std::int32_t id);
+  [[nodiscard]] std::string LeggiCodiceUtente(std::string_view colonna, std::int32_t id) const;
   void CercaIdUtente();
   void CaricaDatiAziendaCorrente();
   void CreaRegistroInvio();

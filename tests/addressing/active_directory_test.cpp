@@ -20,7 +20,6 @@ using MDL_ACTIVEDIRECTORY::GetDatiUtenteDirectory;
 using MDL_ACTIVEDIRECTORY::GetNomeUtenteRete;
 using MDL_ACTIVEDIRECTORY::TagliaAlNul;
 using ::testing::ElementsAre;
-using ::testing::ElementsAreArray;
 
 constexpr const char* kPersona = "LDAP://CN=Anna Rossi,OU=Vendite,DC=azienda,DC=example";
 

@@ -6,7 +6,6 @@
 
 #include <memory>
 #include <string>
-#include <type_traits>
 #include <vector>
 
 #include "addressing/recipients.h"
@@ -34,19 +33,20 @@ class CollMittentiTest : public ::testing::Test {
   CollMittenti collezione{ambiente};
 };
 
-template <class T, class = void>
-struct SiPercorre : std::false_type {};
 template <class T>
-struct SiPercorre<T, std::void_t<decltype(std::declval<const T&>().begin())>> : std::true_type {};
-
-template <class T, class = void>
-struct PrendeIndice : std::false_type {};
+concept SiPercorre = requires(const T& collezione) {
+  collezione.begin();
+};
 template <class T>
-struct PrendeIndice<T, std::void_t<decltype(std::declval<const T&>()[host::Variant()])>> : std::true_type {};
+concept PrendeIndice = requires(const T& collezione) {
+  collezione[host::Variant()];
+};
 
 // The recipients have a default member and a standard enumerator, the accounts have neither.
-static_assert(SiPercorre<CollDestinatari>::value && PrendeIndice<CollDestinatari>::value);
-static_assert(!SiPercorre<CollMittenti>::value && !PrendeIndice<CollMittenti>::value);
+static_assert(SiPercorre<CollDestinatari>);
+static_assert(PrendeIndice<CollDestinatari>);
+static_assert(!SiPercorre<CollMittenti>);
+static_assert(!PrendeIndice<CollMittenti>);
 
 TEST_F(CollMittentiTest, ANewAccountHoldsEmptyTextsZerosAndFalse) {
   const Mittente nuovo(ambiente);

@@ -13,7 +13,6 @@
 namespace orve {
 namespace {
 
-using fakes::ErroreDi;
 using fakes::NumeroDi;
 using fakes::Riga;
 using ::testing::ElementsAre;
