@@ -186,6 +186,10 @@ struct AccessoInterno {
     return servizio.TestoInHTML(std::forward<A>(argomenti)...);
   }
   template <class... A>
+  auto CorpoHTMLConFirma(A&&... argomenti) {
+    return servizio.CorpoHTMLConFirma(std::forward<A>(argomenti)...);
+  }
+  template <class... A>
   auto ScriviLogInvio(A&&... argomenti) {
     return servizio.ScriviLogInvio(std::forward<A>(argomenti)...);
   }
