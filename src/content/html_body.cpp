@@ -64,7 +64,7 @@ std::string CLSFW_MAILSERVER::TabellaFirmeFW95() {
 
 // A mail without a signature is better than a message about it: what cannot be read is left out in silence.
 std::string CLSFW_MAILSERVER::GetFirmaUtente(const std::string& tabella, std::string& font,
-                                             std::int16_t& dimensione) {
+                                             std::int16_t& dimensione) const {
   font.clear();
   dimensione = 0;
   std::string firma;

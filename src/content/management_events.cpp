@@ -69,7 +69,7 @@ void CLSFW_MAILSERVER::AttivaEventoGestionale(std::int32_t codice, const std::st
   });
 }
 
-host::Variant CLSFW_MAILSERVER::GetUserIDFromConnection() {
+host::Variant CLSFW_MAILSERVER::GetUserIDFromConnection() const {
   host::Variant id = 0;
   std::shared_ptr<host::Command> comando;
   std::shared_ptr<host::Parameter> parametro;

@@ -319,7 +319,7 @@ class CLSFW_MAILSERVER {
   [[nodiscard]] bool EsisteParamHTMLFW95();
   [[nodiscard]] std::string TabellaFirmeFW95();
   [[nodiscard]] std::string GetFirmaUtente(const std::string& tabella, std::string& font,
-                                           std::int16_t& dimensione);
+                                           std::int16_t& dimensione) const;
   [[nodiscard]] std::string TestoInHTML(const std::string& testo, const std::string& font,
                                         std::int32_t dimensione);
   /// The body as an HTML document, with the user's signature behind it.
@@ -333,7 +333,7 @@ class CLSFW_MAILSERVER {
                               const std::string& azienda, const std::string& indirizzo,
                               const std::string& allegato, const std::string& esito,
                               const std::string& oggetto);
-  [[nodiscard]] host::Variant GetUserIDFromConnection();
+  [[nodiscard]] host::Variant GetUserIDFromConnection() const;
   [[nodiscard]] std::string ComponiParametriEvento(std::int32_t idUtente, std::int32_t codice,
                                                    const std::string& destinatario,
                                                    const std::string& azienda, const std::string& indirizzo,
