@@ -116,7 +116,7 @@ TEST_F(ConsegnaSmtp, TheSenderTextIsSplitAtItsDoubleQuotes) {
   const std::vector<Caso> casi = {
       {"name", "\"Orve S.p.A.\"<i@x.it>", "Orve S.p.A.", "<i@x.it>"},
       {"no name", "\"\"<i@x.it>", "", "<i@x.it>"},
-      {"a quote in the name shifts the parts", "\"A\"B\"<i@x.it>", "A", "B"},
+      {"a quote in the name shifts the parts", R"("A"B"<i@x.it>)", "A", "B"},
       {"no address", "\"A\"<>", "A", "<>"},
   };
   for (const auto& caso : casi) {
@@ -303,7 +303,7 @@ TEST_F(ConsegnaSmtp, TheAttachmentsJoinedByTheirCount) {
        {"smtp.AddAttachment C:\\a.pdf"}},
       {"several",
        host::Variant::Array{"C:\\a.pdf", "C:\\b.pdf", "C:\\c.pdf"},
-       "C:\\a.pdf|C:\\b.pdf|C:\\c.pdf",
+       R"(C:\a.pdf|C:\b.pdf|C:\c.pdf)",
        {"smtp.AddAttachment C:\\a.pdf", "smtp.AddAttachment C:\\b.pdf", "smtp.AddAttachment C:\\c.pdf"}},
       {"an empty path in front leaves no separator",
        host::Variant::Array{"", "b"},

@@ -8,7 +8,6 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::StartsWith;
 
 constexpr const char* kStatementHTML =
     " SELECT 1 FROM FW95_SETTINGS WITH (NOLOCK)  WHERE FW95_CODICE = 'AIT_MAIL_HTML' AND FW95_VALORE = 1 ";
@@ -226,15 +225,15 @@ TEST_F(CorpoHTML, FontAndSizeByWhatIsGiven) {
     const char* want;
   };
   const std::vector<Caso> casi = {
-      {"both", "Arial", 5, "<font face = \"Arial\" size = \"5\">"},
-      {"no font", "", 5, "<font face = \"Calibri\" size = \"5\">"},
-      {"blank font", "  ", 5, "<font face = \"Calibri\" size = \"5\">"},
-      {"font with blanks around it", " Arial ", 5, "<font face = \" Arial \" size = \"5\">"},
-      {"no size", "Arial", 0, "<font face = \"Arial\" size = \"3\">"},
-      {"low 16 bits 0", "Arial", 0x30000, "<font face = \"Arial\" size = \"3\">"},
-      {"low 16 bits not 0", "Arial", 0x10001, "<font face = \"Arial\" size = \"65537\">"},
-      {"negative", "Arial", -1, "<font face = \"Arial\" size = \"-1\">"},
-      {"neither", "", 0, "<font face = \"Calibri\" size = \"3\">"},
+      {"both", "Arial", 5, R"(<font face = "Arial" size = "5">)"},
+      {"no font", "", 5, R"(<font face = "Calibri" size = "5">)"},
+      {"blank font", "  ", 5, R"(<font face = "Calibri" size = "5">)"},
+      {"font with blanks around it", " Arial ", 5, R"(<font face = " Arial " size = "5">)"},
+      {"no size", "Arial", 0, R"(<font face = "Arial" size = "3">)"},
+      {"low 16 bits 0", "Arial", 0x30000, R"(<font face = "Arial" size = "3">)"},
+      {"low 16 bits not 0", "Arial", 0x10001, R"(<font face = "Arial" size = "65537">)"},
+      {"negative", "Arial", -1, R"(<font face = "Arial" size = "-1">)"},
+      {"neither", "", 0, R"(<font face = "Calibri" size = "3">)"},
   };
   for (const auto& caso : casi) {
     EXPECT_EQ(interno.TestoInHTML("x", caso.font, caso.dimensione),
@@ -292,10 +291,10 @@ TEST_F(CorpoHTML, FontNullOrBlankAndSizeNullOrZeroGiveTheStandardOnes) {
   };
   // The statement already turns a null into an empty font and a size 0; a null all the same ends the reading.
   const std::vector<Caso> casi = {
-      {"empty and 0", "", 0, "<font face = \"Calibri\" size = \"3\">"},
-      {"blank", "   ", 2, "<font face = \"Calibri\" size = \"2\">"},
-      {"null font", host::Null{}, 2, "<font face = \"Calibri\" size = \"3\">"},
-      {"null size", "Arial", host::Null{}, "<font face = \"Arial\" size = \"3\">"},
+      {"empty and 0", "", 0, R"(<font face = "Calibri" size = "3">)"},
+      {"blank", "   ", 2, R"(<font face = "Calibri" size = "2">)"},
+      {"null font", host::Null{}, 2, R"(<font face = "Calibri" size = "3">)"},
+      {"null size", "Arial", host::Null{}, R"(<font face = "Arial" size = "3">)"},
   };
   for (const auto& caso : casi) {
     ConFirma("firma", caso.font, caso.dimensione);
@@ -306,11 +305,11 @@ TEST_F(CorpoHTML, FontNullOrBlankAndSizeNullOrZeroGiveTheStandardOnes) {
 }
 
 TEST_F(CorpoHTML, HostileTextIsCarriedAsItStands) {
-  const std::string inizio = "<!DOCTYPE html>\r\n<html>\r\n<body>\r\n<font face = \"Arial\" size = \"3\">";
-  const std::string fine = "</font><br/>\r\n</body>\r\n</html>\r\n";
   for (const std::string& testo :
        {std::string("a\0b", 3), std::string("\xFF\xC3"), std::string("\"'"), std::string(1U << 20U, 'x')}) {
-    EXPECT_EQ(interno.TestoInHTML(testo, "Arial", 3), inizio + testo + fine);
+    std::string want = "<!DOCTYPE html>\r\n<html>\r\n<body>\r\n<font face = \"Arial\" size = \"3\">";
+    want.append(testo).append("</font><br/>\r\n</body>\r\n</html>\r\n");
+    EXPECT_EQ(interno.TestoInHTML(testo, "Arial", 3), want);
   }
   EXPECT_EQ(
       interno.TestoInHTML(std::string(1U << 16U, '\r'), "Arial", 3).size(),

@@ -11,7 +11,6 @@ namespace orve {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 const host::Guid kGuid{0x3F2504E0, 0x4F89, 0x41D3, {0x9A, 0x0C, 0x03, 0x05, 0xE8, 0x2C, 0x33, 0x01}};

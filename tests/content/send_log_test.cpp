@@ -151,7 +151,7 @@ TEST_F(ScriviLogInvio, AnAttachmentWithoutABackslashLosesItsFirstCharacter) {
 }
 
 TEST_F(ScriviLogInvio, OfSeveralPathsOnlyTheLastNameIsShown) {
-  servizio->vMailAttachment = "C:\\Doc\\uno.pdf;C:\\Doc\\due.pdf";
+  servizio->vMailAttachment = R"(C:\Doc\uno.pdf;C:\Doc\due.pdf)";
   interno.ScriviLogInvio(2, "InviaMail");
   EXPECT_THAT(Righe(), HasSubstr("InviaMail   due.pdf   14/11/2026"));
 }
@@ -287,7 +287,7 @@ TEST(EstraiNomeFile, TakesWhatFollowsTheLastBackslash) {
       {"without a backslash the first character goes", "report.pdf", "eport.pdf"},
       {"which may be an accented one", "è.pdf", ".pdf"},
       {"trailing backslash", "C:\\Doc\\", ""},
-      {"several paths", "C:\\a.pdf;C:\\Doc\\b.pdf", "b.pdf"},
+      {"several paths", R"(C:\a.pdf;C:\Doc\b.pdf)", "b.pdf"},
       {"slashes do not count", "/home/doc.pdf", "home/doc.pdf"},
       {"one character", "a", ""},
       {"empty", "", ""},
