@@ -20,8 +20,7 @@ struct OpzioniSqlite {
   bool solaLettura = false;
   /// How long a statement waits for a file that another connection has locked.
   std::chrono::milliseconds attesaBlocco{5000};
-  /// A statement that still runs this long after its start is stopped. A wait for a lock counts, and is ended
-  /// by its own limit alone.
+  /// How long a statement may run, waiting not counted.
   std::chrono::milliseconds tempoMassimo{30000};
 };
 

@@ -4,7 +4,8 @@
 #include <string_view>
 #include <utility>
 
-#include "content/management_events.h"
+#include "channels/recipient_lists.h"
+#include "channels/register_lines.h"
 #include "service/CLSFW_MAILSERVER.h"
 #include "text/text.h"
 
@@ -27,13 +28,8 @@ bool Riuscito(const host::Variant& risultato) {
   return !risultato.IsNull() && risultato.ToDouble() == -1;
 }
 
-void AccodaVoce(std::string& elenco, const Destinatario& destinatario) {
-  elenco.append(QuotaNome(destinatario.Nome())).append(" <").append(destinatario.Indirizzo()).append(">");
-}
-
-void AccodaVoceSeparata(std::string& elenco, const Destinatario& destinatario) {
-  if (!elenco.empty()) elenco.append(";");
-  AccodaVoce(elenco, destinatario);
+TestiVoce TestiSmtp(const Destinatario& destinatario) {
+  return {QuotaNome(destinatario.Nome()), destinatario.Indirizzo()};
 }
 
 }  // namespace
@@ -60,13 +56,13 @@ void CLSFW_MAILSERVER::SendWithSmtp() {
 void CLSFW_MAILSERVER::ConsegnaConSmtp() {
   const auto componente = ambiente_->CreaComponenteSmtp();
   ApplicaMittenteScelto();
-  ElenchiSmtp elenchi;
+  ElenchiDestinatari elenchi;
   // The setting speaks of a blind copy; in this channel the sender's copy is a visible one, on purpose.
   if (FlagBcc) elenchi.cc = vSenderAddress;
   const std::string mittente = ComponiMittente(vSenderName, vSenderAddress);
   std::string corpo = vCorpoMail;
   const std::string allegati = AddAdditionalAttachmentSMTP(componente);
-  ComponiElenchiSmtp(elenchi);
+  RipartisciDestinatari(host::Richiesto(vCollDestinatari), TestiSmtp, elenchi, vNome);
   vIndDestinatario = elenchi.a;
   // Filled once for the whole message, from the body as it was before the attachments were taken.
   vCorpoMail = std::move(corpo);
@@ -76,7 +72,7 @@ void CLSFW_MAILSERVER::ConsegnaConSmtp() {
       InviaMailConSSL(componente, SmtpServer, SmtpPorta, SmtpAuth != 0, SmtpCrypt, SmtpUtente, SmtpPassword,
                       mittente, elenchi.a, elenchi.cc, vOggetto, vCorpoMail, ReadReceipt, elenchi.ccn);
   StatoInvio = Riuscito(risultato) ? kvOK : kvErroreInvioMail;
-  RegistraEsitoSmtp(risultato, allegati);
+  RegistraEsitoSmtp(risultato, "SMTP: " + vSenderAddress, {"<", allegati, vOggetto});
 }
 
 void CLSFW_MAILSERVER::ApplicaMittenteScelto() {
@@ -92,31 +88,8 @@ void CLSFW_MAILSERVER::ApplicaMittenteScelto() {
   ReadReceipt = vMittente->ReadRcpt() == 1;
 }
 
-// The names go behind whatever vNome holds already, and its last two characters go in any case.
-void CLSFW_MAILSERVER::ComponiElenchiSmtp(ElenchiSmtp& elenchi) {
-  for (const auto& destinatario : host::Richiesto(vCollDestinatari)) {
-    const std::int16_t casella = destinatario->Casella();
-    if (casella == kvCasellaCC) {
-      AccodaVoceSeparata(elenchi.cc, *destinatario);
-      continue;
-    }
-    if (casella == kvCasellaCCn) {
-      AccodaVoceSeparata(elenchi.ccn, *destinatario);
-      continue;
-    }
-    if (!destinatario->Nome().empty()) vNome.append(destinatario->Nome()).append(", ");
-    if (casella == kvCasellaA) {
-      AccodaVoceSeparata(elenchi.a, *destinatario);
-    } else {
-      // A box that nobody knows has its separator behind it, and none in front.
-      AccodaVoce(elenchi.a, *destinatario);
-      elenchi.a.append(";");
-    }
-  }
-  vNome.resize(text::WithoutLast(vNome, 2).size());
-}
-
-void CLSFW_MAILSERVER::RegistraEsitoSmtp(const host::Variant& risultato, const std::string& allegati) {
+void CLSFW_MAILSERVER::RegistraEsitoSmtp(const host::Variant& risultato, const std::string& mittente,
+                                         const RigheInvio& righe) {
   const auto registro = ObjRegistroInvio;
   if (!registro) return;
   registro->TipoCanale(IsPec() ? host::kCanalePec : host::kCanaleMail);
@@ -127,26 +100,9 @@ void CLSFW_MAILSERVER::RegistraEsitoSmtp(const host::Variant& risultato, const s
     registro->EsitoInvio(host::kNonInviato);
     errore = GetSMTPErrorDescription(risultato.ToInt16());
   }
-  registro->MittenteInvio("SMTP: " + vSenderAddress);
+  registro->MittenteInvio(mittente);
   registro->CanaleInvio(static_cast<float>(SrvMailInstallato));
-  RegistraDestinatariSmtp(*registro, allegati, errore);
-}
-
-void CLSFW_MAILSERVER::RegistraDestinatariSmtp(host::RegistroInvio& registro, const std::string& allegati,
-                                               const std::string& errore) {
-  // Made once: the body may be long and the recipients many.
-  const auto destinatari = vCollDestinatari;
-  const host::TestoOAssente ditta = vDitta;
-  const host::TestoOAssente elencoAllegati = allegati;
-  const host::TestoOAssente esito = errore;
-  const host::TestoOAssente oggetto = vOggetto;
-  const host::TestoOAssente corpo = vCorpoMail;
-  for (const auto& destinatario : host::Richiesto(destinatari)) {
-    const std::string& nome = destinatario->Nome();
-    const std::string indirizzo = nome + "<" + destinatario->Indirizzo() + ">";
-    registro.RegistraInvio(nome, ditta, indirizzo, elencoAllegati, esito, oggetto, corpo);
-    AttivaEventoGestionale(kEventoInvio, nome, *ditta, indirizzo, allegati, errore, *oggetto);
-  }
+  RegistraDestinatari(*registro, righe, errore);
 }
 
 std::string CLSFW_MAILSERVER::GetSMTPErrorDescription(std::int16_t codice) {

@@ -9,14 +9,6 @@
 
 namespace orve {
 
-/// The recipients of one message as the component takes them: entries of a name, " <", an address and ">",
-/// joined by ";".
-struct ElenchiSmtp {
-  std::string a;
-  std::string cc;
-  std::string ccn;
-};
-
 /// The name between double quotes when a comma stands in it at the second character or later; otherwise as
 /// it is.
 [[nodiscard]] std::string QuotaNome(const std::string& nome);

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "channels/recipient_lists.h"
 #include "service/CLSFW_MAILSERVER.h"
 #include "text/text.h"
 
@@ -94,8 +95,7 @@ std::string CLSFW_MAILSERVER::AddAdditionalAttachmentSMTP(
     for (const auto& allegato : vElencoAllegati.ToArray()) {
       const std::string percorso = allegato.ToText();
       host::Richiesto(componente).AddAttachment(percorso);
-      if (!elenco.empty()) elenco.append("|");
-      elenco.append(percorso);
+      AccodaPercorso(elenco, percorso);
     }
   } catch (...) {
     MostraMessaggio(host::ErroreCorrente().Descrizione(), host::kAvviso,

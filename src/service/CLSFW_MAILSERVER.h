@@ -8,6 +8,7 @@
 // of a send reaches the caller as an error: it reads Stato and Descrizione.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -15,6 +16,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "addressing/recipients.h"
 #include "addressing/senders.h"
@@ -30,7 +32,8 @@
 
 namespace orve {
 
-struct ElenchiSmtp;
+struct ElenchiDestinatari;
+struct RigheInvio;
 class FRMFW_MAILPARAMS;
 class FRMRW_OPZMAIL;
 
@@ -102,10 +105,12 @@ class CLSFW_MAILSERVER {
   bool vNotifyRead = false;
   bool vDisableNotifyDelivery = false;
   bool vDisableNotifyRead = false;
-  /// Stand-alone call of the SMTP component; not available yet, raises 438.
-  bool InviaMailSMTP(const std::string& vOggetto, const std::string& vCorpo,
-                     const bool* prioritaAlta = nullptr, const bool* mailNotifica = nullptr);
-  /// Recipient for InviaMailSMTP; not available yet, raises 438.
+  /// Mails subject and body through the SMTP component and the user's default account, whatever the channel
+  /// of the settings is; an empty body is built from the settings. The two flags have no effect. True when
+  /// the procedure ran to its end, also if the server refused the message: only the register tells of that.
+  bool InviaMailSMTP(std::string vOggetto, std::string vCorpo, const bool* prioritaAlta = nullptr,
+                     const bool* mailNotifica = nullptr);
+  /// Adds an A recipient for InviaMailSMTP. The answer is false in every case.
   bool AddDestinatario(const std::string& indMail, const std::string& descrDest);
   /// Appends one path to vElencoAllegati. The file is not looked at.
   void AddAllegato(const std::string& FileName);
@@ -186,11 +191,13 @@ class CLSFW_MAILSERVER {
   void INFO_RagSocCliFor(const std::string& valore) { infoRagSocCliFor_ = valore; }
   /// Whether the text holds a well-formed address anywhere.
   bool CheckRegularMailAddress(const std::string& MailAdd);
-  /// Send from plain texts; not available yet, raises 438.
-  void InviaMailDiretta(std::int16_t pIdMittente = 0, const std::string& pDestA = {},
-                        const std::string& pDestCC = {}, const std::string& pDestCCn = {},
-                        const std::string& pOggetto = {}, const std::string& pCorpo = {},
-                        const std::string& pAllegati = {});
+  /// Sends at once, in every mode and without a dialog, what stands in plain texts: recipients as address
+  /// lists, attachments as paths separated by ";". The account counts on the SMTP channels only. The result
+  /// stands in Stato. An address list that cannot be read ends it in silence, and the object goes on taking
+  /// its sends for direct ones: it should not be used again.
+  void InviaMailDiretta(std::int16_t pIdMittente = 0, std::string pDestA = {}, std::string pDestCC = {},
+                        std::string pDestCCn = {}, std::string pOggetto = {}, std::string pCorpo = {},
+                        std::string pAllegati = {});
   /// The host application's interface object; may be absent.
   std::shared_ptr<host::InterfacciaHost> ActiveInterface;
   /// True: GetImpostazioni creates no Outlook or MAPI object.
@@ -243,6 +250,14 @@ class CLSFW_MAILSERVER {
   void BeforeAllegati();
   void AfterDestinatari();
   void AfterAllegati();
+  /// Makes vElencoAllegati of a list of paths; vMailAttachment is emptied when it is not among them.
+  void RiprendiAllegati(const std::string& elenco);
+
+  // --- service: direct send
+  /// The lists A, CC and CCn, in this order.
+  void LeggiDestinatariDiretti(const std::array<std::string, 3>& elenchi);
+  /// Ready for a dialog that records its cancellation; nothing calls it at present.
+  void RegistraAnnullamentoDaUtente();
 
   // --- service: dialog bridge
   /// Shows the compose dialog and returns when the person has left it, or at once without an account.
@@ -291,10 +306,12 @@ class CLSFW_MAILSERVER {
   void SendWithSmtp();
   void ConsegnaConSmtp();
   void ApplicaMittenteScelto();
-  void ComponiElenchiSmtp(ElenchiSmtp& elenchi);
-  void RegistraEsitoSmtp(const host::Variant& risultato, const std::string& allegati);
-  void RegistraDestinatariSmtp(host::RegistroInvio& registro, const std::string& allegati,
-                               const std::string& errore);
+  /// `mittente` is what the register is told of the way of sending.
+  void RegistraEsitoSmtp(const host::Variant& risultato, const std::string& mittente,
+                         const RigheInvio& righe);
+  /// One register line and one event 89 for each recipient; an absent `esito` is empty in the event.
+  void RegistraDestinatari(host::RegistroInvio& registro, const RigheInvio& righe,
+                           const host::TestoOAssente& esito);
   /// The component's GetLastError, or empty after an error caught inside.
   [[nodiscard]] host::Variant InviaMailConSSL(
       const std::shared_ptr<host::ComponenteSmtp>& componente, const std::string& server, std::int16_t porta,
@@ -308,9 +325,26 @@ class CLSFW_MAILSERVER {
   [[nodiscard]] std::string AddAdditionalAttachmentSMTP(
       const std::shared_ptr<host::ComponenteSmtp>& componente);
   [[nodiscard]] std::string GetSMTPErrorDescription(std::int16_t codice);
-  void SendWithSimpleMAPI();
   void SendWithOutlook();
+  void ConsegnaConOutlook();
+  void ComponiMessaggioOutlook(const std::string& mittente);
+  void RegistraInvioOutlook(const std::string& mittente, const std::string& allegati);
+  /// The paths attached, joined by "|": those up to the first that is refused.
+  [[nodiscard]] std::string AddAllegatiOutlook(const std::shared_ptr<host::OutlookAttachments>& allegati);
+  void SendWithSimpleMAPI();
+  /// `allegati` is what could be attached, also when an error ends the delivery.
+  void ConsegnaConSimpleMAPI(std::string& allegati);
+  void ComponiDestinatariSimpleMAPI();
+  void RegistraEsitoSimpleMAPI(host::EsitoInvio esito, const std::string& allegati);
+  [[nodiscard]] std::string AddAllegatiSimpleMAPI(const std::shared_ptr<host::MAPIMessages>& messaggio);
   void SendMailMAPI();
+  void ConsegnaConMAPI();
+  void InviaConMAPI(host::Mapi32& mapi);
+  [[nodiscard]] std::vector<host::MapiRecip> ComponiDestinatariMAPI();
+  [[nodiscard]] std::vector<host::MapiFile> PreparaAllegatiMAPI();
+  void RegistraEsitoMAPI(bool inviato, const std::string& allegati);
+  void ConsegnaDaSola(const std::string& oggetto, const std::string& corpo);
+  void ComponiElenchiDaSola(ElenchiDestinatari& elenchi);
 
   // --- content: body
   [[nodiscard]] std::string GetCorpoMail();
@@ -353,6 +387,8 @@ class CLSFW_MAILSERVER {
   std::shared_ptr<host::FormatoData> ObjFormatoData;
   std::shared_ptr<host::FormatoNumero> ObjFormatoNumero;
   std::shared_ptr<host::OutlookApplication> objOutlookApp;
+  std::shared_ptr<host::OutlookMailItem> objOutlookItem;
+  std::shared_ptr<host::OutlookAttachments> objOutlookAllegati;
   std::shared_ptr<host::MAPISession> objMapiSession;
   std::shared_ptr<host::MAPIMessages> objMapiMessages;
   host::Variant MapiSessionID;

@@ -1,13 +1,12 @@
 // The before-send event and the stages round it. Recipients and attachments are flattened into texts, the
 // caller's handler may change the texts, and the objects are rebuilt from them whether it did or not: what
 // the texts cannot hold is lost here. A stage that fails reports by mode and does not stop the sequence.
-#include <cstdint>
-#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "addressing/address_list.h"
 #include "addressing/known_companies.h"
 #include "service/CLSFW_MAILSERVER.h"
 #include "service/nvl.h"
@@ -20,27 +19,6 @@ namespace {
 void AppendItem(std::string& elenco, std::string_view nome, std::string_view indirizzo) {
   if (!elenco.empty()) elenco.append(";");
   elenco.append(nome).append("<").append(indirizzo).append(">");
-}
-
-// A position or count in the 16 bits that the readers keep it in; raises 6 when it does not fit.
-std::int16_t InSediciBit(std::size_t valore) {
-  if (valore > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())) {
-    throw host::Errore(host::kOverflow);
-  }
-  return static_cast<std::int16_t>(valore);
-}
-
-// An item of an address list as the lenient reader takes it: a missing "<" keeps the name of the item before,
-// a missing
-// ">" lets the address run to the end. A ">" in front of the "<" raises 5.
-std::string_view LeggiVoce(std::string_view voce, std::string& nome) {
-  const std::int16_t apre = InSediciBit(text::Find(voce, "<"));
-  const std::int16_t chiude = InSediciBit(text::Find(voce, ">"));
-  if (apre > 0) nome = text::Left(voce, static_cast<std::size_t>(apre - 1));
-  const auto inizio = static_cast<std::size_t>(apre) + 1;
-  if (chiude == 0) return text::Mid(voce, inizio);
-  if (chiude <= apre) throw host::Errore(host::kArgomentoNonValido);
-  return text::Mid(voce, inizio, static_cast<std::size_t>(chiude - apre - 1));
 }
 
 }  // namespace
@@ -122,16 +100,13 @@ void CLSFW_MAILSERVER::AfterDestinatari() try {
   vCollDestinatari = std::make_shared<CollDestinatari>(ambiente_);
   const AziendeNote aziende(CollDestinatariCopia);
 
-  std::string nome;  // survives from one item to the next, and from one list to the next
+  LettoreElenchi lettore;
   const auto leggi = [&](const std::string& elenco, kvCasella casella) {
-    const auto voci = text::Split(elenco, ';');
-    InSediciBit(voci.size());
-    for (const auto voce : voci) {
-      const std::string indirizzo(LeggiVoce(voce, nome));
+    lettore.Leggi(elenco, [&](const std::string& indirizzo, const std::string& nome) {
       std::string azienda = aziende.Di(indirizzo, nome);
       if (casella != kvCasellaA) azienda = NVL(azienda, "").ToText();
-      if (!indirizzo.empty()) vCollDestinatari->AddFromLista(indirizzo, nome, azienda, casella, "");
-    }
+      vCollDestinatari->AddFromLista(indirizzo, nome, azienda, casella, "");
+    });
   };
   leggi(destinatariA_, kvCasellaA);
   leggi(destinatariCC_, kvCasellaCC);
@@ -141,17 +116,23 @@ void CLSFW_MAILSERVER::AfterDestinatari() try {
                      " ORVE_MAILSERVER: CLSFW_MAILSERVER: AfterDestinatari");
 }
 
-void CLSFW_MAILSERVER::AfterAllegati() try {
+void CLSFW_MAILSERVER::AfterAllegati() {
+  try {
+    RiprendiAllegati(allegati_);
+  } catch (...) {
+    SegnalaPerModalita(host::ErroreCorrente(), "ApriForm_OpzInvio", " ",
+                       " ORVE_MAILSERVER: CLSFW_MAILSERVER: AfterAllegati");
+  }
+}
+
+void CLSFW_MAILSERVER::RiprendiAllegati(const std::string& elenco) {
   vElencoAllegati = {};
   bool principaleTrovato = false;
-  for (const auto parte : text::Split(allegati_, ';')) {
+  for (const auto parte : text::Split(elenco, ';')) {
     AddAllegato(std::string(parte));
     if (parte == vMailAttachment) principaleTrovato = true;
   }
   if (!principaleTrovato) vMailAttachment.clear();
-} catch (...) {
-  SegnalaPerModalita(host::ErroreCorrente(), "ApriForm_OpzInvio", " ",
-                     " ORVE_MAILSERVER: CLSFW_MAILSERVER: AfterAllegati");
 }
 
 void CLSFW_MAILSERVER::AddAllegato(const std::string& FileName) try {

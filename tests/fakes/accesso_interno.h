@@ -18,6 +18,8 @@ struct AccessoInterno {
   auto& ObjFormatoData() { return servizio.ObjFormatoData; }
   auto& ObjFormatoNumero() { return servizio.ObjFormatoNumero; }
   auto& objOutlookApp() { return servizio.objOutlookApp; }
+  auto& objOutlookItem() { return servizio.objOutlookItem; }
+  auto& objOutlookAllegati() { return servizio.objOutlookAllegati; }
   auto& objMapiSession() { return servizio.objMapiSession; }
   auto& objMapiMessages() { return servizio.objMapiMessages; }
   auto& MapiSessionID() { return servizio.MapiSessionID; }
@@ -156,6 +158,22 @@ struct AccessoInterno {
   template <class... A>
   auto GetSMTPErrorDescription(A&&... argomenti) {
     return servizio.GetSMTPErrorDescription(std::forward<A>(argomenti)...);
+  }
+  template <class... A>
+  auto SendWithOutlook(A&&... argomenti) {
+    return servizio.SendWithOutlook(std::forward<A>(argomenti)...);
+  }
+  template <class... A>
+  auto SendWithSimpleMAPI(A&&... argomenti) {
+    return servizio.SendWithSimpleMAPI(std::forward<A>(argomenti)...);
+  }
+  template <class... A>
+  auto SendMailMAPI(A&&... argomenti) {
+    return servizio.SendMailMAPI(std::forward<A>(argomenti)...);
+  }
+  template <class... A>
+  auto RegistraAnnullamentoDaUtente(A&&... argomenti) {
+    return servizio.RegistraAnnullamentoDaUtente(std::forward<A>(argomenti)...);
   }
   template <class... A>
   auto GetCorpoMail(A&&... argomenti) {

@@ -182,23 +182,5 @@ TEST_F(Servizio, TeardownOnOutlookReleasesEverythingAllTheSame) {
   EXPECT_EQ(connessione.use_count(), 1);
 }
 
-TEST_F(Servizio, ProceduresThatAreNotBuiltYetSaySo) {
-  const auto numeroETesto = [](const std::function<void()>& azione) -> std::string {
-    try {
-      azione();
-    } catch (const host::Errore& errore) {
-      return std::to_string(errore.Numero()) + " " + errore.Descrizione();
-    }
-    return "";
-  };
-  EXPECT_EQ(numeroETesto([&] { servizio->InviaMailDiretta(); }),
-            "438 Funzione non disponibile in questa versione: InviaMailDiretta");
-  EXPECT_EQ(numeroETesto([&] { servizio->InviaMailSMTP("o", "c"); }),
-            "438 Funzione non disponibile in questa versione: InviaMailSMTP");
-  EXPECT_EQ(numeroETesto([&] { servizio->AddDestinatario("a@x.example", "A"); }),
-            "438 Funzione non disponibile in questa versione: AddDestinatario");
-  EXPECT_THAT(Messaggi(), IsEmpty());
-}
-
 }  // namespace
 }  // namespace orve

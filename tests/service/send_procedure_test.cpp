@@ -339,31 +339,27 @@ TEST_F(Invio, TheChosenAccountStaysInForceForLaterSends) {
 }
 
 struct CasoCanale {
-  std::int32_t canale;
-  const char* wantInizio;
+  kvEnum_ServizioMail canale;
+  const char* wantConsegna;
 };
 
 TEST_F(Invio, TheChannelPicksItsProcedure) {
-  servizio->ModalitaInvio(kvManuale);
+  Collezione().Add("a@x.example", "Anna");
+  servizio->vCorpoMail = "corpo";
+  interno.objOutlookApp() = ambiente->CreaOutlook();
   const CasoCanale casi[] = {
-      {0, "438-Funzione non disponibile in questa versione: SendWithSimpleMAPI in "},
-      {1, "438-Funzione non disponibile in questa versione: SendWithOutlook in "},
-      {2, "438-Funzione non disponibile in questa versione: SendMailMAPI in "},
+      {kvSimpleMAPI, "MAPIMessages.Send"}, {kvOutlook, "MailItem.Send"},     {kvMAPI, "MAPI32.BMAPISendMail"},
+      {kvSMTPMail, "smtp.SendMail"},       {kvSMTPSSLMail, "smtp.SendMail"},
   };
   for (const auto& caso : casi) {
-    servizio->SrvMailInstallato = static_cast<kvEnum_ServizioMail>(caso.canale);
+    servizio->SrvMailInstallato = caso.canale;
     journal->Svuota();
     servizio->InviaMail();
-    EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg " + std::string(caso.wantInizio) +
-                                        "ORVE_MAILSERVER:CLSFW_MAILSERVER - InviaMail|0||(assente)"))
+    EXPECT_EQ(journal->Righe({"MAPIMessages.Send", "MailItem.Send", "MAPI32.BMAPISendMail", "smtp.SendMail"})
+                  .size(),
+              1U)
         << caso.canale;
-  }
-  Collezione();
-  for (const auto canale : {kvSMTPMail, kvSMTPSSLMail}) {
-    servizio->SrvMailInstallato = canale;
-    journal->Svuota();
-    servizio->InviaMail();
-    EXPECT_TRUE(Consegnato()) << canale;
+    EXPECT_EQ(journal->Conta(caso.wantConsegna), 1U) << caso.canale;
   }
 }
 
@@ -378,8 +374,8 @@ TEST_F(Invio, InviaMailOnADisabledOrUnknownChannelDoesNothing) {
 }
 
 TEST_F(Invio, AChannelThatIsNotThereLeavesNothingRecordedAsSent) {
-  servizio->SrvMailInstallato = kvMAPI;
   servizio->ModalitaInvio(kvAutomatico);
+  journal->Fallisce("Ambiente.CreaComponenteSmtp", host::Errore(host::kOggettoNonCreabile));
   ConRegistro();
   Collezione().Add("a@x.example", "Anna");
   servizio->AvviaProceduraInvio();
@@ -387,7 +383,26 @@ TEST_F(Invio, AChannelThatIsNotThereLeavesNothingRecordedAsSent) {
   EXPECT_EQ(journal->Conta("ObjRegistroInvio.RegistraInvio"), 0U);
   const auto righe = journal->Righe({"TextStream.WriteLine"});
   ASSERT_FALSE(righe.empty());
-  EXPECT_THAT(righe.back(), HasSubstr("ErroreInvio   InviaMail   "));
+  EXPECT_THAT(righe.back(), HasSubstr("ErroreInvio   SendWithSmtp   "));
+}
+
+// Simple MAPI records its failures; where the recording fails too, the error is the caller's.
+TEST_F(Invio, AnErrorThatAChannelPassesOnIsReportedByInviaMail) {
+  servizio->SrvMailInstallato = kvSimpleMAPI;
+  ConRegistro();
+  Collezione().Add("a@x.example", "Anna");
+  servizio->vCorpoMail = "corpo";
+  journal->Fallisce("ObjRegistroInvio.EsitoInvio 1", {1001, "Registro", "pieno"});
+  journal->Fallisce("MAPIMessages.Send", {32002, "MAPI", "nessuna sessione"});
+  servizio->ModalitaInvio(kvAutomatico);
+  servizio->InviaMail();
+  EXPECT_THAT(journal->Righe({"TextStream.WriteLine"}).back(), HasSubstr("ErroreInvio   InviaMail   "));
+  EXPECT_THAT(Messaggi(), IsEmpty());
+  servizio->ModalitaInvio(kvManuale);
+  servizio->InviaMail();
+  EXPECT_THAT(Messaggi(),
+              ElementsAre("ObjMessaggi.MostraMsg 1001-pieno in ORVE_MAILSERVER:CLSFW_MAILSERVER - "
+                          "InviaMail|0||(assente)"));
 }
 
 TEST_F(Invio, AnErrorInTheProcedureIsLoggedUnattendedAndShownToAPerson) {

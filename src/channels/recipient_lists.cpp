@@ -1,0 +1,54 @@
+#include "channels/recipient_lists.h"
+
+#include "text/text.h"
+
+namespace orve {
+
+void AccodaVoce(std::string& elenco, std::string_view nome, std::string_view indirizzo) {
+  elenco.append(nome).append(" <").append(indirizzo).append(">");
+}
+
+void AccodaVoceSeparata(std::string& elenco, std::string_view nome, std::string_view indirizzo) {
+  if (!elenco.empty()) elenco.append(";");
+  AccodaVoce(elenco, nome, indirizzo);
+}
+
+void AccodaConVirgola(std::string& campo, std::string_view valore) {
+  if (!valore.empty()) campo.append(valore).append(", ");
+}
+
+void TogliUltimaVirgola(std::string& campo) {
+  campo.resize(text::WithoutLast(campo, 2).size());
+}
+
+void AccodaPercorso(std::string& elenco, std::string_view percorso) {
+  if (!elenco.empty()) elenco.append("|");
+  elenco.append(percorso);
+}
+
+void RipartisciDestinatari(const CollDestinatari& destinatari, TestiVoce (*testi)(const Destinatario&),
+                           ElenchiDestinatari& elenchi, std::string& nomi) {
+  for (const auto& destinatario : destinatari) {
+    const TestiVoce voce = testi(*destinatario);
+    switch (destinatario->Casella()) {
+      case kvCasellaCC:
+        AccodaVoceSeparata(elenchi.cc, voce.nome, voce.indirizzo);
+        break;
+      case kvCasellaCCn:
+        AccodaVoceSeparata(elenchi.ccn, voce.nome, voce.indirizzo);
+        break;
+      case kvCasellaA:
+        AccodaConVirgola(nomi, destinatario->Nome());
+        AccodaVoceSeparata(elenchi.a, voce.nome, voce.indirizzo);
+        break;
+      default:
+        AccodaConVirgola(nomi, destinatario->Nome());
+        AccodaVoce(elenchi.a, voce.nome, voce.indirizzo);
+        elenchi.a.append(";");
+        break;
+    }
+  }
+  TogliUltimaVirgola(nomi);
+}
+
+}  // namespace orve

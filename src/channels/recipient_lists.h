@@ -1,0 +1,43 @@
+// The texts that the channels make of the recipients and attachments of one message, as far as channels make
+// them alike. Where a channel has a form of its own, it stands with that channel.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "addressing/recipients.h"
+
+namespace orve {
+
+/// The recipients of one message by box: entries of a name, " <", an address and ">", joined by ";".
+struct ElenchiDestinatari {
+  std::string a;
+  std::string cc;
+  std::string ccn;
+};
+
+/// Appends an entry as it is, or behind a ";" when the list already holds something.
+void AccodaVoce(std::string& elenco, std::string_view nome, std::string_view indirizzo);
+void AccodaVoceSeparata(std::string& elenco, std::string_view nome, std::string_view indirizzo);
+
+/// Appends a value that is not empty, and ", " behind it.
+void AccodaConVirgola(std::string& campo, std::string_view valore);
+/// Cuts the last two characters, whatever they are; a shorter text is emptied.
+void TogliUltimaVirgola(std::string& campo);
+
+/// Appends a path, behind a "|" when the list already holds something.
+void AccodaPercorso(std::string& elenco, std::string_view percorso);
+
+/// How a channel writes name and address of an entry.
+struct TestiVoce {
+  std::string nome;
+  std::string indirizzo;
+};
+
+/// Puts the recipients into the lists of their boxes, in their order. The names of the A recipients go behind
+/// whatever `nomi` holds, and its last two characters are cut in any case. A box that nobody knows counts as
+/// A, but its entry has the ";" behind it and none in front.
+void RipartisciDestinatari(const CollDestinatari& destinatari, TestiVoce (*testi)(const Destinatario&),
+                           ElenchiDestinatari& elenchi, std::string& nomi);
+
+}  // namespace orve
