@@ -20,7 +20,8 @@ struct OpzioniSqlite {
   bool solaLettura = false;
   /// How long a statement waits for a file that another connection has locked.
   std::chrono::milliseconds attesaBlocco{5000};
-  /// How long a statement may run, waiting not counted.
+  /// A statement that still runs this long after its start is stopped. A wait for a lock counts, and is ended
+  /// by its own limit alone.
   std::chrono::milliseconds tempoMassimo{30000};
 };
 

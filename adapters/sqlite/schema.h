@@ -17,8 +17,8 @@ using Cifratura = std::function<std::string(const std::string&)>;
 
 /// Makes a new file with schema and sample data, readable by its owner alone. Raises Errore when something
 /// lies at the path already, which is left as it is, or when the file cannot be written; what was begun is
-/// then removed. The passwords go into the file as `cifra` gives them; without it, or when it gives a
-/// password back unchanged, 5 is raised.
+/// then removed. The passwords go into the file as `cifra` gives them; without it, or when a
+/// password can still be read in what it gives, 5 is raised.
 void CreaDatabase(const std::string& percorso, const Cifratura& cifra);
 
 /// The clear password that the sample data give to an account, for the mail server of a trial.
