@@ -61,11 +61,11 @@ void Cerca(host::Directory& directory, const std::string& UserName, Interrogazio
 
 void Chiudi(Interrogazione& aperta) {
   IgnoraErrori([&] {
-    if (Richiesto(aperta.risultato).State() != 0) aperta.risultato->Close();
+    if (aperta.risultato && aperta.risultato->State() != 0) aperta.risultato->Close();
   });
   aperta.risultato.reset();
   IgnoraErrori([&] {
-    if (Richiesto(aperta.connessione).State() != 0) aperta.connessione->Close();
+    if (aperta.connessione && aperta.connessione->State() != 0) aperta.connessione->Close();
   });
   aperta.connessione.reset();
   aperta.radice.reset();

@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "service/CLSFW_MAILSERVER.h"
 #include "service/ignora_errori.h"
@@ -64,7 +65,7 @@ std::string CLSFW_MAILSERVER::GetCorpoStandard() {
 std::string CLSFW_MAILSERVER::CompilaTestoMail(const std::string& testo) {
   std::string corpo = testo;
   const auto sostituisci = [&corpo](std::string_view segnaposto, const std::string& valore) {
-    corpo = text::ReplaceIgnoreCase(corpo, segnaposto, valore);
+    corpo = text::ReplaceIgnoreCase(std::move(corpo), segnaposto, valore);
   };
   sostituisci("***(Nome)***", vNome);
   sostituisci("***(Azienda)***", vDitta);

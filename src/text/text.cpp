@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <utility>
 
 namespace orve::text {
 
@@ -56,28 +57,43 @@ bool SameLetter(char a, char b) {
   return LowerAscii(a) == LowerAscii(b);
 }
 
-// The byte offset of a needle that is not empty. A first character that is no letter is searched for by the
-// standard library, which is far faster than comparing at each place; placeholders begin with one.
+bool IsAsciiLetter(char c) {
+  const char lower = LowerAscii(c);
+  return lower >= 'a' && lower <= 'z';
+}
+
+// The byte offset of a needle that is not empty. The last of the characters in front of its first letter is
+// searched for by the standard library, which is far faster than comparing at each place; placeholders have
+// one, and a rare one.
 std::size_t FindIgnoreCase(std::string_view testo, std::string_view needle, std::size_t start) {
-  const char lower = LowerAscii(needle.front());
-  const bool letter = lower >= 'a' && lower <= 'z';
+  const auto* const letter = std::find_if(needle.begin(), needle.end(), IsAsciiLetter);
+  const auto exact = static_cast<std::size_t>(letter - needle.begin());
   for (std::size_t at = start;; ++at) {
-    if (!letter) at = testo.find(needle.front(), at);
+    if (exact > 0) {
+      const std::size_t found = testo.find(needle[exact - 1], at + exact - 1);
+      if (found == std::string_view::npos) return found;
+      at = found - (exact - 1);
+    }
     if (at >= testo.size() || testo.size() - at < needle.size()) return std::string_view::npos;
     if (std::equal(needle.begin(), needle.end(), testo.begin() + static_cast<std::ptrdiff_t>(at), SameLetter))
       return at;
   }
 }
 
+// `find` takes the text and the offset to search from. A text without a find is handed back as it came.
 template <class FindNext>
-std::string ReplaceFound(std::string_view testo, std::size_t width, std::string_view to, FindNext findNext) {
+std::string ReplaceFound(std::string testo, std::size_t width, std::string_view to, FindNext find) {
+  std::size_t at = find(testo, 0);
+  if (at == std::string_view::npos) return testo;
+  const std::string_view all = testo;
   std::string result;
+  result.reserve(testo.size());
   std::size_t done = 0;
-  for (std::size_t at = findNext(done); at != std::string_view::npos; at = findNext(done)) {
-    result.append(testo.substr(done, at - done)).append(to);
+  for (; at != std::string_view::npos; at = find(testo, done)) {
+    result.append(all.substr(done, at - done)).append(to);
     done = at + width;
   }
-  return result.append(testo.substr(done));
+  return result.append(all.substr(done));
 }
 
 // What code page 1252 holds at 0x80 to 0x9F; 0 where it holds nothing.
@@ -141,13 +157,15 @@ std::vector<std::string_view> Split(std::string_view testo, char separator) {
 
 std::string Replace(std::string_view testo, std::string_view from, std::string_view to) {
   if (from.empty()) return std::string(testo);
-  return ReplaceFound(testo, from.size(), to, [&](std::size_t start) { return testo.find(from, start); });
+  return ReplaceFound(std::string(testo), from.size(), to,
+                      [&](std::string_view all, std::size_t start) { return all.find(from, start); });
 }
 
-std::string ReplaceIgnoreCase(std::string_view testo, std::string_view from, std::string_view to) {
-  if (from.empty()) return std::string(testo);
-  return ReplaceFound(testo, from.size(), to,
-                      [&](std::size_t start) { return FindIgnoreCase(testo, from, start); });
+std::string ReplaceIgnoreCase(std::string testo, std::string_view from, std::string_view to) {
+  if (from.empty()) return testo;
+  return ReplaceFound(std::move(testo), from.size(), to, [&](std::string_view all, std::size_t start) {
+    return FindIgnoreCase(all, from, start);
+  });
 }
 
 std::string FoldCase(std::string_view testo) {

@@ -32,9 +32,8 @@ inline constexpr std::size_t kToEnd = static_cast<std::size_t>(-1);
 
 /// Every `from` replaced by `to`, from left to right; what was put in is not searched again.
 [[nodiscard]] std::string Replace(std::string_view testo, std::string_view from, std::string_view to);
-/// The same, comparing ASCII letters without case.
-[[nodiscard]] std::string ReplaceIgnoreCase(std::string_view testo, std::string_view from,
-                                            std::string_view to);
+/// The same, comparing ASCII letters without case. A text that holds no `from` comes back without a copy.
+[[nodiscard]] std::string ReplaceIgnoreCase(std::string testo, std::string_view from, std::string_view to);
 
 /// A form in which texts that differ only in case are equal; covers ASCII and the Western European letters.
 [[nodiscard]] std::string FoldCase(std::string_view testo);

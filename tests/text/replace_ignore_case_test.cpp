@@ -21,6 +21,8 @@ TEST(ReplaceIgnoreCase, FindsANeedleWhereverItStands) {
       {"sign first, at the end", "x***(A)***", "***(a)***", "1", "x1"},
       {"sign first, twice side by side", "*(A)*(a)", "*(a)", "1", "11"},
       {"more signs than the needle has", "*****(A)", "*(a)", "1", "****1"},
+      {"only a part of the signs in front", "(A)*(A)", "*(a)", "1", "(A)1"},
+      {"signs without a letter", "a**b***", "**", "1", "a1b1*"},
       {"cut short", "***(A)**", "***(a)***", "1", "***(A)**"},
       {"letter first", "AbcaBC", "abc", "x", "xx"},
       {"overlapping finds count once", "aaa", "AA", "x", "xa"},
