@@ -330,6 +330,8 @@ TEST_F(AccountDelServizio, OnTheCompanysRouteTheDisplayNameComesFromTheCompany) 
 TEST_F(AccountDelServizio, ByIdentifierTheDirectoryGivesNothing) {
   ConPersonaInDirectory();
   connessione->Risponde(kDaId, {ConTutto(host::Null{})});
+  servizio->vSenderAddress = servizio->vSenderName = "prima";
+  interno.SmtpUtente() = interno.SmtpPassword() = "prima";
   DaId(1);
   EXPECT_THAT(Campi(), ElementsAre("localhost", "25", "0", "0", "", "", "", "0", "Azienda S.p.A."));
 }
