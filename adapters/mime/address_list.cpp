@@ -1,0 +1,228 @@
+#include "mime/address_list.h"
+
+#include <idn2.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "host/errore.h"
+#include "mime/header_text.h"
+
+namespace orve::adapters::mime {
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t";
+constexpr std::string_view kSpaceAndLineEnds = " \t\r\n";
+constexpr std::size_t kNone = std::string_view::npos;
+
+std::string_view Trim(std::string_view text, std::string_view what) {
+  const std::size_t first = text.find_first_not_of(what);
+  if (first == kNone) return {};
+  return text.substr(first, text.find_last_not_of(what) - first + 1);
+}
+
+std::string CheckedAddress(std::string_view text) {
+  const std::string_view address = Trim(text, kBlanks);
+  if (address.find_first_of(std::string_view("\r\n\0", 3)) != kNone) {
+    throw host::Errore(host::kArgomentoNonValido, "orve-mime",
+                       "L'indirizzo \"" + ForDisplay(address) + "\" contiene caratteri non ammessi");
+  }
+  return std::string(address);
+}
+
+/// A display name without the quotes around it and the escapes inside them.
+std::string CleanName(std::string_view text) {
+  const std::string_view name = Trim(text, kSpaceAndLineEnds);
+  if (name.size() < 2 || name.front() != '"' || name.back() != '"') return std::string(name);
+  std::string clean;
+  bool bareQuote = false;
+  for (std::size_t i = 1; i + 1 < name.size(); ++i) {
+    const bool escape = name[i] == '\\' && i + 2 < name.size() && (name[i + 1] == '"' || name[i + 1] == '\\');
+    bareQuote = bareQuote || name[i] == '"';
+    clean += name[escape ? ++i : i];
+  }
+  // The application puts quotes only round names with a comma and escapes nothing: without a comma, quotes at
+  // both ends and more between them are the name's own.
+  return bareQuote && clean.find(',') == kNone ? std::string(name) : clean;
+}
+
+/// Walks over a list once, entry by entry.
+class ListReader {
+ public:
+  explicit ListReader(std::string_view list) : list_(list) {}
+
+  std::vector<Address> Read() {
+    while (position_ < list_.size()) ReadEntry();
+    if (!carried_.empty()) AddBare(carried_);
+    return std::move(addresses_);
+  }
+
+ private:
+  void ReadEntry() {
+    const std::size_t start = std::min(list_.find_first_not_of(kSpaceAndLineEnds, position_), list_.size());
+    position_ = start;
+    while (position_ < list_.size()) {
+      const char c = list_[position_];
+      if (c == ';') return EndBare(start);
+      if (c == '<') {
+        if (const std::size_t end = BracketEnd(position_); end != kNone) return EndBracketed(start, end);
+      }
+      position_ = c == '"' ? PastQuote(start) : position_ + 1;
+    }
+    EndBare(start);
+  }
+
+  /// Where the address that opens at `open` ends: at its ">", or, when that is missing, at the ";" or the
+  /// end. None when another "<" comes first: then this one is part of the name.
+  [[nodiscard]] std::size_t BracketEnd(std::size_t open) const {
+    std::size_t from = open + 1;
+    if (from < list_.size() && list_[from] == '"') {
+      constexpr std::size_t kLongestLocalPart = 256;
+      const std::size_t quote = list_.substr(from + 1, kLongestLocalPart).find("\"@");
+      if (quote != kNone) from += 1 + quote;
+    }
+    const std::size_t end = list_.find_first_of("<>;", from);
+    if (end == kNone) return list_.size();
+    return list_[end] == '<' ? kNone : end;
+  }
+
+  /// The position behind the quoted section that opens here, or behind the quote alone when it opens none.
+  [[nodiscard]] std::size_t PastQuote(std::size_t start) {
+    const std::size_t close = NextQuote(position_ + 1);
+    if (close == kNone) return position_ + 1;
+    const std::string_view inside = list_.substr(position_ + 1, close - position_ - 1);
+    if (inside.find('<') == kNone) return close + 1;
+    // An address between the quotes: a name that was copied with its address, or a stray quote that would
+    // swallow recipients. Only in the first case does the entry's own address follow.
+    const bool opensEntry = position_ == start;
+    const std::size_t next = list_.find_first_not_of(kBlanks, close + 1);
+    const bool addressFollows = next != kNone && list_[next] == '<';
+    return opensEntry && addressFollows && !EndsEntry(inside) ? close + 1 : position_ + 1;
+  }
+
+  /// The next double quote. Remembered, so that a list full of unpaired quotes is still read in linear time.
+  [[nodiscard]] std::size_t NextQuote(std::size_t from) {
+    if (nextQuote_ < from || !nextQuoteKnown_) {
+      nextQuote_ = list_.find('"', from);
+      nextQuoteKnown_ = true;
+    }
+    return nextQuote_;
+  }
+
+  /// True when a ">" is followed by ";" or the end, as it is where an entry ends.
+  static bool EndsEntry(std::string_view text) {
+    for (std::size_t i = text.find('>'); i != kNone; i = text.find('>', i + 1)) {
+      const std::size_t next = text.find_first_not_of(kBlanks, i + 1);
+      if (next != kNone && text[next] == ';') return true;
+    }
+    return false;
+  }
+
+  void EndBracketed(std::size_t start, std::size_t end) {
+    std::string name = carried_;
+    if (!name.empty()) name += ';';
+    name += list_.substr(start, position_ - start);
+    std::string address = CheckedAddress(list_.substr(position_ + 1, end - position_ - 1));
+    if (!address.empty()) addresses_.push_back({CleanName(name), std::move(address)});
+    carried_.clear();
+    // Behind ">" the next entry begins, whether or not a ";" says so.
+    position_ = end;
+    if (position_ < list_.size() && list_[position_] == '>') ++position_;
+    const std::size_t next = list_.find_first_not_of(kSpaceAndLineEnds, position_);
+    if (next != kNone && list_[next] == ';') position_ = next + 1;
+  }
+
+  void EndBare(std::size_t start) {
+    const std::string_view piece = list_.substr(start, position_ - start);
+    if (position_ < list_.size()) ++position_;
+    if (Trim(piece, kSpaceAndLineEnds).empty()) return;
+    if (piece.find('@') == kNone) {
+      if (!carried_.empty()) carried_ += ';';
+      carried_ += piece;
+      return;
+    }
+    if (!carried_.empty()) AddBare(carried_);
+    carried_.clear();
+    AddBare(piece);
+  }
+
+  void AddBare(std::string_view piece) { addresses_.push_back({"", CheckedAddress(piece)}); }
+
+  std::string_view list_;
+  std::size_t position_ = 0;
+  std::size_t nextQuote_ = 0;
+  bool nextQuoteKnown_ = false;
+  std::string carried_;  // pieces without "@" that wait for the entry whose name they begin
+  std::vector<Address> addresses_;
+};
+
+bool IsPlainLocalPart(std::string_view local) {
+  return std::all_of(local.begin(), local.end(), [](char c) {
+    return c != ' ' && std::string_view("()<>[]:;@\\,\"").find(c) == kNone;  // control characters: see ToWire
+  });
+}
+
+/// Text between double quotes with every inner quote escaped and no control character.
+bool IsQuotedLocalPart(std::string_view local) {
+  if (local.size() < 2 || local.front() != '"' || local.back() != '"') return false;
+  for (std::size_t i = 1; i + 1 < local.size(); ++i) {
+    const auto c = static_cast<unsigned char>(local[i]);
+    if (c < ' ' || c == 0x7f || c == '"') return false;
+    if (c == '\\' && ++i + 1 >= local.size()) return false;
+  }
+  return true;
+}
+
+bool IsWireDomain(std::string_view domain) {
+  if (domain.empty()) return false;
+  if (domain.front() == '[') return domain.back() == ']' && domain.find_first_of(" <>\\") == kNone;
+  return std::all_of(domain.begin(), domain.end(), [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
+           c == '.' || c == '_';
+  });
+}
+
+}  // namespace
+
+std::vector<Address> ParseAddressList(std::string_view list) {
+  return ListReader(list).Read();
+}
+
+std::string BareAddress(std::string_view text) {
+  std::string_view address = Trim(text, kBlanks);
+  if (address.size() >= 2 && address.front() == '<' && address.back() == '>') {
+    address = address.substr(1, address.size() - 2);
+  }
+  return CheckedAddress(address);
+}
+
+std::optional<WireAddress> ToWire(std::string_view address) {
+  constexpr std::size_t kLongestAddress = 254;  // a path of 256 less its brackets
+  if (address.empty() || address.size() > 4 * kLongestAddress || ValidUtf8(address) != address) return {};
+  const std::size_t at = address.rfind('@');
+  const std::string_view local = address.substr(0, at);
+  if (local.empty() || !(IsPlainLocalPart(local) || IsQuotedLocalPart(local))) return {};
+  if (HeaderSafe(local) != local) return {};
+  WireAddress wire{std::string(local), !IsAscii(local)};
+  if (at != kNone) {
+    const std::optional<std::string> domain = AsciiDomain(address.substr(at + 1));
+    if (!domain || !IsWireDomain(*domain)) return {};
+    wire.text += '@' + *domain;
+  }
+  if (wire.text.size() > kLongestAddress) return {};
+  return wire;
+}
+
+std::optional<std::string> AsciiDomain(std::string_view domain) {
+  if (IsAscii(domain)) return std::string(domain);
+  if (domain.find('\0') != kNone) return {};
+  char* ascii = nullptr;
+  const int result =
+      idn2_to_ascii_8z(std::string(domain).c_str(), &ascii, IDN2_NFC_INPUT | IDN2_NONTRANSITIONAL);
+  if (result != IDN2_OK) return {};
+  const std::unique_ptr<char, void (*)(void*)> owned(ascii, idn2_free);
+  return std::string(owned.get());
+}
+
+}  // namespace orve::adapters::mime

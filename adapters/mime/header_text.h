@@ -1,0 +1,30 @@
+// Texts on their way into a header line: what may stand there, and what is done about the rest.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orve::adapters::mime {
+
+/// The text as valid UTF-8: each byte that belongs to no character, and NUL, becomes U+FFFD.
+[[nodiscard]] std::string ValidUtf8(std::string_view text);
+
+/// The text fit for one header line: control characters (line ends included) become blanks, the rest as in
+/// ValidUtf8.
+[[nodiscard]] std::string HeaderSafe(std::string_view text);
+
+/// True when every byte is ASCII.
+[[nodiscard]] bool IsAscii(std::string_view text);
+
+/// Raises 5 when `name` is no header name, or names a header that the message writes itself or must never
+/// show.
+void RequireOwnHeaderName(std::string_view name);
+
+/// A short form of `text` for an error message: header-safe and cut after some eighty characters.
+[[nodiscard]] std::string ForDisplay(std::string_view text);
+
+/// The text as a sequence of RFC 2047 encoded words, folded; for texts that would be mistaken for encoded
+/// words.
+[[nodiscard]] std::string AsEncodedWords(std::string_view text);
+
+}  // namespace orve::adapters::mime

@@ -1,0 +1,363 @@
+#include "smtp/channel.h"
+
+#include <curl/curl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <optional>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "mime/address_list.h"
+#include "smtp/failure.h"
+#include "smtp/sigpipe_guard.h"
+#include "text/text.h"
+
+namespace orve::adapters::smtp {
+
+namespace {
+
+using Clock = Channel::Clock;
+
+struct EasyCleanup {
+  void operator()(CURL* handle) const {
+    const SigpipeGuard guard;  // the end of TLS is written too
+    curl_easy_cleanup(handle);
+  }
+};
+using EasyHandle = std::unique_ptr<CURL, EasyCleanup>;
+
+struct UrlCleanup {
+  void operator()(CURLU* url) const { curl_url_cleanup(url); }
+};
+using Url = std::unique_ptr<CURLU, UrlCleanup>;
+
+void RequireCurl() {
+  static const CURLcode kReady = curl_global_init(CURL_GLOBAL_DEFAULT);
+  if (kReady != CURLE_OK) throw DeliveryFailure(ErrorNumber::kConnection, curl_easy_strerror(kReady));
+}
+
+std::string LoginOptions(const std::vector<AuthMechanism>& mechanisms) {
+  std::string options;
+  for (const AuthMechanism mechanism : mechanisms) {
+    if (!options.empty()) options += ';';
+    switch (mechanism) {
+      case AuthMechanism::kPlain:
+        options += "AUTH=PLAIN";
+        break;
+      case AuthMechanism::kLogin:
+        options += "AUTH=LOGIN";
+        break;
+      case AuthMechanism::kCramMd5:
+        options += "AUTH=CRAM-MD5";
+        break;
+      case AuthMechanism::kXoauth2:
+        return "AUTH=XOAUTH2";
+    }
+  }
+  return options;
+}
+
+bool IsAddressLiteralOrName(std::string_view name) {
+  return !name.empty() && std::all_of(name.begin(), name.end(), [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+           std::string_view("-._:[]%").find(c) != std::string_view::npos;
+  });
+}
+
+/// The host as it stands in a URL; none when nothing of that name can be looked up.
+std::optional<std::string> UrlHost(std::string_view host) {
+  const std::optional<std::string> ascii = mime::AsciiDomain(text::Trim(host));
+  if (!ascii || !IsAddressLiteralOrName(*ascii)) return {};
+  const bool bareIpv6 = ascii->find(':') != std::string::npos && ascii->front() != '[';
+  return bareIpv6 ? '[' + *ascii + ']' : *ascii;
+}
+
+std::string HelloName(const std::string& wanted) {
+  const std::string name = mime::AsciiDomain(wanted).value_or("");
+  if (IsAddressLiteralOrName(name)) return name;
+  std::array<char, 256> machine{};
+  if (::gethostname(machine.data(), machine.size() - 1) == 0) {
+    const std::string_view found(machine.data());
+    if (found.find('.') != std::string_view::npos && IsAddressLiteralOrName(found)) return std::string(found);
+  }
+  // A name without a domain is refused by many servers; a literal is always in order.
+  return "[127.0.0.1]";
+}
+
+int MillisecondsUntil(Clock::time_point deadline) {
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
+  return static_cast<int>(std::clamp<long long>(left, 0, 3'600'000));
+}
+
+constexpr const char* kPeerClosed = "il server ha chiuso la connessione";
+
+}  // namespace
+
+struct Channel::Impl {
+  enum class Stage { kLookUp, kConnecting, kHello, kAuthentication };
+
+  Impl(const SmtpOptions& smtpOptions, Target smtpTarget, Tracer& smtpTracer)
+      : options(smtpOptions), target(std::move(smtpTarget)), tracer(smtpTracer) {}
+
+  const SmtpOptions& options;
+  Target target;
+  Tracer& tracer;
+  EasyHandle handle;
+  std::array<char, CURL_ERROR_SIZE> errorText{};
+  curl_socket_t socket = CURL_SOCKET_BAD;
+  Stage stage = Stage::kLookUp;
+  std::vector<std::string> extensions;  // lines of the last EHLO reply, in capitals
+  std::string early;                    // what the server said while it was our turn
+
+  template <class Value>
+  void Set(CURLoption option, Value value) {
+    const CURLcode result = curl_easy_setopt(handle.get(), option, value);
+    if (result != CURLE_OK) throw DeliveryFailure(ErrorNumber::kConnection, curl_easy_strerror(result));
+  }
+  void Set(CURLoption option, std::chrono::milliseconds time) {
+    Set(option, static_cast<long>(time.count()));
+  }
+
+  void Prepare() {
+    handle.reset(curl_easy_init());
+    if (!handle) throw std::bad_alloc();
+    Set(CURLOPT_CONNECT_ONLY, 1L);
+    Set(CURLOPT_NOSIGNAL, 1L);    // no handler is touched in the host process: see SigpipeGuard
+    Set(CURLOPT_QUICK_EXIT, 1L);  // or a dead name server holds the time-out up
+    Set(CURLOPT_MAXCONNECTS, 1L);
+    Set(CURLOPT_PROXY, "");  // the environment's proxies are meant for browsing
+    Set(CURLOPT_CONNECTTIMEOUT_MS, options.connectTimeout);
+    const auto replySeconds = std::chrono::ceil<std::chrono::seconds>(options.replyTimeout).count();
+    Set(CURLOPT_SERVER_RESPONSE_TIMEOUT, std::max(1L, static_cast<long>(replySeconds)));
+    Set(CURLOPT_ERRORBUFFER, errorText.data());
+    // The stage that a failure belongs to shows in the commands alone, so that they are always looked at.
+    Set(CURLOPT_VERBOSE, 1L);
+    Set(CURLOPT_DEBUGFUNCTION, &Impl::OnDebug);
+    Set(CURLOPT_DEBUGDATA, this);
+    Set(CURLOPT_SOCKOPTFUNCTION, &Impl::OnSocket);
+    Set(CURLOPT_SOCKOPTDATA, this);
+    SetUrl();
+    SetEncryption();
+    SetCredentials();
+  }
+
+  void SetUrl() {
+    const std::optional<std::string> host = UrlHost(target.host);
+    if (!host) throw DeliveryFailure(ErrorNumber::kDns, "nome del server non valido");
+    const auto& implicit = options.implicitTlsPorts;
+    const bool tlsFirst =
+        target.encrypted && std::find(implicit.begin(), implicit.end(), target.port) != implicit.end();
+    const Url url(curl_url());
+    const std::string path = '/' + HelloName(options.ehloName);
+    const bool set =
+        url != nullptr &&
+        curl_url_set(url.get(), CURLUPART_SCHEME, tlsFirst ? "smtps" : "smtp", 0) == CURLUE_OK &&
+        curl_url_set(url.get(), CURLUPART_HOST, host->c_str(), 0) == CURLUE_OK &&
+        curl_url_set(url.get(), CURLUPART_PORT, std::to_string(target.port).c_str(), 0) == CURLUE_OK &&
+        curl_url_set(url.get(), CURLUPART_PATH, path.c_str(), CURLU_URLENCODE) == CURLUE_OK;
+    char* text = nullptr;
+    if (!set || curl_url_get(url.get(), CURLUPART_URL, &text, 0) != CURLUE_OK) {
+      throw DeliveryFailure(ErrorNumber::kDns, "nome del server non valido");
+    }
+    const std::unique_ptr<char, void (*)(void*)> owned(text, curl_free);
+    Set(CURLOPT_URL, owned.get());
+  }
+
+  void SetEncryption() {
+    if (!target.encrypted) return Set(CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_NONE));
+    Set(CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_ALL));
+    Set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    Set(CURLOPT_SSL_VERIFYPEER, options.verifyCertificates ? 1L : 0L);
+    Set(CURLOPT_SSL_VERIFYHOST, options.verifyCertificates ? 2L : 0L);
+    const char* bundle = nullptr;
+    if (!options.caFile.empty()) {
+      Set(CURLOPT_CAINFO, options.caFile.c_str());
+    } else if (curl_easy_getinfo(handle.get(), CURLINFO_CAINFO, &bundle) != CURLE_OK || bundle == nullptr ||
+               ::access(bundle, R_OK) != 0) {
+      return;  // no bundle on this machine: the directory of certificates stays in use
+    }
+    // Only a single bundle can be kept parsed between connections of one handle.
+    Set(CURLOPT_CAPATH, static_cast<const char*>(nullptr));
+  }
+
+  void SetCredentials() {
+    if (target.user.empty()) return;
+    const auto& mechanisms = options.authMechanisms;
+    const bool token =
+        std::find(mechanisms.begin(), mechanisms.end(), AuthMechanism::kXoauth2) != mechanisms.end();
+    if (mechanisms.empty() || target.user.find('\0') != std::string::npos ||
+        target.password.find('\0') != std::string::npos) {
+      throw DeliveryFailure(ErrorNumber::kAuthentication, "credenziali non utilizzabili");
+    }
+    Set(CURLOPT_LOGIN_OPTIONS, LoginOptions(mechanisms).c_str());
+    Set(CURLOPT_USERNAME, target.user.c_str());
+    Set(token ? CURLOPT_XOAUTH2_BEARER : CURLOPT_PASSWORD, target.password.c_str());
+  }
+
+  static int OnSocket(void* self, curl_socket_t, curlsocktype) {
+    auto& stage = static_cast<Impl*>(self)->stage;
+    if (stage == Stage::kLookUp) stage = Stage::kConnecting;
+    return CURL_SOCKOPT_OK;
+  }
+
+  static int OnDebug(CURL*, curl_infotype type, char* data, std::size_t size, void* self) noexcept {
+    try {
+      static_cast<Impl*>(self)->Observe(type, {data, size});
+    } catch (
+        ...) {  // NOLINT(bugprone-empty-catch): out of memory for a trace line; nothing may pass through C
+    }
+    return 0;
+  }
+
+  void Observe(curl_infotype type, std::string_view data) {
+    if (type == CURLINFO_TEXT) tracer.Note(data);
+    if (type == CURLINFO_HEADER_OUT) {
+      tracer.Sent(data);
+      ObserveCommand(data);
+    }
+    if (type == CURLINFO_HEADER_IN) {
+      tracer.Received(data);
+      if (stage == Stage::kHello && data.substr(0, 3) == "250" && data.size() > 4) {
+        extensions.push_back(text::FoldCase(text::Trim(data.substr(4, data.find_first_of("\r\n", 4) - 4))));
+      }
+    }
+  }
+
+  /// libcurl sends a QUIT of its own after a failure; it leaves the stage as it is.
+  void ObserveCommand(std::string_view command) {
+    const std::string_view verb = command.substr(0, command.find_first_of(" \r\n"));
+    if (verb == "EHLO" || verb == "HELO") {
+      stage = Stage::kHello;
+      extensions.clear();
+    } else if (verb == "STARTTLS") {
+      stage = Stage::kConnecting;
+    } else if (verb == "AUTH") {
+      stage = Stage::kAuthentication;
+    }
+  }
+
+  [[nodiscard]] ErrorNumber NumberOf(CURLcode result) const {
+    switch (result) {
+      case CURLE_COULDNT_RESOLVE_HOST:
+      case CURLE_COULDNT_RESOLVE_PROXY:
+      case CURLE_URL_MALFORMAT:
+        return ErrorNumber::kDns;
+      case CURLE_LOGIN_DENIED:
+        return ErrorNumber::kAuthentication;
+      case CURLE_USE_SSL_FAILED:
+      case CURLE_SSL_CONNECT_ERROR:
+      case CURLE_PEER_FAILED_VERIFICATION:
+        return ErrorNumber::kConnection;
+      default:
+        break;
+    }
+    switch (stage) {
+      case Stage::kLookUp:
+        return result == CURLE_OPERATION_TIMEDOUT ? ErrorNumber::kDns : ErrorNumber::kConnection;
+      case Stage::kConnecting:
+        return ErrorNumber::kConnection;
+      case Stage::kHello:
+        return ErrorNumber::kHello;
+      case Stage::kAuthentication:
+        return ErrorNumber::kAuthentication;
+    }
+    return ErrorNumber::kConnection;
+  }
+
+  /// Waits for one of `events`; false when the deadline passes.
+  [[nodiscard]] bool Wait(short events, Clock::time_point deadline) const {
+    pollfd entry{socket, events, 0};
+    for (;;) {
+      const int ready = ::poll(&entry, 1, MillisecondsUntil(deadline));
+      if (ready > 0) return true;
+      if (ready == 0) return false;
+      if (errno != EINTR) throw BrokenConnection(std::generic_category().message(errno));
+    }
+  }
+
+  /// Receives into `into` what is there; false when nothing is.
+  bool ReceiveSome(std::string& into) {
+    std::array<char, 4096> buffer{};
+    std::size_t count = 0;
+    const CURLcode result = curl_easy_recv(handle.get(), buffer.data(), buffer.size(), &count);
+    if (result == CURLE_AGAIN) return false;
+    if (result != CURLE_OK) throw BrokenConnection(curl_easy_strerror(result));
+    if (count == 0) throw BrokenConnection(kPeerClosed);
+    into.append(buffer.data(), count);
+    return true;
+  }
+};
+
+Channel::Channel(const SmtpOptions& options, Target target, Tracer& tracer)
+    : impl_(std::make_unique<Impl>(options, std::move(target), tracer)) {}
+
+Channel::~Channel() = default;
+
+void Channel::Connect() {
+  RequireCurl();
+  impl_->Prepare();
+  CURLcode result = curl_easy_perform(impl_->handle.get());
+  if (result == CURLE_OK)
+    result = curl_easy_getinfo(impl_->handle.get(), CURLINFO_ACTIVESOCKET, &impl_->socket);
+  if (result != CURLE_OK) {
+    const ErrorNumber number = impl_->NumberOf(result);
+    const std::string text =
+        impl_->errorText[0] != '\0' ? impl_->errorText.data() : curl_easy_strerror(result);
+    Drop();
+    throw DeliveryFailure(number, text);
+  }
+  // What follows is traced by the session; libcurl would only talk of its own insides.
+  impl_->Set(CURLOPT_VERBOSE, 0L);
+}
+
+bool Channel::Offers(std::string_view keyword) const {
+  return std::any_of(impl_->extensions.begin(), impl_->extensions.end(), [&](const std::string& line) {
+    const std::string folded = text::FoldCase(keyword);
+    const std::string_view word = std::string_view(line).substr(0, line.find_first_of(" ="));
+    return word == folded;
+  });
+}
+
+bool Channel::Send(std::string_view bytes) {
+  auto deadline = Clock::now() + impl_->options.stallTimeout;
+  while (!bytes.empty()) {
+    std::size_t count = 0;
+    const CURLcode result = curl_easy_send(impl_->handle.get(), bytes.data(), bytes.size(), &count);
+    if (result == CURLE_OK && count > 0) {
+      bytes.remove_prefix(count);
+      deadline = Clock::now() + impl_->options.stallTimeout;
+      continue;
+    }
+    if (result != CURLE_OK && result != CURLE_AGAIN) throw BrokenConnection(curl_easy_strerror(result));
+    // A server that has heard enough says so and stops reading: listen while waiting.
+    if (!impl_->Wait(POLLOUT | POLLIN, deadline)) throw BrokenConnection("tempo di invio scaduto");
+    if (PeerSpoke()) return false;
+  }
+  return true;
+}
+
+std::string Channel::Receive(Clock::time_point deadline) {
+  std::string bytes;
+  bytes.swap(impl_->early);
+  while (bytes.empty() && !impl_->ReceiveSome(bytes)) {
+    if (!impl_->Wait(POLLIN, deadline)) throw BrokenConnection("tempo di attesa della risposta scaduto");
+  }
+  return bytes;
+}
+
+bool Channel::PeerSpoke() {
+  if (impl_->early.empty() && impl_->Wait(POLLIN, Clock::now())) impl_->ReceiveSome(impl_->early);
+  return !impl_->early.empty();
+}
+
+void Channel::Drop() noexcept {
+  impl_->handle.reset();
+  impl_->socket = CURL_SOCKET_BAD;
+}
+
+}  // namespace orve::adapters::smtp

@@ -1,0 +1,66 @@
+// A connection to a server that is ready for MAIL: name look-up, TCP, TLS, greeting, EHLO and authentication
+// are libcurl's work; behind them the connection carries bytes.
+//
+// libcurl is asked for CURLOPT_CONNECT_ONLY. Its own transaction would give no replies per recipient, no RSET
+// and no time-out while the message leaves.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "smtp/smtp_options.h"
+#include "smtp/tracer.h"
+
+namespace orve::adapters::smtp {
+
+/// Where to connect and as whom.
+struct Target {
+  std::string host;
+  std::uint16_t port = 25;
+  bool encrypted = false;
+  std::string user;  // empty: no authentication
+  std::string password;
+};
+
+/// Every operation but Drop is to be called under a SigpipeGuard.
+class Channel {
+ public:
+  using Clock = std::chrono::steady_clock;
+
+  /// Makes no connection yet. `options` and `tracer` must outlive the channel.
+  Channel(const SmtpOptions& options, Target target, Tracer& tracer);
+  Channel(const Channel&) = delete;
+  Channel& operator=(const Channel&) = delete;
+  /// Drops the connection without a word.
+  ~Channel();
+
+  /// Connects. Raises DeliveryFailure with the number of the stage that failed.
+  void Connect();
+
+  /// True when the server's last EHLO reply names the extension. `keyword` is in capitals.
+  [[nodiscard]] bool Offers(std::string_view keyword) const;
+
+  /// Sends all of `bytes`; raises BrokenConnection when the connection breaks or nothing leaves for the stall
+  /// time-out. False when the server spoke before all had left: its words are what Receive gives next.
+  [[nodiscard]] bool Send(std::string_view bytes);
+
+  /// Receives some bytes, at least one. Raises BrokenConnection when none come before the deadline or the
+  /// connection has ended.
+  [[nodiscard]] std::string Receive(Clock::time_point deadline);
+
+  /// True when the server has said something that was not received yet. Raises BrokenConnection as Receive
+  /// does.
+  [[nodiscard]] bool PeerSpoke();
+
+  /// Drops the connection without a word.
+  void Drop() noexcept;
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace orve::adapters::smtp

@@ -1,0 +1,39 @@
+// How the parts of the SMTP component tell each other that a delivery failed.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace orve::adapters::smtp {
+
+/// The component's error numbers. The application knows a text for each from 0 to 7.
+enum class ErrorNumber {
+  kNone = -1,
+  kConnection = 0,      // no connection, no encryption, no greeting
+  kHello = 1,           // EHLO and HELO
+  kAuthentication = 2,  // credentials refused, or none that the server takes
+  kSender = 3,
+  kRecipients = 4,
+  kData = 5,  // DATA, the message, its end
+  kReset = 6,
+  kDns = 7,
+  kNothingSent = 8,  // no submission has taken place
+};
+
+/// A delivery that ended: the number for the application and a text for the trace, without secrets.
+class DeliveryFailure : public std::runtime_error {
+ public:
+  DeliveryFailure(ErrorNumber number, const std::string& text) : std::runtime_error(text), number_(number) {}
+  [[nodiscard]] ErrorNumber Number() const noexcept { return number_; }
+
+ private:
+  ErrorNumber number_;
+};
+
+/// The connection broke, stalled or carries no SMTP. Whoever runs the dialogue knows which number that makes.
+class BrokenConnection : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+}  // namespace orve::adapters::smtp

@@ -1,0 +1,223 @@
+#include "smtp/session.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "host/errore.h"
+#include "smtp/sigpipe_guard.h"
+
+namespace orve::adapters::smtp {
+
+namespace {
+
+constexpr std::size_t kLongestReply = 64 * 1024;
+// Replies to one group of pipelined commands must fit the buffers of the connection, or both ends would wait.
+constexpr std::size_t kGroupCommands = 100;
+
+std::vector<std::string> Secrets(const Target& target) {
+  if (target.password.empty()) return {};
+  return {target.password, '\0' + target.user + '\0' + target.password,
+          "user=" + target.user + "\1auth=Bearer " + target.password + "\1\1"};
+}
+
+bool IsReplyLine(std::string_view line) {
+  return line.size() >= 3 && line[0] >= '2' && line[0] <= '5' &&
+         std::all_of(line.begin(), line.begin() + 3, [](char c) { return c >= '0' && c <= '9'; }) &&
+         (line.size() == 3 || line[3] == ' ' || line[3] == '-');
+}
+
+/// The server answered before the message had ended.
+struct Interrupted {};
+
+}  // namespace
+
+Session::Session(const SmtpOptions& options, Target target)
+    : options_(options),
+      tracer_(options.trace, Secrets(target)),
+      channel_(options, std::move(target), tracer_) {}
+
+void Session::Open() {
+  const SigpipeGuard guard;
+  channel_.Connect();
+  open_ = true;
+}
+
+void Session::Deliver(const Envelope& envelope, const Writer& write) {
+  const SigpipeGuard guard;
+  RequireUtf8Support(envelope);
+  SendEnvelope(envelope);
+  SendMessage(write);
+}
+
+void Session::Close() noexcept {
+  try {
+    if (open_) {
+      const SigpipeGuard guard;
+      Say("QUIT\r\n");
+    }
+  } catch (...) {  // NOLINT(bugprone-empty-catch): the message's fate is decided, a QUIT changes nothing
+  }
+  open_ = false;
+  channel_.Drop();
+}
+
+void Session::RequireUtf8Support(const Envelope& envelope) const {
+  if (channel_.Offers("SMTPUTF8")) return;
+  if (envelope.senderNeedsUtf8) {
+    throw DeliveryFailure(ErrorNumber::kSender, "il server non accetta indirizzi con caratteri accentati");
+  }
+  if (envelope.recipientsNeedUtf8) {
+    throw DeliveryFailure(ErrorNumber::kRecipients,
+                          "il server non accetta indirizzi con caratteri accentati");
+  }
+}
+
+std::vector<std::string> Session::EnvelopeCommands(const Envelope& envelope) const {
+  const bool notify = envelope.notifyDelivery && channel_.Offers("DSN");
+  std::vector<std::string> commands;
+  commands.reserve(envelope.recipients.size() + 1);
+  commands.push_back("MAIL FROM:<" + envelope.sender + '>');
+  if (notify) commands.front() += " RET=HDRS";
+  if (envelope.senderNeedsUtf8 || envelope.recipientsNeedUtf8) commands.front() += " SMTPUTF8";
+  for (const std::string& recipient : envelope.recipients) {
+    commands.push_back("RCPT TO:<" + recipient + '>');
+    if (notify) commands.back() += " NOTIFY=SUCCESS,FAILURE,DELAY";
+  }
+  return commands;
+}
+
+void Session::SendEnvelope(const Envelope& envelope) {
+  const std::vector<std::string> commands = EnvelopeCommands(envelope);
+  std::size_t next = 0;
+  while (next < commands.size()) next = ExchangeGroup(commands, next);
+}
+
+/// Sends the commands from `first` on that may go together and reads their replies. Returns the first command
+/// that was not sent.
+std::size_t Session::ExchangeGroup(const std::vector<std::string>& commands, std::size_t first) {
+  const std::size_t end =
+      std::min(commands.size(), first + (channel_.Offers("PIPELINING") ? kGroupCommands : 1));
+  ErrorNumber stage = first == 0 ? ErrorNumber::kSender : ErrorNumber::kRecipients;
+  std::string senderRefusal;
+  ErrorNumber senderNumber = ErrorNumber::kSender;
+  std::string recipientRefusal;
+  try {
+    std::string group;
+    for (std::size_t i = first; i < end; ++i) group += commands[i] + "\r\n";
+    Say(group);
+    for (std::size_t i = first; i < end; ++i) {
+      const Reply reply = ReadReply(options_.replyTimeout);
+      stage = ErrorNumber::kRecipients;
+      if (reply.Positive()) continue;
+      if (i == 0) {
+        senderRefusal = commands[i] + ": " + reply.text;
+        if (reply.code == 530) senderNumber = ErrorNumber::kAuthentication;
+      } else {
+        recipientRefusal += (recipientRefusal.empty() ? "" : "; ") + commands[i] + ": " + reply.text;
+      }
+    }
+  } catch (const BrokenConnection& broken) {
+    if (senderRefusal.empty()) Abandon(stage, broken.what());
+    open_ = false;
+  }
+  if (!senderRefusal.empty()) throw DeliveryFailure(senderNumber, senderRefusal);
+  if (!recipientRefusal.empty()) ResetAfterRefusal(recipientRefusal);
+  return end;
+}
+
+void Session::ResetAfterRefusal(const std::string& refusal) {
+  Reply reply;
+  try {
+    reply = Command("RSET");
+  } catch (const BrokenConnection& broken) {
+    Abandon(ErrorNumber::kReset, "RSET: " + std::string(broken.what()) + " (" + refusal + ')');
+  }
+  if (!reply.Positive()) {
+    throw DeliveryFailure(ErrorNumber::kReset, "RSET: " + reply.text + " (" + refusal + ')');
+  }
+  throw DeliveryFailure(ErrorNumber::kRecipients, refusal);
+}
+
+void Session::SendMessage(const Writer& write) {
+  try {
+    const Reply reply = Command("DATA");
+    if (reply.Positive()) Abandon(ErrorNumber::kData, "DATA: " + reply.text);  // what would it take next?
+    if (reply.code != 354) throw DeliveryFailure(ErrorNumber::kData, "DATA: " + reply.text);
+    Transmit(write);
+    const Reply last = ReadReply(options_.finalReplyTimeout);
+    if (!last.Positive()) throw DeliveryFailure(ErrorNumber::kData, last.text);
+  } catch (const BrokenConnection& broken) {
+    Abandon(ErrorNumber::kData, broken.what());
+  }
+}
+
+void Session::Transmit(const Writer& write) {
+  std::size_t total = 0;
+  try {
+    write([&](std::string_view piece) {
+      total += piece.size();
+      if (!channel_.Send(piece)) throw Interrupted();
+    });
+    tracer_.Note(std::to_string(total) + " byte di messaggio");
+  } catch (const Interrupted&) {
+    const Reply reply = ReadReply(options_.replyTimeout);
+    Abandon(ErrorNumber::kData, reply.text);
+  } catch (const host::Errore& failure) {
+    Abandon(ErrorNumber::kData, failure.Descrizione());
+  } catch (const BrokenConnection&) {
+    throw;
+  } catch (...) {
+    open_ = false;
+    channel_.Drop();
+    throw;
+  }
+}
+
+void Session::Abandon(ErrorNumber number, const std::string& text) {
+  open_ = false;
+  channel_.Drop();
+  throw DeliveryFailure(number, text);
+}
+
+void Session::Say(std::string_view commands) {
+  tracer_.Sent(commands);
+  if (!channel_.Send(commands)) throw BrokenConnection("il server ha parlato fuori turno");
+}
+
+Session::Reply Session::Command(const std::string& command) {
+  Say(command + "\r\n");
+  return ReadReply(options_.replyTimeout);
+}
+
+Session::Reply Session::ReadReply(std::chrono::milliseconds timeout) {
+  const auto deadline = Channel::Clock::now() + timeout;
+  Reply reply;
+  for (bool more = true; more;) {
+    const std::string line = ReadLine(deadline, kLongestReply - std::min(kLongestReply, reply.text.size()));
+    tracer_.Received(line);
+    if (!IsReplyLine(line)) throw BrokenConnection("risposta non valida del server");
+    more = line.size() > 3 && line[3] == '-';
+    reply.code = (line[0] - '0') * 100 + (line[1] - '0') * 10 + (line[2] - '0');
+    reply.text += (reply.text.empty() ? "" : " / ") + line;
+  }
+  return reply;
+}
+
+/// A line without its end; at most `budget` bytes.
+std::string Session::ReadLine(Channel::Clock::time_point deadline, std::size_t budget) {
+  std::size_t searched = 0;
+  for (;;) {
+    const std::size_t end = received_.find('\n', searched);
+    if (end != std::string::npos) {
+      std::string line = received_.substr(0, end);
+      received_.erase(0, end + 1);
+      if (!line.empty() && line.back() == '\r') line.pop_back();
+      return line;
+    }
+    if (received_.size() >= budget) throw BrokenConnection("risposta troppo lunga del server");
+    searched = received_.size();
+    received_ += channel_.Receive(deadline);
+  }
+}
+
+}  // namespace orve::adapters::smtp

@@ -1,0 +1,66 @@
+// The SMTP component: collects one message through the members the application knows and delivers it.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/componente_smtp.h"
+#include "mime/message.h"
+#include "smtp/channel.h"
+#include "smtp/failure.h"
+#include "smtp/session.h"
+#include "smtp/smtp_options.h"
+
+namespace orve::adapters::smtp {
+
+/// Delivers over one connection per message. What the server does is told by GetLastError and never raised;
+/// what the caller does wrong is raised as host::Errore by the member that was given it, with an Italian
+/// description: an address with CR, LF or NUL (FromAddr, AddRecipientEx), a file that cannot be attached
+/// (AddAttachment), a header name that is none or belongs to the message itself (AddHeader).
+class SmtpComponent final : public host::ComponenteSmtp {
+ public:
+  explicit SmtpComponent(SmtpOptions options = {});
+
+  void ClearRecipient() override;
+  void ServerAddr(const std::string& server) override;
+  /// An empty user means no authentication.
+  void UserName(const std::string& utente) override;
+  void Password(const std::string& password) override;
+  /// The 16 bits of a TCP port: negative values stand for the ports above 32767. 25 unless set.
+  void ServerPort(std::int16_t porta) override;
+  void ConnectType(std::int16_t tipo) override;
+  void From(const std::string& nome) override;
+  void FromAddr(const std::string& indirizzo) override;
+  [[nodiscard]] std::string FromAddr() const override;
+  void DeliveryNotification(std::int16_t valore) override;
+  void AddRecipientEx(const std::string& elenco, std::int32_t tipo) override;
+  void Subject(const std::string& oggetto) override;
+  void BodyFormat(std::int16_t formato) override;
+  void BodyText(const std::string& corpo) override;
+  void AddHeader(const std::string& nome, const std::string& valore) override;
+  void AddAttachment(const std::string& percorso) override;
+  /// True when the message was delivered.
+  host::Variant SendMail() override;
+  /// A 32-bit integer: -1 only after a delivery, 0 to 7 after a failed one, 8 while none has been tried.
+  [[nodiscard]] host::Variant GetLastError() const override;
+
+  /// What ended the last delivery, for a person: the server's words or ours, without secrets. Empty after a
+  /// success.
+  [[nodiscard]] const std::string& LastFailure() const { return failure_; }
+
+ private:
+  void Deliver();
+  [[nodiscard]] Envelope MakeEnvelope() const;
+
+  SmtpOptions options_;
+  Target target_;
+  std::string fromAddr_;
+  mime::Message message_;
+  std::vector<mime::Address> blindCopies_;
+  bool notifyDelivery_ = false;
+  ErrorNumber number_ = ErrorNumber::kNothingSent;
+  std::string failure_;
+};
+
+}  // namespace orve::adapters::smtp

@@ -1,0 +1,54 @@
+// What the owner of the SMTP component may choose; the defaults are right for a person waiting at an
+// application.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orve::adapters::smtp {
+
+enum class AuthMechanism { kPlain, kLogin, kCramMd5, kXoauth2 };
+
+struct SmtpOptions {
+  /// PEM file with the authorities to trust instead of the system's; empty: the system's.
+  std::string caFile;
+  /// False accepts any certificate. For tests and for servers that nobody can put right.
+  bool verifyCertificates = true;
+
+  /// The whole way to a usable connection: name, TCP, TLS, greeting, authentication.
+  std::chrono::milliseconds connectTimeout{60'000};
+  /// One reply.
+  std::chrono::milliseconds replyTimeout{120'000};
+  /// The reply to the end of the message, while which servers search it for viruses.
+  std::chrono::milliseconds finalReplyTimeout{300'000};
+  /// The longest time in which not a byte of the message leaves.
+  std::chrono::milliseconds stallTimeout{120'000};
+
+  /// Ports on which TLS begins with the first byte, when the connection is to be encrypted. On any other port
+  /// STARTTLS is required then.
+  std::vector<std::uint16_t> implicitTlsPorts{465};
+
+  /// Name for EHLO; empty: the machine's when it is a full one, else an address literal.
+  std::string ehloName;
+
+  /// Mechanisms that may be used; the strongest of those that the server offers is. With kXoauth2 in the list
+  /// the password is the access token and no other mechanism is tried.
+  std::vector<AuthMechanism> authMechanisms{AuthMechanism::kPlain, AuthMechanism::kLogin,
+                                            AuthMechanism::kCramMd5};
+
+  /// Receives the dialogue line by line, without line ends: "C: " what was sent, "S: " what was answered, "*
+  /// " what happened. Credentials stand in it as "***". Called on the sending thread; what it throws is
+  /// ignored.
+  std::function<void(std::string_view)> trace;
+
+  /// The time that stands in a message; empty: the system's clock.
+  std::function<std::chrono::system_clock::time_point()> clock;
+  /// Makes the identifier of a message, without angle brackets; empty: a random one.
+  std::function<std::string()> newMessageId;
+};
+
+}  // namespace orve::adapters::smtp

@@ -1,0 +1,226 @@
+#include "support/scripted_server.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <ostream>
+#include <stdexcept>
+#include <utility>
+
+namespace orve::support {
+
+namespace {
+
+// Long enough for a slow machine, short enough for a hanging test to fail by itself.
+constexpr std::chrono::seconds kPatience{30};
+
+bool Matches(const std::string& expected, const std::string& line) {
+  if (expected.empty() || expected.back() != '*') return line == expected;
+  return line.compare(0, expected.size() - 1, expected, 0, expected.size() - 1) == 0;
+}
+
+}  // namespace
+
+std::ostream& operator<<(std::ostream& out, Pace pace) {
+  return out << (pace == Pace::kWhole ? "Whole" : pace == Pace::kByLine ? "ByLine" : "ByByte");
+}
+
+Step Say(const std::string& reply) {
+  return {Step::Await::kNothing, "", reply};
+}
+Step On(const std::string& command, const std::string& reply) {
+  return {Step::Await::kCommand, command, reply};
+}
+Step On(const std::string& command, std::function<void()> action, const std::string& reply) {
+  return {Step::Await::kCommand, command, reply, Step::Then::kGoOn, std::move(action)};
+}
+Step Body(const std::string& reply) {
+  return {Step::Await::kBody, "", reply};
+}
+Step BrokenBody() {
+  return {Step::Await::kBrokenBody, "", ""};
+}
+
+Step ThenDrop(Step step) {
+  step.then = Step::Then::kDrop;
+  return step;
+}
+
+Step ThenReset(Step step) {
+  step.then = Step::Then::kReset;
+  return step;
+}
+
+Step ThenStall(Step step) {
+  step.then = Step::Then::kStall;
+  return step;
+}
+
+ScriptedServer::ScriptedServer(std::vector<Step> script, Pace pace)
+    : script_(std::move(script)), pace_(pace), deadline_(Clock::now() + kPatience) {
+  listener_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t length = sizeof address;
+  auto* const generic = reinterpret_cast<sockaddr*>(&address);
+  if (::bind(listener_, generic, length) != 0 || ::listen(listener_, 8) != 0 ||
+      ::getsockname(listener_, generic, &length) != 0) {
+    throw std::runtime_error("no listening socket");
+  }
+  port_ = ntohs(address.sin_port);
+  thread_ = std::thread([this] { Play(); });
+}
+
+ScriptedServer::~ScriptedServer() {
+  if (thread_.joinable()) {
+    // A test that failed early never connects: wake the accept.
+    ::shutdown(listener_, SHUT_RDWR);
+    thread_.join();
+  }
+  ::close(listener_);
+}
+
+std::string ScriptedServer::Complaint() {
+  if (thread_.joinable()) thread_.join();
+  pollfd entry{listener_, POLLIN, 0};
+  if (::poll(&entry, 1, 0) > 0) Complain("somebody connected a second time");
+  return complaint_;
+}
+
+void ScriptedServer::Play() {
+  pollfd entry{listener_, POLLIN, 0};
+  const auto patience = std::chrono::duration_cast<std::chrono::milliseconds>(kPatience).count();
+  if (::poll(&entry, 1, static_cast<int>(patience)) <= 0) return Complain("nobody connected");
+  connection_ = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+  if (connection_ < 0) return Complain("nobody connected");
+  const int on = 1;
+  ::setsockopt(connection_, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+  const bool toTheEnd =
+      std::all_of(script_.begin(), script_.end(), [this](const Step& step) { return PlayStep(step); });
+  if (toTheEnd) AwaitEnd();
+  if (connection_ >= 0) ::close(connection_);
+}
+
+/// False when the script ends here.
+bool ScriptedServer::PlayStep(const Step& step) {
+  switch (step.await) {
+    case Step::Await::kNothing:
+      break;
+    case Step::Await::kCommand:
+      if (!AwaitCommand(step.command)) return false;
+      break;
+    case Step::Await::kBody:
+    case Step::Await::kBrokenBody:
+      if (!AwaitBody(step.await == Step::Await::kBrokenBody)) return false;
+      break;
+  }
+  if (step.before) step.before();
+  if (!step.reply.empty()) Reply(step.reply);
+  if (step.then == Step::Then::kGoOn) return true;
+  if (step.then == Step::Then::kStall) {
+    while (ReadSome()) {
+    }
+  } else if (step.then == Step::Then::kReset) {
+    const linger hard{1, 0};
+    ::setsockopt(connection_, SOL_SOCKET, SO_LINGER, &hard, sizeof hard);
+  }
+  ::close(connection_);
+  connection_ = -1;
+  if (&step != &script_.back()) Complain("steps stand behind the end of the connection");
+  return false;
+}
+
+void ScriptedServer::AwaitEnd() {
+  std::string line;
+  while (ReadLine(line)) {
+    if (line == "QUIT") {
+      Reply("221 Fine");
+    } else {
+      Complain("behind the script came: " + line);
+    }
+  }
+}
+
+bool ScriptedServer::AwaitCommand(const std::string& expected) {
+  std::string line;
+  if (!ReadLine(line)) {
+    Complain("the connection ended instead of: " + expected);
+    return false;
+  }
+  if (Matches(expected, line)) return true;
+  Complain("instead of \"" + expected + "\" came: " + line);
+  return false;
+}
+
+bool ScriptedServer::AwaitBody(bool broken) {
+  std::string line;
+  while (ReadLine(line)) {
+    if (line == ".") {
+      if (broken) Complain("the message was ended by a dot");
+      return !broken;
+    }
+    message_ += line.substr(line.starts_with('.') ? 1 : 0) + "\r\n";
+  }
+  if (!broken) Complain("the connection ended within the message");
+  return broken;
+}
+
+/// A line without its end; false at the end of the connection.
+bool ScriptedServer::ReadLine(std::string& line) {
+  std::size_t end = 0;
+  while ((end = received_.find("\r\n")) == std::string::npos) {
+    if (!ReadSome()) return false;
+  }
+  line = received_.substr(0, end);
+  received_.erase(0, end + 2);
+  return true;
+}
+
+bool ScriptedServer::ReadSome() {
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline_ - Clock::now()).count();
+  pollfd entry{connection_, POLLIN, 0};
+  if (::poll(&entry, 1, static_cast<int>(std::max<long long>(left, 0))) <= 0) {
+    Complain("nothing came for too long");
+    return false;
+  }
+  std::array<char, 65536> buffer{};
+  const ssize_t count = ::recv(connection_, buffer.data(), buffer.size(), 0);
+  if (count <= 0) return false;
+  received_.append(buffer.data(), static_cast<std::size_t>(count));
+  return true;
+}
+
+void ScriptedServer::Reply(const std::string& reply) {
+  std::string bytes = reply;
+  if (bytes.size() < 2 || bytes.compare(bytes.size() - 2, 2, "\r\n") != 0) bytes += "\r\n";
+  while (!bytes.empty()) {
+    const std::size_t size = pace_ == Pace::kWhole    ? bytes.size()
+                             : pace_ == Pace::kByLine ? bytes.find('\n') + 1
+                                                      : 1;
+    SendAll(bytes.data(), size);
+    bytes.erase(0, size);
+    if (pace_ != Pace::kWhole) std::this_thread::sleep_for(std::chrono::microseconds(500));
+  }
+}
+
+void ScriptedServer::SendAll(const char* bytes, std::size_t size) {
+  while (size > 0) {
+    const ssize_t count = ::send(connection_, bytes, size, MSG_NOSIGNAL);
+    if (count <= 0) return;  // the other side has gone: what it did before that is what counts
+    bytes += count;
+    size -= static_cast<std::size_t>(count);
+  }
+}
+
+void ScriptedServer::Complain(const std::string& text) {
+  complaint_ += text + "\n";
+}
+
+}  // namespace orve::support

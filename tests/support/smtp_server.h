@@ -1,0 +1,56 @@
+// A real SMTP server on loopback (python3-aiosmtpd), started by a test and gone with the object.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "support/process.h"
+#include "support/received_message.h"
+#include "support/temp_dir.h"
+
+namespace orve::support {
+
+struct SmtpServerOptions {
+  std::string tls = "none";  // "starttls", "implicit"
+  std::filesystem::path certificate;
+  std::filesystem::path key;
+  bool requireTls = false;
+  std::vector<std::string> auth;  // mechanisms
+  std::string user;
+  std::string password;
+  bool requireAuth = false;
+  std::vector<std::string> refused;     // recipients
+  std::vector<std::string> extensions;  // further words of the EHLO reply: "DSN", "PIPELINING"
+  bool smtpUtf8 = false;
+  bool lowPort = false;  // a port below 32768, as accounts with a signed 16-bit port want it
+  int sizeLimit = 0;     // bytes; 0: none
+  int abortAfter = 0;    // break connections after so many bytes; 0: never
+};
+
+class SmtpServer {
+ public:
+  explicit SmtpServer(const SmtpServerOptions& options = {});
+
+  [[nodiscard]] int Port() const { return port_; }
+  /// The port in the 16 bits of the component's property.
+  [[nodiscard]] std::int16_t Port16() const { return static_cast<std::int16_t>(port_); }
+  /// Where messages lie, as NNNN.eml and NNNN.env.
+  [[nodiscard]] const std::filesystem::path& Directory() const { return directory_.Path(); }
+
+  /// How many messages the server has taken.
+  [[nodiscard]] std::size_t Count() const;
+  /// All messages so far, in order, read by Python's email package.
+  [[nodiscard]] std::vector<ReceivedMessage> Messages() const;
+  /// The only message; raises std::runtime_error when there are none or several.
+  [[nodiscard]] ReceivedMessage OnlyMessage() const;
+
+ private:
+  TempDir directory_;
+  std::unique_ptr<Process> process_;
+  int port_ = 0;
+};
+
+}  // namespace orve::support

@@ -1,0 +1,28 @@
+// A directory of a test's own, gone with everything in it at the end.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace orve::support {
+
+class TempDir {
+ public:
+  TempDir();
+  TempDir(const TempDir&) = delete;
+  TempDir& operator=(const TempDir&) = delete;
+  ~TempDir();
+
+  [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
+  /// Writes a file in the directory and returns its path.
+  std::string Write(const std::string& name, std::string_view content) const;
+
+ private:
+  std::filesystem::path path_;
+};
+
+/// The whole content of a file; raises std::runtime_error when it cannot be read.
+[[nodiscard]] std::string ReadFile(const std::filesystem::path& path);
+
+}  // namespace orve::support
