@@ -14,6 +14,8 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t";
 constexpr std::string_view kSpaceAndLineEnds = " \t\r\n";
+constexpr std::string_view kMarksOfAnAddress("@\r\n\0",
+                                             4);  // the line ends so that they are found and refused
 constexpr std::size_t kNone = std::string_view::npos;
 
 std::string_view Trim(std::string_view text, std::string_view what) {
@@ -54,7 +56,7 @@ class ListReader {
 
   std::vector<Address> Read() {
     while (position_ < list_.size()) ReadEntry();
-    if (!carried_.empty()) AddBare(carried_);
+    AddCarried();
     return std::move(addresses_);
   }
 
@@ -84,7 +86,8 @@ class ListReader {
     }
     const std::size_t end = list_.find_first_of("<>;", from);
     if (end == kNone) return list_.size();
-    return list_[end] == '<' ? kNone : end;
+    const bool address = list_.substr(from, end - from).find_first_of(kMarksOfAnAddress) != kNone;
+    return list_[end] == '<' && !address ? kNone : end;
   }
 
   /// The position behind the quoted section that opens here, or behind the quote alone when it opens none.
@@ -120,12 +123,12 @@ class ListReader {
   }
 
   void EndBracketed(std::size_t start, std::size_t end) {
-    std::string name = carried_;
-    if (!name.empty()) name += ';';
-    name += list_.substr(start, position_ - start);
+    const std::size_t nameStart = carriedEnd_ > carriedStart_ ? carriedStart_ : start;
     std::string address = CheckedAddress(list_.substr(position_ + 1, end - position_ - 1));
-    if (!address.empty()) addresses_.push_back({CleanName(name), std::move(address)});
-    carried_.clear();
+    if (!address.empty()) {
+      addresses_.push_back({CleanName(list_.substr(nameStart, position_ - nameStart)), std::move(address)});
+    }
+    carriedEnd_ = carriedStart_;
     // Behind ">" the next entry begins, whether or not a ";" says so.
     position_ = end;
     if (position_ < list_.size() && list_[position_] == '>') ++position_;
@@ -134,17 +137,22 @@ class ListReader {
   }
 
   void EndBare(std::size_t start) {
-    const std::string_view piece = list_.substr(start, position_ - start);
+    const std::size_t end = position_;
+    const std::string_view piece = list_.substr(start, end - start);
     if (position_ < list_.size()) ++position_;
     if (Trim(piece, kSpaceAndLineEnds).empty()) return;
     if (piece.find('@') == kNone) {
-      if (!carried_.empty()) carried_ += ';';
-      carried_ += piece;
+      if (carriedEnd_ == carriedStart_) carriedStart_ = start;
+      carriedEnd_ = end;
       return;
     }
-    if (!carried_.empty()) AddBare(carried_);
-    carried_.clear();
+    AddCarried();
     AddBare(piece);
+  }
+
+  void AddCarried() {
+    if (carriedEnd_ > carriedStart_) AddBare(list_.substr(carriedStart_, carriedEnd_ - carriedStart_));
+    carriedEnd_ = carriedStart_;
   }
 
   void AddBare(std::string_view piece) { addresses_.push_back({"", CheckedAddress(piece)}); }
@@ -153,7 +161,9 @@ class ListReader {
   std::size_t position_ = 0;
   std::size_t nextQuote_ = 0;
   bool nextQuoteKnown_ = false;
-  std::string carried_;  // pieces without "@" that wait for the entry whose name they begin
+  // Pieces without "@" that wait for the entry whose name they begin.
+  std::size_t carriedStart_ = 0;
+  std::size_t carriedEnd_ = 0;
   std::vector<Address> addresses_;
 };
 

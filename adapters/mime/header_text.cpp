@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "host/errore.h"
+#include "text/text.h"
 
 namespace orve::adapters::mime {
 
@@ -25,10 +26,6 @@ std::size_t ControlLength(std::string_view text, std::size_t position) {
   if (first == 0xc2 && byte(position + 1) >= 0x80 && byte(position + 1) <= 0x9f) return 2;
   if (first == 0xe2 && byte(position + 1) == 0x80 && (byte(position + 2) & 0xfeU) == 0xa8) return 3;
   return 0;
-}
-
-bool SameWithoutCase(std::string_view left, std::string_view right) {
-  return left.size() == right.size() && g_ascii_strncasecmp(left.data(), right.data(), left.size()) == 0;
 }
 
 }  // namespace
@@ -65,9 +62,10 @@ void RequireOwnHeaderName(std::string_view name) {
   }
   static constexpr std::array<std::string_view, 8> kReserved = {
       "From", "To", "Cc", "Bcc", "Subject", "Date", "Message-ID", "MIME-Version"};
-  const bool reserved = std::any_of(kReserved.begin(), kReserved.end(),
-                                    [&](std::string_view own) { return SameWithoutCase(name, own); }) ||
-                        SameWithoutCase(name.substr(0, 8), "Content-");
+  const bool reserved =
+      std::any_of(kReserved.begin(), kReserved.end(),
+                  [&](std::string_view own) { return text::EqualsIgnoreCase(name, own); }) ||
+      text::EqualsIgnoreCase(name.substr(0, 8), "Content-");
   if (reserved) {
     throw host::Errore(host::kArgomentoNonValido, "orve-mime",
                        "L'intestazione \"" + std::string(name) + "\" è gestita dal messaggio stesso");
@@ -80,22 +78,6 @@ std::string ForDisplay(std::string_view text) {
   std::size_t end = kLongest;
   while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xc0U) == 0x80) --end;
   return HeaderSafe(text.substr(0, end)) + "...";
-}
-
-std::string AsEncodedWords(std::string_view text) {
-  // 45 bytes make 60 characters of base64, which with the frame stay below the 75 of an encoded word.
-  constexpr std::size_t kBytesPerWord = 45;
-  std::string words;
-  while (!text.empty()) {
-    std::size_t length = std::min(kBytesPerWord, text.size());
-    while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xc0U) == 0x80) --length;
-    const std::unique_ptr<char, GFree> encoded(
-        g_base64_encode(reinterpret_cast<const unsigned char*>(text.data()), length));
-    if (!words.empty()) words += "\n ";
-    words += "=?utf-8?B?" + std::string(encoded.get()) + "?=";
-    text.remove_prefix(length);
-  }
-  return words;
 }
 
 }  // namespace orve::adapters::mime

@@ -23,8 +23,4 @@ void RequireOwnHeaderName(std::string_view name);
 /// A short form of `text` for an error message: header-safe and cut after some eighty characters.
 [[nodiscard]] std::string ForDisplay(std::string_view text);
 
-/// The text as a sequence of RFC 2047 encoded words, folded; for texts that would be mistaken for encoded
-/// words.
-[[nodiscard]] std::string AsEncodedWords(std::string_view text);
-
 }  // namespace orve::adapters::mime

@@ -13,6 +13,7 @@
 #include "mime/attachment.h"
 #include "mime/gmime_streams.h"
 #include "mime/header_text.h"
+#include "mime/header_writer.h"
 
 namespace orve::adapters::mime {
 
@@ -23,6 +24,9 @@ constexpr std::size_t kLongestLine = 998;
 
 struct FormatFree {
   void operator()(GMimeFormatOptions* options) const { g_mime_format_options_free(options); }
+};
+struct TextFree {
+  void operator()(char* text) const { g_free(text); }
 };
 struct DateFree {
   void operator()(GDateTime* date) const { g_date_time_unref(date); }
@@ -51,7 +55,8 @@ GMimeContentEncoding BodyEncoding(const std::string& canonical) {
   std::size_t line = 0;
   std::size_t longest = 0;
   for (const char c : canonical) {
-    line = c == '\n' ? 0 : line + 1;
+    if (c == '\n') line = 0;
+    if (c != '\n' && c != '\r') ++line;
     longest = std::max(longest, line);
     const bool printable = (c >= ' ' && c < 0x7f) || c == '\t' || c == '\r' || c == '\n';
     if (!printable) ++escaped;
@@ -61,110 +66,50 @@ GMimeContentEncoding BodyEncoding(const std::string& canonical) {
                                         : GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE;
 }
 
-GRef<InternetAddress> NewMailbox(const Address& address) {
-  const std::optional<WireAddress> wire = ToWire(address.address);
-  if (!wire) {
-    throw host::Errore(host::kArgomentoNonValido, "orve-mime",
-                       "Indirizzo non valido: \"" + ForDisplay(address.address) + "\"");
-  }
-  const std::string name = HeaderSafe(address.name);
-  GRef<InternetAddress> mailbox(
-      internet_address_mailbox_new(name.empty() ? nullptr : name.c_str(), wire->text.c_str()));
-  internet_address_set_charset(mailbox.get(), kCharset);
-  return mailbox;
+std::string DateHeader(std::chrono::system_clock::time_point instant) {
+  const std::unique_ptr<GDateTime, DateFree> date(
+      g_date_time_new_from_unix_local(std::chrono::system_clock::to_time_t(instant)));
+  if (!date) throw host::Errore(host::kArgomentoNonValido);
+  const std::unique_ptr<char, TextFree> text(g_mime_utils_header_format_date(date.get()));
+  return TextHeader("Date", text.get());
 }
 
-/// One message on its way from values to GMime's objects.
-class Builder {
+/// Everything before the header lines of the content.
+std::string HeaderBlock(const Message& message) {
+  const std::optional<WireAddress> from = ToWire(message.from.address);
+  std::string block = AddressHeader("From", {message.from});
+  if (!message.to.empty()) block += AddressHeader("To", message.to);
+  if (!message.cc.empty()) block += AddressHeader("Cc", message.cc);
+  if (message.to.empty() && message.cc.empty()) block += "To: undisclosed-recipients:;\r\n";
+  block += TextHeader("Subject", message.subject);
+  block += DateHeader(message.date.value_or(std::chrono::system_clock::now()));
+  std::string id = HeaderSafe(message.messageId);
+  if (id.empty()) {
+    const std::size_t at = from->text.rfind('@');
+    id = NewMessageId(at == std::string::npos ? "localhost" : from->text.substr(at + 1));
+  }
+  block += TextHeader("Message-ID", '<' + id + '>');
+  for (const Header& header : message.headers) block += OwnHeader(header, from->needsUtf8);
+  return block + "MIME-Version: 1.0\r\n";
+}
+
+/// The content of a message as GMime's objects.
+class ContentBuilder {
  public:
-  Builder(const Message& message, Failure& failure) : message_(message), failure_(failure) {}
+  ContentBuilder(const Message& message, Failure& failure) : message_(message), failure_(failure) {}
 
-  GRef<GMimeMessage> Build() {
-    target_.reset(g_mime_message_new(FALSE));
-    AddAddresses(GMIME_ADDRESS_TYPE_FROM, {message_.from});
-    AddAddresses(GMIME_ADDRESS_TYPE_TO, message_.to);
-    AddAddresses(GMIME_ADDRESS_TYPE_CC, message_.cc);
-    if (message_.to.empty() && message_.cc.empty()) SetRaw("To", "undisclosed-recipients:;");
-    SetText("Subject", message_.subject);
-    AddDateAndId();
-    for (const Header& header : message_.headers) AddOwnHeader(header);
-    AddContent();
-    return std::move(target_);
-  }
-
- private:
-  void AddAddresses(GMimeAddressType type, const std::vector<Address>& addresses) {
-    if (addresses.empty()) return;
-    const GRef<InternetAddressList> list(internet_address_list_new());
-    for (const Address& address : addresses) internet_address_list_add(list.get(), NewMailbox(address).get());
-    // In one go: GMime writes the header anew after each change of the message's own list.
-    internet_address_list_append(g_mime_message_get_addresses(target_.get(), type), list.get());
-  }
-
-  void AddDateAndId() {
-    const auto instant = message_.date.value_or(std::chrono::system_clock::now());
-    const std::unique_ptr<GDateTime, DateFree> date(
-        g_date_time_new_from_unix_local(std::chrono::system_clock::to_time_t(instant)));
-    if (date) g_mime_message_set_date(target_.get(), date.get());
-    std::string id = HeaderSafe(message_.messageId);
-    if (id.empty()) {
-      const std::string from = ToWire(message_.from.address).value_or(WireAddress{}).text;
-      const std::size_t at = from.rfind('@');
-      id = NewMessageId(at == std::string::npos ? std::string_view("localhost")
-                                                : std::string_view(from).substr(at + 1));
-    }
-    g_mime_message_set_message_id(target_.get(), id.c_str());
-  }
-
-  void AddOwnHeader(const Header& header) {
-    RequireOwnHeaderName(header.name);
-    const std::string value = HeaderSafe(header.value);
-    // A value of addresses keeps the form it was given, brackets and all; its domains become ASCII.
-    const std::vector<Address> addresses = IsAscii(value) ? std::vector<Address>{} : ParseAddressList(value);
-    const bool bracketed = addresses.size() == 1 && addresses[0].name.empty() && value.front() == '<';
-    const std::optional<WireAddress> wire = bracketed ? ToWire(addresses[0].address) : std::nullopt;
-    if (wire) {
-      SetRaw(header.name, '<' + wire->text + '>');
-    } else if (value.size() > 2 && value.front() == '<' && IsAscii(value) &&
-               value.find(' ') == std::string::npos && value.size() < kLongestLine - header.name.size() - 2) {
-      SetRaw(header.name, value);
-    } else {
-      SetText(header.name, value);
-    }
-  }
-
-  /// A header of running text, as encoded words where it is not ASCII.
-  void SetText(const std::string& name, const std::string& text) {
-    const std::string value = HeaderSafe(text);
-    // GMime would take "=?...?=" for an encoded word and leave it, and the reader would see something else.
-    if (value.find("=?") != std::string::npos) return SetRaw(name, AsEncodedWords(value));
-    g_mime_header_list_append(Headers(), name.c_str(), value.c_str(), kCharset);
-  }
-
-  void SetRaw(const std::string& name, const std::string& value) {
-    GMimeHeaderList* const headers = Headers();
-    g_mime_header_list_append(headers, name.c_str(), "", kCharset);
-    GMimeHeader* const header =
-        g_mime_header_list_get_header_at(headers, g_mime_header_list_get_count(headers) - 1);
-    g_mime_header_set_raw_value(header, (' ' + value + '\n').c_str());
-  }
-
-  GMimeHeaderList* Headers() { return g_mime_object_get_header_list(GMIME_OBJECT(target_.get())); }
-
-  void AddContent() {
-    const GRef<GMimePart> body = NewBody();
-    if (message_.attachments.empty()) {
-      g_mime_message_set_mime_part(target_.get(), GMIME_OBJECT(body.get()));
-      return;
-    }
-    const GRef<GMimeMultipart> parts(g_mime_multipart_new_with_subtype("mixed"));
+  GRef<GMimeObject> Build() {
+    GRef<GMimePart> body = NewBody();
+    if (message_.attachments.empty()) return GRef<GMimeObject>(GMIME_OBJECT(body.release()));
+    GRef<GMimeMultipart> parts(g_mime_multipart_new_with_subtype("mixed"));
     g_mime_multipart_add(parts.get(), GMIME_OBJECT(body.get()));
     for (const std::string& path : message_.attachments) {
       g_mime_multipart_add(parts.get(), GMIME_OBJECT(NewAttachment(path).get()));
     }
-    g_mime_message_set_mime_part(target_.get(), GMIME_OBJECT(parts.get()));
+    return GRef<GMimeObject>(GMIME_OBJECT(parts.release()));
   }
 
+ private:
   GRef<GMimePart> NewBody() {
     const std::string text = CanonicalBody(message_.body);
     GRef<GMimePart> part(g_mime_part_new_with_type("text", message_.html ? "html" : "plain"));
@@ -207,7 +152,6 @@ class Builder {
 
   const Message& message_;
   Failure& failure_;
-  GRef<GMimeMessage> target_;
 };
 
 void AddFilter(GMimeStream* chain, GMimeFilter* filter) {
@@ -222,7 +166,8 @@ void WriteMessage(const Message& message, const ByteSink& sink, const WriteOptio
   std::call_once(initialised, g_mime_init);
 
   Failure failure;
-  const GRef<GMimeMessage> built = Builder(message, failure).Build();
+  const std::string headers = HeaderBlock(message);
+  const GRef<GMimeObject> content = ContentBuilder(message, failure).Build();
   PieceBuffer buffer(sink, failure);
   const GRef<GMimeStream> end = NewSinkStream(buffer);
   const GRef<GMimeStream> chain(g_mime_stream_filter_new(end.get()));
@@ -231,9 +176,9 @@ void WriteMessage(const Message& message, const ByteSink& sink, const WriteOptio
 
   const std::unique_ptr<GMimeFormatOptions, FormatFree> format(g_mime_format_options_new());
   g_mime_format_options_set_newline_format(format.get(), GMIME_NEWLINE_FORMAT_DOS);
-  const bool written =
-      g_mime_object_write_to_stream(GMIME_OBJECT(built.get()), format.get(), chain.get()) >= 0 &&
-      g_mime_stream_flush(chain.get()) == 0;
+  buffer.Write(headers);
+  const bool written = g_mime_object_write_to_stream(content.get(), format.get(), chain.get()) >= 0 &&
+                       g_mime_stream_flush(chain.get()) == 0;
   if (!written && !failure.error) {
     throw host::Errore(host::kErroreAutomazione, "orve-mime", "Composizione del messaggio non riuscita");
   }

@@ -1,15 +1,21 @@
 #!/usr/bin/python3
 """Reads a message with Python's email package and says what a mail reader would see.
 
-Usage: parse_mail.py MESSAGE DIRECTORY. Prints lines of a key and values joined by tabs, with \\\\, \\t, \\n and \\r
-escaped: header NAME VALUE, from/to/cc NAME ADDRESS, subject, date (seconds since 1970 and the zone), type, body,
+Usage: parse_mail.py MESSAGE DIRECTORY. Prints lines of a key and values joined by tabs, with backslash, tab and line
+ends escaped: header NAME VALUE, from/to/cc NAME ADDRESS, subject, date (seconds since 1970 and the zone), type, body,
 attachment NAME TYPE FILE, defect. The attachments' bytes lie in DIRECTORY.
 """
 
+import email
 import email.policy
+import functools
 import os
 import sys
-from email.parser import BytesParser
+from email.header import decode_header, make_header
+from email.utils import getaddresses, parsedate_to_datetime
+
+# The package's modern header parser takes hours for a header of a megabyte; its older one stands in there.
+LONGEST_FOR_MODERN = 20000
 
 
 def escape(text):
@@ -20,27 +26,49 @@ def say(*words):
     sys.stdout.buffer.write(("\t".join(escape(word) for word in words) + "\n").encode("utf-8", "surrogateescape"))
 
 
-def report_defects(part):
-    for defect in part.defects:
-        say("defect", repr(defect))
-    for name, value in part.items():
-        for defect in value.defects:
-            say("defect", "%s: %r" % (name, defect))
-
-
-def main(path, directory):
-    with open(path, "rb") as file:
-        message = BytesParser(policy=email.policy.SMTP).parse(file)
+def say_modern_headers(message):
     for part in message.walk():
-        report_defects(part)
+        for defect in part.defects:
+            say("defect", repr(defect))
+        for name, value in part.items():
+            for defect in value.defects:
+                say("defect", "%s: %r" % (name, defect))
     for name, value in message.items():
         say("header", name, str(value))
     for name in ("from", "to", "cc"):
         for address in message[name].addresses if message[name] else ():
             say(name, address.display_name, address.addr_spec)
     say("subject", str(message["subject"]))
-    if message["date"]:
-        say("date", str(int(message["date"].datetime.timestamp())), message["date"].datetime.strftime("%z"))
+
+
+@functools.lru_cache(maxsize=None)
+def decoded(text):
+    return str(make_header(decode_header(text.replace("\r\n", ""))))
+
+
+def say_long_headers(message):
+    for defect in message.defects:
+        say("defect", repr(defect))
+    for name, value in message.items():
+        say("header", name, decoded(value))
+    for name in ("from", "to", "cc"):
+        for display, address in getaddresses([message.get(name, "").replace("\r\n", "")]):
+            if address:
+                say(name, decoded(display), address)
+    say("subject", decoded(message["subject"]))
+
+
+def main(path, directory):
+    with open(path, "rb") as file:
+        content = file.read()
+    message = email.message_from_bytes(content, policy=email.policy.SMTP)
+    plain = email.message_from_bytes(content, policy=email.policy.compat32)
+    if sum(len(value) for value in plain.values()) <= LONGEST_FOR_MODERN:
+        say_modern_headers(message)
+    else:
+        say_long_headers(plain)
+    date = parsedate_to_datetime(plain["date"])
+    say("date", str(int(date.timestamp())), date.strftime("%z"))
     body = message.get_body(("plain", "html"))
     say("type", body.get_content_type(), body.get_content_charset() or "")
     say("body", body.get_payload(decode=True).decode("utf-8"))
