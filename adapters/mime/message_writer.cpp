@@ -37,15 +37,14 @@ std::string CanonicalBody(const std::string& body) {
   const std::string text = ValidUtf8(body);
   std::string canonical;
   canonical.reserve(text.size() + text.size() / 32 + 2);
+  std::size_t done = 0;  // what stands before it is copied
   for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '\r' && text[i] != '\n') {
-      canonical += text[i];
-      continue;
-    }
+    if (text[i] != '\r' && text[i] != '\n') continue;
+    canonical.append(text, done, i - done).append("\r\n");
     if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
-    canonical += "\r\n";
+    done = i + 1;
   }
-  if (!canonical.empty() && canonical.back() != '\n') canonical += "\r\n";
+  if (done < text.size()) canonical.append(text, done).append("\r\n");
   return canonical;
 }
 
