@@ -89,6 +89,14 @@ TEST_F(CanaleSmtp, AfterTheRunNamesListAndBodyStayInTheService) {
   EXPECT_EQ(servizio->vCorpoMail, "Gentile Uno, Due");
 }
 
+TEST_F(CanaleSmtp, TheBodyIsTheOneFromBeforeTheAttachments) {
+  ConDestinatario("uno@x.it", "Uno");
+  ConAllegati({"C:\\a.pdf"});
+  journal->Quando("smtp.AddAttachment", [this] { servizio->vCorpoMail = "altro"; });
+  interno.SendWithSmtp();
+  EXPECT_EQ(servizio->vCorpoMail, "Gentile Uno");
+}
+
 TEST_F(CanaleSmtp, TheListsByBox) {
   struct Voce {
     std::int16_t casella;
