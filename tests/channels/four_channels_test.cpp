@@ -1,0 +1,252 @@
+// The four channels side by side: the same message, the same happening, and for each channel all that can be
+// seen of it: what it hands over, vNome and vIndDestinatario, Stato, register lines, events, the log line of
+// an unattended send, and the messages in both kinds of mode.
+//
+// What is to be seen stands in four_channels/*.txt, one file for each happening, one section for each
+// channel. It is compared whole, so that a difference that disappears is noticed like one that appears.
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "fakes/servizio_di_prova.h"
+#include "text/text.h"
+
+namespace orve {
+namespace {
+
+/// One send of one service over fakes of its own.
+class Prova {
+ public:
+  Prova(kvEnum_ServizioMail canale, kvEnumModalitaInvio modo) {
+    servizio->ConnectionADO = connessione;
+    servizio->SrvMailInstallato = canale;
+    servizio->ModalitaInvio(modo);
+    servizio->vFlagCorpo = 1;
+    servizio->vCorpoMail = "Per ***(Nome)***";
+    servizio->vOggetto = "Fattura 12";
+    servizio->vDitta = "Acme S.p.A.";
+    servizio->vMailAttachment = "C:\\f.pdf";
+    servizio->DittaCorrente = 1;
+    servizio->ReadReceipt = true;
+    servizio->IsPec(true);
+    servizio->vCollDestinatari = std::make_shared<CollDestinatari>(ambiente);
+    interno.PathTemp() = "C:\\Temp";
+    interno.FlagBcc() = true;
+    interno.StatoInvio() = kvInvioNonImpostato;  // to see whether a channel touches it
+    interno.SmtpServer() = "smtp.azienda.example";
+    servizio->vSenderAddress = "noi@azienda.example";
+    ambiente->versioneOutlook = "14.0.0.7268";
+    interno.objOutlookApp() = ambiente->CreaOutlook();
+    interno.ObjRegistroInvio() = ambiente->CreaRegistroInvio();
+  }
+  Prova(const Prova&) = delete;
+  Prova& operator=(const Prova&) = delete;
+  ~Prova() = default;
+
+  void Destinatario(const std::string& nome, const std::string& indirizzo, std::int16_t casella = 0) {
+    servizio->vCollDestinatari->AddFromLista(indirizzo, nome, "", casella);
+  }
+  void Allegati(const std::vector<std::string>& percorsi) {
+    for (const auto& percorso : percorsi) servizio->AddAllegato(percorso);
+  }
+  void Invia() {
+    journal->Svuota();
+    servizio->InviaMail();
+  }
+
+  /// What the channel gave to its object of recipients, attachments and body, and whether it sent.
+  [[nodiscard]] std::string Consegna() const {
+    std::string testo;
+    for (const auto& riga : journal->Righe({"smtp.AddRecipientEx",
+                                            "smtp.AddAttachment",
+                                            "smtp.AddHeader",
+                                            "smtp.BodyText",
+                                            "smtp.SendMail",
+                                            "MailItem.ReadReceipt",
+                                            "MailItem.To",
+                                            "MailItem.cc",
+                                            "MailItem.Bcc",
+                                            "MailItem.body",
+                                            "MailItem.Send",
+                                            "Attachments.Add",
+                                            "MAPIMessages.RecipAddress",
+                                            "MAPIMessages.RecipDisplayName",
+                                            "MAPIMessages.RecipType",
+                                            "MAPIMessages.MsgReceipt",
+                                            "MAPIMessages.MsgNoteText",
+                                            "MAPIMessages.AttachmentPathName",
+                                            "MAPIMessages.Send",
+                                            "MAPI32."})) {
+      testo += riga + "\n";
+    }
+    for (const auto& invio : ambiente->inviiMapi) {
+      for (const auto& d : invio.destinatari)
+        testo += "recip " + std::to_string(d.RecipClass) + " " + d.Name + "\n";
+      for (const auto& f : invio.file) testo += "file " + f.PathName + "\n";
+      testo += "note " + invio.messaggio.NoteText + "\n";
+    }
+    return testo;
+  }
+  [[nodiscard]] std::string Campi() const {
+    return "vNome " + servizio->vNome + "\nvIndDestinatario " + servizio->vIndDestinatario + "\nStato " +
+           std::to_string(servizio->Stato()) + "\n";
+  }
+  [[nodiscard]] std::string Registrazioni() const {
+    constexpr std::string_view kRegistro = "ObjRegistroInvio.";
+    std::string testo;
+    for (const auto& riga : journal->Righe({kRegistro, "ConnectionADO.Execute 1 exec "})) {
+      if (riga.starts_with(kRegistro)) {
+        testo += "registro " + riga.substr(kRegistro.size()) + "\n";
+      } else {
+        // The code, and the payload behind what is the same in every event.
+        constexpr std::string_view kComune = "<GRP_COD=/>";
+        const std::size_t inizio = riga.find(kComune) + kComune.size();
+        testo += "evento " + riga.substr(riga.find(", ") + 2, 2) + " " +
+                 riga.substr(inizio, riga.find("' , 1") - inizio) + "\n";
+      }
+    }
+    return testo;
+  }
+  [[nodiscard]] std::string Log() const {
+    const auto righe = journal->Righe({"TextStream.WriteLine "});
+    return righe.empty() ? "" : "log " + righe.back().substr(21) + "\n";
+  }
+  [[nodiscard]] std::string Messaggi(const std::string& modo) const {
+    std::string testo;
+    for (const auto& riga : journal->Righe({"ObjMessaggi.MostraMsg "}))
+      testo += modo + " " + riga.substr(22) + "\n";
+    return testo;
+  }
+
+  std::shared_ptr<fakes::FakeAmbiente> ambiente = std::make_shared<fakes::FakeAmbiente>();
+  fakes::JournalPtr journal = ambiente->journal;
+  std::shared_ptr<fakes::FakeConnection> connessione = std::make_shared<fakes::FakeConnection>(journal);
+  std::unique_ptr<CLSFW_MAILSERVER> servizio = std::make_unique<CLSFW_MAILSERVER>(ambiente);
+  AccessoInterno interno{*servizio};
+};
+
+/// A blank at the end of a line stands as "·", so that it can be seen.
+std::string ConBianchiVisibili(const std::string& testo) {
+  return text::Replace(testo, " \n", "·\n");
+}
+
+std::string Contenuto(const std::string& nome) {
+  std::ifstream file(ORVE_SOURCE_DIR "/tests/channels/four_channels/" + nome + ".txt");
+  std::ostringstream testo;
+  testo << file.rdbuf();
+  return testo.str();
+}
+
+/// Sends unattended and attended through each channel, with what happens on the way, and compares all that is
+/// seen with the file of this name.
+void Confronta(const std::string& nome, const std::function<void(Prova&)>& accade) {
+  const std::pair<kvEnum_ServizioMail, const char*> canali[] = {
+      {kvSMTPSSLMail, "SMTP"}, {kvOutlook, "Outlook"}, {kvSimpleMAPI, "Simple MAPI"}, {kvMAPI, "MAPI32"}};
+  std::string visto;
+  for (const auto& [canale, titolo] : canali) {
+    Prova automatica(canale, kvAutomatico);
+    accade(automatica);
+    automatica.Invia();
+    Prova manuale(canale, kvManuale);
+    accade(manuale);
+    manuale.Invia();
+    visto += "== " + std::string(titolo) + "\n" + automatica.Consegna() + automatica.Campi() +
+             automatica.Registrazioni() + automatica.Log() + automatica.Messaggi("automatico") +
+             manuale.Messaggi("manuale");
+    EXPECT_EQ(manuale.Log(), "") << titolo;
+    EXPECT_EQ(manuale.Registrazioni(), automatica.Registrazioni()) << titolo;
+  }
+  EXPECT_EQ(ConBianchiVisibili(visto), Contenuto(nome));
+}
+
+void UnoConAllegato(Prova& prova) {
+  prova.Destinatario("Anna", "anna@x.example");
+  prova.Allegati({"C:\\f.pdf"});
+}
+
+TEST(QuattroCanali, AMessageThatIsDelivered) {
+  Confronta("delivered", [](Prova& prova) {
+    prova.Destinatario("Rossi, Anna", "anna@x.example");
+    prova.Destinatario("", " bruno@x.example ");
+    prova.Destinatario("Carla", "carla@x.example", 1);
+    prova.Destinatario("Dario", "dario@x.example", 2);
+    prova.Destinatario("Elio", "elio@x.example", 3);
+    prova.Allegati({"C:\\f.pdf", "l.pdf"});
+  });
+}
+
+TEST(QuattroCanali, AMessageThatIsRefused) {
+  Confronta("refused", [](Prova& prova) {
+    UnoConAllegato(prova);
+    prova.ambiente->risultatoSmtp = 4;
+    prova.ambiente->esitoInvioMapi = 2;
+    prova.journal->Fallisce("MailItem.Send", {1001, "Outlook", "invio annullato"});
+    prova.journal->Fallisce("MAPIMessages.Send", {1001, "MAPI", "invio annullato"});
+  });
+}
+
+TEST(QuattroCanali, AChannelWhoseObjectIsNotThere) {
+  Confronta("object_not_there", [](Prova& prova) {
+    UnoConAllegato(prova);
+    prova.interno.objOutlookApp().reset();
+    for (const char* oggetto :
+         {"Ambiente.CreaComponenteSmtp", "Ambiente.CreaMAPIMessages", "Ambiente.CreaMapi32"}) {
+      prova.journal->Fallisce(oggetto, host::Errore(host::kOggettoNonCreabile));
+    }
+  });
+}
+
+TEST(QuattroCanali, AnAttachmentThatIsRefused) {
+  Confronta("attachment_refused", [](Prova& prova) {
+    prova.Destinatario("Anna", "anna@x.example");
+    prova.Allegati({"C:\\f.pdf", "C:\\manca.pdf", "C:\\altro.pdf"});
+    prova.ambiente->esitoInvioMapi = 11;
+    for (const char* membro : {"smtp.AddAttachment", "Attachments.Add", "MAPIMessages.AttachmentPathName"}) {
+      prova.journal->Fallisce(std::string(membro) + " C:\\manca.pdf", {1001, "File", "file non trovato"});
+    }
+  });
+}
+
+TEST(QuattroCanali, AnEmptyPathInFrontOfTheAttachments) {
+  Confronta("empty_path", [](Prova& prova) {
+    prova.Destinatario("Anna", "anna@x.example");
+    prova.Allegati({"", "C:\\f.pdf"});
+  });
+}
+
+TEST(QuattroCanali, ABodyThatCannotBeFilled) {
+  Confronta("body_not_filled", [](Prova& prova) {
+    UnoConAllegato(prova);
+    prova.journal->Fallisce("ConnectionADO.Execute -1           SELECT  FW07_USERNAME",
+                            {1001, "Database", "connessione interrotta"});
+  });
+}
+
+TEST(QuattroCanali, AnEmptyBody) {
+  Confronta("empty_body", [](Prova& prova) {
+    UnoConAllegato(prova);
+    prova.servizio->vCorpoMail.clear();
+  });
+}
+
+TEST(QuattroCanali, AnEmptyCollection) {
+  Confronta("empty_collection", [](Prova& prova) { prova.Allegati({"C:\\f.pdf"}); });
+}
+
+TEST(QuattroCanali, NoCollectionAtAll) {
+  Confronta("no_collection", [](Prova& prova) { prova.servizio->vCollDestinatari.reset(); });
+}
+
+TEST(QuattroCanali, ARegisterThatFailsBehindTheDelivery) {
+  Confronta("register_fails", [](Prova& prova) {
+    UnoConAllegato(prova);
+    prova.journal->Fallisce("ObjRegistroInvio.RegistraInvio", {1001, "Registro", "pieno"});
+  });
+}
+
+}  // namespace
+}  // namespace orve
