@@ -29,10 +29,13 @@ std::string Mostra(bool valore) {
 class FakeMessaggi : public host::Messaggi {
  public:
   FakeMessaggi(FakeAmbiente& ambiente, std::string nome)
-      : journal_(ambiente.journal), risposta_(ambiente.rispostaMessaggio), nome_(std::move(nome)) {}
+      : journal_(ambiente.journal),
+        risposta_(ambiente.rispostaMessaggio),
+        nome_(std::move(nome)),
+        titolo_(ambiente.titoloHost) {}
   std::string TitoloFinestra(const std::string& testo) override {
     journal_->Add(nome_ + ".TitoloFinestra " + testo);
-    return testo;
+    return testo + titolo_;
   }
   std::int32_t MostraMsg(const std::string& testo, std::int32_t stile, const std::string& titolo,
                          const std::shared_ptr<host::Oggetto>& proprietario) override {
@@ -45,6 +48,7 @@ class FakeMessaggi : public host::Messaggi {
   JournalPtr journal_;
   std::int32_t risposta_;
   std::string nome_;
+  std::string titolo_;
 };
 
 class FakeRegistro : public host::RegistroInvio {

@@ -40,6 +40,7 @@ class FakeAmbiente : public host::Ambiente {
   std::optional<std::string> testoOra;
   host::Variant risultatoSmtp = -1;    // GetLastError of the SMTP component
   std::int32_t rispostaMessaggio = 1;  // the person's answer to a message
+  std::string titoloHost;              // what TitoloFinestra puts behind a title
   std::int32_t statoFormatoData = 0;
   std::string cartellaTemporanea = "C:\\Temp";
   std::string cartellaInstallazione = "C:\\Programmi\\Orve";

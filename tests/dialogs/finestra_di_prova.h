@@ -1,0 +1,135 @@
+// The fixture of the window tests: a service whose windows are answered by a script in the person's place.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "dialogs/FRMRW_OPZMAIL.h"
+#include "fakes/fake_rubrica.h"
+#include "fakes/headless.h"
+#include "fakes/servizio_di_prova.h"
+
+namespace orve {
+
+/// The compose window's private state, for tests of single procedures.
+struct AccessoOpzMail {
+  FRMRW_OPZMAIL& form;
+
+  auto& CollDestinatariForm() { return form.CollDestinatariForm; }
+  auto& ObjMessaggiForm() { return form.ObjMessaggiForm; }
+  auto& FileAllegati() { return form.FileAllegati; }
+  auto& RstAllegati() { return form.RstAllegati; }
+  auto& Attivato() { return form.Attivato; }
+  static host::Variant NVL(const host::Variant& valore, const host::Variant& sostituto) {
+    return FRMRW_OPZMAIL::NVL(valore, sostituto);
+  }
+  void AggiornaCaselleDestinatari(const std::string& nome, const std::string& indirizzi,
+                                  std::int16_t casella) {
+    form.AggiornaCaselleDestinatari(nome, indirizzi, casella);
+  }
+  void GestisciRubrica(const std::string& chiave, std::int32_t casella) {
+    form.GestisciRubrica(chiave, casella);
+  }
+  host::Variant GetAllegatiMultipli() { return form.GetAllegatiMultipli(); }
+  void RicaricaRstAllegati() { form.RicaricaRstAllegati(); }
+  void EliminaAllegato_Click() { form.EliminaAllegato_Click(); }
+  void BTN_ELIMINA_MenuItemClick(const std::string& chiave) { form.BTN_ELIMINA_MenuItemClick(chiave); }
+};
+
+namespace fakes {
+
+/// A row of the statements that list the accounts of a person.
+inline Riga RigaAccount(std::int16_t id, const std::string& indirizzo, std::int16_t lettura = 0,
+                        std::int16_t consegna = 0) {
+  return {{"FW23_SERVERNAME", "smtp.azienda.example"},
+          {"FW23_PORT", 25},
+          {"FW23_TIMEOUT", 60},
+          {"FW23_INDAUTH", 0},
+          {"FW23_SSL", 0},
+          {"FW98_IDACCOUNT", id},
+          {"FW98_MAILADDRESS", indirizzo},
+          {"FW98_USERNAME", "utente"},
+          {"FW98_PASSWORD", "{parola}"},
+          {"ALIAS", "Azienda"},
+          {"LETTURA", lettura},
+          {"CONSEGNA", consegna}};
+}
+
+/// On the SMTP channel with one account, in the manual mode, with the chosen account in force and an empty
+/// list of recipients, as the send procedure and the event stage leave them.
+class FinestraDiProva : public ServizioDiProva {
+ protected:
+  FinestraDiProva() {
+    servizio->SrvMailInstallato = kvSMTPMail;
+    servizio->ModalitaInvio(kvManuale);
+    interno.UsaMittenteScelto() = true;
+    interno.IdUtenteCorrente() = 42;
+    Accounts({RigaAccount(12, "noi@azienda.example")});
+    Collezione();
+  }
+
+  void Accounts(Righe righe) { connessione->Risponde("INNER JOIN FW99_MAILUSERACCOUNT", std::move(righe)); }
+  void SuCanale(std::int32_t canale) {
+    servizio->SrvMailInstallato = static_cast<kvEnum_ServizioMail>(canale);
+  }
+
+  /// The service opens the compose window, and the script runs in it. The journal holds what happened from
+  /// the opening on.
+  void Apri(Persona persona) {
+    bool mostrata = false;
+    ambiente->persona = [&](HeadlessForm& finestra) {
+      mostrata = true;
+      if (persona) persona(finestra);
+    };
+    journal->Svuota();
+    interno.ApriForm_OpzInvio();
+    ambiente->persona = nullptr;
+    EXPECT_TRUE(mostrata) << "the window was not shown";
+  }
+  void Apri() { Apri(nullptr); }
+  /// The same, and the person confirms at the end.
+  void Invia(const Persona& persona) {
+    Apri([&](HeadlessForm& finestra) {
+      persona(finestra);
+      finestra.Preme("cmd_Invia");
+      EXPECT_FALSE(finestra.Aperta()) << "the send has left the window open";
+    });
+  }
+
+  /// A file on the disk of names.
+  void File(const std::string& percorso) { ambiente->file[percorso] = "contenuto"; }
+
+  [[nodiscard]] bool Consegnato() const { return journal->Conta("smtp.SendMail") == 1; }
+  /// Every message shown, through whatever object.
+  [[nodiscard]] std::vector<std::string> Mostrati() const {
+    return journal->Righe({"ObjMessaggi.MostraMsg", "Host.Messaggi.MostraMsg"});
+  }
+};
+
+/// The compose window by itself, with the service behind it and nothing filled in.
+class FormDiProva : public FinestraDiProva {
+ protected:
+  FormDiProva() {
+    ambiente->persona = [this](HeadlessForm& finestra) {
+      if (script) script(finestra);
+    };
+    form = std::make_unique<FRMRW_OPZMAIL>(ambiente);
+    form->Parent = servizio.get();
+    journal->Svuota();
+  }
+  void Mostra(Persona persona) {
+    script = std::move(persona);
+    form->Finestra().Show(host::Form::kModale, nullptr);
+  }
+
+  [[nodiscard]] AccessoOpzMail Dentro() { return {*form}; }
+
+  Persona script;
+  std::unique_ptr<FRMRW_OPZMAIL> form;
+};
+
+}  // namespace fakes
+}  // namespace orve
