@@ -160,7 +160,7 @@ TEST_F(IngressoOstile, PastedLineBreaksBecomeBlanksInABoxOfOneLine) {
 
 TEST_F(IngressoOstile, EmojiAndRightToLeftTextPassUnchanged) {
   const std::string nome = "😀 שלום العربية Ünïcödé";
-  ambiente->parametriCorpo = Variant::Array{Variant::Array{"Nome", "😀Nome"}};
+  ambiente->parametriCorpo = Variant::Array{Variant(Variant::Array{"Nome", "😀Nome"})};
   servizio->vFlagCorpo = 1;
   servizio->vCorpoMail = "مرحبا";
   File("C:\\doc\\ملف😀.pdf");

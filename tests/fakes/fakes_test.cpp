@@ -45,13 +45,13 @@ TEST_F(Fakes, TheConnectionAnswersByTheRuleAddedLast) {
   EXPECT_EQ(host::Leggi(*risultato, "NOME").ToText(), "terzo");
   risultato->MoveNext();
   EXPECT_TRUE(risultato->Eof());
-  EXPECT_THROW(host::Leggi(*risultato, "NOME"), host::Errore);
+  EXPECT_THROW(static_cast<void>(host::Leggi(*risultato, "NOME")), host::Errore);
   EXPECT_TRUE(connessione.Execute("altro", host::kComandoTesto)->Eof());
 }
 
 TEST_F(Fakes, AnUnknownColumnIsAnError) {
   const auto risultato = CreaRecordSet(journal, {{{"A", 1}}});
-  EXPECT_THROW(host::Leggi(*risultato, "B"), host::Errore);
+  EXPECT_THROW(static_cast<void>(host::Leggi(*risultato, "B")), host::Errore);
 }
 
 TEST_F(Fakes, TheSmtpFakeKeepsThePasswordOutOfTheJournal) {
