@@ -34,7 +34,9 @@ void CLSFW_MAILSERVER::GestioneEventoBeforeSendMail() try {
   std::string allegati = allegati_;
   std::string corpo = vCorpoMail;
   std::string oggetto = vOggetto;
-  if (BeforeSendMail) BeforeSendMail(oggetto, corpo, destinatariA, destinatariCC, destinatariCCn, allegati);
+  // A copy: the handler may detach itself or put another one in its place.
+  const auto gestore = BeforeSendMail;
+  if (gestore) gestore(oggetto, corpo, destinatariA, destinatariCC, destinatariCCn, allegati);
 
   DestinatariA(destinatariA);
   DestinatariCC(destinatariCC);
