@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <utility>
 
+#include "service/ignora_errori.h"
+
 namespace orve {
 
 namespace {
@@ -40,7 +42,9 @@ void TracciaIstanza::Termine() noexcept {
 }
 
 const std::string& TracciaIstanza::GetIdIstanza() {
-  if (IdIstanza.empty()) IdIstanza = GeneraIdIstanza(ambiente_->Identificatori());
+  if (IdIstanza.empty()) {
+    IgnoraErrori([this] { IdIstanza = GeneraIdIstanza(ambiente_->Identificatori()); });
+  }
   return IdIstanza;
 }
 

@@ -125,6 +125,26 @@ TEST_F(TracciaDiProva, WithoutAGuidTheFirstLineIsBareAndTheLastTriesAgain) {
                           "debug QLNA:|3F2504E04F8941D39A0C0305E82C3301|TER|ORVE_MAILSERVER|Mittente"));
 }
 
+class GeneratoreGuasto : public host::GeneratoreGuid {
+ public:
+  std::optional<host::Guid> CreaGuid() override { throw host::Errore(host::kErroreAutomazione); }
+};
+
+class AmbienteSenzaIdentificatori : public fakes::FakeAmbiente {
+ public:
+  host::GeneratoreGuid& Identificatori() override { return generatore_; }
+
+ private:
+  GeneratoreGuasto generatore_;
+};
+
+TEST_F(TracciaDiProva, APlatformThatFailsOverAGuidStillGivesBothLines) {
+  const auto guasto = std::make_shared<AmbienteSenzaIdentificatori>();
+  { const Mittente mittente(guasto); }
+  EXPECT_THAT(guasto->journal->Righe({"debug "}), ElementsAre("debug QLNA:||INI|ORVE_MAILSERVER|Mittente",
+                                                              "debug QLNA:||TER|ORVE_MAILSERVER|Mittente"));
+}
+
 TEST_F(TracciaDiProva, WithoutAnyGuidBothLinesAreBare) {
   ambiente->guidDisponibile = false;
   { const Mittente mittente(ambiente); }
