@@ -9,8 +9,13 @@ CLSFW_MAILSERVER::CLSFW_MAILSERVER(std::shared_ptr<host::Ambiente> ambiente)
   ObjMessaggi = ambiente_->CreaMessaggi();
   traccia_.Inizio();
   IndModalitaInvio = -1;
-  ObjFormatoData = ambiente_->CreaFormatoData();
-  ObjFormatoNumero = ambiente_->CreaFormatoNumero();
+  try {
+    ObjFormatoData = ambiente_->CreaFormatoData();
+    ObjFormatoNumero = ambiente_->CreaFormatoNumero();
+  } catch (...) {
+    traccia_.Termine();  // the destructor of an object that never came to be does not run
+    throw;
+  }
 }
 
 CLSFW_MAILSERVER::~CLSFW_MAILSERVER() {
