@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "channels/canale_smtp.h"
+#include "fakes/allocazioni.h"
 
 namespace orve {
 namespace {
@@ -227,6 +228,19 @@ TEST_F(CanaleSmtp, TheTextOfAnErrorNumber) {
   };
   for (const auto& caso : casi) {
     EXPECT_EQ(interno.GetSMTPErrorDescription(caso.codice), caso.want) << caso.codice;
+  }
+}
+
+TEST_F(CanaleSmtp, AnErrorTextThatDoesNotFitIntoMemoryIsShownInEveryModeAndEmpty) {
+  for (const auto modo : {kvManuale, kvAutomatico}) {
+    servizio->ModalitaInvio(modo);
+    journal->Svuota();
+    std::string testo = "prima";
+    fakes::ConAllocazioneCheFallisce(1, [&] { testo = interno.GetSMTPErrorDescription(std::int16_t{0}); });
+    EXPECT_EQ(testo, "");
+    EXPECT_THAT(journal->Righe(),
+                ElementsAre("ObjMessaggi.MostraMsg 7-Memoria esaurita in "
+                            "ORVE_MAILSERVER:CLSFW_MAILSERVER - GetSMTPErrorDescription|0||(assente)"));
   }
 }
 

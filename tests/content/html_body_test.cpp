@@ -1,6 +1,7 @@
 #include <string>
 #include <vector>
 
+#include "fakes/allocazioni.h"
 #include "fakes/servizio_di_prova.h"
 
 namespace orve {
@@ -302,6 +303,14 @@ TEST_F(CorpoHTML, FontNullOrBlankAndSizeNullOrZeroGiveTheStandardOnes) {
                                                   caso.want + "x</font><br/>\r\n</body>\r\n</html>\r\nfirma")
         << caso.etichetta;
   }
+}
+
+TEST_F(CorpoHTML, ADocumentThatDoesNotFitIntoMemoryIsReportedAndEmpty) {
+  std::string html = "prima";
+  fakes::ConAllocazioneCheFallisce(1, [&] { html = interno.TestoInHTML("x", "", 3); });
+  EXPECT_EQ(html, "");
+  EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg 7-Memoria esaurita in CLSFW_MAILSERVER: "
+                                      "TestoInHTML|0||(assente)"));
 }
 
 TEST_F(CorpoHTML, HostileTextIsCarriedAsItStands) {

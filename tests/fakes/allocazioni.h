@@ -1,0 +1,15 @@
+// Running out of memory at a chosen moment: the only way to make some procedures fail, and the failure that
+// every procedure must stand.
+//
+// A test program that uses this has the global operator new replaced by one that counts.
+#pragma once
+
+#include <functional>
+
+namespace orve::fakes {
+
+/// Runs the statement; its allocation with this number, from 1, fails with std::bad_alloc, and no other one.
+/// The test fails when the statement makes fewer.
+void ConAllocazioneCheFallisce(int numero, const std::function<void()>& statement);
+
+}  // namespace orve::fakes
