@@ -2,6 +2,7 @@
 // objects.
 #include <vector>
 
+#include "fakes/allocazioni.h"
 #include "fakes/servizio_di_prova.h"
 
 namespace orve {
@@ -181,6 +182,13 @@ TEST_F(EventoPrimaDelInvio, TheLenientReaderTakesEveryForm) {
   }
 }
 
+TEST_F(EventoPrimaDelInvio, ABareAddressThatTheHandlerPutsBehindANamedItemTakesItsName) {
+  Collezione().AddFromLista("a@x.example", "Anna", "", 0);
+  servizio->BeforeSendMail = [](auto&, auto&, auto& a, auto&, auto&, auto&) { a += ";b@x.example"; };
+  Gestisci();
+  EXPECT_THAT(Recipienti(), ElementsAre("Anna<a@x.example>/0", "Anna<b@x.example>/0"));
+}
+
 TEST_F(EventoPrimaDelInvio, TheNameSurvivesFromOneListToTheNext) {
   Collezione();
   servizio->DestinatariA("Anna<a@x.example>");
@@ -351,6 +359,17 @@ TEST_F(EventoPrimaDelInvio, AFailingHandlerEndsTheStageWithTheCollectionAsItStoo
                                       "GestioneEventoBeforeSendMail|0||(assente)"));
 }
 
+TEST_F(EventoPrimaDelInvio, AHandlerMayDetachItself) {
+  const std::string nuovo(64, 'o');
+  servizio->BeforeSendMail = [this, nuovo](auto& oggetto, auto&, auto&, auto&, auto&, auto&) {
+    servizio->BeforeSendMail = nullptr;
+    oggetto = nuovo;  // what the handler holds must still be there
+  };
+  Gestisci();
+  EXPECT_EQ(servizio->vOggetto, nuovo);
+  EXPECT_EQ(servizio->BeforeSendMail, nullptr);
+}
+
 TEST_F(EventoPrimaDelInvio, AForeignExceptionOfTheHandlerIsReportedToo) {
   servizio->BeforeSendMail = [](auto&, auto&, auto&, auto&, auto&, auto&) {
     throw std::runtime_error("estraneo");
@@ -418,6 +437,33 @@ TEST_F(EventoPrimaDelInvio, StagesReportTheirOwnNamesToThePerson) {
                   "CLSFW_MAILSERVER: AfterDestinatari|0||(assente)",
                   "ObjMessaggi.MostraMsg 13 Tipo non corrispondente ORVE_MAILSERVER: CLSFW_MAILSERVER: "
                   "BeforeAllegati|0||(assente)"));
+}
+
+// Nothing short of exhausted memory makes these two stages fail.
+TEST_F(EventoPrimaDelInvio, StagesThatRunOutOfMemoryReportTheirOwnNamesToThePerson) {
+  servizio->Allegati("C:\\a.pdf");
+  fakes::ConAllocazioneCheFallisce(1, [&] { interno.BeforeDestinatari(); });
+  fakes::ConAllocazioneCheFallisce(1, [&] { interno.AfterAllegati(); });
+  EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg 7 Memoria esaurita ORVE_MAILSERVER: "
+                                      "CLSFW_MAILSERVER: BeforeDestinatari|0||(assente)",
+                                      "ObjMessaggi.MostraMsg 7 Memoria esaurita ORVE_MAILSERVER: "
+                                      "CLSFW_MAILSERVER: AfterAllegati|0||(assente)"));
+}
+
+TEST_F(EventoPrimaDelInvio, UnattendedStagesThatRunOutOfMemoryStandInTheLogUnderTheNameOfTheDialog) {
+  interno.PathTemp() = "C:\\Temp";
+  servizio->ModalitaInvio(kvAutomatico);
+  servizio->Allegati("C:\\a.pdf");
+  const std::function<void()> fasi[] = {[&] { interno.BeforeDestinatari(); },
+                                        [&] { interno.AfterAllegati(); }};
+  for (const auto& fase : fasi) {
+    journal->Svuota();
+    fakes::ConAllocazioneCheFallisce(1, fase);
+    const auto righe = journal->Righe({"TextStream.WriteLine"});
+    ASSERT_FALSE(righe.empty());
+    EXPECT_NE(righe.back().find("ErroreInvio   ApriForm_OpzInvio   "), std::string::npos) << righe.back();
+    EXPECT_THAT(Messaggi(), IsEmpty());
+  }
 }
 
 TEST_F(EventoPrimaDelInvio, AddAllegatoMakesAListAndLetsItGrow) {

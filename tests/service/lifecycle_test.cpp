@@ -18,6 +18,41 @@ TEST_F(Servizio, CreationMakesMessagesThenTracesThenMakesTheFormatters) {
   EXPECT_TRUE(journal->Righe()[1].ends_with("|INI|ORVE_MAILSERVER|CLSFW_MAILSERVER"));
 }
 
+TEST_F(Servizio, ACreationThatFailsIsAnnouncedDead) {
+  for (const char* guasto : {"Ambiente.CreaFormatoData", "Ambiente.CreaFormatoNumero"}) {
+    journal->Svuota();
+    journal->Fallisce(guasto, host::Errore(host::kOggettoNonCreabile));
+    EXPECT_THROW(CLSFW_MAILSERVER{ambiente}, host::Errore) << guasto;
+    journal->DimenticaPiani();
+    const auto righe = journal->Righe({"debug "});
+    ASSERT_EQ(righe.size(), 2U) << guasto;
+    EXPECT_TRUE(righe[1].ends_with("|TER|ORVE_MAILSERVER|CLSFW_MAILSERVER")) << guasto;
+  }
+}
+
+TEST_F(Servizio, TheEnumerationsHaveTheirPublishedValues) {
+  EXPECT_THAT(
+      (std::vector<int>{kvOK, kvParametriNonValidi, kvErroreInvioMail, kvInvioNonImpostato, kvProgramError}),
+      ElementsAre(0, 1, 2, 3, 99));
+  EXPECT_THAT((std::vector<int>{kvSimpleMAPI, kvOutlook, kvMAPI, kvNoMail, kvSMTPMail, kvSMTPSSLMail}),
+              ElementsAre(0, 1, 2, 3, 76, 77));
+  EXPECT_THAT((std::vector<int>{kvManuale, kvAutomatico, kvSemiAuto, kvListaDistribuzione}),
+              ElementsAre(0, 1, 2, 3));
+  EXPECT_THAT((std::vector<int>{kvSingoloAllegato, kvAllegatiMultipli}), ElementsAre(0, 1));
+  EXPECT_THAT(
+      (std::vector<int>{kvDestinatarioFaxAnagrafica, kvDestinatarioFaxCliente, kvDestinatarioFaxFornitore,
+                        kvDestinatarioFaxDitta, kvDestinatarioFaxAgente, kvDestinatarioFaxVettore,
+                        kvDestinatarioFaxSpedizioniere, kvDestinatarioFaxMittente,
+                        kvDestinatarioFaxIntermediarioTel, kvDestinatarioFaxNumero, kvDestinatarioFaxContatto,
+                        kvDestinatarioFaxDestinatario}),
+      ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11));
+  EXPECT_EQ(sizeof(kvEnum_ErroreMail), 4U);
+  EXPECT_EQ(sizeof(kvEnum_ServizioMail), 4U);
+  EXPECT_EQ(sizeof(kvEnumModalitaInvio), 4U);
+  EXPECT_EQ(sizeof(kvTipologiaAllegati), 4U);
+  EXPECT_EQ(sizeof(kvTipologiaDestinatarioFAX), 4U);
+}
+
 TEST_F(Servizio, ANewObjectHoldsTheDefaultsOfItsInterface) {
   const CLSFW_MAILSERVER nuovo(ambiente);
   EXPECT_EQ(nuovo.Stato(), 0);
@@ -37,6 +72,45 @@ TEST_F(Servizio, ANewObjectHoldsTheDefaultsOfItsInterface) {
   EXPECT_EQ(nuovo.MailParamTipo(), 0);
   EXPECT_FALSE(nuovo.IsPec());
   EXPECT_FALSE(nuovo.InvioSMTP());
+  EXPECT_EQ(nuovo.ManagerRubrica, nullptr);
+  EXPECT_EQ(nuovo.ActiveInterface, nullptr);
+  EXPECT_EQ(nuovo.BeforeSendMail, nullptr);
+  EXPECT_EQ(nuovo.vIndTipologiaAllegati, 0);
+  for (const bool segno :
+       {nuovo.ReadReceipt, nuovo.FlgMsgPers, nuovo.vNotifyDelivery, nuovo.vNotifyRead,
+        nuovo.vDisableNotifyDelivery, nuovo.vDisableNotifyRead, nuovo.silentMode, nuovo.MailParamReadRcpt(),
+        nuovo.MailParamDeliveryStatus(), nuovo.IsInvioMailConParams(), nuovo.IsStampaDifferita(),
+        nuovo.MailParamIsValoriValidi()}) {
+    EXPECT_FALSE(segno);
+  }
+  for (const std::string& testo : {nuovo.vIndDestinatario,
+                                   nuovo.vNome,
+                                   nuovo.vDitta,
+                                   nuovo.vOggetto,
+                                   nuovo.vTestoMail,
+                                   nuovo.vMailAttachment,
+                                   nuovo.vCorpoMail,
+                                   nuovo.MsgPers,
+                                   nuovo.INFO_TipoDoc,
+                                   nuovo.INFO_NumReg,
+                                   nuovo.INFO_NumDoc,
+                                   nuovo.INFO_SezDoc,
+                                   nuovo.INFO_RagSocCliFor(),
+                                   nuovo.vSenderName,
+                                   nuovo.vSenderAddress,
+                                   nuovo.errDescription,
+                                   nuovo.errNumber,
+                                   nuovo.MailParamAllegatoUnico(),
+                                   nuovo.MailParamCorpoUnico(),
+                                   nuovo.ListaGuid(),
+                                   nuovo.DestinatariA(),
+                                   nuovo.DestinatariCC(),
+                                   nuovo.DestinatariCCn(),
+                                   nuovo.Allegati(),
+                                   nuovo.MailCorpo(),
+                                   nuovo.MailOggetto()}) {
+    EXPECT_EQ(testo, "");
+  }
 }
 
 TEST_F(Servizio, WritingTheModeForcesItAndMinusOneGivesTheChoiceBack) {

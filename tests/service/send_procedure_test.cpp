@@ -1,4 +1,5 @@
 // The send procedure: disabled service, the two routes, the modes, refusals, and the choice of the channel.
+#include <algorithm>
 #include <vector>
 
 #include "fakes/servizio_di_prova.h"
@@ -46,8 +47,9 @@ TEST_F(Invio, ADisabledServiceRefusesBeforeAnythingElse) {
                           "ObjRegistroInvio.RegistraInvio (assente)|(assente)|(assente)|(assente)|Invio mail "
                           "disabilitato||",
                           "ConnectionADO.CreateCommand"));
-  EXPECT_THAT(connessione->Statements(), Contains(HasSubstr("88, 7, '")));
-  EXPECT_THAT(connessione->Statements(), Contains(HasSubstr("<DESRES=Invio mail disabilitato/>")));
+  EXPECT_EQ(connessione->Statements().back(),
+            "exec SPFW_AttivaEventoGestionale , 88, 7, '<DATE_INS=14/11/2026/><TIME_INS=10:22:05/><USR_COD=/>"
+            "<GRP_COD=/><DESRES=Invio mail disabilitato/>' , 1");
 }
 
 TEST_F(Invio, ADisabledServiceWithoutARegisterOnlySetsTheState) {
@@ -96,6 +98,76 @@ TEST_F(Invio, TheCollectionRouteLoadsTheDefaultAccountOnTheSmtpChannels) {
   Collezione().Add("a@x.example", "Anna");
   servizio->AvviaProceduraInvio();
   EXPECT_THAT(connessione->Statements(), Contains(HasSubstr("FW99_ISDEFAULT = 1")));
+}
+
+TEST_F(Invio, TheAccountIsLoadedBeforeTheHandlerIsAsked) {
+  interno.SmtpServer().clear();
+  Collezione().Add("a@x.example", "Anna");
+  servizio->BeforeSendMail = [&](auto&, auto&, auto&, auto&, auto&, auto&) { journal->Add("evento"); };
+  servizio->AvviaProceduraInvio();
+  const auto righe = journal->Righe();
+  const auto posizione = [&](const char* testo) {
+    return std::find_if(righe.begin(), righe.end(),
+                        [&](const auto& riga) { return riga.find(testo) != std::string::npos; }) -
+           righe.begin();
+  };
+  EXPECT_LT(posizione("FW99_ISDEFAULT = 1"), posizione("evento"));
+  EXPECT_EQ(journal->Conta("evento"), 1U);
+}
+
+TEST_F(Invio, AFailingHandlerDoesNotStopTheSend) {
+  Collezione().AddFromLista("a@x.example", "Anna", "", 0);
+  servizio->ModalitaInvio(kvManuale);
+  servizio->BeforeSendMail = [](auto&, auto&, auto&, auto&, auto&, auto&) {
+    throw host::Errore(1001, "Chiamante", "no");
+  };
+  servizio->AvviaProceduraInvio();
+  EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg 1001 no ORVE_MAILSERVER: CLSFW_MAILSERVER: "
+                                      "GestioneEventoBeforeSendMail|0||(assente)"));
+  EXPECT_THAT(journal->Righe({"smtp.AddRecipientEx"}),
+              ElementsAre("smtp.AddRecipientEx Anna <a@x.example> 0"));
+  EXPECT_TRUE(Consegnato());
+}
+
+// The collection is made behind the event, so that it is missing then.
+TEST_F(Invio, AFailingHandlerOnTheLookUpRouteEndsTheSendInTheProceduresHandler) {
+  interno.PathTemp() = "C:\\Temp";
+  servizio->ModalitaInvio(kvAutomatico);
+  servizio->vIndDestinatario = "a@x.example";
+  servizio->BeforeSendMail = [](auto&, auto&, auto&, auto&, auto&, auto&) {
+    throw host::Errore(1001, "Chiamante", "no");
+  };
+  servizio->AvviaProceduraInvio();
+  EXPECT_EQ(servizio->vCollDestinatari, nullptr);
+  EXPECT_FALSE(Consegnato());
+  const auto righe = journal->Righe({"TextStream.WriteLine"});
+  ASSERT_EQ(righe.size(), 3U);  // with the header
+  EXPECT_THAT(righe[1], HasSubstr("ErroreInvio   GestioneEventoBeforeSendMail   "));
+  EXPECT_THAT(righe[2], HasSubstr("ErroreInvio   AvviaProceduraInvio   "));
+}
+
+TEST_F(Invio, TheModeCountsAsTheHandlerLeftIt) {
+  servizio->ModalitaInvio(kvManuale);
+  servizio->vIndDestinatario = "a@x.example";
+  servizio->BeforeSendMail = [&](auto&, auto&, auto&, auto&, auto&, auto&) {
+    servizio->ModalitaInvio(kvAutomatico);
+  };
+  servizio->AvviaProceduraInvio();
+  EXPECT_TRUE(Consegnato());
+  EXPECT_FALSE(DialogoChiesto());
+}
+
+TEST_F(Invio, ABodyThatTheHandlerLeftAloneIsFilledAgainByTheChannel) {
+  servizio->vFlagCorpo = 0;
+  servizio->FlgMsgPers = true;
+  servizio->MsgPers = "per ***(IndEmail)***";
+  Collezione().AddFromLista("a@x.example", "Anna", "", 0);
+  std::string visto;
+  servizio->BeforeSendMail = [&](auto&, auto& corpo, auto&, auto&, auto&, auto&) { visto = corpo; };
+  servizio->AvviaProceduraInvio();
+  EXPECT_EQ(visto, "per a@x.example");
+  EXPECT_EQ(servizio->vFlagCorpo, 0);
+  EXPECT_THAT(journal->Righe({"smtp.BodyText"}), ElementsAre("smtp.BodyText per Anna <a@x.example>"));
 }
 
 TEST_F(Invio, ADirectSendLoadsTheAccountOfItsId) {
@@ -177,6 +249,16 @@ TEST_F(Unione, WhatTheCallerLeftInTheFieldsStandsInFront) {
   servizio->vNome = "Spett. ";
   Collezione().AddFromLista("a@x.example", "Anna", "", 0);
   EXPECT_EQ(Visto().nomi, "Spett. Anna");
+}
+
+TEST_F(Unione, WhereAnythingIsJoinedTheOtherFieldLosesTwoCharactersToo) {
+  servizio->vNome = "Nicolò";
+  Collezione().AddFromLista("a@x.example", "", "", 0);
+  const auto visto = Visto();
+  EXPECT_EQ(visto.nomi, "Nico");
+  EXPECT_EQ(visto.indirizzi, "a@x.example");
+  EXPECT_EQ(servizio->vNome, "");
+  EXPECT_EQ(servizio->vIndDestinatario, "");
 }
 
 TEST_F(Unione, CcRecipientsOnlyLeaveTheFieldsAsTheCallerLeftThem) {
@@ -264,7 +346,10 @@ TEST_F(Invio, ARefusalInTheAutomaticModeIsRegisteredAndChangesNoState) {
       journal->Righe({"ObjRegistroInvio."}),
       ElementsAre("ObjRegistroInvio.EsitoInvio 1", "ObjRegistroInvio.CanaleInvio 77",
                   "ObjRegistroInvio.RegistraInvio Anna|Acme||C:\\f.pdf|Non inviato. Indirizzo mancante.||"));
-  EXPECT_THAT(connessione->Statements(), Contains(HasSubstr("<DESRES=Non inviato. Indirizzo mancante./>")));
+  EXPECT_EQ(connessione->Statements().back(),
+            "exec SPFW_AttivaEventoGestionale , 88, 7, '<DATE_INS=14/11/2026/><TIME_INS=10:22:05/><USR_COD=/>"
+            "<GRP_COD=/><MAIL_DEST=Anna/><AZ_DES=Acme/><MAIL_PATH=C:\\f.pdf/><DESRES=Non inviato. Indirizzo "
+            "mancante./>' , 1");
 }
 
 TEST_F(Invio, ABadAddressInTheAutomaticModeWithoutARegisterLeavesNoTrace) {
