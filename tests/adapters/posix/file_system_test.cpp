@@ -157,6 +157,7 @@ TEST_F(FileSystemDiProva, LinesOfSeveralWritersNeverMix) {
   constexpr int kScrittori = 4;
   constexpr int kRighe = 200;
   std::vector<std::thread> scrittori;
+  scrittori.reserve(kScrittori);
   for (int i = 0; i < kScrittori; ++i) {
     scrittori.emplace_back([this, i] {
       for (int r = 0; r < kRighe; ++r) {
