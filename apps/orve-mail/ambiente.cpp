@@ -1,0 +1,84 @@
+#include "orve-mail/ambiente.h"
+
+#include <utility>
+
+#include "orve-mail/cifratore_sodium.h"
+#include "orve-mail/formatori_sql.h"
+#include "orve-mail/messaggi_terminale.h"
+#include "orve-mail/percorsi_host.h"
+#include "orve-mail/registro_tabella.h"
+#include "posix/file_system.h"
+#include "smtp/smtp_component.h"
+
+namespace orve::app {
+
+namespace {
+
+// Noted, because a channel may end in silence without its object.
+[[noreturn]] void NonCreabile(const std::string& oggetto, Osservazioni& note) {
+  note.oggettiMancanti.push_back(oggetto);
+  throw host::Errore(host::kOggettoNonCreabile, oggetto, "Impossibile creare l'oggetto " + oggetto);
+}
+
+}  // namespace
+
+AmbienteProgramma::AmbienteProgramma(Terminale terminale, std::shared_ptr<const Chiave> chiave,
+                                     adapters::smtp::SmtpOptions smtp, std::string cartellaBase,
+                                     OsservazioniPtr note)
+    : terminale_(terminale),
+      chiave_(std::move(chiave)),
+      smtp_(std::move(smtp)),
+      cartellaBase_(std::move(cartellaBase)),
+      note_(std::move(note)) {}
+
+std::shared_ptr<host::Messaggi> AmbienteProgramma::CreaMessaggi() {
+  return Osserva(std::make_shared<MessaggiTerminale>(terminale_), note_);
+}
+
+std::shared_ptr<host::FormatoData> AmbienteProgramma::CreaFormatoData() {
+  return std::make_shared<FormatoDataSql>();
+}
+
+std::shared_ptr<host::FormatoNumero> AmbienteProgramma::CreaFormatoNumero() {
+  return std::make_shared<FormatoNumeroSql>();
+}
+
+std::shared_ptr<host::RegistroInvio> AmbienteProgramma::CreaRegistroInvio() {
+  return Osserva(std::make_shared<RegistroTabella>(), note_);
+}
+
+std::shared_ptr<host::RisolutorePercorsi> AmbienteProgramma::CreaRisolutorePercorsi() {
+  return std::make_shared<RisolutorePercorsiUnix>(cartellaBase_);
+}
+
+std::shared_ptr<host::CifratorePassword> AmbienteProgramma::CreaCifratorePassword() {
+  return std::make_shared<CifratoreSodium>(chiave_);
+}
+
+std::shared_ptr<host::ComponenteSmtp> AmbienteProgramma::CreaComponenteSmtp() {
+  auto componente = std::make_shared<adapters::smtp::SmtpComponent>(smtp_);
+  const auto* const vero = componente.get();  // lives as long as its observer
+  return Osserva(std::move(componente), note_, [vero] { return vero->LastFailure(); });
+}
+
+std::shared_ptr<host::OutlookApplication> AmbienteProgramma::CreaOutlook() {
+  NonCreabile("Outlook.Application", *note_);
+}
+
+std::shared_ptr<host::MAPISession> AmbienteProgramma::CreaMAPISession() {
+  NonCreabile("MSMAPI.MAPISession", *note_);
+}
+
+std::shared_ptr<host::MAPIMessages> AmbienteProgramma::CreaMAPIMessages() {
+  NonCreabile("MSMAPI.MAPIMessages", *note_);
+}
+
+std::shared_ptr<host::Mapi32> AmbienteProgramma::CreaMapi32() {
+  NonCreabile("MAPI32.DLL", *note_);
+}
+
+std::shared_ptr<host::FileSystem> AmbienteProgramma::CreaFileSystem() {
+  return Osserva(std::make_shared<adapters::posix::FileSystem>(), note_);
+}
+
+}  // namespace orve::app

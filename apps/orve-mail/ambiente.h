@@ -1,0 +1,60 @@
+// The real parts that the program hands to the library: the platform's, the SMTP component, and the host
+// application's own objects as the program plays them, each observed.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "host/ambiente.h"
+#include "orve-mail/chiave.h"
+#include "orve-mail/osservatori.h"
+#include "orve-mail/terminale.h"
+#include "posix/directory_assente.h"
+#include "posix/orologio.h"
+#include "posix/sistema.h"
+#include "smtp/smtp_options.h"
+
+namespace orve::app {
+
+class AmbienteProgramma : public host::Ambiente {
+ public:
+  /// The terminal's streams must outlive the object. `cartellaBase` is the folder from which a relative
+  /// configured path counts.
+  AmbienteProgramma(Terminale terminale, std::shared_ptr<const Chiave> chiave,
+                    adapters::smtp::SmtpOptions smtp, std::string cartellaBase, OsservazioniPtr note);
+
+  std::shared_ptr<host::Messaggi> CreaMessaggi() override;
+  std::shared_ptr<host::FormatoData> CreaFormatoData() override;
+  std::shared_ptr<host::FormatoNumero> CreaFormatoNumero() override;
+  std::shared_ptr<host::RegistroInvio> CreaRegistroInvio() override;
+  std::shared_ptr<host::RisolutorePercorsi> CreaRisolutorePercorsi() override;
+  std::shared_ptr<host::CifratorePassword> CreaCifratorePassword() override;
+  std::shared_ptr<host::ComponenteSmtp> CreaComponenteSmtp() override;
+  /// Raise 429: these exist on Windows only.
+  std::shared_ptr<host::OutlookApplication> CreaOutlook() override;
+  std::shared_ptr<host::MAPISession> CreaMAPISession() override;
+  std::shared_ptr<host::MAPIMessages> CreaMAPIMessages() override;
+  std::shared_ptr<host::Mapi32> CreaMapi32() override;
+  std::shared_ptr<host::FileSystem> CreaFileSystem() override;
+  host::Orologio& OrologioDiSistema() override { return orologio_; }
+  host::DebugOutput& UscitaDiDebug() override { return debug_; }
+  host::GeneratoreGuid& Identificatori() override { return identificatori_; }
+  host::Environment& VariabiliDiAmbiente() override { return variabili_; }
+  host::Rete& ReteDiSistema() override { return rete_; }
+  host::Directory& DirectoryAziendale() override { return directory_; }
+
+ private:
+  Terminale terminale_;
+  std::shared_ptr<const Chiave> chiave_;
+  adapters::smtp::SmtpOptions smtp_;
+  std::string cartellaBase_;
+  OsservazioniPtr note_;
+  adapters::posix::Orologio orologio_;
+  adapters::posix::DebugOutput debug_;
+  adapters::posix::GeneratoreGuid identificatori_;
+  adapters::posix::Environment variabili_;
+  adapters::posix::Rete rete_;
+  adapters::posix::DirectoryAssente directory_;
+};
+
+}  // namespace orve::app

@@ -1,0 +1,132 @@
+#include "orve-mail/chiave.h"
+
+#include <fcntl.h>
+#include <sodium.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "orve-mail/uscita.h"
+
+namespace orve::app {
+
+namespace {
+
+static_assert(Chiave::kByte == crypto_secretbox_KEYBYTES);
+
+constexpr std::string_view kIntestazione = "orve-mail-chiave-1:";
+constexpr std::size_t kCifre = sodium_base64_ENCODED_LEN(Chiave::kByte, sodium_base64_VARIANT_ORIGINAL) - 1;
+
+[[noreturn]] void Inutilizzabile(const std::string& file, const std::string& motivo) {
+  throw ErroreProgramma(Uscita::kNonUtilizzabile, "File della chiave " + file + ": " + motivo);
+}
+
+class Descrittore {
+ public:
+  Descrittore(const std::string& file, int modalita, mode_t permessi = 0)
+      : numero_(::open(file.c_str(), modalita | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permessi)) {
+    if (numero_ < 0) Inutilizzabile(file, std::generic_category().message(errno));
+  }
+  Descrittore(const Descrittore&) = delete;
+  Descrittore& operator=(const Descrittore&) = delete;
+  Descrittore(Descrittore&&) = delete;
+  Descrittore& operator=(Descrittore&&) = delete;
+  ~Descrittore() { ::close(numero_); }
+  [[nodiscard]] int Numero() const { return numero_; }
+
+ private:
+  int numero_;
+};
+
+void RichiediRiservato(int descrittore, const std::string& file) {
+  struct stat stato {};
+  if (::fstat(descrittore, &stato) != 0) Inutilizzabile(file, std::generic_category().message(errno));
+  if (!S_ISREG(stato.st_mode)) Inutilizzabile(file, "non è un file");
+  if (stato.st_uid != ::geteuid() && stato.st_uid != 0) Inutilizzabile(file, "appartiene a un altro utente");
+  if ((stato.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
+    Inutilizzabile(file, "è accessibile ad altri utenti; impostare i permessi con: chmod 600");
+  }
+}
+
+// Wipes a buffer that held key text on every way out.
+struct Cancellazione {
+  explicit Cancellazione(std::string& testo) : testo_(testo) {}
+  Cancellazione(const Cancellazione&) = delete;
+  Cancellazione& operator=(const Cancellazione&) = delete;
+  Cancellazione(Cancellazione&&) = delete;
+  Cancellazione& operator=(Cancellazione&&) = delete;
+  ~Cancellazione() { sodium_memzero(testo_.data(), testo_.size()); }
+
+ private:
+  std::string& testo_;
+};
+
+void ScriviTutto(int descrittore, std::string_view resto, const std::string& file) {
+  while (!resto.empty()) {
+    const ssize_t scritti = ::write(descrittore, resto.data(), resto.size());
+    if (scritti < 0 && errno == EINTR) continue;
+    if (scritti < 0) Inutilizzabile(file, std::generic_category().message(errno));
+    resto.remove_prefix(static_cast<std::size_t>(scritti));
+  }
+}
+
+}  // namespace
+
+Chiave Chiave::Nuova() {
+  if (sodium_init() < 0) throw ErroreProgramma(Uscita::kNonUtilizzabile, "Cifratura non disponibile");
+  Chiave chiave;
+  crypto_secretbox_keygen(chiave.byte_.data());
+  return chiave;
+}
+
+Chiave Chiave::Leggi(const std::string& file) {
+  const Descrittore aperto(file, O_RDONLY);
+  RichiediRiservato(aperto.Numero(), file);
+  std::string testo(kIntestazione.size() + kCifre + 2, '\0');
+  const Cancellazione cancella(testo);
+  const ssize_t letti = ::read(aperto.Numero(), testo.data(), testo.size());
+  if (letti < 0) Inutilizzabile(file, std::generic_category().message(errno));
+  std::string_view contenuto(testo.data(), static_cast<std::size_t>(letti));
+  if (!contenuto.empty() && contenuto.back() == '\n') contenuto.remove_suffix(1);
+  const bool intestata = contenuto.substr(0, kIntestazione.size()) == kIntestazione;
+  const std::string_view cifre = intestata ? contenuto.substr(kIntestazione.size()) : std::string_view();
+  Chiave chiave;
+  std::size_t lunghezza = 0;
+  const bool leggibile = cifre.size() == kCifre &&
+                         sodium_base642bin(chiave.byte_.data(), kByte, cifre.data(), cifre.size(), nullptr,
+                                           &lunghezza, nullptr, sodium_base64_VARIANT_ORIGINAL) == 0;
+  if (!leggibile || lunghezza != kByte) Inutilizzabile(file, "non contiene una chiave di orve-mail");
+  return chiave;
+}
+
+Chiave::Chiave(Chiave&& altra) noexcept : byte_(altra.byte_) {
+  sodium_memzero(altra.byte_.data(), altra.byte_.size());
+}
+
+Chiave::~Chiave() {
+  sodium_memzero(byte_.data(), byte_.size());
+}
+
+void Chiave::Scrivi(const std::string& file) const {
+  std::string testo(kIntestazione);
+  testo.resize(kIntestazione.size() + kCifre + 1);
+  const Cancellazione cancella(testo);
+  sodium_bin2base64(testo.data() + kIntestazione.size(), kCifre + 1, byte_.data(), kByte,
+                    sodium_base64_VARIANT_ORIGINAL);
+  testo.back() = '\n';
+  const Descrittore aperto(file, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, S_IRUSR | S_IWUSR);
+  try {
+    ScriviTutto(aperto.Numero(), testo, file);
+    if (::fsync(aperto.Numero()) != 0) Inutilizzabile(file, std::generic_category().message(errno));
+  } catch (...) {
+    ::unlink(file.c_str());
+    throw;
+  }
+}
+
+}  // namespace orve::app

@@ -1,0 +1,40 @@
+// The key of the stored passwords: 32 random bytes in a file of their own, which nobody but the owner may
+// read.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace orve::app {
+
+class Chiave {
+ public:
+  static constexpr std::size_t kByte = 32;
+
+  /// A new random key.
+  [[nodiscard]] static Chiave Nuova();
+  /// The key in the file. Raises ErroreProgramma (kNonUtilizzabile) when the file is missing, is no plain
+  /// file, belongs to somebody else, can be read or written by others, or holds no key.
+  [[nodiscard]] static Chiave Leggi(const std::string& file);
+
+  Chiave(const Chiave&) = delete;
+  Chiave& operator=(const Chiave&) = delete;
+  Chiave(Chiave&& altra) noexcept;
+  Chiave& operator=(Chiave&&) = delete;
+  /// Wipes the bytes.
+  ~Chiave();
+
+  /// Writes the key into a new file with mode 600. Raises ErroreProgramma (kNonUtilizzabile) when something
+  /// lies there already or the file cannot be written.
+  void Scrivi(const std::string& file) const;
+
+  [[nodiscard]] const std::array<std::uint8_t, kByte>& Byte() const { return byte_; }
+
+ private:
+  Chiave() = default;
+
+  std::array<std::uint8_t, kByte> byte_{};
+};
+
+}  // namespace orve::app

@@ -1,0 +1,28 @@
+// The commands of the program. Each adds itself to the command line with its options and leaves its exit
+// status in the context when it has run.
+#pragma once
+
+#include "orve-mail/terminale.h"
+#include "orve-mail/uscita.h"
+
+namespace CLI {
+class App;
+}
+
+namespace orve::app {
+
+struct Contesto {
+  Terminale terminale;
+  Uscita uscita = Uscita::kInviato;
+};
+
+// The context must outlive the command line.
+
+void AggiungiCreaDb(CLI::App& programma, Contesto& contesto);
+void AggiungiInvia(CLI::App& programma, Contesto& contesto);
+void AggiungiRegistro(CLI::App& programma, Contesto& contesto);
+void AggiungiEventi(CLI::App& programma, Contesto& contesto);
+void AggiungiImpostaServer(CLI::App& programma, Contesto& contesto);
+void AggiungiImpostaPassword(CLI::App& programma, Contesto& contesto);
+
+}  // namespace orve::app

@@ -1,0 +1,37 @@
+// Outside objects that pass everything on to a real one and note what comes of it. They change nothing: an
+// error goes on as it came.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "host/componente_smtp.h"
+#include "host/connection.h"
+#include "host/file_system.h"
+#include "host/messaggi.h"
+#include "host/registro_invio.h"
+#include "orve-mail/osservazioni.h"
+
+namespace orve::app {
+
+using OsservazioniPtr = std::shared_ptr<Osservazioni>;
+
+[[nodiscard]] std::shared_ptr<host::Messaggi> Osserva(std::shared_ptr<host::Messaggi> vero,
+                                                      OsservazioniPtr note);
+/// `motivo` gives what ended the last delivery, for a person; empty: nobody knows.
+[[nodiscard]] std::shared_ptr<host::ComponenteSmtp> Osserva(std::shared_ptr<host::ComponenteSmtp> vero,
+                                                            OsservazioniPtr note,
+                                                            std::function<std::string()> motivo = {});
+[[nodiscard]] std::shared_ptr<host::FileSystem> Osserva(std::shared_ptr<host::FileSystem> vero,
+                                                        OsservazioniPtr note);
+[[nodiscard]] std::shared_ptr<host::RegistroInvio> Osserva(std::shared_ptr<host::RegistroInvio> vero,
+                                                           OsservazioniPtr note);
+[[nodiscard]] std::shared_ptr<host::Connection> Osserva(std::shared_ptr<host::Connection> vera,
+                                                        OsservazioniPtr note);
+
+/// The real connection behind an observed one; any other connection is its own.
+[[nodiscard]] std::shared_ptr<host::Connection> ConnessioneInterna(
+    const std::shared_ptr<host::Connection>& connessione);
+
+}  // namespace orve::app

@@ -1,0 +1,117 @@
+#include "orve-mail/resoconto.h"
+
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
+#include "host/registro_invio.h"
+#include "text/text.h"
+
+namespace orve::app {
+
+namespace {
+
+bool SenzaIntoppi(const Osservazioni& note) {
+  return note.messaggi == 0 && note.erroriRegistro.empty() && note.erroriDatabase.empty() &&
+         note.oggettiMancanti.empty() && note.righeLog.empty() && note.erroriLog.empty();
+}
+
+// The different results of the lines that say "not sent", in the order in which they came.
+std::vector<std::string> Motivi(const Osservazioni& note) {
+  std::vector<std::string> motivi;
+  for (const RigaRegistro& riga : note.registro) {
+    if (riga.esito == host::kInviato || riga.risultato.empty()) continue;
+    if (std::find(motivi.begin(), motivi.end(), riga.risultato) == motivi.end()) {
+      motivi.push_back(riga.risultato);
+    }
+  }
+  return motivi;
+}
+
+std::string PrimoMotivo(const Resoconto& resoconto, const std::string& altrimenti) {
+  const auto motivi = Motivi(resoconto.note);
+  if (!motivi.empty()) return motivi.front();
+  return resoconto.descrizione.empty() ? altrimenti : resoconto.descrizione;
+}
+
+void Elenca(std::ostream& uscita, const std::string& titolo, const std::vector<std::string>& righe) {
+  for (const std::string& riga : righe) uscita << titolo << RigaSicura(riga) << "\n";
+}
+
+// The records among the lines of the log: a new file also gets a header.
+std::vector<std::string> Record(const std::vector<std::string>& righe) {
+  std::vector<std::string> record;
+  std::copy_if(righe.begin(), righe.end(), std::back_inserter(record),
+               [](const std::string& riga) { return riga.rfind("Destinatario ---", 0) != 0; });
+  return record;
+}
+
+void ElencaDettagli(const Resoconto& resoconto, std::ostream& uscita) {
+  const Osservazioni& note = resoconto.note;
+  if (resoconto.stato != kvOK) uscita << "  stato: " << resoconto.stato << "\n";
+  if (!note.motivo.empty()) uscita << "  server: " << RigaSicura(note.motivo) << "\n";
+  Elenca(uscita, "  registro degli errori: ", Record(note.righeLog));
+  Elenca(uscita, "  registro degli errori non scritto: ", note.erroriLog);
+  Elenca(uscita, "  registro degli invii non scritto: ", note.erroriRegistro);
+  Elenca(uscita, "  database: ", note.erroriDatabase);
+  Elenca(uscita, "  oggetto non disponibile su questa macchina: ", note.oggettiMancanti);
+}
+
+void ElencaDestinatari(const Osservazioni& note, std::ostream& uscita) {
+  for (const RigaRegistro& riga : note.registro) uscita << "  " << RigaSicura(riga.indirizzo) << "\n";
+}
+
+// Nothing failed and nothing left: what happens when there is nobody to send from.
+bool SenzaAccount(const Resoconto& resoconto) {
+  return resoconto.mittente.empty() && SenzaIntoppi(resoconto.note);
+}
+
+std::string Inviato(const Osservazioni& note) {
+  if (note.registro.size() == 1) return "Messaggio inviato a 1 destinatario";
+  return "Messaggio inviato a " + std::to_string(note.registro.size()) + " destinatari";
+}
+
+}  // namespace
+
+Uscita Valuta(const Resoconto& resoconto) {
+  const Osservazioni& note = resoconto.note;
+  if (note.Consegnato()) {
+    const bool riuscito = resoconto.stato == kvOK && SenzaIntoppi(note);
+    return riuscito ? Uscita::kInviato : Uscita::kConRiserva;
+  }
+  if (resoconto.stato == kvErroreInvioMail) return Uscita::kInvioFallito;
+  const bool rifiutato = resoconto.stato == kvInvioNonImpostato || !Motivi(note).empty();
+  return rifiutato ? Uscita::kRifiutato : Uscita::kNonPartito;
+}
+
+Uscita Racconta(const Resoconto& resoconto, Terminale terminale) {
+  const Uscita uscita = Valuta(resoconto);
+  std::ostream& errori = terminale.errori;
+  switch (uscita) {
+    case Uscita::kInviato:
+      terminale.uscita << Inviato(resoconto.note) << ".\n";
+      ElencaDestinatari(resoconto.note, terminale.uscita);
+      break;
+    case Uscita::kConRiserva:
+      errori << "Messaggio inviato, ma non tutto è andato a buon fine.\n";
+      break;
+    case Uscita::kInvioFallito:
+      errori << "Messaggio non inviato: " << RigaSicura(PrimoMotivo(resoconto, "errore di invio")) << "\n";
+      break;
+    case Uscita::kRifiutato:
+      errori << "Invio rifiutato: " << RigaSicura(PrimoMotivo(resoconto, "nessun motivo")) << "\n";
+      break;
+    default:
+      errori << "Messaggio non inviato: "
+             << (SenzaAccount(resoconto) ? "nessun account di posta per l'utente e la ditta"
+                                         : "l'invio è stato interrotto da un errore")
+             << "\n";
+      break;
+  }
+  ElencaDettagli(resoconto, errori);
+  terminale.uscita.flush();
+  errori.flush();
+  return uscita;
+}
+
+}  // namespace orve::app

@@ -1,0 +1,27 @@
+// What became of a send, in an exit status and a few lines for the person.
+#pragma once
+
+#include <string>
+
+#include "orve-mail/osservazioni.h"
+#include "orve-mail/terminale.h"
+#include "orve-mail/uscita.h"
+#include "service/enumerations.h"
+
+namespace orve::app {
+
+struct Resoconto {
+  Osservazioni note;
+  kvEnum_ErroreMail stato = kvOK;  // of a service object that sent this one message
+  std::string descrizione;
+  std::string mittente;  // empty: no account was found
+};
+
+/// The status that the observations allow. A status "sent" needs both the library's word and a delivery that
+/// was seen to succeed: after a refusal the library's word is still the one it began with.
+[[nodiscard]] Uscita Valuta(const Resoconto& resoconto);
+
+/// Writes a success on the output stream and everything else on the error stream, and gives the status.
+Uscita Racconta(const Resoconto& resoconto, Terminale terminale);
+
+}  // namespace orve::app

@@ -1,0 +1,128 @@
+#include "orve-mail/spedizione.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <utility>
+
+#include "addressing/recipients.h"
+#include "orve-mail/ambiente.h"
+#include "orve-mail/interfaccia_programma.h"
+#include "orve-mail/osservatori.h"
+#include "orve-mail/resoconto.h"
+#include "service/CLSFW_MAILSERVER.h"
+
+namespace orve::app {
+
+namespace {
+
+constexpr const char* kVoce = "orve-mail";
+
+std::string CartellaBase(const PosizioneArchivio& archivio) {
+  return std::filesystem::absolute(FileArchivio(archivio)).parent_path().native();
+}
+
+// A number where it is one, so that the library sees what the application would hand it.
+host::Variant Ditta(const std::string& ditta) {
+  try {
+    if (!ditta.empty()) return host::Variant(ditta).ToInt32();
+  } catch (const host::Errore&) {  // NOLINT(bugprone-empty-catch): then it stays a text
+  }
+  return ditta;
+}
+
+class Spedizione {
+ public:
+  Spedizione(const RichiestaInvio& richiesta, Terminale terminale)
+      : richiesta_(richiesta),
+        chiave_(std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(richiesta.archivio)))),
+        archivio_(ApriArchivio(richiesta.archivio)),
+        utente_(TrovaUtente(*archivio_, richiesta.utente)),
+        ambiente_(std::make_shared<AmbienteProgramma>(terminale, chiave_, richiesta.smtp,
+                                                      CartellaBase(richiesta.archivio), note_)),
+        servizio_(ambiente_) {
+    archivio_->UtenteConnessione(utente_);
+  }
+
+  // The order of these steps is the library's: each reads what the ones before it set.
+  void Prepara() {
+    servizio_.ConnectionADO = Osserva(std::static_pointer_cast<host::Connection>(archivio_), note_);
+    servizio_.ActiveInterface = CreaInterfaccia(utente_, ambiente_->CreaMessaggi());
+    servizio_.DittaCorrente = Ditta(richiesta_.ditta);
+    servizio_.IsPec(richiesta_.pec);
+    if (richiesta_.data) servizio_.DataValiditaCodiceDestinatario(*richiesta_.data);
+    servizio_.GetImpostazioni();
+    if (richiesta_.modo) servizio_.ModalitaInvio(*richiesta_.modo);
+    InizializzaRegistro();
+    servizio_.vOggetto = richiesta_.oggetto;
+    if (richiesta_.corpo) {
+      servizio_.vFlagCorpo = 1;
+      servizio_.vCorpoMail = *richiesta_.corpo;
+    }
+    Allega();
+  }
+
+  void Invia() {
+    if (richiesta_.codice) {
+      servizio_.AvviaProceduraInvio(host::Variant(richiesta_.codice->codice), richiesta_.codice->tipo);
+      return;
+    }
+    servizio_.vCollDestinatari = std::make_shared<CollDestinatari>(ambiente_);
+    for (const auto& [voce, casella] : richiesta_.destinatari) {
+      servizio_.vCollDestinatari->AddFromLista(voce.indirizzo, voce.nome, richiesta_.azienda, casella);
+    }
+    servizio_.AvviaProceduraInvio();
+  }
+
+  [[nodiscard]] Resoconto Esito() const {
+    return {*note_, servizio_.Stato(), servizio_.Descrizione().Joined(), servizio_.vSenderAddress};
+  }
+
+ private:
+  void InizializzaRegistro() {
+    servizio_.INFO_TipoDoc = richiesta_.tipoDocumento;
+    servizio_.INFO_NumReg = richiesta_.numeroRegistrazione;
+    servizio_.INFO_NumDoc = richiesta_.numeroDocumento;
+    servizio_.INFO_SezDoc = richiesta_.sezioneDocumento;
+    servizio_.INFO_RagSocCliFor(richiesta_.azienda);
+    if (richiesta_.utente.gruppo.empty()) {
+      servizio_.InizializzaRegistroInvioMailMultiprofilo(kVoce, kVoce, utente_, richiesta_.titolo);
+    } else {
+      servizio_.InizializzaRegistroInvioMail(kVoce, kVoce, richiesta_.utente.utente, richiesta_.utente.gruppo,
+                                             richiesta_.titolo);
+    }
+  }
+
+  // The main attachment goes into its own field and not into the list, where it would stand twice.
+  void Allega() {
+    if (richiesta_.allegati.empty()) return;
+    servizio_.vMailAttachment = richiesta_.allegati.front();
+    std::for_each(richiesta_.allegati.begin() + 1, richiesta_.allegati.end(),
+                  [this](const std::string& allegato) { servizio_.AddAllegato(allegato); });
+  }
+
+  const RichiestaInvio& richiesta_;
+  OsservazioniPtr note_ = std::make_shared<Osservazioni>();
+  std::shared_ptr<const Chiave> chiave_;
+  std::shared_ptr<adapters::sqlite::SqliteConnection> archivio_;
+  std::int32_t utente_;
+  std::shared_ptr<AmbienteProgramma> ambiente_;
+  CLSFW_MAILSERVER servizio_;
+};
+
+}  // namespace
+
+Uscita Spedisci(const RichiestaInvio& richiesta, Terminale terminale) {
+  Spedizione spedizione(richiesta, terminale);
+  try {
+    spedizione.Prepara();
+  } catch (const host::Errore& errore) {
+    throw ErroreProgramma(
+        Uscita::kNonUtilizzabile,
+        "Impostazioni non utilizzabili: " + std::to_string(errore.Numero()) + " " + errore.Descrizione());
+  }
+  spedizione.Invia();
+  return Racconta(spedizione.Esito(), terminale);
+}
+
+}  // namespace orve::app

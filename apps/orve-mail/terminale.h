@@ -1,0 +1,25 @@
+// The three streams that the program talks through. Tests bring their own.
+#pragma once
+
+#include <istream>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+namespace orve::app {
+
+struct Terminale {
+  std::istream& ingresso;
+  std::ostream& uscita;
+  std::ostream& errori;
+  bool interattivo = false;  // somebody sits at `ingresso` and can answer
+};
+
+/// The text as it may go to a terminal: valid UTF-8, and no control characters but line feeds, since texts
+/// come from servers and databases that may hold anything.
+[[nodiscard]] std::string TestoSicuro(std::string_view testo);
+
+/// The same on one line.
+[[nodiscard]] std::string RigaSicura(std::string_view testo);
+
+}  // namespace orve::app

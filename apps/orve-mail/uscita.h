@@ -1,0 +1,31 @@
+// How the program ends: its exit statuses, and the one exception that ends a command early.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace orve::app {
+
+/// The exit statuses, as the manual page lists them.
+enum class Uscita : int {
+  kInviato = 0,          // done; for a send: the message left, and all of it was recorded
+  kInvioFallito = 1,     // the server or the way to it refused the message
+  kComandoErrato = 2,    // the command line makes no sense
+  kRifiutato = 3,        // the library refused to send, on record
+  kNonPartito = 4,       // an error ended the send before the message left
+  kNonUtilizzabile = 5,  // database, key or settings cannot be used; nothing was tried
+  kFileMancante = 6,     // a file to be sent or read cannot be; nothing was tried
+  kConRiserva = 7,       // the message left, but something else went wrong
+};
+
+/// Ends a command with a status and a text for the person.
+class ErroreProgramma : public std::runtime_error {
+ public:
+  ErroreProgramma(Uscita uscita, const std::string& testo) : std::runtime_error(testo), uscita_(uscita) {}
+  [[nodiscard]] Uscita Stato() const noexcept { return uscita_; }
+
+ private:
+  Uscita uscita_;
+};
+
+}  // namespace orve::app
