@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <string>
 
+#include "content/management_events.h"
 #include "service/CLSFW_MAILSERVER.h"
 #include "text/text.h"
 
@@ -127,7 +128,7 @@ void CLSFW_MAILSERVER::RegistraRifiuto(const host::TestoOAssente& nome, const ho
   ObjRegistroInvio->EsitoInvio(host::kNonInviato);
   ObjRegistroInvio->CanaleInvio(static_cast<float>(SrvMailInstallato));
   ObjRegistroInvio->RegistraInvio(nome, ditta, indirizzo, allegato, testo, "", "");
-  AttivaEventoGestionale(88, nome.value_or(""), ditta.value_or(""), indirizzo.value_or(""),
+  AttivaEventoGestionale(kEventoNonInviato, nome.value_or(""), ditta.value_or(""), indirizzo.value_or(""),
                          allegato.value_or(""), testo, "");
 }
 

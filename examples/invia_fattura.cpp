@@ -1,0 +1,50 @@
+// A complete small program that sends one message through the library: an invoice to a customer found by
+// code.
+//
+//   invia_fattura DATABASE CUSTOMER PDF CA
+//
+// DATABASE was made by `orve-mail crea-db`; CA holds the certificates of the authority that the mail server's
+// own was signed by. The outside objects are those of the reference host; an application brings its own.
+#include <filesystem>
+#include <iostream>
+#include <memory>
+
+#include "orve-mail/ambiente.h"
+#include "orve-mail/archivio.h"
+#include "orve-mail/percorsi_host.h"
+#include "posix/percorsi.h"
+#include "service/CLSFW_MAILSERVER.h"
+
+int main(int argc, char** argv) try {
+  if (argc != 5) {
+    std::cerr << "uso: invia_fattura DATABASE CLIENTE PDF CA\n";
+    return 2;
+  }
+  const orve::app::PosizioneArchivio posizione{argv[1], ""};
+  const auto database = orve::app::ApriArchivio(posizione);
+  database->UtenteConnessione(1);
+  orve::adapters::smtp::SmtpOptions smtp;
+  smtp.caFile = argv[4];
+  const auto chiave =
+      std::make_shared<const orve::app::Chiave>(orve::app::Chiave::Leggi(orve::app::FileChiave(posizione)));
+  const auto ambiente = std::make_shared<orve::app::AmbienteProgramma>(
+      orve::app::Terminale{std::cin, std::cout, std::cerr}, chiave, smtp,
+      std::filesystem::current_path().string(), std::make_shared<orve::app::Osservazioni>());
+
+  orve::CLSFW_MAILSERVER servizio(ambiente);
+  servizio.ConnectionADO = database;
+  servizio.DittaCorrente = 1;
+  servizio.GetImpostazioni();
+  servizio.InizializzaRegistroInvioMailMultiprofilo("fatture", "stampa", 1, "Fattura di vendita");
+  servizio.vOggetto = "Fattura 12/2026";
+  servizio.vMailAttachment = orve::adapters::posix::PercorsoLibreriaAssoluto(argv[3]);
+  servizio.BeforeSendMail = [](auto& oggetto, auto&, auto&, auto&, auto&, auto&) {
+    oggetto += " (originale)";
+  };
+  servizio.AvviaProceduraInvio(argv[2], orve::kvDestinatarioFaxCliente);
+  std::cout << "Stato: " << servizio.Stato() << "\n";
+  return servizio.Stato() == orve::kvOK ? 0 : 1;
+} catch (const std::exception& errore) {
+  std::cerr << errore.what() << "\n";
+  return 1;
+}

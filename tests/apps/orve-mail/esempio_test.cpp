@@ -1,0 +1,66 @@
+// The example program sends what the README promises, and the README shows the example as it stands.
+#include <gmock/gmock.h>
+
+#include <sstream>
+#include <string>
+
+#include "apps/orve-mail/prova_intera.h"
+#include "support/process.h"
+
+namespace orve::app {
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+class Esempio : public ProvaIntera {
+ protected:
+  [[nodiscard]] support::ProcessResult Fattura(const std::string& cliente) const {
+    return support::Run({ORVE_ESEMPIO, Db(), cliente, cartella.Write("fattura.pdf", "%PDF-1.4 prova"), Ca()});
+  }
+};
+
+// The first block of C++ in the README, line by line.
+std::vector<std::string> RigheDelReadme() {
+  std::istringstream readme(support::ReadFile(ORVE_SOURCE_DIR "/README.md"));
+  std::vector<std::string> righe;
+  bool dentro = false;
+  for (std::string riga; std::getline(readme, riga);) {
+    if (riga == "```") dentro = false;
+    if (dentro) righe.push_back(riga);
+    if (riga == "```cpp") dentro = true;
+  }
+  return righe;
+}
+
+}  // namespace
+
+TEST_F(Esempio, TheExampleSendsAnInvoiceToACustomer) {
+  auto& server = AvviaServerOrdinario();
+  const auto fine = Fattura("1001");
+  EXPECT_EQ(fine.status, 0) << fine.output;
+  EXPECT_EQ(fine.output, "Stato: 0\n");
+  const support::ReceivedMessage messaggio = server.OnlyMessage();
+  EXPECT_THAT(messaggio.recipients, ElementsAre("acquisti@bellariva.example"));
+  EXPECT_EQ(messaggio.subject, "Fattura 12/2026 (originale)");
+  ASSERT_EQ(messaggio.attachments.size(), 1U);
+  EXPECT_EQ(messaggio.attachments[0].name, "fattura.pdf");
+  EXPECT_EQ(CodiciEventi().size(), 1U);
+}
+
+TEST_F(Esempio, TheExampleTellsAFailureByItsState) {
+  AvviaServerOrdinario({"acquisti@bellariva.example"});
+  const auto fine = Fattura("1001");
+  EXPECT_EQ(fine.status, 1);
+  EXPECT_EQ(fine.output, "Stato: 2\n");
+}
+
+TEST_F(Esempio, TheReadmeShowsTheExampleAsItStands) {
+  const std::string sorgente = support::ReadFile(ORVE_SOURCE_DIR "/examples/invia_fattura.cpp");
+  const auto righe = RigheDelReadme();
+  ASSERT_GT(righe.size(), 8U);
+  for (const auto& riga : righe) EXPECT_THAT(sorgente, HasSubstr("  " + riga + "\n"));
+}
+
+}  // namespace orve::app
