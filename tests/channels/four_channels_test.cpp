@@ -47,10 +47,10 @@ class Prova {
   Prova& operator=(const Prova&) = delete;
   ~Prova() = default;
 
-  void Destinatario(const std::string& nome, const std::string& indirizzo, std::int16_t casella = 0) {
+  void Destinatario(const std::string& nome, const std::string& indirizzo, std::int16_t casella = 0) const {
     servizio->vCollDestinatari->AddFromLista(indirizzo, nome, "", casella);
   }
-  void Allegati(const std::vector<std::string>& percorsi) {
+  void Allegati(const std::vector<std::string>& percorsi) const {
     for (const auto& percorso : percorsi) servizio->AddAllegato(percorso);
   }
   void Invia() {

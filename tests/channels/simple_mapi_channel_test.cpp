@@ -8,7 +8,6 @@
 namespace orve {
 namespace {
 
-using host::Variant;
 using ::testing::Contains;
 using ::testing::Each;
 using ::testing::ElementsAre;

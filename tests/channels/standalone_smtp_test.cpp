@@ -8,7 +8,6 @@
 namespace orve {
 namespace {
 
-using host::Variant;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;

@@ -8,7 +8,6 @@
 namespace orve {
 namespace {
 
-using host::Variant;
 using ::testing::Contains;
 using ::testing::Each;
 using ::testing::ElementsAre;
@@ -51,7 +50,7 @@ class InvioDiretto : public fakes::ServizioDiProva {
 TEST_F(InvioDiretto, SendsWhatStandsInTheTexts) {
   servizio->InviaMailDiretta(12, "Anna<a@x.example>;Bruno<b@x.example>", "Carla<c@x.example>",
                              "Dario<d@x.example>", "Fattura 12", "Buongiorno",
-                             "C:\\Doc\\a.pdf;C:\\Doc\\b.pdf");
+                             R"(C:\Doc\a.pdf;C:\Doc\b.pdf)");
   EXPECT_THAT(Liste(), ElementsAre("smtp.AddRecipientEx Anna <a@x.example>;Bruno <b@x.example> 0",
                                    "smtp.AddRecipientEx Carla <c@x.example> 1",
                                    "smtp.AddRecipientEx Dario <d@x.example> 2"));

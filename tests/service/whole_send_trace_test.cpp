@@ -34,11 +34,13 @@ Vite LeggiTraccia(const fakes::Journal& journal) {
     std::string progetto;
     std::string classe;
     for (auto* campo : {&etichetta, &id, &evento, &progetto, &classe}) std::getline(campi, *campo, '|');
-    eventi[id + " " + classe] += evento;
+    eventi[id.append(" ").append(classe)] += evento;
     vite.classi.insert(classe);
   }
   for (const auto& [oggetto, visti] : eventi) {
-    if (visti != "INITER") vite.irregolari.push_back(oggetto + " " + visti);
+    if (visti == "INITER") continue;
+    vite.irregolari.push_back(oggetto);
+    vite.irregolari.back().append(" ").append(visti);
   }
   return vite;
 }
