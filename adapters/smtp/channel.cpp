@@ -147,6 +147,7 @@ struct Channel::Impl {
   }
 
   void SetUrl() {
+    if (target.port == 0) throw DeliveryFailure(ErrorNumber::kConnection, "nessuna porta indicata");
     const std::optional<std::string> host = UrlHost(target.host);
     if (!host) throw DeliveryFailure(ErrorNumber::kDns, "nome del server non valido");
     const auto& implicit = options.implicitTlsPorts;

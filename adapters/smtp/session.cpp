@@ -34,12 +34,17 @@ struct Interrupted {};
 Session::Session(const SmtpOptions& options, Target target)
     : options_(options),
       tracer_(options.trace, Secrets(target)),
+      authenticate_(!target.user.empty()),
       channel_(options, std::move(target), tracer_) {}
 
 void Session::Open() {
   const SigpipeGuard guard;
   channel_.Connect();
   open_ = true;
+  // Without AUTH in the server's reply libcurl leaves the credentials out in silence.
+  if (authenticate_ && !channel_.Offers("AUTH")) {
+    throw DeliveryFailure(ErrorNumber::kAuthentication, "il server non offre l'autenticazione");
+  }
 }
 
 void Session::Deliver(const Envelope& envelope, const Writer& write) {
@@ -156,7 +161,7 @@ void Session::Transmit(const Writer& write) {
   try {
     write([&](std::string_view piece) {
       total += piece.size();
-      if (!channel_.Send(piece)) throw Interrupted();
+      if (!received_.empty() || !channel_.Send(piece)) throw Interrupted();
     });
     tracer_.Note(std::to_string(total) + " byte di messaggio");
   } catch (const Interrupted&) {

@@ -42,8 +42,9 @@ class Session {
   /// dropped in the middle of the message so that nobody takes the torso for a message.
   void Deliver(const Envelope& envelope, const Writer& write);
 
-  /// Says QUIT, if the connection still stands, and closes it. Never fails and never waits: the outcome is known by
-  /// then, and a server that is slow to take its leave must not hold up the person at the application.
+  /// Says QUIT, if the connection still stands, and closes it. Never fails and never waits: the outcome is
+  /// known by then, and a server that is slow to take its leave must not hold up the person at the
+  /// application.
   void Close() noexcept;
 
   /// `text` without secrets.

@@ -47,6 +47,10 @@ Step BrokenBody() {
   return {Step::Await::kBrokenBody, "", ""};
 }
 
+Step BrokenBody(std::function<void()> action) {
+  return {Step::Await::kBrokenBody, "", "", Step::Then::kGoOn, std::move(action)};
+}
+
 Step ThenDrop(Step step) {
   step.then = Step::Then::kDrop;
   return step;
@@ -59,6 +63,11 @@ Step ThenReset(Step step) {
 
 Step ThenStall(Step step) {
   step.then = Step::Then::kStall;
+  return step;
+}
+
+Step ThenDeafen(Step step) {
+  step.then = Step::Then::kDeafen;
   return step;
 }
 
@@ -118,15 +127,17 @@ bool ScriptedServer::PlayStep(const Step& step) {
       break;
     case Step::Await::kBody:
     case Step::Await::kBrokenBody:
-      if (!AwaitBody(step.await == Step::Await::kBrokenBody)) return false;
+      if (!AwaitBody(step)) return false;
       break;
   }
-  if (step.before) step.before();
+  if (step.before && step.await == Step::Await::kCommand) step.before();
   if (!step.reply.empty()) Reply(step.reply);
   if (step.then == Step::Then::kGoOn) return true;
   if (step.then == Step::Then::kStall) {
     while (ReadSome()) {
     }
+  } else if (step.then == Step::Then::kDeafen) {
+    StayDeaf();
   } else if (step.then == Step::Then::kReset) {
     const linger hard{1, 0};
     ::setsockopt(connection_, SOL_SOCKET, SO_LINGER, &hard, sizeof hard);
@@ -148,6 +159,12 @@ void ScriptedServer::AwaitEnd() {
   }
 }
 
+void ScriptedServer::StayDeaf() {
+  // A hang-up stands in the queue behind what was not read: there is nothing to wait for.
+  std::this_thread::sleep_for(std::chrono::seconds(2));
+  while (ReadSome()) received_.clear();
+}
+
 bool ScriptedServer::AwaitCommand(const std::string& expected) {
   std::string line;
   if (!ReadLine(line)) {
@@ -159,9 +176,11 @@ bool ScriptedServer::AwaitCommand(const std::string& expected) {
   return false;
 }
 
-bool ScriptedServer::AwaitBody(bool broken) {
+bool ScriptedServer::AwaitBody(const Step& step) {
+  const bool broken = step.await == Step::Await::kBrokenBody;
   std::string line;
   while (ReadLine(line)) {
+    if (message_.empty() && step.before) step.before();
     if (line == ".") {
       if (broken) Complain("the message was ended by a dot");
       return !broken;

@@ -18,13 +18,14 @@ std::ostream& operator<<(std::ostream& out, Pace pace);
 
 struct Step {
   enum class Await { kNothing, kCommand, kBody, kBrokenBody };
-  enum class Then { kGoOn, kDrop, kReset, kStall };
+  enum class Then { kGoOn, kDrop, kReset, kStall, kDeafen };
 
   Await await = Await::kNothing;
   std::string command;  // without line end; a closing "*" stands for anything
   std::string reply;    // lines joined by "\r\n", the last line end may be missing; empty: none
   Then then = Then::kGoOn;
-  std::function<void()> before = nullptr;  // run between the command and the reply
+  std::function<void()> before =
+      nullptr;  // run between the command and the reply, or when a message has begun
 };
 
 /// Says something at once: the greeting.
@@ -37,12 +38,15 @@ Step On(const std::string& command, std::function<void()> action, const std::str
 Step Body(const std::string& reply);
 /// Reads until the connection ends; it is against the script if a lone dot comes.
 Step BrokenBody();
+/// The same, running `action` when the first line has come.
+Step BrokenBody(std::function<void()> action);
 
-/// Once the step is done, closes the connection; breaks it with a reset; or falls silent until the other side
-/// goes.
+/// Once the step is done, closes the connection; breaks it with a reset; falls silent until the other side
+/// goes; or does not even read for two seconds.
 Step ThenDrop(Step step);
 Step ThenReset(Step step);
 Step ThenStall(Step step);
+Step ThenDeafen(Step step);
 
 class ScriptedServer {
  public:
@@ -69,8 +73,9 @@ class ScriptedServer {
   void Play();
   bool PlayStep(const Step& step);
   void AwaitEnd();
+  void StayDeaf();
   bool AwaitCommand(const std::string& expected);
-  bool AwaitBody(bool broken);
+  bool AwaitBody(const Step& step);
   bool ReadLine(std::string& line);
   bool ReadSome();
   void Reply(const std::string& reply);

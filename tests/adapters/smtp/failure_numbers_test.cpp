@@ -1,0 +1,477 @@
+// Which fault gives which number, each provoked by a server that plays it.
+#include <arpa/inet.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <ostream>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "adapters/smtp/name_lookup.h"
+#include "adapters/smtp/outgoing.h"
+#include "smtp/smtp_component.h"
+#include "support/scripted_server.h"
+#include "support/temp_dir.h"
+
+namespace orve::adapters::smtp {
+namespace {
+
+using support::Body;
+using support::BrokenBody;
+using support::On;
+using support::Pace;
+using support::Say;
+using support::ScriptedServer;
+using support::Step;
+using support::ThenDeafen;
+using support::ThenDrop;
+using support::ThenReset;
+using support::ThenStall;
+using testing::HasSubstr;
+
+using Script = std::vector<Step>;
+
+Script operator+(Script left, const Script& right) {
+  left.insert(left.end(), right.begin(), right.end());
+  return left;
+}
+
+// The road to each stage, as it goes well.
+const Script kGreeting = {Say("220-prova.example.test\r\n220 ESMTP pronto")};
+const Script kHello =
+    kGreeting + Script{On("EHLO prova.example.test", "250-salve\r\n250-SIZE 99\r\n250 8BITMIME")};
+const Script kPipelining = kGreeting + Script{On("EHLO prova.example.test", "250-salve\r\n250 PIPELINING")};
+const Script kSender = {On("MAIL FROM:<ditta@rossi.it>", "250 2.1.0 Ok")};
+const Script kRecipients = {On("RCPT TO:<mario@bianchi.it>", "250 2.1.5 Ok"),
+                            On("RCPT TO:<anna@verdi.it>", "251 inoltrato")};
+const Script kEnvelope = kSender + kRecipients;
+const Script kData = {On("DATA", "354-avanti\r\n354 fine con un punto")};
+const Script kMessage = kData + Script{Body("250 2.0.0 preso")};
+
+Script WithAuth(const std::string& mechanisms, const Script& rest) {
+  return kGreeting + Script{On("EHLO prova.example.test", "250-salve\r\n250 AUTH " + mechanisms)} + rest;
+}
+
+Script WithTls(const Script& rest) {
+  return kGreeting + Script{On("EHLO prova.example.test", "250-salve\r\n250 STARTTLS")} + rest;
+}
+
+struct Fault {
+  const char* label;
+  Script script;
+  ErrorNumber want;
+  bool encrypted = false;
+  bool authenticated = false;
+};
+
+void PrintTo(const Fault& fault, std::ostream* out) {
+  *out << fault.label;
+}
+
+std::unique_ptr<SmtpComponent> MessageFor(const Fault& fault, const ScriptedServer& server,
+                                          SmtpOptions options) {
+  auto component = Outgoing(server.Port16(), std::move(options));
+  component->AddRecipientEx("Anna Verdi <anna@verdi.it>", 2);
+  component->ConnectType(fault.encrypted ? 1 : 0);
+  if (fault.authenticated) {
+    component->UserName("utente@rossi.it");
+    component->Password("parola-d'ordine");
+  }
+  return component;
+}
+
+const std::vector<Fault> kFaults = {
+    // The connection.
+    {"GreetingRefused", {Say("554 non servo posta")}, ErrorNumber::kConnection},
+    {"GreetingPutOff", {Say("421-troppo\r\n421 lavoro")}, ErrorNumber::kConnection},
+    {"GreetingDropped", {ThenDrop(Say(""))}, ErrorNumber::kConnection},
+    {"GreetingReset", {ThenReset(Say("220-salve"))}, ErrorNumber::kConnection},
+    {"GreetingGarbage",
+     {ThenDrop(Say("HTTP/1.1 400 Bad Request\r\nServer: altro"))},
+     ErrorNumber::kConnection},
+    {"StarttlsNotOffered", kHello, ErrorNumber::kConnection, true},
+    {"StarttlsRefused", WithTls({On("STARTTLS", "454 non ora")}), ErrorNumber::kConnection, true},
+    {"StarttlsDropped", WithTls({ThenDrop(On("STARTTLS", "220 avanti"))}), ErrorNumber::kConnection, true},
+    {"StarttlsDroppedBeforeTheReply", WithTls({ThenDrop(On("STARTTLS", ""))}), ErrorNumber::kConnection,
+     true},
+    {"HandshakeGarbage", WithTls({ThenDrop(On("STARTTLS", "220 avanti\r\nche cosa?"))}),
+     ErrorNumber::kConnection, true},
+    // EHLO and HELO.
+    {"HelloRefused", kGreeting + Script{On("EHLO *", "502 eh?"), On("HELO prova.example.test", "550 no")},
+     ErrorNumber::kHello},
+    {"EhloDropped", kGreeting + Script{ThenDrop(On("EHLO *", ""))}, ErrorNumber::kHello},
+    {"EhloReset", kGreeting + Script{ThenReset(On("EHLO *", "250-salve"))}, ErrorNumber::kHello},
+    {"EhloGarbage", kGreeting + Script{ThenDrop(On("EHLO *", "benvenuto!"))}, ErrorNumber::kHello},
+    {"HeloDropped", kGreeting + Script{On("EHLO *", "502 eh?"), ThenDrop(On("HELO *", ""))},
+     ErrorNumber::kHello},
+    {"HelloRefusedWhereTlsIsNeeded", kGreeting + Script{On("EHLO *", "502 eh?")}, ErrorNumber::kHello, true},
+    // Authentication.
+    {"PasswordRefused",
+     WithAuth("PLAIN", {On("AUTH PLAIN", "334 "), On("*", "535-5.7.8 no\r\n535 5.7.8 davvero")}),
+     ErrorNumber::kAuthentication, false, true},
+    {"MechanismRefused", WithAuth("LOGIN", {On("AUTH LOGIN", "504 non la conosco")}),
+     ErrorNumber::kAuthentication, false, true},
+    {"PasswordPutOff", WithAuth("PLAIN", {On("AUTH PLAIN", "334 "), On("*", "454 4.7.0 riprova")}),
+     ErrorNumber::kAuthentication, false, true},
+    {"NoCommonMechanism", WithAuth("GSSAPI NTLM DIGEST-MD5", {}), ErrorNumber::kAuthentication, false, true},
+    {"AuthNotOffered", kHello, ErrorNumber::kAuthentication, false, true},
+    {"AuthNotOfferedAfterHelo", kGreeting + Script{On("EHLO *", "502 eh?"), On("HELO *", "250 salve")},
+     ErrorNumber::kAuthentication, false, true},
+    {"AuthDropped", WithAuth("PLAIN", {ThenDrop(On("AUTH PLAIN", ""))}), ErrorNumber::kAuthentication, false,
+     true},
+    {"AuthDroppedAfterThePassword", WithAuth("PLAIN", {On("AUTH PLAIN", "334 "), ThenReset(On("*", ""))}),
+     ErrorNumber::kAuthentication, false, true},
+    {"MailNeedsAuth", kHello + Script{On("MAIL FROM:*", "530 5.7.0 prima autenticarsi")},
+     ErrorNumber::kAuthentication},
+    {"MailNeedsAuthPipelined",
+     kPipelining + Script{On("MAIL FROM:*", "530 5.7.0 prima autenticarsi"), On("RCPT TO:*", "503 MAIL?"),
+                          On("RCPT TO:*", "503 MAIL?")},
+     ErrorNumber::kAuthentication},
+    // The sender.
+    {"SenderRefused", kHello + Script{On("MAIL FROM:*", "550-5.1.8\r\n550 5.1.8 mittente ignoto")},
+     ErrorNumber::kSender},
+    {"SenderPutOff", kHello + Script{On("MAIL FROM:*", "451 riprova")}, ErrorNumber::kSender},
+    {"SenderDropped", kHello + Script{ThenDrop(On("MAIL FROM:*", ""))}, ErrorNumber::kSender},
+    {"SenderReset", kHello + Script{ThenReset(On("MAIL FROM:*", "25"))}, ErrorNumber::kSender},
+    {"SenderGarbage", kHello + Script{ThenDrop(On("MAIL FROM:*", "bene"))}, ErrorNumber::kSender},
+    {"SenderAnsweredLikeData", kHello + Script{On("MAIL FROM:*", "354 avanti")}, ErrorNumber::kSender},
+    {"ClosedWhileIdle", kGreeting + Script{ThenDrop(On("EHLO *", "250 salve\r\n421 chiudo"))},
+     ErrorNumber::kSender},
+    {"SenderRefusedPipelined",
+     kPipelining +
+         Script{On("MAIL FROM:*", "550 no"), On("RCPT TO:*", "503 MAIL?"), On("RCPT TO:*", "503 MAIL?")},
+     ErrorNumber::kSender},
+    {"SenderRefusedPipelinedAndDropped", kPipelining + Script{ThenDrop(On("MAIL FROM:*", "421 chiudo"))},
+     ErrorNumber::kSender},
+    // The recipients.
+    {"RecipientRefused", kHello + kSender + Script{On("RCPT TO:*", "550 5.1.1 ignoto"), On("RSET", "250 Ok")},
+     ErrorNumber::kRecipients},
+    {"SecondRecipientRefused",
+     kHello + kSender +
+         Script{On("RCPT TO:<mario@bianchi.it>", "250 Ok"), On("RCPT TO:<anna@verdi.it>", "452 piena"),
+                On("RSET", "250 Ok")},
+     ErrorNumber::kRecipients},
+    {"RecipientDropped", kHello + kSender + Script{ThenDrop(On("RCPT TO:*", ""))}, ErrorNumber::kRecipients},
+    {"SecondRecipientReset",
+     kHello + kSender + Script{On("RCPT TO:*", "250 Ok"), ThenReset(On("RCPT TO:*", ""))},
+     ErrorNumber::kRecipients},
+    {"RecipientGarbage", kHello + kSender + Script{ThenDrop(On("RCPT TO:*", "999 eh"))},
+     ErrorNumber::kRecipients},
+    {"FirstRecipientRefusedPipelined",
+     kPipelining + kSender +
+         Script{On("RCPT TO:*", "550 5.1.1 ignoto"), On("RCPT TO:*", "250 Ok"), On("RSET", "250 Ok")},
+     ErrorNumber::kRecipients},
+    {"RecipientDroppedPipelined", kPipelining + kSender + Script{ThenDrop(On("RCPT TO:*", "250 Ok"))},
+     ErrorNumber::kRecipients},
+    // The data.
+    {"DataRefused", kHello + kEnvelope + Script{On("DATA", "554 no")}, ErrorNumber::kData},
+    {"DataPutOff", kHello + kEnvelope + Script{On("DATA", "451-non\r\n451 ora")}, ErrorNumber::kData},
+    {"DataDropped", kHello + kEnvelope + Script{ThenDrop(On("DATA", ""))}, ErrorNumber::kData},
+    {"DataGarbage", kHello + kEnvelope + Script{ThenDrop(On("DATA", "?"))}, ErrorNumber::kData},
+    {"DataAnsweredLikeACommand", kHello + kEnvelope + Script{On("DATA", "250 fatto")}, ErrorNumber::kData},
+    {"BodyReset", kHello + kEnvelope + Script{ThenReset(On("DATA", "354 avanti"))}, ErrorNumber::kData},
+    {"MessageRefused", kHello + kEnvelope + kData + Script{Body("552-troppo\r\n552 grande")},
+     ErrorNumber::kData},
+    {"MessagePutOff", kHello + kEnvelope + kData + Script{Body("451 riprova")}, ErrorNumber::kData},
+    {"MessageDropped", kHello + kEnvelope + kData + Script{ThenDrop(Body(""))}, ErrorNumber::kData},
+    {"MessageReset", kHello + kEnvelope + kData + Script{ThenReset(Body("25"))}, ErrorNumber::kData},
+    {"MessageGarbage", kHello + kEnvelope + kData + Script{ThenDrop(Body("preso"))}, ErrorNumber::kData},
+    {"MessageDroppedPipelined", kPipelining + kEnvelope + kData + Script{ThenDrop(Body(""))},
+     ErrorNumber::kData},
+    // RSET.
+    {"ResetRefused", kHello + kSender + Script{On("RCPT TO:*", "550 no"), On("RSET", "502-eh\r\n502 eh?")},
+     ErrorNumber::kReset},
+    {"ResetDropped", kHello + kSender + Script{On("RCPT TO:*", "550 no"), ThenDrop(On("RSET", ""))},
+     ErrorNumber::kReset},
+    {"ResetGarbage", kHello + kSender + Script{On("RCPT TO:*", "550 no"), ThenDrop(On("RSET", "ok"))},
+     ErrorNumber::kReset},
+    // No fault, or none that counts.
+    {"AllWell", kHello + kEnvelope + kMessage + Script{On("QUIT", "221 ciao")}, ErrorNumber::kNone},
+    {"AllWellPipelined", kPipelining + kEnvelope + kMessage + Script{On("QUIT", "221 ciao")},
+     ErrorNumber::kNone},
+    {"EhloRefusedButHeloTaken",
+     kGreeting + Script{On("EHLO *", "502 eh?"), On("HELO prova.example.test", "250 salve")} + kEnvelope +
+         kMessage,
+     ErrorNumber::kNone},
+    {"Authenticated",
+     WithAuth("LOGIN PLAIN",
+              {On("AUTH PLAIN", "334 "), On("AHV0ZW50ZUByb3NzaS5pdABwYXJvbGEtZCdvcmRpbmU=", "235 Ok")}) +
+         kEnvelope + kMessage,
+     ErrorNumber::kNone, false, true},
+    {"QuitRefused", kHello + kEnvelope + kMessage + Script{On("QUIT", "500 resta")}, ErrorNumber::kNone},
+    {"QuitDropped", kHello + kEnvelope + kMessage + Script{ThenDrop(On("QUIT", ""))}, ErrorNumber::kNone},
+    {"QuitReset", kHello + kEnvelope + kMessage + Script{ThenReset(On("QUIT", ""))}, ErrorNumber::kNone},
+    {"DroppedAfterTheFinalReply", kHello + kEnvelope + kData + Script{ThenDrop(Body("250 preso"))},
+     ErrorNumber::kNone},
+};
+
+class FailureNumbers : public testing::TestWithParam<std::tuple<Fault, Pace>> {};
+
+TEST_P(FailureNumbers, FollowTheStage) {
+  const auto& [fault, pace] = GetParam();
+  ScriptedServer server(fault.script, pace);
+  const auto component = MessageFor(fault, server, Quick());
+  EXPECT_EQ(Sent(*component), static_cast<std::int32_t>(fault.want)) << component->LastFailure();
+  EXPECT_EQ(component->LastFailure().empty(), fault.want == ErrorNumber::kNone);
+  EXPECT_EQ(server.Complaint(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, FailureNumbers,
+                         testing::Combine(testing::ValuesIn(kFaults),
+                                          testing::Values(Pace::kWhole, Pace::kByLine, Pace::kByByte)),
+                         [](const auto& test) {
+                           return std::string(std::get<0>(test.param).label) +
+                                  testing::PrintToString(std::get<1>(test.param));
+                         });
+
+// --- A server that falls silent
+// ----------------------------------------------------------------------------------
+
+const std::vector<Fault> kStalls = {
+    {"Greeting", {ThenStall(Say(""))}, ErrorNumber::kConnection},
+    {"HalfAGreeting", {ThenStall(Say("220-salve"))}, ErrorNumber::kConnection},
+    {"Starttls", WithTls({ThenStall(On("STARTTLS", ""))}), ErrorNumber::kConnection, true},
+    {"Handshake", WithTls({ThenStall(On("STARTTLS", "220 avanti"))}), ErrorNumber::kConnection, true},
+    {"Ehlo", kGreeting + Script{ThenStall(On("EHLO *", ""))}, ErrorNumber::kHello},
+    {"HalfAnEhloReply", kGreeting + Script{ThenStall(On("EHLO *", "250-salve"))}, ErrorNumber::kHello},
+    {"Helo", kGreeting + Script{On("EHLO *", "502 eh?"), ThenStall(On("HELO *", ""))}, ErrorNumber::kHello},
+    {"Auth", WithAuth("PLAIN", {ThenStall(On("AUTH PLAIN", ""))}), ErrorNumber::kAuthentication, false, true},
+    {"Password", WithAuth("PLAIN", {On("AUTH PLAIN", "334 "), ThenStall(On("*", ""))}),
+     ErrorNumber::kAuthentication, false, true},
+    {"Sender", kHello + Script{ThenStall(On("MAIL FROM:*", ""))}, ErrorNumber::kSender},
+    {"SenderPipelined", kPipelining + Script{ThenStall(On("MAIL FROM:*", ""))}, ErrorNumber::kSender},
+    {"Recipient", kHello + kSender + Script{ThenStall(On("RCPT TO:*", "250-"))}, ErrorNumber::kRecipients},
+    {"RecipientPipelined", kPipelining + kSender + Script{ThenStall(On("RCPT TO:*", "250 Ok"))},
+     ErrorNumber::kRecipients},
+    {"Data", kHello + kEnvelope + Script{ThenStall(On("DATA", ""))}, ErrorNumber::kData},
+    {"EndOfData", kHello + kEnvelope + kData + Script{ThenStall(Body(""))}, ErrorNumber::kData},
+    {"Reset", kHello + kSender + Script{On("RCPT TO:*", "550 no"), ThenStall(On("RSET", ""))},
+     ErrorNumber::kReset},
+    {"Quit", kHello + kEnvelope + kMessage + Script{ThenStall(On("QUIT", ""))}, ErrorNumber::kNone},
+};
+
+SmtpOptions Impatient() {
+  SmtpOptions options = Quick();
+  options.replyTimeout = std::chrono::milliseconds(300);
+  options.finalReplyTimeout = std::chrono::milliseconds(300);
+  options.stallTimeout = std::chrono::milliseconds(300);
+  options.connectTimeout = std::chrono::seconds(2);
+  return options;
+}
+
+class Stalls : public testing::TestWithParam<Fault> {};
+
+TEST_P(Stalls, EndInTimeWithTheNumberOfTheStage) {
+  ScriptedServer server(GetParam().script);
+  const auto component = MessageFor(GetParam(), server, Impatient());
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(Sent(*component), static_cast<std::int32_t>(GetParam().want)) << component->LastFailure();
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
+  EXPECT_EQ(server.Complaint(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, Stalls, testing::ValuesIn(kStalls),
+                         [](const auto& test) { return test.param.label; });
+
+class LargeMessage : public testing::Test {
+ protected:
+  support::TempDir directory_;
+  const std::string large_ = directory_.Write("grande.bin", std::string(30'000'000, 'x'));
+};
+
+TEST_F(LargeMessage, AServerThatStopsReadingEndsTheDeliveryInTime) {
+  ScriptedServer server(kHello + kEnvelope + Script{ThenDeafen(On("DATA", "354 avanti"))});
+  const auto component = MessageFor({}, server, Impatient());
+  component->AddAttachment(large_);
+  EXPECT_EQ(Sent(*component), 5);
+  EXPECT_EQ(server.Complaint(), "");
+}
+
+TEST_F(LargeMessage, AServerThatSaysNoAndStopsReadingIsHeard) {
+  ScriptedServer server(kHello + kEnvelope +
+                        Script{ThenDeafen(On("DATA", "354 avanti\r\n552 troppo grande"))});
+  const auto component = MessageFor({}, server, Quick());
+  component->AddAttachment(large_);
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(Sent(*component), 5);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+  EXPECT_THAT(component->LastFailure(), HasSubstr("552 troppo grande"));
+  EXPECT_EQ(server.Complaint(), "");
+}
+
+TEST_F(LargeMessage, AServerThatSaysNoInTheMiddleIsHeard) {
+  ScriptedServer server(kHello + kEnvelope +
+                        Script{On("DATA", "354 avanti"), ThenDeafen(On("From:*", "552 basta"))});
+  const auto component = MessageFor({}, server, Quick());
+  component->AddAttachment(large_);
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(Sent(*component), 5);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+  EXPECT_THAT(component->LastFailure(), HasSubstr("552 basta"));
+  EXPECT_EQ(server.Complaint(), "");
+}
+
+TEST_F(LargeMessage, AServerThatDropsTheConnectionInTheMiddleEndsTheDelivery) {
+  ScriptedServer server(kHello + kEnvelope + Script{ThenDrop(On("DATA", "354 avanti"))});
+  const auto component = MessageFor({}, server, Quick());
+  component->AddAttachment(large_);
+  EXPECT_EQ(Sent(*component), 5);
+  EXPECT_EQ(server.Complaint(), "");
+}
+
+TEST_F(LargeMessage, AFileThatVanishesAfterAttachingLeavesNoTorso) {
+  const auto vanish = [this] { std::filesystem::remove(large_); };
+  ScriptedServer server(kHello + kEnvelope + Script{On("DATA", vanish, "354 avanti"), BrokenBody()});
+  const auto component = MessageFor({}, server, Quick());
+  component->AddAttachment(large_);
+  EXPECT_EQ(Sent(*component), 5);
+  EXPECT_THAT(component->LastFailure(), HasSubstr("il file non esiste"));
+  EXPECT_EQ(server.Complaint(), "");
+}
+
+TEST_F(LargeMessage, AFileThatShrinksWhileItLeavesLeavesNoTorso) {
+  const auto shrink = [this] { std::filesystem::resize_file(large_, 1000); };
+  ScriptedServer server(kHello + kEnvelope + Script{On("DATA", "354 avanti"), BrokenBody(shrink)});
+  const auto component = MessageFor({}, server, Quick());
+  component->AddAttachment(large_);
+  EXPECT_EQ(Sent(*component), 5);
+  EXPECT_THAT(component->LastFailure(), HasSubstr("si è accorciato"));
+  EXPECT_EQ(server.Complaint(), "");
+}
+
+// --- Names and addresses
+// ----------------------------------------------------------------------------------------
+
+struct NameFault {
+  const char* label;
+  std::string server;
+  std::int32_t want;
+};
+
+void PrintTo(const NameFault& fault, std::ostream* out) {
+  *out << fault.label;
+}
+
+class NameFaults : public testing::TestWithParam<NameFault> {};
+
+TEST_P(NameFaults, AreTold) {
+  SmtpOptions options = Quick();
+  options.connectTimeout = std::chrono::milliseconds(500);
+  const auto component = Outgoing(25, options);
+  component->ServerAddr(GetParam().server);
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(Sent(*component), GetParam().want) << component->LastFailure();
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, NameFaults,
+    testing::Values(NameFault{"Unknown", "ignoto.test", 7}, NameFault{"NameServerFails", "guasto.test", 7},
+                    NameFault{"NameServerSilent", "silenzio.test", 7}, NameFault{"Empty", "", 7},
+                    NameFault{"Blank", "   ", 7}, NameFault{"LineEnd", "mail.example.test\r\nEHLO x", 7},
+                    NameFault{"Nul", std::string("mail.example.test\0.it", 21), 7},
+                    NameFault{"BlankInside", "mail example.test", 7},
+                    NameFault{"Url", "smtp://mail.example.test/", 7},
+                    NameFault{"UserInIt", "altro@mail.example.test", 7},
+                    NameFault{"PortInIt", "mail.example.test:26", 7},
+                    NameFault{"InvalidUtf8", "mail\xff.test", 7}, NameFault{"Quotes", "\"mail\"", 7},
+                    NameFault{"Huge", std::string(1 << 20, 'a'), 7}),
+    [](const auto& test) { return test.param.label; });
+
+TEST(ServerNames, BlanksAroundANameDoNotCount) {
+  ScriptedServer server(kHello + kEnvelope + kMessage);
+  const auto component = MessageFor({}, server, Quick());
+  component->ServerAddr("  mail.example.test ");
+  EXPECT_EQ(Sent(*component), -1) << component->LastFailure();
+  EXPECT_EQ(server.Complaint(), "");
+}
+
+TEST(ServerNames, AccentsAreLookedUpInTheAsciiForm) {
+  ScriptedServer server(kHello + kEnvelope + kMessage);
+  const auto component = MessageFor({}, server, Quick());
+  component->ServerAddr("posta.società.example.test");
+  EXPECT_EQ(Sent(*component), -1) << component->LastFailure();
+  EXPECT_THAT(NamesLookedUp(), testing::Contains("posta.xn--societ-nta.example.test"));
+}
+
+// --- No connection
+// ----------------------------------------------------------------------------------------------
+
+TEST(Connections, ARefusedOneGivesZero) {
+  // A port that was free a moment ago and that nobody listens on.
+  const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t length = sizeof address;
+  ASSERT_EQ(::bind(socket, reinterpret_cast<sockaddr*>(&address), length), 0);
+  ASSERT_EQ(::getsockname(socket, reinterpret_cast<sockaddr*>(&address), &length), 0);
+  const auto component = Outgoing(static_cast<std::int16_t>(ntohs(address.sin_port)));
+  EXPECT_EQ(Sent(*component), 0);
+  ::close(socket);
+}
+
+TEST(Connections, OneThatNobodyAcceptsGivesZeroInTime) {
+  // A full queue of connections: the system answers nothing more.
+  const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t length = sizeof address;
+  ASSERT_EQ(::bind(listener, reinterpret_cast<sockaddr*>(&address), length), 0);
+  ASSERT_EQ(::listen(listener, 0), 0);
+  ASSERT_EQ(::getsockname(listener, reinterpret_cast<sockaddr*>(&address), &length), 0);
+  std::vector<int> waiting;
+  for (int i = 0; i < 4; ++i) {
+    waiting.push_back(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    ::connect(waiting.back(), reinterpret_cast<sockaddr*>(&address), length);
+  }
+  SmtpOptions options = Quick();
+  options.connectTimeout = std::chrono::milliseconds(500);
+  const auto component = Outgoing(static_cast<std::int16_t>(ntohs(address.sin_port)), options);
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(Sent(*component), 0);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
+  for (const int socket : waiting) ::close(socket);
+  ::close(listener);
+}
+
+TEST(Connections, PortZeroGivesZero) {
+  EXPECT_EQ(Sent(*Outgoing(0)), 0);
+}
+
+// --- Nobody gets a part of it
+// -----------------------------------------------------------------------------------
+
+TEST(RefusedRecipients, TheReasonNamesEachOfThem) {
+  ScriptedServer server(kPipelining + kSender +
+                        Script{On("RCPT TO:<mario@bianchi.it>", "550 5.1.1 ignoto"),
+                               On("RCPT TO:<anna@verdi.it>", "452 4.2.2 piena"), On("RSET", "250 Ok")});
+  const auto component = MessageFor({}, server, Quick());
+  EXPECT_EQ(Sent(*component), 4);
+  EXPECT_EQ(component->LastFailure(),
+            "RCPT TO:<mario@bianchi.it>: 550 5.1.1 ignoto; RCPT TO:<anna@verdi.it>: 452 4.2.2 piena");
+  EXPECT_EQ(server.Complaint(), "");
+}
+
+TEST(Replies, OneWithoutEndIsGivenUp) {
+  std::string endless;
+  for (int i = 0; i < 5000; ++i) endless += "250-" + std::string(60, 'x') + "\r\n";
+  ScriptedServer server(kHello + Script{On("MAIL FROM:*", endless)});
+  const auto component = MessageFor({}, server, Quick());
+  EXPECT_EQ(Sent(*component), 3);
+}
+
+TEST(Replies, ALineWithoutEndIsGivenUp) {
+  ScriptedServer server(kHello + Script{ThenStall(On("MAIL FROM:*", std::string(200'000, '2')))});
+  const auto component = MessageFor({}, server, Quick());
+  EXPECT_EQ(Sent(*component), 3);
+}
+
+}  // namespace
+}  // namespace orve::adapters::smtp
