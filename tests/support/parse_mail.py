@@ -63,7 +63,7 @@ def main(path, directory):
         content = file.read()
     message = email.message_from_bytes(content, policy=email.policy.SMTP)
     plain = email.message_from_bytes(content, policy=email.policy.compat32)
-    if sum(len(value) for value in plain.values()) <= LONGEST_FOR_MODERN:
+    if sum(len(str(value)) for value in plain.values()) <= LONGEST_FOR_MODERN:
         say_modern_headers(message)
     else:
         say_long_headers(plain)

@@ -1,0 +1,279 @@
+// What the component does before it connects, and what it says in its trace.
+#include "smtp/smtp_component.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "adapters/smtp/outgoing.h"
+#include "host/errore.h"
+#include "smtp/tracer.h"
+#include "support/scripted_server.h"
+#include "support/smtp_server.h"
+#include "support/temp_dir.h"
+
+namespace orve::adapters::smtp {
+namespace {
+
+using support::Body;
+using support::On;
+using support::Say;
+using support::ScriptedServer;
+using support::SmtpServer;
+using support::Step;
+using testing::ElementsAre;
+
+/// A server that nobody may reach.
+class Untouched : public testing::Test {
+ protected:
+  void TearDown() override { EXPECT_EQ(server_.Count(), 0U); }
+  [[nodiscard]] std::int16_t Port() const { return server_.Port16(); }
+
+ private:
+  SmtpServer server_;
+};
+
+template <class Action>
+host::Errore RaisedBy(Action action) {
+  try {
+    action();
+  } catch (const host::Errore& errore) {
+    return errore;
+  }
+  ADD_FAILURE() << "nothing was raised";
+  return host::Errore(0, "", "");
+}
+
+TEST(GetLastError, SaysThatNothingWasTriedUntilAMessageIsSent) {
+  const SmtpComponent component;
+  EXPECT_EQ(component.GetLastError(), host::Variant(std::int32_t{8}));
+}
+
+TEST(FromAddr, ReadsBackWhatWasWritten) {
+  SmtpComponent component;
+  EXPECT_EQ(component.FromAddr(), "");
+  component.FromAddr("<ditta@rossi.it>");
+  EXPECT_EQ(component.FromAddr(), "<ditta@rossi.it>");
+}
+
+TEST_F(Untouched, WithoutRecipientsNothingIsSentAndTheNumberIsFour) {
+  const auto component = Outgoing(Port());
+  component->ClearRecipient();
+  component->AddRecipientEx("", 0);
+  EXPECT_FALSE(component->SendMail().ToBoolean());
+  EXPECT_EQ(component->GetLastError().ToInt32(), 4);
+  component->AddRecipientEx("Nome <>; ;Altro <  >", 1);
+  EXPECT_EQ(Sent(*component), 4);
+}
+
+TEST_F(Untouched, ClearRecipientForgetsAllThreeLists) {
+  const auto component = Outgoing(Port());
+  for (const int kind : {0, 1, 2}) component->AddRecipientEx("A <a@x.it>", kind);
+  component->ClearRecipient();
+  EXPECT_EQ(Sent(*component), 4);
+}
+
+TEST_F(Untouched, AnUnusableSenderGivesThree) {
+  for (const char* sender : {"", "<>", "Rossi snc", "<a b@x.it>", "<a@x.it> SIZE=1", "<a@b@c>", "<a@>"}) {
+    const auto component = Outgoing(Port());
+    component->FromAddr(sender);
+    EXPECT_EQ(Sent(*component), 3) << sender;
+  }
+}
+
+TEST_F(Untouched, AnUnusableRecipientGivesFour) {
+  for (const std::string recipient :
+       {"a b@x.it", "Rossi snc", "a@x.it, b@x.it", "a@@x.it", "<a\tb@x.it>", "a@x y.it"}) {
+    const auto component = Outgoing(Port());
+    component->AddRecipientEx(recipient, 2);
+    EXPECT_EQ(Sent(*component), 4) << recipient;
+  }
+}
+
+TEST_F(Untouched, LineEndsAndNulInAddressesAreRaised) {
+  const auto component = Outgoing(Port());
+  for (const std::string& end :
+       {std::string("\r\n"), std::string("\n"), std::string("\r"), std::string(1, '\0')}) {
+    EXPECT_EQ(RaisedBy([&] { component->FromAddr("<a@x.it" + end + "RCPT TO:<b@x.it>"); }).Numero(), 5);
+    EXPECT_EQ(RaisedBy([&] { component->AddRecipientEx("A <a@x.it" + end + "DATA>", 0); }).Numero(), 5);
+    EXPECT_EQ(RaisedBy([&] { component->AddRecipientEx("a@x.it" + end + "DATA", 2); }).Numero(), 5);
+  }
+  EXPECT_EQ(component->FromAddr(), "<ditta@rossi.it>");
+}
+
+TEST_F(Untouched, AnUnknownKindOfRecipientIsRaised) {
+  const auto component = Outgoing(Port());
+  EXPECT_EQ(RaisedBy([&] { component->AddRecipientEx("A <a@x.it>", 3); }).Numero(), 5);
+  EXPECT_EQ(RaisedBy([&] { component->AddRecipientEx("A <a@x.it>", -1); }).Numero(), 5);
+}
+
+TEST_F(Untouched, AHeaderNameThatIsNoneOrTakenIsRaised) {
+  const auto component = Outgoing(Port());
+  EXPECT_EQ(RaisedBy([&] { component->AddHeader("", "x"); }).Descrizione(),
+            "Nome di intestazione non valido: \"\"");
+  EXPECT_EQ(RaisedBy([&] { component->AddHeader("X\r\nBcc", "x"); }).Descrizione(),
+            "Nome di intestazione non valido: \"X  Bcc\"");
+  EXPECT_EQ(RaisedBy([&] { component->AddHeader("Bcc", "x@y.it"); }).Descrizione(),
+            "L'intestazione \"Bcc\" è gestita dal messaggio stesso");
+}
+
+TEST_F(Untouched, AFileThatCannotBeAttachedIsRaisedAndTheOthersStay) {
+  const support::TempDir files;
+  const auto component = Outgoing(Port());
+  component->AddAttachment(files.Write("uno.txt", "1"));
+  EXPECT_EQ(RaisedBy([&] { component->AddAttachment("C:\\nulla\\manca.pdf"); }).Descrizione(),
+            "Impossibile allegare il file \"C:\\nulla\\manca.pdf\": il file non esiste");
+  EXPECT_EQ(RaisedBy([&] { component->AddAttachment(""); }).Numero(), 53);
+  EXPECT_EQ(RaisedBy([&] { component->AddAttachment(files.Path().string()); }).Numero(), 75);
+}
+
+// --- Hostile texts in every member
+// ---------------------------------------------------------------------------------
+
+struct HostileText {
+  const char* label;
+  std::string text;
+};
+
+void PrintTo(const HostileText& test, std::ostream* out) {
+  *out << test.label;
+}
+
+class HostileTexts : public testing::TestWithParam<HostileText> {};
+
+TEST_P(HostileTexts, NeverReachACommandOrTheHeader) {
+  const SmtpServer server;
+  const std::string& text = GetParam().text;
+  const auto component = Outgoing(server.Port16());
+  component->From(text);
+  component->Subject(text);
+  component->BodyText(text);
+  component->AddHeader("X-Nota", text);
+  component->ClearRecipient();
+  // The text as a name; without what ends an entry, which a name cannot hold outside quotes.
+  std::string name;
+  for (const char c : text) {
+    if (std::string_view(";<>\"@").find(c) == std::string_view::npos) name += c;
+  }
+  component->AddRecipientEx(name.substr(0, 20'000) + " <mario@bianchi.it>", 0);
+  ASSERT_EQ(Sent(*component), -1) << component->LastFailure();
+  const support::ReceivedMessage got = server.OnlyMessage();
+  EXPECT_EQ(got.sender, "ditta@rossi.it");
+  EXPECT_THAT(got.recipients, ElementsAre("mario@bianchi.it"));
+  ASSERT_EQ(got.to.size(), 1U);
+  EXPECT_EQ(got.to[0].address, "mario@bianchi.it");
+  EXPECT_EQ(got.headers.size(), 9U);
+  EXPECT_EQ(got.Header("Bcc"), "");
+}
+
+std::string Repeated(const std::string& unit, std::size_t size) {
+  std::string text;
+  while (text.size() < size) text += unit;
+  return text;
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, HostileTexts,
+                         testing::Values(HostileText{"Empty", ""},
+                                         HostileText{"LineEnds", "a\r\nBcc: x@y.it\r\n\r\n.\r\nQUIT\r\n"},
+                                         HostileText{"LoneDot", ".\r\nMAIL FROM:<x@y.it>\r\n"},
+                                         HostileText{"Nul", std::string("a\0b", 3)},
+                                         HostileText{"InvalidUtf8", "citt\xe0 \xff\xfe"},
+                                         HostileText{"Quotes", "\"'\\\"<>;,@[]"},
+                                         HostileText{"BareLineFeedDot", "a\n.\nb\r.\rc"},
+                                         HostileText{"OneMegabyte", Repeated("parola è ", 1 << 20)},
+                                         HostileText{"OneMegabyteOfOneWord", std::string(1 << 20, 'x')}),
+                         [](const auto& test) { return test.param.label; });
+
+TEST(HostileCredentials, NeverReachACommand) {
+  support::SmtpServerOptions serving;
+  serving.auth = {"PLAIN"};
+  serving.user = "utente";
+  serving.password = "segreta";
+  const SmtpServer server(serving);
+  for (const std::string& text : {std::string("a\r\nMAIL FROM:<x@y.it>"), std::string("\xff\xfe"),
+                                  std::string("\"'\\"), std::string(1 << 20, 'x')}) {
+    const auto component = Outgoing(server.Port16());
+    component->UserName(text);
+    component->Password(text);
+    EXPECT_EQ(Sent(*component), 2) << component->LastFailure();
+  }
+  EXPECT_EQ(server.Count(), 0U);
+}
+
+// --- The trace
+// -----------------------------------------------------------------------------------------------------
+
+std::vector<std::string> Dialogue(const std::vector<std::string>& trace) {
+  std::vector<std::string> dialogue;
+  for (const std::string& line : trace) {
+    if (line.rfind("* ", 0) != 0) dialogue.push_back(line);
+  }
+  return dialogue;
+}
+
+TEST(Trace, ShowsTheDialogueWithoutCredentials) {
+  ScriptedServer server({Say("220 pronto"), On("EHLO *", "250-salve\r\n250 AUTH LOGIN"),
+                         On("AUTH LOGIN", "334 VXNlcm5hbWU6"), On("dXRlbnRl", "334 UGFzc3dvcmQ6"),
+                         On("c2VncmV0YQ==", "235 benvenuto"), On("MAIL FROM:<ditta@rossi.it>", "250 Ok"),
+                         On("RCPT TO:<mario@bianchi.it>", "250 Ok"), On("DATA", "354 avanti"),
+                         Body("250 preso"), On("QUIT", "221 ciao")});
+  SmtpOptions options = Quick();
+  std::vector<std::string> trace;
+  options.trace = [&](std::string_view line) { trace.emplace_back(line); };
+  const auto component = Outgoing(server.Port16(), options);
+  component->UserName("utente");
+  component->Password("segreta");
+  ASSERT_EQ(Sent(*component), -1) << component->LastFailure();
+  EXPECT_EQ(server.Complaint(), "");
+  EXPECT_THAT(Dialogue(trace),
+              ElementsAre("S: 220 pronto", "C: EHLO prova.example.test", "S: 250-salve", "S: 250 AUTH LOGIN",
+                          "C: AUTH LOGIN", "S: 334 ***", "C: ***", "S: 334 ***", "C: ***", "S: 235 benvenuto",
+                          "C: MAIL FROM:<ditta@rossi.it>", "S: 250 Ok", "C: RCPT TO:<mario@bianchi.it>",
+                          "S: 250 Ok", "C: DATA", "S: 354 avanti", "S: 250 preso", "C: QUIT"));
+}
+
+TEST(Trace, MasksAServerThatRepeatsThePassword) {
+  ScriptedServer server({Say("220 pronto"), On("EHLO *", "250-salve\r\n250 AUTH PLAIN"),
+                         On("AUTH PLAIN", "334 "), On("*", "235 Ok"),
+                         On("MAIL FROM:*", "550 segreta? AHV0ZW50ZQBzZWdyZXRh")});
+  SmtpOptions options = Quick();
+  std::vector<std::string> trace;
+  options.trace = [&](std::string_view line) { trace.emplace_back(line); };
+  const auto component = Outgoing(server.Port16(), options);
+  component->UserName("utente");
+  component->Password("segreta");
+  EXPECT_EQ(Sent(*component), 3);
+  EXPECT_EQ(component->LastFailure(), "***");
+  for (const std::string& line : trace) {
+    EXPECT_EQ(line.find("segreta"), std::string::npos);
+    EXPECT_EQ(line.find("AHV0ZW50ZQBzZWdyZXRh"), std::string::npos);
+  }
+}
+
+TEST(Trace, ThatCannotBeWrittenDoesNotStopTheMessage) {
+  const SmtpServer server;
+  SmtpOptions options = Quick();
+  options.trace = [](std::string_view) { throw std::runtime_error("disco pieno"); };
+  EXPECT_EQ(Sent(*Outgoing(server.Port16(), options)), -1);
+  EXPECT_EQ(server.Count(), 1U);
+}
+
+TEST(Tracer, MasksTheWholeExchangeOfAnAuthentication) {
+  std::vector<std::string> lines;
+  Tracer tracer([&](std::string_view line) { lines.emplace_back(line); }, {"pwd"});
+  tracer.Sent("AUTH PLAIN AHUAcHdk\r\n");
+  tracer.Received("334 cHdk\r\n");
+  tracer.Sent("qualsiasi cosa\r\n");
+  tracer.Received("535-no\r\n535 non con pwd\r\n");
+  tracer.Sent("MAIL FROM:<a@x.it>\r\nRCPT TO:<b@x.it>\r\n");
+  tracer.Note("con pwd\n");
+  EXPECT_THAT(lines, ElementsAre("C: AUTH PLAIN ***", "S: 334 ***", "C: ***", "S: 535-no", "S: 535 ***",
+                                 "C: MAIL FROM:<a@x.it>", "C: RCPT TO:<b@x.it>", "* ***"));
+}
+
+}  // namespace
+}  // namespace orve::adapters::smtp
