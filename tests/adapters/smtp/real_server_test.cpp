@@ -460,8 +460,9 @@ TEST_P(AuthCases, OpenTheServerAndLeaveNoSecretInTheTrace) {
     EXPECT_EQ(Sent(*component), 2);
     EXPECT_EQ(server.Count(), GetParam().want == -1 ? 1U : 0U);
     // In clear, and in base64 from each of the three places it can begin at.
-    for (const char* secret : {kPassword, "sbagliata-9", "cMOgcm9sYT1kJ09yZGluZSI5", "DgcGFyb2",
-                               "c2JhZ2xpYXRhLT", "NiYWdsaWF0YS05", "zYmFnbGlhdGEtO"}) {
+    for (const char* secret :
+         {kPassword, "sbagliata-9", "cMOgcm9sYT1kJ09yZGluZSI5", "DoHJvbGE9ZCdPcmRpbmUi",
+          "w6Byb2xhPWQnT3JkaW5l", "c2JhZ2xpYXRhLT", "NiYWdsaWF0YS05", "zYmFnbGlhdGEtO"}) {
       EXPECT_EQ(trace.find(secret), std::string::npos) << secret;
     }
   }
