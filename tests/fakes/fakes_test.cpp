@@ -69,5 +69,38 @@ TEST_F(Fakes, FilesKeepWhatIsWrittenInTheSingleByteCodePage) {
   EXPECT_EQ(ambiente.file.at("C:\\Temp\\a.log"), "perch\xE9\r\n");
 }
 
+TEST_F(Fakes, AnAutomationObjectStandsInTheJournalUntilItIsLetGo) {
+  FakeAmbiente ambiente(journal);
+  auto elemento = ambiente.CreaOutlook()->createItem(0);
+  auto allegati = elemento->attachments();
+  allegati->Add("C:\\a.pdf");
+  allegati.reset();
+  elemento.reset();
+  EXPECT_THAT(
+      journal->Righe(),
+      ElementsAre("Ambiente.CreaOutlook", "Outlook.createItem 0", "rilascio Outlook", "MailItem.attachments",
+                  "Attachments.Add C:\\a.pdf", "rilascio Attachments", "rilascio MailItem"));
+}
+
+TEST_F(Fakes, MapiLogsOnWhereItShouldAndKeepsTheRecordsOfASend) {
+  FakeAmbiente ambiente(journal);
+  const auto mapi = ambiente.CreaMapi32();
+  host::ManigliaMapi sessione = 1;
+  ambiente.esitoLogonMapi = 3;
+  EXPECT_EQ(mapi->MAPILogon(0, "", "", 3, 0, sessione), 3);
+  EXPECT_EQ(sessione, 1U);
+  ambiente.esitoLogonMapi = 0;
+  EXPECT_EQ(mapi->MAPILogon(0, "", "", 3, 0, sessione), 0);
+  EXPECT_EQ(sessione, ambiente.sessioneMapi32);
+  host::MapiMessage messaggio;
+  messaggio.Subject = "oggetto";
+  ambiente.esitoInvioMapi = 2;
+  EXPECT_EQ(mapi->BMAPISendMail(0, 0, messaggio, {{}, {}}, {{}}, 0, 0), 2);
+  ASSERT_EQ(ambiente.inviiMapi.size(), 1U);
+  EXPECT_EQ(ambiente.inviiMapi.front().messaggio.Subject, "oggetto");
+  EXPECT_EQ(ambiente.inviiMapi.front().destinatari.size(), 2U);
+  EXPECT_EQ(ambiente.inviiMapi.front().file.size(), 1U);
+}
+
 }  // namespace
 }  // namespace orve::fakes
