@@ -90,7 +90,6 @@ Criterio LeggiCriterio(std::string_view criterio) {
 }  // namespace
 
 RecordSetInMemoria::RecordSetInMemoria() : tabella_(std::make_shared<Tabella>()) {}
-RecordSetInMemoria::~RecordSetInMemoria() = default;
 
 bool RecordSetInMemoria::Eof() const {
   tabella_->RichiedeAperta();

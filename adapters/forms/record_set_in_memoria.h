@@ -25,7 +25,6 @@ class RecordSetInMemoria : public host::RecordSetScollegato {
   };
 
   RecordSetInMemoria();
-  ~RecordSetInMemoria() override;
 
   [[nodiscard]] bool Eof() const override;
   [[nodiscard]] std::shared_ptr<host::Fields> Fields() const override;

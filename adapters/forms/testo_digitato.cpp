@@ -30,7 +30,7 @@ std::string TestoAccettato(std::string_view presente, std::string_view digitato,
                            bool multiriga) {
   std::string testo = ConFineRiga(digitato, multiriga ? "\r\n" : " ");
   if (maxchar <= 0) return testo;
-  const std::size_t limite = static_cast<std::size_t>(maxchar);
+  const auto limite = static_cast<std::size_t>(maxchar);
   const std::size_t occupati = text::Length(presente);
   testo.resize(text::Left(testo, limite > occupati ? limite - occupati : 0).size());
   // Half a line break is none.

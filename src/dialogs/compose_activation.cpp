@@ -81,7 +81,7 @@ void FRMRW_OPZMAIL::CollegaEventi() {
 }
 
 CLSFW_MAILSERVER& FRMRW_OPZMAIL::Servizio() const {
-  if (!Parent) throw host::Errore(host::kOggettoNonImpostato);
+  if (Parent == nullptr) throw host::Errore(host::kOggettoNonImpostato);
   return *Parent;
 }
 

@@ -1,5 +1,7 @@
 // Every control of the compose window. Label2 and TXT_DITTA lie below the edge of their frame and are never
 // seen; CHK_CORPO and CHK_CONSEGNA are hidden for good.
+#include <array>
+
 #include "dialogs/layouts.h"
 
 namespace orve {
@@ -9,7 +11,7 @@ namespace {
 using host::LayoutControllo;
 using enum host::TipoControllo;
 
-constexpr LayoutControllo kControlli[] = {
+constexpr auto kControlli = std::to_array<LayoutControllo>({
     {.nome = "KVL_RESIZEFORM1", .tipo = kResizeForm},
 
     {.nome = "FMR_MITTENTE",
@@ -165,7 +167,7 @@ constexpr LayoutControllo kControlli[] = {
      .posizione = {9585, 6885, 1080, 345},
      .tabIndex = 18,
      .disegno = {.ismenupopup = false}},
-};
+});
 
 // The margin on the right and at the bottom is that on the left.
 constexpr host::LayoutForm kForm = {.nome = "FRMRW_OPZMAIL",

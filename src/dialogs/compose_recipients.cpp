@@ -79,7 +79,7 @@ void FRMRW_OPZMAIL::AggiornaCaselleDestinatari(const std::string& nome, const st
   if (casella == kvCasellaA) box = TXT_EMAIL.get();
   if (casella == kvCasellaCC) box = TXT_EMAIL_CC.get();
   if (casella == kvCasellaCCn) box = TXT_EMAIL_CCN.get();
-  if (!box) return;
+  if (box == nullptr) return;
   const std::string presente = box->Text();
   box->Text(presente.empty() ? voci : presente + ";" + voci);
 } catch (...) {
@@ -107,7 +107,7 @@ void FRMRW_OPZMAIL::cmd_Invia_Click() {
 }
 
 bool FRMRW_OPZMAIL::MancaLAccount() const {
-  return !Parent || (CanaleSmtp(Parent->SrvMailInstallato) && !Parent->vMittente);
+  return Parent == nullptr || (CanaleSmtp(Parent->SrvMailInstallato) && !Parent->vMittente);
 }
 
 bool FRMRW_OPZMAIL::IndirizziRegolari() {

@@ -66,7 +66,7 @@ void FRMFW_MAILPARAMS::CollegaEventi() {
 }
 
 CLSFW_MAILSERVER& FRMFW_MAILPARAMS::Servizio() const {
-  if (!Parent) throw host::Errore(host::kOggettoNonImpostato);
+  if (Parent == nullptr) throw host::Errore(host::kOggettoNonImpostato);
   return *Parent;
 }
 

@@ -1,5 +1,7 @@
 // Every control of the parameters window, in the order of the form. The keyboard goes through them as the eye
 // does, line by line.
+#include <array>
+
 #include "dialogs/layouts.h"
 
 namespace orve {
@@ -9,7 +11,7 @@ namespace {
 using host::LayoutControllo;
 using enum host::TipoControllo;
 
-constexpr LayoutControllo kControlli[] = {
+constexpr auto kControlli = std::to_array<LayoutControllo>({
     {.nome = "KVL_RESIZEFORM1", .tipo = kResizeForm},
     {.nome = "FRM_PARAM", .tipo = kFrame, .posizione = {15, 0, 7635, 4530}},
     {.nome = "TXT_CORPO",
@@ -91,7 +93,7 @@ constexpr LayoutControllo kControlli[] = {
      .posizione = {6555, 4560, 1095, 345},
      .tabIndex = 8,
      .disegno = {.ismenupopup = false}},
-};
+});
 
 constexpr host::LayoutForm kForm = {.nome = "FRMFW_MAILPARAMS",
                                     .didascalia = "Personalizzazione unica invio mail",

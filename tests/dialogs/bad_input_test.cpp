@@ -179,7 +179,7 @@ TEST_F(IngressoOstile, EmojiAndRightToLeftTextPassUnchanged) {
 
 TEST_F(IngressoOstile, BytesThatAreNoTextPassUnchanged) {
   servizio->vFlagCorpo = 1;
-  servizio->vCorpoMail = std::string("\xFF\xC3 corpo \x00 nul", 15);
+  servizio->vCorpoMail = std::string("\xFF\xC3 corpo \x00 nul", 14);
   servizio->vOggetto = "\xC3\x28";
   const std::string corpo = servizio->vCorpoMail;
   Invia([](HeadlessForm& finestra) { finestra.Digita("TXT_EMAIL", "\xFE<a@x.example>"); });
@@ -243,7 +243,7 @@ TEST_F(IngressoOstile, ListsThatAreNoListsAreReported) {
 
 TEST_F(IngressoOstile, PathsOfEveryShapeAreShownAndHandedOverAsTheyCame) {
   const std::pair<const char*, const char*> percorsi[] = {{"C:\\a.pdf", "a.pdf"},
-                                                          {"\\\\server\\condivisa\\a.pdf", "a.pdf"},
+                                                          {R"(\\server\condivisa\a.pdf)", "a.pdf"},
                                                           {"C:\\cartella\\", ""},
                                                           {"/srv/doc/a.pdf", "/srv/doc/a.pdf"},
                                                           {"C:\\doc;vecchi\\l'ordine.pdf", "l'ordine.pdf"}};

@@ -11,13 +11,10 @@ namespace orve {
 namespace {
 
 using fakes::HeadlessForm;
-using fakes::RigaAccount;
 using host::Variant;
-using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using ::testing::Not;
 
 using Apertura = fakes::FinestraDiProva;
 

@@ -11,11 +11,9 @@ namespace {
 using fakes::HeadlessForm;
 using fakes::RigaAccount;
 using host::Variant;
-using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using ::testing::Not;
 using ::testing::SizeIs;
 
 using Attivazione = fakes::FinestraDiProva;

@@ -46,7 +46,7 @@ class Allegati : public fakes::FormDiProva {
 };
 
 TEST_F(Allegati, AFileOfTheRequestIsAddedStepByStep) {
-  Aggiungi("C:\\doc\\sub\\a.pdf", "non c'è");
+  Aggiungi(R"(C:\doc\sub\a.pdf)", "non c'è");
   EXPECT_THAT(journal->Righe(),
               ElementsAre("Ambiente.CreaOggettoFile", "File.Apri a.pdf|C:\\doc\\sub|0",
                           "File.Esiste C:\\doc\\sub\\a.pdf", "File.Chiudi C:\\doc\\sub\\a.pdf"));

@@ -11,8 +11,6 @@ namespace {
 
 using fakes::HeadlessForm;
 using fakes::RigaAccount;
-using host::Variant;
-using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;

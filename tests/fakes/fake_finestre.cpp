@@ -34,7 +34,7 @@ class FakeOggettoFile : public host::OggettoFile {
             std::int32_t opzioni) override {
     journal_->Add("File.Crea " + std::to_string(tipo) + "|" + nome + "|" + testo + "|" +
                   std::to_string(opzioni));
-    percorso_ = "C:\\Temp\\Copie\\" + nome;
+    percorso_ = R"(C:\Temp\Copie\)" + nome;
   }
   std::string Percorso() override {
     journal_->Add("File.Percorso " + percorso_);

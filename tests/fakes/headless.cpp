@@ -147,7 +147,7 @@ Tipo* HeadlessForm::Mio(std::string_view nome) const {
 template <class Tipo>
 Tipo* HeadlessForm::Raggiunge(std::string_view nome) const {
   auto* controllo = Mio<Tipo>(nome);
-  if (!controllo) return nullptr;
+  if (controllo == nullptr) return nullptr;
   EXPECT_TRUE(aperta_) << nome << ": the window is closed";
   EXPECT_TRUE(Vede(nome)) << nome << " cannot be seen";
   EXPECT_TRUE(Attivo(nome)) << nome << " is disabled";
@@ -156,14 +156,14 @@ Tipo* HeadlessForm::Raggiunge(std::string_view nome) const {
 
 void HeadlessForm::Preme(std::string_view pulsante) {
   auto* premuto = Raggiunge<headless::Pulsante>(pulsante);
-  if (!premuto) return;
+  if (premuto == nullptr) return;
   EXPECT_FALSE(premuto->disegno.disegno.ismenupopup) << pulsante << " brings up a menu";
   host::Solleva(premuto->ButtonClick);
 }
 
 std::vector<forms::VoceMenu> HeadlessForm::ApreMenu(std::string_view pulsante) {
   auto* premuto = Raggiunge<headless::Pulsante>(pulsante);
-  if (!premuto) return {};
+  if (premuto == nullptr) return {};
   EXPECT_TRUE(premuto->disegno.disegno.ismenupopup) << pulsante << " has no menu";
   host::Solleva(premuto->BeforeShowMenuPopup);
   return premuto->voci.Voci();
@@ -172,71 +172,72 @@ std::vector<forms::VoceMenu> HeadlessForm::ApreMenu(std::string_view pulsante) {
 void HeadlessForm::Sceglie(std::string_view pulsante, const std::string& chiave) {
   const auto voci = ApreMenu(pulsante);
   auto* premuto = Mio<headless::Pulsante>(pulsante);
-  const auto* voce = premuto ? premuto->voci.ConChiave(chiave) : nullptr;
+  const auto* voce = premuto != nullptr ? premuto->voci.ConChiave(chiave) : nullptr;
   EXPECT_NE(voce, nullptr) << pulsante << " has no entry " << chiave;
-  if (!voce) return;
+  if (voce == nullptr) return;
   EXPECT_TRUE(voce->attiva) << chiave << " is switched off";
   if (voce->attiva) host::Solleva(premuto->MenuItemClick, std::string(voce->chiave), std::string());
 }
 
 void HeadlessForm::Digita(std::string_view casella, std::string_view testo) {
   auto* scritta = Raggiunge<headless::ConTesto>(casella);
-  if (!scritta) return;
+  if (scritta == nullptr) return;
   const auto& disegno = Mio<headless::Stato>(casella)->disegno.disegno;
   scritta->testo += forms::TestoAccettato(scritta->testo, testo, disegno.maxchar, disegno.ismultiline);
 }
 
 void HeadlessForm::Riscrive(std::string_view casella, std::string_view testo) {
   auto* scritta = Raggiunge<headless::ConTesto>(casella);
-  if (!scritta) return;
+  if (scritta == nullptr) return;
   scritta->testo.clear();
   Digita(casella, testo);
 }
 
 void HeadlessForm::Spunta(std::string_view casella, bool valore) {
   auto* spuntata = Raggiunge<headless::Spunta>(casella);
-  if (!spuntata) return;
+  if (spuntata == nullptr) return;
   spuntata->valore = valore ? "1" : "0";
   host::Solleva(spuntata->Change);
 }
 
 void HeadlessForm::SceglieVoce(std::string_view combo, std::int16_t posizione) {
-  if (auto* scelta = Raggiunge<headless::Combo>(combo)) scelta->Sceglie(posizione);
+  if (auto* scelta = Raggiunge<headless::Combo>(combo); scelta != nullptr) scelta->Sceglie(posizione);
 }
 
 void HeadlessForm::SelezionaRiga(std::string_view griglia, std::int32_t riga) {
   auto* scelta = Raggiunge<headless::Griglia>(griglia);
-  if (!scelta) return;
+  if (scelta == nullptr) return;
   EXPECT_NE(scelta->righe, nullptr) << griglia << " is not bound";
   if (scelta->righe) scelta->righe->AbsolutePosition(riga);
 }
 
 std::string HeadlessForm::Testo(std::string_view controllo) {
   const auto trovato = controlli_.find(text::FoldCase(controllo));
-  if (trovato == controlli_.end()) return Mio<headless::Stato>(controllo) ? "" : "(nessun controllo)";
+  if (trovato == controlli_.end())
+    return Mio<headless::Stato>(controllo) != nullptr ? "" : "(nessun controllo)";
   if (auto* casella = dynamic_cast<headless::ConTesto*>(trovato->second.get())) return casella->testo;
   if (auto* spunta = dynamic_cast<headless::Spunta*>(trovato->second.get())) return spunta->valore;
   auto* combo = Mio<headless::Combo>(controllo);
-  return combo ? combo->voci.Valore() : "";
+  return combo != nullptr ? combo->voci.Valore() : "";
 }
 
 bool HeadlessForm::Vede(std::string_view controllo) const {
   const auto* stato = Mio<headless::Stato>(controllo);
-  if (!stato) return false;
+  if (stato == nullptr) return false;
   const auto cornice = stato->disegno.cornice;
   return stato->visible && (cornice.empty() || Vede(cornice));
 }
 
 bool HeadlessForm::Attivo(std::string_view controllo) const {
   const auto* stato = Mio<headless::Stato>(controllo);
-  if (!stato) return false;
+  if (stato == nullptr) return false;
   const auto cornice = stato->disegno.cornice;
   return stato->enabled && (cornice.empty() || Attivo(cornice));
 }
 
 std::vector<std::string> HeadlessForm::Voci(std::string_view combo) const {
   std::vector<std::string> testi;
-  if (const auto* scelta = Mio<headless::Combo>(combo)) {
+  if (const auto* scelta = Mio<headless::Combo>(combo); scelta != nullptr) {
     for (const auto& voce : scelta->voci.Voci()) testi.push_back(voce.testo);
   }
   return testi;
@@ -244,17 +245,17 @@ std::vector<std::string> HeadlessForm::Voci(std::string_view combo) const {
 
 std::vector<std::string> HeadlessForm::Righe(std::string_view griglia) const {
   const auto* vista = Mio<headless::Griglia>(griglia);
-  return vista ? vista->celle : std::vector<std::string>();
+  return vista != nullptr ? vista->celle : std::vector<std::string>();
 }
 
 std::int32_t HeadlessForm::RigaSelezionata(std::string_view griglia) const {
   const auto* vista = Mio<headless::Griglia>(griglia);
-  return vista ? vista->selezionata : host::RecordSetScollegato::kNessunaRiga;
+  return vista != nullptr ? vista->selezionata : host::RecordSetScollegato::kNessunaRiga;
 }
 
 host::Rettangolo HeadlessForm::Posizione(std::string_view controllo) const {
   const auto* stato = Mio<headless::Stato>(controllo);
-  return stato ? stato->rettangolo : host::Rettangolo{};
+  return stato != nullptr ? stato->rettangolo : host::Rettangolo{};
 }
 
 }  // namespace orve::fakes

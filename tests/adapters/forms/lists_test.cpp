@@ -16,7 +16,6 @@ namespace orve::forms {
 namespace {
 
 using fakes::NumeroDi;
-using host::Variant;
 
 // One mark per entry: "+" on, "-" off.
 std::string Stato(const VociMenu& menu) {
