@@ -1,0 +1,193 @@
+#include "posix/oggetto_file.h"
+
+#include <fcntl.h>
+#include <linux/magic.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "posix/errori.h"
+#include "posix/percorsi.h"
+
+namespace orve::adapters::posix {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// File systems of other machines that linux/magic.h does not name everywhere. FUSE carries those of the
+// desktop (phones, remote folders); a local disk behind it is copied for nothing, which does no harm.
+constexpr unsigned long kCifs = 0xFF534D42UL;
+constexpr unsigned long kSmb2 = 0xFE534D42UL;
+constexpr unsigned long kCeph = 0x00C36400UL;
+constexpr unsigned long kFuse = 0x65735546UL;
+constexpr unsigned long kNoveP = 0x01021997UL;
+
+bool FileSystemRemoto(const std::string& nativo) {
+  constexpr std::array<unsigned long, 8> kRemoti = {
+      NFS_SUPER_MAGIC, SMB_SUPER_MAGIC, AFS_SUPER_MAGIC, kCifs, kSmb2, kCeph, kFuse, kNoveP};
+  struct statfs stato {};
+  if (::statfs(nativo.c_str(), &stato) != 0) return false;
+  const auto tipo = static_cast<unsigned long>(stato.f_type) & 0xFFFFFFFFUL;
+  return std::find(kRemoti.begin(), kRemoti.end(), tipo) != kRemoti.end();
+}
+
+// The kernel's mark on the disk, or on the disk that a partition belongs to.
+bool DiscoEstraibile(const std::string& nativo) {
+  struct stat stato {};
+  if (::stat(nativo.c_str(), &stato) != 0) return false;
+  const std::string disco =
+      "/sys/dev/block/" + std::to_string(major(stato.st_dev)) + ":" + std::to_string(minor(stato.st_dev));
+  for (const char* segno : {"/removable", "/../removable"}) {
+    std::ifstream flusso(disco + segno);
+    int estraibile = 0;
+    if (flusso >> estraibile) return estraibile != 0;
+  }
+  return false;
+}
+
+bool NomeSemplice(const std::string& nome) {
+  return !nome.empty() && nome != "." && nome != ".." && nome.find_first_of("/\\") == std::string::npos &&
+         nome.find('\0') == std::string::npos;
+}
+
+class Descrittore {
+ public:
+  Descrittore(const std::string& nativo, int modalita)
+      : numero_(::open(nativo.c_str(), modalita | O_CLOEXEC | O_NOCTTY, S_IRUSR | S_IWUSR)) {
+    if (numero_ < 0) throw ErroreDiSistema(errno, nativo);
+  }
+  Descrittore(const Descrittore&) = delete;
+  Descrittore& operator=(const Descrittore&) = delete;
+  Descrittore(Descrittore&&) = delete;
+  Descrittore& operator=(Descrittore&&) = delete;
+  ~Descrittore() {
+    if (numero_ >= 0) ::close(numero_);
+  }
+
+  // A disk that fills up may say so only here.
+  void Chiudi(const std::string& nativo) {
+    if (::close(std::exchange(numero_, -1)) != 0 && errno != EINTR) throw ErroreDiSistema(errno, nativo);
+  }
+  [[nodiscard]] std::size_t Leggi(char* dati, std::size_t quanti, const std::string& nativo) const {
+    for (;;) {
+      const ssize_t letti = ::read(numero_, dati, quanti);
+      if (letti >= 0) return static_cast<std::size_t>(letti);
+      if (errno != EINTR) throw ErroreDiSistema(errno, nativo);
+    }
+  }
+  void Scrivi(const char* dati, std::size_t quanti, const std::string& nativo) const {
+    while (quanti > 0) {
+      const ssize_t scritti = ::write(numero_, dati, quanti);
+      if (scritti < 0 && errno == EINTR) continue;
+      if (scritti < 0) throw ErroreDiSistema(errno, nativo);
+      dati += scritti;
+      quanti -= static_cast<std::size_t>(scritti);
+    }
+  }
+
+ private:
+  int numero_;
+};
+
+void CopiaContenuto(const std::string& da, const std::string& in) {
+  constexpr std::size_t kPezzo = 65536;
+  const Descrittore origine(da, O_RDONLY);
+  Descrittore copia(in, O_WRONLY | O_CREAT | O_EXCL);
+  try {
+    std::vector<char> pezzo(kPezzo);
+    while (const std::size_t letti = origine.Leggi(pezzo.data(), pezzo.size(), da)) {
+      copia.Scrivi(pezzo.data(), letti, in);
+    }
+    copia.Chiudi(in);
+  } catch (...) {
+    ::unlink(in.c_str());
+    throw;
+  }
+}
+
+}  // namespace
+
+bool SuSupportoEsterno(const std::string& nativo) {
+  return FileSystemRemoto(nativo) || DiscoEstraibile(nativo);
+}
+
+CartellaCopie::~CartellaCopie() {
+  if (radice_.empty()) return;
+  std::error_code ignorato;  // a destructor has nobody to tell
+  fs::remove_all(radice_, ignorato);
+}
+
+std::string CartellaCopie::PostoPer(const std::string& nome) {
+  if (!NomeSemplice(nome)) throw ErroreFile(kNomeFileNonValido, nome);
+  if (radice_.empty()) {
+    std::error_code codice;
+    const fs::path genitore = genitore_.empty() ? fs::temp_directory_path(codice) : fs::path(genitore_);
+    std::string modello = (genitore / "orve-allegati-XXXXXX").string();
+    if (codice || ::mkdtemp(modello.data()) == nullptr) throw ErroreDiSistema(errno, modello);
+    radice_ = modello;
+  }
+  const std::string cartella = radice_ + "/" + std::to_string(++copie_);
+  if (::mkdir(cartella.c_str(), S_IRWXU) != 0) throw ErroreDiSistema(errno, cartella);
+  return PercorsoLibreria(cartella + "/" + nome);
+}
+
+std::string OggettoFile::Nativo() const {
+  if (percorso_.empty()) throw host::Errore(host::kOggettoNonImpostato);
+  return PercorsoUnix(percorso_);
+}
+
+std::string OggettoFile::Nome() {
+  if (percorso_.empty()) throw host::Errore(host::kOggettoNonImpostato);
+  return percorso_.substr(percorso_.find_last_of("\\/") + 1);
+}
+
+bool OggettoFile::Esiste() {
+  const std::string nativo = Nativo();
+  struct stat stato {};
+  return ::stat(nativo.c_str(), &stato) == 0 && !S_ISDIR(stato.st_mode) &&
+         ::access(nativo.c_str(), R_OK) == 0;
+}
+
+void OggettoFile::CopiaIn(const std::shared_ptr<host::OggettoFile>& altro, std::int32_t /*opzioni*/) {
+  CopiaContenuto(Nativo(), PercorsoUnix(host::Richiesto(altro).Percorso()));
+}
+
+void OggettoFile::Crea(std::int32_t tipo, const std::string& nome, const std::string& /*testo*/,
+                       std::int32_t /*opzioni*/) {
+  if (tipo != kCopia) throw host::Errore(host::kArgomentoNonValido);
+  percorso_ = host::Richiesto(copie_).PostoPer(nome);
+}
+
+std::string OggettoFile::Percorso() {
+  if (percorso_.empty()) throw host::Errore(host::kOggettoNonImpostato);
+  return percorso_;
+}
+
+std::int32_t OggettoFile::Posizione() {
+  return vaCopiato_ && vaCopiato_(Nativo()) ? static_cast<std::int32_t>(kDaCopiare) : 0;
+}
+
+void OggettoFile::Apri(const std::string& nome, const std::string& cartella, std::int32_t /*opzioni*/) {
+  percorso_ = cartella.empty() ? nome : cartella + "\\" + nome;
+}
+
+void OggettoFile::ApriPercorso(const std::string& cartella, const std::string& nome,
+                               const std::string& /*testo*/, std::int32_t opzioni) {
+  // The text in front of the last `\` of a path in the root is empty, and the folder is the root all the
+  // same.
+  percorso_ = cartella + "\\" + nome;
+  static_cast<void>(opzioni);
+}
+
+}  // namespace orve::adapters::posix

@@ -1,0 +1,56 @@
+// How the windows look: the font that fits the layout, section frames and flat buttons. All colours come from
+// the palette, so that a dark desktop gets dark windows.
+#pragma once
+
+#include <QFont>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <functional>
+
+#include "host/layout.h"
+
+namespace orve::adapters::qt {
+
+/// The largest font, of the layout's family or one as narrow, in which every caption fits its control.
+[[nodiscard]] QFont FontPer(const host::LayoutForm& layout);
+
+/// A frame drawn as a section: its title and a line beside it; nothing at all without a title.
+class Riquadro : public QGroupBox {
+ public:
+  using QGroupBox::QGroupBox;
+
+ protected:
+  void paintEvent(QPaintEvent* evento) override;
+};
+
+/// A caption that stands in the middle of the line beside it, however high its own rectangle.
+class Etichetta : public QLabel {
+ public:
+  using QLabel::QLabel;
+
+ protected:
+  void resizeEvent(QResizeEvent* evento) override;
+};
+
+/// A flat button; with a menu behind it, it carries a small triangle in its corner.
+class Pulsante : public QPushButton {
+ public:
+  Pulsante(const QString& testo, bool conMenu, QWidget* padre);
+
+  /// Marks the button that confirms the window.
+  void Principale(bool principale) { principale_ = principale; }
+
+  /// Brings the menu up, when the person asks for it by the keyboard in the way of a menu.
+  std::function<void()> MostraMenu;
+
+ protected:
+  void paintEvent(QPaintEvent* evento) override;
+  void keyPressEvent(QKeyEvent* evento) override;
+
+ private:
+  bool conMenu_;
+  bool principale_ = false;
+};
+
+}  // namespace orve::adapters::qt

@@ -1,0 +1,51 @@
+// The two boxes of text. Both keep what the program wrote, byte by byte, until the person changes it, and
+// limit what the person types, pastes or drops, but never the program.
+#pragma once
+
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <cstdint>
+#include <string>
+
+namespace orve::adapters::qt {
+
+/// A box of one line. Characters are what a person counts: an emoji is one.
+class CasellaRiga : public QLineEdit {
+ public:
+  CasellaRiga(std::int32_t maxchar, QWidget* padre);
+  void Scrive(const std::string& testo);
+  [[nodiscard]] std::string Legge() const;
+
+ private:
+  void Limita(const QString& nuovo);
+  void Rifai(const QString& voluto, qsizetype cursore);
+
+  std::int32_t maxchar_;
+  std::string scritto_;
+  QString prima_;  // as accepted last
+  bool corregge_ = false;
+};
+
+/// A box of several lines of plain text.
+class CasellaTesto : public QPlainTextEdit {
+ public:
+  CasellaTesto(std::int32_t maxchar, QWidget* padre);
+  void Scrive(const std::string& testo);
+  [[nodiscard]] std::string Legge() const;
+
+ protected:
+  void keyPressEvent(QKeyEvent* evento) override;
+  void inputMethodEvent(QInputMethodEvent* evento) override;
+  void insertFromMimeData(const QMimeData* dati) override;
+  /// Files dropped here are for the window.
+  [[nodiscard]] bool canInsertFromMimeData(const QMimeData* dati) const override;
+
+ private:
+  /// What of the text fits in the place of the selection.
+  [[nodiscard]] QString Accettato(const QString& testo) const;
+
+  std::int32_t maxchar_;
+  std::string scritto_;
+};
+
+}  // namespace orve::adapters::qt

@@ -1,0 +1,187 @@
+#include "qt/controlli_qt.h"
+
+#include <QFocusEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QWheelEvent>
+#include <utility>
+
+#include "qt/aspetto.h"
+#include "qt/griglia.h"
+#include "qt/messaggi.h"
+
+namespace orve::adapters::qt {
+
+namespace {
+
+QWidget* CreaEtichetta(const host::LayoutControllo& layout, QWidget* padre) {
+  auto* etichetta = new Etichetta(Testo(layout.didascalia), padre);
+  etichetta->setTextFormat(Qt::PlainText);
+  const auto lato = layout.disegno.kvlalignment == 1 ? Qt::AlignRight : Qt::AlignLeft;
+  etichetta->setAlignment(lato | Qt::AlignVCenter);
+  etichetta->setAttribute(Qt::WA_TransparentForMouseEvents);
+  return etichetta;
+}
+
+QWidget* CreaRiquadro(const host::LayoutControllo& layout, QWidget* padre) {
+  auto* riquadro = new Riquadro(padre);
+  riquadro->setTitle(Testo(layout.didascalia));
+  return riquadro;
+}
+
+}  // namespace
+
+PulsanteMenu::PulsanteMenu(std::shared_ptr<QWidget> finestra, const host::LayoutControllo& layout,
+                           QWidget* padre)
+    : Controllo(std::move(finestra), layout,
+                new Pulsante(Testo(layout.didascalia), layout.disegno.ismenupopup, padre)) {
+  auto* pulsante = static_cast<Pulsante*>(widget);
+  const bool menu = layout.disegno.ismenupopup;
+  QObject::connect(pulsante, &QPushButton::clicked, &ascolto, [this, menu] {
+    Azione(widget, [&] {
+      if (menu) {
+        MostraMenu();
+      } else {
+        host::Solleva(ButtonClick);
+      }
+    });
+  });
+  if (menu) pulsante->MostraMenu = [pulsante] { pulsante->click(); };
+}
+
+void PulsanteMenu::AddMenuItem(const std::string& didascalia, const std::string& chiave) {
+  voci_.Aggiungi(didascalia, chiave);
+}
+
+void PulsanteMenu::EnableMenuItem(const host::Variant& chiaveOPosizione, bool attiva) {
+  voci_.Abilita(chiaveOPosizione, attiva);
+}
+
+void PulsanteMenu::MostraMenu() {
+  host::Solleva(BeforeShowMenuPopup);
+  auto* menu = new QMenu(widget);
+  menu->setObjectName(Testo(std::string(tavola.nome) + "_menu"));
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setFont(widget->font());
+  for (const auto& voce : voci_.Voci()) {
+    auto* azione = menu->addAction(Testo(voce.didascalia));
+    azione->setObjectName(Testo(voce.chiave));
+    azione->setEnabled(voce.attiva);
+    // Queued: the menu is gone before the choice shows a window of its own.
+    QObject::connect(
+        azione, &QAction::triggered, &ascolto,
+        [this, chiave = voce.chiave] {
+          Azione(widget, [&] { host::Solleva(MenuItemClick, std::string(chiave), std::string()); });
+        },
+        Qt::QueuedConnection);
+  }
+  menu->popup(widget->mapToGlobal(QPoint(0, widget->height())));
+}
+
+Spunta::Spunta(std::shared_ptr<QWidget> finestra, const host::LayoutControllo& layout, QWidget* padre)
+    : Controllo(std::move(finestra), layout, new QCheckBox(Testo(layout.didascalia), padre)),
+      casella_(static_cast<QCheckBox*>(widget)) {
+  QObject::connect(casella_, &QCheckBox::clicked, &ascolto,
+                   [this] { Azione(widget, [&] { host::Solleva(Change); }); });
+}
+
+std::string Spunta::Text() {
+  return casella_->isChecked() ? "1" : "0";
+}
+
+void Spunta::Text(const std::string& valore) {
+  casella_->setChecked(valore == "1");
+  host::Solleva(Change);
+}
+
+class Combo::Lista : public QComboBox {
+ public:
+  explicit Lista(QWidget* padre) : QComboBox(padre) {
+    setFocusPolicy(Qt::StrongFocus);
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);  // long lists are not measured
+  }
+  bool apreDaSola = false;
+
+ protected:
+  void focusInEvent(QFocusEvent* evento) override {
+    QComboBox::focusInEvent(evento);
+    const bool daTastiera = evento->reason() == Qt::TabFocusReason ||
+                            evento->reason() == Qt::BacktabFocusReason ||
+                            evento->reason() == Qt::ShortcutFocusReason;
+    if (apreDaSola && daTastiera) showPopup();
+  }
+  // Turning the wheel over a box that is not in use would change the sender unseen.
+  void wheelEvent(QWheelEvent* evento) override {
+    if (hasFocus()) {
+      QComboBox::wheelEvent(evento);
+    } else {
+      evento->ignore();
+    }
+  }
+};
+
+Combo::Combo(std::shared_ptr<QWidget> finestra, const host::LayoutControllo& layout, QWidget* padre)
+    : Controllo(std::move(finestra), layout, new Lista(padre)), lista_(static_cast<Lista*>(widget)) {
+  QObject::connect(lista_, &QComboBox::activated, &ascolto, [this](int posizione) {
+    Azione(widget, [&] {
+      const auto scelta = static_cast<std::int16_t>(posizione);
+      voci_.SelezionaPosizione(scelta);
+      host::Solleva(Change, scelta);
+    });
+  });
+}
+
+void Combo::EraseCombo() {
+  voci_.Svuota();
+  lista_->clear();
+}
+
+void Combo::AutoOpen(bool apre) {
+  lista_->apreDaSola = apre;
+}
+
+void Combo::AddItemData(const std::string& testo, std::int16_t dati) {
+  voci_.Aggiungi(testo, dati);
+  lista_->addItem(Testo(testo));
+  lista_->setCurrentIndex(voci_.Selezionata());  // the list by itself selects its first entry
+}
+
+void Combo::Text(const host::Variant& valore) {
+  voci_.SelezionaValore(valore);
+  lista_->setCurrentIndex(voci_.Selezionata());
+  host::Solleva(Change, voci_.Selezionata());
+}
+
+void Combo::SelezionaPosizione(std::int16_t posizione) {
+  voci_.SelezionaPosizione(posizione);
+  lista_->setCurrentIndex(posizione);
+  host::Solleva(Change, posizione);
+}
+
+std::shared_ptr<host::Controllo> CreaControllo(const std::shared_ptr<QWidget>& finestra,
+                                               const host::LayoutControllo& layout, QWidget* padre) {
+  switch (layout.tipo) {
+    case host::TipoControllo::kFrame:
+      return std::make_shared<Controllo<host::Frame>>(finestra, layout, CreaRiquadro(layout, padre));
+    case host::TipoControllo::kEtichetta:
+    case host::TipoControllo::kKvlLabel:
+      return std::make_shared<Controllo<host::KVL_LABEL>>(finestra, layout, CreaEtichetta(layout, padre));
+    case host::TipoControllo::kTbarMenu:
+      return std::make_shared<PulsanteMenu>(finestra, layout, padre);
+    case host::TipoControllo::kTxtEdit:
+      return std::make_shared<Riga>(finestra, layout, padre);
+    case host::TipoControllo::kRichTextBox:
+      return std::make_shared<Corpo>(finestra, layout, padre);
+    case host::TipoControllo::kCheckBox:
+      return std::make_shared<Spunta>(finestra, layout, padre);
+    case host::TipoControllo::kCombo:
+      return std::make_shared<Combo>(finestra, layout, padre);
+    case host::TipoControllo::kGriglia:
+      return std::make_shared<Griglia>(finestra, layout, padre);
+    case host::TipoControllo::kResizeForm:
+      break;
+  }
+  return nullptr;
+}
+
+}  // namespace orve::adapters::qt

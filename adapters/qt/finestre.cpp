@@ -1,0 +1,62 @@
+#include "qt/finestre.h"
+
+#include <utility>
+
+#include "forms/collezione_file.h"
+#include "forms/record_set_in_memoria.h"
+#include "posix/oggetto_file.h"
+#include "qt/form_qt.h"
+#include "qt/griglia.h"
+#include "qt/messaggi.h"
+#include "qt/selettore_file.h"
+
+namespace orve::adapters::qt {
+
+struct Finestre::Comune {
+  explicit Comune(OpzioniFinestre scelte)
+      : opzioni(std::move(scelte)), copie(std::make_shared<posix::CartellaCopie>(opzioni.cartellaCopie)) {}
+
+  [[nodiscard]] std::shared_ptr<host::OggettoFile> CreaFile() const {
+    return opzioni.vaCopiato ? std::make_shared<posix::OggettoFile>(copie, opzioni.vaCopiato)
+                             : std::make_shared<posix::OggettoFile>(copie);
+  }
+
+  OpzioniFinestre opzioni;
+  std::shared_ptr<posix::CartellaCopie> copie;
+  std::shared_ptr<FileLasciati> lasciati = std::make_shared<FileLasciati>();
+};
+
+Finestre::Finestre(OpzioniFinestre opzioni) : comune_(std::make_shared<Comune>(std::move(opzioni))) {}
+Finestre::~Finestre() = default;
+
+std::shared_ptr<host::Form> Finestre::CreaForm(const host::LayoutForm& layout) {
+  AssicuraApplicazione();
+  return std::make_shared<FormQt>(layout, comune_->lasciati);
+}
+
+std::shared_ptr<host::ConfigurazioneGriglia> Finestre::CreaConfigurazioneGriglia() {
+  return std::make_shared<ConfigurazioneGriglia>();
+}
+
+std::shared_ptr<host::RecordSetScollegato> Finestre::CreaRecordSetScollegato() {
+  return std::make_shared<forms::RecordSetInMemoria>();
+}
+
+std::shared_ptr<host::SelettoreFile> Finestre::CreaSelettoreFile() {
+  AssicuraApplicazione();
+  return CreaSelettore(comune_->lasciati, [comune = comune_] { return comune->CreaFile(); });
+}
+
+std::shared_ptr<host::OggettoFile> Finestre::CreaOggettoFile() {
+  return comune_->CreaFile();
+}
+
+std::shared_ptr<host::CollezioneFile> Finestre::CreaCollezioneFile() {
+  return std::make_shared<forms::CollezioneInMemoria>();
+}
+
+std::shared_ptr<host::Messaggi> Finestre::CreaMessaggi() {
+  return qt::CreaMessaggi(comune_->opzioni.programma);
+}
+
+}  // namespace orve::adapters::qt

@@ -1,0 +1,269 @@
+#include "qt/form_qt.h"
+
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QScreen>
+#include <QUrl>
+#include <QWindow>
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "qt/aspetto.h"
+#include "qt/controlli_qt.h"
+#include "qt/finestra_di_form.h"
+#include "qt/messaggi.h"
+#include "qt/proporzioni.h"
+#include "text/text.h"
+
+namespace orve::adapters::qt {
+
+namespace {
+
+// The button whose steps a dropped file goes through.
+constexpr const char* kPulsanteAllega = "KVL_ALLEGA";
+
+QStringList FileDi(const QMimeData* dati) {
+  QStringList file;
+  for (const QUrl& url : dati->urls()) {
+    if (url.isLocalFile()) file << url.toLocalFile();
+  }
+  return file;
+}
+
+}  // namespace
+
+QWidget* FinestraDi(host::Oggetto* oggetto) {
+  auto* form = dynamic_cast<FormQt*>(oggetto);
+  return form != nullptr ? form->Widget() : nullptr;
+}
+
+Finestra::Finestra()
+    : QDialog(nullptr, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                           Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint) {
+  setAcceptDrops(true);
+}
+
+void Finestra::done(int esito) {
+  QDialog::done(esito);
+  if (Chiusa) Chiusa();
+}
+
+void Finestra::changeEvent(QEvent* evento) {
+  QDialog::changeEvent(evento);
+  if (evento->type() != QEvent::ActivationChange || !isActiveWindow()) return;
+  // Queued: what the activation sets off may show a window, which this event is not over for.
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        if (Attivata) Attivata();
+      },
+      Qt::QueuedConnection);
+}
+
+void Finestra::resizeEvent(QResizeEvent* evento) {
+  QDialog::resizeEvent(evento);
+  if (Ridimensionata) Ridimensionata();
+}
+
+void Finestra::dragEnterEvent(QDragEnterEvent* evento) {
+  if (!FileDi(evento->mimeData()).isEmpty()) evento->acceptProposedAction();
+}
+
+void Finestra::dropEvent(QDropEvent* evento) {
+  const QStringList file = FileDi(evento->mimeData());
+  if (file.isEmpty()) return;
+  evento->acceptProposedAction();
+  QMetaObject::invokeMethod(
+      this,
+      [this, file] {
+        if (Lasciati) Lasciati(file);
+      },
+      Qt::QueuedConnection);
+}
+
+FormQt::FormQt(const host::LayoutForm& layout, std::shared_ptr<FileLasciati> lasciati)
+    : finestra_(std::make_shared<Finestra>()),
+      lasciati_(std::move(lasciati)),
+      didascalia_(layout.didascalia),
+      width_(layout.width),
+      height_(layout.height) {
+  finestra_->setObjectName(Testo(layout.nome));
+  finestra_->setWindowTitle(Testo(didascalia_));
+  finestra_->setFont(FontPer(layout));
+  Costruisci(layout);
+  OrdinaTastiera();
+  DaiNomi();
+  MostraPulsantePrincipale();
+  AdattaFinestra();
+  finestra_->Ridimensionata = [this] {
+    if (proporzioni_) proporzioni_->Segui();
+  };
+  finestra_->Attivata = [this] {
+    if (!aperta_ || std::exchange(primaAttivazione_, false)) return;
+    Azione(finestra_.get(), [this] { host::Solleva(Activate); });
+  };
+  finestra_->Chiusa = [this] {
+    if (!std::exchange(aperta_, false)) return;
+    Azione(nullptr, [this] { host::Solleva(Unload); });
+  };
+  finestra_->Lasciati = [this](const QStringList& file) { Allega(file); };
+}
+
+FormQt::~FormQt() {
+  // A control may outlive its form, and the window with it.
+  finestra_->Ridimensionata = nullptr;
+  finestra_->Attivata = nullptr;
+  finestra_->Chiusa = nullptr;
+  finestra_->Lasciati = nullptr;
+  finestra_->hide();
+}
+
+void FormQt::Costruisci(const host::LayoutForm& layout) {
+  for (const auto& riga : layout.controlli) {
+    std::shared_ptr<host::Controllo> controllo;
+    if (riga.tipo == host::TipoControllo::kResizeForm) {
+      proporzioni_ = std::make_shared<Proporzioni>(riga, *this);
+      controllo = proporzioni_;
+    } else {
+      const auto cornice = controlli_.find(text::FoldCase(riga.cornice));
+      QWidget* padre =
+          cornice == controlli_.end() ? finestra_.get() : dynamic_cast<Elemento&>(*cornice->second).widget;
+      controllo = CreaControllo(finestra_, riga, padre);
+      elementi_.push_back(dynamic_cast<Elemento*>(controllo.get()));
+    }
+    controlli_.emplace(text::FoldCase(riga.nome), std::move(controllo));
+  }
+  // A caption may be wider than the gap in front of the box beside it.
+  for (auto* elemento : elementi_) {
+    if (dynamic_cast<host::KVL_LABEL*>(elemento) != nullptr) elemento->widget->lower();
+  }
+}
+
+// The keyboard goes by the table, and leaves out what lies below the edge of its frame.
+void FormQt::OrdinaTastiera() const {
+  std::vector<Elemento*> ordine = elementi_;
+  std::stable_sort(ordine.begin(), ordine.end(), [](const Elemento* a, const Elemento* b) {
+    return a->tavola.tabIndex < b->tavola.tabIndex;
+  });
+  QWidget* precedente = nullptr;
+  for (auto* elemento : ordine) {
+    if (elemento->widget->focusPolicy() == Qt::NoFocus) continue;
+    const auto* padre = elemento->widget->parentWidget();
+    const bool fuori = padre != finestra_.get() && elemento->widget->y() >= padre->height();
+    if (fuori || elemento->tavola.tabIndex < 0) {
+      elemento->widget->setFocusPolicy(Qt::NoFocus);
+      continue;
+    }
+    if (precedente != nullptr) QWidget::setTabOrder(precedente, elemento->widget);
+    precedente = elemento->widget;
+  }
+}
+
+// What a screen reader says: the caption, or for a box without one the caption to its left.
+void FormQt::DaiNomi() const {
+  const auto nome = [](const Elemento& elemento) {
+    QString testo = Testo(elemento.tavola.didascalia);
+    testo.remove(QLatin1Char('&'));
+    while (testo.endsWith(QLatin1Char('.'))) testo.chop(1);
+    return testo.trimmed();
+  };
+  for (const auto* elemento : elementi_) {
+    QString suo = nome(*elemento);
+    const auto& r = elemento->rettangolo;
+    float vicino = std::numeric_limits<float>::max();
+    for (const auto* altro : elementi_) {
+      if (!suo.isEmpty() && vicino == std::numeric_limits<float>::max()) break;
+      const auto& a = altro->rettangolo;
+      const bool accanto = altro != elemento && altro->tavola.cornice == elemento->tavola.cornice &&
+                           !altro->tavola.didascalia.empty() && a.left < r.left && a.top < r.top + r.height &&
+                           r.top < a.top + a.height;
+      if (!accanto || r.left - a.left >= vicino) continue;
+      vicino = r.left - a.left;
+      suo = nome(*altro);
+    }
+    elemento->widget->setAccessibleName(suo);
+  }
+}
+
+void FormQt::MostraPulsantePrincipale() const {
+  for (const auto* elemento : elementi_) {
+    auto* pulsante = dynamic_cast<Pulsante*>(elemento->widget);
+    if (pulsante == nullptr || !elemento->tavola.cornice.empty()) continue;
+    pulsante->Principale(true);
+    return;
+  }
+}
+
+std::shared_ptr<host::Controllo> FormQt::Controlli(std::string_view nome) {
+  const auto trovato = controlli_.find(text::FoldCase(nome));
+  if (trovato == controlli_.end()) throw host::Errore(host::kMembroNonSupportato);
+  return trovato->second;
+}
+
+void FormQt::Caption(const std::string& didascalia) {
+  didascalia_ = didascalia;
+  finestra_->setWindowTitle(Testo(didascalia));
+}
+
+void FormQt::Width(float twip) {
+  width_ = twip;
+  AdattaFinestra();
+}
+
+void FormQt::Height(float twip) {
+  height_ = twip;
+  AdattaFinestra();
+}
+
+// No smaller than the program has it, unless the screen is.
+void FormQt::AdattaFinestra() {
+  const QSize misura(std::max(1, Pixel(width_)), std::max(1, Pixel(height_)));
+  const QSize schermo = finestra_->screen()->availableSize();
+  finestra_->setMinimumSize(misura.boundedTo(schermo));
+  finestra_->resize(misura);
+}
+
+void FormQt::Show(std::int16_t modo, const std::shared_ptr<host::Form>& proprietario) {
+  if (!std::exchange(caricata_, true)) host::Solleva(Load);
+  // Raised here and not by the window's first activation: the person finds a window that is ready, also where
+  // the desktop does not make a new window the active one.
+  if (aperta_ && !finestra_->isVisible()) {
+    primaAttivazione_ = true;
+    host::Solleva(Activate);
+  }
+  if (!aperta_) return;
+  if (auto* padre = FinestraDi(proprietario.get())) {
+    static_cast<void>(finestra_->winId());  // makes the window to tie to its owner
+    finestra_->windowHandle()->setTransientParent(padre->windowHandle());
+  }
+  const auto finestra = finestra_;  // lives as long as it is shown
+  if (modo == kModale) {
+    finestra->exec();
+  } else {
+    finestra->show();
+  }
+}
+
+void FormQt::Chiudi() {
+  if (!std::exchange(aperta_, false)) return;
+  finestra_->done(QDialog::Accepted);
+  host::Solleva(Unload);
+}
+
+// One file at a time goes through the steps of the button, which asks for a file and finds this one.
+void FormQt::Allega(const QStringList& file) {
+  const auto trovato = controlli_.find(text::FoldCase(kPulsanteAllega));
+  if (trovato == controlli_.end()) return;
+  auto* pulsante = dynamic_cast<host::KVL_TBARMENU*>(trovato->second.get());
+  const auto* widget = dynamic_cast<Elemento&>(*trovato->second).widget;
+  for (const auto& uno : file) {
+    if (pulsante == nullptr || !widget->isVisible() || !widget->isEnabled() || !aperta_) return;
+    *lasciati_ = {uno};
+    Azione(finestra_.get(), [pulsante] { host::Solleva(pulsante->ButtonClick); });
+    lasciati_->clear();
+  }
+}
+
+}  // namespace orve::adapters::qt

@@ -1,0 +1,137 @@
+#include "qt/griglia.h"
+
+#include <QHeaderView>
+#include <algorithm>
+#include <utility>
+
+#include "host/connection.h"
+#include "qt/messaggi.h"
+
+namespace orve::adapters::qt {
+
+namespace {
+
+constexpr int kAltezzaRiga = 19;
+constexpr int kAltezzaTestata = 21;
+
+}  // namespace
+
+Griglia::Griglia(std::shared_ptr<QWidget> finestra, const host::LayoutControllo& layout, QWidget* padre)
+    : Controllo(std::move(finestra), layout, new QTableWidget(padre)),
+      tabella_(static_cast<QTableWidget*>(widget)) {
+  tabella_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  tabella_->setSelectionMode(QAbstractItemView::SingleSelection);
+  tabella_->setTabKeyNavigation(false);
+  tabella_->setShowGrid(false);
+  tabella_->setWordWrap(false);
+  tabella_->setTextElideMode(Qt::ElideMiddle);  // the end of a file's name says what it is
+  tabella_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  tabella_->verticalHeader()->hide();
+  tabella_->verticalHeader()->setMinimumSectionSize(1);
+  tabella_->verticalHeader()->setDefaultSectionSize(kAltezzaRiga);
+  auto* testata = tabella_->horizontalHeader();
+  testata->setFixedHeight(kAltezzaTestata);
+  testata->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  testata->setStretchLastSection(true);
+  testata->setHighlightSections(false);
+  testata->setSectionsClickable(false);
+  QObject::connect(tabella_, &QTableWidget::currentCellChanged, &ascolto,
+                   [this](int riga) { Azione(widget, [&] { Sceglie(riga); }); });
+}
+
+Griglia::~Griglia() {
+  Lascia();
+}
+
+void Griglia::Configurazione(const std::shared_ptr<host::ConfigurazioneGriglia>& configurazione) {
+  const bool righe = host::Richiesto(configurazione).SelezioneRiga();
+  tabella_->setSelectionBehavior(righe ? QAbstractItemView::SelectRows : QAbstractItemView::SelectItems);
+}
+
+void Griglia::AggiungiColonna(const std::string& campo, const std::string& didascalia, std::int32_t numero,
+                              float larghezza, bool visibile) {
+  colonne_.push_back({campo, didascalia, numero, larghezza, visibile});
+}
+
+void Griglia::FineColonne() {
+  std::stable_sort(colonne_.begin(), colonne_.end(),
+                   [](const Colonna& a, const Colonna& b) { return a.numero < b.numero; });
+  tabella_->setColumnCount(static_cast<int>(colonne_.size()));
+  QStringList didascalie;
+  for (int i = 0; i < tabella_->columnCount(); ++i) {
+    const auto& colonna = colonne_[static_cast<std::size_t>(i)];
+    didascalie << Testo(colonna.didascalia);
+    tabella_->setColumnWidth(i, Pixel(colonna.larghezza));
+    tabella_->setColumnHidden(i, !colonna.visibile);
+  }
+  tabella_->setHorizontalHeaderLabels(didascalie);
+  if (!didascalie.isEmpty()) tabella_->setAccessibleName(didascalie.first());
+}
+
+void Griglia::DataSource(const std::shared_ptr<host::RecordSetScollegato>& righe) {
+  Lascia();
+  righe_ = righe;
+  muove_ = true;
+  tabella_->setRowCount(0);
+  try {
+    if (righe_ && configurata_ && !colonne_.empty()) Copia();
+  } catch (...) {
+    muove_ = false;
+    throw;
+  }
+  muove_ = false;
+  if (!righe_) return;
+  Segue();
+  righe_->MoveComplete = [this] { Segue(); };
+}
+
+void Griglia::Lascia() {
+  if (righe_) righe_->MoveComplete = nullptr;
+  righe_.reset();
+}
+
+// Reading goes through the rows; afterwards the record set stands where it stood.
+void Griglia::Copia() {
+  const std::int32_t corrente = righe_->AbsolutePosition();
+  tabella_->setRowCount(righe_->RecordCount());
+  if (righe_->RecordCount() > 0) righe_->MoveFirst();
+  for (int riga = 0; !righe_->Eof(); righe_->MoveNext(), ++riga) {
+    for (int i = 0; i < tabella_->columnCount(); ++i) {
+      const auto valore = host::Leggi(*righe_, colonne_[static_cast<std::size_t>(i)].campo).Joined();
+      auto* cella = new QTableWidgetItem(Testo(valore));
+      cella->setToolTip(Testo(valore).toHtmlEscaped());
+      tabella_->setItem(riga, i, cella);
+    }
+  }
+  if (corrente != host::RecordSetScollegato::kNessunaRiga) righe_->AbsolutePosition(corrente);
+}
+
+// The selected row becomes that of the record set.
+void Griglia::Segue() {
+  if (muove_) return;
+  muove_ = true;
+  const int riga = righe_->AbsolutePosition() - 1;
+  const bool mostrata = riga >= 0 && riga < tabella_->rowCount();
+  if (mostrata) {
+    tabella_->setCurrentCell(riga, 0);
+    tabella_->selectRow(riga);
+  } else {
+    tabella_->setCurrentItem(nullptr);
+    tabella_->clearSelection();
+  }
+  muove_ = false;
+}
+
+void Griglia::Sceglie(int riga) {
+  if (muove_ || !righe_ || riga < 0) return;
+  muove_ = true;
+  try {
+    righe_->AbsolutePosition(riga + 1);
+  } catch (...) {
+    muove_ = false;
+    throw;
+  }
+  muove_ = false;
+}
+
+}  // namespace orve::adapters::qt

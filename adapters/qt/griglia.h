@@ -1,0 +1,65 @@
+// The grid: the rows of a record set as they stood when it was bound, one of them selected.
+#pragma once
+
+#include <QTableWidget>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/griglia.h"
+#include "qt/elemento.h"
+
+namespace orve::adapters::qt {
+
+class ConfigurazioneGriglia : public host::ConfigurazioneGriglia {
+ public:
+  void ColonnaChiave(const std::string& campo) override { colonna_ = campo; }
+  std::string ColonnaChiave() override { return colonna_; }
+  void SelezioneRiga(bool attiva) override { selezione_ = attiva; }
+  bool SelezioneRiga() override { return selezione_; }
+
+ private:
+  std::string colonna_;
+  bool selezione_ = false;
+};
+
+class Griglia : public Controllo<host::KVL_QGRIDWRAPPER> {
+ public:
+  Griglia(std::shared_ptr<QWidget> finestra, const host::LayoutControllo& layout, QWidget* padre);
+  Griglia(const Griglia&) = delete;
+  Griglia& operator=(const Griglia&) = delete;
+  Griglia(Griglia&&) = delete;
+  Griglia& operator=(Griglia&&) = delete;
+  ~Griglia() override;
+
+  void Configurazione(const std::shared_ptr<host::ConfigurazioneGriglia>& configurazione) override;
+  /// Columns share the width of the grid and never scroll sideways, so that all of them stay in place.
+  void ColonneFisse(std::int32_t /*numero*/) override {}
+  void AggiungiColonna(const std::string& campo, const std::string& didascalia, std::int32_t numero,
+                       float larghezza, bool visibile) override;
+  void FineColonne() override;
+  void FineConfigurazione() override { configurata_ = true; }
+  void DataSource(const std::shared_ptr<host::RecordSetScollegato>& righe) override;
+
+ private:
+  struct Colonna {
+    std::string campo;
+    std::string didascalia;
+    std::int32_t numero;
+    float larghezza;
+    bool visibile;
+  };
+
+  void Lascia();
+  void Copia();
+  void Segue();
+  void Sceglie(int riga);
+
+  QTableWidget* tabella_;
+  std::vector<Colonna> colonne_;
+  bool configurata_ = false;
+  bool muove_ = false;  // the selection and the record set do not chase each other
+  std::shared_ptr<host::RecordSetScollegato> righe_;
+};
+
+}  // namespace orve::adapters::qt

@@ -1,0 +1,105 @@
+#include "qt/messaggi.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <utility>
+
+#include "qt/finestra_di_form.h"
+#include "qt/finestre.h"
+#include "qt/misure.h"
+
+namespace orve::adapters::qt {
+
+namespace {
+
+constexpr std::int32_t kRispostaOk = 1;
+constexpr std::int32_t kPulsanti = 15;  // the bits of a style that choose the buttons
+constexpr std::int32_t kSiNo = 4;
+constexpr std::int32_t kFigura = 0x70;  // and those that choose the picture
+constexpr qsizetype kTestoIntero = 2000;
+
+QMessageBox::Icon Figura(std::int32_t stile) {
+  switch (stile & kFigura) {
+    case host::kCritico:
+      return QMessageBox::Critical;
+    case host::kAvviso:
+      return QMessageBox::Warning;
+    case host::kInformazione:
+      return QMessageBox::Information;
+    default:
+      return QMessageBox::NoIcon;
+  }
+}
+
+class Messaggi : public host::Messaggi {
+ public:
+  explicit Messaggi(std::string programma) : programma_(std::move(programma)) {}
+
+  // A window asks each time it becomes active; a title is made once.
+  std::string TitoloFinestra(const std::string& testo) override {
+    if (programma_.empty() || testo.ends_with(Coda())) return testo;
+    return testo + Coda();
+  }
+
+  std::int32_t MostraMsg(const std::string& testo, std::int32_t stile, const std::string& titolo,
+                         const std::shared_ptr<host::Oggetto>& proprietario) override {
+    AssicuraApplicazione();
+    return MostraCasella(testo, stile, titolo.empty() ? programma_ : titolo, FinestraDi(proprietario.get()));
+  }
+
+ private:
+  [[nodiscard]] std::string Coda() const { return " - " + programma_; }
+
+  std::string programma_;
+};
+
+}  // namespace
+
+std::int32_t MostraCasella(const std::string& testo, std::int32_t stile, const std::string& titolo,
+                           QWidget* padre) {
+  QMessageBox casella(padre != nullptr ? padre : QApplication::activeWindow());
+  casella.setObjectName(QStringLiteral("MostraMsg"));
+  casella.setTextFormat(Qt::PlainText);  // what a server or a file name says is no markup
+  casella.setWindowTitle(Testo(titolo));
+  casella.setIcon(Figura(stile));
+  // A box higher than the screen would hide its own buttons.
+  const QString intero = Testo(testo);
+  if (intero.size() > kTestoIntero) {
+    casella.setText(intero.left(kTestoIntero) + QStringLiteral("…"));
+    casella.setDetailedText(intero);
+  } else {
+    casella.setText(intero);
+  }
+  if ((stile & kPulsanti) != kSiNo) {
+    casella.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+    casella.exec();
+    return kRispostaOk;
+  }
+  auto* si = casella.addButton(QStringLiteral("&Sì"), QMessageBox::YesRole);
+  auto* no = casella.addButton(QStringLiteral("&No"), QMessageBox::NoRole);
+  casella.setDefaultButton(si);
+  casella.setEscapeButton(no);
+  casella.exec();
+  return casella.clickedButton() == si ? host::kRispostaSi : host::kRispostaNo;
+}
+
+void Azione(QWidget* padre, const std::function<void()>& azione) {
+  try {
+    try {
+      azione();
+    } catch (...) {
+      const host::Errore errore = host::ErroreCorrente();
+      MostraCasella(std::to_string(errore.Numero()) + " " + errore.Descrizione(), host::kCritico,
+                    padre != nullptr ? Utf8(padre->window()->windowTitle()) : std::string(), padre);
+    }
+  } catch (...) {
+    qWarning("ORVE_MAILSERVER: un errore non ha potuto essere mostrato");
+  }
+}
+
+std::shared_ptr<host::Messaggi> CreaMessaggi(std::string programma) {
+  return std::make_shared<Messaggi>(std::move(programma));
+}
+
+}  // namespace orve::adapters::qt
