@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kFontGrande = 12;  // pixels
 constexpr int kFontPiccolo = 9;
-constexpr int kAltezzaRiga = 20;
+constexpr int kAltezzaRiga = 18;
 constexpr int kMargineTesto = 2;
 constexpr qreal kRaggio = 4;
 

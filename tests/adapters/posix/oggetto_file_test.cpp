@@ -1,0 +1,141 @@
+// The host's file objects on real files.
+#include "posix/oggetto_file.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+
+#include "posix/errori.h"
+#include "prova.h"
+
+namespace orve::adapters::posix {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Libreria(std::string percorso) {
+  std::replace(percorso.begin(), percorso.end(), '/', '\\');
+  return percorso;
+}
+
+std::string Unix(std::string percorso) {
+  std::replace(percorso.begin(), percorso.end(), '\\', '/');
+  return percorso;
+}
+
+class FileDellOspite : public ::testing::Test {
+ protected:
+  std::shared_ptr<OggettoFile> Nuovo() { return std::make_shared<OggettoFile>(copie); }
+  std::shared_ptr<OggettoFile> Aperto(const std::string& nome) {
+    auto file = Nuovo();
+    file->Apri(nome, Libreria(cartella.Radice()), 0);
+    return file;
+  }
+  std::string Scrivi(const std::string& nome, const std::string& contenuto) {
+    std::ofstream(cartella / nome, std::ios::binary) << contenuto;
+    return cartella / nome;
+  }
+  template <class Azione>
+  static std::int32_t Numero(Azione azione) {
+    try {
+      azione();
+    } catch (const host::Errore& errore) {
+      return errore.Numero();
+    }
+    return 0;
+  }
+
+  CartellaDiProva cartella;
+  std::shared_ptr<CartellaCopie> copie = std::make_shared<CartellaCopie>(cartella.Radice());
+};
+
+TEST_F(FileDellOspite, AnObjectBoundToNothingRaises91) {
+  const auto file = Nuovo();
+  EXPECT_EQ(Numero([&] { static_cast<void>(file->Nome()); }), host::kOggettoNonImpostato);
+  EXPECT_EQ(Numero([&] { static_cast<void>(file->Esiste()); }), host::kOggettoNonImpostato);
+  EXPECT_EQ(Numero([&] { static_cast<void>(file->Percorso()); }), host::kOggettoNonImpostato);
+  EXPECT_EQ(Numero([&] { static_cast<void>(file->Posizione()); }), host::kOggettoNonImpostato);
+}
+
+TEST_F(FileDellOspite, NameAndPathOutliveTheClosing) {
+  Scrivi("a è.pdf", "x");
+  const auto file = Aperto("a è.pdf");
+  EXPECT_TRUE(file->Esiste());
+  file->Chiudi();
+  EXPECT_EQ(file->Nome(), "a è.pdf");
+  EXPECT_EQ(file->Percorso(), Libreria(cartella / "a è.pdf"));
+}
+
+TEST_F(FileDellOspite, AFolderAndAMissingFileDoNotExist) {
+  fs::create_directory(cartella / "sotto");
+  EXPECT_FALSE(Aperto("sotto")->Esiste());
+  EXPECT_FALSE(Aperto("manca")->Esiste());
+}
+
+TEST_F(FileDellOspite, AnEmptyDirectoryLeavesTheNameToStandForItself) {
+  const auto file = Nuovo();
+  file->Apri("solo.txt", "", 0);
+  EXPECT_EQ(file->Percorso(), "solo.txt");
+  EXPECT_EQ(file->Nome(), "solo.txt");
+}
+
+TEST_F(FileDellOspite, AFileOfTheLocalDiskNeedsNoCopy) {
+  Scrivi("a", "x");
+  EXPECT_EQ(Aperto("a")->Posizione(), 0);
+  EXPECT_EQ(Aperto("manca")->Posizione(), 0);
+}
+
+TEST_F(FileDellOspite, ACopyHasTheContentTheNameAndAPlaceOfItsOwn) {
+  const std::string grande(300000, 'z');
+  Scrivi("dati.bin", grande);
+  const auto origine = Aperto("dati.bin");
+  const auto prima = Nuovo();
+  const auto seconda = Nuovo();
+  prima->Crea(host::OggettoFile::kCopia, "dati.bin", "", 0);
+  seconda->Crea(host::OggettoFile::kCopia, "dati.bin", "", 0);
+  EXPECT_NE(prima->Percorso(), seconda->Percorso());
+  EXPECT_FALSE(prima->Esiste());
+  origine->CopiaIn(prima, 0);
+  EXPECT_EQ(prima->Nome(), "dati.bin");
+  EXPECT_TRUE(prima->Esiste());
+  EXPECT_EQ(Contenuto(Unix(prima->Percorso())), grande);
+  struct stat stato {};
+  ASSERT_EQ(::stat(Unix(prima->Percorso()).c_str(), &stato), 0);
+  EXPECT_EQ(stato.st_mode & 0777, 0600U);
+}
+
+TEST_F(FileDellOspite, TheCopiesGoWithTheirFolder) {
+  Scrivi("a", "x");
+  auto copia = Nuovo();
+  copia->Crea(host::OggettoFile::kCopia, "a", "", 0);
+  Aperto("a")->CopiaIn(copia, 0);
+  const std::string percorso = Unix(copia->Percorso());
+  EXPECT_TRUE(fs::exists(percorso));
+  copia.reset();
+  EXPECT_TRUE(fs::exists(percorso)) << "the path may still be in use";
+  copie.reset();
+  EXPECT_FALSE(fs::exists(percorso));
+  EXPECT_EQ(std::distance(fs::directory_iterator(cartella.Radice()), fs::directory_iterator()), 1);
+}
+
+TEST_F(FileDellOspite, ACopyThatFailsLeavesNoFile) {
+  const auto copia = Nuovo();
+  copia->Crea(host::OggettoFile::kCopia, "a", "", 0);
+  EXPECT_NE(Numero([&] { Aperto("manca")->CopiaIn(copia, 0); }), 0);
+  EXPECT_FALSE(copia->Esiste());
+  EXPECT_EQ(Numero([&] { Aperto("manca")->CopiaIn(nullptr, 0); }), host::kOggettoNonImpostato);
+}
+
+TEST_F(FileDellOspite, ATextThatIsNoPlainFileNameIsRefused) {
+  for (const char* nome : {"", ".", "..", "a/b", "a\\b", "..\\fuori"}) {
+    EXPECT_EQ(Numero([&] { Nuovo()->Crea(host::OggettoFile::kCopia, nome, "", 0); }), kNomeFileNonValido)
+        << nome;
+  }
+  EXPECT_EQ(Numero([&] { Nuovo()->Crea(3, "a", "", 0); }), host::kArgomentoNonValido);
+}
+
+}  // namespace
+}  // namespace orve::adapters::posix

@@ -1,0 +1,214 @@
+// What a box takes from the person and what from the program.
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTest>
+#include <string>
+
+#include "dialogs/layouts.h"
+#include "prova.h"
+
+namespace orve::adapters::qt {
+namespace {
+
+class Caselle : public FinestraVera {
+ protected:
+  // The window by itself, with nobody behind its events.
+  void Mostra(const Regia::Passo& persona) {
+    const auto form = ambiente->CreaForm(LayoutOpzMail());
+    regia.Poi("FRMRW_OPZMAIL", [&](QWidget& finestra) {
+      persona(finestra);
+      finestra.close();
+    });
+    form_ = form;
+    form->Show(host::Form::kModale, nullptr);
+    form_.reset();
+  }
+  template <class Tipo>
+  std::shared_ptr<Tipo> Controllo(const char* nome) {
+    return host::ControlloDi<Tipo>(*form_, nome);
+  }
+
+  std::shared_ptr<host::Form> form_;
+};
+
+constexpr const char* kEmoji = "\xF0\x9F\x98\x80";
+
+std::string Volte(const std::string& testo, int quante) {
+  std::string risultato;
+  for (int i = 0; i < quante; ++i) risultato += testo;
+  return risultato;
+}
+
+TEST_F(Caselle, TypingStopsAtTheLimit) {
+  Mostra([this](QWidget& finestra) {
+    Digita(finestra, "TXT_OGGETTO", std::string(99, 'a') + "bcd");
+    EXPECT_EQ(Contenuto(finestra, "TXT_OGGETTO"), std::string(99, 'a') + "b");
+    EXPECT_EQ(Controllo<host::TxtEdit>("TXT_OGGETTO")->Text(), std::string(99, 'a') + "b");
+  });
+}
+
+TEST_F(Caselle, PastingIsCutAtTheLimit) {
+  Mostra([](QWidget& finestra) {
+    Digita(finestra, "TXT_OGGETTO", "inizio ");
+    Incolla(finestra, "TXT_OGGETTO", std::string(200, 'z'));
+    EXPECT_EQ(Contenuto(finestra, "TXT_OGGETTO"), "inizio " + std::string(93, 'z'));
+  });
+}
+
+TEST_F(Caselle, WhatIsRefusedInTheMiddleLeavesTheRestAlone) {
+  Mostra([](QWidget& finestra) {
+    Digita(finestra, "TXT_OGGETTO", std::string(50, 'a') + std::string(50, 'b'));
+    auto& riga = Trova<QLineEdit>(finestra, "TXT_OGGETTO");
+    riga.setCursorPosition(50);
+    QTest::keyClicks(&riga, QStringLiteral("x"));
+    EXPECT_EQ(Contenuto(finestra, "TXT_OGGETTO"), std::string(50, 'a') + std::string(50, 'b'));
+    EXPECT_EQ(riga.cursorPosition(), 50);
+    riga.setSelection(0, 10);
+    QTest::keyClicks(&riga, QStringLiteral("x"));
+    EXPECT_EQ(Contenuto(finestra, "TXT_OGGETTO"), "x" + std::string(40, 'a') + std::string(50, 'b'));
+  });
+}
+
+TEST_F(Caselle, UndoingNeverMeetsWhatWasRefused) {
+  Mostra([](QWidget& finestra) {
+    Digita(finestra, "TXT_OGGETTO", "prima");
+    Incolla(finestra, "TXT_OGGETTO", std::string(200, 'z'));
+    auto& riga = Trova<QLineEdit>(finestra, "TXT_OGGETTO");
+    QTest::keyClick(&riga, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Contenuto(finestra, "TXT_OGGETTO"), "prima");
+  });
+}
+
+TEST_F(Caselle, AnEmojiCountsAsOneCharacterAndIsNeverCutInTwo) {
+  Mostra([](QWidget& finestra) {
+    Incolla(finestra, "TXT_OGGETTO", std::string(98, 'a') + Volte(kEmoji, 5));
+    EXPECT_EQ(Contenuto(finestra, "TXT_OGGETTO"), std::string(98, 'a') + Volte(kEmoji, 2));
+    Incolla(finestra, "TXT_OGGETTO", kEmoji);
+    EXPECT_EQ(Contenuto(finestra, "TXT_OGGETTO"), std::string(98, 'a') + Volte(kEmoji, 2));
+  });
+}
+
+TEST_F(Caselle, PastedLineBreaksBecomeBlanksInABoxOfOneLine) {
+  Mostra([](QWidget& finestra) {
+    Incolla(finestra, "TXT_EMAIL", "a@x.example;\r\nb@x.example;\nc@x.example");
+    EXPECT_EQ(Contenuto(finestra, "TXT_EMAIL"), "a@x.example; b@x.example; c@x.example");
+  });
+}
+
+TEST_F(Caselle, TenThousandCharactersFitInAnAddressBoxAndOneMoreDoesNot) {
+  Mostra([](QWidget& finestra) {
+    Incolla(finestra, "TXT_EMAIL", std::string(10001, 'a'));
+    EXPECT_EQ(Contenuto(finestra, "TXT_EMAIL").size(), 10000U);
+  });
+}
+
+TEST_F(Caselle, TheProgramsTextStandsWhateverItsLengthAndTakesNothingMore) {
+  Mostra([this](QWidget& finestra) {
+    const std::string lungo(40000, 'p');
+    Controllo<host::TxtEdit>("TXT_OGGETTO")->Text(lungo);
+    EXPECT_EQ(Controllo<host::TxtEdit>("TXT_OGGETTO")->Text(), lungo);
+    Digita(finestra, "TXT_OGGETTO", "x");
+    EXPECT_EQ(Contenuto(finestra, "TXT_OGGETTO"), lungo);
+    QTest::keyClick(&Trova(finestra, "TXT_OGGETTO"), Qt::Key_Backspace);
+    EXPECT_EQ(Contenuto(finestra, "TXT_OGGETTO").size(), 39999U);
+  });
+}
+
+TEST_F(Caselle, TextOfTheProgramReadsBackByteByByteUntilItIsTouched) {
+  Mostra([this](QWidget& finestra) {
+    const std::string grezzo = "riga\nsola\xFF";
+    Controllo<host::TxtEdit>("TXT_OGGETTO")->Text(grezzo);
+    EXPECT_EQ(Controllo<host::TxtEdit>("TXT_OGGETTO")->Text(), grezzo);
+    const auto corpo = Controllo<host::KvlRichTextBox>("TXT_CORPO");
+    corpo->Text("uno\ndue\r\ntre\r");
+    EXPECT_EQ(corpo->Text(), "uno\ndue\r\ntre\r");
+    Digita(finestra, "TXT_CORPO", "!");
+    EXPECT_EQ(corpo->Text(), "uno\r\ndue\r\ntre\r\n!");
+  });
+}
+
+TEST_F(Caselle, TheBodyIsLimitedForThePersonAndNotForTheProgram) {
+  Mostra([this](QWidget& finestra) {
+    const auto corpo = Controllo<host::KvlRichTextBox>("TXT_CORPO");
+    Digita(finestra, "TXT_CORPO", "a");
+    Incolla(finestra, "TXT_CORPO", std::string(3000, 'b'));
+    EXPECT_EQ(corpo->Text(), "a" + std::string(1999, 'b'));
+    Digita(finestra, "TXT_CORPO", "c");
+    QTest::keyClick(&Trova(finestra, "TXT_CORPO"), Qt::Key_Return);
+    EXPECT_EQ(corpo->Text(), "a" + std::string(1999, 'b'));
+    corpo->Text(std::string(5000, 'p'));
+    EXPECT_EQ(corpo->Text(), std::string(5000, 'p'));
+    Digita(finestra, "TXT_CORPO", "c");
+    EXPECT_EQ(corpo->Text(), std::string(5000, 'p'));
+  });
+}
+
+TEST_F(Caselle, ALineBreakOfTheBodyIsCarriageReturnAndLineFeed) {
+  Mostra([this](QWidget& finestra) {
+    Digita(finestra, "TXT_CORPO", "uno");
+    QTest::keyClick(&Trova(finestra, "TXT_CORPO"), Qt::Key_Return);
+    Digita(finestra, "TXT_CORPO", "due");
+    EXPECT_EQ(Controllo<host::KvlRichTextBox>("TXT_CORPO")->Text(), "uno\r\ndue");
+  });
+}
+
+TEST_F(Caselle, RightToLeftTextComesBackAsTyped) {
+  Mostra([this](QWidget& finestra) {
+    const std::string ebraico = "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D";
+    Incolla(finestra, "TXT_OGGETTO", ebraico);
+    EXPECT_EQ(Controllo<host::TxtEdit>("TXT_OGGETTO")->Text(), ebraico);
+  });
+}
+
+TEST_F(Caselle, TabLeavesTheBody) {
+  Mostra([](QWidget& finestra) {
+    Trova(finestra, "TXT_CORPO").setFocus();
+    QTest::keyClick(&Trova(finestra, "TXT_CORPO"), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), "CMD_LEGENDA");
+    EXPECT_EQ(Contenuto(finestra, "TXT_CORPO"), "");
+  });
+}
+
+TEST_F(Caselle, AListTakesThirtyTwoThousandSevenHundredAndSixtyEightEntries) {
+  Mostra([this](QWidget& finestra) {
+    const auto combo = Controllo<host::KVL_COMBO>("CMB_ACCOUNT");
+    for (int i = 0; i < 32768; ++i) combo->AddItemData("voce", static_cast<std::int16_t>(i - 16384));
+    EXPECT_THROW(combo->AddItemData("troppo", 0), host::Errore);
+    EXPECT_EQ(combo->Text(), "");
+    combo->SelezionaPosizione(32767);
+    EXPECT_EQ(combo->Text(), "16383");
+    EXPECT_EQ(Trova<QComboBox>(finestra, "CMB_ACCOUNT").currentIndex(), 32767);
+  });
+}
+
+TEST_F(Caselle, SelectingByProgramRaisesChangeOnceAndByThePersonToo) {
+  Mostra([this](QWidget& finestra) {
+    const auto combo = Controllo<host::KVL_COMBO>("CMB_ACCOUNT");
+    std::vector<int> scelte;
+    combo->Change = [&](std::int16_t posizione) { scelte.push_back(posizione); };
+    combo->AddItemData("uno", 7);
+    combo->AddItemData("due", 9);
+    EXPECT_EQ(combo->Text(), "");
+    combo->Text(std::int16_t{9});
+    combo->Text(std::int16_t{8});
+    auto& lista = Trova<QComboBox>(finestra, "CMB_ACCOUNT");
+    EXPECT_EQ(lista.currentIndex(), -1);
+    lista.setFocus();
+    QTest::keyClick(&lista, Qt::Key_Down);
+    EXPECT_EQ(combo->Text(), "7");
+    EXPECT_EQ(scelte, (std::vector<int>{1, -1, 0}));
+  });
+}
+
+TEST_F(Caselle, AControlThatOutlivesItsWindowCanStillBeAsked) {
+  std::shared_ptr<host::TxtEdit> oggetto;
+  Mostra([&](QWidget&) {
+    oggetto = Controllo<host::TxtEdit>("TXT_OGGETTO");
+    oggetto->Text("resta");
+  });
+  EXPECT_EQ(oggetto->Text(), "resta");
+}
+
+}  // namespace
+}  // namespace orve::adapters::qt

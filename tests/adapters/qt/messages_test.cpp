@@ -1,0 +1,131 @@
+// Message boxes, and what happens where no window can be shown.
+#include <sys/wait.h>
+
+#include <QAbstractButton>
+#include <QMessageBox>
+#include <QTest>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "dialogs/layouts.h"
+#include "prova.h"
+
+namespace orve::adapters::qt {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+struct Stile {
+  const char* nome;
+  std::int32_t stile;
+  QMessageBox::Icon figura;
+  std::vector<std::string> pulsanti;
+  const char* preme;
+  std::int32_t risposta;
+};
+
+class Messaggio : public ::testing::TestWithParam<Stile> {};
+
+TEST_P(Messaggio, ShowsItsPictureAndItsButtonsAndGivesTheAnswer) {
+  const auto& caso = GetParam();
+  Regia regia;
+  regia.Poi("MostraMsg", [&](QWidget& finestra) {
+    auto& casella = dynamic_cast<QMessageBox&>(finestra);
+    EXPECT_EQ(casella.text().toStdString(), "<b>Perché</b> & no?");
+    EXPECT_EQ(casella.windowTitle().toStdString(), "Titolo");
+    EXPECT_EQ(casella.icon(), caso.figura);
+    std::vector<std::string> testi;
+    QAbstractButton* scelto = nullptr;
+    for (auto* pulsante : casella.buttons()) {
+      testi.push_back(pulsante->text().remove(QLatin1Char('&')).toStdString());
+      if (testi.back() == caso.preme) scelto = pulsante;
+    }
+    EXPECT_THAT(testi, ::testing::UnorderedElementsAreArray(caso.pulsanti));
+    if (scelto != nullptr) {
+      QTest::mouseClick(scelto, Qt::LeftButton);
+    } else {
+      QTest::keyClick(&casella, Qt::Key_Escape);
+    }
+  });
+  Finestre finestre;
+  EXPECT_EQ(finestre.CreaMessaggi()->MostraMsg("<b>Perché</b> & no?", caso.stile, "Titolo", nullptr),
+            caso.risposta);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Stili, Messaggio,
+    ::testing::Values(Stile{"Semplice", 0, QMessageBox::NoIcon, {"OK"}, "OK", 1},
+                      Stile{"Critico", 16, QMessageBox::Critical, {"OK"}, "OK", 1},
+                      Stile{"Avviso", 48, QMessageBox::Warning, {"OK"}, "OK", 1},
+                      Stile{"DomandaSi", 52, QMessageBox::Warning, {"Sì", "No"}, "Sì", 6},
+                      Stile{"DomandaNo", 52, QMessageBox::Warning, {"Sì", "No"}, "No", 7},
+                      Stile{"DomandaEsc", 52, QMessageBox::Warning, {"Sì", "No"}, "", 7},
+                      Stile{"Informazione", 64, QMessageBox::Information, {"OK"}, "OK", 1},
+                      Stile{"InformazioneEsc", 64, QMessageBox::Information, {"OK"}, "", 1}),
+    [](const auto& caso) { return std::string(caso.param.nome); });
+
+TEST(Messaggi, AVeryLongTextKeepsItsButtonsOnTheScreen) {
+  Regia regia;
+  const std::string lungo(20000, 'x');
+  regia.Poi("MostraMsg", [&](QWidget& finestra) {
+    auto& casella = dynamic_cast<QMessageBox&>(finestra);
+    EXPECT_LT(casella.text().size(), 3000);
+    EXPECT_EQ(casella.detailedText().toStdString(), lungo);
+    casella.close();
+  });
+  Finestre finestre;
+  finestre.CreaMessaggi()->MostraMsg(lungo, host::kSemplice, "", nullptr);
+}
+
+TEST(Messaggi, TheTitleOfAWindowIsMadeOnce) {
+  Finestre finestre({.programma = "Gestionale"});
+  const auto messaggi = finestre.CreaMessaggi();
+  EXPECT_EQ(messaggi->TitoloFinestra("Invio email..."), "Invio email... - Gestionale");
+  EXPECT_EQ(messaggi->TitoloFinestra("Invio email... - Gestionale"), "Invio email... - Gestionale");
+  EXPECT_EQ(Finestre().CreaMessaggi()->TitoloFinestra("Invio email..."), "Invio email...");
+}
+
+// --- without a display. Each runs in a process of its own, since a process meets its display once.
+
+std::int32_t NumeroErrore(std::string& descrizione) {
+  Finestre finestre;
+  try {
+    static_cast<void>(finestre.CreaForm(LayoutOpzMail()));
+  } catch (const host::Errore& errore) {
+    descrizione = errore.Descrizione();
+    return errore.Numero();
+  }
+  return 0;
+}
+
+TEST(SenzaSchermo, DISABLED_NoWindow) {
+  for (int volta = 0; volta < 2; ++volta) {
+    std::string descrizione;
+    EXPECT_EQ(NumeroErrore(descrizione), 429);
+    EXPECT_THAT(descrizione, HasSubstr("non c'è uno schermo"));
+  }
+  EXPECT_THROW(Finestre().CreaMessaggi()->MostraMsg("testo", 0, "", nullptr), host::Errore);
+}
+
+int InUnProcesso(const std::string& variabili) {
+  const std::string programma = std::filesystem::read_symlink("/proc/self/exe").string();
+  const std::string comando = "env -u QT_QPA_PLATFORM -u DISPLAY -u WAYLAND_DISPLAY " + variabili + " '" +
+                              programma +
+                              "' --gtest_also_run_disabled_tests "
+                              "--gtest_filter=SenzaSchermo.DISABLED_NoWindow >/dev/null 2>&1";
+  const int esito = std::system(comando.c_str());  // NOLINT(cert-env33-c): the test's own program
+  return WIFEXITED(esito) ? WEXITSTATUS(esito) : -1;
+}
+
+TEST(SenzaSchermo, AMachineWithoutADisplayGivesAClearError) {
+  EXPECT_EQ(InUnProcesso(""), 0);
+}
+
+TEST(SenzaSchermo, ADisplayThatDoesNotAnswerGivesTheSameError) {
+  EXPECT_EQ(InUnProcesso("DISPLAY=:9876"), 0);
+}
+
+}  // namespace
+}  // namespace orve::adapters::qt
