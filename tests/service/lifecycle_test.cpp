@@ -6,7 +6,6 @@ namespace {
 
 using fakes::CreaFakeInterfaccia;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
 class Servizio : public fakes::ServizioDiProva {};
