@@ -14,7 +14,6 @@
 
 #include "mime/address_list.h"
 #include "smtp/failure.h"
-#include "smtp/sigpipe_guard.h"
 #include "text/text.h"
 
 namespace orve::adapters::smtp {
@@ -24,10 +23,7 @@ namespace {
 using Clock = Channel::Clock;
 
 struct EasyCleanup {
-  void operator()(CURL* handle) const {
-    const SigpipeGuard guard;  // the end of TLS is written too
-    curl_easy_cleanup(handle);
-  }
+  void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
 };
 using EasyHandle = std::unique_ptr<CURL, EasyCleanup>;
 
@@ -127,7 +123,9 @@ struct Channel::Impl {
     handle.reset(curl_easy_init());
     if (!handle) throw std::bad_alloc();
     Set(CURLOPT_CONNECT_ONLY, 1L);
-    Set(CURLOPT_NOSIGNAL, 1L);    // no handler is touched in the host process: see SigpipeGuard
+    // The host process keeps its signal handlers. libcurl raises no SIGPIPE by itself either: it writes with
+    // MSG_NOSIGNAL, below TLS too.
+    Set(CURLOPT_NOSIGNAL, 1L);
     Set(CURLOPT_QUICK_EXIT, 1L);  // or a dead name server holds the time-out up
     Set(CURLOPT_MAXCONNECTS, 1L);
     Set(CURLOPT_PROXY, "");  // the environment's proxies are meant for browsing

@@ -25,7 +25,6 @@ struct Target {
   std::string password;
 };
 
-/// Every operation but Drop is to be called under a SigpipeGuard.
 class Channel {
  public:
   using Clock = std::chrono::steady_clock;

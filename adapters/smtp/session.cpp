@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "host/errore.h"
-#include "smtp/sigpipe_guard.h"
 
 namespace orve::adapters::smtp {
 
@@ -38,7 +37,6 @@ Session::Session(const SmtpOptions& options, Target target)
       channel_(options, std::move(target), tracer_) {}
 
 void Session::Open() {
-  const SigpipeGuard guard;
   channel_.Connect();
   open_ = true;
   // Without AUTH in the server's reply libcurl leaves the credentials out in silence.
@@ -48,7 +46,6 @@ void Session::Open() {
 }
 
 void Session::Deliver(const Envelope& envelope, const Writer& write) {
-  const SigpipeGuard guard;
   RequireUtf8Support(envelope);
   SendEnvelope(envelope);
   SendMessage(write);
@@ -56,10 +53,7 @@ void Session::Deliver(const Envelope& envelope, const Writer& write) {
 
 void Session::Close() noexcept {
   try {
-    if (open_) {
-      const SigpipeGuard guard;
-      Say("QUIT\r\n");
-    }
+    if (open_) Say("QUIT\r\n");
   } catch (...) {  // NOLINT(bugprone-empty-catch): the message's fate is decided, a QUIT changes nothing
   }
   open_ = false;

@@ -13,7 +13,7 @@ namespace {
 
 void Openssl(std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), "openssl");
-  const ProcessResult result = Run(arguments);
+  const ProcessResult result = RunProgram(arguments);
   if (result.status != 0) throw std::runtime_error("openssl: " + result.output);
 }
 

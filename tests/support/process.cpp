@@ -115,7 +115,7 @@ bool Process::Ended() {
   return ended_;
 }
 
-ProcessResult Run(const std::vector<std::string>& command, std::chrono::milliseconds timeout) {
+ProcessResult RunProgram(const std::vector<std::string>& command, std::chrono::milliseconds timeout) {
   Process process(command);
   const int status = process.Wait(timeout);
   return {status, process.Output()};

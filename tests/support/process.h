@@ -55,7 +55,7 @@ struct ProcessResult {
 };
 
 /// Runs a program to its end.
-ProcessResult Run(const std::vector<std::string>& command,
-                  std::chrono::milliseconds timeout = std::chrono::seconds(60));
+ProcessResult RunProgram(const std::vector<std::string>& command,
+                         std::chrono::milliseconds timeout = std::chrono::seconds(60));
 
 }  // namespace orve::support

@@ -32,6 +32,7 @@ std::vector<std::string> Command(const SmtpServerOptions& options, const std::fi
   flag("--low-port", options.lowPort);
   add("--size-limit", std::to_string(options.sizeLimit));
   add("--abort-after", std::to_string(options.abortAfter));
+  flag("--close-at-data", options.closeAtData);
   return command;
 }
 

@@ -25,9 +25,10 @@ struct SmtpServerOptions {
   std::vector<std::string> refused;     // recipients
   std::vector<std::string> extensions;  // further words of the EHLO reply: "DSN", "PIPELINING"
   bool smtpUtf8 = false;
-  bool lowPort = false;  // a port below 32768, as accounts with a signed 16-bit port want it
-  int sizeLimit = 0;     // bytes; 0: none
-  int abortAfter = 0;    // break connections after so many bytes; 0: never
+  bool lowPort = false;      // a port below 32768, as accounts with a signed 16-bit port want it
+  int sizeLimit = 0;         // bytes; 0: none
+  int abortAfter = 0;        // break connections after so many bytes; 0: never
+  bool closeAtData = false;  // close connections, in good order, where the message should come
 };
 
 class SmtpServer {

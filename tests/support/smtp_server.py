@@ -115,6 +115,13 @@ class Server(SMTP):
         self.seen_rcpt.append(taken)
         await super().smtp_RCPT(rest)
 
+    async def smtp_DATA(self, arg):
+        if self.options.close_at_data:
+            await self.push("354 Avanti")
+            self.transport.close()
+            return
+        await super().smtp_DATA(arg)
+
     def _judge(self, user, good):
         if user == self.options.user and good:
             return AuthResult(success=True, auth_data=Credentials(user))
@@ -177,6 +184,7 @@ def parse_options():
     parser.add_argument("--smtputf8", action="store_true")
     parser.add_argument("--size-limit", type=int, default=0)
     parser.add_argument("--abort-after", type=int, default=0, help="break connections after so many bytes")
+    parser.add_argument("--close-at-data", action="store_true", help="close connections instead of reading a message")
     return parser.parse_args()
 
 

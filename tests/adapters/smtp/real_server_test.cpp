@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -400,6 +401,20 @@ TEST_F(Tls, AConnectionThatBreaksInTheMiddleEndsTheDeliveryAndNotTheProcess) {
     EXPECT_EQ(Sent(*component), 5);
     EXPECT_EQ(server.Count(), 0U);
   }
+}
+
+TEST_F(Tls, WritingToAClosedConnectionDoesNotEndTheProcess) {
+  // A broken pipe raises a signal whose default action is the end of the application.
+  const auto before = std::signal(SIGPIPE, SIG_DFL);
+  for (const std::string tls : {"starttls", "implicit"}) {
+    SmtpServerOptions serving = Serving(tls, good);
+    serving.closeAtData = true;
+    const SmtpServer server(serving);
+    const auto component = Encrypted(server, tls);
+    component->AddAttachment(directory->Write("grande.bin", std::string(20'000'000, 'x')));
+    EXPECT_EQ(Sent(*component), 5);
+  }
+  std::signal(SIGPIPE, before);
 }
 
 TEST_F(Tls, ALargeAttachmentArrivesWhole) {
