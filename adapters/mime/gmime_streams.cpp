@@ -34,6 +34,8 @@ class FileReader {
   FileReader(std::string path, Failure& failure) : path_(std::move(path)), failure_(failure) {}
   FileReader(const FileReader&) = delete;
   FileReader& operator=(const FileReader&) = delete;
+  FileReader(FileReader&&) = delete;
+  FileReader& operator=(FileReader&&) = delete;
   ~FileReader() { Close(); }
 
   /// Bytes read, 0 at the end, -1 after a failure.
@@ -113,7 +115,7 @@ ssize_t StreamWrite(GMimeStream* stream, const char* buffer, size_t size) {
   return static_cast<ssize_t>(size);
 }
 
-int StreamNothingToDo(GMimeStream*) {
+int StreamNothingToDo(GMimeStream* /*stream*/) {
   return 0;
 }
 
@@ -128,16 +130,16 @@ int StreamReset(GMimeStream* stream) {
   return 0;
 }
 
-gint64 StreamSeek(GMimeStream*, gint64, GMimeSeekWhence) {
+gint64 StreamSeek(GMimeStream* /*stream*/, gint64 /*offset*/, GMimeSeekWhence /*whence*/) {
   return -1;
 }
 gint64 StreamTell(GMimeStream* stream) {
   return stream->position;
 }
-gint64 StreamLength(GMimeStream*) {
+gint64 StreamLength(GMimeStream* /*stream*/) {
   return -1;
 }
-GMimeStream* StreamSubstream(GMimeStream*, gint64, gint64) {
+GMimeStream* StreamSubstream(GMimeStream* /*stream*/, gint64 /*start*/, gint64 /*end*/) {
   return nullptr;
 }
 
@@ -146,7 +148,7 @@ void StreamFinalize(GObject* object) {
   G_OBJECT_CLASS(g_type_class_peek(g_mime_stream_get_type()))->finalize(object);
 }
 
-void StreamClassInit(gpointer type, gpointer) {
+void StreamClassInit(gpointer type, gpointer /*data*/) {
   auto* const stream = static_cast<GMimeStreamClass*>(type);
   stream->read = StreamRead;
   stream->write = StreamWrite;

@@ -32,7 +32,7 @@ std::size_t ControlLength(std::string_view text, std::size_t position) {
 
 std::string ValidUtf8(std::string_view text) {
   const auto length = static_cast<gssize>(text.size());
-  if (length == 0 || g_utf8_validate(text.data(), length, nullptr)) return std::string(text);
+  if (length == 0 || g_utf8_validate(text.data(), length, nullptr) != FALSE) return std::string(text);
   const std::unique_ptr<char, GFree> repaired(g_utf8_make_valid(text.data(), length));
   return repaired.get();
 }

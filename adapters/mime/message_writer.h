@@ -14,7 +14,7 @@ namespace orve::adapters::mime {
 /// comes out of WriteMessage as it was thrown.
 using ByteSink = std::function<void(std::string_view)>;
 
-inline constexpr std::size_t kPieceBytes = 64 * 1024;
+inline constexpr std::size_t kPieceBytes = std::size_t{64} * 1024;
 
 struct WriteOptions {
   /// Doubles a dot at the beginning of a line, as transports that end a message with a lone dot want it.

@@ -74,7 +74,7 @@ std::optional<std::string> UrlHost(std::string_view host) {
 }
 
 std::string HelloName(const std::string& wanted) {
-  const std::string name = mime::AsciiDomain(wanted).value_or("");
+  std::string name = mime::AsciiDomain(wanted).value_or("");
   if (IsAddressLiteralOrName(name)) return name;
   std::array<char, 256> machine{};
   if (::gethostname(machine.data(), machine.size() - 1) == 0) {
@@ -198,13 +198,14 @@ struct Channel::Impl {
     Set(token ? CURLOPT_XOAUTH2_BEARER : CURLOPT_PASSWORD, target.password.c_str());
   }
 
-  static int OnSocket(void* self, curl_socket_t, curlsocktype) {
+  static int OnSocket(void* self, curl_socket_t /*socket*/, curlsocktype /*purpose*/) {
     auto& stage = static_cast<Impl*>(self)->stage;
     if (stage == Stage::kLookUp) stage = Stage::kConnecting;
     return CURL_SOCKOPT_OK;
   }
 
-  static int OnDebug(CURL*, curl_infotype type, char* data, std::size_t size, void* self) noexcept {
+  static int OnDebug(CURL* /*handle*/, curl_infotype type, char* data, std::size_t size,
+                     void* self) noexcept {
     try {
       static_cast<Impl*>(self)->Observe(type, {data, size});
     } catch (
@@ -280,7 +281,7 @@ struct Channel::Impl {
   }
 
   /// Receives into `into` what is there; false when nothing is.
-  bool ReceiveSome(std::string& into) {
+  bool ReceiveSome(std::string& into) const {
     std::array<char, 4096> buffer{};
     std::size_t count = 0;
     const CURLcode result = curl_easy_recv(handle.get(), buffer.data(), buffer.size(), &count);

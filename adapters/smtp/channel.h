@@ -33,6 +33,8 @@ class Channel {
   Channel(const SmtpOptions& options, Target target, Tracer& tracer);
   Channel(const Channel&) = delete;
   Channel& operator=(const Channel&) = delete;
+  Channel(Channel&&) = delete;
+  Channel& operator=(Channel&&) = delete;
   /// Drops the connection without a word.
   ~Channel();
 

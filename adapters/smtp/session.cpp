@@ -9,7 +9,7 @@ namespace orve::adapters::smtp {
 
 namespace {
 
-constexpr std::size_t kLongestReply = 64 * 1024;
+constexpr std::size_t kLongestReply = std::size_t{64} * 1024;
 // Replies to one group of pipelined commands must fit the buffers of the connection, or both ends would wait.
 constexpr std::size_t kGroupCommands = 100;
 

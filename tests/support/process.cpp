@@ -40,6 +40,7 @@ int MillisecondsUntil(Clock::time_point deadline) {
 Process::Process(const std::vector<std::string>& command) {
   std::vector<std::string> copies = command;
   std::vector<char*> arguments;
+  arguments.reserve(copies.size() + 1);
   for (std::string& argument : copies) arguments.push_back(argument.data());
   arguments.push_back(nullptr);
 
@@ -65,7 +66,7 @@ std::string Process::WaitForLine(std::string_view prefix, std::chrono::milliseco
   const auto deadline = Clock::now() + timeout;
   std::size_t line = 0;
   for (;;) {
-    for (std::size_t end; (end = output_.find('\n', line)) != std::string::npos; line = end + 1) {
+    for (std::size_t end = 0; (end = output_.find('\n', line)) != std::string::npos; line = end + 1) {
       if (output_.compare(line, prefix.size(), prefix) == 0) return output_.substr(line, end - line);
     }
     if (!ReadSome(deadline)) {

@@ -17,6 +17,8 @@ class Process {
   explicit Process(const std::vector<std::string>& command);
   Process(const Process&) = delete;
   Process& operator=(const Process&) = delete;
+  Process(Process&&) = delete;
+  Process& operator=(Process&&) = delete;
   /// Ends the program: asks first, then forces.
   ~Process();
 

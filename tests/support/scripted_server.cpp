@@ -229,7 +229,7 @@ void ScriptedServer::Reply(const std::string& reply) {
   }
 }
 
-void ScriptedServer::SendAll(const char* bytes, std::size_t size) {
+void ScriptedServer::SendAll(const char* bytes, std::size_t size) const {
   while (size > 0) {
     const ssize_t count = ::send(connection_, bytes, size, MSG_NOSIGNAL);
     if (count <= 0) return;  // the other side has gone: what it did before that is what counts

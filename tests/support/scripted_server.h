@@ -53,6 +53,8 @@ class ScriptedServer {
   explicit ScriptedServer(std::vector<Step> script, Pace pace = Pace::kWhole);
   ScriptedServer(const ScriptedServer&) = delete;
   ScriptedServer& operator=(const ScriptedServer&) = delete;
+  ScriptedServer(ScriptedServer&&) = delete;
+  ScriptedServer& operator=(ScriptedServer&&) = delete;
   ~ScriptedServer();
 
   [[nodiscard]] int Port() const { return port_; }
@@ -79,7 +81,7 @@ class ScriptedServer {
   bool ReadLine(std::string& line);
   bool ReadSome();
   void Reply(const std::string& reply);
-  void SendAll(const char* bytes, std::size_t size);
+  void SendAll(const char* bytes, std::size_t size) const;
   void Complain(const std::string& text);
 
   std::vector<Step> script_;

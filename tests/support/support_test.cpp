@@ -1,6 +1,5 @@
 // The tools of the tests must themselves be able to fail.
 #include <arpa/inet.h>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -18,8 +17,6 @@
 
 namespace orve::support {
 namespace {
-
-using testing::HasSubstr;
 
 /// A client that says what it is told and reads until the connection ends.
 std::string Talk(int port, const std::string& words) {

@@ -27,6 +27,12 @@ std::string TempDir::Write(const std::string& name, std::string_view content) co
   return path.string();
 }
 
+std::string TempDir::MakeLarge(const std::string& name, std::uintmax_t size) const {
+  std::string path = Write(name, "");
+  std::filesystem::resize_file(path, size);
+  return path;
+}
+
 std::string ReadFile(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   if (!file) throw std::runtime_error("cannot read " + path.string());

@@ -112,7 +112,7 @@ TEST_F(MessageWriter, AccentsCommasAndQuotesReachTheReader) {
   Message message = Simple();
   message.from.name = "Società \"Però & C.\", snc";
   message.to = {{"Rossi, Mario", "m@x.it"}, {"Niccolò Aragonés", "n@x.it"}, {"", "solo@x.it"}};
-  message.cc = {{"A\\B \"C\"", "ab@x.it"}, {"Perché; così <no>", "p@società.it"}};
+  message.cc = {{R"(A\B "C")", "ab@x.it"}, {"Perché; così <no>", "p@società.it"}};
   message.subject = "Fattura n° 12 — perché è già scaduta, €uro 1.000 \U0001F4C4";
   message.body = "È così.\nFine";
   const ReceivedMessage read = Parsed(message);
@@ -496,8 +496,7 @@ long PeakMemory() {
 }
 
 TEST_F(MessageWriter, MemoryStaysFlatWhateverAnAttachmentWeighs) {
-  const std::string path = directory_.Write("grande.bin", "");
-  std::filesystem::resize_file(path, 300LL << 20);
+  const std::string path = directory_.MakeLarge("grande.bin", 300U << 20U);
   Message message = Simple();
   message.attachments = {path};
   static_cast<void>(Written(Simple()));

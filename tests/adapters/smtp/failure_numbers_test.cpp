@@ -281,7 +281,7 @@ INSTANTIATE_TEST_SUITE_P(Table, Stalls, testing::ValuesIn(kStalls),
 class LargeMessage : public testing::Test {
  protected:
   support::TempDir directory_;
-  const std::string large_ = directory_.Write("grande.bin", std::string(30'000'000, 'x'));
+  const std::string large_ = directory_.MakeLarge("grande.bin", 30'000'000);
 };
 
 TEST_F(LargeMessage, AServerThatStopsReadingEndsTheDeliveryInTime) {
@@ -429,7 +429,7 @@ TEST(Connections, OneThatNobodyAcceptsGivesZeroInTime) {
   std::vector<int> waiting;
   for (int i = 0; i < 4; ++i) {
     waiting.push_back(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-    ::connect(waiting.back(), reinterpret_cast<sockaddr*>(&address), length);
+    static_cast<void>(::connect(waiting.back(), reinterpret_cast<sockaddr*>(&address), length));
   }
   SmtpOptions options = Quick();
   options.connectTimeout = std::chrono::milliseconds(500);

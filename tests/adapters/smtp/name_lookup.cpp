@@ -27,7 +27,7 @@ std::vector<std::string> NamesLookedUp() {
 
 }  // namespace orve::adapters::smtp
 
-extern "C" int getaddrinfo(const char* name, const char* service, const addrinfo* hints, addrinfo** result) {
+extern "C" int getaddrinfo(const char* name, const char* service, const addrinfo* req, addrinfo** pai) {
   using orve::adapters::smtp::guard;
   using orve::adapters::smtp::Names;
   static const auto kSystem = reinterpret_cast<decltype(&getaddrinfo)>(::dlsym(RTLD_NEXT, "getaddrinfo"));
@@ -43,5 +43,5 @@ extern "C" int getaddrinfo(const char* name, const char* service, const addrinfo
     return EAI_AGAIN;
   }
   const bool ours = asked.ends_with(".example.test");
-  return kSystem(ours ? "127.0.0.1" : name, service, hints, result);
+  return kSystem(ours ? "127.0.0.1" : name, service, req, pai);
 }

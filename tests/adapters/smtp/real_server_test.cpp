@@ -397,7 +397,7 @@ TEST_F(Tls, AConnectionThatBreaksInTheMiddleEndsTheDeliveryAndNotTheProcess) {
     serving.abortAfter = 1'000'000;
     const SmtpServer server(serving);
     const auto component = Encrypted(server, tls);
-    component->AddAttachment(directory->Write("grande.bin", std::string(20'000'000, 'x')));
+    component->AddAttachment(directory->MakeLarge("grande.bin", 20'000'000));
     EXPECT_EQ(Sent(*component), 5);
     EXPECT_EQ(server.Count(), 0U);
   }
@@ -411,7 +411,7 @@ TEST_F(Tls, WritingToAClosedConnectionDoesNotEndTheProcess) {
     serving.closeAtData = true;
     const SmtpServer server(serving);
     const auto component = Encrypted(server, tls);
-    component->AddAttachment(directory->Write("grande.bin", std::string(20'000'000, 'x')));
+    component->AddAttachment(directory->MakeLarge("grande.bin", 20'000'000));
     EXPECT_EQ(Sent(*component), 5);
   }
   std::signal(SIGPIPE, before);
@@ -543,8 +543,7 @@ long PeakMemory() {
 TEST(Cost, AHundredMegabytesLeaveInFlatMemory) {
   const SmtpServer server;
   const TempDir files;
-  const std::string path = files.Write("grande.bin", "");
-  std::filesystem::resize_file(path, 100LL << 20);
+  const std::string path = files.MakeLarge("grande.bin", 100U << 20U);
   EXPECT_EQ(Sent(*Outgoing(server.Port16())), -1);
   std::ofstream("/proc/self/clear_refs") << "5";
   const long before = PeakMemory();
