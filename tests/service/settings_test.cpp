@@ -11,7 +11,6 @@ using fakes::Riga;
 using host::Null;
 using host::Variant;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class Impostazioni : public fakes::ServizioDiProva {
  protected:
