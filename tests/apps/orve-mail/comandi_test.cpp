@@ -153,8 +153,8 @@ TEST_F(Comandi, AnEmptyListIsStillAList) {
 }
 
 TEST_F(Comandi, AResultThatCannotBeWrittenIsNoSuccess) {
-  const support::ProcessResult risultato =
-      support::Run({"/bin/sh", "-c", R"("$0" registro --db "$1" >/dev/full)", ORVE_MAIL_PROGRAM, Db()});
+  const support::ProcessResult risultato = support::RunProgram(
+      {"/bin/sh", "-c", R"("$0" registro --db "$1" >/dev/full)", ORVE_MAIL_PROGRAM, Db()});
   EXPECT_EQ(risultato.status, 7);
   EXPECT_EQ(risultato.output, "orve-mail: errore nella scrittura del risultato\n");
 }
@@ -212,7 +212,7 @@ TEST_F(Comandi, WhatTheCommandLineLacksOrHasTooMuchIsToldInItalian) {
 
 TEST_F(Comandi, WithoutADatabaseTheProgramAsksForOne) {
   const support::ProcessResult risultato =
-      support::Run({"/usr/bin/env", "-u", "ORVE_MAIL_DB", ORVE_MAIL_PROGRAM, "registro"});
+      support::RunProgram({"/usr/bin/env", "-u", "ORVE_MAIL_DB", ORVE_MAIL_PROGRAM, "registro"});
   EXPECT_EQ(risultato.status, 2);
   EXPECT_THAT(risultato.output, StartsWith("orve-mail registro: --db: indicare il file del database\n"));
 }
@@ -248,9 +248,9 @@ TEST_F(Comandi, TheManualPageIsOfTheProgramsVersion) {
 }
 
 TEST_F(Comandi, TheManualPageIsSetWithoutAWarning) {
-  if (support::Run({"/bin/sh", "-c", "command -v groff"}).status != 0) GTEST_SKIP() << "no groff";
+  if (support::RunProgram({"/bin/sh", "-c", "command -v groff"}).status != 0) GTEST_SKIP() << "no groff";
   const support::ProcessResult risultato =
-      support::Run({"groff", "-k", "-man", "-Tutf8", "-ww", "-z", kManuale});
+      support::RunProgram({"groff", "-k", "-man", "-Tutf8", "-ww", "-z", kManuale});
   EXPECT_EQ(risultato.status, 0);
   EXPECT_EQ(risultato.output, "");
 }

@@ -17,7 +17,8 @@ using ::testing::HasSubstr;
 class Esempio : public ProvaIntera {
  protected:
   [[nodiscard]] support::ProcessResult Fattura(const std::string& cliente) const {
-    return support::Run({ORVE_ESEMPIO, Db(), cliente, cartella.Write("fattura.pdf", "%PDF-1.4 prova"), Ca()});
+    return support::RunProgram(
+        {ORVE_ESEMPIO, Db(), cliente, cartella.Write("fattura.pdf", "%PDF-1.4 prova"), Ca()});
   }
 };
 

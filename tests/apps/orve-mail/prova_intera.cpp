@@ -50,7 +50,7 @@ Esecuzione ProvaIntera::EseguiComando(const std::vector<std::string>& comando,
                                      uscita,
                                      errori};
   intero.insert(intero.end(), comando.begin(), comando.end());
-  const support::ProcessResult risultato = support::Run(intero);
+  const support::ProcessResult risultato = support::RunProgram(intero);
   return {risultato.status, support::ReadFile(uscita), support::ReadFile(errori)};
 }
 
