@@ -4,7 +4,9 @@
 #include <QLocale>
 #include <QThread>
 #include <QTranslator>
+#include <array>
 #include <memory>
+#include <string>
 
 #include "host/errore.h"
 #include "qt/finestre.h"
@@ -34,13 +36,13 @@ void ParlaItaliano(QApplication& applicazione) {
 // at the end that always does, it is for us to say what is wrong.
 bool CreaApplicazione() {
   static int argc = 1;
-  static char nome[] = "orve";
-  static char* argv[] = {nome, nullptr};
+  static std::string nome = "orve";
+  static std::array<char*, 2> argv = {nome.data(), nullptr};
   const bool piattaformaScelta = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
   const bool wayland = qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
   if (!piattaformaScelta) qputenv("QT_QPA_PLATFORM", wayland ? "wayland;xcb;offscreen" : "xcb;offscreen");
   // Never destroyed: windows may be asked for until the program ends, and Qt cannot start twice.
-  static auto* applicazione = new QApplication(argc, argv);
+  static auto* applicazione = new QApplication(argc, argv.data());
   if (piattaformaScelta) {
     ParlaItaliano(*applicazione);
     return true;

@@ -42,7 +42,8 @@ TEST(Demo, ShowsTheFiveCasesCountsThemAndLeavesNothingRunning) {
   EXPECT_THAT(risultato.output, Not(HasSubstr("WRONG")));
   EXPECT_FALSE(QualcunoUsa(uscita));
   // A second time over its own output.
-  EXPECT_EQ(Dimostrazione(ORVE_BINARY_DIR, uscita).status, 0);
+  const support::ProcessResult seconda = Dimostrazione(ORVE_BINARY_DIR, uscita);
+  EXPECT_EQ(seconda.status, 0) << seconda.output;
 }
 
 TEST(Demo, NoticesAProgramThatOnlyClaimsToHaveSent) {

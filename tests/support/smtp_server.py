@@ -157,9 +157,9 @@ def listen(low_port):
     """A socket on a free port; with low_port on one that fits a signed 16-bit number."""
     for _ in range(200):
         listener = socket.socket(socket.AF_INET, socket.SOCK_STREAM)
-        listener.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
         try:
             listener.bind(("127.0.0.1", random.randrange(10000, 32767) if low_port else 0))
+            listener.listen()  # here, since two servers may be given one port until one of them listens
             return listener
         except OSError:
             listener.close()
