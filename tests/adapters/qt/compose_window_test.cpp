@@ -15,7 +15,6 @@ namespace {
 
 using host::Variant;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class FinestraDiInvio : public FinestraVera {};
 

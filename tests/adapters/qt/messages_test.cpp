@@ -14,7 +14,6 @@
 namespace orve::adapters::qt {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 struct Stile {

@@ -1,7 +1,5 @@
 #include "prova.h"
 
-#include <stdlib.h>
-
 #include <QAbstractButton>
 #include <QClipboard>
 #include <QFileDialog>
@@ -12,6 +10,7 @@
 #include <QTableWidget>
 #include <QTest>
 #include <algorithm>
+#include <cstdlib>
 #include <stdexcept>
 
 namespace orve::adapters::qt {
@@ -57,7 +56,7 @@ CartellaDiProva::~CartellaDiProva() {
 }
 
 std::string CartellaDiProva::File(const std::string& nome, const std::string& contenuto) const {
-  const std::string percorso = radice_ + "/" + nome;
+  std::string percorso = radice_ + "/" + nome;
   std::ofstream(percorso, std::ios::binary) << contenuto;
   return percorso;
 }
@@ -217,6 +216,7 @@ std::string Contenuto(QWidget& finestra, const std::string& nome) {
 std::vector<std::string> Righe(QWidget& finestra) {
   const auto& tabella = Trova<QTableWidget>(finestra, "GRID_ALLEGATI");
   std::vector<std::string> righe;
+  righe.reserve(static_cast<std::size_t>(tabella.rowCount()));
   for (int i = 0; i < tabella.rowCount(); ++i) righe.push_back(tabella.item(i, 0)->text().toStdString());
   return righe;
 }
