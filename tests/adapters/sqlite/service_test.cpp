@@ -220,6 +220,43 @@ TEST_F(ServiceOnSqlite, RegistersAnEventForTheUserOfTheConnection) {
   EXPECT_EQ(eventi().size(), 1U) << "without a company the event is lost, and nothing else";
 }
 
+// Values stand in the statements as they are: one that breaks its statement must not bring another along.
+TEST_F(ServiceOnSqlite, TextsThatBreakTheirStatementsChangeNoTableAndEndWithAClearText) {
+  const std::vector<std::string> ostili = {"1; DROP TABLE FW07_APPUSER",
+                                           "1'; DROP TABLE FW07_APPUSER; --",
+                                           "1) ; DELETE FROM FW07_APPUSER; --",
+                                           "1 UNION DELETE FROM FW07_APPUSER",
+                                           std::string("1\0DROP", 6),
+                                           "1\xFF\xFE",
+                                           "1\r\nriga",
+                                           std::string((1U << 20U) + 1, '\'')};
+  const auto tabelle = [&] {
+    return Righe(
+        "SELECT (SELECT COUNT(*) FROM FW07_APPUSER) U, (SELECT COUNT(*) FROM EVENTI_GESTIONALI) E,"
+        " (SELECT COUNT(*) FROM CG16_ANAGGEN) A, (SELECT COUNT(*) FROM FW98_MAILACCOUNT) M",
+        {"U", "E", "A", "M"});
+  };
+  const auto prima = tabelle();
+  connessione->UtenteConnessione(3);
+  for (const auto& testo : ostili) {
+    SCOPED_TRACE(testo.substr(0, 40));
+    servizio->DittaCorrente = testo;
+    const auto errore =
+        ErroreDi([&] { servizio->InizializzaRegistroInvioMailMultiprofilo("v", "o", 3, "t"); });
+    EXPECT_NE(errore.Numero(), 0);
+    EXPECT_EQ(errore.Sorgente(), "SQLite");
+    EXPECT_FALSE(errore.Descrizione().empty());
+    interno.AttivaEventoGestionale(89, testo, testo, testo, testo, testo, testo);
+    for (const std::int32_t tipo : {0, 1, 2, 4, 10, 11}) {
+      EXPECT_EQ(interno.GetDatiDestinatario(testo, tipo), host::Variant(std::int16_t{1})) << tipo;
+    }
+    interno.ImpostaIdUtente(0);
+    interno.CodiceUtente() = interno.CodiceGruppo() = testo;
+    EXPECT_EQ(interno.GetIdUtente(), 0);
+    EXPECT_EQ(tabelle(), prima);
+  }
+}
+
 TEST_F(ServiceOnSqlite, AConnectionThatDropsEndsWhereEachProcedureSays) {
   connessione->Chiudi();
   EXPECT_EQ(interno.GetDatiDestinatario(1001, 1), host::Variant(std::int16_t{1}));
