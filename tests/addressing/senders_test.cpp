@@ -163,9 +163,12 @@ TEST_F(CollMittentiTest, ATextFindsTheIdentifierAndANumberThePosition) {
 
 TEST_F(CollMittentiTest, AnAccountWithoutAKeyIsReachedByPositionOnly) {
   const auto nuovo = Aggiungi("a@b.example", "");
+  const auto altro = collezione.Add("c@d.example", "s", 25, 0, "", "", 0, 0, 0, "", false, "");
   EXPECT_EQ(collezione.Item(1), nuovo);
-  EXPECT_EQ(NumeroDi([&] { static_cast<void>(collezione.Item("")); }), 5);
-  EXPECT_EQ(NumeroDi([&] { static_cast<void>(collezione.Item("1")); }), 5);
+  EXPECT_EQ(collezione.Item(2), altro);
+  for (const char* chiave : {"", "1", "2"}) {
+    EXPECT_EQ(NumeroDi([&] { static_cast<void>(collezione.Item(chiave)); }), 5) << chiave;
+  }
 }
 
 TEST_F(CollMittentiTest, AFailureOfTheListGoesToTheCaller) {

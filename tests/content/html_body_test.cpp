@@ -282,6 +282,22 @@ TEST_F(CorpoHTML, WithoutATableNameTheBodyGoesOutInTheStandardFontWithoutASignat
   EXPECT_THAT(Messaggi(), IsEmpty());
 }
 
+TEST_F(CorpoHTML, WithoutTheNamedTableOrTheUsersRowTheBodyGoesOutInTheStandardFontWithoutASignature) {
+  ConInterfaccia();
+  connessione->Risponde("AIT_FIRME", {{{"FW95_VALORE", "FIRME"}}});
+  for (const bool esiste : {false, true}) {
+    if (esiste) connessione->Risponde("INFORMATION_SCHEMA", {{{"", 1}}});
+    journal->Svuota();
+    EXPECT_EQ(interno.CorpoHTMLConFirma("x"),
+              "<!DOCTYPE html>\r\n<html>\r\n<body>\r\n"
+              "<font face = \"Calibri\" size = \"3\">x</font><br/>\r\n"
+              "</body>\r\n</html>\r\n")
+        << esiste;
+    EXPECT_EQ(connessione->Statements().size(), esiste ? 3U : 2U);
+    EXPECT_THAT(Messaggi(), IsEmpty()) << esiste;
+  }
+}
+
 TEST_F(CorpoHTML, FontNullOrBlankAndSizeNullOrZeroGiveTheStandardOnes) {
   connessione->Risponde("AIT_FIRME", {{{"FW95_VALORE", "FIRME"}}});
   struct Caso {

@@ -216,6 +216,18 @@ TEST_F(CaselleDelForm, AfterTheMessageTheListStaysAsBuiltAndTheNextClickReplaces
   });
 }
 
+// The reader behind the event drops such entries; this one adds them, so that the check finds them.
+TEST_F(CaselleDelForm, ASeparatorAtTheEndOfABoxAddsOneRecipientWithAnEmptyAddress) {
+  servizio->SrvMailInstallato = kvMAPI;
+  Mostra([&](HeadlessForm& finestra) {
+    finestra.Digita("TXT_EMAIL", "Anna<a@x.example>;");
+    finestra.Preme("cmd_Invia");
+    const auto elenco = Dentro().CollDestinatariForm();
+    ASSERT_TRUE(elenco);
+    EXPECT_THAT(Elenco(*elenco), ElementsAre("Anna|a@x.example||0", "|||0"));
+  });
+}
+
 TEST_F(CaselleDelForm, TheMessageBearsTheCaptionThatTheWindowHasByThen) {
   servizio->SrvMailInstallato = kvMAPI;
   ambiente->titoloHost = " - Azienda";

@@ -79,6 +79,7 @@ TEST_F(Invio, AFilledCollectionLeavesInEveryModeWithoutACheck) {
     journal->Svuota();
     servizio->AvviaProceduraInvio();
     EXPECT_TRUE(Consegnato()) << modo;
+    EXPECT_FALSE(DialogoChiesto()) << modo;
     EXPECT_THAT(Messaggi(), IsEmpty()) << modo;
   }
 }

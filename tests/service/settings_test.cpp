@@ -198,6 +198,24 @@ TEST_F(Impostazioni, NullableColumnsHaveTheirReplacements) {
   }
 }
 
+TEST_F(Impostazioni, ANullReplacesWhatTheFieldHeldBefore) {
+  Con(RigaMail());
+  servizio->GetImpostazioni();
+  Riga vuota = RigaMail();
+  for (const char* colonna :
+       {"FW24_MAILMODSTDIFF", "FW24_BCC", "FW24_READRECEIPT", "FW24_FLGMSGPERS", "FW24_MSGPERS"}) {
+    vuota[colonna] = Null{};
+  }
+  Con(vuota);
+  servizio->GetImpostazioni();
+  servizio->IsStampaDifferita(true);
+  EXPECT_EQ(servizio->ModalitaInvio(), kvManuale);
+  EXPECT_FALSE(interno.FlagBcc());
+  EXPECT_FALSE(servizio->ReadReceipt);
+  EXPECT_FALSE(servizio->FlgMsgPers);
+  EXPECT_EQ(servizio->MsgPers, "");
+}
+
 TEST_F(Impostazioni, ANullInAColumnWithoutReplacementFails) {
   for (const char* colonna : {"FW24_INDFAXATTIVO", "FW24_INDMODALITA", "FW24_PATHTMP"}) {
     Con(colonna, Null{});
