@@ -208,9 +208,9 @@ TEST_F(TestiOstili, InTheArgumentsOfTheInitialisersReachTheRegisterAndTheStateme
       riga.append(operazione).append(testo);
       EXPECT_THAT(journal->Righe(), Contains(riga)) << operazione;
     }
-    EXPECT_EQ(connessione->Statements().front(),
-              " SELECT FW07_ID  FROM FW07_APPUSER  WHERE FW07_CODICE_FW06 = '" + testo +
-                  "'      AND FW07_CODICE = '" + testo + "' ");
+    std::string statement = " SELECT FW07_ID  FROM FW07_APPUSER  WHERE FW07_CODICE_FW06 = '";
+    statement.append(testo).append("'      AND FW07_CODICE = '").append(testo).append("' ");
+    EXPECT_EQ(connessione->Statements().front(), statement);
     EXPECT_THAT(Messaggi(), IsEmpty());
   }
 }
