@@ -32,6 +32,7 @@ class Prova {
     servizio->vMailAttachment = "C:\\f.pdf";
     servizio->DittaCorrente = 1;
     servizio->ReadReceipt = true;
+    servizio->vNotifyDelivery = true;
     servizio->IsPec(true);
     servizio->vCollDestinatari = std::make_shared<CollDestinatari>(ambiente);
     interno.PathTemp() = "C:\\Temp";
@@ -64,13 +65,19 @@ class Prova {
     for (const auto& riga : journal->Righe({"smtp.AddRecipientEx",
                                             "smtp.AddAttachment",
                                             "smtp.AddHeader",
+                                            "smtp.BodyFormat",
                                             "smtp.BodyText",
+                                            "smtp.DeliveryNotification",
+                                            "smtp.Subject",
                                             "smtp.SendMail",
                                             "MailItem.ReadReceipt",
                                             "MailItem.To",
                                             "MailItem.cc",
                                             "MailItem.Bcc",
+                                            "MailItem.Subject",
                                             "MailItem.body",
+                                            "MailItem.BodyFormat",
+                                            "MailItem.HTMLBody",
                                             "MailItem.Send",
                                             "Attachments.Add",
                                             "MAPIMessages.RecipAddress",
@@ -78,7 +85,9 @@ class Prova {
                                             "MAPIMessages.RecipType",
                                             "MAPIMessages.MsgReceipt",
                                             "MAPIMessages.MsgNoteText",
+                                            "MAPIMessages.MsgSubject",
                                             "MAPIMessages.AttachmentPathName",
+                                            "MAPIMessages.AttachmentName",
                                             "MAPIMessages.Send",
                                             "MAPI32."})) {
       testo += riga + "\n";
@@ -86,8 +95,8 @@ class Prova {
     for (const auto& invio : ambiente->inviiMapi) {
       for (const auto& d : invio.destinatari)
         testo += "recip " + std::to_string(d.RecipClass) + " " + d.Name + "\n";
-      for (const auto& f : invio.file) testo += "file " + f.PathName + "\n";
-      testo += "note " + invio.messaggio.NoteText + "\n";
+      for (const auto& f : invio.file) testo += "file " + f.PathName + " " + f.FileName + "\n";
+      testo += "subject " + invio.messaggio.Subject + "\nnote " + invio.messaggio.NoteText + "\n";
     }
     return testo;
   }
@@ -111,9 +120,12 @@ class Prova {
     }
     return testo;
   }
+  /// The lines of the send log behind its heading.
   [[nodiscard]] std::string Log() const {
     const auto righe = journal->Righe({"TextStream.WriteLine "});
-    return righe.empty() ? "" : "log " + righe.back().substr(21) + "\n";
+    std::string testo;
+    for (std::size_t i = 1; i < righe.size(); ++i) testo += "log " + righe[i].substr(21) + "\n";
+    return testo;
   }
   [[nodiscard]] std::string Messaggi(const std::string& modo) const {
     std::string testo;
@@ -129,9 +141,9 @@ class Prova {
   AccessoInterno interno{*servizio};
 };
 
-/// A blank at the end of a line stands as "·", so that it can be seen.
+/// A blank at the end of a line stands as "·", so that it can be seen, and a line end inside a text as "¶".
 std::string ConBianchiVisibili(const std::string& testo) {
-  return text::Replace(testo, " \n", "·\n");
+  return text::Replace(text::Replace(testo, "\r\n", "¶"), " \n", "·\n");
 }
 
 std::string Contenuto(const std::string& nome) {
@@ -157,6 +169,8 @@ void Confronta(const std::string& nome, const std::function<void(Prova&)>& accad
     visto += "== " + std::string(titolo) + "\n" + automatica.Consegna() + automatica.Campi() +
              automatica.Registrazioni() + automatica.Log() + automatica.Messaggi("automatico") +
              manuale.Messaggi("manuale");
+    EXPECT_EQ(manuale.Consegna(), automatica.Consegna()) << titolo;
+    EXPECT_EQ(manuale.Campi(), automatica.Campi()) << titolo;
     EXPECT_EQ(manuale.Log(), "") << titolo;
     EXPECT_EQ(manuale.Registrazioni(), automatica.Registrazioni()) << titolo;
   }
@@ -179,13 +193,64 @@ TEST(QuattroCanali, AMessageThatIsDelivered) {
   });
 }
 
+TEST(QuattroCanali, AMessageThatIsDeliveredWithoutARegister) {
+  Confronta("delivered_without_register", [](Prova& prova) {
+    UnoConAllegato(prova);
+    prova.interno.ObjRegistroInvio().reset();
+  });
+}
+
+TEST(QuattroCanali, AMessageThatTheCompanyWantsAsHTML) {
+  Confronta("html", [](Prova& prova) {
+    UnoConAllegato(prova);
+    prova.servizio->ActiveInterface = fakes::CreaFakeInterfaccia(*prova.ambiente, 7, true, false);
+    prova.connessione->Risponde("'AIT_MAIL_HTML'", {{{"", 1}}});
+    prova.connessione->Risponde("'AIT_FIRME'", {{{"FW95_VALORE", "FIRME"}}});
+    prova.connessione->Risponde("INFORMATION_SCHEMA.TABLES where TABLE_NAME = 'FIRME'", {{{"", 1}}});
+    prova.connessione->Risponde(" FROM FIRME",
+                                {{{"FIRMA_HTML", "<b>Orve</b>"}, {"FONT", "Arial"}, {"DIMENSIONE", 2}}});
+  });
+}
+
+void Rifiuta(Prova& prova) {
+  prova.ambiente->risultatoSmtp = 4;
+  prova.ambiente->esitoInvioMapi = 2;
+  prova.journal->Fallisce("MailItem.Send", {1001, "Outlook", "invio annullato"});
+  prova.journal->Fallisce("MAPIMessages.Send", {1001, "MAPI", "invio annullato"});
+}
+
 TEST(QuattroCanali, AMessageThatIsRefused) {
   Confronta("refused", [](Prova& prova) {
     UnoConAllegato(prova);
-    prova.ambiente->risultatoSmtp = 4;
-    prova.ambiente->esitoInvioMapi = 2;
-    prova.journal->Fallisce("MailItem.Send", {1001, "Outlook", "invio annullato"});
-    prova.journal->Fallisce("MAPIMessages.Send", {1001, "MAPI", "invio annullato"});
+    Rifiuta(prova);
+  });
+}
+
+TEST(QuattroCanali, AMessageThatIsRefusedWithoutARegister) {
+  Confronta("refused_without_register", [](Prova& prova) {
+    UnoConAllegato(prova);
+    Rifiuta(prova);
+    prova.interno.ObjRegistroInvio().reset();
+  });
+}
+
+TEST(QuattroCanali, AChannelThatDoesNotOpen) {
+  Confronta("not_opened", [](Prova& prova) {
+    UnoConAllegato(prova);
+    prova.interno.SmtpServer().clear();
+    prova.ambiente->versioneOutlook = "16";  // no number in front of a point
+    prova.journal->Fallisce("MAPIMessages.Compose", {1001, "MAPI", "nessuna sessione"});
+    prova.ambiente->esitoLogonMapi = 3;
+  });
+}
+
+TEST(QuattroCanali, AMemberThatRaisesInTheMiddle) {
+  Confronta("member_raises", [](Prova& prova) {
+    UnoConAllegato(prova);
+    for (const char* membro :
+         {"smtp.Subject", "MailItem.Subject", "MAPIMessages.MsgSubject", "MAPI32.BMAPISendMail"}) {
+      prova.journal->Fallisce(membro, {1001, "Oggetto", "membro guasto"});
+    }
   });
 }
 
