@@ -304,6 +304,29 @@ TEST_F(CanaleMapi32, AFailingRegisterBehindTheSendKeepsTheStateOfTheSendAndTheSe
   NessunLog();
 }
 
+TEST_F(CanaleMapi32, AMessageThatCannotBeShownEndsTheRunWhereItStands) {
+  struct Caso {
+    std::int32_t esitoLogon;
+    std::int32_t esitoInvio;
+  };
+  ConRegistro();
+  for (const auto& caso : {Caso{3, 0}, Caso{0, 0}, Caso{0, 2}}) {
+    servizio->vCollDestinatari.reset();
+    Collezione().Add("anna@x.example", "Anna");
+    ambiente->esitoLogonMapi = caso.esitoLogon;
+    ambiente->esitoInvioMapi = caso.esitoInvio;
+    journal->DimenticaPiani();
+    journal->Svuota();
+    journal->Fallisce("ObjMessaggi.MostraMsg", {1002, "Messaggi", "senza finestra"});
+    EXPECT_NO_THROW(servizio->InviaMail());
+    EXPECT_EQ(Messaggi().size(), 1U);
+    EXPECT_EQ(servizio->Stato(), kvInvioNonImpostato);
+    EXPECT_THAT(Registro(), IsEmpty());
+    EXPECT_EQ(journal->Conta("MAPI32.MAPILogoff"), 0U);
+    NessunLog();
+  }
+}
+
 TEST_F(CanaleMapi32, NeitherHTMLNorASignatureIsAskedFor) {
   servizio->ActiveInterface = fakes::CreaFakeInterfaccia(*ambiente);
   Collezione().Add("anna@x.example", "Anna");

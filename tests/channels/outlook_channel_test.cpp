@@ -151,9 +151,14 @@ class VersioneIlleggibile : public CanaleOutlook, public ::testing::WithParamInt
 TEST_P(VersioneIlleggibile, EndsTheSendBeforeAnItemIsMade) {
   ambiente->versioneOutlook = GetParam().versione;
   servizio->ModalitaInvio(kvManuale);
+  interno.StatoInvio() = kvInvioNonImpostato;
+  ConRegistro();
   Collezione().Add("anna@x.example", "Anna");
+  journal->Svuota();
   servizio->InviaMail();
   EXPECT_EQ(journal->Conta("Outlook.createItem"), 0U);
+  EXPECT_THAT(Registro(), ElementsAre("ObjRegistroInvio.TipoCanale 3"));
+  EXPECT_EQ(servizio->Stato(), kvInvioNonImpostato);
   EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg " + std::string(GetParam().wantErrore) +
                                       " in ORVE_MAILSERVER:CLSFW_MAILSERVER - SendWithOutlook|0||(assente)"));
 }
@@ -289,7 +294,9 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         CasoCopia{"Outlook11", "11.0", true, "Carla <c@x.example>;Outlook: utente@outlook.example"},
         CasoCopia{"Outlook11WithoutCopies", "11.0", false, ";Outlook: utente@outlook.example"},
+        CasoCopia{"Outlook12", "12.0", true, "Carla <c@x.example>;Outlook: account@outlook.example"},
         CasoCopia{"Outlook14", "14.0", true, "Carla <c@x.example>;Outlook: account@outlook.example"},
+        CasoCopia{"Outlook15LeavesATrailingSeparator", "15.0", true, "Carla <c@x.example>;"},
         CasoCopia{"Outlook16LeavesATrailingSeparator", "16.0", true, "Carla <c@x.example>;"},
         CasoCopia{"Outlook16WithoutCopies", "16.0", false, ";"}),
     [](const auto& caso) { return std::string(caso.param.etichetta); });

@@ -342,6 +342,18 @@ TEST_F(CanaleSimpleMapi, ASlotNumberThatDoesNotFitSixteenBitsIsAnOverflow) {
                                       "- SendWithSimpleMAPI|0||(assente)"));
 }
 
+TEST_F(CanaleSimpleMapi, TheStateIsSetBeforeTheRecordsAreWritten) {
+  ConRegistro();
+  Collezione().Add("anna@x.example", "Anna");
+  interno.StatoInvio() = kvInvioNonImpostato;
+  std::vector<kvEnum_ErroreMail> visti;
+  journal->Quando("ObjRegistroInvio.EsitoInvio", [&] { visti.push_back(servizio->Stato()); });
+  servizio->InviaMail();
+  journal->Fallisce("MAPIMessages.Send");
+  servizio->InviaMail();
+  EXPECT_THAT(visti, ElementsAre(kvOK, kvErroreInvioMail));
+}
+
 TEST_F(CanaleSimpleMapi, TheDeliveryNotificationHasNoEffectHere) {
   Ricomincia();
   servizio->InviaMail();

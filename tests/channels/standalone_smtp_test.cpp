@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "fakes/allocazioni.h"
 #include "fakes/servizio_di_prova.h"
 
 namespace orve {
@@ -61,6 +62,20 @@ TEST_F(InvioDaSolo, AddDestinatarioGoesOnWithTheCallersCollection) {
   EXPECT_EQ(servizio->vCollDestinatari->Count(), 2);
 }
 
+TEST_F(InvioDaSolo, ARecipientThatDoesNotFitIntoMemoryIsShownUnderTheTitleOfTheSendInSilentModeToo) {
+  for (const bool silenzioso : {false, true}) {
+    servizio->silentMode = silenzioso;
+    const std::string indirizzo = "anna@x.example";
+    bool risposta = true;
+    journal->Svuota();
+    fakes::ConAllocazioneCheFallisce(1, [&] { risposta = servizio->AddDestinatario(indirizzo, ""); });
+    EXPECT_FALSE(risposta);
+    EXPECT_THAT(Messaggi(),
+                ElementsAre("ObjMessaggi.MostraMsg Memoria esaurita|48|ORVE_MAIL: InviaMailSMTP|(assente)"));
+    EXPECT_EQ(servizio->errDescription, "");
+  }
+}
+
 TEST_F(InvioDaSolo, LoadsTheAccountSubmitsAndRecordsInThisOrder) {
   ConRegistro();
   servizio->AddDestinatario("a@x.example", "Anna");
@@ -68,6 +83,7 @@ TEST_F(InvioDaSolo, LoadsTheAccountSubmitsAndRecordsInThisOrder) {
   servizio->AddAllegato("C:\\Doc\\a.pdf");
   servizio->vCorpoMail = "Corpo dei campi";
   servizio->vFlagCorpo = 1;
+  interno.StatoInvio() = kvInvioNonImpostato;  // to see that no outcome touches it
   journal->Svuota();
   EXPECT_TRUE(servizio->InviaMailSMTP("Avviso", "Buongiorno ***(Nome)***"));
   EXPECT_THAT(
@@ -92,7 +108,7 @@ TEST_F(InvioDaSolo, LoadsTheAccountSubmitsAndRecordsInThisOrder) {
   EXPECT_EQ(servizio->vIndDestinatario, "a@x.example, b@x.example");
   EXPECT_EQ(servizio->vDitta, "Acme S.p.A.");
   EXPECT_EQ(servizio->vCorpoMail, "Corpo dei campi");
-  EXPECT_EQ(servizio->Stato(), kvOK);
+  EXPECT_EQ(servizio->Stato(), kvInvioNonImpostato);
 }
 
 TEST_F(InvioDaSolo, TheEventCarriesTheSubjectOfTheCallAndTheMainAttachment) {
@@ -245,6 +261,35 @@ TEST_F(InvioDaSolo, WithoutAServerNothingIsSubmittedOrRecordedAndTheAnswerIsTrue
   EXPECT_THAT(journal->Righe({"smtp."}), ElementsAre("smtp.AddAttachment C:\\Doc\\a.pdf"));
   EXPECT_THAT(Registro(), IsEmpty());
   EXPECT_THAT(Messaggi(), IsEmpty());
+}
+
+TEST_F(InvioDaSolo, WithoutAServerTheBodyIsWorkedOutAllTheSame) {
+  SenzaAccount();
+  servizio->silentMode = true;
+  journal->Fallisce("ConnectionADO.Execute -1           SELECT  FW07_USERNAME",
+                    {1001, "Database", "connessione interrotta"});
+  EXPECT_FALSE(servizio->InviaMailSMTP("Avviso", "Corpo"));
+  EXPECT_EQ(servizio->errDescription, "connessione interrotta in ORVE_MAIL: InviaMailSMTP");
+}
+
+TEST_F(InvioDaSolo, AHandlerThatRaisesBeforeThereIsACollectionEndsTheCall) {
+  servizio->silentMode = true;
+  servizio->ModalitaInvio(kvAutomatico);
+  servizio->BeforeSendMail = [](auto&, auto&, auto&, auto&, auto&, auto&) {
+    throw host::Errore(1001, "Chiamante", "no");
+  };
+  EXPECT_FALSE(servizio->InviaMailSMTP("Avviso", "Corpo"));
+  EXPECT_EQ(servizio->errNumber, "91");
+  EXPECT_FALSE(Consegnato());
+}
+
+TEST_F(InvioDaSolo, TheHandlerSeesTheCompanyOfBeforeTheCall) {
+  servizio->vDitta = "prima";
+  std::string vista;
+  servizio->BeforeSendMail = [&](auto&, auto&, auto&, auto&, auto&, auto&) { vista = servizio->vDitta; };
+  servizio->InviaMailSMTP("Avviso", "Corpo");
+  EXPECT_EQ(vista, "prima");
+  EXPECT_EQ(servizio->vDitta, "Acme S.p.A.");
 }
 
 TEST_F(InvioDaSolo, ARefusedMessageAnswersTrueLeavesTheStateAndStandsInTheRegister) {

@@ -257,7 +257,10 @@ TEST_F(InvioDiretto, ADisabledServiceIsRefusedAndTheFlagIsTakenBack) {
 TEST_F(InvioDiretto, AListThatCannotBeReadEndsInSilenceAndLeavesTheFlagSet) {
   servizio->vCorpoMail = "vecchio corpo";
   servizio->vOggetto = "vecchio oggetto";
-  servizio->InviaMailDiretta(12, "Anna<a@x.example>;b>c<d;e@x.example", "", "", "Oggetto", "Corpo");
+  servizio->vMailAttachment = "C:\\Doc\\vecchio.pdf";
+  servizio->AddAllegato("C:\\Doc\\vecchio.pdf");
+  servizio->InviaMailDiretta(12, "Anna<a@x.example>;b>c<d;e@x.example", "", "", "Oggetto", "Corpo",
+                             "C:\\Doc\\nuovo.pdf");
   EXPECT_THAT(journal->Righe({"ObjMessaggi", "FileSystem", "TextStream", "smtp.", "ConnectionADO"}),
               IsEmpty());
   EXPECT_TRUE(interno.FlagInvioDiretto());
@@ -265,7 +268,10 @@ TEST_F(InvioDiretto, AListThatCannotBeReadEndsInSilenceAndLeavesTheFlagSet) {
   EXPECT_THAT(Recipienti(), ElementsAre("Anna/a@x.example//0"));
   EXPECT_EQ(servizio->vCorpoMail, "vecchio corpo");
   EXPECT_EQ(servizio->vOggetto, "vecchio oggetto");
+  EXPECT_EQ(servizio->vMailAttachment, "C:\\Doc\\vecchio.pdf");
+  EXPECT_EQ(servizio->vElencoAllegati, host::Variant(host::Variant::Array{"C:\\Doc\\vecchio.pdf"}));
   EXPECT_EQ(servizio->vFlagCorpo, 1);
+  EXPECT_EQ(interno.IdMittenteDiretto(), 12);
 }
 
 TEST_F(InvioDiretto, TheNextSendOnAnObjectThatFailedSoRunsAsADirectOne) {
