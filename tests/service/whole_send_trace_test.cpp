@@ -10,10 +10,12 @@
 
 #include "fakes/headless.h"
 #include "fakes/servizio_di_prova.h"
+#include "service/ignora_errori.h"
 
 namespace orve {
 namespace {
 
+using ::testing::Contains;
 using ::testing::IsEmpty;
 
 /// What the trace lines say: the classes that were born, and every object whose lines are not one birth and,
@@ -45,9 +47,13 @@ Vite LeggiTraccia(const fakes::Journal& journal) {
   return vite;
 }
 
+using AmbientePtr = std::shared_ptr<fakes::FakeAmbiente>;
+
 struct CasoInvio {
   const char* etichetta;
-  std::function<void(const std::shared_ptr<fakes::FakeAmbiente>&, CLSFW_MAILSERVER&)> invio;
+  kvEnum_ServizioMail canale;
+  std::function<void(const AmbientePtr&, CLSFW_MAILSERVER&)> invio;
+  const char* wantOperazione;             // shows that the send came as far as it should
   std::set<std::string> wantAltreClassi;  // beside service, collection and recipient
 };
 
@@ -66,111 +72,175 @@ fakes::Riga Account() {
           {"CONSEGNA", 0}};
 }
 
-void AncheFallito(const std::shared_ptr<fakes::FakeAmbiente>& ambiente, const char* guasto,
-                  const std::function<void()>& invio) {
-  invio();
-  ambiente->journal->Fallisce(guasto);
-  invio();
-}
-
-void ACollezione(CLSFW_MAILSERVER& servizio) {
+void ACollezione(const AmbientePtr& ambiente, CLSFW_MAILSERVER& servizio) {
+  servizio.vCollDestinatari = std::make_shared<CollDestinatari>(ambiente);
   servizio.vCollDestinatari->Add("anna@x.example", "Anna");
   servizio.vCollDestinatari->AddFromLista("carla@x.example", "Carla", "", 1);
+  servizio.AddAllegato("C:\\Doc\\a.pdf");
   servizio.AvviaProceduraInvio();
+}
+
+void AIndirizzo(CLSFW_MAILSERVER& servizio, const std::string& indirizzo) {
+  servizio.vCollDestinatari.reset();
+  servizio.vIndDestinatario = indirizzo;
+  servizio.AvviaProceduraInvio();
+}
+
+/// The person presses this button, where the window has come so far that it can be pressed.
+void AspettaPersona(const AmbientePtr& ambiente, const char* pulsante) {
+  ambiente->persona = [pulsante](fakes::HeadlessForm& form) {
+    if (form.Vede(pulsante) && form.Attivo(pulsante)) form.Preme(pulsante);
+  };
 }
 
 const CasoInvio kCasi[] = {
     {"SmtpWithAChosenSender",
+     kvSMTPSSLMail,
      [](auto& ambiente, auto& servizio) {
-       servizio.SrvMailInstallato = kvSMTPSSLMail;
        servizio.vMittente = std::make_shared<Mittente>(ambiente);
        servizio.vMittente->Server("smtp.azienda.example");
-       AncheFallito(ambiente, "smtp.SendMail", [&] { ACollezione(servizio); });
+       ACollezione(ambiente, servizio);
      },
+     "smtp.SendMail",
      {"Mittente"}},
     {"Outlook",
+     kvOutlook,
      [](auto& ambiente, auto& servizio) {
-       servizio.SrvMailInstallato = kvOutlook;
        AccessoInterno{servizio}.objOutlookApp() = ambiente->CreaOutlook();
-       AncheFallito(ambiente, "MailItem.Send", [&] { ACollezione(servizio); });
+       ACollezione(ambiente, servizio);
      },
+     "MailItem.Send",
      {}},
-    {"SimpleMapi",
+    {"SimpleMapiFromTheSettingsOn",
+     kvSimpleMAPI,
      [](auto& ambiente, auto& servizio) {
-       servizio.SrvMailInstallato = kvSimpleMAPI;
-       AncheFallito(ambiente, "MAPIMessages.Send", [&] { ACollezione(servizio); });
+       servizio.GetImpostazioni();
+       ACollezione(ambiente, servizio);
      },
+     "MAPIMessages.Send",
      {}},
-    {"Mapi32",
-     [](auto& ambiente, auto& servizio) {
-       servizio.SrvMailInstallato = kvMAPI;
-       AncheFallito(ambiente, "MAPI32.BMAPISendMail", [&] { ACollezione(servizio); });
-     },
-     {}},
-    {"ALookUpThatIsRefused",
+    {"Mapi32", kvMAPI, ACollezione, "MAPI32.BMAPISendMail 0|0|0|0", {}},
+    {"AnAddressOfTheCallers",
+     kvSMTPSSLMail,
      [](auto& /*ambiente*/, auto& servizio) {
-       servizio.SrvMailInstallato = kvSMTPSSLMail;
-       servizio.vCollDestinatari.reset();
-       servizio.vIndDestinatario = "senza chiocciola";
-       servizio.AvviaProceduraInvio();
+       AccessoInterno{servizio}.SmtpServer() = "smtp.azienda.example";
+       AIndirizzo(servizio, "anna@x.example");
      },
+     "smtp.SendMail",
+     {}},
+    {"AnAddressThatIsRefused",
+     kvSMTPSSLMail,
+     [](auto& /*ambiente*/, auto& servizio) { AIndirizzo(servizio, "senza chiocciola"); },
+     "ObjRegistroInvio.EsitoInvio 1",
+     {}},
+    {"AHandlerThatRaises",
+     kvSMTPSSLMail,
+     [](auto& ambiente, auto& servizio) {
+       servizio.BeforeSendMail = [](auto&, auto&, auto&, auto&, auto&, auto&) {
+         throw host::Errore(1001, "Chiamante", "no");
+       };
+       ACollezione(ambiente, servizio);
+     },
+     "smtp.SendMail",
      {}},
     {"ADirectSendAndOneThatCannotBeRead",
+     kvSMTPSSLMail,
      [](auto& /*ambiente*/, auto& servizio) {
-       servizio.SrvMailInstallato = kvSMTPSSLMail;
        servizio.InviaMailDiretta(12, "Anna<anna@x.example>", "carla@x.example");
        servizio.InviaMailDiretta(12, "Anna<anna@x.example>;b>c<d");
      },
+     "smtp.SendMail",
      {}},
     {"StandAloneSmtp",
-     [](auto& ambiente, auto& servizio) {
+     kvSMTPSSLMail,
+     [](auto& /*ambiente*/, auto& servizio) {
        servizio.AddDestinatario("anna@x.example", "Anna");
-       AncheFallito(ambiente, "smtp.SendMail", [&] { servizio.InviaMailSMTP("Avviso", "Corpo"); });
+       servizio.InviaMailSMTP("Avviso", "Corpo");
      },
+     "smtp.SendMail",
      {}},
     {"TheComposeDialog",
+     kvSMTPSSLMail,
      [](auto& ambiente, auto& servizio) {
-       servizio.SrvMailInstallato = kvSMTPSSLMail;
        servizio.ModalitaInvio(kvManuale);
-       servizio.vCollDestinatari.reset();
-       servizio.vIndDestinatario = "anna@x.example";
-       servizio.vOggetto = "Fattura 12";
-       ambiente->persona = [](fakes::HeadlessForm& form) { form.Preme("cmd_Invia"); };
-       servizio.AvviaProceduraInvio();
-       EXPECT_EQ(ambiente->journal->Conta("smtp.SendMail"), 1U);
+       AspettaPersona(ambiente, "cmd_Invia");
+       AIndirizzo(servizio, "anna@x.example");
      },
+     "smtp.SendMail",
      {"FRMRW_OPZMAIL", "CollMittenti", "Mittente"}},
-    {"TheParametersDialog",
-     [](auto& /*ambiente*/, auto& servizio) {
-       servizio.SrvMailInstallato = kvSMTPSSLMail;
-       servizio.ReturnMailParameters();
-       servizio.vCollDestinatari->Add("anna@x.example", "Anna");
-       servizio.AvviaProceduraInvio();
+    {"TheComposeDialogCancelled",
+     kvOutlook,
+     [](auto& ambiente, auto& servizio) {
+       servizio.ModalitaInvio(kvManuale);
+       AspettaPersona(ambiente, "cmd_Annulla");
+       AIndirizzo(servizio, "anna@x.example");
      },
+     "FRMRW_OPZMAIL chiusa",
+     {"FRMRW_OPZMAIL"}},
+    {"TheParametersDialog",
+     kvSMTPSSLMail,
+     [](auto& ambiente, auto& servizio) {
+       servizio.ReturnMailParameters();
+       ACollezione(ambiente, servizio);
+     },
+     "FRMFW_MAILPARAMS chiusa",
      {"FRMFW_MAILPARAMS", "CollMittenti", "Mittente"}},
 };
 
-class TracciaDiUnInvio : public fakes::ServizioDiProva, public ::testing::WithParamInterface<CasoInvio> {};
+/// What is left of two sends on one service, over fakes of their own, when the service is gone.
+struct Corsa {
+  Vite vite;
+  bool esterniRilasciati = false;
+  std::set<std::string> operazioni;  // what was asked of the outside
+};
+
+/// The first send fails at each operation that begins so; with an empty text, at none.
+Corsa Corri(const CasoInvio& caso, const std::string& guasto) {
+  const auto ambiente = std::make_shared<fakes::FakeAmbiente>();
+  const auto journal = ambiente->journal;
+  const auto connessione = std::make_shared<fakes::FakeConnection>(journal);
+  connessione->Risponde("FW98_MAILACCOUNT", {Account()});
+  if (!guasto.empty()) journal->Fallisce(guasto);
+  const auto prima = journal.use_count();  // each of the outside's objects shares it
+  IgnoraErrori([&] {
+    CLSFW_MAILSERVER servizio(ambiente);
+    servizio.ConnectionADO = connessione;
+    servizio.SrvMailInstallato = caso.canale;
+    servizio.ModalitaInvio(kvAutomatico);
+    servizio.vFlagCorpo = 1;
+    servizio.vCorpoMail = "Buongiorno";
+    AccessoInterno{servizio}.PathTemp() = "C:\\Temp";
+    AccessoInterno{servizio}.ObjRegistroInvio() = ambiente->CreaRegistroInvio();
+    for (int volta = 0; volta < 2; ++volta) {
+      IgnoraErrori([&] { caso.invio(ambiente, servizio); });
+      journal->DimenticaPiani();
+    }
+  });
+  Corsa corsa{LeggiTraccia(*journal), journal.use_count() == prima, {}};
+  for (const auto& riga : journal->Righe()) {
+    if (!riga.starts_with("debug ") && !riga.starts_with("rilascio ")) corsa.operazioni.insert(riga);
+  }
+  return corsa;
+}
+
+class TracciaDiUnInvio : public ::testing::TestWithParam<CasoInvio> {};
 
 TEST_P(TracciaDiUnInvio, EveryObjectIsReleased) {
-  connessione->Risponde("FW98_MAILACCOUNT", {Account()});
-  servizio.reset();
-  journal->Svuota();
-  {
-    CLSFW_MAILSERVER nuovo(ambiente);
-    nuovo.ConnectionADO = connessione;
-    nuovo.ModalitaInvio(kvAutomatico);
-    nuovo.vFlagCorpo = 1;
-    nuovo.vCorpoMail = "Buongiorno";
-    nuovo.vCollDestinatari = std::make_shared<CollDestinatari>(ambiente);
-    AccessoInterno{nuovo}.ObjRegistroInvio() = ambiente->CreaRegistroInvio();
-    GetParam().invio(ambiente, nuovo);
-  }
-  const Vite vite = LeggiTraccia(*journal);
-  EXPECT_THAT(vite.irregolari, IsEmpty());
+  const Corsa corsa = Corri(GetParam(), "");
+  EXPECT_THAT(corsa.operazioni, Contains(GetParam().wantOperazione));
+  EXPECT_THAT(corsa.vite.irregolari, IsEmpty());
+  EXPECT_TRUE(corsa.esterniRilasciati);
   auto wantClassi = GetParam().wantAltreClassi;
   wantClassi.insert({"CLSFW_MAILSERVER", "CollDestinatari", "Destinatario"});
-  EXPECT_EQ(vite.classi, wantClassi);
+  EXPECT_EQ(corsa.vite.classi, wantClassi);
+}
+
+TEST_P(TracciaDiUnInvio, EveryObjectIsReleasedWhateverOperationFails) {
+  for (const auto& operazione : Corri(GetParam(), "").operazioni) {
+    const Corsa corsa = Corri(GetParam(), operazione);
+    EXPECT_THAT(corsa.vite.irregolari, IsEmpty()) << operazione;
+    EXPECT_TRUE(corsa.esterniRilasciati) << operazione;
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Tabella, TracciaDiUnInvio, ::testing::ValuesIn(kCasi),
