@@ -99,7 +99,8 @@ void Griglia::Copia() {
     for (int i = 0; i < tabella_->columnCount(); ++i) {
       const auto valore = host::Leggi(*righe_, colonne_[static_cast<std::size_t>(i)].campo).Joined();
       auto* cella = new QTableWidgetItem(Testo(valore));
-      cella->setToolTip(Testo(valore).toHtmlEscaped());
+      // In a tag of its own, so that Qt takes it for markup whatever the text, and shows the text as it is.
+      cella->setToolTip(QStringLiteral("<span>%1</span>").arg(Testo(valore).toHtmlEscaped()));
       tabella_->setItem(riga, i, cella);
     }
   }

@@ -3,6 +3,7 @@
 #include <QMimeData>
 #include <QTableWidget>
 #include <QTest>
+#include <QTextDocument>
 #include <QUrl>
 #include <algorithm>
 #include <fstream>
@@ -107,6 +108,18 @@ TEST_F(Allegati, AllOfThemGoOnlyWhenThePersonSaysYes) {
     regia.Risponde("Rimuovere tutti gli allegati dalla mail?", "Sì");
     Sceglie(finestra, "BTN_ELIMINA", "DelAll");
     EXPECT_THAT(Righe(finestra), IsEmpty());
+  });
+}
+
+TEST_F(Allegati, TheTipOfARowShowsItsNameAsItIs) {
+  const std::string nome = "Rossi & Figli <copia>.pdf";
+  servizio->vElencoAllegati = Variant::Array{PerLibreria(cartella.File(nome))};
+  Apri([&](QWidget& finestra) {
+    const QString suggerimento = Trova<QTableWidget>(finestra, "GRID_ALLEGATI").item(0, 0)->toolTip();
+    EXPECT_TRUE(Qt::mightBeRichText(suggerimento)) << "else the signs of markup would be shown";
+    QTextDocument mostrato;
+    mostrato.setHtml(suggerimento);
+    EXPECT_EQ(mostrato.toPlainText().toStdString(), nome);
   });
 }
 
