@@ -5,7 +5,11 @@
 #include <filesystem>
 #include <string>
 
+#include "orve-mail/rubrica_finestra.h"
+#include "orve-mail/rubrica_manager.h"
 #include "prova.h"
+#include "sqlite/schema.h"
+#include "sqlite/sqlite_connection.h"
 
 namespace orve::adapters::qt {
 namespace {
@@ -47,6 +51,26 @@ TEST_F(Immagini, TheComposeWindow) {
 TEST_F(Immagini, TheComposeWindowWithoutASender) {
   servizio->SrvMailInstallato = kvMAPI;
   Apri([](QWidget& finestra) { Ritrae(finestra, "invio-senza-mittente"); });
+}
+
+TEST_F(Immagini, TheAddressBook) {
+  const std::string file = cartella.Radice() + "/prova.db";
+  sqlite::CreaDatabase(file,
+                       [](const std::string& chiara) { return std::string(chiara.rbegin(), chiara.rend()); });
+  servizio->ManagerRubrica =
+      app::CreaRubrica(ambiente, sqlite::SqliteConnection::Apri(file), app::MostraFinestraRubrica);
+  servizio->DittaCorrente = 1;
+  servizio->vDitta = "Officine Bellariva S.r.l.";
+  Apri([this](QWidget& finestra) {
+    for (const std::string cerca : {"", "bellariva", "assente"}) {
+      regia.Poi("Rubrica", [cerca](QWidget& libro) {
+        if (!cerca.empty()) Digita(libro, "TXT_CERCA", cerca);
+        Ritrae(libro, cerca.empty() ? "rubrica" : "rubrica-" + cerca);
+        libro.close();
+      });
+      Sceglie(finestra, "BTN_DEST_A", "Key_Arvio");
+    }
+  });
 }
 
 TEST_F(Immagini, TheParametersWindow) {

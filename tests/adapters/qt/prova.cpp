@@ -247,9 +247,13 @@ fakes::Riga RigaAccount(std::int16_t id, const std::string& indirizzo, std::int1
 }
 
 FinestraVera::FinestraVera()
-    : ambiente(std::make_shared<AmbienteConFinestre>(
-          OpzioniFinestre{.cartellaCopie = cartella.Radice(),
-                          .vaCopiato = [this](const std::string&) { return vaCopiato; }})),
+    : FinestraVera([](OpzioniFinestre opzioni) {
+        return std::make_shared<AmbienteConFinestre>(std::move(opzioni));
+      }) {}
+
+FinestraVera::FinestraVera(const CreaAmbiente& crea)
+    : ambiente(crea({.cartellaCopie = cartella.Radice(),
+                     .vaCopiato = [this](const std::string&) { return vaCopiato; }})),
       journal(ambiente->journal),
       connessione(std::make_shared<fakes::FakeConnection>(journal)),
       servizio(std::make_unique<CLSFW_MAILSERVER>(ambiente)) {

@@ -137,7 +137,10 @@ void Respira();
 /// On the SMTP channel with one account, in the manual mode.
 class FinestraVera : public ::testing::Test {
  protected:
+  using CreaAmbiente = std::function<std::shared_ptr<AmbienteConFinestre>(OpzioniFinestre)>;
+
   FinestraVera();
+  explicit FinestraVera(const CreaAmbiente& crea);
 
   void Accounts(fakes::Righe righe) {
     connessione->Risponde("INNER JOIN FW99_MAILUSERACCOUNT", std::move(righe));

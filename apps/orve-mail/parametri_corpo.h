@@ -1,0 +1,13 @@
+// The special fields that the program offers for the body of a mail: the placeholders that the library fills,
+// with what the person reads for each.
+#pragma once
+
+#include <memory>
+
+#include "host/parametri.h"
+
+namespace orve::app {
+
+[[nodiscard]] std::shared_ptr<host::CLSFW_Parametri> CreaParametriCorpo();
+
+}  // namespace orve::app
