@@ -38,7 +38,11 @@ std::string PercorsoLibreriaAssoluto(std::string_view percorso) {
   std::error_code codice;
   const auto assoluto = std::filesystem::absolute(std::filesystem::path(percorso), codice);
   if (codice) throw ErroreDiSistema(codice.value(), percorso);  // the current folder is gone
-  return PercorsoLibreria(assoluto.lexically_normal().native());
+  std::string libreria = PercorsoLibreria(assoluto.lexically_normal().native());
+  // Nothing stands in front of the name of a file in the root, and by itself it would be one of the current
+  // folder.
+  const bool nellaRadice = libreria.size() > 1 && libreria.rfind('\\') == 0;
+  return nellaRadice ? "\\." + libreria : libreria;
 }
 
 }  // namespace orve::adapters::posix

@@ -21,7 +21,8 @@ namespace orve::adapters::posix {
 [[nodiscard]] std::string PercorsoLibreria(std::string_view percorso);
 
 /// The same for a path relative to the current folder, made absolute and without "." and ".." where that is
-/// possible without looking at the disk; symbolic links stay.
+/// possible without looking at the disk; symbolic links stay. A file of the root is given as `\.\name`, so
+/// that a folder stands in front of every name.
 [[nodiscard]] std::string PercorsoLibreriaAssoluto(std::string_view percorso);
 
 }  // namespace orve::adapters::posix

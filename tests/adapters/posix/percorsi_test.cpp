@@ -60,4 +60,11 @@ TEST(Percorsi, ARelativePathIsTakenFromTheCurrentFolderAndTidied) {
   EXPECT_EQ(PercorsoLibreriaAssoluto("/a/./b/../c"), "\\a\\c");
 }
 
+// Split at its last separator and put together again it must stay the same file.
+TEST(Percorsi, AFileOfTheRootKeepsAFolderInFrontOfItsName) {
+  EXPECT_EQ(PercorsoLibreriaAssoluto("/fattura.pdf"), "\\.\\fattura.pdf");
+  EXPECT_EQ(PercorsoUnix(PercorsoLibreriaAssoluto("/fattura.pdf")), "/./fattura.pdf");
+  EXPECT_EQ(PercorsoLibreriaAssoluto("/"), "\\");
+}
+
 }  // namespace orve::adapters::posix
