@@ -117,7 +117,9 @@ void CasellaTesto::keyPressEvent(QKeyEvent* evento) {
   const bool aCapo = (tasto == Qt::Key_Return || tasto == Qt::Key_Enter) &&
                      (evento->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) == Qt::NoModifier;
   const QString scritto = evento->text();
-  const bool carattere = !scritto.isEmpty() && scritto[0].isPrint();
+  // An emoji starts with half a character, and joiners and direction marks are characters too: none of them
+  // prints by itself.
+  const bool carattere = !scritto.isEmpty() && scritto[0].category() != QChar::Other_Control;
   if ((aCapo && Accettato(QStringLiteral("\n")).isEmpty()) ||
       (carattere && !aCapo && Accettato(scritto) != scritto)) {
     evento->accept();

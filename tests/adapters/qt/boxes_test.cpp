@@ -144,6 +144,24 @@ TEST_F(Caselle, TheBodyIsLimitedForThePersonAndNotForTheProgram) {
   });
 }
 
+TEST_F(Caselle, AFullBodyTakesNoCharacterOfAnyKindFromTheKeyboard) {
+  Mostra([this](QWidget& finestra) {
+    const std::string pieno = Volte(kEmoji, 2000);
+    const auto corpo = Controllo<host::KvlRichTextBox>("TXT_CORPO");
+    Incolla(finestra, "TXT_CORPO", pieno + "x");
+    EXPECT_TRUE(corpo->Text() == pieno);  // too long to be shown
+    auto& casella = Trova(finestra, "TXT_CORPO");
+    for (const char* scritto : {"a", kEmoji, "\u200F", "\u200D", "\uE000", "è"}) {
+      QTest::sendKeyEvent(QTest::Click, &casella, Qt::Key_unknown, QString::fromUtf8(scritto),
+                          Qt::NoModifier);
+      EXPECT_TRUE(corpo->Text() == pieno) << scritto;
+    }
+    QTest::keyClick(&casella, Qt::Key_Backspace);
+    QTest::sendKeyEvent(QTest::Click, &casella, Qt::Key_unknown, QString::fromUtf8(kEmoji), Qt::NoModifier);
+    EXPECT_TRUE(corpo->Text() == pieno);
+  });
+}
+
 TEST_F(Caselle, ALineBreakOfTheBodyIsCarriageReturnAndLineFeed) {
   Mostra([this](QWidget& finestra) {
     Digita(finestra, "TXT_CORPO", "uno");
