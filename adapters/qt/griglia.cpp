@@ -37,6 +37,11 @@ Griglia::Griglia(std::shared_ptr<QWidget> finestra, const host::LayoutControllo&
   testata->setSectionsClickable(false);
   QObject::connect(tabella_, &QTableWidget::currentCellChanged, &ascolto,
                    [this](int riga) { Azione(widget, [&] { Sceglie(riga); }); });
+  // A click with Ctrl takes the mark from the row, which stays the current one all the same.
+  QObject::connect(tabella_, &QTableWidget::itemSelectionChanged, &ascolto, [this] {
+    const int riga = tabella_->currentRow();
+    if (!muove_ && riga >= 0 && tabella_->selectedItems().isEmpty()) tabella_->selectRow(riga);
+  });
 }
 
 Griglia::~Griglia() {

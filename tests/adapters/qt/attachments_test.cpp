@@ -98,6 +98,21 @@ TEST_F(Allegati, TheRowThatIsClickedIsTheOneThatGoes) {
   EXPECT_THAT(Consegnati(), IsEmpty());
 }
 
+TEST_F(Allegati, TheRowThatWouldGoIsAlwaysMarked) {
+  servizio->vElencoAllegati =
+      Variant::Array{PerLibreria(cartella.File("a.txt")), PerLibreria(cartella.File("b.txt"))};
+  Apri([&](QWidget& finestra) {
+    auto& tabella = Trova<QTableWidget>(finestra, "GRID_ALLEGATI");
+    EXPECT_EQ(RigaSelezionata(finestra), 2);
+    QTest::mouseClick(tabella.viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      tabella.visualItemRect(tabella.item(1, 0)).center());
+    EXPECT_EQ(RigaSelezionata(finestra), 2);
+    QTest::mouseClick(tabella.viewport(), Qt::LeftButton, Qt::NoModifier,
+                      QPoint(5, tabella.viewport()->height() - 1));
+    EXPECT_EQ(RigaSelezionata(finestra), 2);
+  });
+}
+
 TEST_F(Allegati, AllOfThemGoOnlyWhenThePersonSaysYes) {
   servizio->vElencoAllegati =
       Variant::Array{PerLibreria(cartella.File("a.txt")), PerLibreria(cartella.File("b.txt"))};
