@@ -1,10 +1,12 @@
 #include "qt/caselle_di_testo.h"
 
+#include <QDragEnterEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QUrl>
 #include <algorithm>
 #include <limits>
 
@@ -37,6 +39,12 @@ Differenza Confronta(const QString& prima, const QString& dopo, qsizetype cursor
   return {testa, prima.size() - coda, dopo.size() - coda};
 }
 
+// Not of the links of a browser, which are text too.
+bool DiFile(const QMimeData* dati) {
+  const QList<QUrl> indirizzi = dati->urls();
+  return std::any_of(indirizzi.begin(), indirizzi.end(), [](const QUrl& url) { return url.isLocalFile(); });
+}
+
 QString ConCrLf(QString testo) {
   return testo.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
 }
@@ -57,6 +65,14 @@ void CasellaRiga::Scrive(const std::string& testo) {
 
 std::string CasellaRiga::Legge() const {
   return isModified() ? Utf8(text()) : scritto_;
+}
+
+void CasellaRiga::dragEnterEvent(QDragEnterEvent* evento) {
+  if (DiFile(evento->mimeData())) {
+    evento->ignore();
+    return;
+  }
+  QLineEdit::dragEnterEvent(evento);
 }
 
 // Called once a change of the person's stands, wherever it came from: keys, an input method, the clipboard, a
@@ -137,7 +153,7 @@ void CasellaTesto::inputMethodEvent(QInputMethodEvent* evento) {
 }
 
 bool CasellaTesto::canInsertFromMimeData(const QMimeData* dati) const {
-  return dati->hasText() && !dati->hasUrls();
+  return dati->hasText() && !DiFile(dati);
 }
 
 void CasellaTesto::insertFromMimeData(const QMimeData* dati) {

@@ -16,6 +16,10 @@ class CasellaRiga : public QLineEdit {
   void Scrive(const std::string& testo);
   [[nodiscard]] std::string Legge() const;
 
+ protected:
+  /// Files dropped here are for the window.
+  void dragEnterEvent(QDragEnterEvent* evento) override;
+
  private:
   void Limita(const QString& nuovo);
   void Rifai(const QString& voluto, qsizetype cursore);
@@ -37,7 +41,7 @@ class CasellaTesto : public QPlainTextEdit {
   void keyPressEvent(QKeyEvent* evento) override;
   void inputMethodEvent(QInputMethodEvent* evento) override;
   void insertFromMimeData(const QMimeData* dati) override;
-  /// Files dropped here are for the window.
+  /// No files: dropped here they are for the window.
   [[nodiscard]] bool canInsertFromMimeData(const QMimeData* dati) const override;
 
  private:

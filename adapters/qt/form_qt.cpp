@@ -1,5 +1,6 @@
 #include "qt/form_qt.h"
 
+#include <QApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
@@ -252,7 +253,8 @@ void FormQt::Chiudi() {
   host::Solleva(Unload);
 }
 
-// One file at a time goes through the steps of the button, which asks for a file and finds this one.
+// One file at a time goes through the steps of the button, which asks for a file and finds this one. While a
+// window in front waits for its answer nobody could press the button.
 void FormQt::Allega(const QStringList& file) {
   const auto trovato = controlli_.find(text::FoldCase(kPulsanteAllega));
   if (trovato == controlli_.end()) return;
@@ -260,6 +262,8 @@ void FormQt::Allega(const QStringList& file) {
   const auto* widget = dynamic_cast<Elemento&>(*trovato->second).widget;
   for (const auto& uno : file) {
     if (pulsante == nullptr || !widget->isVisible() || !widget->isEnabled() || !aperta_) return;
+    const auto* davanti = QApplication::activeModalWidget();
+    if (davanti != nullptr && davanti != finestra_.get()) return;
     *lasciati_ = {uno};
     Azione(finestra_.get(), [pulsante] { host::Solleva(pulsante->ButtonClick); });
     lasciati_->clear();

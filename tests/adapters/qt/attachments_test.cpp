@@ -1,6 +1,7 @@
 // Attachments in the real window, on real files.
 #include <QDropEvent>
 #include <QMimeData>
+#include <QPlainTextEdit>
 #include <QTableWidget>
 #include <QTest>
 #include <QTextDocument>
@@ -162,21 +163,58 @@ TEST_F(Allegati, AFileFromOutsideTravelsAsACopy) {
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(flusso), {}), "dati");
 }
 
-TEST_F(Allegati, AFileDroppedOnTheWindowIsAttachedAsByTheButton) {
+class AllegatiLasciati : public Allegati {
+ protected:
+  // As a file manager does it: the paths go along as a text too.
+  static void Lascia(QWidget& su, const std::vector<std::string>& file) {
+    QMimeData dati;
+    dati.setText(QString::fromStdString(file.front()));
+    QList<QUrl> url;
+    for (const auto& uno : file) url << QUrl::fromLocalFile(QString::fromStdString(uno));
+    dati.setUrls(url);
+    QDragEnterEvent arriva(QPoint(10, 10), Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&su, &arriva);
+    EXPECT_TRUE(arriva.isAccepted());
+    QDropEvent lascia(QPointF(10, 10), Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&su, &lascia);
+    Respira();
+  }
+};
+
+TEST_F(AllegatiLasciati, AFileDroppedOnTheWindowIsAttachedAsByTheButton) {
   const std::string uno = cartella.File("uno.pdf");
   const std::string due = cartella.File("due.pdf");
   Apri([&](QWidget& finestra) {
-    QMimeData dati;
-    dati.setUrls({QUrl::fromLocalFile(QString::fromStdString(uno)),
-                  QUrl::fromLocalFile(QString::fromStdString(due)),
-                  QUrl::fromLocalFile(QString::fromStdString(uno))});
-    QDragEnterEvent arriva(QPoint(10, 10), Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&finestra, &arriva);
-    EXPECT_TRUE(arriva.isAccepted());
-    QDropEvent lascia(QPointF(10, 10), Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&finestra, &lascia);
-    Respira();
+    Lascia(finestra, {uno, due, uno});
     EXPECT_THAT(Righe(finestra), ElementsAre("uno.pdf", "due.pdf"));
+  });
+}
+
+TEST_F(AllegatiLasciati, AFileDroppedOnABoxIsAttachedAndWritesNothingThere) {
+  const std::string uno = cartella.File("uno.pdf");
+  const std::string due = cartella.File("due.pdf");
+  servizio->vFlagCorpo = 1;
+  servizio->vCorpoMail = "Corpo";
+  Apri([&](QWidget& finestra) {
+    Lascia(Trova(finestra, "TXT_EMAIL_CC"), {uno});
+    Lascia(*Trova<QPlainTextEdit>(finestra, "TXT_CORPO").viewport(), {due});
+    EXPECT_THAT(Righe(finestra), ElementsAre("uno.pdf", "due.pdf"));
+    EXPECT_EQ(Contenuto(finestra, "TXT_EMAIL_CC"), "");
+    EXPECT_EQ(Contenuto(finestra, "TXT_CORPO"), "Corpo");
+  });
+}
+
+TEST_F(AllegatiLasciati, BehindAQuestionNothingIsAttached) {
+  const std::string uno = cartella.File("uno.pdf");
+  const std::string due = cartella.File("due.pdf");
+  servizio->vElencoAllegati = Variant::Array{PerLibreria(uno)};
+  Apri([&](QWidget& finestra) {
+    regia.Poi("MostraMsg", [&](QWidget& domanda) {
+      Lascia(finestra, {due});
+      domanda.close();
+    });
+    Sceglie(finestra, "BTN_ELIMINA", "DelAll");
+    EXPECT_THAT(Righe(finestra), ElementsAre("uno.pdf"));
   });
 }
 

@@ -1,8 +1,12 @@
 // What a box takes from the person and what from the program.
+#include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTest>
+#include <QUrl>
+#include <memory>
 #include <string>
 
 #include "dialogs/layouts.h"
@@ -168,6 +172,19 @@ TEST_F(Caselle, ALineBreakOfTheBodyIsCarriageReturnAndLineFeed) {
     QTest::keyClick(&Trova(finestra, "TXT_CORPO"), Qt::Key_Return);
     Digita(finestra, "TXT_CORPO", "due");
     EXPECT_EQ(Controllo<host::KvlRichTextBox>("TXT_CORPO")->Text(), "uno\r\ndue");
+  });
+}
+
+TEST_F(Caselle, ALinkCopiedInABrowserIsPasted) {
+  Mostra([](QWidget& finestra) {
+    for (const char* nome : {"TXT_CORPO", "TXT_OGGETTO"}) {
+      auto dati = std::make_unique<QMimeData>();
+      dati->setText(QStringLiteral("https://azienda.example/listino"));
+      dati->setUrls({QUrl(QStringLiteral("https://azienda.example/listino"))});
+      QApplication::clipboard()->setMimeData(dati.release());
+      QTest::keyClick(&Trova(finestra, nome), Qt::Key_V, Qt::ControlModifier);
+      EXPECT_EQ(Contenuto(finestra, nome), "https://azienda.example/listino") << nome;
+    }
   });
 }
 
