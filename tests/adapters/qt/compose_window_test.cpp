@@ -304,6 +304,20 @@ TEST_F(FinestraDiInvio, TheBookOfTheApplicationIsSwitchedOffWithoutItsManager) {
   });
 }
 
+// The box behind the body starts switched off, and is told to be so: that alone loads the text.
+TEST_F(FinestraDiInvio, WithoutABodyOfTheCallersTheStandingMessageIsOpenForEditing) {
+  servizio->vFlagCorpo = 0;
+  servizio->vCorpoMail = "messo dal chiamante";
+  servizio->FlgMsgPers = true;
+  servizio->MsgPers = "Gentile ***(Nome)***";
+  Apri([](QWidget& finestra) {
+    EXPECT_EQ(Contenuto(finestra, "TXT_CORPO"), "Gentile ***(Nome)***");
+    EXPECT_TRUE(Trova(finestra, "TXT_CORPO").isEnabled());
+    Digita(finestra, "TXT_CORPO", "!");
+    EXPECT_EQ(Contenuto(finestra, "TXT_CORPO"), "Gentile ***(Nome)***!");
+  });
+}
+
 TEST_F(FinestraDiInvio, ASpecialFieldGoesToTheEndOfTheBody) {
   servizio->vFlagCorpo = 1;
   servizio->vCorpoMail = "Gentile";

@@ -65,6 +65,18 @@ INSTANTIATE_TEST_SUITE_P(
                       Stile{"InformazioneEsc", 64, QMessageBox::Information, {"OK"}, "", 1}),
     [](const auto& caso) { return std::string(caso.param.nome); });
 
+TEST(Messaggi, AMessageBelongsToTheWindowGivenAsItsOwner) {
+  Regia regia;
+  Finestre finestre;
+  const auto proprietario = finestre.CreaForm(LayoutOpzMail());
+  regia.Poi("MostraMsg", [](QWidget& finestra) {
+    ASSERT_NE(finestra.parentWidget(), nullptr);
+    EXPECT_EQ(finestra.parentWidget()->objectName().toStdString(), "FRMRW_OPZMAIL");
+    finestra.close();
+  });
+  finestre.CreaMessaggi()->MostraMsg("testo", host::kSemplice, "", proprietario);
+}
+
 TEST(Messaggi, AVeryLongTextKeepsItsButtonsOnTheScreen) {
   Regia regia;
   const std::string lungo(20000, 'x');
