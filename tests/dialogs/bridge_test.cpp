@@ -91,6 +91,24 @@ TEST_F(Apertura, WithoutAManagerTheApplicationsBookCannotBeUsed) {
   });
 }
 
+// Messages of the window go through the host's object, and its books through the manager.
+TEST_F(Apertura, TheWindowWorksWithTheHostsInterfaceAndItsManager) {
+  servizio->ActiveInterface = fakes::CreaFakeInterfaccia(*ambiente);
+  const auto rubrica = std::make_shared<fakes::FakeRubrica>(journal);
+  rubrica->persona = [](fakes::FakeRubrica& libro) {
+    libro.nome = "Anna";
+    libro.indirizzo = "rotto";
+  };
+  servizio->ManagerRubrica = rubrica;
+  Apri([](HeadlessForm& finestra) {
+    finestra.Sceglie("BTN_DEST_A", "Key_Arvio");
+    EXPECT_EQ(finestra.Testo("TXT_EMAIL"), "Anna<rotto>");
+    finestra.Preme("cmd_Invia");
+  });
+  EXPECT_THAT(Mostrati(), ElementsAre("Host.Messaggi.MostraMsg L'elenco dei destinatari contiene un "
+                                      "indirizzo non valido.|0|Invio email...|(assente)"));
+}
+
 // The shape of the window.
 
 struct CasoForma {
@@ -199,6 +217,19 @@ TEST_F(Apertura, WithoutAnAccountThereIsNoDialogAndNothingIsSent) {
   EXPECT_THAT(journal->Righe({"FRMRW_OPZMAIL.Show", "TXT_", "smtp", "ObjRegistroInvio.RegistraInvio"}),
               IsEmpty());
   EXPECT_THAT(journal->Righe({"debug "}).back(), HasSubstr("|TER|ORVE_MAILSERVER|FRMRW_OPZMAIL"));
+}
+
+TEST_F(Apertura, ADialogThatIsNotShownLetsGoOfTheInterfaceBeforeItsEnd) {
+  Accounts({});
+  const auto interfaccia = fakes::CreaFakeInterfaccia(*ambiente);
+  servizio->ActiveInterface = interfaccia;
+  long usi = 0;
+  journal->Quando("debug ", [&] {
+    if (journal->Righe().back().find("|TER|ORVE_MAILSERVER|FRMRW_OPZMAIL") == std::string::npos) return;
+    usi = interfaccia.use_count();
+  });
+  interno.ApriForm_OpzInvio();
+  EXPECT_EQ(usi, 2);  // this test's and the service's
 }
 
 TEST_F(Apertura, FixedParametersShowTheAccountDisabled) {

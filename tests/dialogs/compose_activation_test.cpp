@@ -406,6 +406,35 @@ TEST_F(FormAttivato, ClosingLetsEverythingGoInItsOrder) {
   EXPECT_TRUE(form->objOutlook_00);
 }
 
+// An object whose last reference writes itself into the journal when it is let go.
+template <class Tipo>
+std::shared_ptr<Tipo> Annunciato(const fakes::JournalPtr& journal, const std::shared_ptr<Tipo>& oggetto,
+                                 const std::string& nome) {
+  return {oggetto.get(), [journal, oggetto, nome](Tipo*) { journal->Add(nome + " lasciato"); }};
+}
+
+TEST_F(FormAttivato, ClosingLetsGoOfOneObjectAfterTheOther) {
+  std::vector<bool> conServizio;
+  journal->Quando("ActiveInterface lasciato", [&] { conServizio.push_back(form->Parent != nullptr); });
+  Mostra([&](HeadlessForm& /*finestra*/) {
+    form->ActiveInterface =
+        Annunciato(journal, std::shared_ptr<host::InterfacciaHost>(fakes::CreaFakeInterfaccia(*ambiente)),
+                   "ActiveInterface");
+    form->ManagerRubrica = Annunciato(
+        journal, std::shared_ptr<host::ManagerRubrica>(std::make_shared<fakes::FakeRubrica>(journal)),
+        "ManagerRubrica");
+    Dentro().ObjMessaggiForm() = Annunciato(journal, ambiente->CreaMessaggi(), "ObjMessaggiForm");
+    journal->Svuota();
+    journal->Quando("debug ", [&] { conServizio.push_back(form->Parent != nullptr); });
+  });
+  journal->DimenticaPiani();
+  EXPECT_THAT(journal->Righe(),
+              ElementsAre("FRMRW_OPZMAIL chiude", "GRID_ALLEGATI.DataSource (assente)",
+                          "ActiveInterface lasciato", HasSubstr("|TER|ORVE_MAILSERVER|CollDestinatari"),
+                          "ManagerRubrica lasciato", "ObjMessaggiForm lasciato", "FRMRW_OPZMAIL chiusa"));
+  EXPECT_THAT(conServizio, ElementsAre(true, false));  // the service goes between the first two
+}
+
 TEST_F(FormAttivato, EachStepOfTheClosingIsTriedWhateverTheOneBeforeDid) {
   File("C:\\f.pdf");
   form->AggiungiAllegato("C:\\f.pdf", "f.pdf");

@@ -55,6 +55,7 @@ TEST(VoceIndirizzo, TheReadingIsPurelyPositional) {
       {"a@x.example>", "", "", false},
       {"Anna<a@x.example", "Anna", "", true},
       {"Anna>a@x.example<", "Anna>a@x.example", "", true},
+      {"Anna>vecchia<a@x.example>", "Anna>vecchia", "", true},
       {"", "", "", false},
       {"Città😀<é@x.example>", "Città😀", "é@x.example", true},
       {"שלום<a@x.example>", "שלום", "a@x.example", true},
