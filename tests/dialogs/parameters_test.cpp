@@ -1,4 +1,5 @@
 // The parameters window, and how the service reads its answers.
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,10 @@ class Parametri : public fakes::FinestraDiProva {
       finestra.Preme("CMD_OK");
       EXPECT_FALSE(finestra.Aperta());
     });
+  }
+  /// The person presses a button in a form of the test's own.
+  void Preme(FRMFW_MAILPARAMS& form, const char* pulsante) {
+    dynamic_cast<HeadlessForm&>(form.Finestra()).Preme(pulsante);
   }
   void Risposte(float tipo, bool lettura, bool consegna, const std::string& allegato,
                 const std::string& corpo, bool validi) const {
@@ -115,6 +120,22 @@ TEST_F(Parametri, AFailureOfTheActivationIsReported) {
   EXPECT_THAT(Mostrati(),
               ElementsAre("ObjMessaggi.MostraMsg guasto Form_Activate|0|Personalizzazione unica invio "
                           "mail|(assente)"));
+}
+
+// Unlike the compose window's, this start is made anew each time, and what became the caption goes in again.
+TEST_F(Parametri, EachActivationStartsTheProportionsAndAsksForTheCaptionAgain) {
+  ambiente->titoloHost = " *";
+  servizio->ActiveInterface = fakes::CreaFakeInterfaccia(*ambiente);
+  ApriParametri([&](HeadlessForm& finestra) {
+    journal->Svuota();
+    finestra.Riattiva();
+    EXPECT_THAT(journal->Righe({"Ambiente.", "KVL_", "CMB_", "Host.Messaggi", "FRMFW_MAILPARAMS.Caption"}),
+                ElementsAre("KVL_RESIZEFORM1.Avvia", "KVL_RESIZEFORM1.RegistraControllo FRM_PARAM|15",
+                            "KVL_RESIZEFORM1.RegistraControllo CMD_OK|12",
+                            "KVL_RESIZEFORM1.RegistraControllo CMD_ANNULLA|12",
+                            "Host.Messaggi.TitoloFinestra Personalizzazione unica invio mail *",
+                            "FRMFW_MAILPARAMS.Caption Personalizzazione unica invio mail * *"));
+  });
 }
 
 TEST_F(Parametri, TheInstanceIsTracedAtCreationAndDestruction) {
@@ -222,6 +243,7 @@ TEST_F(Parametri, TheAnswersAreCopiedAndTheChoiceGoesIntoTheAccountItself) {
 }
 
 TEST_F(Parametri, TheOkGoesStepByStep) {
+  Accounts({RigaAccount(12, "noi@azienda.example", 1)});
   Conferma([&](HeadlessForm& finestra) {
     finestra.Spunta("CHK_DELIVERY", true);
     finestra.Digita("TXT_ALLEGATO", "  C:\\doc\\a.pdf ");
@@ -236,6 +258,8 @@ TEST_F(Parametri, TheOkGoesStepByStep) {
                           "File.Percorso C:\\doc\\a.pdf", "File.Chiudi C:\\doc\\a.pdf",
                           "legge TXT_CORPO.Text", "FRMFW_MAILPARAMS.Chiudi"));
   Risposte(0, false, true, "C:\\doc\\a.pdf", "", true);
+  EXPECT_EQ(servizio->vMittente->ReadRcpt(), 0);
+  EXPECT_EQ(servizio->vMittente->DeliveryStatus(), 1);
 }
 
 TEST_F(Parametri, AnUnchangedBodyComesBackEmpty) {
@@ -404,17 +428,30 @@ TEST_F(Parametri, CancellingKeepsTheAccountPickedSoFarAndTouchesNothingElse) {
   Risposte(0, false, false, "", "Offerto", false);  // the body as it was offered
 }
 
+TEST_F(Parametri, CancellingTakesAnEarlierConfirmationBack) {
+  FRMFW_MAILPARAMS form(ambiente);
+  form.Parent = servizio.get();
+  form.IsValoriValidi = true;
+  Preme(form, "CMD_ANNULLA");
+  EXPECT_FALSE(form.IsValoriValidi);
+}
+
 TEST_F(Parametri, ClosingTheWindowPicksNoAccount) {
   ApriParametri([](HeadlessForm& finestra) { finestra.ChiudeFinestra(); });
   EXPECT_EQ(servizio->MailParamAccount()->Indirizzo(), "");
   EXPECT_FALSE(servizio->MailParamIsValoriValidi());
 }
 
-TEST_F(Parametri, TheAnswersAreCopiedInOrderAfterTheWindowHasClosed) {
-  Conferma(nullptr);
-  const auto righe = journal->Righe({"FRMFW_MAILPARAMS chiusa", "debug QLNA"});
-  EXPECT_THAT(righe, Not(IsEmpty()));
-  EXPECT_THAT(righe.back(), HasSubstr("|TER|ORVE_MAILSERVER|FRMFW_MAILPARAMS"));
+TEST_F(Parametri, TheAnswersAreCopiedOnceTheWindowHasClosed) {
+  servizio->MailParamCorpoUnico("Offerto");
+  std::vector<std::string> visti;
+  const auto guarda = [&] { visti.push_back(servizio->MailParamCorpoUnico()); };
+  journal->Quando("FRMFW_MAILPARAMS chiusa", guarda);
+  journal->Quando("debug ", [&] {
+    if (journal->Righe().back().find("|TER|ORVE_MAILSERVER|FRMFW_MAILPARAMS") != std::string::npos) guarda();
+  });
+  Conferma([](HeadlessForm& finestra) { finestra.Riscrive("TXT_CORPO", "Nuovo"); });
+  EXPECT_THAT(visti, ElementsAre("Offerto", "Nuovo"));
 }
 
 // Failures.
@@ -437,11 +474,41 @@ TEST_F(Parametri, AnErrorOfTheOpeningEndsInSilenceAndKeepsTheOldAnswers) {
   }
 }
 
-TEST_F(Parametri, TheWindowLetsGoOfItsObjectsAtTheEnd) {
-  auto interfaccia = fakes::CreaFakeInterfaccia(*ambiente);
+// The handlers of both closing buttons and of the two lists have no trap: their errors reach the toolkit.
+TEST_F(Parametri, WhatTheUntrappedHandlersRaiseLeavesThem) {
+  ApriParametri([&](HeadlessForm& finestra) {
+    const auto prova = [&](const char* riga, const std::function<void()>& azione) {
+      journal->DimenticaPiani();
+      journal->Fallisce(riga);
+      EXPECT_EQ(fakes::NumeroDi(azione), 1001) << riga;
+      EXPECT_TRUE(finestra.Aperta()) << riga;
+    };
+    prova("legge CMB_ACCOUNT.ItemKey", [&] { finestra.SceglieVoce("CMB_ACCOUNT", 0); });
+    prova("CMB_ACCOUNT.EraseCombo", [&] { finestra.SceglieVoce("CMB_TIPO", 1); });
+    prova("legge CHK_READ.Text", [&] { finestra.Preme("CMD_OK"); });
+    prova("FRMFW_MAILPARAMS.Chiudi", [&] { finestra.Preme("CMD_ANNULLA"); });
+    journal->DimenticaPiani();
+  });
+  EXPECT_THAT(Mostrati(), IsEmpty());
+}
+
+TEST_F(Parametri, ClosingLetsGoOfTheInterface) {
+  const auto interfaccia = fakes::CreaFakeInterfaccia(*ambiente);
   servizio->ActiveInterface = interfaccia;
-  ApriParametri(nullptr);
-  EXPECT_EQ(interfaccia.use_count(), 2);  // this test's and the service's
+  long aperta = 0;
+  long chiusa = 0;
+  journal->Quando("FRMFW_MAILPARAMS chiusa", [&] { chiusa = interfaccia.use_count(); });
+  ApriParametri([&](HeadlessForm& /*finestra*/) { aperta = interfaccia.use_count(); });
+  EXPECT_EQ(aperta, 3);  // this test's, the service's and the form's
+  EXPECT_EQ(chiusa, 2);
+}
+
+TEST_F(Parametri, ClosingLetsGoOfTheMessages) {
+  FRMFW_MAILPARAMS form(ambiente);
+  form.Parent = servizio.get();
+  form.Finestra().Show(host::Form::kModale, nullptr);
+  journal->Fallisce("KVL_RESIZEFORM1.Avvia");
+  EXPECT_EQ(fakes::NumeroDi([&] { host::Solleva(form.Finestra().Activate); }), 91);
 }
 
 TEST_F(Parametri, TheFormGivesAnAccountOfItsOwnWhenNoneIsHeld) {
