@@ -1,5 +1,7 @@
 // invia: one message, to a business partner by code or to the recipients named.
 #include <CLI/CLI.hpp>
+#include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -7,6 +9,7 @@
 #include "orve-mail/comandi.h"
 #include "orve-mail/opzioni_destinatari.h"
 #include "orve-mail/opzioni_invio.h"
+#include "orve-mail/riga_di_comando.h"
 
 namespace orve::app {
 
@@ -16,6 +19,7 @@ struct Argomenti {
   OpzioniDestinatari destinatari;
   OpzioniInvio invio;
   std::string modo;
+  std::int32_t mittente = 0;
 };
 
 [[noreturn]] void Errata(const std::string& testo) {
@@ -35,12 +39,15 @@ RichiestaInvio Richiesta(const CLI::App& comando, const Argomenti& argomenti, Te
   const auto destinatari = LeggiIndirizzi(argomenti.destinatari);
   if (codice && !destinatari.empty()) Errata("indicare un codice oppure --a, --cc, --ccn, non entrambi");
   if (!codice && destinatari.empty()) Errata("manca il destinatario");
+  const bool conMittente = comando.count("--mittente") > 0;
+  if (codice && conMittente) Errata("--mittente vale solo con --a, --cc, --ccn");
   std::optional<kvEnumModalitaInvio> modo;
   if (comando.count("--modo") > 0) modo = Modo(argomenti.modo);
   RichiestaInvio richiesta = LeggiRichiesta(comando, argomenti.invio, terminale);
   richiesta.codice = codice;
   richiesta.destinatari = destinatari;
   richiesta.modo = modo;
+  if (conMittente) richiesta.mittente = static_cast<std::int16_t>(argomenti.mittente);
   return richiesta;
 }
 
@@ -51,10 +58,17 @@ void AggiungiInvia(CLI::App& programma, Contesto& contesto) {
   auto argomenti = std::make_shared<Argomenti>();
   AggiungiCodici(*comando, argomenti->destinatari);
   AggiungiIndirizzi(*comando, argomenti->destinatari);
+  comando
+      ->add_option("--mittente", argomenti->mittente,
+                   "Account da cui inviare (se manca: quello predefinito dell'utente o della ditta)")
+      ->type_name("NUMERO")
+      ->check(NumeroFino(std::numeric_limits<std::int16_t>::max()))
+      ->group("Destinatari per indirizzo (ripetibili)");
   AggiungiMessaggio(*comando, argomenti->invio);
   comando
       ->add_option("--modo", argomenti->modo,
-                   "manuale, automatico, semi o lista (se manca: dalle impostazioni)")
+                   "manuale, automatico, semi o lista (se manca: dalle impostazioni); con --a, --cc, --ccn "
+                   "il messaggio parte subito e senza finestra, qualunque sia il modo")
       ->type_name("MODO")
       ->group("Messaggio");
   AggiungiData(*comando, argomenti->invio);

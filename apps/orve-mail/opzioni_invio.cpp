@@ -27,12 +27,12 @@ std::chrono::milliseconds Millisecondi(double secondi) {
 }
 
 // Where the dialogue goes: a line for each line of it.
-std::function<void(std::string_view)> Traccia(const std::string& file, std::ostream& errori) {
+std::function<void(std::string_view)> Dialogo(const std::string& file, std::ostream& errori) {
   if (file.empty()) return {};
   if (file == "-") return [&errori](std::string_view riga) { errori << RigaSicura(riga) << std::endl; };
   auto flusso = std::make_shared<std::ofstream>(file, std::ios::app);
   if (!flusso->good())
-    throw ErroreProgramma(Uscita::kFileMancante, "--traccia: impossibile scrivere " + file);
+    throw ErroreProgramma(Uscita::kFileMancante, "--dialogo: impossibile scrivere " + file);
   return [flusso](std::string_view riga) { *flusso << RigaSicura(riga) << std::endl; };
 }
 
@@ -50,7 +50,7 @@ adapters::smtp::SmtpOptions OpzioniSmtp(const CLI::App& comando, const OpzioniIn
     smtp.finalReplyTimeout = smtp.replyTimeout;
     smtp.stallTimeout = smtp.replyTimeout;
   }
-  smtp.trace = Traccia(opzioni.traccia, errori);
+  smtp.trace = Dialogo(opzioni.dialogo, errori);
   return smtp;
 }
 
@@ -139,7 +139,7 @@ void AggiungiRete(CLI::App& comando, OpzioniInvio& opzioni) {
       ->check(secondi);
   rete("--attesa-risposta", opzioni.attesaRisposta, "Attesa massima per ogni risposta del server", "SECONDI")
       ->check(secondi);
-  rete("--traccia", opzioni.traccia,
+  rete("--dialogo", opzioni.dialogo,
        "Scrive il dialogo con il server, senza password; - per lo standard error", "FILE");
 }
 

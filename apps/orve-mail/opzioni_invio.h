@@ -26,7 +26,7 @@ struct OpzioniInvio {
   bool allegatiSenzaControllo = false;
   std::string data;
   std::string ca;
-  std::string traccia;
+  std::string dialogo;
   double attesaConnessione = 0;
   double attesaRisposta = 0;
 };

@@ -5,7 +5,7 @@
 #include <memory>
 #include <utility>
 
-#include "addressing/recipients.h"
+#include "orve-mail/account.h"
 #include "orve-mail/ambiente.h"
 #include "orve-mail/interfaccia_programma.h"
 #include "orve-mail/osservatori.h"
@@ -31,6 +31,23 @@ host::Variant Ditta(const std::string& ditta) {
   return ditta;
 }
 
+// A name even where it is empty: an address alone would take the name of the one before it.
+std::string Elenco(const std::vector<DestinatarioInCasella>& destinatari, std::int16_t casella) {
+  std::string elenco;
+  for (const auto& [voce, sua] : destinatari) {
+    if (sua != casella) continue;
+    if (!elenco.empty()) elenco += ";";
+    elenco += voce.nome + "<" + voce.indirizzo + ">";
+  }
+  return elenco;
+}
+
+std::string Elenco(const std::vector<std::string>& allegati) {
+  std::string elenco;
+  for (const std::string& allegato : allegati) elenco += (elenco.empty() ? "" : ";") + allegato;
+  return elenco;
+}
+
 class Spedizione {
  public:
   Spedizione(const RichiestaInvio& richiesta, Terminale terminale)
@@ -42,6 +59,7 @@ class Spedizione {
                                                       CartellaBase(richiesta.archivio), note_)),
         servizio_(ambiente_) {
     archivio_->UtenteConnessione(utente_);
+    if (richiesta.mittente) RichiediAccount(*archivio_, *richiesta.mittente, richiesta.pec);
   }
 
   // The order of these steps is the library's: each reads what the ones before it set.
@@ -54,24 +72,14 @@ class Spedizione {
     servizio_.GetImpostazioni();
     if (richiesta_.modo) servizio_.ModalitaInvio(*richiesta_.modo);
     InizializzaRegistro();
-    servizio_.vOggetto = richiesta_.oggetto;
-    if (richiesta_.corpo) {
-      servizio_.vFlagCorpo = 1;
-      servizio_.vCorpoMail = *richiesta_.corpo;
-    }
-    Allega();
   }
 
   void Invia() {
     if (richiesta_.codice) {
-      servizio_.AvviaProceduraInvio(host::Variant(richiesta_.codice->codice), richiesta_.codice->tipo);
-      return;
+      InviaPerCodice(*richiesta_.codice);
+    } else {
+      InviaDiretta();
     }
-    servizio_.vCollDestinatari = std::make_shared<CollDestinatari>(ambiente_);
-    for (const auto& [voce, casella] : richiesta_.destinatari) {
-      servizio_.vCollDestinatari->AddFromLista(voce.indirizzo, voce.nome, richiesta_.azienda, casella);
-    }
-    servizio_.AvviaProceduraInvio();
   }
 
   [[nodiscard]] Resoconto Esito() const {
@@ -91,6 +99,32 @@ class Spedizione {
       servizio_.InizializzaRegistroInvioMail(kVoce, kVoce, richiesta_.utente.utente, richiesta_.utente.gruppo,
                                              richiesta_.titolo);
     }
+  }
+
+  void InviaPerCodice(const CodiceDestinatario& codice) {
+    servizio_.vOggetto = richiesta_.oggetto;
+    if (richiesta_.corpo) {
+      servizio_.vFlagCorpo = 1;
+      servizio_.vCorpoMail = *richiesta_.corpo;
+    }
+    Allega();
+    servizio_.AvviaProceduraInvio(host::Variant(codice.codice), codice.tipo);
+  }
+
+  // Without an account nothing is started: the library would send from whatever it holds.
+  void InviaDiretta() {
+    const auto mittente = CanaleSmtp(servizio_.SrvMailInstallato) ? Mittente() : std::int16_t{0};
+    if (!mittente) return;
+    const auto& destinatari = richiesta_.destinatari;
+    servizio_.InviaMailDiretta(*mittente, Elenco(destinatari, kvCasellaA), Elenco(destinatari, kvCasellaCC),
+                               Elenco(destinatari, kvCasellaCCn), richiesta_.oggetto,
+                               richiesta_.corpo.value_or(""), Elenco(richiesta_.allegati));
+  }
+
+  std::optional<std::int16_t> Mittente() {
+    if (richiesta_.mittente) return richiesta_.mittente;
+    return AccountPredefinito(*archivio_, {utente_, richiesta_.ditta, richiesta_.pec},
+                              servizio_.vSenderAddress);
   }
 
   // The main attachment goes into its own field and not into the list, where it would stand twice.

@@ -36,8 +36,9 @@ struct RichiestaInvio {
   std::string ditta;
   std::optional<CodiceDestinatario> codice;
   std::vector<DestinatarioInCasella> destinatari;
+  std::optional<std::int16_t> mittente;  // account of a send to addresses; none: the default one
   std::string oggetto;
-  std::optional<std::string> corpo;  // none: the body of the settings
+  std::optional<std::string> corpo;  // none: the body of the settings, or with addresses an empty one
   std::vector<std::string> allegati;
   bool pec = false;
   std::optional<kvEnumModalitaInvio> modo;  // none: that of the settings

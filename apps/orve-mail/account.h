@@ -1,0 +1,33 @@
+// The sender accounts of the application's database, by their numbers. A direct send names its account, where
+// the library's other sends find theirs alone.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "sqlite/sqlite_connection.h"
+
+namespace orve::app {
+
+/// Whose default account is wanted.
+struct TitolareAccount {
+  std::int32_t utente = 0;
+  std::string ditta;  // 0 or empty: every company
+  bool pec = false;
+};
+
+/// The number of the account from which the library sends by itself: the user's default one, else one of the
+/// company; among several the one with `indirizzo`, the sender's address that the library has loaded. None
+/// when there is none. Raises ErroreProgramma (kNonUtilizzabile) when the database fails, or when the number
+/// is larger than a direct send can name.
+[[nodiscard]] std::optional<std::int16_t> AccountPredefinito(adapters::sqlite::SqliteConnection& archivio,
+                                                             const TitolareAccount& titolare,
+                                                             const std::string& indirizzo);
+
+/// Raises ErroreProgramma: kNonUtilizzabile when there is no account with this number, kComandoErrato when it
+/// is a certified one and certified mail is not asked for, or the other way round. The library would go on
+/// with the account that it had before, and send.
+void RichiediAccount(adapters::sqlite::SqliteConnection& archivio, std::int16_t id, bool pec);
+
+}  // namespace orve::app
