@@ -145,6 +145,12 @@ void Pulsante::paintEvent(QPaintEvent* /*evento*/) {
   pittore.fillPath(triangolo, Mescola(scritta, fondo, 0.35));
 }
 
+// A program that switches the button off because it is about to be busy has no time to draw it later.
+void Pulsante::changeEvent(QEvent* evento) {
+  QPushButton::changeEvent(evento);
+  if (evento->type() == QEvent::EnabledChange && principale_ && !isEnabled() && isVisible()) repaint();
+}
+
 void Pulsante::keyPressEvent(QKeyEvent* evento) {
   const int tasto = evento->key();
   if (tasto == Qt::Key_Return || tasto == Qt::Key_Enter) {

@@ -40,6 +40,7 @@ class Pulsante : public QPushButton {
 
   /// Marks the button that confirms the window.
   void Principale(bool principale) { principale_ = principale; }
+  [[nodiscard]] bool Principale() const { return principale_; }
 
   /// Brings the menu up, when the person asks for it by the keyboard in the way of a menu.
   std::function<void()> MostraMenu;
@@ -47,6 +48,7 @@ class Pulsante : public QPushButton {
  protected:
   void paintEvent(QPaintEvent* evento) override;
   void keyPressEvent(QKeyEvent* evento) override;
+  void changeEvent(QEvent* evento) override;
 
  private:
   bool conMenu_;

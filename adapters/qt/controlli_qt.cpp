@@ -4,9 +4,11 @@
 #include <QLabel>
 #include <QMenu>
 #include <QWheelEvent>
+#include <optional>
 #include <utility>
 
 #include "qt/aspetto.h"
+#include "qt/attesa.h"
 #include "qt/griglia.h"
 #include "qt/messaggi.h"
 
@@ -41,9 +43,12 @@ PulsanteMenu::PulsanteMenu(std::shared_ptr<QWidget> finestra, const host::Layout
     Azione(widget, [&] {
       if (menu) {
         MostraMenu();
-      } else {
-        host::Solleva(ButtonClick);
+        return;
       }
+      // What confirms a window may keep the program busy for as long as a server takes.
+      std::optional<PuntatoreInAttesa> attesa;
+      if (static_cast<Pulsante*>(widget)->Principale()) attesa.emplace();
+      host::Solleva(ButtonClick);
     });
   });
   if (menu) pulsante->MostraMenu = [pulsante] { pulsante->click(); };

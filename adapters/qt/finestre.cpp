@@ -31,7 +31,7 @@ Finestre::~Finestre() = default;
 
 std::shared_ptr<host::Form> Finestre::CreaForm(const host::LayoutForm& layout) {
   AssicuraApplicazione();
-  return std::make_shared<FormQt>(layout, comune_->lasciati);
+  return std::make_shared<FormQt>(layout, comune_->lasciati, comune_->opzioni.mostra);
 }
 
 std::shared_ptr<host::ConfigurazioneGriglia> Finestre::CreaConfigurazioneGriglia() {

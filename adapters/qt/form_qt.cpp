@@ -84,9 +84,11 @@ void Finestra::dropEvent(QDropEvent* evento) {
       Qt::QueuedConnection);
 }
 
-FormQt::FormQt(const host::LayoutForm& layout, std::shared_ptr<FileLasciati> lasciati)
+FormQt::FormQt(const host::LayoutForm& layout, std::shared_ptr<FileLasciati> lasciati,
+               std::function<void()> mostra)
     : finestra_(std::make_shared<Finestra>()),
       lasciati_(std::move(lasciati)),
+      mostra_(std::move(mostra)),
       didascalia_(layout.didascalia),
       width_(layout.width),
       height_(layout.height) {
@@ -235,6 +237,7 @@ void FormQt::Show(std::int16_t modo, const std::shared_ptr<host::Form>& propriet
     host::Solleva(Activate);
   }
   if (!aperta_) return;
+  if (mostra_) mostra_();
   if (auto* padre = FinestraDi(proprietario.get())) {
     static_cast<void>(finestra_->winId());  // makes the window to tie to its owner
     finestra_->windowHandle()->setTransientParent(padre->windowHandle());

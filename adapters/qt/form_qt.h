@@ -40,7 +40,9 @@ class Finestra : public QDialog {
 
 class FormQt : public host::Form {
  public:
-  FormQt(const host::LayoutForm& layout, std::shared_ptr<FileLasciati> lasciati);
+  /// `mostra` is called before each showing; empty for nobody.
+  FormQt(const host::LayoutForm& layout, std::shared_ptr<FileLasciati> lasciati,
+         std::function<void()> mostra);
   FormQt(const FormQt&) = delete;
   FormQt& operator=(const FormQt&) = delete;
   FormQt(FormQt&&) = delete;
@@ -71,6 +73,7 @@ class FormQt : public host::Form {
 
   std::shared_ptr<Finestra> finestra_;
   std::shared_ptr<FileLasciati> lasciati_;
+  std::function<void()> mostra_;
   std::string didascalia_;
   float width_;
   float height_;

@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <utility>
 
+#include "qt/attesa.h"
 #include "qt/finestra_di_form.h"
 #include "qt/finestre.h"
 #include "qt/misure.h"
@@ -58,6 +59,7 @@ class Messaggi : public host::Messaggi {
 
 std::int32_t MostraCasella(const std::string& testo, std::int32_t stile, const std::string& titolo,
                            QWidget* padre) {
+  const PuntatoreLibero puntatore;
   QMessageBox casella(padre != nullptr ? padre : QApplication::activeWindow());
   casella.setObjectName(QStringLiteral("MostraMsg"));
   casella.setTextFormat(Qt::PlainText);  // what a server or a file name says is no markup

@@ -1,6 +1,8 @@
 // The compose window as the person has it: real widgets, real mouse and keyboard events.
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCursor>
+#include <QGuiApplication>
 #include <QTableWidget>
 #include <QTest>
 #include <string>
@@ -328,6 +330,33 @@ TEST_F(FinestraDiInvio, ASpecialFieldGoesToTheEndOfTheBody) {
     Sceglie(finestra, "CMD_LEGENDA", "#NOME");
     EXPECT_EQ(Contenuto(finestra, "TXT_CORPO"), "Gentile ***(NOME)***");
   });
+}
+
+TEST_F(FinestraDiInvio, WhileTheMessageIsDeliveredThePointerWaitsAndTheButtonIsOff) {
+  Collezione().AddFromLista("luca@cliente.example", "Luca", "", 0);
+  const auto puntatore = [] {
+    const auto* imposto = QGuiApplication::overrideCursor();
+    return imposto != nullptr ? imposto->shape() : Qt::ArrowCursor;
+  };
+  int consegne = 0;
+  Apri([&](QWidget& finestra) {
+    ambiente->allaConsegna = [&] {
+      ++consegne;
+      EXPECT_EQ(puntatore(), Qt::WaitCursor);
+      EXPECT_FALSE(Trova(finestra, "cmd_Invia").isEnabled());
+    };
+    // Not while the person is asked something.
+    Digita(finestra, "TXT_EMAIL", ";");
+    regia.Poi("MostraMsg", [&](QWidget& casella) {
+      EXPECT_EQ(puntatore(), Qt::ArrowCursor);
+      QTest::keyClick(&casella, Qt::Key_Return);
+    });
+    Clicca(finestra, "cmd_Invia");
+    Riscrive(finestra, "TXT_EMAIL", "luca@cliente.example");
+    Clicca(finestra, "cmd_Invia");
+  });
+  EXPECT_EQ(consegne, 1);
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
 TEST_F(FinestraDiInvio, AMenuComesUpByTheKeyboard) {

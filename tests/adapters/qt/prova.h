@@ -1,17 +1,10 @@
-// What the tests of the real windows share: the service over fakes with windows of Qt, somebody who answers
-// the windows in the person's place, and the person's hands.
+// What the tests of the real windows share: the service over fakes with windows of Qt.
 #pragma once
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QDialog>
-#include <QElapsedTimer>
-#include <QTimer>
-#include <QWidget>
 #include <cstdint>
-#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -21,6 +14,7 @@
 #include <vector>
 
 #include "fakes/servizio_di_prova.h"
+#include "mani.h"
 #include "qt/finestre.h"
 
 namespace orve::adapters::qt {
@@ -68,68 +62,14 @@ class AmbienteConFinestre : public fakes::FakeAmbiente {
     return finestre.CreaMessaggi();
   }
 
+  std::shared_ptr<host::ComponenteSmtp> CreaComponenteSmtp() override {
+    if (allaConsegna) allaConsegna();
+    return FakeAmbiente::CreaComponenteSmtp();
+  }
+
   Finestre finestre;
+  std::function<void()> allaConsegna;  // called when the channel begins to work
 };
-
-/// Waits for the windows that a test expects, in their order, and acts in each. Looks every few milliseconds,
-/// also while a window waits inside another; a watchdog closes everything when nothing expected comes.
-class Regia {
- public:
-  using Passo = std::function<void(QWidget&)>;
-
-  Regia();
-  Regia(const Regia&) = delete;
-  Regia& operator=(const Regia&) = delete;
-  Regia(Regia&&) = delete;
-  Regia& operator=(Regia&&) = delete;
-  ~Regia();
-
-  /// In the next modal window of this name.
-  void Poi(const std::string& finestra, Passo passo);
-  /// A message with this text, title and picture (QMessageBox::Icon), answered by the button named.
-  void Risponde(const std::string& testo, const std::string& pulsante = "OK");
-  /// The choice of a file: this one, or none for an empty path.
-  void ScegliFile(const std::string& percorso);
-
- private:
-  void Guarda();
-
-  struct Attesa {
-    std::string finestra;
-    Passo passo;
-  };
-  std::deque<Attesa> attese_;
-  QElapsedTimer fermo_;
-  std::shared_ptr<int> vita_ = std::make_shared<int>(0);
-};
-
-// --- the person's hands. A control that a person could not see or use fails the test.
-
-/// The widget of a control.
-[[nodiscard]] QWidget& Trova(QWidget& finestra, const std::string& nome);
-template <class Tipo>
-[[nodiscard]] Tipo& Trova(QWidget& finestra, const std::string& nome) {
-  return dynamic_cast<Tipo&>(Trova(finestra, nome));
-}
-void Clicca(QWidget& finestra, const std::string& nome);
-/// Types at the end of the box.
-void Digita(QWidget& finestra, const std::string& nome, const std::string& testo);
-/// The same in the place of what stands there.
-void Riscrive(QWidget& finestra, const std::string& nome, const std::string& testo);
-/// Pastes at the end of the box.
-void Incolla(QWidget& finestra, const std::string& nome, const std::string& testo);
-/// Brings the menu of a button up and gives "Caption" or "(Caption)" for each entry, switched off in
-/// brackets; leaves the menu again.
-[[nodiscard]] std::vector<std::string> VociDiMenu(QWidget& finestra, const std::string& pulsante);
-/// Chooses an entry by its key.
-void Sceglie(QWidget& finestra, const std::string& pulsante, const std::string& chiave);
-/// What stands in a box.
-[[nodiscard]] std::string Contenuto(QWidget& finestra, const std::string& nome);
-/// The grid's first column, and its selected row from 1 (0 for none).
-[[nodiscard]] std::vector<std::string> Righe(QWidget& finestra);
-[[nodiscard]] int RigaSelezionata(QWidget& finestra);
-/// Lets Qt do what waits.
-void Respira();
 
 [[nodiscard]] fakes::Riga RigaAccount(std::int16_t id, const std::string& indirizzo,
                                       std::int16_t lettura = 0);
