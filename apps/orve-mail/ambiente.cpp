@@ -57,6 +57,7 @@ std::shared_ptr<host::CifratorePassword> AmbienteProgramma::CreaCifratorePasswor
 
 std::shared_ptr<host::ComponenteSmtp> AmbienteProgramma::CreaComponenteSmtp() {
   auto componente = std::make_shared<adapters::smtp::SmtpComponent>(smtp_);
+  ++note_->componenti;
   const auto* const vero = componente.get();  // lives as long as its observer
   return Osserva(std::move(componente), note_, [vero] { return vero->LastFailure(); });
 }

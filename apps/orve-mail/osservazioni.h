@@ -26,6 +26,9 @@ struct Osservazioni {
   std::vector<std::string> erroriRegistro;
   std::vector<std::string> erroriDatabase;
   std::vector<std::string> oggettiMancanti;  // that the library asked for and this machine cannot make
+  int finestreMostrate = 0;
+  std::string finestraNegata;  // why a window that the library asked for could not be opened
+  int componenti = 0;          // SMTP components made: each begins one delivery
   /// How many times the SMTP component's SendMail ran, and the number that it gave afterwards.
   int consegne = 0;
   std::optional<std::int32_t> esitoConsegna;

@@ -11,9 +11,13 @@ namespace orve::app {
 
 namespace {
 
+bool SenzaErrori(const Osservazioni& note) {
+  return note.erroriRegistro.empty() && note.erroriDatabase.empty() && note.oggettiMancanti.empty() &&
+         note.righeLog.empty() && note.erroriLog.empty();
+}
+
 bool SenzaIntoppi(const Osservazioni& note) {
-  return note.messaggi == 0 && note.erroriRegistro.empty() && note.erroriDatabase.empty() &&
-         note.oggettiMancanti.empty() && note.righeLog.empty() && note.erroriLog.empty();
+  return note.messaggi == 0 && SenzaErrori(note);
 }
 
 // The different results of the lines that say "not sent", in the order in which they came.
@@ -61,9 +65,25 @@ void ElencaDestinatari(const Osservazioni& note, std::ostream& uscita) {
   for (const RigaRegistro& riga : note.registro) uscita << "  " << RigaSicura(riga.indirizzo) << "\n";
 }
 
-// Nothing failed and nothing left: what happens when there is nobody to send from.
+// Nothing failed and nothing left: what happens when there is nobody to send from. Where the window was
+// wanted, the person was told of it by a message.
 bool SenzaAccount(const Resoconto& resoconto) {
-  return resoconto.mittente.empty() && SenzaIntoppi(resoconto.note);
+  return resoconto.mittente.empty() && SenzaErrori(resoconto.note);
+}
+
+// The window was there, and the person left it without sending.
+bool Annullato(const Resoconto& resoconto) {
+  const Osservazioni& note = resoconto.note;
+  return note.finestreMostrate > 0 && note.componenti == 0 && note.oggettiMancanti.empty() &&
+         note.registro.empty();
+}
+
+std::string MotivoNonPartito(const Resoconto& resoconto) {
+  if (!resoconto.note.finestraNegata.empty()) {
+    return "serviva la finestra di invio. " + resoconto.note.finestraNegata;
+  }
+  return SenzaAccount(resoconto) ? "nessun account di posta per l'utente e la ditta"
+                                 : "l'invio è stato interrotto da un errore";
 }
 
 std::string Inviato(const Osservazioni& note) {
@@ -80,6 +100,7 @@ Uscita Valuta(const Resoconto& resoconto) {
     return riuscito ? Uscita::kInviato : Uscita::kConRiserva;
   }
   if (resoconto.stato == kvErroreInvioMail) return Uscita::kInvioFallito;
+  if (Annullato(resoconto)) return Uscita::kAnnullato;
   const bool rifiutato = resoconto.stato == kvInvioNonImpostato || !Motivi(note).empty();
   return rifiutato ? Uscita::kRifiutato : Uscita::kNonPartito;
 }
@@ -101,11 +122,11 @@ Uscita Racconta(const Resoconto& resoconto, Terminale terminale) {
     case Uscita::kRifiutato:
       errori << "Invio rifiutato: " << RigaSicura(PrimoMotivo(resoconto, "nessun motivo")) << "\n";
       break;
+    case Uscita::kAnnullato:
+      errori << "Messaggio non inviato: la finestra di invio è stata chiusa senza inviare.\n";
+      break;
     default:
-      errori << "Messaggio non inviato: "
-             << (SenzaAccount(resoconto) ? "nessun account di posta per l'utente e la ditta"
-                                         : "l'invio è stato interrotto da un errore")
-             << "\n";
+      errori << "Messaggio non inviato: " << RigaSicura(MotivoNonPartito(resoconto)) << "\n";
       break;
   }
   ElencaDettagli(resoconto, errori);

@@ -23,9 +23,10 @@ constexpr const char* kStati =
     "  2  riga di comando errata\n"
     "  3  invio rifiutato prima di partire, con una riga nel registro\n"
     "  4  messaggio non partito per un errore\n"
-    "  5  database, chiave o impostazioni non utilizzabili; nulla è stato tentato\n"
+    "  5  database, chiave, impostazioni o schermo non utilizzabili; nulla è stato tentato\n"
     "  6  un file da inviare o da leggere non è leggibile; nulla è stato tentato\n"
     "  7  messaggio inviato, ma non tutto è andato a buon fine\n"
+    "  8  finestra chiusa senza confermare; nulla è stato inviato né registrato\n"
     "\n"
     "Maggiori informazioni: man orve-mail";
 
@@ -118,6 +119,7 @@ Uscita Esegui(const std::vector<std::string>& argomenti, Terminale terminale) tr
   programma.footer(kStati);
   AggiungiCreaDb(programma, contesto);
   AggiungiInvia(programma, contesto);
+  AggiungiParametri(programma, contesto);
   AggiungiRegistro(programma, contesto);
   AggiungiEventi(programma, contesto);
   AggiungiImpostaServer(programma, contesto);

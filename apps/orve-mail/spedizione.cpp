@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "orve-mail/account.h"
-#include "orve-mail/ambiente.h"
+#include "orve-mail/ambiente_finestre.h"
 #include "orve-mail/interfaccia_programma.h"
 #include "orve-mail/osservatori.h"
 #include "orve-mail/resoconto.h"
@@ -55,8 +55,8 @@ class Spedizione {
         chiave_(std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(richiesta.archivio)))),
         archivio_(ApriArchivio(richiesta.archivio)),
         utente_(TrovaUtente(*archivio_, richiesta.utente)),
-        ambiente_(std::make_shared<AmbienteProgramma>(terminale, chiave_, richiesta.smtp,
-                                                      CartellaBase(richiesta.archivio), note_)),
+        ambiente_(std::make_shared<AmbienteFinestre>(terminale, chiave_, richiesta.smtp,
+                                                     CartellaBase(richiesta.archivio), note_)),
         servizio_(ambiente_) {
     archivio_->UtenteConnessione(utente_);
     if (richiesta.mittente) RichiediAccount(*archivio_, *richiesta.mittente, richiesta.pec);
@@ -71,6 +71,7 @@ class Spedizione {
     if (richiesta_.data) servizio_.DataValiditaCodiceDestinatario(*richiesta_.data);
     servizio_.GetImpostazioni();
     if (richiesta_.modo) servizio_.ModalitaInvio(*richiesta_.modo);
+    if (ApreLaFinestra()) RichiediSchermo("L'invio manuale vuole la finestra di invio.");
     InizializzaRegistro();
   }
 
@@ -87,6 +88,12 @@ class Spedizione {
   }
 
  private:
+  // Whether the window comes up in any case. In the other modes the addresses decide, which nobody knows yet.
+  [[nodiscard]] bool ApreLaFinestra() const {
+    return richiesta_.codice && servizio_.ModalitaInvio() == kvManuale &&
+           servizio_.SrvMailInstallato != kvNoMail;
+  }
+
   void InizializzaRegistro() {
     servizio_.INFO_TipoDoc = richiesta_.tipoDocumento;
     servizio_.INFO_NumReg = richiesta_.numeroRegistrazione;
@@ -140,7 +147,7 @@ class Spedizione {
   std::shared_ptr<const Chiave> chiave_;
   std::shared_ptr<adapters::sqlite::SqliteConnection> archivio_;
   std::int32_t utente_;
-  std::shared_ptr<AmbienteProgramma> ambiente_;
+  std::shared_ptr<AmbienteFinestre> ambiente_;
   CLSFW_MAILSERVER servizio_;
 };
 

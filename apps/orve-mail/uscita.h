@@ -13,9 +13,10 @@ enum class Uscita : int {
   kComandoErrato = 2,    // the command line makes no sense
   kRifiutato = 3,        // the library refused to send, on record
   kNonPartito = 4,       // an error ended the send before the message left
-  kNonUtilizzabile = 5,  // database, key or settings cannot be used; nothing was tried
+  kNonUtilizzabile = 5,  // database, key, settings or display cannot be used; nothing was tried
   kFileMancante = 6,     // a file to be sent or read cannot be; nothing was tried
   kConRiserva = 7,       // the message left, but something else went wrong
+  kAnnullato = 8,        // the person closed the window instead of confirming it; nothing was sent or recorded
 };
 
 /// Ends a command with a status and a text for the person.

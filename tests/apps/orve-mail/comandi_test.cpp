@@ -232,7 +232,7 @@ TEST_F(Comandi, HelpAndVersionGoToTheOutputAndSucceed) {
 TEST_F(Comandi, TheManualPageKnowsEveryOptionOfTheProgramAndNoOther) {
   std::string aiuti;
   for (const char* comando :
-       {"crea-db", "invia", "registro", "eventi", "imposta-server", "imposta-password"}) {
+       {"crea-db", "invia", "registro", "eventi", "imposta-server", "imposta-password", "parametri"}) {
     aiuti += Esegui({comando, "--help"}).uscita;
   }
   aiuti += Esegui({"--help"}).uscita;

@@ -172,12 +172,54 @@ TEST_F(Guasti, WithoutAnAccountNothingLeavesAndThePersonLearnsWhy) {
   EXPECT_THAT(Registro(), IsEmpty());
 }
 
-TEST_F(Guasti, AModeThatWantsTheComposeWindowSaysThatItIsNotThere) {
+TEST_F(Guasti, WithoutADisplayTheManualModeTriesNothing) {
+  auto& server = AvviaServerOrdinario();
+  const std::string spiegazione =
+      "orve-mail: L'invio manuale vuole la finestra di invio. Impossibile aprire una finestra: non c'è uno "
+      "schermo (DISPLAY e WAYLAND_DISPLAY mancano o non rispondono).\n";
   const Esecuzione manuale = Invia({"--cliente", "1001", "--modo", "manuale"});
-  EXPECT_EQ(manuale.stato, 4) << manuale;
-  EXPECT_THAT(manuale.errori, HasSubstr("ApriForm_OpzInvio"));
-  EXPECT_THAT(manuale.errori, EndsWith("Messaggio non inviato: l'invio è stato interrotto da un errore\n"));
+  EXPECT_EQ(manuale.stato, 5) << manuale;
+  EXPECT_EQ(manuale.errori, spiegazione);
+  EXPECT_EQ(manuale.uscita, "");
+  Sql("UPDATE FW24_FAXCONFIG SET FW24_INDMODALITA = 0 WHERE FW24_INDCANALE = 1");
+  const Esecuzione dalleImpostazioni = Invia({"--cliente", "1001"});
+  EXPECT_EQ(dalleImpostazioni.stato, 5) << dalleImpostazioni;
+  EXPECT_EQ(dalleImpostazioni.errori, spiegazione);
+  EXPECT_EQ(server.Count(), 0U);
   EXPECT_THAT(Registro(), IsEmpty());
+  EXPECT_THAT(CodiciEventi(), IsEmpty());
+  // Nobody is asked about recipients by address.
+  EXPECT_EQ(Invia({"--a", "x@example.org", "--corpo", "x"}).stato, 0);
+}
+
+TEST_F(Guasti, ADisplayThatDoesNotAnswerIsNone) {
+  const Esecuzione manuale =
+      EseguiConAmbiente({"DISPLAY=:64999"}, {"invia", "--cliente", "1001", "--modo", "manuale"});
+  EXPECT_EQ(manuale.stato, 5) << manuale;
+  EXPECT_THAT(manuale.errori, EndsWith("non c'è uno schermo (DISPLAY e WAYLAND_DISPLAY mancano o non "
+                                       "rispondono).\n"));
+}
+
+TEST_F(Guasti, WithoutADisplayTheParametersAreNotAsked) {
+  const Esecuzione parametri = Esegui({"parametri"});
+  EXPECT_EQ(parametri.stato, 5) << parametri;
+  EXPECT_EQ(parametri.uscita, "");
+  EXPECT_EQ(parametri.errori,
+            "orve-mail: I parametri si danno in una finestra. Impossibile aprire una finestra: non c'è uno "
+            "schermo (DISPLAY e WAYLAND_DISPLAY mancano o non rispondono).\n");
+}
+
+TEST_F(Guasti, WithoutADisplayASendThatTurnsOutToNeedTheWindowSaysSo) {
+  for (const std::string modo : {"semi", "lista"}) {
+    const Esecuzione esecuzione = Invia({"--cliente", "1004", "--modo", modo});
+    EXPECT_EQ(esecuzione.stato, 4) << esecuzione;
+    EXPECT_THAT(esecuzione.errori,
+                StartsWith("Messaggio non inviato: serviva la finestra di invio. Impossibile aprire una "
+                           "finestra: non c'è uno schermo (DISPLAY e WAYLAND_DISPLAY mancano o non "
+                           "rispondono).\n"));
+  }
+  EXPECT_THAT(Registro(), IsEmpty());
+  EXPECT_THAT(CodiciEventi(), IsEmpty());
 }
 
 TEST_F(Guasti, AnUnattendedFailureLeavesALineInTheSendLog) {
@@ -186,9 +228,8 @@ TEST_F(Guasti, AnUnattendedFailureLeavesALineInTheSendLog) {
   EXPECT_EQ(esecuzione.stato, 4) << esecuzione;
   // Columns: recipient, status, the procedure that failed, file, date and time.
   const std::string destinatario = "Ferramenta del Borgo S.a.s.                ErroreInvio   ";
-  EXPECT_THAT(esecuzione.errori, StartsWith("Messaggio non inviato: l'invio è stato interrotto da un errore\n"
-                                            "  registro degli errori: " +
-                                            destinatario));
+  EXPECT_THAT(esecuzione.errori, StartsWith("Messaggio non inviato: serviva la finestra di invio. "));
+  EXPECT_THAT(esecuzione.errori, HasSubstr("\n  registro degli errori: " + destinatario));
   const std::string log =
       support::ReadFile(File("orve-mail-" + std::to_string(::geteuid())) + "/" + NomeDelLog());
   EXPECT_THAT(

@@ -54,11 +54,30 @@ Esecuzione ProvaIntera::EseguiComando(const std::vector<std::string>& comando,
   return {risultato.status, support::ReadFile(uscita), support::ReadFile(errori)};
 }
 
+// Without a display, whoever runs the tests.
+std::vector<std::string> ProvaIntera::Ambiente() const {
+  return {"/usr/bin/env",
+          "--unset=DISPLAY",
+          "--unset=WAYLAND_DISPLAY",
+          "--unset=QT_QPA_PLATFORM",
+          "TMPDIR=" + cartella.Path().string(),
+          "ORVE_MAIL_DB=" + Db()};
+}
+
 Esecuzione ProvaIntera::Esegui(const std::vector<std::string>& argomenti, const std::string& ingresso) const {
-  std::vector<std::string> comando = {"/usr/bin/env", "TMPDIR=" + cartella.Path().string(),
-                                      "ORVE_MAIL_DB=" + Db(), ORVE_MAIL_PROGRAM};
+  std::vector<std::string> comando = Ambiente();
+  comando.emplace_back(ORVE_MAIL_PROGRAM);
   comando.insert(comando.end(), argomenti.begin(), argomenti.end());
   return EseguiComando(comando, ingresso);
+}
+
+Esecuzione ProvaIntera::EseguiConAmbiente(const std::vector<std::string>& variabili,
+                                          const std::vector<std::string>& argomenti) const {
+  std::vector<std::string> comando = Ambiente();
+  comando.insert(comando.end(), variabili.begin(), variabili.end());
+  comando.emplace_back(ORVE_MAIL_PROGRAM);
+  comando.insert(comando.end(), argomenti.begin(), argomenti.end());
+  return EseguiComando(comando, "");
 }
 
 Esecuzione ProvaIntera::EseguiDaUtenteOrdinario(const std::vector<std::string>& argomenti) const {
@@ -71,10 +90,10 @@ Esecuzione ProvaIntera::EseguiDaUtenteOrdinario(const std::vector<std::string>& 
     if (::lchown(voce.path().c_str(), kNessuno, kNessuno) != 0) throw std::runtime_error("lchown");
   }
   if (::chown(cartella.Path().c_str(), kNessuno, kNessuno) != 0) throw std::runtime_error("chown");
-  std::vector<std::string> comando = {"/usr/bin/setpriv",     "--reuid=65534",
-                                      "--regid=65534",        "--clear-groups",
-                                      "/usr/bin/env",         "TMPDIR=" + cartella.Path().string(),
-                                      "ORVE_MAIL_DB=" + Db(), File("orve-mail")};
+  std::vector<std::string> comando = {"/usr/bin/setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
+  const std::vector<std::string> ambiente = Ambiente();
+  comando.insert(comando.end(), ambiente.begin(), ambiente.end());
+  comando.push_back(File("orve-mail"));
   comando.insert(comando.end(), argomenti.begin(), argomenti.end());
   return EseguiComando(comando, "");
 }

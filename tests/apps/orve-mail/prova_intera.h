@@ -35,6 +35,9 @@ class ProvaIntera : public ::testing::Test {
 
   /// Runs the program. $TMPDIR is the test's own folder, ORVE_MAIL_DB its database.
   Esecuzione Esegui(const std::vector<std::string>& argomenti, const std::string& ingresso = "") const;
+  /// The same with these variables in the environment, each NAME=VALUE.
+  Esecuzione EseguiConAmbiente(const std::vector<std::string>& variabili,
+                               const std::vector<std::string>& argomenti) const;
   /// The same as a user whom permissions stop. When the tests run as root, the test's folder is given to such
   /// a user first.
   Esecuzione EseguiDaUtenteOrdinario(const std::vector<std::string>& argomenti) const;
@@ -65,6 +68,7 @@ class ProvaIntera : public ::testing::Test {
   support::TempDir cartella;
 
  private:
+  [[nodiscard]] std::vector<std::string> Ambiente() const;
   Esecuzione EseguiComando(const std::vector<std::string>& comando, const std::string& ingresso) const;
   std::vector<std::unique_ptr<support::SmtpServer>> server_;
 };

@@ -51,6 +51,36 @@ TEST(Resoconto, AStatoThatWasNeverTouchedIsNoSuccess) {
   EXPECT_EQ(Valuta(NonConsegnato(kvOK)), Uscita::kNonPartito);
 }
 
+TEST(Resoconto, AWindowLeftWithoutSendingIsACancellation) {
+  Resoconto resoconto = NonConsegnato(kvOK);
+  resoconto.note.finestreMostrate = 1;
+  resoconto.note.messaggi = 1;  // a bad address, told in the window
+  const Racconto racconto = Raccontato(resoconto);
+  EXPECT_EQ(racconto.uscita, Uscita::kAnnullato);
+  EXPECT_EQ(racconto.fuori, "");
+  EXPECT_EQ(racconto.errori, "Messaggio non inviato: la finestra di invio è stata chiusa senza inviare.\n");
+}
+
+TEST(Resoconto, ASendThatFailsBehindTheWindowIsNoCancellation) {
+  Resoconto resoconto = NonConsegnato(kvOK);
+  resoconto.note.finestreMostrate = 1;
+  resoconto.note.componenti = 1;
+  EXPECT_EQ(Valuta(resoconto), Uscita::kNonPartito);
+  resoconto.note.componenti = 0;
+  resoconto.note.oggettiMancanti = {"MAPI32.DLL"};
+  EXPECT_EQ(Valuta(resoconto), Uscita::kNonPartito);
+  resoconto.stato = kvErroreInvioMail;
+  EXPECT_EQ(Valuta(resoconto), Uscita::kInvioFallito);
+}
+
+TEST(Resoconto, AWindowThatCouldNotOpenIsNamed) {
+  Resoconto resoconto = NonConsegnato(kvOK);
+  resoconto.note.finestraNegata = "Non c'è uno schermo.";
+  const Racconto racconto = Raccontato(resoconto);
+  EXPECT_EQ(racconto.uscita, Uscita::kNonPartito);
+  EXPECT_EQ(racconto.errori, "Messaggio non inviato: serviva la finestra di invio. Non c'è uno schermo.\n");
+}
+
 TEST(Resoconto, ADeliveryThatFailedIsNoSuccessWhateverStatoSays) {
   Resoconto resoconto = Consegnato();
   resoconto.note.esitoConsegna = 5;

@@ -1,0 +1,47 @@
+// The same windows on a real X server: another run of this program's tests, on a display without a screen.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+
+#include "support/process.h"
+
+namespace orve::app {
+
+namespace {
+
+using ::testing::HasSubstr;
+
+// Finds a number that is free by itself, and leaves with the object.
+class Schermo {
+ public:
+  [[nodiscard]] std::string Nome() const { return nome_; }
+
+ private:
+  support::Process server_{
+      {"Xvfb", "-displayfd", "1", "-screen", "0", "1280x900x24", "-nolisten", "tcp", "-noreset"}};
+  // The server writes the number alone on its line; what begins with a digit is it.
+  std::string nome_ = ":" + server_.WaitForLine("");
+};
+
+}  // namespace
+
+TEST(SuSchermoX, TheSendsGoThroughRealWindowsOfAnXServer) {
+  if (support::RunProgram({"/bin/sh", "-c", "command -v Xvfb"}).status != 0) GTEST_SKIP() << "no Xvfb";
+  const Schermo schermo;
+  const std::string prove =
+      "InvioManuale.WhatThePersonWroteArrivesAndIsRecorded:"
+      "InvioManuale.ClosingTheWindowInAnyWaySendsAndRecordsNothing:"
+      "InvioManuale.AFileThatVanishes*:Parametri.TheAnswersArePrintedOnePerLine";
+  const support::ProcessResult risultato = support::RunProgram(
+      {"/usr/bin/env", "--unset=QT_QPA_PLATFORM", "--unset=WAYLAND_DISPLAY", "--unset=XAUTHORITY",
+       "DISPLAY=" + schermo.Nome(), std::filesystem::read_symlink("/proc/self/exe").string(),
+       "--gtest_filter=" + prove},
+      std::chrono::seconds(100));
+  EXPECT_EQ(risultato.status, 0) << risultato.output;
+  EXPECT_THAT(risultato.output, HasSubstr("[  PASSED  ] 4 tests."));
+}
+
+}  // namespace orve::app
