@@ -114,6 +114,62 @@ TEST_F(FinestraDeiParametri, EscapeLeavesTheAnswersUnconfirmed) {
   EXPECT_EQ(servizio->MailParamCorpoUnico(), "Prima");
 }
 
+// Two captions share the letter: it moves between them, and Return presses the one that has the keyboard.
+TEST_F(FinestraDeiParametri, TheMnemonicsConfirmAttachAndLeave) {
+  const std::string file = cartella.File("listino.pdf");
+  Parametri([&](QWidget& finestra) {
+    Trova(finestra, "TXT_CORPO").setFocus();
+    const auto premeA = [&] { QTest::keyClick(finestra.focusWidget(), Qt::Key_A, Qt::AltModifier); };
+    for (int i = 0; i < 2 && finestra.focusWidget()->objectName() != QStringLiteral("KVL_ALLEGA"); ++i) {
+      premeA();
+    }
+    ASSERT_EQ(finestra.focusWidget()->objectName().toStdString(), "KVL_ALLEGA");
+    regia.ScegliFile(file);
+    QTest::keyClick(finestra.focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(Contenuto(finestra, "TXT_ALLEGATO"), PerLibreria(file));
+    finestra.activateWindow();  // what a window manager does once the choice has gone
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&finestra, 3000));
+    premeA();
+    EXPECT_EQ(finestra.focusWidget()->objectName().toStdString(), "CMD_ANNULLA");
+    EXPECT_TRUE(finestra.isVisible());
+    QTest::keyClick(finestra.focusWidget(), Qt::Key_O, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !finestra.isVisible(); }, 3000));
+  });
+  EXPECT_TRUE(servizio->MailParamIsValoriValidi());
+  EXPECT_EQ(servizio->MailParamAllegatoUnico(), PerLibreria(file));
+}
+
+TEST_F(FinestraDeiParametri, TheKeyboardGoesByThePlacesAndTheWindowGetsNoSmaller) {
+  Parametri([](QWidget& finestra) {
+    std::vector<std::string> giro;
+    auto* primo = finestra.focusWidget();
+    do {
+      giro.push_back(finestra.focusWidget()->objectName().toStdString());
+      QTest::keyClick(finestra.focusWidget(), Qt::Key_Tab);
+    } while (finestra.focusWidget() != primo && giro.size() < 20);
+    EXPECT_THAT(giro,
+                ::testing::ElementsAre("CMB_TIPO", "CHK_READ", "CHK_DELIVERY", "CMB_ACCOUNT", "KVL_ALLEGA",
+                                       "TXT_ALLEGATO", "TXT_CORPO", "CMD_OK", "CMD_ANNULLA"));
+    finestra.resize(10, 10);
+    Respira();
+    EXPECT_EQ(finestra.size(), QSize(511, 330));
+  });
+}
+
+TEST_F(FinestraDeiParametri, AFileThatVanishesBetweenTheChoiceAndTheOkIsRefused) {
+  const std::string file = cartella.File("listino.pdf");
+  Parametri([&](QWidget& finestra) {
+    regia.ScegliFile(file);
+    Clicca(finestra, "KVL_ALLEGA");
+    std::filesystem::remove(file);
+    regia.Risponde("Percorso allegato non valido.");
+    Clicca(finestra, "CMD_OK");
+    EXPECT_TRUE(finestra.isVisible());
+  });
+  EXPECT_FALSE(servizio->MailParamIsValoriValidi());
+  EXPECT_EQ(servizio->MailParamAllegatoUnico(), "");
+}
+
 TEST_F(FinestraDeiParametri, TheFrameGrowsWithItsContentsAndTheButtonsOnlyMove) {
   Parametri([&](QWidget& finestra) {
     finestra.resize(1022, 660);
