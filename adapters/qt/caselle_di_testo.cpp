@@ -135,7 +135,9 @@ void CasellaTesto::keyPressEvent(QKeyEvent* evento) {
   const QString scritto = evento->text();
   // An emoji starts with half a character, and joiners and direction marks are characters too: none of them
   // prints by itself.
-  const bool carattere = !scritto.isEmpty() && scritto[0].category() != QChar::Other_Control;
+  // Ctrl makes a command of a letter; together with Alt it is the third level of the keyboard.
+  const bool comando = (evento->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) == Qt::ControlModifier;
+  const bool carattere = !comando && !scritto.isEmpty() && scritto[0].category() != QChar::Other_Control;
   if ((aCapo && Accettato(QStringLiteral("\n")).isEmpty()) ||
       (carattere && !aCapo && Accettato(scritto) != scritto)) {
     evento->accept();

@@ -204,6 +204,23 @@ TEST_F(AllegatiLasciati, AFileDroppedOnABoxIsAttachedAndWritesNothingThere) {
   });
 }
 
+TEST_F(AllegatiLasciati, AFileThatIsGoneIsToldAsByTheButton) {
+  Apri([&](QWidget& finestra) {
+    regia.Risponde("Il file selezionato è inesistente o non raggiungibile.");
+    Lascia(finestra, {cartella.Radice() + "/sparito.pdf"});
+    EXPECT_THAT(Righe(finestra), IsEmpty());
+    EXPECT_TRUE(finestra.isVisible());
+  });
+}
+
+TEST_F(AllegatiLasciati, AFolderIsNoFile) {
+  Apri([&](QWidget& finestra) {
+    regia.Risponde("Il file selezionato è inesistente o non raggiungibile.");
+    Lascia(finestra, {cartella.Radice()});
+    EXPECT_THAT(Righe(finestra), IsEmpty());
+  });
+}
+
 TEST_F(AllegatiLasciati, BehindAQuestionNothingIsAttached) {
   const std::string uno = cartella.File("uno.pdf");
   const std::string due = cartella.File("due.pdf");

@@ -166,6 +166,14 @@ TEST_F(Caselle, AFullBodyTakesNoCharacterOfAnyKindFromTheKeyboard) {
   });
 }
 
+TEST_F(Caselle, AFullBodyStillTakesCommands) {
+  Mostra([this](QWidget& finestra) {
+    Controllo<host::KvlRichTextBox>("TXT_CORPO")->Text(std::string(5000, 'p'));
+    Riscrive(finestra, "TXT_CORPO", "nuovo");
+    EXPECT_EQ(Contenuto(finestra, "TXT_CORPO"), "nuovo");
+  });
+}
+
 TEST_F(Caselle, ALineBreakOfTheBodyIsCarriageReturnAndLineFeed) {
   Mostra([this](QWidget& finestra) {
     Digita(finestra, "TXT_CORPO", "uno");
