@@ -193,6 +193,14 @@ TEST(QuattroCanali, AMessageThatIsDelivered) {
   });
 }
 
+TEST(QuattroCanali, AMessageWithoutAMainRecipientCutsTheNameOfBeforeAndEmptiesTheAddress) {
+  Confronta("no_main_recipient", [](Prova& prova) {
+    prova.servizio->vNome = "Primo";
+    prova.servizio->vIndDestinatario = "primo@x.example";
+    prova.Destinatario("Carla", "carla@x.example", 1);
+  });
+}
+
 TEST(QuattroCanali, AMessageThatIsDeliveredWithoutARegister) {
   Confronta("delivered_without_register", [](Prova& prova) {
     UnoConAllegato(prova);

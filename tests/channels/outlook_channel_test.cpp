@@ -203,6 +203,14 @@ TEST_F(CanaleOutlook, CertifiedMailIsToldFirst) {
   EXPECT_EQ(journal->Righe().front(), "ObjRegistroInvio.TipoCanale 5");
 }
 
+TEST_F(CanaleOutlook, TheRegisterIsToldTheChannelOfTheSettings) {
+  servizio->SrvMailInstallato = kvSMTPSSLMail;
+  ConRegistro();
+  Collezione().Add("anna@x.example", "Anna");
+  interno.SendWithOutlook();
+  EXPECT_THAT(Registro(), Contains("ObjRegistroInvio.CanaleInvio 77"));
+}
+
 TEST_F(CanaleOutlook, AnAddressWithBlanksAroundItIsTrimmedInTheListsButNotInTheRegister) {
   ConRegistro();
   Collezione().Add("  anna@x.example ", " Anna ");

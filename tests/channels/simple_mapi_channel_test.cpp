@@ -332,6 +332,26 @@ TEST_F(CanaleSimpleMapi, ARegisterThatFailsBehindTheSendTurnsTheDeliveryIntoAFai
   EXPECT_THAT(UltimaRigaLog(), HasSubstr("ErroreInvio   SendWithSimpleMAPI   "));
 }
 
+TEST_F(CanaleSimpleMapi, TheRegisterIsToldTheChannelOfTheSettings) {
+  servizio->SrvMailInstallato = kvSMTPSSLMail;
+  ConRegistro();
+  Collezione().Add("anna@x.example", "Anna");
+  interno.SendWithSimpleMAPI();
+  journal->Fallisce("MAPIMessages.Send");
+  interno.SendWithSimpleMAPI();
+  EXPECT_THAT(Registro(), Contains("ObjRegistroInvio.CanaleInvio 77").Times(2));
+}
+
+TEST_F(CanaleSimpleMapi, AnAttachmentSlotThatDoesNotFitSixteenBitsEndsTheAttachmentsInSilence) {
+  servizio->vElencoAllegati = host::Variant::Array(32769, host::Variant("C:\\a"));
+  Collezione().Add("anna@x.example", "Anna");
+  servizio->InviaMail();
+  EXPECT_EQ(journal->Conta("MAPIMessages.AttachmentIndex "), 32768U);
+  EXPECT_EQ(journal->Conta("MAPIMessages.AttachmentIndex 32767"), 1U);
+  EXPECT_TRUE(Inviato());
+  EXPECT_EQ(servizio->Stato(), kvOK);
+}
+
 TEST_F(CanaleSimpleMapi, ASlotNumberThatDoesNotFitSixteenBitsIsAnOverflow) {
   servizio->ModalitaInvio(kvManuale);
   for (int i = 0; i < 32768; ++i) Collezione().Add("a@x.example");
