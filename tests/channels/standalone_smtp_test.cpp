@@ -174,6 +174,20 @@ TEST_F(InvioDaSolo, ASecondCallSendsToTheSameRecipientsWithTheSameAttachments) {
                           "smtp.AddAttachment C:\\Doc\\a.pdf", "smtp.AddRecipientEx Anna <a@x.example>; 0"));
 }
 
+TEST_F(InvioDaSolo, WhatListsAndFieldsHeldBeforeIsNotCarriedAlong) {
+  servizio->DestinatariA("Vecchia<v@x.example>");
+  servizio->DestinatariCC("Vecchia<v@x.example>");
+  servizio->DestinatariCCn("Vecchia<v@x.example>");
+  servizio->vNome = "Vecchia";
+  servizio->vIndDestinatario = "v@x.example";
+  servizio->AddDestinatario("a@x.example", "Anna");
+  servizio->InviaMailSMTP("Avviso", "***(Nome)***|***(IndEmail)***");
+  EXPECT_THAT(Liste(), ElementsAre("smtp.AddRecipientEx Anna <a@x.example>; 0"));
+  EXPECT_THAT(journal->Righe({"smtp.BodyText"}), ElementsAre("smtp.BodyText Anna|a@x.example"));
+  EXPECT_EQ(servizio->vNome, "Anna");
+  EXPECT_EQ(servizio->vIndDestinatario, "a@x.example");
+}
+
 TEST_F(InvioDaSolo, AnEmptyBodyIsReplacedByTheStandingMessage) {
   servizio->AddDestinatario("a@x.example", "Anna");
   servizio->FlgMsgPers = true;
@@ -249,6 +263,25 @@ TEST_F(InvioDaSolo, AnAccountWithoutAuthenticationHandsOverNoCredentials) {
   EXPECT_EQ(journal->Conta("smtp.UserName"), 0U);
   EXPECT_EQ(journal->Conta("smtp.Password"), 0U);
   EXPECT_EQ(journal->Conta("smtp.ConnectType 0"), 1U);
+}
+
+TEST_F(InvioDaSolo, AnyAuthenticationOtherThanZeroHandsOverTheCredentialsAndTheWishForAReceiptIsTheServices) {
+  Account({{"FW23_SERVERNAME", "smtp.azienda.example"},
+           {"FW23_PORT", 25},
+           {"FW23_TIMEOUT", 0},
+           {"FW23_INDAUTH", -1},
+           {"FW23_SSL", 0},
+           {"FW98_MAILADDRESS", "posta@azienda.example"},
+           {"FW98_USERNAME", "utente"},
+           {"FW98_PASSWORD", "{segretissima}"},
+           {"ALIAS", ""},
+           {"LETTURA", host::Null{}},  // no wish of its own
+           {"CONSEGNA", host::Null{}}});
+  servizio->ReadReceipt = true;
+  servizio->InviaMailSMTP("Avviso", "Corpo");
+  EXPECT_EQ(journal->Conta("smtp.UserName utente"), 1U);
+  EXPECT_EQ(journal->Conta("smtp.Password"), 1U);
+  EXPECT_EQ(journal->Conta("smtp.AddHeader Disposition-Notification-To: <posta@azienda.example>"), 1U);
 }
 
 TEST_F(InvioDaSolo, WithoutAServerNothingIsSubmittedOrRecordedAndTheAnswerIsTrue) {
