@@ -178,6 +178,8 @@ TEST_F(CanaleMapi32, OnlyTheMainRecipientsStandInTheListAndInVNome) {
 TEST_F(CanaleMapi32, ARefusedLogonIsShownAndEndsTheSend) {
   ambiente->esitoLogonMapi = 3;
   ConRegistro();
+  servizio->vNome = "Prima";
+  servizio->vIndDestinatario = "prima@x.example";
   Collezione().Add("anna@x.example", "Anna");
   journal->Svuota();
   servizio->InviaMail();
@@ -185,7 +187,9 @@ TEST_F(CanaleMapi32, ARefusedLogonIsShownAndEndsTheSend) {
   EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg Logon failed. Result = 3|0||(assente)"));
   EXPECT_THAT(Registro(), IsEmpty());
   EXPECT_EQ(servizio->Stato(), kvInvioNonImpostato);
-  EXPECT_EQ(servizio->vIndDestinatario, "");
+  EXPECT_EQ(servizio->vNome, "Prima");
+  EXPECT_EQ(servizio->vIndDestinatario, "prima@x.example");
+  EXPECT_EQ(servizio->vCorpoMail, "Buongiorno");
   NessunLog();
 }
 

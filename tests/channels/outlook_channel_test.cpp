@@ -397,6 +397,19 @@ TEST_F(CanaleOutlook, TheItemOfAFailedRunIsReplacedByTheNext) {
   EXPECT_EQ(servizio->Stato(), kvOK);
 }
 
+TEST_F(CanaleOutlook, TheItemOfAFailedRunStaysWhereTheNextRunCannotMakeOne) {
+  Collezione().Add("a@x.example", "Anna");
+  journal->Fallisce("MailItem.Send");
+  servizio->InviaMail();
+  const auto elemento = interno.objOutlookItem();
+  const auto allegati = interno.objOutlookAllegati();
+  journal->Fallisce("Outlook.createItem");
+  servizio->InviaMail();
+  ASSERT_NE(elemento, nullptr);
+  EXPECT_EQ(interno.objOutlookItem(), elemento);
+  EXPECT_EQ(interno.objOutlookAllegati(), allegati);
+}
+
 TEST_F(CanaleOutlook, AFailingRegisterBehindTheSendLeavesTheStateAndTheItem) {
   ConRegistro();
   Collezione().Add("a@x.example", "Anna");

@@ -376,6 +376,8 @@ TEST_F(InvioDaSolo, AnErrorIsShownAndTheAnswerIsFalse) {
 
 TEST_F(InvioDaSolo, InSilentModeAnErrorStandsInTheTwoFields) {
   servizio->silentMode = true;
+  servizio->errDescription = "prima";
+  servizio->errNumber = "0";
   journal->Fallisce("Ambiente.CreaComponenteSmtp", {-2147221164, "Prova", "componente assente"});
   EXPECT_FALSE(servizio->InviaMailSMTP("Avviso", "Corpo"));
   EXPECT_THAT(Messaggi(), IsEmpty());
