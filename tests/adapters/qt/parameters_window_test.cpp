@@ -156,6 +156,19 @@ TEST_F(FinestraDeiParametri, TheKeyboardGoesByThePlacesAndTheWindowGetsNoSmaller
   });
 }
 
+TEST_F(FinestraDeiParametri, APathIsLimitedForThePersonAndNotForTheChoice) {
+  const std::string lungo = cartella.File(std::string(120, 'n') + ".pdf");
+  Parametri([&](QWidget& finestra) {
+    Incolla(finestra, "TXT_ALLEGATO", std::string(200, 'x'));
+    EXPECT_EQ(Contenuto(finestra, "TXT_ALLEGATO"), std::string(100, 'x'));
+    regia.ScegliFile(lungo);
+    Clicca(finestra, "KVL_ALLEGA");
+    EXPECT_EQ(Contenuto(finestra, "TXT_ALLEGATO"), PerLibreria(lungo));
+    Clicca(finestra, "CMD_OK");
+  });
+  EXPECT_EQ(servizio->MailParamAllegatoUnico(), PerLibreria(lungo));
+}
+
 TEST_F(FinestraDeiParametri, AFileThatVanishesBetweenTheChoiceAndTheOkIsRefused) {
   const std::string file = cartella.File("listino.pdf");
   Parametri([&](QWidget& finestra) {
