@@ -17,9 +17,12 @@ namespace orve::adapters::qt {
 namespace {
 
 QWidget* CreaEtichetta(const host::LayoutControllo& layout, QWidget* padre) {
-  auto* etichetta = new Etichetta(Testo(layout.didascalia), padre);
-  etichetta->setTextFormat(Qt::PlainText);
+  QString testo = Testo(layout.didascalia);
   const auto lato = layout.disegno.kvlalignment == 1 ? Qt::AlignRight : Qt::AlignLeft;
+  // Blanks at the end would hold the caption off the edge that its neighbours stand at.
+  while (lato == Qt::AlignRight && testo.endsWith(QLatin1Char(' '))) testo.chop(1);
+  auto* etichetta = new Etichetta(testo, padre);
+  etichetta->setTextFormat(Qt::PlainText);
   etichetta->setAlignment(lato | Qt::AlignVCenter);
   etichetta->setAttribute(Qt::WA_TransparentForMouseEvents);
   return etichetta;
