@@ -210,4 +210,27 @@ std::string ToWindows1252(std::string_view testo) {
   return bytes;
 }
 
+std::string FromWindows1252(std::string_view byte) {
+  std::string testo;
+  testo.reserve(byte.size() + byte.size() / 8);
+  for (const char c : byte) {
+    const auto numero = static_cast<unsigned char>(c);
+    char32_t code = numero;
+    if (numero >= 0x80 && numero < 0xA0 && kCodePage1252[numero - 0x80] != 0) {
+      code = kCodePage1252[numero - 0x80];
+    }
+    if (code < 0x80) {
+      testo.push_back(c);
+    } else if (code < 0x800) {
+      testo.push_back(static_cast<char>(0xC0 | (code >> 6U)));
+      testo.push_back(static_cast<char>(0x80 | (code & 0x3FU)));
+    } else {
+      testo.push_back(static_cast<char>(0xE0 | (code >> 12U)));
+      testo.push_back(static_cast<char>(0x80 | ((code >> 6U) & 0x3FU)));
+      testo.push_back(static_cast<char>(0x80 | (code & 0x3FU)));
+    }
+  }
+  return testo;
+}
+
 }  // namespace orve::text

@@ -41,5 +41,8 @@ inline constexpr std::size_t kToEnd = static_cast<std::size_t>(-1);
 
 /// The single-byte form of code page 1252, with "?" for what it lacks.
 [[nodiscard]] std::string ToWindows1252(std::string_view testo);
+/// The text of code page 1252 as UTF-8. Every byte stands for a character: the five that the page leaves open
+/// (81, 8D, 8F, 90, 9D) for the control character of the same number.
+[[nodiscard]] std::string FromWindows1252(std::string_view byte);
 
 }  // namespace orve::text

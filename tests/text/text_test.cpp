@@ -96,6 +96,28 @@ TEST(Text, CodePage1252TakesWhatItHasAndMarksTheRest) {
   EXPECT_EQ(ToWindows1252("\xC2\x81"), "?");  // U+0081, which the code page leaves open
 }
 
+TEST(Text, EveryByteOfCodePage1252IsACharacterAndMostComeBackAsTheyWere) {
+  const std::string open = "\x81\x8D\x8F\x90\x9D";  // bytes that the page leaves open
+  std::string all;
+  for (int byte = 0; byte < 256; ++byte) all.push_back(static_cast<char>(byte));
+  EXPECT_EQ(Length(FromWindows1252(all)), 256U);
+  for (const char c : all) {
+    const std::string one(1, c);
+    const std::string back = ToWindows1252(FromWindows1252(one));
+    EXPECT_EQ(back, open.find(c) == std::string::npos ? one : "?") << static_cast<int>(c);
+  }
+}
+
+TEST(Text, BytesOfCodePage1252BecomeTheCharactersThatItsTableShows) {
+  EXPECT_EQ(FromWindows1252("perch\xE9 \x80 \x93l\x92"
+                            "art\x94"),
+            "perché € “l’art”");
+  EXPECT_EQ(FromWindows1252("\x81\x8D\x8F\x90\x9D"), "\u0081\u008D\u008F\u0090\u009D");
+  EXPECT_EQ(FromWindows1252("\xA0\xFF"), "\u00A0ÿ");
+  EXPECT_EQ(FromWindows1252(std::string_view("a\0b", 3)), std::string_view("a\0b", 3));
+  EXPECT_EQ(FromWindows1252(""), "");
+}
+
 TEST(Text, LongTextsTakeLinearWork) {
   const std::string lungo(4'000'000, 'x');
   EXPECT_EQ(Length(lungo), lungo.size());
