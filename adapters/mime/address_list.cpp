@@ -7,6 +7,7 @@
 
 #include "host/errore.h"
 #include "mime/header_text.h"
+#include "text/text.h"
 
 namespace orve::adapters::mime {
 
@@ -222,6 +223,11 @@ std::optional<WireAddress> ToWire(std::string_view address) {
   }
   if (wire.text.size() > kLongestAddress) return {};
   return wire;
+}
+
+std::string MailboxKey(std::string_view address) {
+  const std::size_t at = std::min(address.rfind('@'), address.size());
+  return std::string(address.substr(0, at)) + text::FoldCase(address.substr(at));
 }
 
 std::optional<std::string> AsciiDomain(std::string_view domain) {

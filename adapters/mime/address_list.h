@@ -34,6 +34,9 @@ struct WireAddress {
 /// form.
 [[nodiscard]] std::optional<WireAddress> ToWire(std::string_view address);
 
+/// What two addresses of one mailbox have in common: only the domain is without case.
+[[nodiscard]] std::string MailboxKey(std::string_view address);
+
 /// The ASCII (IDN) form of a host or domain name; none when it has no such form. An ASCII name comes back as
 /// it is.
 [[nodiscard]] std::optional<std::string> AsciiDomain(std::string_view domain);

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orve::adapters::mime {
@@ -25,17 +26,26 @@ struct Header {
   std::string value;
 };
 
+/// A file that goes with the message.
+struct Attachment {
+  // Not explicit: most attachments are just a path.
+  Attachment(std::string file, std::string shownAs = {}) : path(std::move(file)), name(std::move(shownAs)) {}
+
+  std::string path;  // either separator
+  std::string name;  // that the recipient sees; empty: the file's own
+};
+
 /// Texts are UTF-8. What is not, and control characters in what becomes a header line, is repaired by the
 /// writer.
 struct Message {
-  Address from;
+  Address from;  // address and name empty: whoever submits the message names its sender
   std::vector<Address> to;
   std::vector<Address> cc;
   std::string subject;
   std::string body;
   bool html = false;
   std::vector<Header> headers;
-  std::vector<std::string> attachments;                       // paths; either separator
+  std::vector<Attachment> attachments;
   std::string messageId;                                      // without angle brackets; empty: one is made up
   std::optional<std::chrono::system_clock::time_point> date;  // none: now
 };

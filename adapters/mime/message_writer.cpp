@@ -75,8 +75,9 @@ std::string DateHeader(std::chrono::system_clock::time_point instant) {
 
 /// Everything before the header lines of the content.
 std::string HeaderBlock(const Message& message) {
+  const bool anonymous = message.from.address.empty() && message.from.name.empty();
   const std::optional<WireAddress> from = ToWire(message.from.address);
-  std::string block = AddressHeader("From", {message.from});
+  std::string block = anonymous ? std::string() : AddressHeader("From", {message.from});
   if (!message.to.empty()) block += AddressHeader("To", message.to);
   if (!message.cc.empty()) block += AddressHeader("Cc", message.cc);
   if (message.to.empty() && message.cc.empty()) block += "To: undisclosed-recipients:;\r\n";
@@ -84,11 +85,12 @@ std::string HeaderBlock(const Message& message) {
   block += DateHeader(message.date.value_or(std::chrono::system_clock::now()));
   std::string id = HeaderSafe(message.messageId);
   if (id.empty()) {
-    const std::size_t at = from->text.rfind('@');
-    id = NewMessageId(at == std::string::npos ? "localhost" : from->text.substr(at + 1));
+    const std::string sender = from ? from->text : std::string();
+    const std::size_t at = sender.rfind('@');
+    id = NewMessageId(at == std::string::npos ? "localhost" : sender.substr(at + 1));
   }
   block += TextHeader("Message-ID", '<' + id + '>');
-  for (const Header& header : message.headers) block += OwnHeader(header, from->needsUtf8);
+  for (const Header& header : message.headers) block += OwnHeader(header, from && from->needsUtf8);
   return block + "MIME-Version: 1.0\r\n";
 }
 
@@ -102,8 +104,8 @@ class ContentBuilder {
     if (message_.attachments.empty()) return GRef<GMimeObject>(GMIME_OBJECT(body.release()));
     GRef<GMimeMultipart> parts(g_mime_multipart_new_with_subtype("mixed"));
     g_mime_multipart_add(parts.get(), GMIME_OBJECT(body.get()));
-    for (const std::string& path : message_.attachments) {
-      g_mime_multipart_add(parts.get(), GMIME_OBJECT(NewAttachment(path).get()));
+    for (const Attachment& attachment : message_.attachments) {
+      g_mime_multipart_add(parts.get(), GMIME_OBJECT(NewAttachment(attachment).get()));
     }
     return GRef<GMimeObject>(GMIME_OBJECT(parts.release()));
   }
@@ -119,9 +121,9 @@ class ContentBuilder {
     return part;
   }
 
-  GRef<GMimePart> NewAttachment(const std::string& path) {
-    std::string local = LocalPath(path);
-    const std::string name = AttachmentName(local);
+  GRef<GMimePart> NewAttachment(const Attachment& attachment) {
+    std::string local = LocalPath(attachment.path);
+    const std::string name = AttachmentName(attachment.name.empty() ? local : attachment.name);
     const std::string_view type = MediaType(name);
     const std::size_t slash = type.find('/');
     GRef<GMimePart> part(g_mime_part_new_with_type(std::string(type.substr(0, slash)).c_str(),

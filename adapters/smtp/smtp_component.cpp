@@ -1,6 +1,5 @@
 #include "smtp/smtp_component.h"
 
-#include <algorithm>
 #include <optional>
 #include <unordered_set>
 #include <utility>
@@ -16,12 +15,6 @@ namespace orve::adapters::smtp {
 
 namespace {
 
-/// What two addresses of one mailbox have in common: only the domain is without case.
-std::string MailboxKey(const std::string& address) {
-  const std::size_t at = std::min(address.rfind('@'), address.size());
-  return address.substr(0, at) + text::FoldCase(address.substr(at));
-}
-
 /// Appends the mailboxes that the envelope does not name yet.
 void AddToEnvelope(Envelope& envelope, std::unordered_set<std::string>& seen,
                    const std::vector<mime::Address>& addresses) {
@@ -32,7 +25,7 @@ void AddToEnvelope(Envelope& envelope, std::unordered_set<std::string>& seen,
                             "indirizzo non valido: \"" + mime::ForDisplay(address.address) + "\"");
     }
     envelope.recipientsNeedUtf8 = envelope.recipientsNeedUtf8 || wire->needsUtf8;
-    if (seen.insert(MailboxKey(wire->text)).second) envelope.recipients.push_back(wire->text);
+    if (seen.insert(mime::MailboxKey(wire->text)).second) envelope.recipients.push_back(wire->text);
   }
 }
 

@@ -437,6 +437,30 @@ TEST_F(MessageWriter, AHostileFileNameMakesNoHeader) {
   EXPECT_EQ(read.Header("Bcc"), "");
 }
 
+TEST_F(MessageWriter, AFileTravelsUnderTheNameThatItIsGiven) {
+  Message message = Simple();
+  const std::string path = directory_.Write("a.bin", "x");
+  message.attachments = {Attachment(path, "Perché.pdf"), Attachment(path, "x/../..\\b.txt"),
+                         Attachment(path)};
+  const ReceivedMessage read = Parsed(message);
+  ASSERT_EQ(read.attachments.size(), 3U);
+  EXPECT_EQ(read.attachments[0].name, "Perché.pdf");
+  EXPECT_EQ(read.attachments[0].type, "application/pdf");
+  EXPECT_EQ(read.attachments[1].name, ".._b.txt");
+  EXPECT_EQ(read.attachments[2].name, "a.bin");
+}
+
+TEST_F(MessageWriter, ASenderThatIsLeftToTheTransportStandsNowhere) {
+  Message message = Simple();
+  message.from = {};
+  message.messageId = "";
+  const std::string bytes = Written(message);
+  EXPECT_EQ(bytes.find("From:"), std::string::npos);
+  EXPECT_NE(bytes.find("@localhost>\r\n"), std::string::npos);
+  message.from.name = "Ditta Rossi";
+  EXPECT_THROW(static_cast<void>(Written(message)), host::Errore);
+}
+
 int ErrorWhileWriting(const Message& message, const ByteSink& sink) {
   try {
     WriteMessage(message, sink);
