@@ -1,0 +1,94 @@
+// The two MAPI controls over the machine's mail system. What a control refuses it raises as host::Errore:
+// 32000 and the published number, or 9 for an index of no slot, with an Italian description.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/automazione.h"
+#include "mapi/letter.h"
+#include "mapi/mail_system.h"
+
+namespace orve::adapters::mapi {
+
+/// There is nothing to download and no session to share: DownLoadMail and NewSession are of no effect.
+class SessionControl final : public host::MAPISession {
+ public:
+  explicit SessionControl(std::shared_ptr<MailSystem> system) : system_(std::move(system)) {}
+  SessionControl(const SessionControl&) = delete;
+  SessionControl& operator=(const SessionControl&) = delete;
+  SessionControl(SessionControl&&) = delete;
+  SessionControl& operator=(SessionControl&&) = delete;
+  /// Signs off if that has not happened.
+  ~SessionControl() override;
+
+  void DownLoadMail(bool /*scarica*/) override {}
+  void NewSession(bool /*nuova*/) override {}
+  /// Raises 32003 when the machine has no mail system, 32050 when the session is open already.
+  void SignOn() override;
+  /// A 32-bit integer; 0 while no session is open.
+  [[nodiscard]] host::Variant SessionID() override { return session_; }
+  /// Raises 32053 when no session is open.
+  void SignOff() override;
+
+ private:
+  std::shared_ptr<MailSystem> system_;
+  std::int32_t session_ = 0;
+};
+
+/// A message in the making. Send leaves it as it is, whatever comes of it; Compose begins a new one.
+class MessagesControl final : public host::MAPIMessages {
+ public:
+  explicit MessagesControl(std::shared_ptr<MailSystem> system) : system_(std::move(system)) {}
+
+  /// Looked at by Send. Empty is no session.
+  void SessionID(const host::Variant& sessione) override { session_ = sessione.ToInt32(); }
+  void SessioneID(const host::Variant& sessione) override { SessionID(sessione); }
+  void Compose() override;
+
+  /// Raises 9 below the first slot and beyond the one behind the last. The other members of a recipient raise
+  /// 9 when no slot is selected. A new slot is of type To.
+  void RecipIndex(std::int16_t indice) override;
+  void RecipAddress(const std::string& indirizzo) override;
+  void RecipDisplayName(const std::string& nome) override;
+  /// Raises 32015 for anything but 1, 2 and 3.
+  void RecipType(std::int32_t tipo) override;
+
+  void MsgReceiptRequested(bool ricevuta) override { letter_.receipt = ricevuta; }
+  void MsgSubject(const std::string& oggetto) override { letter_.subject = oggetto; }
+  void MsgNoteText(const std::string& corpo) override { letter_.body = corpo; }
+
+  /// As RecipIndex, for the slots of attachments.
+  void AttachmentIndex(std::int16_t indice) override;
+  /// A place in the text means nothing to the mail that leaves: files follow the text in the order of their
+  /// slots. Raises 9 when no slot is selected.
+  void AttachmentPosition(std::int16_t posizione) override;
+  /// Raises 32011 when there is no such file and 32012 when it cannot be read; the slot stays without a file
+  /// then, and Send passes over it.
+  void AttachmentPathName(const std::string& percorso) override;
+  void AttachmentName(const std::string& nome) override;
+
+  /// Raises 32053 without a session, 32019 when it is not open (any more), 32057 without recipients, and what
+  /// the delivery raises.
+  void Send() override;
+
+  /// What ended the last Send, for a person; empty after a success.
+  [[nodiscard]] const std::string& LastFailure() const { return failure_; }
+
+ private:
+  [[nodiscard]] Recipient& SelectedRecipient();
+  [[nodiscard]] mime::Attachment& SelectedAttachment();
+  void RequireSession() const;
+
+  std::shared_ptr<MailSystem> system_;
+  std::int32_t session_ = 0;
+  Letter letter_;                  // its attachments are the slots, the ones without a path included
+  std::ptrdiff_t recipient_ = -1;  // the slot selected; -1: none
+  std::ptrdiff_t attachment_ = -1;
+  std::string failure_;
+};
+
+}  // namespace orve::adapters::mapi

@@ -1,0 +1,43 @@
+// The three functions of the MAPI library over the machine's mail system.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/mapi32.h"
+#include "mapi/mail_system.h"
+
+namespace orve::adapters::mapi {
+
+/// Results are 0 or the published numbers. There are no dialogs and no profiles: flags that ask for a log-on
+/// dialog are of no effect, and a profile by name is unknown (3).
+class Mapi32 final : public host::Mapi32 {
+ public:
+  explicit Mapi32(std::shared_ptr<MailSystem> system) : system_(std::move(system)) {}
+
+  std::int32_t MAPILogon(host::ManigliaMapi finestra, const std::string& profilo, const std::string& password,
+                         std::int32_t flags, std::int32_t riservato, host::ManigliaMapi& sessione) override;
+  /// Session 0 needs none to be open: one is opened for the call then. The texts of the message record cross
+  /// in the single-byte code page and come back from it. A recipient without a class is 15, a message without
+  /// recipients 25, a dialog 26, counts beyond the arrays 2. A record without an address of its own is
+  /// resolved from its name.
+  std::int32_t BMAPISendMail(host::ManigliaMapi sessione, host::ManigliaMapi finestra,
+                             host::MapiMessage& messaggio, const std::vector<host::MapiRecip>& destinatari,
+                             const std::vector<host::MapiFile>& file, std::int32_t flags,
+                             std::int32_t riservato) override;
+  std::int32_t MAPILogoff(host::ManigliaMapi sessione, host::ManigliaMapi finestra, std::int32_t flags,
+                          std::int32_t riservato) override;
+
+  /// What ended the last call, for a person; empty after a success.
+  [[nodiscard]] const std::string& LastFailure() const { return failure_; }
+
+ private:
+  template <class Action>
+  std::int32_t Result(Action action);
+
+  std::shared_ptr<MailSystem> system_;
+  std::string failure_;
+};
+
+}  // namespace orve::adapters::mapi
