@@ -168,15 +168,18 @@ TEST_F(Attivazione, WithoutABodyOfTheCallersTheStandardBodyIsShownOpenForEditing
   });
 }
 
-TEST_F(Attivazione, TheCallersBodyStays) {
+TEST_F(Attivazione, TheCallersBodyStaysAlsoWhenItIsEmpty) {
   servizio->vFlagCorpo = 1;
-  servizio->vCorpoMail = "messo dal chiamante";
-  Apri([](HeadlessForm& finestra) {
-    EXPECT_EQ(finestra.Testo("TXT_CORPO"), "messo dal chiamante");
-    EXPECT_TRUE(finestra.Attivo("TXT_CORPO"));
-    EXPECT_EQ(finestra.Testo("CHK_CORPO"), "1");
-  });
-  EXPECT_EQ(journal->Conta("CHK_CORPO.Text 0"), 0U);
+  for (const char* corpo : {"messo dal chiamante", ""}) {
+    servizio->vCorpoMail = corpo;
+    servizio->vCollMittenti.reset();
+    Apri([&](HeadlessForm& finestra) {
+      EXPECT_EQ(finestra.Testo("TXT_CORPO"), corpo);
+      EXPECT_TRUE(finestra.Attivo("TXT_CORPO"));
+      EXPECT_EQ(finestra.Testo("CHK_CORPO"), "1");
+    });
+    EXPECT_EQ(journal->Conta("CHK_CORPO.Text 0"), 0U);
+  }
 }
 
 TEST_F(Attivazione, TheStandingMessageTakesThePlaceOfTheStandardBodyUnfilled) {
@@ -447,6 +450,17 @@ TEST_F(FormAttivato, EachStepOfTheClosingIsTriedWhateverTheOneBeforeDid) {
   EXPECT_FALSE(form->ManagerRubrica);
   EXPECT_EQ(form->Parent, nullptr);
   EXPECT_FALSE(Dentro().FileAllegati());
+  EXPECT_FALSE(Dentro().RstAllegati());
+}
+
+TEST_F(FormAttivato, ARecordSetThatIsClosedAlreadyIsNotClosedAgain) {
+  File("C:\\f.pdf");
+  form->AggiungiAllegato("C:\\f.pdf", "f.pdf");
+  Mostra([&](HeadlessForm& /*finestra*/) {
+    Dentro().RstAllegati()->Close();
+    journal->Svuota();
+  });
+  EXPECT_EQ(journal->Conta("RstAllegati.Close"), 0U);
   EXPECT_FALSE(Dentro().RstAllegati());
 }
 

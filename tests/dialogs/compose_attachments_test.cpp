@@ -408,6 +408,36 @@ TEST_F(Allegati, ARowWithoutAnIndexRemovesNothing) {
   });
 }
 
+TEST_F(Allegati, RowsWhoseFilesAreGoneAreRemovedAllTheSame) {
+  ambiente->rispostaMessaggio = 6;
+  Mostra([&](HeadlessForm& finestra) {
+    for (const char* chiave : {"Del", "DelAll"}) {
+      for (const bool senzaElenco : {true, false}) {
+        Allega(finestra, "C:\\a.pdf");
+        Dentro().FileAllegati()->Clear();
+        if (senzaElenco) Dentro().FileAllegati().reset();
+        journal->Svuota();
+        finestra.Sceglie("BTN_ELIMINA", chiave);
+        EXPECT_THAT(finestra.Righe("GRID_ALLEGATI"), IsEmpty()) << chiave;
+        EXPECT_THAT(journal->Righe({"FileAllegati.Remove", "ObjMessaggi.MostraMsg Variabile"}), IsEmpty())
+            << chiave;
+      }
+    }
+  });
+}
+
+TEST_F(Allegati, ARecordSetThatIsClosedAlreadyIsOnlyReplaced) {
+  Mostra([&](HeadlessForm& finestra) {
+    Allega(finestra, "C:\\a.pdf");
+    Dentro().RstAllegati()->Close();
+    journal->Svuota();
+    Dentro().RicaricaRstAllegati();
+    EXPECT_EQ(journal->Conta("RstAllegati.Close"), 0U);
+    EXPECT_THAT(journal->Righe({"RstAllegati.AddNew"}), SizeIs(1));
+    EXPECT_THAT(Mostrati(), IsEmpty());
+  });
+}
+
 // Failures.
 
 TEST_F(Allegati, EachProcedureReportsUnderItsOwnName) {

@@ -14,6 +14,7 @@ using fakes::HeadlessForm;
 using fakes::RigaAccount;
 using host::Variant;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 using InvioDallaFinestra = fakes::FinestraDiProva;
@@ -226,6 +227,16 @@ TEST_F(CaselleDelForm, ASeparatorAtTheEndOfABoxAddsOneRecipientWithAnEmptyAddres
     const auto elenco = Dentro().CollDestinatariForm();
     ASSERT_TRUE(elenco);
     EXPECT_THAT(Elenco(*elenco), ElementsAre("Anna|a@x.example||0", "|||0"));
+  });
+}
+
+TEST_F(CaselleDelForm, TheOldListIsLetGoBeforeTheNewOneIsMade) {
+  servizio->SrvMailInstallato = kvMAPI;
+  Mostra([&](HeadlessForm& finestra) {
+    journal->Svuota();
+    finestra.Preme("cmd_Invia");
+    EXPECT_THAT(journal->Righe({"debug "}), ElementsAre(HasSubstr("|TER|ORVE_MAILSERVER|CollDestinatari"),
+                                                        HasSubstr("|INI|ORVE_MAILSERVER|CollDestinatari")));
   });
 }
 

@@ -80,14 +80,17 @@ class FinestraDiProva : public ServizioDiProva {
   /// the opening on.
   void Apri(Persona persona) {
     bool mostrata = false;
+    bool finito = false;
     ambiente->persona = [&](HeadlessForm& finestra) {
       mostrata = true;
       if (persona) persona(finestra);
+      finito = true;
     };
     journal->Svuota();
     interno.ApriForm_OpzInvio();
     ambiente->persona = nullptr;
     EXPECT_TRUE(mostrata) << "the window was not shown";
+    EXPECT_TRUE(finito) << "an error has ended the script";  // which the service would take for its own
   }
   void Apri() { Apri(nullptr); }
   /// The same, and the person confirms at the end.

@@ -23,14 +23,17 @@ class Parametri : public fakes::FinestraDiProva {
   /// The service opens the window, and the script runs in it.
   void ApriParametri(fakes::Persona persona) {
     bool mostrata = false;
+    bool finito = false;
     ambiente->persona = [&](HeadlessForm& finestra) {
       mostrata = true;
       if (persona) persona(finestra);
+      finito = true;
     };
     journal->Svuota();
     servizio->ReturnMailParameters();
     ambiente->persona = nullptr;
     EXPECT_TRUE(mostrata) << "the window was not shown";
+    EXPECT_TRUE(finito) << "an error has ended the script";  // in silence, as any error there
   }
   /// The same, and the person confirms.
   void Conferma(const fakes::Persona& persona) {
@@ -288,6 +291,7 @@ TEST_F(Parametri, OnOtherChannelsTheKindStaysMailAndThereIsNoAccount) {
 TEST_F(Parametri, OnOtherChannelsTheHiddenBoxesAreStillReadWhenThereIsAnAccount) {
   SuCanale(2);
   servizio->vMittente = std::make_shared<Mittente>(ambiente);
+  servizio->vMittente->Indirizzo("noi@azienda.example");
   servizio->vMittente->ReadRcpt(-1);
   ApriParametri([&](HeadlessForm& finestra) {
     host::ControlloDi<host::KVL_CHECKBOX>(finestra, "CHK_READ")->Text("1");
@@ -295,6 +299,7 @@ TEST_F(Parametri, OnOtherChannelsTheHiddenBoxesAreStillReadWhenThereIsAnAccount)
   });
   EXPECT_TRUE(servizio->MailParamReadRcpt());
   EXPECT_EQ(servizio->vMittente->ReadRcpt(), 1);
+  EXPECT_EQ(servizio->MailParamAccount()->Indirizzo(), "");  // the account itself is no answer here
 }
 
 // The attachment.
@@ -407,6 +412,16 @@ TEST_F(Parametri, APathWithoutABackslashFailsAtTheSplitAndTheErrorLeavesTheHandl
 TEST_F(Parametri, BlanksAreNoPathAndEmptyTheAttachment) {
   Conferma([](HeadlessForm& finestra) { finestra.Digita("TXT_ALLEGATO", "   "); });
   EXPECT_EQ(servizio->MailParamAllegatoUnico(), "");
+}
+
+TEST_F(Parametri, WithoutAPathAnEarlierAttachmentIsTakenBack) {
+  SuCanale(2);
+  FRMFW_MAILPARAMS form(ambiente);
+  form.Parent = servizio.get();
+  form.AllegatoUnico("C:\\doc\\vecchio.pdf");
+  Preme(form, "CMD_OK");
+  EXPECT_EQ(form.AllegatoUnico(), "");
+  EXPECT_TRUE(form.IsValoriValidi);
 }
 
 // Cancelling.
