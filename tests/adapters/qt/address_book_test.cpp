@@ -342,16 +342,16 @@ struct NomeDifficile {
 class NomiDifficili : public RubricaVera, public ::testing::WithParamInterface<NomeDifficile> {};
 
 TEST_P(NomiDifficili, StandInTheBoxSoThatTheirAddressIsRead) {
-  const auto& [nome, inAnagrafica, nellaCasella] = GetParam();
+  const std::string inAnagrafica = GetParam().inAnagrafica;
+  const std::string nellaCasella = GetParam().nellaCasella;
   static_cast<void>(archivio->EseguiConValori(
-      "UPDATE CG16_ANAGGEN SET CG16_RAGSOANAG = ?1 WHERE CG16_CODICE = 203", {std::string(inAnagrafica)}));
+      "UPDATE CG16_ANAGGEN SET CG16_RAGSOANAG = ?1 WHERE CG16_CODICE = 203", {inAnagrafica}));
   Apri([&](QWidget& finestra) {
     Rubrica(finestra, "BTN_DEST_A", [](QWidget& libro) {
       Cerca(libro, "vendite@vetrerialaguna");
       Clicca(libro, "CMD_SCEGLI");
     });
-    EXPECT_EQ(Contenuto(finestra, "TXT_EMAIL"),
-              std::string(nellaCasella) + "<vendite@vetrerialaguna.example>");
+    EXPECT_EQ(Contenuto(finestra, "TXT_EMAIL"), nellaCasella + "<vendite@vetrerialaguna.example>");
     Clicca(finestra, "cmd_Invia");
   });
   ASSERT_TRUE(Consegnato());
