@@ -23,11 +23,15 @@ enum class ErrorNumber {
 /// A delivery that ended: the number for the application and a text for the trace, without secrets.
 class DeliveryFailure : public std::runtime_error {
  public:
-  DeliveryFailure(ErrorNumber number, const std::string& text) : std::runtime_error(text), number_(number) {}
+  /// `undecided`: the server may have the whole message, but its answer never came.
+  DeliveryFailure(ErrorNumber number, const std::string& text, bool undecided = false)
+      : std::runtime_error(text), number_(number), undecided_(undecided) {}
   [[nodiscard]] ErrorNumber Number() const noexcept { return number_; }
+  [[nodiscard]] bool Undecided() const noexcept { return undecided_; }
 
  private:
   ErrorNumber number_;
+  bool undecided_;
 };
 
 /// The connection broke, stalled or carries no SMTP. Whoever runs the dialogue knows which number that makes.

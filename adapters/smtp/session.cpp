@@ -25,6 +25,14 @@ bool IsReplyLine(std::string_view line) {
          (line.size() == 3 || line[3] == ' ' || line[3] == '-');
 }
 
+/// Whether a piece of a message may be its last: only the lone dot ends one, which may be spread over two
+/// pieces. Other lines may end like it.
+bool MayEndMessage(std::string_view piece) {
+  constexpr std::string_view kEnd = ".\r\n";
+  const std::size_t size = std::min(kEnd.size(), piece.size());
+  return piece.substr(piece.size() - size) == kEnd.substr(kEnd.size() - size);
+}
+
 /// The server answered before the message had ended.
 struct Interrupted {};
 
@@ -144,9 +152,10 @@ void Session::SendMessage(const Writer& write) {
     if (reply.code != 354) throw DeliveryFailure(ErrorNumber::kData, "DATA: " + reply.text);
     Transmit(write);
     const Reply last = ReadReply(options_.finalReplyTimeout);
+    undecided_ = false;
     if (!last.Positive()) throw DeliveryFailure(ErrorNumber::kData, last.text);
   } catch (const BrokenConnection& broken) {
-    Abandon(ErrorNumber::kData, broken.what());
+    Abandon(ErrorNumber::kData, broken.what(), undecided_);
   }
 }
 
@@ -155,6 +164,7 @@ void Session::Transmit(const Writer& write) {
   try {
     write([&](std::string_view piece) {
       total += piece.size();
+      undecided_ = MayEndMessage(piece);
       if (!received_.empty() || !channel_.Send(piece)) throw Interrupted();
     });
     tracer_.Note(std::to_string(total) + " byte di messaggio");
@@ -172,10 +182,10 @@ void Session::Transmit(const Writer& write) {
   }
 }
 
-void Session::Abandon(ErrorNumber number, const std::string& text) {
+void Session::Abandon(ErrorNumber number, const std::string& text, bool undecided) {
   open_ = false;
   channel_.Drop();
-  throw DeliveryFailure(number, text);
+  throw DeliveryFailure(number, text, undecided);
 }
 
 void Session::Say(std::string_view commands) {

@@ -69,7 +69,7 @@ class Session {
   [[nodiscard]] Reply Command(const std::string& command);
   [[nodiscard]] Reply ReadReply(std::chrono::milliseconds timeout);
   [[nodiscard]] std::string ReadLine(Channel::Clock::time_point deadline, std::size_t budget);
-  [[noreturn]] void Abandon(ErrorNumber number, const std::string& text);
+  [[noreturn]] void Abandon(ErrorNumber number, const std::string& text, bool undecided = false);
 
   const SmtpOptions& options_;
   Tracer tracer_;
@@ -77,6 +77,7 @@ class Session {
   Channel channel_;
   std::string received_;  // bytes behind the last reply read
   bool open_ = false;
+  bool undecided_ = false;  // the message's end may have reached the server, which has not answered
 };
 
 }  // namespace orve::adapters::smtp

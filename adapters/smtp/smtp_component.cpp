@@ -100,12 +100,14 @@ void SmtpComponent::AddAttachment(const std::string& percorso) {
 host::Variant SmtpComponent::SendMail() {
   number_ = ErrorNumber::kNothingSent;
   failure_.clear();
+  undecided_ = false;
   try {
     Deliver();
     number_ = ErrorNumber::kNone;
   } catch (const DeliveryFailure& failure) {
     number_ = failure.Number();
     failure_ = failure.what();
+    undecided_ = failure.Undecided();
   }
   return number_ == ErrorNumber::kNone;
 }
@@ -128,7 +130,7 @@ void SmtpComponent::Deliver() {
     });
   } catch (const DeliveryFailure& failure) {
     session.Close();
-    throw DeliveryFailure(failure.Number(), session.Masked(failure.what()));
+    throw DeliveryFailure(failure.Number(), session.Masked(failure.what()), failure.Undecided());
   }
   session.Close();
 }

@@ -48,6 +48,9 @@ class SmtpComponent final : public host::ComponenteSmtp {
   /// What ended the last delivery, for a person: the server's words or ours, without secrets. Empty after a
   /// success.
   [[nodiscard]] const std::string& LastFailure() const { return failure_; }
+  /// True when the last delivery failed behind the end of the message, with no word of the server about it:
+  /// the message may have been taken all the same.
+  [[nodiscard]] bool MayHaveArrived() const { return undecided_; }
 
  private:
   void Deliver();
@@ -61,6 +64,7 @@ class SmtpComponent final : public host::ComponenteSmtp {
   bool notifyDelivery_ = false;
   ErrorNumber number_ = ErrorNumber::kNothingSent;
   std::string failure_;
+  bool undecided_ = false;
 };
 
 }  // namespace orve::adapters::smtp

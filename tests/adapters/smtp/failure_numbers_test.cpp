@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <tuple>
@@ -67,6 +68,7 @@ struct Fault {
   ErrorNumber want;
   bool encrypted = false;
   bool authenticated = false;
+  std::optional<bool> mayHaveArrived = false;  // none: it depends on how far the message got
 };
 
 void PrintTo(const Fault& fault, std::ostream* out) {
@@ -174,15 +176,19 @@ const std::vector<Fault> kFaults = {
     {"DataDropped", kHello + kEnvelope + Script{ThenDrop(On("DATA", ""))}, ErrorNumber::kData},
     {"DataGarbage", kHello + kEnvelope + Script{ThenDrop(On("DATA", "?"))}, ErrorNumber::kData},
     {"DataAnsweredLikeACommand", kHello + kEnvelope + Script{On("DATA", "250 fatto")}, ErrorNumber::kData},
-    {"BodyReset", kHello + kEnvelope + Script{ThenReset(On("DATA", "354 avanti"))}, ErrorNumber::kData},
+    {"BodyReset", kHello + kEnvelope + Script{ThenReset(On("DATA", "354 avanti"))}, ErrorNumber::kData, false,
+     false, std::nullopt},
     {"MessageRefused", kHello + kEnvelope + kData + Script{Body("552-troppo\r\n552 grande")},
      ErrorNumber::kData},
     {"MessagePutOff", kHello + kEnvelope + kData + Script{Body("451 riprova")}, ErrorNumber::kData},
-    {"MessageDropped", kHello + kEnvelope + kData + Script{ThenDrop(Body(""))}, ErrorNumber::kData},
-    {"MessageReset", kHello + kEnvelope + kData + Script{ThenReset(Body("25"))}, ErrorNumber::kData},
-    {"MessageGarbage", kHello + kEnvelope + kData + Script{ThenDrop(Body("preso"))}, ErrorNumber::kData},
+    {"MessageDropped", kHello + kEnvelope + kData + Script{ThenDrop(Body(""))}, ErrorNumber::kData, false,
+     false, true},
+    {"MessageReset", kHello + kEnvelope + kData + Script{ThenReset(Body("25"))}, ErrorNumber::kData, false,
+     false, true},
+    {"MessageGarbage", kHello + kEnvelope + kData + Script{ThenDrop(Body("preso"))}, ErrorNumber::kData,
+     false, false, true},
     {"MessageDroppedPipelined", kPipelining + kEnvelope + kData + Script{ThenDrop(Body(""))},
-     ErrorNumber::kData},
+     ErrorNumber::kData, false, false, true},
     // RSET.
     {"ResetRefused", kHello + kSender + Script{On("RCPT TO:*", "550 no"), On("RSET", "502-eh\r\n502 eh?")},
      ErrorNumber::kReset},
@@ -218,6 +224,7 @@ TEST_P(FailureNumbers, FollowTheStage) {
   const auto component = MessageFor(fault, server, Quick());
   EXPECT_EQ(Sent(*component), static_cast<std::int32_t>(fault.want)) << component->LastFailure();
   EXPECT_EQ(component->LastFailure().empty(), fault.want == ErrorNumber::kNone);
+  EXPECT_EQ(component->MayHaveArrived(), fault.mayHaveArrived.value_or(component->MayHaveArrived()));
   EXPECT_EQ(server.Complaint(), "");
 }
 
@@ -249,7 +256,8 @@ const std::vector<Fault> kStalls = {
     {"RecipientPipelined", kPipelining + kSender + Script{ThenStall(On("RCPT TO:*", "250 Ok"))},
      ErrorNumber::kRecipients},
     {"Data", kHello + kEnvelope + Script{ThenStall(On("DATA", ""))}, ErrorNumber::kData},
-    {"EndOfData", kHello + kEnvelope + kData + Script{ThenStall(Body(""))}, ErrorNumber::kData},
+    {"EndOfData", kHello + kEnvelope + kData + Script{ThenStall(Body(""))}, ErrorNumber::kData, false, false,
+     true},
     {"Reset", kHello + kSender + Script{On("RCPT TO:*", "550 no"), ThenStall(On("RSET", ""))},
      ErrorNumber::kReset},
     {"Quit", kHello + kEnvelope + kMessage + Script{ThenStall(On("QUIT", ""))}, ErrorNumber::kNone},
@@ -271,6 +279,7 @@ TEST_P(Stalls, EndInTimeWithTheNumberOfTheStage) {
   const auto component = MessageFor(GetParam(), server, Impatient());
   const auto start = std::chrono::steady_clock::now();
   EXPECT_EQ(Sent(*component), static_cast<std::int32_t>(GetParam().want)) << component->LastFailure();
+  EXPECT_EQ(component->MayHaveArrived(), GetParam().mayHaveArrived);
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
   EXPECT_EQ(server.Complaint(), "");
 }
@@ -321,6 +330,7 @@ TEST_F(LargeMessage, AServerThatDropsTheConnectionInTheMiddleEndsTheDelivery) {
   const auto component = MessageFor({}, server, Quick());
   component->AddAttachment(large_);
   EXPECT_EQ(Sent(*component), 5);
+  EXPECT_FALSE(component->MayHaveArrived());
   EXPECT_EQ(server.Complaint(), "");
 }
 
