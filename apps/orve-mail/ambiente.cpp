@@ -59,7 +59,9 @@ std::shared_ptr<host::ComponenteSmtp> AmbienteProgramma::CreaComponenteSmtp() {
   auto componente = std::make_shared<adapters::smtp::SmtpComponent>(smtp_);
   ++note_->componenti;
   const auto* const vero = componente.get();  // lives as long as its observer
-  return Osserva(std::move(componente), note_, [vero] { return vero->LastFailure(); });
+  return Osserva(std::move(componente), note_, [vero] {
+    return FineConsegna{vero->LastFailure(), vero->MayHaveArrived()};
+  });
 }
 
 std::shared_ptr<host::OutlookApplication> AmbienteProgramma::CreaOutlook() {

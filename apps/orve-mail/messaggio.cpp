@@ -50,16 +50,6 @@ std::string Leggi(std::istream& flusso, const std::string& nome) {
   return contenuto;
 }
 
-std::string ConFineRigaDoppia(std::string_view testo) {
-  std::string righe;
-  righe.reserve(testo.size() + testo.size() / 16);
-  for (std::size_t i = 0; i < testo.size(); ++i) {
-    if (testo[i] == '\n' && (i == 0 || testo[i - 1] != '\r')) righe.push_back('\r');
-    righe.push_back(testo[i]);
-  }
-  return righe;
-}
-
 }  // namespace
 
 VoceDestinatario LeggiDestinatario(std::string_view testo) {
@@ -109,6 +99,16 @@ std::string LeggiCorpo(const std::string& testo, std::istream& ingresso) {
   if (contenuto.rfind(kSegnoDiOrdine, 0) == 0) contenuto.erase(0, kSegnoDiOrdine.size());
   if (!Utf8(contenuto)) FileNonLeggibile(file, "non è un testo UTF-8");
   return ConFineRigaDoppia(contenuto);
+}
+
+std::string ConFineRigaDoppia(std::string_view testo) {
+  std::string righe;
+  righe.reserve(testo.size() + testo.size() / 16);
+  for (std::size_t i = 0; i < testo.size(); ++i) {
+    if (testo[i] == '\n' && (i == 0 || testo[i - 1] != '\r')) righe.push_back('\r');
+    righe.push_back(testo[i]);
+  }
+  return righe;
 }
 
 std::string PreparaAllegato(const std::string& file, bool controlla) {

@@ -27,6 +27,9 @@ struct VoceDestinatario {
 /// kFileMancante for a file that cannot be read, is longer than 16 MiB or is no UTF-8 text.
 [[nodiscard]] std::string LeggiCorpo(const std::string& testo, std::istream& ingresso);
 
+/// The text with its lines ending in carriage return and line feed.
+[[nodiscard]] std::string ConFineRigaDoppia(std::string_view testo);
+
 /// The attachment's path as the library wants it: absolute, with `\` between its components. With `controlla`
 /// the file must be there, plain and readable. Raises ErroreProgramma (kFileMancante), also for a name that
 /// the library's paths cannot hold.

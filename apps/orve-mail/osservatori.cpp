@@ -41,8 +41,8 @@ class MessaggiOsservati : public host::Messaggi {
 class SmtpOsservato : public host::ComponenteSmtp {
  public:
   SmtpOsservato(std::shared_ptr<host::ComponenteSmtp> vero, OsservazioniPtr note,
-                std::function<std::string()> motivo)
-      : vero_(std::move(vero)), note_(std::move(note)), motivo_(std::move(motivo)) {}
+                std::function<FineConsegna()> fine)
+      : vero_(std::move(vero)), note_(std::move(note)), fine_(std::move(fine)) {}
   void ClearRecipient() override { vero_->ClearRecipient(); }
   void ServerAddr(const std::string& server) override { vero_->ServerAddr(server); }
   void UserName(const std::string& utente) override { vero_->UserName(utente); }
@@ -68,7 +68,11 @@ class SmtpOsservato : public host::ComponenteSmtp {
     ++note_->consegne;
     host::Variant risultato = vero_->SendMail();
     note_->esitoConsegna = vero_->GetLastError().ToInt32();
-    if (motivo_) note_->motivo = motivo_();
+    if (fine_) {
+      FineConsegna fine = fine_();
+      note_->motivo = std::move(fine.motivo);
+      note_->incerta = fine.incerta;
+    }
     return risultato;
   }
   [[nodiscard]] host::Variant GetLastError() const override { return vero_->GetLastError(); }
@@ -76,7 +80,7 @@ class SmtpOsservato : public host::ComponenteSmtp {
  private:
   std::shared_ptr<host::ComponenteSmtp> vero_;
   OsservazioniPtr note_;
-  std::function<std::string()> motivo_;
+  std::function<FineConsegna()> fine_;
 };
 
 class FlussoOsservato : public host::TextStream {
@@ -181,8 +185,8 @@ std::shared_ptr<host::Messaggi> Osserva(std::shared_ptr<host::Messaggi> vero, Os
 }
 
 std::shared_ptr<host::ComponenteSmtp> Osserva(std::shared_ptr<host::ComponenteSmtp> vero,
-                                              OsservazioniPtr note, std::function<std::string()> motivo) {
-  return std::make_shared<SmtpOsservato>(std::move(vero), std::move(note), std::move(motivo));
+                                              OsservazioniPtr note, std::function<FineConsegna()> fine) {
+  return std::make_shared<SmtpOsservato>(std::move(vero), std::move(note), std::move(fine));
 }
 
 std::shared_ptr<host::FileSystem> Osserva(std::shared_ptr<host::FileSystem> vero, OsservazioniPtr note) {

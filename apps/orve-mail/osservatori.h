@@ -19,10 +19,16 @@ using OsservazioniPtr = std::shared_ptr<Osservazioni>;
 
 [[nodiscard]] std::shared_ptr<host::Messaggi> Osserva(std::shared_ptr<host::Messaggi> vero,
                                                       OsservazioniPtr note);
-/// `motivo` gives what ended the last delivery, for a person; empty: nobody knows.
+/// What the component itself can tell of its last delivery.
+struct FineConsegna {
+  std::string motivo;    // what ended it, for a person; empty after a success
+  bool incerta = false;  // the server may have the message all the same
+};
+
+/// `fine` tells how the last delivery ended; empty: nobody knows.
 [[nodiscard]] std::shared_ptr<host::ComponenteSmtp> Osserva(std::shared_ptr<host::ComponenteSmtp> vero,
                                                             OsservazioniPtr note,
-                                                            std::function<std::string()> motivo = {});
+                                                            std::function<FineConsegna()> fine = {});
 [[nodiscard]] std::shared_ptr<host::FileSystem> Osserva(std::shared_ptr<host::FileSystem> vero,
                                                         OsservazioniPtr note);
 [[nodiscard]] std::shared_ptr<host::RegistroInvio> Osserva(std::shared_ptr<host::RegistroInvio> vero,

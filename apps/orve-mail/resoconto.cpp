@@ -38,27 +38,12 @@ std::string PrimoMotivo(const Resoconto& resoconto, const std::string& altriment
   return resoconto.descrizione.empty() ? altrimenti : resoconto.descrizione;
 }
 
-void Elenca(std::ostream& uscita, const std::string& titolo, const std::vector<std::string>& righe) {
-  for (const std::string& riga : righe) uscita << titolo << RigaSicura(riga) << "\n";
-}
-
 // The records among the lines of the log: a new file also gets a header.
 std::vector<std::string> Record(const std::vector<std::string>& righe) {
   std::vector<std::string> record;
   std::copy_if(righe.begin(), righe.end(), std::back_inserter(record),
                [](const std::string& riga) { return riga.rfind("Destinatario ---", 0) != 0; });
   return record;
-}
-
-void ElencaDettagli(const Resoconto& resoconto, std::ostream& uscita) {
-  const Osservazioni& note = resoconto.note;
-  if (resoconto.stato != kvOK) uscita << "  stato: " << resoconto.stato << "\n";
-  if (!note.motivo.empty()) uscita << "  server: " << RigaSicura(note.motivo) << "\n";
-  Elenca(uscita, "  registro degli errori: ", Record(note.righeLog));
-  Elenca(uscita, "  registro degli errori non scritto: ", note.erroriLog);
-  Elenca(uscita, "  registro degli invii non scritto: ", note.erroriRegistro);
-  Elenca(uscita, "  database: ", note.erroriDatabase);
-  Elenca(uscita, "  oggetto non disponibile su questa macchina: ", note.oggettiMancanti);
 }
 
 void ElencaDestinatari(const Osservazioni& note, std::ostream& uscita) {
@@ -105,33 +90,48 @@ Uscita Valuta(const Resoconto& resoconto) {
   return rifiutato ? Uscita::kRifiutato : Uscita::kNonPartito;
 }
 
-Uscita Racconta(const Resoconto& resoconto, Terminale terminale) {
-  const Uscita uscita = Valuta(resoconto);
-  std::ostream& errori = terminale.errori;
+std::string Spiega(const Resoconto& resoconto, Uscita uscita) {
   switch (uscita) {
     case Uscita::kInviato:
-      terminale.uscita << Inviato(resoconto.note) << ".\n";
-      ElencaDestinatari(resoconto.note, terminale.uscita);
-      break;
+      return Inviato(resoconto.note) + ".";
     case Uscita::kConRiserva:
-      errori << "Messaggio inviato, ma non tutto è andato a buon fine.\n";
-      break;
+      return "Messaggio inviato, ma non tutto è andato a buon fine.";
     case Uscita::kInvioFallito:
-      errori << "Messaggio non inviato: " << RigaSicura(PrimoMotivo(resoconto, "errore di invio")) << "\n";
-      break;
+      return "Messaggio non inviato: " + RigaSicura(PrimoMotivo(resoconto, "errore di invio"));
     case Uscita::kRifiutato:
-      errori << "Invio rifiutato: " << RigaSicura(PrimoMotivo(resoconto, "nessun motivo")) << "\n";
-      break;
+      return "Invio rifiutato: " + RigaSicura(PrimoMotivo(resoconto, "nessun motivo"));
     case Uscita::kAnnullato:
-      errori << "Messaggio non inviato: la finestra di invio è stata chiusa senza inviare.\n";
-      break;
+      return "Messaggio non inviato: la finestra di invio è stata chiusa senza inviare.";
     default:
-      errori << "Messaggio non inviato: " << RigaSicura(MotivoNonPartito(resoconto)) << "\n";
-      break;
+      return "Messaggio non inviato: " + RigaSicura(MotivoNonPartito(resoconto));
   }
-  ElencaDettagli(resoconto, errori);
+}
+
+std::vector<std::string> Dettagli(const Resoconto& resoconto) {
+  const Osservazioni& note = resoconto.note;
+  std::vector<std::string> dettagli;
+  const auto elenca = [&dettagli](const std::string& titolo, const std::vector<std::string>& righe) {
+    for (const std::string& riga : righe) dettagli.push_back(titolo + RigaSicura(riga));
+  };
+  if (resoconto.stato != kvOK) elenca("stato: ", {std::to_string(resoconto.stato)});
+  if (!note.motivo.empty()) elenca("server: ", {note.motivo});
+  if (note.Incerto()) elenca("", {"il server può aver accettato il messaggio"});
+  elenca("registro degli errori: ", Record(note.righeLog));
+  elenca("registro degli errori non scritto: ", note.erroriLog);
+  elenca("registro degli invii non scritto: ", note.erroriRegistro);
+  elenca("database: ", note.erroriDatabase);
+  elenca("oggetto non disponibile su questa macchina: ", note.oggettiMancanti);
+  return dettagli;
+}
+
+Uscita Racconta(const Resoconto& resoconto, Terminale terminale) {
+  const Uscita uscita = Valuta(resoconto);
+  std::ostream& flusso = uscita == Uscita::kInviato ? terminale.uscita : terminale.errori;
+  flusso << Spiega(resoconto, uscita) << "\n";
+  if (uscita == Uscita::kInviato) ElencaDestinatari(resoconto.note, flusso);
+  for (const std::string& dettaglio : Dettagli(resoconto)) terminale.errori << "  " << dettaglio << "\n";
   terminale.uscita.flush();
-  errori.flush();
+  terminale.errori.flush();
   return uscita;
 }
 

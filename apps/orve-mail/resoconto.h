@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "orve-mail/osservazioni.h"
 #include "orve-mail/terminale.h"
@@ -20,6 +21,12 @@ struct Resoconto {
 /// The status that the observations allow. A status "sent" needs both the library's word and a delivery that
 /// was seen to succeed: after a refusal the library's word is still the one it began with.
 [[nodiscard]] Uscita Valuta(const Resoconto& resoconto);
+
+/// What to tell the person of that status: one line, without a line end.
+[[nodiscard]] std::string Spiega(const Resoconto& resoconto, Uscita uscita);
+
+/// Everything else that is worth a line.
+[[nodiscard]] std::vector<std::string> Dettagli(const Resoconto& resoconto);
 
 /// Writes a success on the output stream and everything else on the error stream, and gives the status.
 Uscita Racconta(const Resoconto& resoconto, Terminale terminale);

@@ -9,7 +9,6 @@
 #include "orve-mail/ambiente_finestre.h"
 #include "orve-mail/interfaccia_programma.h"
 #include "orve-mail/osservatori.h"
-#include "orve-mail/resoconto.h"
 #include "service/CLSFW_MAILSERVER.h"
 
 namespace orve::app {
@@ -17,6 +16,7 @@ namespace orve::app {
 namespace {
 
 constexpr const char* kVoce = "orve-mail";
+constexpr std::int32_t kDiUnaLista = 1;
 
 std::string CartellaBase(const PosizioneArchivio& archivio) {
   return std::filesystem::absolute(FileArchivio(archivio)).parent_path().native();
@@ -50,22 +50,19 @@ std::string Elenco(const std::vector<std::string>& allegati) {
 
 class Spedizione {
  public:
-  Spedizione(const RichiestaInvio& richiesta, Terminale terminale)
+  Spedizione(const RichiestaInvio& richiesta, const SedeInvio& sede, Terminale terminale)
       : richiesta_(richiesta),
-        chiave_(std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(richiesta.archivio)))),
-        archivio_(ApriArchivio(richiesta.archivio)),
-        utente_(TrovaUtente(*archivio_, richiesta.utente)),
-        ambiente_(std::make_shared<AmbienteFinestre>(terminale, chiave_, richiesta.smtp,
+        sede_(sede),
+        ambiente_(std::make_shared<AmbienteFinestre>(terminale, sede.chiave, richiesta.smtp,
                                                      CartellaBase(richiesta.archivio), note_)),
         servizio_(ambiente_) {
-    archivio_->UtenteConnessione(utente_);
-    if (richiesta.mittente) RichiediAccount(*archivio_, *richiesta.mittente, richiesta.pec);
+    if (richiesta.mittente) RichiediAccount(*sede.archivio, *richiesta.mittente, richiesta.pec);
   }
 
   // The order of these steps is the library's: each reads what the ones before it set.
   void Prepara() {
-    servizio_.ConnectionADO = Osserva(std::static_pointer_cast<host::Connection>(archivio_), note_);
-    servizio_.ActiveInterface = CreaInterfaccia(utente_, ambiente_->CreaMessaggi());
+    servizio_.ConnectionADO = Osserva(std::static_pointer_cast<host::Connection>(sede_.archivio), note_);
+    servizio_.ActiveInterface = CreaInterfaccia(sede_.utente, ambiente_->CreaMessaggi());
     servizio_.DittaCorrente = Ditta(richiesta_.ditta);
     servizio_.IsPec(richiesta_.pec);
     if (richiesta_.data) servizio_.DataValiditaCodiceDestinatario(*richiesta_.data);
@@ -100,8 +97,12 @@ class Spedizione {
     servizio_.INFO_NumDoc = richiesta_.numeroDocumento;
     servizio_.INFO_SezDoc = richiesta_.sezioneDocumento;
     servizio_.INFO_RagSocCliFor(richiesta_.azienda);
+    if (!richiesta_.lista.empty()) {
+      servizio_.IsLista(kDiUnaLista);
+      servizio_.ListaGuid(richiesta_.lista);
+    }
     if (richiesta_.utente.gruppo.empty()) {
-      servizio_.InizializzaRegistroInvioMailMultiprofilo(kVoce, kVoce, utente_, richiesta_.titolo);
+      servizio_.InizializzaRegistroInvioMailMultiprofilo(kVoce, kVoce, sede_.utente, richiesta_.titolo);
     } else {
       servizio_.InizializzaRegistroInvioMail(kVoce, kVoce, richiesta_.utente.utente, richiesta_.utente.gruppo,
                                              richiesta_.titolo);
@@ -130,7 +131,7 @@ class Spedizione {
 
   std::optional<std::int16_t> Mittente() {
     if (richiesta_.mittente) return richiesta_.mittente;
-    return AccountPredefinito(*archivio_, {utente_, richiesta_.ditta, richiesta_.pec},
+    return AccountPredefinito(*sede_.archivio, {sede_.utente, richiesta_.ditta, richiesta_.pec},
                               servizio_.vSenderAddress);
   }
 
@@ -143,18 +144,24 @@ class Spedizione {
   }
 
   const RichiestaInvio& richiesta_;
+  const SedeInvio& sede_;
   OsservazioniPtr note_ = std::make_shared<Osservazioni>();
-  std::shared_ptr<const Chiave> chiave_;
-  std::shared_ptr<adapters::sqlite::SqliteConnection> archivio_;
-  std::int32_t utente_;
   std::shared_ptr<AmbienteFinestre> ambiente_;
   CLSFW_MAILSERVER servizio_;
 };
 
 }  // namespace
 
-Uscita Spedisci(const RichiestaInvio& richiesta, Terminale terminale) {
-  Spedizione spedizione(richiesta, terminale);
+SedeInvio::SedeInvio(const PosizioneArchivio& posizione, const UtenteIndicato& indicato)
+    : chiave(std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(posizione)))),
+      archivio(ApriArchivio(posizione)),
+      utente(TrovaUtente(*archivio, indicato)) {
+  archivio->UtenteConnessione(utente);
+}
+
+Resoconto Consegna(const RichiestaInvio& richiesta, const SedeInvio& sede, Terminale terminale,
+                   const std::function<void()>& primaDiInviare) {
+  Spedizione spedizione(richiesta, sede, terminale);
   try {
     spedizione.Prepara();
   } catch (const host::Errore& errore) {
@@ -162,8 +169,13 @@ Uscita Spedisci(const RichiestaInvio& richiesta, Terminale terminale) {
         Uscita::kNonUtilizzabile,
         "Impostazioni non utilizzabili: " + std::to_string(errore.Numero()) + " " + errore.Descrizione());
   }
+  if (primaDiInviare) primaDiInviare();
   spedizione.Invia();
-  return Racconta(spedizione.Esito(), terminale);
+  return spedizione.Esito();
+}
+
+Uscita Spedisci(const RichiestaInvio& richiesta, Terminale terminale) {
+  return Racconta(Consegna(richiesta, SedeInvio(richiesta.archivio, richiesta.utente), terminale), terminale);
 }
 
 }  // namespace orve::app

@@ -3,13 +3,17 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "host/data_ora.h"
 #include "orve-mail/archivio.h"
+#include "orve-mail/chiave.h"
 #include "orve-mail/messaggio.h"
+#include "orve-mail/resoconto.h"
 #include "orve-mail/terminale.h"
 #include "orve-mail/uscita.h"
 #include "service/enumerations.h"
@@ -49,8 +53,25 @@ struct RichiestaInvio {
   std::string numeroRegistrazione;
   std::string numeroDocumento;
   std::string sezioneDocumento;
+  std::string lista;  // identifier of the list that the message belongs to; empty: none
   adapters::smtp::SmtpOptions smtp;
 };
+
+/// What all sends of one run share: the open database, its key, and the user. Raises ErroreProgramma
+/// (kNonUtilizzabile, kComandoErrato).
+struct SedeInvio {
+  SedeInvio(const PosizioneArchivio& posizione, const UtenteIndicato& indicato);
+
+  std::shared_ptr<const Chiave> chiave;
+  std::shared_ptr<adapters::sqlite::SqliteConnection> archivio;
+  std::int32_t utente;
+};
+
+/// Sends with a service object of its own and gives what was seen of it. `primaDiInviare` runs when all is
+/// ready and nothing has left; what it raises ends the send. Raises ErroreProgramma (kNonUtilizzabile) when
+/// the settings cannot be read.
+[[nodiscard]] Resoconto Consegna(const RichiestaInvio& richiesta, const SedeInvio& sede, Terminale terminale,
+                                 const std::function<void()>& primaDiInviare = {});
 
 /// Sends, tells on the terminal what became of it, and gives the exit status. Raises ErroreProgramma when
 /// nothing could be tried.

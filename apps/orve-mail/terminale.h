@@ -13,6 +13,8 @@ struct Terminale {
   std::ostream& uscita;
   std::ostream& errori;
   bool interattivo = false;  // somebody sits at `ingresso` and can answer
+  int colonne = 0;           // of the screen that `uscita` goes to; 0: it goes to none, or to one that only
+                             // takes line after line
 };
 
 /// The text as it may go to a terminal: valid UTF-8, and no control characters but line feeds, since texts

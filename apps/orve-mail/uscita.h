@@ -14,9 +14,11 @@ enum class Uscita : int {
   kRifiutato = 3,        // the library refused to send, on record
   kNonPartito = 4,       // an error ended the send before the message left
   kNonUtilizzabile = 5,  // database, key, settings or display cannot be used; nothing was tried
-  kFileMancante = 6,     // a file to be sent or read cannot be; nothing was tried
+  kFileMancante = 6,     // a file to be sent, read or written cannot be; nothing was tried
   kConRiserva = 7,       // the message left, but something else went wrong
-  kAnnullato = 8,        // the person closed the window instead of confirming it; nothing was sent or recorded
+  kAnnullato = 8,  // the person closed the window instead of confirming it; nothing was sent or recorded
+  kListaIncompleta = 9,  // not every row of a list was sent
+  kInterrotto = 130,     // a list ended early on request; started again, it goes on
 };
 
 /// Ends a command with a status and a text for the person.
