@@ -20,6 +20,7 @@ struct Contesto {
 
 void AggiungiCreaDb(CLI::App& programma, Contesto& contesto);
 void AggiungiInvia(CLI::App& programma, Contesto& contesto);
+void AggiungiLista(CLI::App& programma, Contesto& contesto);
 void AggiungiParametri(CLI::App& programma, Contesto& contesto);
 void AggiungiRegistro(CLI::App& programma, Contesto& contesto);
 void AggiungiEventi(CLI::App& programma, Contesto& contesto);

@@ -136,7 +136,7 @@ bool SincronizzaCartella(const std::string& file) {
 // Where a link leads, so that a new file takes the place of the file and not of the link.
 std::string SenzaLegami(const std::string& file) {
   std::error_code errore;
-  const std::filesystem::path vero = std::filesystem::weakly_canonical(file, errore);
+  const std::filesystem::path vero = std::filesystem::canonical(file, errore);
   return errore ? file : vero.native();
 }
 
@@ -155,7 +155,7 @@ void EsitiLista::Inutilizzabile(const std::string& motivo) const {
   throw ErroreProgramma(Uscita::kFileMancante, "File dei risultati " + file_ + ": " + motivo);
 }
 
-EsitiLista::EsitiLista(const std::string& file, const std::string& nuovaLista) : file_(SenzaLegami(file)) {
+EsitiLista::EsitiLista(const std::string& file, const std::string& nuovaLista) : file_(file) {
   Apri();
   try {
     Carica();
@@ -179,6 +179,7 @@ void EsitiLista::Apri() {
     descrittore_ =
         ::open(file_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, S_IRUSR | S_IWUSR);
     if (descrittore_ < 0) Inutilizzabile(Sistema(errno));
+    file_ = SenzaLegami(file_);
     const auto chiudi = [this](const std::string& motivo) {
       ::close(descrittore_);
       Inutilizzabile(motivo);

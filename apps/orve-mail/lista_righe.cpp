@@ -10,7 +10,10 @@
 #include <string_view>
 #include <utility>
 
+#include "orve-mail/messaggio.h"
+#include "orve-mail/opzioni_destinatari.h"
 #include "orve-mail/terminale.h"
+#include "orve-mail/uscita.h"
 #include "text/text.h"
 
 namespace orve::app {
@@ -21,19 +24,6 @@ enum Colonna : std::size_t { kTipo, kCodice, kNome, kIndirizzo, kOggetto, kCorpo
 
 constexpr std::array<std::string_view, kQuante> kColonne = {"tipo",    "codice", "nome",    "indirizzo",
                                                             "oggetto", "corpo",  "allegato"};
-
-struct Tipo {
-  std::string_view nome;
-  kvTipologiaDestinatarioFAX tipo;
-};
-
-constexpr std::array<Tipo, 7> kTipi = {{{"cliente", kvDestinatarioFaxCliente},
-                                        {"fornitore", kvDestinatarioFaxFornitore},
-                                        {"agente", kvDestinatarioFaxAgente},
-                                        {"contatto", kvDestinatarioFaxContatto},
-                                        {"destinatario", kvDestinatarioFaxDestinatario},
-                                        {"numero", kvDestinatarioFaxNumero},
-                                        {"anagrafica", kvDestinatarioFaxAnagrafica}}};
 
 using Valori = std::array<std::string, kQuante>;
 
@@ -68,14 +58,16 @@ std::string Impronta(const Valori& valori) {
 }
 
 void InterpretaCodice(const Valori& valori, RigaLista& riga) {
-  const std::string nome = text::FoldCase(text::Trim(valori[kTipo]));
-  const auto* const tipo = std::find_if(
-      kTipi.begin(), kTipi.end(), [&nome](const Tipo& t) { return text::EqualsIgnoreCase(t.nome, nome); });
+  std::string nome(text::Trim(valori[kTipo]));
+  std::transform(nome.begin(), nome.end(), nome.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
   if (nome.empty()) throw RigaInutile{"manca il tipo del codice"};
-  if (tipo == kTipi.end()) throw RigaInutile{"il tipo " + Citato(valori[kTipo]) + " non esiste"};
-  if (text::Trim(valori[kCodice]).empty()) throw RigaInutile{"manca il codice"};
-  riga.codice = CodiceDestinatario{std::string(text::Trim(valori[kCodice])), tipo->tipo};
-  riga.destinatario = std::string(tipo->nome) + " " + riga.codice->codice;
+  const auto tipo = TipoDaNome(nome);
+  if (!tipo) throw RigaInutile{"il tipo " + Citato(nome) + " non esiste"};
+  const std::string codice(text::Trim(valori[kCodice]));
+  if (codice.empty()) throw RigaInutile{"manca il codice"};
+  riga.codice = CodiceDestinatario{codice, *tipo};
+  riga.destinatario = nome + " " + codice;
 }
 
 // Such an address is not looked up and not checked any more, and a line that lost its place in the file may

@@ -24,9 +24,11 @@ constexpr const char* kStati =
     "  3  invio rifiutato prima di partire, con una riga nel registro\n"
     "  4  messaggio non partito per un errore\n"
     "  5  database, chiave, impostazioni o schermo non utilizzabili; nulla è stato tentato\n"
-    "  6  un file da inviare o da leggere non è leggibile; nulla è stato tentato\n"
+    "  6  un file da inviare, leggere o scrivere non è utilizzabile; nulla è stato tentato\n"
     "  7  messaggio inviato, ma non tutto è andato a buon fine\n"
     "  8  finestra chiusa senza confermare; nulla è stato inviato né registrato\n"
+    "  9  lista: non tutte le righe sono state inviate\n"
+    "  130  lista: interrotta; invocata di nuovo, prosegue\n"
     "\n"
     "Maggiori informazioni: man orve-mail";
 
@@ -119,6 +121,7 @@ Uscita Esegui(const std::vector<std::string>& argomenti, Terminale terminale) tr
   programma.footer(kStati);
   AggiungiCreaDb(programma, contesto);
   AggiungiInvia(programma, contesto);
+  AggiungiLista(programma, contesto);
   AggiungiParametri(programma, contesto);
   AggiungiRegistro(programma, contesto);
   AggiungiEventi(programma, contesto);

@@ -1,6 +1,7 @@
 #include "support/smtp_server.h"
 
 #include <algorithm>
+#include <fstream>
 #include <sstream>
 #include <stdexcept>
 
@@ -32,6 +33,8 @@ std::vector<std::string> Command(const SmtpServerOptions& options, const std::fi
   flag("--low-port", options.lowPort);
   add("--size-limit", std::to_string(options.sizeLimit));
   add("--abort-after", std::to_string(options.abortAfter));
+  add("--hold-before", std::to_string(options.holdBefore));
+  add("--hold-after", std::to_string(options.holdAfter));
   flag("--close-at-data", options.closeAtData);
   return command;
 }
@@ -70,6 +73,24 @@ SmtpServer::SmtpServer(const SmtpServerOptions& options)
 
 std::size_t SmtpServer::Count() const {
   return Envelopes(Directory()).size();
+}
+
+std::vector<std::string> SmtpServer::Recipients() const {
+  std::vector<std::string> recipients;
+  for (const std::filesystem::path& envelope : Envelopes(Directory())) {
+    ReceivedMessage message;
+    ReadEnvelope(envelope, message);
+    recipients.insert(recipients.end(), message.recipients.begin(), message.recipients.end());
+  }
+  return recipients;
+}
+
+bool SmtpServer::Holds() const {
+  return std::filesystem::exists(Directory() / "held");
+}
+
+void SmtpServer::Release() const {
+  std::ofstream(Directory() / "release").flush();
 }
 
 std::vector<ReceivedMessage> SmtpServer::Messages() const {

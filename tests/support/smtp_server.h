@@ -28,6 +28,8 @@ struct SmtpServerOptions {
   bool lowPort = false;      // a port below 32768, as accounts with a signed 16-bit port want it
   int sizeLimit = 0;         // bytes; 0: none
   int abortAfter = 0;        // break connections after so many bytes; 0: never
+  int holdBefore = 0;  // wait before the message of this number is read; 0: never
+  int holdAfter = 0;   // wait when the message of this number is taken and not yet answered; 0: never
   bool closeAtData = false;  // close connections, in good order, where the message should come
 };
 
@@ -43,6 +45,14 @@ class SmtpServer {
 
   /// How many messages the server has taken.
   [[nodiscard]] std::size_t Count() const;
+  /// The recipients of all messages so far, as the envelopes name them.
+  [[nodiscard]] std::vector<std::string> Recipients() const;
+
+  /// Whether a connection waits as holdBefore and holdAfter say.
+  [[nodiscard]] bool Holds() const;
+  /// Lets it go on, and makes nobody wait any more.
+  void Release() const;
+
   /// All messages so far, in order, read by Python's email package.
   [[nodiscard]] std::vector<ReceivedMessage> Messages() const;
   /// The only message; raises std::runtime_error when there are none or several.

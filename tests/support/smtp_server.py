@@ -29,6 +29,15 @@ class Handler:
         self.options = options
         self.count = 0
 
+    async def hold(self):
+        """Says that it waits, and waits until somebody lets it go on."""
+        released = os.path.join(self.options.directory, "release")
+        if os.path.exists(released):
+            return
+        open(os.path.join(self.options.directory, "held"), "w").close()
+        while not os.path.exists(released):
+            await asyncio.sleep(0.02)
+
     async def handle_EHLO(self, server, session, envelope, hostname, responses):
         session.host_name = hostname
         offered = []
@@ -65,6 +74,8 @@ class Handler:
         with open(base + ".eml", "wb") as file:
             file.write(envelope.original_content)
         os.rename(base + ".tmp", base + ".env")
+        if self.count == self.options.hold_after:
+            await self.hold()
         return "250 2.0.0 Ok"
 
 
@@ -120,6 +131,8 @@ class Server(SMTP):
             await self.push("354 Avanti")
             self.transport.close()
             return
+        if self.event_handler.count + 1 == self.options.hold_before:
+            await self.event_handler.hold()
         await super().smtp_DATA(arg)
 
     def _judge(self, user, good):
@@ -185,6 +198,9 @@ def parse_options():
     parser.add_argument("--size-limit", type=int, default=0)
     parser.add_argument("--abort-after", type=int, default=0, help="break connections after so many bytes")
     parser.add_argument("--close-at-data", action="store_true", help="close connections instead of reading a message")
+    parser.add_argument("--hold-before", type=int, default=0, help="wait before the message of this number is read")
+    parser.add_argument("--hold-after", type=int, default=0, help="wait before the message of this number, taken and "
+                        "laid down, is answered")
     return parser.parse_args()
 
 

@@ -55,6 +55,10 @@ struct CasoCsv {
   std::vector<Letto> righe;
 };
 
+void PrintTo(const CasoCsv& caso, std::ostream* out) {
+  *out << caso.nome;
+}
+
 class Csv : public ::testing::TestWithParam<CasoCsv> {};
 
 TEST_P(Csv, IsReadAs) {

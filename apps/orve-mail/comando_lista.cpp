@@ -1,0 +1,72 @@
+// lista: one message for each row of a file.
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "orve-mail/comandi.h"
+#include "orve-mail/lista.h"
+#include "orve-mail/opzioni_invio.h"
+
+namespace orve::app {
+
+namespace {
+
+constexpr const char* kColonne =
+    "La prima riga di FILE nomina le colonne: tipo e codice, oppure nome e indirizzo; se servono oggetto,\n"
+    "corpo, allegato. Invocato di nuovo con lo stesso file dei risultati, il comando prosegue con le righe "
+    "non\n"
+    "ancora inviate.";
+
+struct Argomenti {
+  RichiestaLista lista;
+  OpzioniInvio invio;
+  std::string modo = "lista";
+};
+
+kvEnumModalitaInvio Modo(std::string_view nome) {
+  if (nome == "lista") return kvListaDistribuzione;
+  if (nome == "automatico") return kvAutomatico;
+  throw ErroreProgramma(Uscita::kComandoErrato,
+                        "--modo: «" + std::string(nome) + "» non è lista o automatico");
+}
+
+RichiestaLista Richiesta(const CLI::App& comando, const Argomenti& argomenti, Terminale terminale) {
+  RichiestaLista richiesta = argomenti.lista;
+  if (richiesta.file.empty()) throw ErroreProgramma(Uscita::kComandoErrato, "manca il file dell'elenco");
+  RichiediUtf8(richiesta.file, "FILE");
+  RichiediUtf8(richiesta.esiti, "--esito");
+  if (richiesta.esiti.empty()) richiesta.esiti = richiesta.file + ".esito";
+  const kvEnumModalitaInvio modo = Modo(argomenti.modo);
+  richiesta.comune = LeggiRichiesta(comando, argomenti.invio, terminale);
+  richiesta.comune.modo = modo;
+  richiesta.controllaAllegati = !argomenti.invio.allegatiSenzaControllo;
+  return richiesta;
+}
+
+}  // namespace
+
+void AggiungiLista(CLI::App& programma, Contesto& contesto) {
+  auto* const comando = programma.add_subcommand("lista", "Invia un messaggio per ogni riga di un file CSV");
+  auto argomenti = std::make_shared<Argomenti>();
+  comando->add_option("FILE", argomenti->lista.file, "L'elenco, in CSV")->required();
+  comando
+      ->add_option("--esito", argomenti->lista.esiti,
+                   "File dei risultati, una riga per ogni riga (se manca: FILE seguito da .esito)")
+      ->type_name("FILE");
+  comando->add_flag("--ritenta-incerti", argomenti->lista.ritentaIncerti,
+                    "Invia di nuovo le righe di cui non si sa se siano partite");
+  AggiungiMessaggio(*comando, argomenti->invio);
+  comando->add_option("--modo", argomenti->modo, "lista o automatico (se manca: lista)")
+      ->type_name("MODO")
+      ->group("Messaggio");
+  AggiungiData(*comando, argomenti->invio);
+  AggiungiContesto(*comando, argomenti->invio);
+  AggiungiRete(*comando, argomenti->invio);
+  comando->footer(kColonne);
+  comando->callback([comando, argomenti, &contesto] {
+    contesto.uscita = InviaLista(Richiesta(*comando, *argomenti, contesto.terminale), contesto.terminale);
+  });
+}
+
+}  // namespace orve::app

@@ -1,0 +1,87 @@
+// Loaded into a program under test (LD_PRELOAD), kills it with SIGKILL at one of the calls by which something
+// of it becomes visible outside: what it writes to files whose names end in $KILL_FILES, and what it sends.
+//
+// $KILL_AT is the number of the call, from 1. $KILL_HALF makes it do half its work first; a call that cannot
+// do half is done whole then.
+#include <dlfcn.h>
+#include <sys/socket.h>
+#include <sys/types.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+namespace {
+
+template <class Function>
+Function Real(const char* name) {
+  return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, name));
+}
+
+bool EndsWatched(std::string_view name) {
+  const char* const suffix = std::getenv("KILL_FILES");
+  if (suffix == nullptr) return false;
+  const std::string_view end(suffix);
+  return name.size() >= end.size() && name.substr(name.size() - end.size()) == end;
+}
+
+bool Watched(int descriptor) {
+  std::array<char, 4096> path{};
+  const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
+  const ssize_t length = ::readlink(link.c_str(), path.data(), path.size());
+  return length > 0 && EndsWatched({path.data(), static_cast<std::size_t>(length)});
+}
+
+bool ItIsTime() {
+  static long calls = 0;
+  const char* const at = std::getenv("KILL_AT");
+  return at != nullptr && ++calls == std::atol(at);
+}
+
+bool Half() {
+  return std::getenv("KILL_HALF") != nullptr;
+}
+
+[[noreturn]] void Die() {
+  ::kill(::getpid(), SIGKILL);
+  for (;;) ::pause();
+}
+
+}  // namespace
+
+extern "C" {
+
+ssize_t pwrite(int descriptor, const void* bytes, std::size_t size, off_t offset) {
+  static const auto real = Real<decltype(&pwrite)>("pwrite");
+  if (!Watched(descriptor) || !ItIsTime()) return real(descriptor, bytes, size, offset);
+  if (Half()) real(descriptor, bytes, size / 2, offset);
+  Die();
+}
+
+int fdatasync(int descriptor) {
+  static const auto real = Real<decltype(&fdatasync)>("fdatasync");
+  if (!Watched(descriptor) || !ItIsTime()) return real(descriptor);
+  if (Half()) real(descriptor);
+  Die();
+}
+
+int rename(const char* from, const char* to) noexcept {
+  static const auto real = Real<int (*)(const char*, const char*)>("rename");
+  if (!EndsWatched(to) || !ItIsTime()) return real(from, to);
+  if (Half()) real(from, to);
+  Die();
+}
+
+ssize_t send(int descriptor, const void* bytes, std::size_t size, int flags) {
+  static const auto real = Real<decltype(&send)>("send");
+  if (!ItIsTime()) return real(descriptor, bytes, size, flags);
+  if (Half()) real(descriptor, bytes, size / 2, flags);
+  Die();
+}
+
+}  // extern "C"
