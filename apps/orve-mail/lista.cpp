@@ -52,7 +52,8 @@ EsitoConMotivo Giudica(const Resoconto& resoconto, const std::string& messaggi) 
   if (uscita == Uscita::kInviato) return {EsitoRiga::kInviato, ""};
   std::vector<std::string> dettagli = Dettagli(resoconto);
   if (!messaggi.empty()) dettagli.insert(dettagli.begin(), messaggi);
-  if (uscita == Uscita::kConRiserva) return {EsitoRiga::kConRiserva, Unisci("", dettagli)};
+  if (uscita == Uscita::kConRiserva || resoconto.note.accettate > 0)
+    return {EsitoRiga::kConRiserva, Unisci("", dettagli)};
   const std::string motivo = Unisci(Spiega(resoconto, uscita), dettagli);
   if (resoconto.note.Incerto()) return {EsitoRiga::kIncerto, motivo};
   return {uscita == Uscita::kRifiutato ? EsitoRiga::kRifiutato : EsitoRiga::kFallito, motivo};

@@ -68,10 +68,11 @@ class SmtpOsservato : public host::ComponenteSmtp {
     ++note_->consegne;
     host::Variant risultato = vero_->SendMail();
     note_->esitoConsegna = vero_->GetLastError().ToInt32();
+    if (note_->esitoConsegna == -1) ++note_->accettate;
     if (fine_) {
       FineConsegna fine = fine_();
       note_->motivo = std::move(fine.motivo);
-      note_->incerta = fine.incerta;
+      note_->incerta = note_->incerta || fine.incerta;
     }
     return risultato;
   }

@@ -34,7 +34,8 @@ struct Osservazioni {
   std::optional<std::int32_t> esitoConsegna;
   /// What ended the last delivery, in the server's words or the component's; empty after a success.
   std::string motivo;
-  /// The last delivery ended without the server's word on a message that it may have.
+  int accettate = 0;  // deliveries that worked; in a window there may be several
+  /// One of them ended without the server's word on a message that it may have.
   bool incerta = false;
   /// Lines that reached the send log, and why others did not.
   std::vector<std::string> righeLog;
@@ -43,7 +44,9 @@ struct Osservazioni {
   /// The component took the message and the server accepted it.
   [[nodiscard]] bool Consegnato() const { return consegne > 0 && esitoConsegna == -1; }
   /// Nobody knows whether the server has the message.
-  [[nodiscard]] bool Incerto() const { return incerta || (consegne > 0 && !esitoConsegna); }
+  [[nodiscard]] bool Incerto() const {
+    return accettate == 0 && (incerta || (consegne > 0 && !esitoConsegna));
+  }
 };
 
 }  // namespace orve::app

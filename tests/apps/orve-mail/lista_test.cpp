@@ -171,7 +171,7 @@ TEST_F(Lista, EveryRowEndsInItsOwnWayAndStopsNoOther) {
       "cliente,1008,,,\n"
       ",,Sì,si@example.org,\n");
   const Esecuzione esecuzione = Manda({"--modo", "automatico"});
-  EXPECT_EQ(esecuzione.stato, 8) << esecuzione;
+  EXPECT_EQ(esecuzione.stato, 9) << esecuzione;
   EXPECT_EQ(esecuzione.uscita,
             "Riga 8: Sì <si@example.org>: inviato\n"
             "Righe: 7\n"
@@ -203,7 +203,7 @@ TEST_F(Lista, EveryRowEndsInItsOwnWayAndStopsNoOther) {
 TEST_F(Lista, RowsThatWerePutRightAreSentAtTheNextStartAndTheOthersNotAgain) {
   auto& server = AvviaServerSemplice(Rifiuta("no@example.org"));
   Scrivi("nome;indirizzo\nUno;uno@example.org\nDue;no@example.org\nTre\nQuattro;quattro@example.org\n");
-  EXPECT_EQ(Manda().stato, 8);
+  EXPECT_EQ(Manda().stato, 9);
   Scrivi(
       "nome;indirizzo\nUno;uno@example.org\nDue;due@example.org\nTre;tre@example.org\nQuattro;quattro@"
       "example.org\n");
@@ -253,7 +253,7 @@ TEST_F(Lista, AListThatWasChangedBehindTheSentRowsIsNotSentOn) {
                       HasSubstr(". Nulla è stato inviato. Ripristinare l'elenco")));
   }
   EXPECT_EQ(server.Count(), 2U);
-  EXPECT_EQ(Manda({"--esito", File("da capo")}).stato, 8);
+  EXPECT_EQ(Manda({"--esito", File("da capo")}).stato, 9);
 }
 
 TEST_F(Lista, RowsAddedAtTheEndAreSent) {
@@ -278,7 +278,7 @@ TEST_F(Lista, ACustomerWithoutAnAddressStopsNoOther) {
   auto& server = AvviaServerSemplice();
   Scrivi("tipo;codice\ncliente;1004\ncliente;1001\n");
   const Esecuzione esecuzione = Manda({"--modo", "lista"});
-  EXPECT_EQ(esecuzione.stato, 8) << esecuzione;
+  EXPECT_EQ(esecuzione.stato, 9) << esecuzione;
   EXPECT_THAT(server.Recipients(), ElementsAre("acquisti@bellariva.example"));
   EXPECT_THAT(Esiti(), ElementsAre(Riga{"2", "fallito"}, Riga{"3", "inviato"}));
 }
@@ -289,7 +289,7 @@ TEST_F(Lista, AHundredThousandMalformedRowsStopNoGoodOne) {
   for (int i = 0; i < 100'000; ++i) elenco += "cliente;\"1001\n";
   Scrivi(elenco + "cliente;1001\n");
   const Esecuzione esecuzione = Manda();
-  EXPECT_EQ(esecuzione.stato, 8);
+  EXPECT_EQ(esecuzione.stato, 9);
   EXPECT_THAT(esecuzione.uscita, AllOf(StartsWith("Riga 100002: cliente 1001: inviato\nRighe: 100001\n"),
                                        HasSubstr("  malformate: 100000\n")));
   EXPECT_THAT(Esiti(), SizeIs(100'001));
@@ -356,14 +356,14 @@ TEST_F(Lista, AServerThatTakesAMessageAndBreaksOffLeavesTheRowUncertain) {
   ImpostaServerSemplice(muto.Port());
   Scrivi("indirizzo\nuno@example.org\n");
   const Esecuzione prima = Manda();
-  EXPECT_EQ(prima.stato, 8) << prima;
+  EXPECT_EQ(prima.stato, 9) << prima;
   EXPECT_THAT(prima.errori, AllOf(StartsWith("Riga 2: uno@example.org: incerto: Messaggio non inviato: "),
                                   HasSubstr("il server può aver accettato il messaggio")));
   EXPECT_THAT(Esiti(), ElementsAre(Riga{"2", "incerto"}));
 
   auto& server = AvviaServerSemplice();
   const Esecuzione seconda = Manda();
-  EXPECT_EQ(seconda.stato, 8) << seconda;
+  EXPECT_EQ(seconda.stato, 9) << seconda;
   EXPECT_EQ(seconda.errori,
             "Riga 2: uno@example.org: esito incerto da un invio precedente; non viene inviata di nuovo\n");
   EXPECT_THAT(seconda.uscita, HasSubstr("  incerte: 1\n"));
@@ -432,7 +432,7 @@ TEST_F(Lista, KilledWhenTheServerHasTheMessageTheRowIsUncertainAndTheOthersAreSe
   EXPECT_EQ(programma->Wait(), kUcciso);
   server.Release();
   const Esecuzione seconda = Manda();
-  EXPECT_EQ(seconda.stato, 8) << seconda;
+  EXPECT_EQ(seconda.stato, 9) << seconda;
   EXPECT_EQ(seconda.errori,
             "Riga 3: due@example.org: esito incerto da un invio precedente; non viene inviata di nuovo\n");
   EXPECT_THAT(server.Recipients(), ElementsAre("uno@example.org", "due@example.org", "tre@example.org"));
@@ -447,7 +447,7 @@ TEST_F(Lista, KilledBeforeTheServerHasTheMessageTheRowIsUncertainToo) {
   ::kill(programma->Pid(), SIGKILL);
   EXPECT_EQ(programma->Wait(), kUcciso);
   server.Release();
-  EXPECT_EQ(Manda().stato, 8);
+  EXPECT_EQ(Manda().stato, 9);
   EXPECT_THAT(server.Recipients(), ElementsAre("uno@example.org", "tre@example.org"));
   EXPECT_EQ(Manda({"--ritenta-incerti"}).stato, 0);
   EXPECT_THAT(server.Recipients(), ElementsAre("uno@example.org", "tre@example.org", "due@example.org"));
@@ -475,11 +475,11 @@ TEST_P(ListaUccisa, AtAnyMomentSendsNothingTwiceAndLosesNoResult) {
     if (GetParam()) ambiente.emplace_back("KILL_HALF=1");
     const auto prima = Avvia(ambiente);
     const int stato = prima->Wait();
-    if (stato == 8) break;  // it came to its end: there is no such call any more
+    if (stato == 9) break;  // it came to its end: there is no such call any more
     ASSERT_EQ(stato, kUcciso) << prima->Output();
     ++uccisioni;
     const auto seconda = Avvia();
-    EXPECT_EQ(seconda->Wait(), 8) << seconda->Output();
+    EXPECT_EQ(seconda->Wait(), 9) << seconda->Output();
 
     std::map<std::string, int> arrivati;
     const auto destinatari = server.Recipients();
@@ -551,7 +551,7 @@ TEST_F(Lista, OnAScreenThereIsABarAndOnlyTroubleHasLines) {
        "/usr/bin/python3", "-c",
        "import os, pty, sys; sys.exit(os.waitstatus_to_exitcode(pty.spawn(sys.argv[1:])))", ORVE_MAIL_PROGRAM,
        "lista", Elenco(), "--corpo", "x"});
-  EXPECT_EQ(schermo.status, 8) << schermo.output;
+  EXPECT_EQ(schermo.status, 9) << schermo.output;
   EXPECT_THAT(schermo.output, StartsWith("\r[........................................]   0%  0/4\x1B[K"));
   EXPECT_THAT(schermo.output, HasSubstr("\r[####################....................]  50%  2/4\x1B[K"));
   EXPECT_THAT(schermo.output,
@@ -564,7 +564,7 @@ TEST_F(Lista, TerminalCodesInAListReachNoTerminal) {
   AvviaServerSemplice();
   Scrivi("nome;indirizzo\n\x1B[31mRosso\x1B]0;titolo\x07;\x1B[2Jx\n");
   const Esecuzione esecuzione = Manda();
-  EXPECT_EQ(esecuzione.stato, 8) << esecuzione;
+  EXPECT_EQ(esecuzione.stato, 9) << esecuzione;
   EXPECT_THAT(esecuzione.errori, Not(HasSubstr("\x1B")));
 }
 
