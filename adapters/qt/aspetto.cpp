@@ -83,7 +83,7 @@ void Riquadro::paintEvent(QPaintEvent* /*evento*/) {
   const QColor fondo = palette().color(QPalette::Window);
   constexpr int kRientro = 8;
   const QFontMetrics misure(neretto);
-  const QRect riga(kRientro, 0, width() - 2 * kRientro, misure.height());
+  const QRect riga(kRientro, 1, width() - 2 * kRientro, misure.height());
   pittore.setPen(Mescola(testo, fondo, 0.25));
   pittore.drawText(riga, static_cast<int>(Qt::AlignLeft) | static_cast<int>(Qt::AlignVCenter), title());
   pittore.setPen(Mescola(testo, fondo, 0.8));

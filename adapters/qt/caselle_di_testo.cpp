@@ -53,6 +53,8 @@ QString ConCrLf(QString testo) {
 
 CasellaRiga::CasellaRiga(std::int32_t maxchar, QWidget* padre) : QLineEdit(padre), maxchar_(maxchar) {
   setMaxLength(std::numeric_limits<int>::max());  // the program's texts have no limit
+  constexpr int kMargine = 2;                     // to stand as the text of lists and bodies does
+  setTextMargins(kMargine, 0, kMargine, 0);
   connect(this, &QLineEdit::textEdited, this, [this](const QString& nuovo) { Limita(nuovo); });
 }
 

@@ -9,6 +9,7 @@
 #include "orve-mail/ambiente_finestre.h"
 #include "orve-mail/interfaccia_programma.h"
 #include "orve-mail/osservatori.h"
+#include "orve-mail/rubrica_finestra.h"
 #include "service/CLSFW_MAILSERVER.h"
 
 namespace orve::app {
@@ -63,6 +64,8 @@ class Spedizione {
   void Prepara() {
     servizio_.ConnectionADO = Osserva(std::static_pointer_cast<host::Connection>(sede_.archivio), note_);
     servizio_.ActiveInterface = CreaInterfaccia(sede_.utente, ambiente_->CreaMessaggi());
+    servizio_.ManagerRubrica =
+        CreaRubrica(ambiente_, servizio_.ConnectionADO, MostraFinestraRubrica, richiesta_.data);
     servizio_.DittaCorrente = Ditta(richiesta_.ditta);
     servizio_.IsPec(richiesta_.pec);
     if (richiesta_.data) servizio_.DataValiditaCodiceDestinatario(*richiesta_.data);

@@ -98,8 +98,8 @@ constexpr auto kControlli = std::to_array<LayoutControllo>({
 constexpr host::LayoutForm kForm = {.nome = "FRMFW_MAILPARAMS",
                                     .didascalia = "Personalizzazione unica invio mail",
                                     .font = "Tahoma",
-                                    .width = 7665,
-                                    .height = 4950,
+                                    .width = 7740,
+                                    .height = 5025,
                                     .controlli = kControlli};
 
 }  // namespace

@@ -68,7 +68,7 @@ TEST_F(Parametri, OnASmtpChannelEverythingIsOfferedInOrder) {
     EXPECT_EQ(finestra.Testo("CMB_TIPO"), "0");
     EXPECT_THAT(finestra.Voci("CMB_ACCOUNT"), ElementsAre("noi@azienda.example - Mail"));
     EXPECT_EQ(finestra.Testo("TXT_CORPO"), "Corpo");
-    EXPECT_EQ(finestra.Altezza(), 4950);
+    EXPECT_EQ(finestra.Altezza(), 5025);
   });
   auto passi =
       journal->Righe({"Ambiente.", "FRMFW_MAILPARAMS", "CMB_TIPO", "CMB_ACCOUNT", "CHK_", "KVL_", "TXT_"});
@@ -102,7 +102,7 @@ TEST_F(Parametri, OnOtherChannelsOnlyAttachmentAndBodyAreOfferedAndTheGapIsClose
       EXPECT_EQ(finestra.Posizione("FRM_PARAM").height, 4215);
       EXPECT_EQ(finestra.Posizione("CMD_OK").top, 4245);
       EXPECT_EQ(finestra.Posizione("CMD_ANNULLA").top, 4245);
-      EXPECT_EQ(finestra.Altezza(), 4635);
+      EXPECT_EQ(finestra.Altezza(), 4710);
     });
     EXPECT_THAT(connessione->Statements(), IsEmpty());
   }

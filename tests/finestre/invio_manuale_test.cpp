@@ -18,6 +18,7 @@ using adapters::qt::Clicca;
 using adapters::qt::Contenuto;
 using adapters::qt::Digita;
 using adapters::qt::Riscrive;
+using adapters::qt::Sceglie;
 using adapters::qt::Trova;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -91,6 +92,32 @@ TEST_F(InvioManuale, WhatThePersonWroteArrivesAndIsRecorded) {
   EXPECT_THAT(Sql("SELECT DISTINCT OGGETTO AS C1, MITTENTEINVIO AS C2 FROM REGISTRO_INVII"),
               ElementsAre(Riga{"Fattura 12, corretta", "SMTP: fatture@arvenia.example"}));
   EXPECT_THAT(CodiciEventi(), ElementsAre("89", "89", "89", "89"));
+}
+
+TEST_F(InvioManuale, WhoIsPickedInTheAddressBookReceives) {
+  auto& server = AvviaServerOrdinario();
+  NellaFinestra([this](QWidget& finestra) {
+    regia.Poi("Rubrica", [](QWidget& rubrica) {
+      Digita(rubrica, "TXT_CERCA", "aquilone");
+      Clicca(rubrica, "CHK_SOLOCONINDIRIZZO");
+      Riscrive(rubrica, "TXT_CERCA", "torrefazione");
+      Clicca(rubrica, "CMD_SCEGLI");
+    });
+    Sceglie(finestra, "BTN_DEST_CC", "Key_Arvio");
+    EXPECT_EQ(Contenuto(finestra, "TXT_EMAIL_CC"),
+              "Caffè «Perù» – Torrefazione Αθήνα<caffe@torrefazione.example>");
+    regia.Risponde(
+        "La rubrica di Outlook non esiste su questo computer.\n\nUsare la rubrica «Arvio», oppure scrivere "
+        "l'indirizzo nella casella.");
+    Sceglie(finestra, "BTN_DEST_CCN", "Key_Outl");
+    EXPECT_EQ(Contenuto(finestra, "TXT_EMAIL_CCN"), "");
+    EXPECT_THAT(adapters::qt::VociDiMenu(finestra, "CMD_LEGENDA"), SizeIs(13));
+    Clicca(finestra, "cmd_Invia");
+  });
+  const Esecuzione esecuzione = InviaQui({"--cliente", "1001", "--modo", "manuale", "--corpo", "x"});
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
+  EXPECT_THAT(server.OnlyMessage().recipients,
+              UnorderedElementsAre("acquisti@bellariva.example", "caffe@torrefazione.example"));
 }
 
 TEST_F(InvioManuale, TheAccountChosenInTheWindowSends) {

@@ -20,9 +20,9 @@ class Schermo {
   [[nodiscard]] std::string Nome() const { return nome_; }
 
  private:
+  // What it says of the numbers that others have is dropped.
   support::Process server_{
-      {"Xvfb", "-displayfd", "1", "-screen", "0", "1280x900x24", "-nolisten", "tcp", "-noreset"}};
-  // The server writes the number alone on its line; what begins with a digit is it.
+      {"/bin/sh", "-c", "exec Xvfb -displayfd 1 -screen 0 1280x900x24 -nolisten tcp -noreset 2>/dev/null"}};
   std::string nome_ = ":" + server_.WaitForLine("");
 };
 

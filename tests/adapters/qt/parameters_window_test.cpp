@@ -26,7 +26,7 @@ class FinestraDeiParametri : public FinestraVera {
 TEST_F(FinestraDeiParametri, OnASmtpChannelEveryControlStandsAtItsPlace) {
   Parametri([](QWidget& finestra) {
     EXPECT_EQ(finestra.windowTitle().toStdString(), "Personalizzazione unica invio mail");
-    EXPECT_EQ(finestra.size(), QSize(511, 330));
+    EXPECT_EQ(finestra.size(), QSize(516, 335));
     for (const auto& controllo : LayoutMailParams().controlli) {
       if (controllo.tipo == host::TipoControllo::kResizeForm) continue;
       const auto& widget = Trova(finestra, std::string(controllo.nome));
@@ -46,7 +46,7 @@ TEST_F(FinestraDeiParametri, OnTheOthersWhatStandsBelowMovesUp) {
          {"CMB_TIPO", "CMB_ACCOUNT", "CHK_READ", "CHK_DELIVERY", "KVL_LABEL1", "KVL_LABEL2"}) {
       EXPECT_FALSE(Trova(finestra, nome).isVisible()) << nome;
     }
-    EXPECT_EQ(finestra.height(), 309);
+    EXPECT_EQ(finestra.height(), 314);
     EXPECT_EQ(Trova(finestra, "KVL_ALLEGA").y(), 16);
     EXPECT_EQ(Trova(finestra, "TXT_CORPO").y(), 64);
     EXPECT_EQ(Trova(finestra, "CMD_OK").y(), 283);
@@ -152,7 +152,7 @@ TEST_F(FinestraDeiParametri, TheKeyboardGoesByThePlacesAndTheWindowGetsNoSmaller
                                        "TXT_ALLEGATO", "TXT_CORPO", "CMD_OK", "CMD_ANNULLA"));
     finestra.resize(10, 10);
     Respira();
-    EXPECT_EQ(finestra.size(), QSize(511, 330));
+    EXPECT_EQ(finestra.size(), QSize(516, 335));
   });
 }
 
@@ -185,7 +185,7 @@ TEST_F(FinestraDeiParametri, AFileThatVanishesBetweenTheChoiceAndTheOkIsRefused)
 
 TEST_F(FinestraDeiParametri, TheFrameGrowsWithItsContentsAndTheButtonsOnlyMove) {
   Parametri([&](QWidget& finestra) {
-    finestra.resize(1022, 660);
+    finestra.resize(1032, 670);
     Respira();
     EXPECT_EQ(Trova(finestra, "FRM_PARAM").geometry(), QRect(2, 0, 1018, 604));
     EXPECT_EQ(Trova(finestra, "TXT_CORPO").geometry(), QRect(16, 224, 986, 360));

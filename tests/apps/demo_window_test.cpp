@@ -1,0 +1,79 @@
+// The demonstration of the windows: that its script reaches the server, leaves its pictures, and leaves
+// nothing running.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "support/process.h"
+#include "support/temp_dir.h"
+
+namespace orve::app {
+
+namespace {
+
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+support::ProcessResult Dimostrazione(const std::string& build, const std::string& uscita) {
+  return support::RunProgram(
+      {"/usr/bin/env", "--unset=DISPLAY", "--unset=WAYLAND_DISPLAY", "--unset=QT_QPA_PLATFORM",
+       ORVE_SOURCE_DIR "/scripts/demo-window", build, uscita},
+      std::chrono::seconds(110));
+}
+
+bool MancaUnoStrumento() {
+  return support::RunProgram({"/bin/sh", "-c", "command -v Xvfb && command -v xdotool"}).status != 0;
+}
+
+// Whether any process was started with this text in its arguments.
+bool QualcunoUsa(const std::string& testo) {
+  for (const auto& voce : std::filesystem::directory_iterator("/proc")) {
+    std::ifstream riga(voce.path() / "cmdline", std::ios::binary);
+    const std::string argomenti{std::istreambuf_iterator<char>(riga), {}};
+    if (argomenti.find(testo) != std::string::npos) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+TEST(DemoWindow, PlaysItsScriptSendsAndLeavesPicturesAndNoProcess) {
+  if (MancaUnoStrumento()) GTEST_SKIP() << "no Xvfb or no xdotool";
+  const support::TempDir cartella;
+  const std::filesystem::path uscita = cartella.Path() / "uscita";
+  const support::ProcessResult risultato = Dimostrazione(ORVE_BINARY_DIR, uscita.string());
+  EXPECT_EQ(risultato.status, 0) << risultato.output;
+  EXPECT_THAT(risultato.output, HasSubstr("   | Messaggio inviato a 3 destinatari.\n"));
+  EXPECT_THAT(risultato.output, EndsWith("\nAll as it should be\n"));
+  EXPECT_THAT(risultato.output, Not(HasSubstr("WRONG")));
+  for (const char* nome : {"finestra-di-invio.png", "rubrica.png", "finestra-dei-parametri.png"}) {
+    const std::string immagine = support::ReadFile(uscita / nome);
+    EXPECT_THAT(immagine, StartsWith("\x89PNG\r\n\x1a\n")) << nome;
+    EXPECT_GT(immagine.size(), 5000U) << nome << " is empty";
+  }
+  EXPECT_TRUE(std::filesystem::exists(uscita / "posta" / "0001.eml"));
+  EXPECT_FALSE(QualcunoUsa(uscita.string()));
+}
+
+TEST(DemoWindow, NoticesAProgramThatOpensNoWindow) {
+  if (MancaUnoStrumento()) GTEST_SKIP() << "no Xvfb or no xdotool";
+  const support::TempDir cartella;
+  const std::filesystem::path falso = cartella.Path() / "build/apps/orve-mail";
+  std::filesystem::create_directories(falso);
+  // Everything goes to the real program but what wants a window, which it calls done.
+  std::ofstream(falso / "orve-mail") << "#!/bin/sh\ncase $1 in invia|parametri) exit 0;; esac\nexec '"
+                                     << ORVE_MAIL_PROGRAM "' \"$@\"\n";
+  std::filesystem::permissions(falso / "orve-mail", std::filesystem::perms::owner_all);
+  const std::string uscita = (cartella.Path() / "uscita").string();
+  const support::ProcessResult risultato = Dimostrazione((cartella.Path() / "build").string(), uscita);
+  EXPECT_EQ(risultato.status, 1) << risultato.output;
+  EXPECT_THAT(risultato.output, HasSubstr("WRONG: the program ended before the window"));
+  EXPECT_FALSE(QualcunoUsa(uscita));
+}
+
+}  // namespace orve::app
