@@ -4,14 +4,12 @@
 // $KILL_AT is the number of the call, from 1. $KILL_HALF makes it do half its work first; a call that cannot
 // do half is done whole then.
 #include <dlfcn.h>
-#include <sys/socket.h>
 #include <sys/types.h>
 #include <unistd.h>
 
 #include <array>
 #include <csignal>
 #include <cstddef>
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <string_view>
@@ -54,34 +52,38 @@ bool Half() {
 
 }  // namespace
 
+// The names under which the program finds the functions; in this file the system's own keep theirs.
 extern "C" {
+ssize_t WriteOrDie(int descriptor, const void* bytes, std::size_t size, off_t offset) __asm__("pwrite");
+int SyncOrDie(int descriptor) __asm__("fdatasync");
+int RenameOrDie(const char* from, const char* to) __asm__("rename");
+ssize_t SendOrDie(int descriptor, const void* bytes, std::size_t size, int flags) __asm__("send");
+}
 
-ssize_t pwrite(int descriptor, const void* bytes, std::size_t size, off_t offset) {
-  static const auto real = Real<decltype(&pwrite)>("pwrite");
+ssize_t WriteOrDie(int descriptor, const void* bytes, std::size_t size, off_t offset) {
+  static const auto real = Real<decltype(&WriteOrDie)>("pwrite");
   if (!Watched(descriptor) || !ItIsTime()) return real(descriptor, bytes, size, offset);
   if (Half()) real(descriptor, bytes, size / 2, offset);
   Die();
 }
 
-int fdatasync(int descriptor) {
-  static const auto real = Real<decltype(&fdatasync)>("fdatasync");
+int SyncOrDie(int descriptor) {
+  static const auto real = Real<decltype(&SyncOrDie)>("fdatasync");
   if (!Watched(descriptor) || !ItIsTime()) return real(descriptor);
   if (Half()) real(descriptor);
   Die();
 }
 
-int rename(const char* from, const char* to) noexcept {
-  static const auto real = Real<int (*)(const char*, const char*)>("rename");
+int RenameOrDie(const char* from, const char* to) {
+  static const auto real = Real<decltype(&RenameOrDie)>("rename");
   if (!EndsWatched(to) || !ItIsTime()) return real(from, to);
   if (Half()) real(from, to);
   Die();
 }
 
-ssize_t send(int descriptor, const void* bytes, std::size_t size, int flags) {
-  static const auto real = Real<decltype(&send)>("send");
+ssize_t SendOrDie(int descriptor, const void* bytes, std::size_t size, int flags) {
+  static const auto real = Real<decltype(&SendOrDie)>("send");
   if (!ItIsTime()) return real(descriptor, bytes, size, flags);
   if (Half()) real(descriptor, bytes, size / 2, flags);
   Die();
 }
-
-}  // extern "C"

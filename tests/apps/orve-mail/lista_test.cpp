@@ -25,7 +25,6 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::SizeIs;
 using ::testing::StartsWith;
-using ::testing::UnorderedElementsAre;
 using Riga = std::vector<std::string>;
 
 constexpr int kUcciso = 128 + SIGKILL;
@@ -467,7 +466,9 @@ TEST_P(ListaUccisa, AtAnyMomentSendsNothingTwiceAndLosesNoResult) {
     ASSERT_LT(chiamata, 200);
     const std::string dominio = "@" + std::to_string(chiamata) + ".example.org";
     std::filesystem::remove(FileEsiti());
-    Scrivi("nome;indirizzo\nUno;uno" + dominio + "\nNo;no@example.org\nDue;due" + dominio + "\n");
+    std::ostringstream elenco;
+    elenco << "nome;indirizzo\nUno;uno" << dominio << "\nNo;no@example.org\nDue;due" << dominio << "\n";
+    Scrivi(elenco.str());
     std::vector<std::string> ambiente = {
         std::string("LD_PRELOAD=") + ORVE_KILL_AT_CALL, "KILL_FILES=.esito",
         "KILL_AT=" + std::to_string(chiamata),
