@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -20,10 +21,10 @@ using ::testing::Not;
 using ::testing::StartsWith;
 
 support::ProcessResult Dimostrazione(const std::string& build, const std::string& uscita) {
-  return support::RunProgram(
-      {"/usr/bin/env", "--unset=DISPLAY", "--unset=WAYLAND_DISPLAY", "--unset=QT_QPA_PLATFORM",
-       ORVE_SOURCE_DIR "/scripts/demo-window", build, uscita},
-      std::chrono::seconds(110));
+  const std::string programma = ORVE_SOURCE_DIR "/scripts/demo-window";
+  return support::RunProgram({"/usr/bin/env", "--unset=DISPLAY", "--unset=WAYLAND_DISPLAY",
+                              "--unset=QT_QPA_PLATFORM", programma, build, uscita},
+                             std::chrono::seconds(110));
 }
 
 bool MancaUnoStrumento() {
