@@ -17,13 +17,17 @@
 
 namespace orve::adapters::posix {
 
+std::string RigaDiDebug(const std::string& riga) {
+  std::string byte = text::ToWindows1252(riga);
+  std::replace_if(
+      byte.begin(), byte.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; },
+      ' ');
+  return byte;
+}
+
 void DebugOutput::Scrivi(const std::string& riga) noexcept {
   try {
-    std::string byte = text::ToWindows1252(riga);
-    std::replace_if(
-        byte.begin(), byte.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; },
-        ' ');
-    ::syslog(LOG_USER | LOG_DEBUG, "%s", byte.c_str());
+    ::syslog(LOG_USER | LOG_DEBUG, "%s", RigaDiDebug(riga).c_str());
   } catch (...) {  // NOLINT(bugprone-empty-catch): out of memory, and nobody to tell
   }
 }

@@ -9,12 +9,14 @@
 
 namespace orve::adapters::posix {
 
+/// A line for the debug output as its bytes: in the single-byte code page, since the debug output is a
+/// single-byte boundary, and with blanks for control characters, so that one line stays one line.
+[[nodiscard]] std::string RigaDiDebug(const std::string& riga);
+
 /// The system log: facility "user", level "debug", under the name that the program has there. A program that
 /// wants another name or destination calls openlog itself: the connection belongs to the whole process.
 class DebugOutput : public host::DebugOutput {
  public:
-  /// The debug output is a single-byte boundary, so that the line goes out in the single-byte code page;
-  /// control characters become blanks, so that one line stays one line.
   void Scrivi(const std::string& riga) noexcept override;
 };
 

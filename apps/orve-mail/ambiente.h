@@ -37,7 +37,7 @@ class AmbienteProgramma : public host::Ambiente {
   std::shared_ptr<host::Mapi32> CreaMapi32() override;
   std::shared_ptr<host::FileSystem> CreaFileSystem() override;
   host::Orologio& OrologioDiSistema() override { return orologio_; }
-  host::DebugOutput& UscitaDiDebug() override { return debug_; }
+  host::DebugOutput& UscitaDiDebug() override { return terminale_.traccia ? *terminale_.traccia : debug_; }
   host::GeneratoreGuid& Identificatori() override { return identificatori_; }
   host::Environment& VariabiliDiAmbiente() override { return variabili_; }
   host::Rete& ReteDiSistema() override { return rete_; }

@@ -22,9 +22,11 @@ void AggiungiCreaDb(CLI::App& programma, Contesto& contesto);
 void AggiungiInvia(CLI::App& programma, Contesto& contesto);
 void AggiungiLista(CLI::App& programma, Contesto& contesto);
 void AggiungiParametri(CLI::App& programma, Contesto& contesto);
+void AggiungiInviaSmtp(CLI::App& programma, Contesto& contesto);
 void AggiungiRegistro(CLI::App& programma, Contesto& contesto);
 void AggiungiEventi(CLI::App& programma, Contesto& contesto);
 void AggiungiImpostaServer(CLI::App& programma, Contesto& contesto);
 void AggiungiImpostaPassword(CLI::App& programma, Contesto& contesto);
+void AggiungiControllaTraccia(CLI::App& programma, Contesto& contesto);
 
 }  // namespace orve::app

@@ -53,7 +53,7 @@ void ElencaDestinatari(const Osservazioni& note, std::ostream& uscita) {
 // Nothing failed and nothing left: what happens when there is nobody to send from. Where the window was
 // wanted, the person was told of it by a message.
 bool SenzaAccount(const Resoconto& resoconto) {
-  return resoconto.mittente.empty() && SenzaErrori(resoconto.note);
+  return resoconto.mittente.empty() && resoconto.errore.empty() && SenzaErrori(resoconto.note);
 }
 
 // The window was there, and the person left it without sending.
@@ -71,6 +71,11 @@ std::string MotivoNonPartito(const Resoconto& resoconto) {
                                  : "l'invio è stato interrotto da un errore";
 }
 
+bool Fallito(const Resoconto& resoconto) {
+  if (!resoconto.daSola) return resoconto.stato == kvErroreInvioMail;
+  return resoconto.note.consegne > 0 || !Motivi(resoconto.note).empty();
+}
+
 std::string Inviato(const Osservazioni& note) {
   if (note.registro.size() == 1) return "Messaggio inviato a 1 destinatario";
   return "Messaggio inviato a " + std::to_string(note.registro.size()) + " destinatari";
@@ -81,10 +86,10 @@ std::string Inviato(const Osservazioni& note) {
 Uscita Valuta(const Resoconto& resoconto) {
   const Osservazioni& note = resoconto.note;
   if (note.Consegnato()) {
-    const bool riuscito = resoconto.stato == kvOK && SenzaIntoppi(note);
+    const bool riuscito = resoconto.stato == kvOK && resoconto.errore.empty() && SenzaIntoppi(note);
     return riuscito ? Uscita::kInviato : Uscita::kConRiserva;
   }
-  if (resoconto.stato == kvErroreInvioMail) return Uscita::kInvioFallito;
+  if (Fallito(resoconto)) return Uscita::kInvioFallito;
   if (Annullato(resoconto)) return Uscita::kAnnullato;
   const bool rifiutato = resoconto.stato == kvInvioNonImpostato || !Motivi(note).empty();
   return rifiutato ? Uscita::kRifiutato : Uscita::kNonPartito;
@@ -114,6 +119,7 @@ std::vector<std::string> Dettagli(const Resoconto& resoconto) {
     for (const std::string& riga : righe) dettagli.push_back(titolo + RigaSicura(riga));
   };
   if (resoconto.stato != kvOK) elenca("stato: ", {std::to_string(resoconto.stato)});
+  if (!resoconto.errore.empty()) elenca("errore: ", {resoconto.errore});
   if (!note.motivo.empty()) elenca("server: ", {note.motivo});
   if (note.Incerto()) elenca("", {"il server può aver accettato il messaggio"});
   elenca("registro degli errori: ", Record(note.righeLog));

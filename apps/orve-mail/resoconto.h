@@ -16,6 +16,8 @@ struct Resoconto {
   kvEnum_ErroreMail stato = kvOK;  // of a service object that sent this one message
   std::string descrizione;
   std::string mittente;  // empty: no account was found
+  bool daSola = false;   // a call past the send procedure: it refuses nothing and leaves Stato as it was
+  std::string errore;    // that the library kept for its caller instead of showing it
 };
 
 /// The status that the observations allow. A status "sent" needs both the library's word and a delivery that

@@ -3,10 +3,12 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <exception>
+#include <memory>
 
 #include "host/errore.h"
 #include "orve-mail/comandi.h"
 #include "orve-mail/numeri.h"
+#include "orve-mail/traccia.h"
 
 namespace orve::app {
 
@@ -20,12 +22,14 @@ constexpr const char* kStati =
     "Stato di uscita:\n"
     "  0  inviato e registrato (per gli altri comandi: eseguito)\n"
     "  1  invio fallito: il server, o la via per raggiungerlo, ha rifiutato il messaggio\n"
+    "     (controlla-traccia: oggetti mai rilasciati)\n"
     "  2  riga di comando errata\n"
     "  3  invio rifiutato prima di partire, con una riga nel registro\n"
     "  4  messaggio non partito per un errore\n"
     "  5  database, chiave, impostazioni o schermo non utilizzabili; nulla è stato tentato\n"
     "  6  un file da inviare, leggere o scrivere non è utilizzabile; nulla è stato tentato\n"
     "  7  messaggio inviato, ma non tutto è andato a buon fine\n"
+    "     (controlla-traccia: tutto rilasciato, ma con righe senza riscontro)\n"
     "  8  finestra chiusa senza confermare; nulla è stato inviato né registrato\n"
     "  9  lista: non tutte le righe sono state inviate\n"
     "  130  lista: interrotta; invocata di nuovo, prosegue\n"
@@ -117,22 +121,37 @@ Uscita Esegui(const std::vector<std::string>& argomenti, Terminale terminale) tr
   InItaliano(programma);
   programma.set_help_flag("-h,--help", "Mostra questo aiuto")->group("Opzioni");
   programma.set_version_flag("--version", "orve-mail " ORVE_VERSION, "Mostra la versione");
+  std::shared_ptr<Traccia> traccia;
+  programma
+      .add_option_function<std::string>(
+          "--traccia",
+          [&](const std::string& file) {
+            traccia = ApriTraccia(file, terminale.errori);
+            contesto.terminale.traccia = traccia;
+          },
+          "Scrive la traccia delle istanze della libreria, davanti al comando; - per lo standard error")
+      ->type_name("FILE");
   programma.require_subcommand(1);
   programma.footer(kStati);
   AggiungiCreaDb(programma, contesto);
   AggiungiInvia(programma, contesto);
+  AggiungiInviaSmtp(programma, contesto);
   AggiungiLista(programma, contesto);
   AggiungiParametri(programma, contesto);
   AggiungiRegistro(programma, contesto);
   AggiungiEventi(programma, contesto);
   AggiungiImpostaServer(programma, contesto);
   AggiungiImpostaPassword(programma, contesto);
+  AggiungiControllaTraccia(programma, contesto);
   for (CLI::App* const comando : programma.get_subcommands({})) {
     comando->group("Comandi");
     comando->get_help_ptr()->group("Opzioni");
   }
   const Uscita uscita = Analizza(programma, contesto, argomenti);
   terminale.uscita.flush();
+  if (traccia && traccia->Incompleta()) {
+    terminale.errori << "orve-mail: --traccia: non tutte le righe sono state scritte\n";
+  }
   if (uscita == Uscita::kInviato && !terminale.uscita) {
     terminale.errori << "orve-mail: errore nella scrittura del risultato\n";
     return Uscita::kConRiserva;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "addressing/recipients.h"
 #include "orve-mail/account.h"
 #include "orve-mail/ambiente_finestre.h"
 #include "orve-mail/interfaccia_programma.h"
@@ -61,7 +62,7 @@ class Spedizione {
   }
 
   // The order of these steps is the library's: each reads what the ones before it set.
-  void Prepara() {
+  void Prepara(bool daSola) {
     servizio_.ConnectionADO = Osserva(std::static_pointer_cast<host::Connection>(sede_.archivio), note_);
     servizio_.ActiveInterface = CreaInterfaccia(sede_.utente, ambiente_->CreaMessaggi());
     servizio_.ManagerRubrica =
@@ -69,6 +70,7 @@ class Spedizione {
     servizio_.DittaCorrente = Ditta(richiesta_.ditta);
     servizio_.IsPec(richiesta_.pec);
     if (richiesta_.data) servizio_.DataValiditaCodiceDestinatario(*richiesta_.data);
+    servizio_.InvioSMTP(daSola);  // what another channel would want is not made
     servizio_.GetImpostazioni();
     if (richiesta_.modo) servizio_.ModalitaInvio(*richiesta_.modo);
     if (ApreLaFinestra()) RichiediSchermo("L'invio manuale vuole la finestra di invio.");
@@ -83,8 +85,29 @@ class Spedizione {
     }
   }
 
+  void InviaDaSola(bool silenzioso) {
+    daSola_ = true;
+    servizio_.silentMode = silenzioso;
+    ImpostaMessaggio();
+    for (const auto& [voce, casella] : richiesta_.destinatari) {
+      if (casella == kvCasellaA) static_cast<void>(servizio_.AddDestinatario(voce.indirizzo, voce.nome));
+    }
+    // The call knows A recipients only; the other boxes go into the collection that it fills.
+    if (!servizio_.vCollDestinatari)
+      servizio_.vCollDestinatari = std::make_shared<CollDestinatari>(ambiente_);
+    for (const auto& [voce, casella] : richiesta_.destinatari) {
+      if (casella != kvCasellaA) {
+        servizio_.vCollDestinatari->AddFromLista(voce.indirizzo, voce.nome, "", casella);
+      }
+    }
+    servizio_.InviaMailSMTP(richiesta_.oggetto, richiesta_.corpo.value_or(""));
+  }
+
   [[nodiscard]] Resoconto Esito() const {
-    return {*note_, servizio_.Stato(), servizio_.Descrizione().Joined(), servizio_.vSenderAddress};
+    Resoconto resoconto{
+        *note_, servizio_.Stato(), servizio_.Descrizione().Joined(), servizio_.vSenderAddress, daSola_, {}};
+    if (!servizio_.errNumber.empty()) resoconto.errore = servizio_.errNumber + " " + servizio_.errDescription;
+    return resoconto;
   }
 
  private:
@@ -112,13 +135,17 @@ class Spedizione {
     }
   }
 
-  void InviaPerCodice(const CodiceDestinatario& codice) {
+  void ImpostaMessaggio() {
     servizio_.vOggetto = richiesta_.oggetto;
     if (richiesta_.corpo) {
       servizio_.vFlagCorpo = 1;
       servizio_.vCorpoMail = *richiesta_.corpo;
     }
     Allega();
+  }
+
+  void InviaPerCodice(const CodiceDestinatario& codice) {
+    ImpostaMessaggio();
     servizio_.AvviaProceduraInvio(host::Variant(codice.codice), codice.tipo);
   }
 
@@ -151,7 +178,18 @@ class Spedizione {
   OsservazioniPtr note_ = std::make_shared<Osservazioni>();
   std::shared_ptr<AmbienteFinestre> ambiente_;
   CLSFW_MAILSERVER servizio_;
+  bool daSola_ = false;
 };
+
+void Prepara(Spedizione& spedizione, bool daSola) {
+  try {
+    spedizione.Prepara(daSola);
+  } catch (const host::Errore& errore) {
+    throw ErroreProgramma(
+        Uscita::kNonUtilizzabile,
+        "Impostazioni non utilizzabili: " + std::to_string(errore.Numero()) + " " + errore.Descrizione());
+  }
+}
 
 }  // namespace
 
@@ -165,13 +203,7 @@ SedeInvio::SedeInvio(const PosizioneArchivio& posizione, const UtenteIndicato& i
 Resoconto Consegna(const RichiestaInvio& richiesta, const SedeInvio& sede, Terminale terminale,
                    const std::function<void()>& primaDiInviare) {
   Spedizione spedizione(richiesta, sede, terminale);
-  try {
-    spedizione.Prepara();
-  } catch (const host::Errore& errore) {
-    throw ErroreProgramma(
-        Uscita::kNonUtilizzabile,
-        "Impostazioni non utilizzabili: " + std::to_string(errore.Numero()) + " " + errore.Descrizione());
-  }
+  Prepara(spedizione, false);
   if (primaDiInviare) primaDiInviare();
   spedizione.Invia();
   return spedizione.Esito();
@@ -179,6 +211,14 @@ Resoconto Consegna(const RichiestaInvio& richiesta, const SedeInvio& sede, Termi
 
 Uscita Spedisci(const RichiestaInvio& richiesta, Terminale terminale) {
   return Racconta(Consegna(richiesta, SedeInvio(richiesta.archivio, richiesta.utente), terminale), terminale);
+}
+
+Uscita SpedisciDaSola(const RichiestaInvio& richiesta, bool silenzioso, Terminale terminale) {
+  const SedeInvio sede(richiesta.archivio, richiesta.utente);
+  Spedizione spedizione(richiesta, sede, terminale);
+  Prepara(spedizione, true);
+  spedizione.InviaDaSola(silenzioso);
+  return Racconta(spedizione.Esito(), terminale);
 }
 
 }  // namespace orve::app

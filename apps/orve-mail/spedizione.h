@@ -77,4 +77,9 @@ struct SedeInvio {
 /// nothing could be tried.
 [[nodiscard]] Uscita Spedisci(const RichiestaInvio& richiesta, Terminale terminale);
 
+/// The same for a request with addresses and past the send procedure: always through SMTP, from the default
+/// account, whatever channel and mode the settings have. `silenzioso`: the library keeps its error for its
+/// caller instead of showing it.
+[[nodiscard]] Uscita SpedisciDaSola(const RichiestaInvio& richiesta, bool silenzioso, Terminale terminale);
+
 }  // namespace orve::app

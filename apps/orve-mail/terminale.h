@@ -1,10 +1,13 @@
-// The three streams that the program talks through. Tests bring their own.
+// The streams that the program talks through. Tests bring their own.
 #pragma once
 
 #include <istream>
+#include <memory>
 #include <ostream>
 #include <string>
 #include <string_view>
+
+#include "host/sistema.h"
 
 namespace orve::app {
 
@@ -15,6 +18,8 @@ struct Terminale {
   bool interattivo = false;  // somebody sits at `ingresso` and can answer
   int colonne = 0;           // of the screen that `uscita` goes to; 0: it goes to none, or to one that only
                              // takes line after line
+  /// Where the library's instance trace goes; absent: to the system's debug output.
+  std::shared_ptr<host::DebugOutput> traccia = nullptr;
 };
 
 /// The text as it may go to a terminal: valid UTF-8, and no control characters but line feeds, since texts

@@ -3,10 +3,12 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
 #include <ostream>
 #include <stdexcept>
 #include <utility>
 
+#include "orve-mail/controllo_traccia.h"
 #include "sqlite/schema.h"
 #include "support/process.h"
 
@@ -38,6 +40,16 @@ ProvaIntera::ProvaIntera() {
   if (creato.stato != 0) throw std::runtime_error("crea-db: " + creato.errori);
 }
 
+void ProvaIntera::TearDown() {
+  std::ifstream traccia(TracciaIstanze(), std::ios::binary);
+  ASSERT_TRUE(traccia.good());
+  ControlloTraccia controllo;
+  controllo.Leggi(traccia);
+  EXPECT_EQ(controllo.Creati(), controllo.Rilasciati());
+  EXPECT_EQ(controllo.NumeroAnomalie(), 0U);
+  EXPECT_EQ(controllo.Estranee(), 0U);
+}
+
 Esecuzione ProvaIntera::EseguiComando(const std::vector<std::string>& comando,
                                       const std::string& ingresso) const {
   const std::string uscita = File("stdout");
@@ -66,7 +78,7 @@ std::vector<std::string> ProvaIntera::Ambiente() const {
 
 Esecuzione ProvaIntera::Esegui(const std::vector<std::string>& argomenti, const std::string& ingresso) const {
   std::vector<std::string> comando = Ambiente();
-  comando.emplace_back(ORVE_MAIL_PROGRAM);
+  comando.insert(comando.end(), {ORVE_MAIL_PROGRAM, "--traccia", TracciaIstanze()});
   comando.insert(comando.end(), argomenti.begin(), argomenti.end());
   return EseguiComando(comando, ingresso);
 }
@@ -93,7 +105,7 @@ Esecuzione ProvaIntera::EseguiDaUtenteOrdinario(const std::vector<std::string>& 
   std::vector<std::string> comando = {"/usr/bin/setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
   const std::vector<std::string> ambiente = Ambiente();
   comando.insert(comando.end(), ambiente.begin(), ambiente.end());
-  comando.push_back(File("orve-mail"));
+  comando.insert(comando.end(), {File("orve-mail"), "--traccia", TracciaIstanze()});
   comando.insert(comando.end(), argomenti.begin(), argomenti.end());
   return EseguiComando(comando, "");
 }

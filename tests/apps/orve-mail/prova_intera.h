@@ -33,7 +33,11 @@ class ProvaIntera : public ::testing::Test {
   /// Makes the database with its sample data.
   ProvaIntera();
 
-  /// Runs the program. $TMPDIR is the test's own folder, ORVE_MAIL_DB its database.
+  /// Every object that the library made in the runs of the test must have been released.
+  void TearDown() override;
+
+  /// Runs the program. $TMPDIR is the test's own folder, ORVE_MAIL_DB its database; the instance trace goes
+  /// to TracciaIstanze().
   Esecuzione Esegui(const std::vector<std::string>& argomenti, const std::string& ingresso = "") const;
   /// The same with these variables in the environment, each NAME=VALUE.
   Esecuzione EseguiConAmbiente(const std::vector<std::string>& variabili,
@@ -60,6 +64,7 @@ class ProvaIntera : public ::testing::Test {
   std::vector<std::string> CodiciEventi() const;
 
   [[nodiscard]] std::string File(const std::string& nome) const { return (cartella.Path() / nome).string(); }
+  [[nodiscard]] std::string TracciaIstanze() const { return File("istanze.txt"); }
   [[nodiscard]] std::string Db() const { return File("prova.db"); }
   [[nodiscard]] static std::string Ca();
   /// A path as the library writes it.

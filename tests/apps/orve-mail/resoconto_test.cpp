@@ -107,6 +107,30 @@ TEST(Resoconto, AMessageThatLeftWithAnythingWrongIsNoCleanSuccess) {
   }
 }
 
+TEST(Resoconto, ACallPastTheSendProcedureHasFailedWhateverStatoSays) {
+  Resoconto resoconto = Consegnato();
+  resoconto.daSola = true;
+  EXPECT_EQ(Valuta(resoconto), Uscita::kInviato);
+  resoconto.note.esitoConsegna = 5;
+  EXPECT_EQ(Valuta(resoconto), Uscita::kInvioFallito);
+  // The component failed before it came to deliver: only the register tells.
+  resoconto.note.consegne = 0;
+  resoconto.note.registro = {{1, "Uno", "Uno <uno@x.example>", "Errore di connessione con il server"}};
+  EXPECT_EQ(Valuta(resoconto), Uscita::kInvioFallito);
+  resoconto.note.registro.clear();
+  EXPECT_EQ(Valuta(resoconto), Uscita::kNonPartito);
+}
+
+TEST(Resoconto, AnErrorThatTheLibraryKeptIsToldAndNoCleanSuccess) {
+  Resoconto resoconto = Consegnato();
+  resoconto.errore = "91 Variabile oggetto non impostata";
+  const Racconto racconto = Raccontato(resoconto);
+  EXPECT_EQ(racconto.uscita, Uscita::kConRiserva);
+  EXPECT_EQ(racconto.errori,
+            "Messaggio inviato, ma non tutto è andato a buon fine.\n"
+            "  errore: 91 Variabile oggetto non impostata\n");
+}
+
 TEST(Resoconto, AFailedDeliverySaysWhatRegisterAndServerSaid) {
   Resoconto resoconto = NonConsegnato(kvErroreInvioMail);
   resoconto.note.consegne = 1;

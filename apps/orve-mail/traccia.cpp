@@ -1,0 +1,80 @@
+#include "orve-mail/traccia.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+
+#include "orve-mail/uscita.h"
+#include "posix/sistema.h"
+
+namespace orve::app {
+
+namespace {
+
+class TracciaSuFlusso : public Traccia {
+ public:
+  explicit TracciaSuFlusso(std::ostream& flusso) : flusso_(flusso) {}
+  void Scrivi(const std::string& riga) noexcept override {
+    try {
+      flusso_ << adapters::posix::RigaDiDebug(riga) + "\n" << std::flush;
+      incompleta_ = incompleta_ || !flusso_;
+    } catch (...) {
+      incompleta_ = true;
+    }
+  }
+  [[nodiscard]] bool Incompleta() const noexcept override { return incompleta_; }
+
+ private:
+  std::ostream& flusso_;
+  bool incompleta_ = false;
+};
+
+class TracciaSuFile : public Traccia {
+ public:
+  explicit TracciaSuFile(int descrittore) : descrittore_(descrittore) {}
+  TracciaSuFile(const TracciaSuFile&) = delete;
+  TracciaSuFile& operator=(const TracciaSuFile&) = delete;
+  TracciaSuFile(TracciaSuFile&&) = delete;
+  TracciaSuFile& operator=(TracciaSuFile&&) = delete;
+  ~TracciaSuFile() override { ::close(descrittore_); }
+
+  // One write for one line: the lines of other programs stay behind or in front of it.
+  void Scrivi(const std::string& riga) noexcept override {
+    try {
+      const std::string byte = adapters::posix::RigaDiDebug(riga) + "\n";
+      ssize_t scritti = 0;
+      do {
+        scritti = ::write(descrittore_, byte.data(), byte.size());
+      } while (scritti < 0 && errno == EINTR);
+      if (scritti != static_cast<ssize_t>(byte.size())) incompleta_ = true;
+    } catch (...) {
+      incompleta_ = true;
+    }
+  }
+  [[nodiscard]] bool Incompleta() const noexcept override { return incompleta_; }
+
+ private:
+  int descrittore_;
+  bool incompleta_ = false;
+};
+
+}  // namespace
+
+std::shared_ptr<Traccia> ApriTraccia(const std::string& file, std::ostream& errori) {
+  if (file == "-") return std::make_shared<TracciaSuFlusso>(errori);
+  constexpr mode_t kPermessi = 0666;  // less what the umask takes
+  // Without waiting, so that a pipe that nobody reads is an error; the lines themselves then wait their turn.
+  const int descrittore =
+      ::open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, kPermessi);
+  if (descrittore < 0) {
+    throw ErroreProgramma(Uscita::kFileMancante, "--traccia: impossibile scrivere " + file + ": " +
+                                                     std::generic_category().message(errno));
+  }
+  auto traccia = std::make_shared<TracciaSuFile>(descrittore);
+  ::fcntl(descrittore, F_SETFL, O_APPEND);
+  return traccia;
+}
+
+}  // namespace orve::app
