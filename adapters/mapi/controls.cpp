@@ -108,6 +108,7 @@ void MessagesControl::AttachmentName(const std::string& nome) {
 
 void MessagesControl::Send() {
   failure_.clear();
+  mayHaveArrived_ = false;
   try {
     RequireSession();
     if (letter_.recipients.empty()) throw MapiFailure(kNoRecipients, "Nessun destinatario");
@@ -119,6 +120,7 @@ void MessagesControl::Send() {
   } catch (...) {
     const MapiFailure failure = CurrentFailure();
     failure_ = failure.what();
+    mayHaveArrived_ = failure.MayHaveArrived();
     throw ControlError(kMessages, failure.Number(), failure.what());
   }
 }

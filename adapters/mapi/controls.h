@@ -77,6 +77,8 @@ class MessagesControl final : public host::MAPIMessages {
 
   /// What ended the last Send, for a person; empty after a success.
   [[nodiscard]] const std::string& LastFailure() const { return failure_; }
+  /// The last Send failed, and the mail system may have taken the message all the same.
+  [[nodiscard]] bool MayHaveArrived() const { return mayHaveArrived_; }
 
  private:
   [[nodiscard]] Recipient& SelectedRecipient();
@@ -89,6 +91,7 @@ class MessagesControl final : public host::MAPIMessages {
   std::ptrdiff_t recipient_ = -1;  // the slot selected; -1: none
   std::ptrdiff_t attachment_ = -1;
   std::string failure_;
+  bool mayHaveArrived_ = false;
 };
 
 }  // namespace orve::adapters::mapi

@@ -37,11 +37,15 @@ inline constexpr std::int32_t kControlBase = 32000;
 /// What ended a delivery: the number for the caller and a text for the person.
 class MapiFailure : public std::runtime_error {
  public:
-  MapiFailure(std::int32_t number, const std::string& text) : std::runtime_error(text), number_(number) {}
+  /// `mayHaveArrived`: the mail system may have taken the message all the same.
+  MapiFailure(std::int32_t number, const std::string& text, bool mayHaveArrived = false)
+      : std::runtime_error(text), number_(number), mayHaveArrived_(mayHaveArrived) {}
   [[nodiscard]] std::int32_t Number() const noexcept { return number_; }
+  [[nodiscard]] bool MayHaveArrived() const noexcept { return mayHaveArrived_; }
 
  private:
   std::int32_t number_;
+  bool mayHaveArrived_;
 };
 
 /// The exception in flight as a MapiFailure; to be called in a catch block only. A file that is not there is

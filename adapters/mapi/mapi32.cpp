@@ -78,12 +78,14 @@ std::int32_t Number(host::ManigliaMapi session) {
 template <class Action>
 std::int32_t Mapi32::Result(Action action) {
   failure_.clear();
+  mayHaveArrived_ = false;
   try {
     action();
     return kSuccess;
   } catch (...) {
     const MapiFailure failure = CurrentFailure();
     failure_ = failure.what();
+    mayHaveArrived_ = failure.MayHaveArrived();
     return failure.Number();
   }
 }

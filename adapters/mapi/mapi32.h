@@ -31,6 +31,8 @@ class Mapi32 final : public host::Mapi32 {
 
   /// What ended the last call, for a person; empty after a success.
   [[nodiscard]] const std::string& LastFailure() const { return failure_; }
+  /// The last call failed, and the mail system may have taken the message all the same.
+  [[nodiscard]] bool MayHaveArrived() const { return mayHaveArrived_; }
 
  private:
   template <class Action>
@@ -38,6 +40,7 @@ class Mapi32 final : public host::Mapi32 {
 
   std::shared_ptr<MailSystem> system_;
   std::string failure_;
+  bool mayHaveArrived_ = false;
 };
 
 }  // namespace orve::adapters::mapi

@@ -47,8 +47,8 @@ std::string Seconds(std::chrono::milliseconds timeout) {
   return std::to_string(seconds) + (seconds == 1 ? " secondo" : " secondi");
 }
 
-[[noreturn]] void RaiseTimedOut(const MapiOptions& options, const char* what) {
-  throw MapiFailure(kFailure, Quoted(options.sendmail) + what + Seconds(options.timeout));
+[[noreturn]] void RaiseTimedOut(const MapiOptions& options, const char* what, bool hadItAll) {
+  throw MapiFailure(kFailure, Quoted(options.sendmail) + what + Seconds(options.timeout), hadItAll);
 }
 
 // The program's words on one line, behind what it is and how it ended.
@@ -62,15 +62,16 @@ std::optional<Child::End> AwaitEnd(const MapiOptions& options, Child& child) {
   try {
     return child.Wait(options.timeout);
   } catch (const std::system_error& error) {  // an application that ignores SIGCHLD, say
-    throw MapiFailure(kFailure,
-                      Quoted(options.sendmail) + ": esito sconosciuto (" + error.code().message() + ")");
+    throw MapiFailure(
+        kFailure, Quoted(options.sendmail) + ": esito sconosciuto (" + error.code().message() + ")", true);
   }
 }
 
 void RequireSuccess(const MapiOptions& options, const Child& child, const Child::End& end) {
   if (end.signal != 0) {
-    throw MapiFailure(
-        kFailure, Account(options, "terminato dal segnale " + std::to_string(end.signal), child.Output()));
+    throw MapiFailure(kFailure,
+                      Account(options, "terminato dal segnale " + std::to_string(end.signal), child.Output()),
+                      true);
   }
   if (end.status != 0) {
     throw MapiFailure(NumberOfExitStatus(end.status),
@@ -87,7 +88,8 @@ bool Feed(const MapiOptions& options, Child& child, const Writer& write) {
       unixLines.assign(piece);
       unixLines.erase(std::remove(unixLines.begin(), unixLines.end(), '\r'), unixLines.end());
       const Child::Written written = child.Write(unixLines, options.timeout);
-      if (written == Child::Written::kTimedOut) RaiseTimedOut(options, " non ha letto il messaggio entro ");
+      if (written == Child::Written::kTimedOut)
+        RaiseTimedOut(options, " non ha letto il messaggio entro ", false);
       if (written == Child::Written::kClosed) throw InputClosed();
     });
     return true;
@@ -127,10 +129,10 @@ void Submit(const MapiOptions& options, const Envelope& envelope, const Writer& 
   const bool complete = Feed(options, *child, write);
   child->CloseInput();
   const std::optional<Child::End> end = AwaitEnd(options, *child);
-  if (!end) RaiseTimedOut(options, " non ha finito entro ");
+  if (!end) RaiseTimedOut(options, " non ha finito entro ", true);
   RequireSuccess(options, *child, *end);
   if (!complete) {
-    throw MapiFailure(kFailure, Account(options, "non ha letto tutto il messaggio", child->Output()));
+    throw MapiFailure(kFailure, Account(options, "non ha letto tutto il messaggio", child->Output()), true);
   }
 }
 

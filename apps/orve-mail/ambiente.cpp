@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "mapi/controls.h"
+#include "mapi/mapi32.h"
 #include "orve-mail/cifratore_sodium.h"
 #include "orve-mail/formatori_sql.h"
 #include "orve-mail/messaggi_terminale.h"
@@ -24,10 +26,11 @@ namespace {
 
 AmbienteProgramma::AmbienteProgramma(Terminale terminale, std::shared_ptr<const Chiave> chiave,
                                      adapters::smtp::SmtpOptions smtp, std::string cartellaBase,
-                                     OsservazioniPtr note)
+                                     OsservazioniPtr note, adapters::mapi::MapiOptions mapi)
     : terminale_(terminale),
       chiave_(std::move(chiave)),
       smtp_(std::move(smtp)),
+      posta_(std::make_shared<adapters::mapi::MailSystem>(std::move(mapi))),
       cartellaBase_(std::move(cartellaBase)),
       note_(std::move(note)) {}
 
@@ -57,7 +60,7 @@ std::shared_ptr<host::CifratorePassword> AmbienteProgramma::CreaCifratorePasswor
 
 std::shared_ptr<host::ComponenteSmtp> AmbienteProgramma::CreaComponenteSmtp() {
   auto componente = std::make_shared<adapters::smtp::SmtpComponent>(smtp_);
-  ++note_->componenti;
+  note_->IniziaConsegna();
   const auto* const vero = componente.get();  // lives as long as its observer
   return Osserva(std::move(componente), note_, [vero] {
     return FineConsegna{vero->LastFailure(), vero->MayHaveArrived()};
@@ -69,15 +72,23 @@ std::shared_ptr<host::OutlookApplication> AmbienteProgramma::CreaOutlook() {
 }
 
 std::shared_ptr<host::MAPISession> AmbienteProgramma::CreaMAPISession() {
-  NonCreabile("MSMAPI.MAPISession", *note_);
+  return std::make_shared<adapters::mapi::SessionControl>(posta_);
 }
 
 std::shared_ptr<host::MAPIMessages> AmbienteProgramma::CreaMAPIMessages() {
-  NonCreabile("MSMAPI.MAPIMessages", *note_);
+  auto controllo = std::make_shared<adapters::mapi::MessagesControl>(posta_);
+  const auto* const vero = controllo.get();  // lives as long as its observer
+  return Osserva(std::move(controllo), note_, [vero] {
+    return FineConsegna{vero->LastFailure(), vero->MayHaveArrived()};
+  });
 }
 
 std::shared_ptr<host::Mapi32> AmbienteProgramma::CreaMapi32() {
-  NonCreabile("MAPI32.DLL", *note_);
+  auto libreria = std::make_shared<adapters::mapi::Mapi32>(posta_);
+  const auto* const vera = libreria.get();  // lives as long as its observer
+  return Osserva(std::move(libreria), note_, [vera] {
+    return FineConsegna{vera->LastFailure(), vera->MayHaveArrived()};
+  });
 }
 
 std::shared_ptr<host::FileSystem> AmbienteProgramma::CreaFileSystem() {

@@ -1,4 +1,4 @@
-// The real parts that the program hands to the library: the platform's, the SMTP component, and the host
+// The real parts that the program hands to the library: the platform's, the ways to deliver, and the host
 // application's own objects as the program plays them, each observed.
 #pragma once
 
@@ -6,6 +6,7 @@
 #include <string>
 
 #include "host/ambiente.h"
+#include "mapi/mail_system.h"
 #include "orve-mail/chiave.h"
 #include "orve-mail/osservatori.h"
 #include "orve-mail/terminale.h"
@@ -21,7 +22,8 @@ class AmbienteProgramma : public host::Ambiente {
   /// The terminal's streams must outlive the object. `cartellaBase` is the folder from which a relative
   /// configured path counts.
   AmbienteProgramma(Terminale terminale, std::shared_ptr<const Chiave> chiave,
-                    adapters::smtp::SmtpOptions smtp, std::string cartellaBase, OsservazioniPtr note);
+                    adapters::smtp::SmtpOptions smtp, std::string cartellaBase, OsservazioniPtr note,
+                    adapters::mapi::MapiOptions mapi = {});
 
   std::shared_ptr<host::Messaggi> CreaMessaggi() override;
   std::shared_ptr<host::FormatoData> CreaFormatoData() override;
@@ -30,7 +32,7 @@ class AmbienteProgramma : public host::Ambiente {
   std::shared_ptr<host::RisolutorePercorsi> CreaRisolutorePercorsi() override;
   std::shared_ptr<host::CifratorePassword> CreaCifratorePassword() override;
   std::shared_ptr<host::ComponenteSmtp> CreaComponenteSmtp() override;
-  /// Raise 429: these exist on Windows only.
+  /// Raises 429: this exists on Windows only.
   std::shared_ptr<host::OutlookApplication> CreaOutlook() override;
   std::shared_ptr<host::MAPISession> CreaMAPISession() override;
   std::shared_ptr<host::MAPIMessages> CreaMAPIMessages() override;
@@ -47,6 +49,7 @@ class AmbienteProgramma : public host::Ambiente {
   Terminale terminale_;
   std::shared_ptr<const Chiave> chiave_;
   adapters::smtp::SmtpOptions smtp_;
+  std::shared_ptr<adapters::mapi::MailSystem> posta_;
   std::string cartellaBase_;
   OsservazioniPtr note_;
   adapters::posix::Orologio orologio_;

@@ -43,8 +43,9 @@ void RichiediSchermo(const std::string& perche) {
 
 AmbienteFinestre::AmbienteFinestre(Terminale terminale, std::shared_ptr<const Chiave> chiave,
                                    adapters::smtp::SmtpOptions smtp, std::string cartellaBase,
-                                   const OsservazioniPtr& note)
-    : AmbienteProgramma(terminale, std::move(chiave), std::move(smtp), std::move(cartellaBase), note),
+                                   const OsservazioniPtr& note, adapters::mapi::MapiOptions mapi)
+    : AmbienteProgramma(terminale, std::move(chiave), std::move(smtp), std::move(cartellaBase), note,
+                        std::move(mapi)),
       note_(note),
       finestre_({.programma = kNome, .mostra = [note] { ++note->finestreMostrate; }}) {}
 
@@ -86,11 +87,6 @@ std::shared_ptr<host::CLSFW_Parametri> AmbienteFinestre::CreaParametri() {
 std::shared_ptr<host::Messaggi> AmbienteFinestre::CreaMessaggi() {
   return std::make_shared<MessaggiDovePuoLeggerli>(AmbienteProgramma::CreaMessaggi(),
                                                    Osserva(finestre_.CreaMessaggi(), note_), ultima_);
-}
-
-std::shared_ptr<host::ComponenteSmtp> AmbienteFinestre::CreaComponenteSmtp() {
-  if (note_->finestreMostrate > 0) note_->messaggi = 0;
-  return AmbienteProgramma::CreaComponenteSmtp();
 }
 
 }  // namespace orve::app

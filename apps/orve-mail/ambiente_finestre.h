@@ -18,7 +18,8 @@ void RichiediSchermo(const std::string& perche);
 class AmbienteFinestre : public AmbienteProgramma {
  public:
   AmbienteFinestre(Terminale terminale, std::shared_ptr<const Chiave> chiave,
-                   adapters::smtp::SmtpOptions smtp, std::string cartellaBase, const OsservazioniPtr& note);
+                   adapters::smtp::SmtpOptions smtp, std::string cartellaBase, const OsservazioniPtr& note,
+                   adapters::mapi::MapiOptions mapi = {});
 
   /// Raises 429 without a display, and notes it.
   std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override;
@@ -29,9 +30,6 @@ class AmbienteFinestre : public AmbienteProgramma {
   std::shared_ptr<host::CollezioneFile> CreaCollezioneFile() override;
   std::shared_ptr<host::CLSFW_Parametri> CreaParametri() override;
   std::shared_ptr<host::Messaggi> CreaMessaggi() override;
-  /// What the person was told in a window before the delivery began was for the person to mend, and is no
-  /// trouble of the delivery: its count begins anew.
-  std::shared_ptr<host::ComponenteSmtp> CreaComponenteSmtp() override;
 
  private:
   OsservazioniPtr note_;

@@ -54,6 +54,13 @@ adapters::smtp::SmtpOptions OpzioniSmtp(const CLI::App& comando, const OpzioniIn
   return smtp;
 }
 
+adapters::mapi::MapiOptions OpzioniMapi(const CLI::App& comando, const OpzioniInvio& opzioni) {
+  adapters::mapi::MapiOptions mapi;
+  if (Indicata(comando, "--sendmail")) mapi.sendmail = opzioni.sendmail;
+  if (Indicata(comando, "--attesa-risposta")) mapi.timeout = Millisecondi(opzioni.attesaRisposta);
+  return mapi;
+}
+
 void RichiediTesti(const RichiestaInvio& richiesta) {
   const std::array<std::pair<const char*, const std::string*>, 9> testi = {
       {{"--oggetto", &richiesta.oggetto},
@@ -139,6 +146,8 @@ void AggiungiRete(CLI::App& comando, OpzioniInvio& opzioni) {
       ->check(secondi);
   rete("--attesa-risposta", opzioni.attesaRisposta, "Attesa massima per ogni risposta del server", "SECONDI")
       ->check(secondi);
+  rete("--sendmail", opzioni.sendmail,
+       "Comando a cui i canali MAPI affidano il messaggio (se manca: /usr/sbin/sendmail)", "PERCORSO");
   rete("--dialogo", opzioni.dialogo,
        "Scrive il dialogo con il server, senza password; - per lo standard error", "FILE");
 }
@@ -156,6 +165,7 @@ RichiestaInvio LeggiRichiesta(const CLI::App& comando, const OpzioniInvio& opzio
     richiesta.allegati.push_back(PreparaAllegato(allegato, !opzioni.allegatiSenzaControllo));
   }
   richiesta.smtp = OpzioniSmtp(comando, opzioni, terminale.errori);
+  richiesta.mapi = OpzioniMapi(comando, opzioni);
   return richiesta;
 }
 

@@ -27,6 +27,7 @@ struct OpzioniInvio {
   std::string data;
   std::string ca;
   std::string dialogo;
+  std::string sendmail;
   double attesaConnessione = 0;
   double attesaRisposta = 0;
 };
@@ -37,7 +38,7 @@ void AggiungiMessaggio(CLI::App& comando, OpzioniInvio& opzioni);
 void AggiungiData(CLI::App& comando, OpzioniInvio& opzioni);
 /// The database with its key, the company and the user.
 void AggiungiContesto(CLI::App& comando, OpzioniInvio& opzioni);
-/// Certificates, time limits, and where the dialogue with the server goes.
+/// Certificates, time limits, the sendmail command, and where the dialogue with the server goes.
 void AggiungiRete(CLI::App& comando, OpzioniInvio& opzioni);
 
 /// The request, without recipients and mode; an option that the command does not have counts as not given.

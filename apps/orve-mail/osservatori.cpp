@@ -2,6 +2,9 @@
 
 #include <string>
 #include <utility>
+#include <vector>
+
+#include "channels/mapi32_channel.h"
 
 namespace orve::app {
 
@@ -29,7 +32,7 @@ class MessaggiOsservati : public host::Messaggi {
   std::string TitoloFinestra(const std::string& testo) override { return vero_->TitoloFinestra(testo); }
   std::int32_t MostraMsg(const std::string& testo, std::int32_t stile, const std::string& titolo,
                          const std::shared_ptr<host::Oggetto>& proprietario) override {
-    ++note_->messaggi;
+    if (testo != MDLFW_MAPI::kMessaggioInviato) ++note_->messaggi;
     return vero_->MostraMsg(testo, stile, titolo, proprietario);
   }
 
@@ -68,7 +71,8 @@ class SmtpOsservato : public host::ComponenteSmtp {
     ++note_->consegne;
     host::Variant risultato = vero_->SendMail();
     note_->esitoConsegna = vero_->GetLastError().ToInt32();
-    if (note_->esitoConsegna == -1) ++note_->accettate;
+    note_->origineMotivo = "server";
+    if (note_->esitoConsegna == kConsegnaRiuscita) ++note_->accettate;
     if (fine_) {
       FineConsegna fine = fine_();
       note_->motivo = std::move(fine.motivo);
@@ -80,6 +84,107 @@ class SmtpOsservato : public host::ComponenteSmtp {
 
  private:
   std::shared_ptr<host::ComponenteSmtp> vero_;
+  OsservazioniPtr note_;
+  std::function<FineConsegna()> fine_;
+};
+
+constexpr const char* kSendmail = "posta della macchina";
+
+class MessaggiMapiOsservati : public host::MAPIMessages {
+ public:
+  MessaggiMapiOsservati(std::shared_ptr<host::MAPIMessages> vero, OsservazioniPtr note,
+                        std::function<FineConsegna()> fine)
+      : vero_(std::move(vero)), note_(std::move(note)), fine_(std::move(fine)) {}
+  void SessionID(const host::Variant& sessione) override { vero_->SessionID(sessione); }
+  void SessioneID(const host::Variant& sessione) override { vero_->SessioneID(sessione); }
+  void Compose() override { vero_->Compose(); }
+  // The object was made before any window; the first slot is where the channel begins.
+  void RecipIndex(std::int16_t indice) override {
+    if (indice == 0) note_->IniziaConsegna();
+    vero_->RecipIndex(indice);
+  }
+  void RecipAddress(const std::string& indirizzo) override { vero_->RecipAddress(indirizzo); }
+  void RecipDisplayName(const std::string& nome) override { vero_->RecipDisplayName(nome); }
+  void RecipType(std::int32_t tipo) override { vero_->RecipType(tipo); }
+  void MsgReceiptRequested(bool ricevuta) override { vero_->MsgReceiptRequested(ricevuta); }
+  void MsgSubject(const std::string& oggetto) override { vero_->MsgSubject(oggetto); }
+  void MsgNoteText(const std::string& corpo) override { vero_->MsgNoteText(corpo); }
+  // The channel goes on without the file that one of these refuses, and tells nobody.
+  void AttachmentIndex(std::int16_t indice) override {
+    Annotando(note_->allegatiRifiutati, [&] { vero_->AttachmentIndex(indice); });
+  }
+  void AttachmentPosition(std::int16_t posizione) override {
+    Annotando(note_->allegatiRifiutati, [&] { vero_->AttachmentPosition(posizione); });
+  }
+  void AttachmentPathName(const std::string& percorso) override {
+    Annotando(note_->allegatiRifiutati, [&] { vero_->AttachmentPathName(percorso); });
+  }
+  void AttachmentName(const std::string& nome) override {
+    Annotando(note_->allegatiRifiutati, [&] { vero_->AttachmentName(nome); });
+  }
+  void Send() override {
+    note_->esitoConsegna.reset();
+    note_->origineMotivo = kSendmail;
+    ++note_->consegne;
+    try {
+      vero_->Send();
+    } catch (const host::Errore& errore) {
+      note_->esitoConsegna = errore.Numero();
+      note_->motivo = errore.Descrizione();
+      if (fine_) note_->incerta = note_->incerta || fine_().incerta;
+      throw;
+    }
+    note_->esitoConsegna = kConsegnaRiuscita;
+    ++note_->accettate;
+    note_->motivo.clear();
+  }
+
+ private:
+  std::shared_ptr<host::MAPIMessages> vero_;
+  OsservazioniPtr note_;
+  std::function<FineConsegna()> fine_;
+};
+
+class Mapi32Osservata : public host::Mapi32 {
+ public:
+  Mapi32Osservata(std::shared_ptr<host::Mapi32> vera, OsservazioniPtr note,
+                  std::function<FineConsegna()> fine)
+      : vera_(std::move(vera)), note_(std::move(note)), fine_(std::move(fine)) {}
+  std::int32_t MAPILogon(host::ManigliaMapi finestra, const std::string& profilo, const std::string& password,
+                         std::int32_t flags, std::int32_t riservato, host::ManigliaMapi& sessione) override {
+    note_->IniziaConsegna();
+    return Annotata(vera_->MAPILogon(finestra, profilo, password, flags, riservato, sessione));
+  }
+  std::int32_t BMAPISendMail(host::ManigliaMapi sessione, host::ManigliaMapi finestra,
+                             host::MapiMessage& messaggio, const std::vector<host::MapiRecip>& destinatari,
+                             const std::vector<host::MapiFile>& file, std::int32_t flags,
+                             std::int32_t riservato) override {
+    note_->esitoConsegna.reset();
+    note_->motivo.clear();
+    ++note_->consegne;
+    const std::int32_t esito =
+        Annotata(vera_->BMAPISendMail(sessione, finestra, messaggio, destinatari, file, flags, riservato));
+    note_->esitoConsegna = esito == MDLFW_MAPI::kSuccesso ? kConsegnaRiuscita : esito;
+    if (esito == MDLFW_MAPI::kSuccesso) ++note_->accettate;
+    return esito;
+  }
+  // The delivery is over by then, and a failure shows as a message of the channel's.
+  std::int32_t MAPILogoff(host::ManigliaMapi sessione, host::ManigliaMapi finestra, std::int32_t flags,
+                          std::int32_t riservato) override {
+    return vera_->MAPILogoff(sessione, finestra, flags, riservato);
+  }
+
+ private:
+  std::int32_t Annotata(std::int32_t esito) {
+    note_->origineMotivo = kSendmail;
+    if (esito == MDLFW_MAPI::kSuccesso || !fine_) return esito;
+    FineConsegna fine = fine_();
+    note_->motivo = std::move(fine.motivo);
+    note_->incerta = note_->incerta || fine.incerta;
+    return esito;
+  }
+
+  std::shared_ptr<host::Mapi32> vera_;
   OsservazioniPtr note_;
   std::function<FineConsegna()> fine_;
 };
@@ -188,6 +293,16 @@ std::shared_ptr<host::Messaggi> Osserva(std::shared_ptr<host::Messaggi> vero, Os
 std::shared_ptr<host::ComponenteSmtp> Osserva(std::shared_ptr<host::ComponenteSmtp> vero,
                                               OsservazioniPtr note, std::function<FineConsegna()> fine) {
   return std::make_shared<SmtpOsservato>(std::move(vero), std::move(note), std::move(fine));
+}
+
+std::shared_ptr<host::MAPIMessages> Osserva(std::shared_ptr<host::MAPIMessages> vero, OsservazioniPtr note,
+                                            std::function<FineConsegna()> fine) {
+  return std::make_shared<MessaggiMapiOsservati>(std::move(vero), std::move(note), std::move(fine));
+}
+
+std::shared_ptr<host::Mapi32> Osserva(std::shared_ptr<host::Mapi32> vera, OsservazioniPtr note,
+                                      std::function<FineConsegna()> fine) {
+  return std::make_shared<Mapi32Osservata>(std::move(vera), std::move(note), std::move(fine));
 }
 
 std::shared_ptr<host::FileSystem> Osserva(std::shared_ptr<host::FileSystem> vero, OsservazioniPtr note) {

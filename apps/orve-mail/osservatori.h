@@ -6,9 +6,11 @@
 #include <memory>
 #include <string>
 
+#include "host/automazione.h"
 #include "host/componente_smtp.h"
 #include "host/connection.h"
 #include "host/file_system.h"
+#include "host/mapi32.h"
 #include "host/messaggi.h"
 #include "host/registro_invio.h"
 #include "orve-mail/osservazioni.h"
@@ -29,6 +31,12 @@ struct FineConsegna {
 [[nodiscard]] std::shared_ptr<host::ComponenteSmtp> Osserva(std::shared_ptr<host::ComponenteSmtp> vero,
                                                             OsservazioniPtr note,
                                                             std::function<FineConsegna()> fine = {});
+/// `fine` as above, for the last Send or the last call.
+[[nodiscard]] std::shared_ptr<host::MAPIMessages> Osserva(std::shared_ptr<host::MAPIMessages> vero,
+                                                          OsservazioniPtr note,
+                                                          std::function<FineConsegna()> fine = {});
+[[nodiscard]] std::shared_ptr<host::Mapi32> Osserva(std::shared_ptr<host::Mapi32> vera, OsservazioniPtr note,
+                                                    std::function<FineConsegna()> fine = {});
 [[nodiscard]] std::shared_ptr<host::FileSystem> Osserva(std::shared_ptr<host::FileSystem> vero,
                                                         OsservazioniPtr note);
 [[nodiscard]] std::shared_ptr<host::RegistroInvio> Osserva(std::shared_ptr<host::RegistroInvio> vero,

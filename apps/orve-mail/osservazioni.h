@@ -20,29 +20,47 @@ struct RigaRegistro {
   std::string risultato;
 };
 
+/// No error number of a channel's.
+inline constexpr std::int32_t kConsegnaRiuscita = -1;
+
 struct Osservazioni {
-  int messaggi = 0;  // shown to the person
+  int messaggi = 0;  // shown to the person, the one that tells of a success not counted
   std::vector<RigaRegistro> registro;
   std::vector<std::string> erroriRegistro;
   std::vector<std::string> erroriDatabase;
   std::vector<std::string> oggettiMancanti;  // that the library asked for and this machine cannot make
   int finestreMostrate = 0;
   std::string finestraNegata;  // why a window that the library asked for could not be opened
-  int componenti = 0;          // SMTP components made: each begins one delivery
-  /// How many times the SMTP component's SendMail ran, and the number that it gave afterwards.
+  int consegneIniziate = 0;    // deliveries that a channel has begun, by an SMTP component or by MAPI
+  /// How many times a channel was asked to deliver, and what it gave the last time: kConsegnaRiuscita, or
+  /// the error number of the SMTP component or of MAPI.
   int consegne = 0;
   std::optional<std::int32_t> esitoConsegna;
-  /// What ended the last delivery, in the server's words or the component's; empty after a success.
+  /// What ended the last delivery, in the words of whoever refused it; empty after a success.
   std::string motivo;
-  int accettate = 0;  // deliveries that worked; in a window there may be several
+  std::string origineMotivo = "server";
+  std::vector<std::string> allegatiRifiutati;  // that a channel was given and does not take along, and why
+  int accettate = 0;                           // deliveries that worked; in a window there may be several
   /// One of them ended without the server's word on a message that it may have.
   bool incerta = false;
   /// Lines that reached the send log, and why others did not.
   std::vector<std::string> righeLog;
   std::vector<std::string> erroriLog;
 
-  /// The component took the message and the server accepted it.
-  [[nodiscard]] bool Consegnato() const { return consegne > 0 && esitoConsegna == -1; }
+  /// A channel begins to deliver. What the person was told in a window before that was for the person to
+  /// mend, and is no trouble of the delivery.
+  void IniziaConsegna() {
+    ++consegneIniziate;
+    if (finestreMostrate > 0) messaggi = 0;
+  }
+
+  /// MAPI opened no session, and said why.
+  [[nodiscard]] bool MapiNonDisponibile() const {
+    return consegneIniziate > 0 && consegne == 0 && !motivo.empty();
+  }
+
+  /// The channel took the message, and whom it handed it to accepted it.
+  [[nodiscard]] bool Consegnato() const { return consegne > 0 && esitoConsegna == kConsegnaRiuscita; }
   /// Nobody knows whether the server has the message.
   [[nodiscard]] bool Incerto() const {
     return accettate == 0 && (incerta || (consegne > 0 && !esitoConsegna));

@@ -13,7 +13,7 @@ namespace {
 
 bool SenzaErrori(const Osservazioni& note) {
   return note.erroriRegistro.empty() && note.erroriDatabase.empty() && note.oggettiMancanti.empty() &&
-         note.righeLog.empty() && note.erroriLog.empty();
+         note.allegatiRifiutati.empty() && note.righeLog.empty() && note.erroriLog.empty();
 }
 
 bool SenzaIntoppi(const Osservazioni& note) {
@@ -59,7 +59,7 @@ bool SenzaAccount(const Resoconto& resoconto) {
 // The window was there, and the person left it without sending.
 bool Annullato(const Resoconto& resoconto) {
   const Osservazioni& note = resoconto.note;
-  return note.finestreMostrate > 0 && note.componenti == 0 && note.oggettiMancanti.empty() &&
+  return note.finestreMostrate > 0 && note.consegneIniziate == 0 && note.oggettiMancanti.empty() &&
          note.registro.empty();
 }
 
@@ -67,6 +67,7 @@ std::string MotivoNonPartito(const Resoconto& resoconto) {
   if (!resoconto.note.finestraNegata.empty()) {
     return "serviva la finestra di invio. " + resoconto.note.finestraNegata;
   }
+  if (resoconto.note.MapiNonDisponibile()) return "la posta di questa macchina non è disponibile";
   return SenzaAccount(resoconto) ? "nessun account di posta per l'utente e la ditta"
                                  : "l'invio è stato interrotto da un errore";
 }
@@ -120,8 +121,9 @@ std::vector<std::string> Dettagli(const Resoconto& resoconto) {
   };
   if (resoconto.stato != kvOK) elenca("stato: ", {std::to_string(resoconto.stato)});
   if (!resoconto.errore.empty()) elenca("errore: ", {resoconto.errore});
-  if (!note.motivo.empty()) elenca("server: ", {note.motivo});
+  if (!note.motivo.empty()) elenca(note.origineMotivo + ": ", {note.motivo});
   if (note.Incerto()) elenca("", {"il server può aver accettato il messaggio"});
+  elenca("allegato rimasto fuori: ", note.allegatiRifiutati);
   elenca("registro degli errori: ", Record(note.righeLog));
   elenca("registro degli errori non scritto: ", note.erroriLog);
   elenca("registro degli invii non scritto: ", note.erroriRegistro);

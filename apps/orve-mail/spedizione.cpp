@@ -55,8 +55,8 @@ class Spedizione {
   Spedizione(const RichiestaInvio& richiesta, const SedeInvio& sede, Terminale terminale)
       : richiesta_(richiesta),
         sede_(sede),
-        ambiente_(std::make_shared<AmbienteFinestre>(terminale, sede.chiave, richiesta.smtp,
-                                                     CartellaBase(richiesta.archivio), note_)),
+        ambiente_(std::make_shared<AmbienteFinestre>(
+            terminale, sede.chiave, richiesta.smtp, CartellaBase(richiesta.archivio), note_, richiesta.mapi)),
         servizio_(ambiente_) {
     if (richiesta.mittente) RichiediAccount(*sede.archivio, *richiesta.mittente, richiesta.pec);
   }

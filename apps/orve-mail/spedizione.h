@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/data_ora.h"
+#include "mapi/mapi_options.h"
 #include "orve-mail/archivio.h"
 #include "orve-mail/chiave.h"
 #include "orve-mail/messaggio.h"
@@ -55,6 +56,7 @@ struct RichiestaInvio {
   std::string sezioneDocumento;
   std::string lista;  // identifier of the list that the message belongs to; empty: none
   adapters::smtp::SmtpOptions smtp;
+  adapters::mapi::MapiOptions mapi;
 };
 
 /// What all sends of one run share: the open database, its key, and the user. Raises ErroreProgramma

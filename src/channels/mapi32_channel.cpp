@@ -86,7 +86,7 @@ void CLSFW_MAILSERVER::InviaConMAPI(host::Mapi32& mapi) {
   // Session 0, not the one just opened: the library finds it by itself.
   const std::int32_t esito = mapi.BMAPISendMail(0, 0, messaggio, destinatari, file, 0, 0);
   const bool inviato = esito == kSuccesso;
-  MostraMessaggio(inviato ? "Message sent!" : "Message not sent! Result = " + std::to_string(esito),
+  MostraMessaggio(inviato ? kMessaggioInviato : "Message not sent! Result = " + std::to_string(esito),
                   host::kSemplice, "", nullptr);
   StatoInvio = inviato ? kvOK : kvErroreInvioMail;
   RegistraEsitoMAPI(inviato, allegati);

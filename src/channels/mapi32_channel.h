@@ -15,6 +15,9 @@ using host::MapiRecip;
 /// The result of a function that did its work; any other is the library's error number.
 inline constexpr std::int32_t kSuccesso = 0;
 
+/// What the channel shows to the person, in every mode, when the message has left.
+inline constexpr const char* kMessaggioInviato = "Message sent!";
+
 /// Flags of MAPILogon: the library may ask the person to log on, and the session is a new one.
 inline constexpr std::int32_t kDialogoDiAccesso = 1;
 inline constexpr std::int32_t kNuovaSessione = 2;

@@ -30,6 +30,7 @@ class Sendmail : public Posta {
     Mapi32 mapi(System(sendmail));
     const std::int32_t number = records.Send(mapi);
     failure = mapi.LastFailure();
+    mayHaveArrived = mapi.MayHaveArrived();
     return number;
   }
 
@@ -41,6 +42,7 @@ class Sendmail : public Posta {
     Mapi32 mapi(std::make_shared<MailSystem>(options));
     const std::int32_t number = records.Send(mapi);
     failure = mapi.LastFailure();
+    mayHaveArrived = mapi.MayHaveArrived();
     return number;
   }
 
@@ -59,6 +61,7 @@ class Sendmail : public Posta {
   }
 
   std::string failure;
+  bool mayHaveArrived = false;
 };
 
 TEST_F(Sendmail, RecipientsTravelAsArgumentsBehindTheEndOfTheOptions) {
@@ -208,6 +211,7 @@ TEST_F(Sendmail, AProgramThatSaysALotIsHeardToTheEndAndQuotedInPart) {
 TEST_F(Sendmail, AProgramThatASignalEndsHasFailed) {
   EXPECT_EQ(Sent(Recorder("kill -SEGV $$")), kFailure);
   EXPECT_EQ(failure, "«" + File("sendmail") + "» terminato dal segnale 11");
+  EXPECT_TRUE(mayHaveArrived);
 }
 
 TEST_F(Sendmail, AProgramThatStopsReadingHasNotTakenTheMessageWhateverItSays) {
@@ -215,8 +219,10 @@ TEST_F(Sendmail, AProgramThatStopsReadingHasNotTakenTheMessageWhateverItSays) {
   records.Attach(folder.MakeLarge("grande.bin", 4U << 20U));
   EXPECT_EQ(Sent(Program("head -c 100 > /dev/null; exit 0"), records), kFailure);
   EXPECT_EQ(failure, "«" + File("sendmail") + "» non ha letto tutto il messaggio");
+  EXPECT_TRUE(mayHaveArrived);
   EXPECT_EQ(Sent(Program("exec 0<&-; echo sconosciuto >&2; exit 67"), records), kUnknownRecipient);
   EXPECT_THAT(failure, HasSubstr("stato 67: sconosciuto"));
+  EXPECT_FALSE(mayHaveArrived);
 }
 
 TEST_F(Sendmail, AProgramThatDoesNotReadIsEndedWithAllThatItStarted) {
@@ -226,6 +232,7 @@ TEST_F(Sendmail, AProgramThatDoesNotReadIsEndedWithAllThatItStarted) {
                                   records),
             kFailure);
   EXPECT_EQ(failure, "«" + File("sendmail") + "» non ha letto il messaggio entro 1 secondo");
+  EXPECT_FALSE(mayHaveArrived);
   EXPECT_TRUE(Gone("pid"));
   EXPECT_TRUE(Gone("figlio"));
 }
@@ -234,6 +241,7 @@ TEST_F(Sendmail, AProgramThatDoesNotEndIsEnded) {
   EXPECT_EQ(SentToAHangingProgram(Recorder("echo $$ > \"$D/pid\"; trap '' TERM; while :; do sleep 1; done")),
             kFailure);
   EXPECT_EQ(failure, "«" + File("sendmail") + "» non ha finito entro 1 secondo");
+  EXPECT_TRUE(mayHaveArrived);
   EXPECT_TRUE(Gone("pid"));
 }
 
@@ -335,6 +343,7 @@ TEST_F(Sendmail, AnApplicationThatWaitsForNoChildLearnsThatTheOutcomeIsUnknown) 
   ::signal(SIGCHLD, SIG_DFL);
   EXPECT_EQ(number, kFailure);
   EXPECT_THAT(failure, HasSubstr("esito sconosciuto"));
+  EXPECT_TRUE(mayHaveArrived);
 }
 
 TEST_F(Sendmail, AMessageLeavesAlsoFromAnApplicationWithoutStandardStreams) {

@@ -64,9 +64,9 @@ TEST(Resoconto, AWindowLeftWithoutSendingIsACancellation) {
 TEST(Resoconto, ASendThatFailsBehindTheWindowIsNoCancellation) {
   Resoconto resoconto = NonConsegnato(kvOK);
   resoconto.note.finestreMostrate = 1;
-  resoconto.note.componenti = 1;
+  resoconto.note.consegneIniziate = 1;
   EXPECT_EQ(Valuta(resoconto), Uscita::kNonPartito);
-  resoconto.note.componenti = 0;
+  resoconto.note.consegneIniziate = 0;
   resoconto.note.oggettiMancanti = {"MAPI32.DLL"};
   EXPECT_EQ(Valuta(resoconto), Uscita::kNonPartito);
   resoconto.stato = kvErroreInvioMail;
@@ -92,7 +92,7 @@ TEST(Resoconto, ADeliveryThatFailedIsNoSuccessWhateverStatoSays) {
 }
 
 TEST(Resoconto, AMessageThatLeftWithAnythingWrongIsNoCleanSuccess) {
-  for (int difetto = 0; difetto < 7; ++difetto) {
+  for (int difetto = 0; difetto < 8; ++difetto) {
     Resoconto resoconto = Consegnato();
     if (difetto == 0) resoconto.note.messaggi = 1;
     if (difetto == 1) resoconto.note.erroriRegistro = {"database is locked"};
@@ -101,6 +101,7 @@ TEST(Resoconto, AMessageThatLeftWithAnythingWrongIsNoCleanSuccess) {
     if (difetto == 4) resoconto.note.erroriLog = {"Disco pieno"};
     if (difetto == 6) resoconto.note.oggettiMancanti = {"MAPI32.DLL"};
     if (difetto == 5) resoconto.stato = kvErroreInvioMail;
+    if (difetto == 7) resoconto.note.allegatiRifiutati = {"manca.pdf"};
     const Racconto racconto = Raccontato(resoconto);
     EXPECT_EQ(racconto.uscita, Uscita::kConRiserva) << difetto;
     EXPECT_EQ(racconto.errori.find("Messaggio inviato, ma non tutto è andato a buon fine.\n"), 0U);
