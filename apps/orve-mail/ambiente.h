@@ -19,8 +19,8 @@ namespace orve::app {
 
 class AmbienteProgramma : public host::Ambiente {
  public:
-  /// The terminal's streams must outlive the object. `cartellaBase` is the folder from which a relative
-  /// configured path counts.
+  /// The terminal's streams and trace must outlive the object. `cartellaBase` is the folder from which a
+  /// relative configured path counts.
   AmbienteProgramma(Terminale terminale, std::shared_ptr<const Chiave> chiave,
                     adapters::smtp::SmtpOptions smtp, std::string cartellaBase, OsservazioniPtr note,
                     adapters::mapi::MapiOptions mapi = {});
@@ -39,7 +39,9 @@ class AmbienteProgramma : public host::Ambiente {
   std::shared_ptr<host::Mapi32> CreaMapi32() override;
   std::shared_ptr<host::FileSystem> CreaFileSystem() override;
   host::Orologio& OrologioDiSistema() override { return orologio_; }
-  host::DebugOutput& UscitaDiDebug() override { return terminale_.traccia ? *terminale_.traccia : debug_; }
+  host::DebugOutput& UscitaDiDebug() override {
+    return terminale_.traccia != nullptr ? *terminale_.traccia : debug_;
+  }
   host::GeneratoreGuid& Identificatori() override { return identificatori_; }
   host::Environment& VariabiliDiAmbiente() override { return variabili_; }
   host::Rete& ReteDiSistema() override { return rete_; }

@@ -127,7 +127,7 @@ Uscita Esegui(const std::vector<std::string>& argomenti, Terminale terminale) tr
           "--traccia",
           [&](const std::string& file) {
             traccia = ApriTraccia(file, terminale.errori);
-            contesto.terminale.traccia = traccia;
+            contesto.terminale.traccia = traccia.get();
           },
           "Scrive la traccia delle istanze della libreria, davanti al comando; - per lo standard error")
       ->type_name("FILE");

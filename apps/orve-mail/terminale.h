@@ -2,7 +2,6 @@
 #pragma once
 
 #include <istream>
-#include <memory>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -19,7 +18,7 @@ struct Terminale {
   int colonne = 0;           // of the screen that `uscita` goes to; 0: it goes to none, or to one that only
                              // takes line after line
   /// Where the library's instance trace goes; absent: to the system's debug output.
-  std::shared_ptr<host::DebugOutput> traccia = nullptr;
+  host::DebugOutput* traccia = nullptr;
 };
 
 /// The text as it may go to a terminal: valid UTF-8, and no control characters but line feeds, since texts

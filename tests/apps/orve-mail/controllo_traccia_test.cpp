@@ -272,6 +272,7 @@ TEST_F(Traccia, ProgramsAtTheSameTimeShareAFileLineByLine) {
   const std::string file = File("comune.txt");
   std::vector<std::thread> insieme;
   std::array<int, 3> stati{};
+  insieme.reserve(stati.size());
   for (int& stato : stati) {
     insieme.emplace_back([this, &file, &stato] {
       stato = EseguiCon(file, {"invia", "--cliente", "1004", "--modo", "automatico"}).status;
