@@ -94,7 +94,7 @@ void SmtpComponent::AddHeader(const std::string& nome, const std::string& valore
 }
 
 void SmtpComponent::AddAttachment(const std::string& percorso) {
-  message_.attachments.push_back(mime::RequireAttachable(percorso));
+  message_.attachments.emplace_back(mime::RequireAttachable(percorso));
 }
 
 host::Variant SmtpComponent::SendMail() {

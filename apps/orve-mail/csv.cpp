@@ -107,12 +107,13 @@ std::size_t LettoreCsv::FinoA(std::string_view fermi, std::size_t posizione, std
 
 // Both give the place behind the field.
 std::size_t LettoreCsv::CampoConVirgolette(std::size_t posizione, std::string& campo) {
-  for (std::size_t i = posizione + 1;; ++i) {
+  std::size_t i = posizione + 1;
+  for (;;) {
     i = FinoA("\"", i, campo);
     if (Byte(i) == kFine) throw RigaRotta{"ha virgolette aperte e mai chiuse"};
     if (Byte(i + 1) != '"') return i + 1;
     campo.push_back('"');
-    ++i;
+    i += 2;
   }
 }
 
