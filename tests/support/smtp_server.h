@@ -28,8 +28,8 @@ struct SmtpServerOptions {
   bool lowPort = false;      // a port below 32768, as accounts with a signed 16-bit port want it
   int sizeLimit = 0;         // bytes; 0: none
   int abortAfter = 0;        // break connections after so many bytes; 0: never
-  int holdBefore = 0;  // wait before the message of this number is read; 0: never
-  int holdAfter = 0;   // wait when the message of this number is taken and not yet answered; 0: never
+  int holdBefore = 0;        // wait before the message of this number is read; 0: never
+  int holdAfter = 0;         // wait when the message of this number is taken and not yet answered; 0: never
   bool closeAtData = false;  // close connections, in good order, where the message should come
 };
 
