@@ -10,6 +10,7 @@
 #include <ctime>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "orve-mail/numeri.h"
 #include "orve-mail/terminale.h"
@@ -23,10 +24,10 @@ namespace {
 constexpr std::string_view kTitoli = "riga;impronta;destinatario;inizio;esito;motivo;lista ";
 constexpr std::size_t kCampiInizio = 4;
 constexpr std::size_t kCampi = 6;
-constexpr std::size_t kTestoMassimo = 1000;       // characters of a recipient or a reason
-constexpr std::size_t kLineaMassima = 64 * 1024;  // bytes; ours are much shorter
-constexpr off_t kSpazioLinea = 16 * 1024;         // more than a line of ours takes
-constexpr off_t kSpazio = 256 * 1024;             // to ask for at a time
+constexpr std::size_t kTestoMassimo = 1000;   // characters of a recipient or a reason
+constexpr std::size_t kLineaMassima = 65536;  // bytes; ours are much shorter
+constexpr off_t kSpazioLinea = 16384;         // more than a line of ours takes
+constexpr off_t kSpazio = 262144;             // to ask for at a time
 constexpr const char* kInterrotto = "il programma si è fermato prima di conoscere l'esito";
 
 struct Nome {
@@ -155,7 +156,7 @@ void EsitiLista::Inutilizzabile(const std::string& motivo) const {
   throw ErroreProgramma(Uscita::kFileMancante, "File dei risultati " + file_ + ": " + motivo);
 }
 
-EsitiLista::EsitiLista(const std::string& file, const std::string& nuovaLista) : file_(file) {
+EsitiLista::EsitiLista(std::string file, const std::string& nuovaLista) : file_(std::move(file)) {
   Apri();
   try {
     Carica();
@@ -345,15 +346,15 @@ std::vector<std::size_t> EsitiLista::Definitive() const {
 int EsitiLista::ScriviRiordinato(const std::string& nuovo) const {
   struct stat stato {};
   if (::fstat(descrittore_, &stato) != 0) return -1;
-  const int uscita = ::open(nuovo.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY,
-                            S_IRUSR | S_IWUSR);
-  if (uscita < 0) return -1;
-  bool riuscito = ::flock(uscita, LOCK_EX | LOCK_NB) == 0 && ::fchmod(uscita, stato.st_mode & 07777) == 0;
+  const int nuova = ::open(nuovo.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY,
+                           S_IRUSR | S_IWUSR);
+  if (nuova < 0) return -1;
+  bool riuscito = ::flock(nuova, LOCK_EX | LOCK_NB) == 0 && ::fchmod(nuova, stato.st_mode & 07777) == 0;
   std::string blocco = std::string(kTitoli) + lista_ + "\n";
-  off_t scritto = 0;
+  off_t fine = 0;
   const auto svuota = [&] {
-    riuscito = riuscito && ScriviTutto(uscita, blocco, scritto);
-    scritto += static_cast<off_t>(blocco.size());
+    riuscito = riuscito && ScriviTutto(nuova, blocco, fine);
+    fine += static_cast<off_t>(blocco.size());
     blocco.clear();
   };
   for (const auto& [riga, voce] : voci_) {
@@ -364,8 +365,8 @@ int EsitiLista::ScriviRiordinato(const std::string& nuovo) const {
     if (blocco.size() >= kLineaMassima) svuota();
   }
   svuota();
-  if (riuscito && ::fsync(uscita) == 0 && ::rename(nuovo.c_str(), file_.c_str()) == 0) return uscita;
-  ::close(uscita);
+  if (riuscito && ::fsync(nuova) == 0 && ::rename(nuovo.c_str(), file_.c_str()) == 0) return nuova;
+  ::close(nuova);
   ::unlink(nuovo.c_str());
   return -1;
 }
@@ -379,7 +380,7 @@ void EsitiLista::Riordina() noexcept try {
   linee_ = voci_.size();
   riservato_ = 0;
   fine_ = ::lseek(nuovo, 0, SEEK_END);
-  off_t posizione = static_cast<off_t>(kTitoli.size() + lista_.size() + 1);
+  auto posizione = static_cast<off_t>(kTitoli.size() + lista_.size() + 1);
   for (auto& [riga, voce] : voci_) {
     voce.posizione = posizione;
     posizione += static_cast<off_t>(voce.lunghezza);

@@ -48,7 +48,7 @@ class EsitiLista {
   /// Opens or makes the file and keeps others out of it. `nuovaLista` is the identifier for a new file: at
   /// most 64 printable ASCII characters without ";" and blanks. A last line without its second half becomes
   /// "incerto". Raises also when another run holds the file, and when it is damaged or something else.
-  EsitiLista(const std::string& file, const std::string& nuovaLista);
+  EsitiLista(std::string file, const std::string& nuovaLista);
   EsitiLista(const EsitiLista&) = delete;
   EsitiLista& operator=(const EsitiLista&) = delete;
   EsitiLista(EsitiLista&&) = delete;
