@@ -116,7 +116,8 @@ TEST(AddressListFaults, HostileListsAreReadInLinearTime) {
     while (list.size() < (2U << 20)) list += pattern;
     const auto start = std::chrono::steady_clock::now();
     static_cast<void>(ParseAddressList(list));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2)) << pattern;
+    // A second where it is linear, also on a busy machine; an hour where it is not.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60)) << pattern;
   }
 }
 

@@ -41,6 +41,14 @@ std::vector<Letto> Leggi(const std::string& testo) {
   return righe;
 }
 
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kConSanitizer = true;
+#elif defined(__has_feature)
+constexpr bool kConSanitizer = __has_feature(address_sanitizer);
+#else
+constexpr bool kConSanitizer = false;
+#endif
+
 long MemoriaMassima() {
   rusage uso{};
   ::getrusage(RUSAGE_SELF, &uso);
@@ -194,7 +202,8 @@ TEST(LettoreCsv, MemoryDoesNotGrowWithTheRows) {
   std::size_t righe = 1;
   while (lettore.Prossimo(record)) ++righe;
   EXPECT_EQ(righe, 100'000U);
-  EXPECT_LT(MemoriaMassima() - prima, 8 * 1024);
+  // The address sanitizer keeps what was freed for a while, so that the process grows all the same.
+  if (!kConSanitizer) EXPECT_LT(MemoriaMassima() - prima, 8 * 1024);
 }
 
 TEST(LettoreCsv, AStreamThatCannotBeReadIsToldFromItsEnd) {
