@@ -417,7 +417,7 @@ TEST_F(MessageWriter, AttachmentsArriveByteByByte) {
       {"posta.eml", "From: x\n\nFrom y\n"},
       {"' percento %41.p7m", std::string(1, '\0')}};
   Message message = Simple();
-  for (const auto& [name, content] : files) message.attachments.push_back(directory_.Write(name, content));
+  for (const auto& [name, content] : files) message.attachments.emplace_back(directory_.Write(name, content));
   const ReceivedMessage read = Parsed(message);
   ASSERT_EQ(read.attachments.size(), files.size());
   for (std::size_t i = 0; i < files.size(); ++i) {
