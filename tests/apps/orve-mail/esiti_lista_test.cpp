@@ -94,12 +94,21 @@ TEST_F(Esiti, TheFirstHalfIsInTheFileBeforeTheMessageLeaves) {
   EXPECT_EQ(SenzaOre(), Riga("2;" + kUna + ";x;ORA;"));
 }
 
+std::string Intera(const std::string& impronta) {
+  return "2;" + impronta + ";x;2026-01-01T00:00:00Z;inviato;\n";
+}
+
+std::string Mezza(const std::string& impronta) {
+  return "3;" + impronta + ";y;2026-01-01T00:00:01Z;";
+}
+
 TEST_F(Esiti, ALineWithoutItsSecondHalfIsUncertain) {
   for (const std::string& resto :
        {std::string(), std::string("i"), std::string("inviato"), std::string("inviato;"),
         std::string("fallito;550 no"), std::string("\0\0\0", 3)}) {
-    cartella.Write("lista.esito", Riga("2;" + kUna + ";x;2026-01-01T00:00:00Z;inviato;\n3;" + kDue +
-                                       ";y;2026-01-01T00:00:01Z;" + resto));
+    std::string righe = Intera(kUna) + Mezza(kDue);
+    righe += resto;
+    cartella.Write("lista.esito", Riga(righe));
     {
       const EsitiLista esiti(File(), "LISTA-2");
       EXPECT_EQ(esiti.Cerca(3)->esito, EsitoRiga::kIncerto) << resto;
@@ -154,13 +163,16 @@ TEST_F(Esiti, AFileOfSomebodyElseIsLeftAlone) {
 }
 
 TEST_F(Esiti, ADamagedLineIsToldAndNothingChanged) {
-  const std::string buona = "2;" + kUna + ";x;2026-01-01T00:00:00Z;inviato;\n";
+  const std::string buona = Intera(kUna);
   for (const std::string& guasta :
        {std::string("\n"), "3;" + kUna + ";x;;inviato\n", "3;" + kUna + ";x;;spedito;\n",
         "x;" + kUna + ";x;;inviato;\n", "-3;" + kUna + ";x;;inviato;\n", std::string("3;;x;;inviato;\n"),
         "3;" + kUna.substr(1) + ";x;;inviato;\n", "3;" + kUna.substr(1) + "G;x;;inviato;\n",
         "3;" + kUna + ";x;;inviato;;\n", "99999999999999999999999;" + kUna + ";x;;inviato;\n"}) {
-    const std::string testo = Riga(buona + guasta + buona);
+    std::string righe = buona;
+    righe += guasta;
+    righe += buona;
+    const std::string testo = Riga(righe);
     cartella.Write("lista.esito", testo);
     EXPECT_THAT(Rifiuto(), HasSubstr("è danneggiato alla riga 3")) << guasta;
     EXPECT_EQ(Testo(), testo);
