@@ -203,7 +203,9 @@ TEST(LettoreCsv, MemoryDoesNotGrowWithTheRows) {
   while (lettore.Prossimo(record)) ++righe;
   EXPECT_EQ(righe, 100'000U);
   // The address sanitizer keeps what was freed for a while, so that the process grows all the same.
-  if (!kConSanitizer) EXPECT_LT(MemoriaMassima() - prima, 8 * 1024);
+  if (!kConSanitizer) {
+    EXPECT_LT(MemoriaMassima() - prima, 8 * 1024);
+  }
 }
 
 TEST(LettoreCsv, AStreamThatCannotBeReadIsToldFromItsEnd) {
