@@ -81,8 +81,8 @@ TEST_F(Attachable, AnEmptyPathIsRefused) {
 }
 
 TEST_F(Attachable, AMissingFileIsRefusedUnderThePathAsGiven) {
-  ExpectRefused("C:\\doc\\manca.pdf", 53,
-                "Impossibile allegare il file \"C:\\doc\\manca.pdf\": il file non esiste");
+  ExpectRefused(R"(C:\doc\manca.pdf)", 53,
+                R"(Impossibile allegare il file "C:\doc\manca.pdf": il file non esiste)");
 }
 
 TEST_F(Attachable, ADanglingLinkIsRefused) {

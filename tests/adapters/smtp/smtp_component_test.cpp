@@ -24,7 +24,6 @@ using support::On;
 using support::Say;
 using support::ScriptedServer;
 using support::SmtpServer;
-using support::Step;
 using testing::ElementsAre;
 
 /// A server that nobody may reach.
@@ -45,7 +44,7 @@ host::Errore RaisedBy(Action action) {
     return errore;
   }
   ADD_FAILURE() << "nothing was raised";
-  return host::Errore(0, "", "");
+  return {0, "", ""};
 }
 
 TEST(GetLastError, SaysThatNothingWasTriedUntilAMessageIsSent) {
