@@ -1,0 +1,13 @@
+# What both widths share. Everything is linked in, so that a DLL imports nothing but the system's own.
+set(CMAKE_CXX_COMPILER "${ORVE_MINGW}-g++-posix")
+set(CMAKE_C_COMPILER "${ORVE_MINGW}-gcc-posix")
+set(CMAKE_RC_COMPILER "${ORVE_MINGW}-windres")
+set(ORVE_WIDL "${ORVE_MINGW}-widl")
+set(CMAKE_FIND_ROOT_PATH "/usr/${ORVE_MINGW}")
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
+set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
+set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_CURRENT_LIST_DIR}/../scripts/in-wine")
