@@ -12,26 +12,11 @@ namespace orve::adapters::sqlite {
 namespace {
 
 constexpr std::int32_t kTipoSconosciuto = 8;  // a new command's, until it is told
-constexpr std::int32_t kIntero32 = 3;
-constexpr std::int32_t kUscita = 2;
 
 }  // namespace
 
-class Parametro final : public host::Parameter {
- public:
-  explicit Parametro(std::string nome) : nome_(std::move(nome)) {}
-
-  [[nodiscard]] host::Variant Value() const override { return valore_; }
-  void Value(host::Variant valore) { valore_ = std::move(valore); }
-  [[nodiscard]] const std::string& Nome() const { return nome_; }
-
- private:
-  std::string nome_;
-  host::Variant valore_ = host::Null{};
-};
-
 Comando::Comando(std::shared_ptr<Database> database)
-    : database_(std::move(database)), tipo_(kTipoSconosciuto) {}
+    : database_(std::move(database)), tipo_(kTipoSconosciuto), parametri_(kSorgente) {}
 
 void Comando::CommandType(std::int32_t tipo) {
   tipo_ = tipo;
@@ -44,30 +29,23 @@ void Comando::CommandText(const std::string& testo) {
 std::shared_ptr<host::Parameter> Comando::CreateParameter(const std::string& nome, std::int32_t tipo,
                                                           std::int32_t direzione,
                                                           std::int32_t /*lunghezza*/) {
-  if (tipo != kIntero32 || direzione != kUscita) {
-    throw host::Errore(kArgomentiErrati, kSorgente, "Parametro non previsto: " + nome);
-  }
-  return std::make_shared<Parametro>(nome);
+  return parametri_.Crea(nome, tipo, direzione);
 }
 
 void Comando::ParametersAppend(const std::shared_ptr<host::Parameter>& parametro) {
-  (void)host::Richiesto(parametro);
-  auto proprio = std::dynamic_pointer_cast<Parametro>(parametro);
-  if (!proprio)
-    throw host::Errore(kArgomentiErrati, kSorgente, "Il parametro appartiene a un'altra connessione");
-  parametri_.push_back(std::move(proprio));
+  parametri_.Aggiungi(parametro);
 }
 
 void Comando::Execute() {
   if (!database_->Aperto()) {
-    throw host::Errore(kConnessioneNonValida, kSorgente, "La connessione del comando è chiusa");
+    throw host::Errore(rows::kConnessioneNonValida, kSorgente, "La connessione del comando è chiusa");
   }
   if (tipo_ == host::kProceduraMemorizzata) {
     EseguiProcedura();
     return;
   }
-  if (!parametri_.empty()) {
-    throw host::Errore(kArgomentiErrati, kSorgente,
+  if (!parametri_.Tutti().empty()) {
+    throw host::Errore(rows::kArgomentiErrati, kSorgente,
                        "I parametri sono ammessi solo per le procedure memorizzate");
   }
   (void)database_->Esegui(TraduciDialetto(testo_), {});
@@ -77,24 +55,21 @@ void Comando::EseguiProcedura() {
   std::string nome(text::Trim(testo_));
   if (text::EqualsIgnoreCase(nome.substr(0, 4), "dbo.")) nome.erase(0, 4);
   if (text::EqualsIgnoreCase(nome, "SPFW_GetUserIDFromConnection")) {
-    if (parametri_.size() != 1) {
+    if (parametri_.Tutti().size() != 1) {
       throw host::Errore(SQLITE_ERROR, kSorgente, "wrong number of arguments to procedure " + nome);
     }
     const auto& utente = database_->utente;
-    parametri_.front()->Value(utente ? host::Variant(*utente) : host::Variant(host::Null{}));
+    parametri_.Tutti().front()->Value(utente ? host::Variant(*utente) : host::Variant(host::Null{}));
     return;
   }
-  if (!parametri_.empty() || nome.empty()) {
+  if (!parametri_.Tutti().empty() || nome.empty()) {
     throw host::Errore(SQLITE_ERROR, kSorgente, "no such procedure: " + nome);
   }
   (void)database_->Esegui(TraduciDialetto("exec " + nome), {});
 }
 
 std::shared_ptr<host::Parameter> Comando::ParametersItem(std::string_view nome) const {
-  for (const auto& parametro : parametri_) {
-    if (text::EqualsIgnoreCase(parametro->Nome(), nome)) return parametro;
-  }
-  throw host::Errore(kElementoSconosciuto, kSorgente, "Parametro non trovato: " + std::string(nome));
+  return parametri_.Trova(nome);
 }
 
 }  // namespace orve::adapters::sqlite

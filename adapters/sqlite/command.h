@@ -3,14 +3,12 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "host/connection.h"
+#include "rows/parameters.h"
 #include "sqlite/database.h"
 
 namespace orve::adapters::sqlite {
-
-class Parametro;
 
 class Comando final : public host::Command {
  public:
@@ -33,7 +31,7 @@ class Comando final : public host::Command {
   std::shared_ptr<Database> database_;
   std::int32_t tipo_;
   std::string testo_;
-  std::vector<std::shared_ptr<Parametro>> parametri_;
+  rows::Parametri parametri_;
 };
 
 }  // namespace orve::adapters::sqlite

@@ -104,7 +104,7 @@ void Database::Prepara(const OpzioniSqlite& opzioni, bool nuovo) {
 
 void Database::Verifica() {
   if (database_ == nullptr) {
-    throw host::Errore(kOggettoChiuso, kSorgente, "Operazione non consentita: la connessione è chiusa");
+    throw host::Errore(rows::kOggettoChiuso, kSorgente, "Operazione non consentita: la connessione è chiusa");
   }
   // A file that was deleted or replaced would go on answering from what is no longer there.
   int spostato = 0;
@@ -135,21 +135,21 @@ bool Database::SenzaIstruzioni(std::string_view testo) {
   }
 }
 
-Righe Database::Esegui(const std::string& istruzione, const std::vector<Valore>& valori) {
+rows::Righe Database::Esegui(const std::string& istruzione, const std::vector<Valore>& valori) {
   Verifica();
   // The engine would read up to the NUL and run what stands before it.
   if (istruzione.find('\0') != std::string::npos) {
-    throw host::Errore(kArgomentiErrati, kSorgente, "L'istruzione contiene un carattere NUL");
+    throw host::Errore(rows::kArgomentiErrati, kSorgente, "L'istruzione contiene un carattere NUL");
   }
   InTempo();
   try {
     Istruzione preparata(database_, istruzione);
-    if (preparata.Vuota()) throw host::Errore(kArgomentiErrati, kSorgente, "L'istruzione è vuota");
+    if (preparata.Vuota()) throw host::Errore(rows::kArgomentiErrati, kSorgente, "L'istruzione è vuota");
     if (!SenzaIstruzioni(preparata.Resto())) {
-      throw host::Errore(kArgomentiErrati, kSorgente, "Il testo contiene più di un'istruzione");
+      throw host::Errore(rows::kArgomentiErrati, kSorgente, "Il testo contiene più di un'istruzione");
     }
     preparata.Valori(valori);
-    Righe righe;
+    rows::Righe righe;
     for (int colonna = 0; colonna < preparata.Colonne(); ++colonna) {
       righe.colonne.push_back(preparata.NomeColonna(colonna));
     }

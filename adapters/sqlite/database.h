@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "sqlite/record_set.h"
+#include "rows/record_set.h"
 #include "sqlite/statement.h"
 
 struct sqlite3;
@@ -37,7 +37,7 @@ class Database {
   Database& operator=(Database&&) = delete;
 
   /// Runs exactly one statement in SQLite's own dialect and holds its rows.
-  [[nodiscard]] Righe Esegui(const std::string& istruzione, const std::vector<Valore>& valori);
+  [[nodiscard]] rows::Righe Esegui(const std::string& istruzione, const std::vector<Valore>& valori);
   /// Runs the statements of a text one after the other and drops their rows. For texts of the program's own.
   void EseguiScript(std::string_view script);
 

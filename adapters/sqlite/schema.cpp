@@ -82,7 +82,7 @@ void ImpostaServer(SqliteConnection& connessione, std::int32_t idServer, const s
       " WHERE FW23_IDSERVER = ?1 RETURNING FW23_IDSERVER",
       {std::int64_t{idServer}, host, std::int64_t{porta}, std::int64_t{ssl}, std::int64_t{autenticazione}});
   if (cambiate->Eof()) {
-    throw host::Errore(kNessunaRiga, kSorgente,
+    throw host::Errore(rows::kNessunaRiga, kSorgente,
                        "Nessun server di posta con il codice " + std::to_string(idServer));
   }
 }

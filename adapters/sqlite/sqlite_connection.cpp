@@ -27,13 +27,14 @@ std::shared_ptr<host::RecordSet> SqliteConnection::Execute(const std::string& st
     comando->CommandType(opzione);
     comando->CommandText(statement);
     comando->Execute();
-    return std::make_shared<RecordSetInMemoria>(Righe{});
+    return std::make_shared<rows::RecordSetInMemoria>(rows::Righe{}, kSorgente);
   }
   if (opzione != host::kComandoTesto && opzione != host::kComandoNonIndicato) {
-    throw host::Errore(kArgomentiErrati, kSorgente,
+    throw host::Errore(rows::kArgomentiErrati, kSorgente,
                        "Opzione di esecuzione non prevista: " + std::to_string(opzione));
   }
-  return std::make_shared<RecordSetInMemoria>(database_->Esegui(TraduciDialetto(statement), {}));
+  return std::make_shared<rows::RecordSetInMemoria>(database_->Esegui(TraduciDialetto(statement), {}),
+                                                    kSorgente);
 }
 
 std::shared_ptr<host::Command> SqliteConnection::CreateCommand() {
@@ -42,7 +43,7 @@ std::shared_ptr<host::Command> SqliteConnection::CreateCommand() {
 
 std::shared_ptr<host::RecordSet> SqliteConnection::EseguiConValori(const std::string& istruzione,
                                                                    const std::vector<Valore>& valori) {
-  return std::make_shared<RecordSetInMemoria>(database_->Esegui(istruzione, valori));
+  return std::make_shared<rows::RecordSetInMemoria>(database_->Esegui(istruzione, valori), kSorgente);
 }
 
 void SqliteConnection::UtenteConnessione(std::optional<std::int32_t> idUtente) {

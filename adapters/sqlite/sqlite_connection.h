@@ -8,9 +8,9 @@
 // the library joins values into its statements as they are, and a value must not bring a statement of its
 // own.
 //
-// Errors of the engine carry its extended number and text, those of the objects the numbers of record_set.h;
-// the source is "SQLite" for both. The file is checked at every statement: one that was deleted or replaced
-// is an error, not an answer from yesterday.
+// Errors of the engine carry its extended number and text, those of the objects the numbers of
+// rows/record_set.h; the source is "SQLite" for both. The file is checked at every statement: one that was
+// deleted or replaced is an error, not an answer from yesterday.
 #pragma once
 
 #include <cstdint>

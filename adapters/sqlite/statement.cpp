@@ -6,6 +6,7 @@
 #include <chrono>
 #include <limits>
 
+#include "rows/values.h"
 #include "text/text.h"
 
 namespace orve::adapters::sqlite {
@@ -37,14 +38,6 @@ bool LeggiOra(std::string_view testo, int& ora, int& minuto, int& secondo) {
   if (testo.empty() == frazione || testo.find_first_not_of("0123456789") != std::string_view::npos)
     return false;
   return ora < 24 && minuto < 60 && secondo < 60;
-}
-
-host::Variant Intero(std::int64_t numero) {
-  if (numero >= std::numeric_limits<std::int32_t>::min() &&
-      numero <= std::numeric_limits<std::int32_t>::max()) {
-    return static_cast<std::int32_t>(numero);
-  }
-  return static_cast<double>(numero);
 }
 
 }  // namespace
@@ -166,7 +159,7 @@ host::Variant Istruzione::Leggi(int colonna) const {
   // Reading the text of a number would turn the column into a text: ask the type as it was.
   if (tipo == SQLITE_INTEGER) {
     const auto numero = sqlite3_column_int64(istruzione_, colonna);
-    return specie == Specie::kBit ? host::Variant(numero != 0) : Intero(numero);
+    return specie == Specie::kBit ? host::Variant(numero != 0) : rows::DaIntero(numero);
   }
   if (tipo == SQLITE_FLOAT) return sqlite3_column_double(istruzione_, colonna);
   return Testo(colonna);

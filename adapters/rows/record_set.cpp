@@ -1,25 +1,25 @@
-#include "sqlite/record_set.h"
+#include "rows/record_set.h"
 
 #include <string_view>
 #include <utility>
 
-#include "sqlite/statement.h"
 #include "text/text.h"
 
-namespace orve::adapters::sqlite {
+namespace orve::adapters::rows {
 
 struct RecordSetInMemoria::Cursore {
   Righe righe;
+  std::string sorgente;
   std::size_t riga = 0;
   bool aperto = true;
 
   void Aperto() const {
     if (!aperto)
-      throw host::Errore(kOggettoChiuso, kSorgente, "Operazione non consentita: il recordset è chiuso");
+      throw host::Errore(kOggettoChiuso, sorgente, "Operazione non consentita: il recordset è chiuso");
   }
 
   void ConRighe(bool presente) const {
-    if (!presente) throw host::Errore(kNessunaRiga, kSorgente, "Nessun record corrente");
+    if (!presente) throw host::Errore(kNessunaRiga, sorgente, "Nessun record corrente");
   }
 
   [[nodiscard]] bool Fine() const { return riga >= righe.Numero(); }
@@ -51,7 +51,7 @@ class RecordSetInMemoria::Colonne final : public host::Fields {
     for (std::size_t posto = 0; posto < colonne.size(); ++posto) {
       if (text::EqualsIgnoreCase(colonne[posto], nome)) return std::make_shared<Colonna>(cursore_, posto);
     }
-    throw host::Errore(kElementoSconosciuto, kSorgente,
+    throw host::Errore(kElementoSconosciuto, cursore_->sorgente,
                        "Colonna non trovata nel risultato: " + std::string(nome));
   }
 
@@ -59,8 +59,10 @@ class RecordSetInMemoria::Colonne final : public host::Fields {
   std::shared_ptr<const Cursore> cursore_;
 };
 
-RecordSetInMemoria::RecordSetInMemoria(Righe righe) : cursore_(std::make_shared<Cursore>()) {
+RecordSetInMemoria::RecordSetInMemoria(Righe righe, std::string sorgente)
+    : cursore_(std::make_shared<Cursore>()) {
   cursore_->righe = std::move(righe);
+  cursore_->sorgente = std::move(sorgente);
 }
 
 bool RecordSetInMemoria::Eof() const {
@@ -95,4 +97,4 @@ void RecordSetInMemoria::Close() {
   cursore_->righe = {};
 }
 
-}  // namespace orve::adapters::sqlite
+}  // namespace orve::adapters::rows

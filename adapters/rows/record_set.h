@@ -9,7 +9,7 @@
 
 #include "host/connection.h"
 
-namespace orve::adapters::sqlite {
+namespace orve::adapters::rows {
 
 /// The numbers with which the application's database objects refuse a call, beside the engine's own.
 enum NumeroOggetto : std::int32_t {
@@ -29,10 +29,11 @@ struct Righe {
 };
 
 /// Columns are found without case; of two with the same name the first counts. The fields follow the record
-/// set from row to row. A closed record set answers State and refuses everything else with 3704.
+/// set from row to row. A closed record set answers State and refuses everything else with 3704. Its errors
+/// name `sorgente`, the database the rows came from.
 class RecordSetInMemoria final : public host::RecordSet {
  public:
-  explicit RecordSetInMemoria(Righe righe);
+  RecordSetInMemoria(Righe righe, std::string sorgente);
 
   [[nodiscard]] bool Eof() const override;
   [[nodiscard]] std::shared_ptr<host::Fields> Fields() const override;
@@ -49,4 +50,4 @@ class RecordSetInMemoria final : public host::RecordSet {
   std::shared_ptr<Cursore> cursore_;  // shared with the fields handed out
 };
 
-}  // namespace orve::adapters::sqlite
+}  // namespace orve::adapters::rows

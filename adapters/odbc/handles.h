@@ -1,0 +1,44 @@
+// ODBC's handles, which free themselves, and what a driver says about a failure.
+#pragma once
+
+#include <sql.h>
+#include <sqlext.h>
+#include <sqltypes.h>
+
+#include "host/errore.h"
+#include "rows/record_set.h"
+
+namespace orve::adapters::odbc {
+
+inline constexpr const char* kSorgente = "ODBC";
+/// The number of an error for which the driver has none of its own.
+inline constexpr std::int32_t kErroreSenzaNumero = -2147467259;
+
+class Handle {
+ public:
+  Handle() = default;
+  /// Raises what the parent says when it cannot be made.
+  Handle(SQLSMALLINT tipo, SQLHANDLE padre);
+  ~Handle() { Libera(); }
+  Handle(Handle&& altro) noexcept;
+  Handle& operator=(Handle&& altro) noexcept;
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+
+  void Libera() noexcept;
+  [[nodiscard]] SQLHANDLE Grezzo() const { return grezzo_; }
+  [[nodiscard]] SQLSMALLINT Tipo() const { return tipo_; }
+
+  /// Raises the driver's error, as Diagnosi gives it, unless the call went well.
+  void Verifica(SQLRETURN esito) const;
+
+ private:
+  SQLSMALLINT tipo_ = 0;
+  SQLHANDLE grezzo_ = nullptr;
+};
+
+/// The driver's word on the last call that failed: its native number, or kErroreSenzaNumero, and its texts,
+/// the SQLSTATE behind the first.
+[[nodiscard]] host::Errore Diagnosi(SQLSMALLINT tipo, SQLHANDLE grezzo);
+
+}  // namespace orve::adapters::odbc

@@ -1,0 +1,149 @@
+#include "odbc/result.h"
+
+#include <sqlucode.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "odbc/wide_text.h"
+#include "rows/values.h"
+
+namespace orve::adapters::odbc {
+
+namespace {
+
+struct Colonna {
+  std::string nome;
+  SQLSMALLINT tipo = SQL_UNKNOWN_TYPE;
+};
+
+Colonna Descrivi(const Handle& istruzione, SQLUSMALLINT posto) {
+  std::array<SQLWCHAR, 512> nome{};
+  SQLSMALLINT lunghezza = 0;
+  SQLSMALLINT tipo = SQL_UNKNOWN_TYPE;
+  SQLULEN ampiezza = 0;
+  SQLSMALLINT decimali = 0;
+  SQLSMALLINT annullabile = 0;
+  istruzione.Verifica(SQLDescribeColW(istruzione.Grezzo(), posto, nome.data(),
+                                      static_cast<SQLSMALLINT>(nome.size()), &lunghezza, &tipo, &ampiezza,
+                                      &decimali, &annullabile));
+  const auto unita = std::min(static_cast<std::size_t>(std::max<SQLSMALLINT>(lunghezza, 0)), nome.size() - 1);
+  return {Stretto({reinterpret_cast<const char16_t*>(nome.data()), unita}), tipo};
+}
+
+// A value of fixed size; false for null.
+template <class T>
+bool Fisso(const Handle& istruzione, SQLUSMALLINT posto, SQLSMALLINT tipo, T& valore) {
+  SQLLEN presente = 0;
+  istruzione.Verifica(
+      SQLGetData(istruzione.Grezzo(), posto, tipo, &valore, static_cast<SQLLEN>(sizeof valore), &presente));
+  return presente != SQL_NULL_DATA;
+}
+
+// A text of any length, piece by piece; false for null.
+bool Testo(const Handle& istruzione, SQLUSMALLINT posto, std::string& valore) {
+  std::u16string largo;
+  std::array<char16_t, 4096> pezzo{};
+  for (;;) {
+    SQLLEN restanti = 0;  // bytes, this piece's included
+    const SQLRETURN esito = SQLGetData(istruzione.Grezzo(), posto, SQL_C_WCHAR, pezzo.data(),
+                                       static_cast<SQLLEN>(sizeof pezzo), &restanti);
+    if (esito == SQL_NO_DATA) break;
+    istruzione.Verifica(esito);
+    if (restanti == SQL_NULL_DATA) return false;
+    const bool ultimo =
+        restanti != SQL_NO_TOTAL && restanti < static_cast<SQLLEN>(sizeof pezzo) && esito == SQL_SUCCESS;
+    // All but the last piece are full to the NUL at their end.
+    largo.append(pezzo.data(), ultimo ? static_cast<std::size_t>(restanti) / 2 : pezzo.size() - 1);
+    if (ultimo) break;
+  }
+  valore = Stretto(largo);
+  return true;
+}
+
+// A decimal as the driver spells it.
+host::Variant Decimale(const std::string& testo) {
+  const char* const fine = testo.data() + testo.size();
+  std::int64_t intero = 0;
+  const auto letto = std::from_chars(testo.data(), fine, intero);
+  if (letto.ec == std::errc() && letto.ptr == fine) return rows::DaIntero(intero);
+  double numero = 0;
+  const auto reale = std::from_chars(testo.data(), fine, numero);
+  if (reale.ec == std::errc() && reale.ptr == fine) return numero;
+  return testo;
+}
+
+host::Variant Valore(const Handle& istruzione, SQLUSMALLINT posto, SQLSMALLINT tipo) {
+  const host::Variant nullo = host::Null{};
+  switch (tipo) {
+    case SQL_BIT: {
+      unsigned char bit = 0;
+      return Fisso(istruzione, posto, SQL_C_BIT, bit) ? host::Variant(bit != 0) : nullo;
+    }
+    case SQL_TINYINT:
+    case SQL_SMALLINT:
+    case SQL_INTEGER:
+    case SQL_BIGINT: {
+      SQLBIGINT numero = 0;
+      return Fisso(istruzione, posto, SQL_C_SBIGINT, numero) ? rows::DaIntero(numero) : nullo;
+    }
+    case SQL_REAL:
+    case SQL_FLOAT:
+    case SQL_DOUBLE: {
+      double numero = 0;
+      return Fisso(istruzione, posto, SQL_C_DOUBLE, numero) ? host::Variant(numero) : nullo;
+    }
+    case SQL_DATE:
+    case SQL_TYPE_DATE:
+    case SQL_TIMESTAMP:
+    case SQL_TYPE_TIMESTAMP: {
+      SQL_TIMESTAMP_STRUCT istante{};
+      if (!Fisso(istruzione, posto, SQL_C_TYPE_TIMESTAMP, istante)) return nullo;
+      return host::DataOra::Da(istante.year, istante.month, istante.day, istante.hour, istante.minute,
+                               istante.second);
+    }
+    default: {
+      std::string testo;
+      if (!Testo(istruzione, posto, testo)) return nullo;
+      return tipo == SQL_DECIMAL || tipo == SQL_NUMERIC ? Decimale(testo) : host::Variant(testo);
+    }
+  }
+}
+
+rows::Righe LeggiRighe(const Handle& istruzione, SQLSMALLINT colonne) {
+  rows::Righe righe;
+  std::vector<SQLSMALLINT> tipi;
+  for (SQLUSMALLINT posto = 1; posto <= colonne; ++posto) {
+    auto colonna = Descrivi(istruzione, posto);
+    righe.colonne.push_back(std::move(colonna.nome));
+    tipi.push_back(colonna.tipo);
+  }
+  for (;;) {
+    const SQLRETURN esito = SQLFetch(istruzione.Grezzo());
+    if (esito == SQL_NO_DATA) return righe;
+    istruzione.Verifica(esito);
+    for (SQLUSMALLINT posto = 1; posto <= colonne; ++posto) {
+      righe.valori.push_back(Valore(istruzione, posto, tipi[posto - 1U]));
+    }
+  }
+}
+
+}  // namespace
+
+rows::Righe LeggiRisultati(const Handle& istruzione) {
+  rows::Righe righe;
+  for (;;) {
+    SQLSMALLINT colonne = 0;
+    istruzione.Verifica(SQLNumResultCols(istruzione.Grezzo(), &colonne));
+    if (colonne > 0 && righe.colonne.empty()) righe = LeggiRighe(istruzione, colonne);
+    const SQLRETURN esito = SQLMoreResults(istruzione.Grezzo());
+    if (esito == SQL_NO_DATA) return righe;
+    istruzione.Verifica(esito);
+  }
+}
+
+}  // namespace orve::adapters::odbc

@@ -1,0 +1,12 @@
+// The results of a statement that has run, read into memory.
+#pragma once
+
+#include "odbc/handles.h"
+
+namespace orve::adapters::odbc {
+
+/// The rows of the first result that has columns; none when there is no such result. All results are gone
+/// through to the end, since an error may come behind the first. Raises the driver's error.
+[[nodiscard]] rows::Righe LeggiRisultati(const Handle& istruzione);
+
+}  // namespace orve::adapters::odbc

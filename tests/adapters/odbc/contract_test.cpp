@@ -1,0 +1,81 @@
+// Two foreign engines behind ODBC under the contract of all connections: SQLite's driver, and H2 in its SQL
+// Server mode behind PostgreSQL's driver.
+#include "adapters/connection_contract.h"
+#include "adapters/odbc/motore.h"
+#include "odbc/odbc_connection.h"
+#include "support/temp_dir.h"
+
+namespace orve::contract {
+
+namespace {
+
+using adapters::odbc::Motore;
+using adapters::odbc::OdbcConnection;
+
+constexpr const char* kTabella =
+    "CREATE TABLE CONTRATTO (CODICE INT, NOME VARCHAR(50) NULL, PESO FLOAT NULL, NOTE VARCHAR(4000) NULL)";
+constexpr const char* kRighe =
+    "INSERT INTO CONTRATTO VALUES (1, 'Uno', 1.5, NULL), (2, 'Città, d''Oro', NULL, ''),"
+    " (3, NULL, -2, 'riga1\r\nriga2')";
+
+class BancoDriverSqlite : public Banco {
+ public:
+  BancoDriverSqlite()
+      : connessione_(OdbcConnection::Apri(
+            "Driver=SQLite3;Database=" + (cartella_.Path() / "contratto.db").string() + ";Timeout=5000")) {
+    for (const char* testo : {kTabella, kRighe}) (void)connessione_->Execute(testo, host::kComandoTesto);
+  }
+
+  std::shared_ptr<host::Connection> Connessione() override { return connessione_; }
+  void Cade() override { connessione_->Chiudi(); }
+
+ private:
+  support::TempDir cartella_;
+  std::shared_ptr<OdbcConnection> connessione_;
+};
+
+class BancoH2 : public Banco {
+ public:
+  BancoH2() : connessione_(OdbcConnection::Apri(Motore().ConnectionString("contratto"))) {
+    for (const char* testo : {
+             "SET MODE MSSQLServer",
+             "SET COLLATION ENGLISH STRENGTH PRIMARY",
+             kTabella,
+             kRighe,
+             "CREATE ALIAS SPFW_GetUserIDFromConnection AS 'java.sql.ResultSet utente(java.sql.Connection c, "
+             "Integer uscita) throws Exception { return c.createStatement().executeQuery(\"SELECT "
+             "@UTENTE\"); }'",
+         }) {
+      (void)connessione_->Execute(testo, host::kComandoTesto);
+    }
+  }
+
+  std::shared_ptr<host::Connection> Connessione() override { return connessione_; }
+  void Utente(std::optional<std::int32_t> id) override {
+    (void)connessione_->Execute("SET @UTENTE = " + (id ? std::to_string(*id) : "NULL"), host::kComandoTesto);
+  }
+  void Cade() override { connessione_->Chiudi(); }
+
+ private:
+  std::shared_ptr<OdbcConnection> connessione_;
+};
+
+std::unique_ptr<Banco> CreaBancoDriverSqlite() {
+  return std::make_unique<BancoDriverSqlite>();
+}
+
+std::unique_ptr<Banco> CreaBancoH2() {
+  return std::make_unique<BancoH2>();
+}
+
+std::string NomeBanco(const ::testing::TestParamInfo<CreaBanco>& info) {
+  return info.param == &CreaBancoH2 ? "H2" : "SqliteDriver";
+}
+
+INSTANTIATE_TEST_SUITE_P(Odbc, ContrattoConnessione, ::testing::Values(&CreaBancoDriverSqlite, &CreaBancoH2),
+                         NomeBanco);
+INSTANTIATE_TEST_SUITE_P(Odbc, ContrattoDialetto, ::testing::Values(&CreaBancoH2), NomeBanco);
+
+}  // namespace
+
+}  // namespace orve::contract

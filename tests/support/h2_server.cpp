@@ -1,0 +1,25 @@
+#include "support/h2_server.h"
+
+#include <chrono>
+
+namespace orve::support {
+
+namespace {
+
+constexpr std::chrono::seconds kPatience{60};  // a virtual machine starts slowly on a busy one
+
+}  // namespace
+
+H2Server::H2Server()
+    : process_(std::make_unique<Process>(
+          std::vector<std::string>{"/usr/bin/python3", ORVE_SOURCE_DIR "/tests/support/h2_server.py",
+                                   "--directory=" + directory_.Path().string()})) {
+  port_ = std::stoi(process_->WaitForLine("READY ", kPatience).substr(6));
+}
+
+std::string H2Server::ConnectionString(const std::string& database) const {
+  return "Driver={PostgreSQL Unicode};Server=127.0.0.1;Port=" + std::to_string(port_) +
+         ";Database=mem:" + database + ";UID=sa;PWD=sa";
+}
+
+}  // namespace orve::support

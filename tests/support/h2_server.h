@@ -1,0 +1,27 @@
+// An engine that is not ours and takes SQL Server's dialect: H2 behind PostgreSQL's protocol, started by a
+// test and gone with the object.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "support/process.h"
+#include "support/temp_dir.h"
+
+namespace orve::support {
+
+class H2Server {
+ public:
+  H2Server();
+
+  /// An ODBC connection string for a database of that name in memory, made on first use and gone with its
+  /// last connection.
+  [[nodiscard]] std::string ConnectionString(const std::string& database) const;
+
+ private:
+  TempDir directory_;
+  std::unique_ptr<Process> process_;
+  int port_ = 0;
+};
+
+}  // namespace orve::support
