@@ -17,7 +17,8 @@ constexpr std::chrono::seconds kAttesaMinima{1};
 
 SQLPOINTER Secondi(std::chrono::seconds attesa) {
   const auto secondi = std::max(attesa, kAttesaMinima).count();
-  return reinterpret_cast<SQLPOINTER>(static_cast<SQLULEN>(secondi));
+  // ODBC takes a number in the place of a pointer.
+  return reinterpret_cast<SQLPOINTER>(static_cast<SQLULEN>(secondi));  // NOLINT(performance-no-int-to-ptr)
 }
 
 SQLWCHAR* Unita(std::u16string& testo) {

@@ -78,37 +78,39 @@ host::Variant Decimale(const std::string& testo) {
 }
 
 host::Variant Valore(const Handle& istruzione, SQLUSMALLINT posto, SQLSMALLINT tipo) {
-  const host::Variant nullo = host::Null{};
   switch (tipo) {
     case SQL_BIT: {
       unsigned char bit = 0;
-      return Fisso(istruzione, posto, SQL_C_BIT, bit) ? host::Variant(bit != 0) : nullo;
+      if (!Fisso(istruzione, posto, SQL_C_BIT, bit)) return host::Null{};
+      return bit != 0;
     }
     case SQL_TINYINT:
     case SQL_SMALLINT:
     case SQL_INTEGER:
     case SQL_BIGINT: {
       SQLBIGINT numero = 0;
-      return Fisso(istruzione, posto, SQL_C_SBIGINT, numero) ? rows::DaIntero(numero) : nullo;
+      if (!Fisso(istruzione, posto, SQL_C_SBIGINT, numero)) return host::Null{};
+      return rows::DaIntero(numero);
     }
     case SQL_REAL:
     case SQL_FLOAT:
     case SQL_DOUBLE: {
       double numero = 0;
-      return Fisso(istruzione, posto, SQL_C_DOUBLE, numero) ? host::Variant(numero) : nullo;
+      if (!Fisso(istruzione, posto, SQL_C_DOUBLE, numero)) return host::Null{};
+      return numero;
     }
     case SQL_DATE:
     case SQL_TYPE_DATE:
     case SQL_TIMESTAMP:
     case SQL_TYPE_TIMESTAMP: {
       SQL_TIMESTAMP_STRUCT istante{};
-      if (!Fisso(istruzione, posto, SQL_C_TYPE_TIMESTAMP, istante)) return nullo;
+      if (!Fisso(istruzione, posto, SQL_C_TYPE_TIMESTAMP, istante)) return host::Null{};
       return host::DataOra::Da(istante.year, istante.month, istante.day, istante.hour, istante.minute,
                                istante.second);
     }
     default: {
       std::string testo;
-      if (!Testo(istruzione, posto, testo)) return nullo;
+      if (!Testo(istruzione, posto, testo)) return host::Null{};
       return tipo == SQL_DECIMAL || tipo == SQL_NUMERIC ? Decimale(testo) : host::Variant(testo);
     }
   }

@@ -18,6 +18,10 @@ constexpr const char* kRighe =
     "INSERT INTO CONTRATTO VALUES (1, 'Uno', 1.5, NULL), (2, 'Città, d''Oro', NULL, ''),"
     " (3, NULL, -2, 'riga1\r\nriga2')";
 
+constexpr const char* kProcedura =
+    "CREATE ALIAS SPFW_GetUserIDFromConnection AS 'java.sql.ResultSet utente(java.sql.Connection c, "
+    "Integer uscita) throws Exception { return c.createStatement().executeQuery(\"SELECT @UTENTE\"); }'";
+
 class BancoDriverSqlite : public Banco {
  public:
   BancoDriverSqlite()
@@ -42,9 +46,7 @@ class BancoH2 : public Banco {
              "SET COLLATION ENGLISH STRENGTH PRIMARY",
              kTabella,
              kRighe,
-             "CREATE ALIAS SPFW_GetUserIDFromConnection AS 'java.sql.ResultSet utente(java.sql.Connection c, "
-             "Integer uscita) throws Exception { return c.createStatement().executeQuery(\"SELECT "
-             "@UTENTE\"); }'",
+             kProcedura,
          }) {
       (void)connessione_->Execute(testo, host::kComandoTesto);
     }
