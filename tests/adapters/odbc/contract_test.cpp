@@ -38,9 +38,15 @@ class BancoDriverSqlite : public Banco {
   std::shared_ptr<OdbcConnection> connessione_;
 };
 
+// The engine takes its time to drop a database whose connection has gone: none is used twice.
+std::string NomeNuovo() {
+  static int ultimo = 0;
+  return "contratto" + std::to_string(++ultimo);
+}
+
 class BancoH2 : public Banco {
  public:
-  BancoH2() : connessione_(OdbcConnection::Apri(Motore().ConnectionString("contratto"))) {
+  BancoH2() : connessione_(OdbcConnection::Apri(Motore().ConnectionString(NomeNuovo()))) {
     for (const char* testo : {
              "SET MODE MSSQLServer",
              "SET COLLATION ENGLISH STRENGTH PRIMARY",
