@@ -1,0 +1,275 @@
+#include "win32/conversions.h"
+
+#include <climits>
+#include <limits>
+#include <memory>
+#include <vector>
+
+#include "host/errore.h"
+#include "win32/oggetto_com.h"
+
+namespace orve::win32 {
+
+namespace {
+
+using host::Errore;
+using host::Variant;
+
+// The system's functions count in int; longer texts are beyond what automation carries.
+int Lunghezza(std::size_t misura) {
+  if (misura > static_cast<std::size_t>(INT_MAX)) throw Errore(host::kMemoriaInsufficiente);
+  return static_cast<int>(misura);
+}
+
+std::wstring Allarga(UINT pagina, std::string_view testo) {
+  if (testo.empty()) return {};
+  const int lunghezza = Lunghezza(testo.size());
+  const int misura = MultiByteToWideChar(pagina, 0, testo.data(), lunghezza, nullptr, 0);
+  std::wstring largo(static_cast<std::size_t>(misura), L'\0');
+  MultiByteToWideChar(pagina, 0, testo.data(), lunghezza, largo.data(), misura);
+  return largo;
+}
+
+std::string Stringi(UINT pagina, DWORD flags, const char* sostituto, std::wstring_view testo) {
+  if (testo.empty()) return {};
+  const int lunghezza = Lunghezza(testo.size());
+  const int misura =
+      WideCharToMultiByte(pagina, flags, testo.data(), lunghezza, nullptr, 0, sostituto, nullptr);
+  std::string stretto(static_cast<std::size_t>(misura), '\0');
+  WideCharToMultiByte(pagina, flags, testo.data(), lunghezza, stretto.data(), misura, sostituto, nullptr);
+  return stretto;
+}
+
+// Locks the elements of an array for as long as they are walked.
+class Elementi {
+ public:
+  explicit Elementi(SAFEARRAY* elenco) : elenco_(elenco) {
+    if (FAILED(SafeArrayLock(elenco))) throw Errore(host::kTipoNonCorrispondente);
+  }
+  Elementi(const Elementi&) = delete;
+  Elementi& operator=(const Elementi&) = delete;
+  ~Elementi() { SafeArrayUnlock(elenco_); }
+
+ private:
+  SAFEARRAY* elenco_;
+};
+
+Variant Elemento(SAFEARRAY* elenco, VARTYPE tipo, std::vector<LONG>& indici) {
+  VariantCom elemento;
+  void* posto = nullptr;
+  if (FAILED(SafeArrayPtrOfIndex(elenco, indici.data(), &posto)) || posto == nullptr) {
+    throw Errore(host::kIndiceFuoriIntervallo);
+  }
+  // The element is looked at where it lies; a value of values may itself be one of any kind.
+  VARIANT vista;
+  VariantInit(&vista);
+  V_VT(&vista) = static_cast<VARTYPE>(tipo | VT_BYREF);
+  V_BYREF(&vista) = posto;
+  return FromCom(vista);
+}
+
+Variant::Array Dimensione(SAFEARRAY* elenco, VARTYPE tipo, UINT dimensione, std::vector<LONG>& indici) {
+  LONG primo = 0;
+  LONG ultimo = -1;
+  if (FAILED(SafeArrayGetLBound(elenco, dimensione, &primo)) ||
+      FAILED(SafeArrayGetUBound(elenco, dimensione, &ultimo))) {
+    throw Errore(host::kTipoNonCorrispondente);
+  }
+  Variant::Array valori;
+  for (std::int64_t indice = primo; indice <= ultimo; ++indice) {
+    indici[dimensione - 1] = static_cast<LONG>(indice);
+    if (dimensione == indici.size()) {
+      valori.push_back(Elemento(elenco, tipo, indici));
+    } else {
+      valori.emplace_back(Dimensione(elenco, tipo, dimensione + 1, indici));
+    }
+  }
+  return valori;
+}
+
+Variant DaArray(SAFEARRAY* elenco, VARTYPE tipo) {
+  if (elenco == nullptr) return Variant::Array{};  // never dimensioned
+  const UINT dimensioni = SafeArrayGetDim(elenco);
+  if (dimensioni == 0) return Variant::Array{};
+  const Elementi fermi(elenco);
+  std::vector<LONG> indici(dimensioni);
+  return Dimensione(elenco, tipo, 1, indici);
+}
+
+template <class Intero>
+Variant DaIntero(Intero numero) {
+  if (std::in_range<std::int16_t>(numero) && sizeof(Intero) <= 2) return static_cast<std::int16_t>(numero);
+  if (std::in_range<std::int32_t>(numero)) return static_cast<std::int32_t>(numero);
+  return static_cast<double>(numero);
+}
+
+Variant DaOggetto(ComPtr<IDispatch> oggetto) {
+  if (!oggetto) return std::shared_ptr<host::Oggetto>{};
+  return std::make_shared<OggettoIgnoto>(std::move(oggetto));
+}
+
+Variant DaIgnoto(IUnknown* ignoto) {
+  if (ignoto == nullptr) return DaOggetto({});
+  auto oggetto = ComPtr<IUnknown>(ignoto).Come<IDispatch>(IID_IDispatch);
+  if (!oggetto) throw Errore(host::kTipoNonCorrispondente);
+  return DaOggetto(std::move(oggetto));
+}
+
+Variant InVirgolaMobile(const VARIANT& valore) {
+  VariantCom numero;
+  if (FAILED(VariantChangeType(numero.Uscita(), const_cast<VARIANT*>(&valore), 0, VT_R8))) {
+    throw Errore(host::kTipoNonCorrispondente);
+  }
+  return V_R8(&numero.Get());
+}
+
+void Scrivi(VARIANT& valore, const Variant::Array& elenco) {
+  auto* array = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(elenco.size()));
+  if (array == nullptr) throw std::bad_alloc();
+  V_VT(&valore) = VT_ARRAY | VT_VARIANT;
+  V_ARRAY(&valore) = array;
+  LONG indice = 0;
+  for (const auto& elemento : elenco) {
+    VariantCom fatto = ToCom(elemento);
+    if (FAILED(SafeArrayPutElement(array, &indice, &fatto.Get()))) throw std::bad_alloc();
+    ++indice;
+  }
+}
+
+VariantCom OggettoVersoCom(const Variant::OggettoPtr& oggetto) {
+  IDispatch* const com = ComDi(oggetto);
+  if (oggetto && com == nullptr) throw Errore(host::kTipoNonCorrispondente);
+  return VariantCom::DiOggetto(com);
+}
+
+}  // namespace
+
+std::wstring ToWide(std::string_view testo) {
+  return Allarga(CP_UTF8, testo);
+}
+
+std::string ToUtf8(std::wstring_view testo) {
+  return Stringi(CP_UTF8, 0, nullptr, testo);
+}
+
+Bstr ToBstr(std::string_view testo) {
+  const std::wstring largo = ToWide(testo);
+  Bstr fatto = Bstr::Adotta(SysAllocStringLen(largo.data(), static_cast<UINT>(largo.size())));
+  if (fatto.Get() == nullptr) throw std::bad_alloc();
+  return fatto;
+}
+
+std::string FromBstr(BSTR testo) {
+  if (testo == nullptr) return {};
+  return ToUtf8({testo, SysStringLen(testo)});
+}
+
+std::string ToSingleByte(std::string_view testo) {
+  // A system whose code page is UTF-8 lacks nothing, and refuses to be told what to do if it did.
+  if (GetACP() == CP_UTF8) return ToUtf8(ToWide(testo));
+  return Stringi(CP_ACP, WC_NO_BEST_FIT_CHARS, "?", ToWide(testo));
+}
+
+std::string FromSingleByte(std::string_view byte) {
+  return ToUtf8(Allarga(CP_ACP, byte));
+}
+
+VariantCom ToCom(const Variant& valore) {
+  return valore.Visita([](const auto& contenuto) -> VariantCom {
+    using Tipo = std::decay_t<decltype(contenuto)>;
+    VariantCom fatto;
+    VARIANT& com = fatto.Get();
+    if constexpr (std::is_same_v<Tipo, host::Null>) {
+      V_VT(&com) = VT_NULL;
+    } else if constexpr (std::is_same_v<Tipo, bool>) {
+      V_VT(&com) = VT_BOOL;
+      V_BOOL(&com) = contenuto ? VARIANT_TRUE : VARIANT_FALSE;
+    } else if constexpr (std::is_same_v<Tipo, std::int16_t>) {
+      V_VT(&com) = VT_I2;
+      V_I2(&com) = contenuto;
+    } else if constexpr (std::is_same_v<Tipo, std::int32_t>) {
+      V_VT(&com) = VT_I4;
+      V_I4(&com) = contenuto;
+    } else if constexpr (std::is_same_v<Tipo, float>) {
+      V_VT(&com) = VT_R4;
+      V_R4(&com) = contenuto;
+    } else if constexpr (std::is_same_v<Tipo, double>) {
+      V_VT(&com) = VT_R8;
+      V_R8(&com) = contenuto;
+    } else if constexpr (std::is_same_v<Tipo, host::DataOra>) {
+      V_VT(&com) = VT_DATE;
+      V_DATE(&com) = contenuto.giorni;
+    } else if constexpr (std::is_same_v<Tipo, std::string>) {
+      return VariantCom::DiTesto(ToBstr(contenuto));
+    } else if constexpr (std::is_same_v<Tipo, Variant::OggettoPtr>) {
+      return OggettoVersoCom(contenuto);
+    } else if constexpr (std::is_same_v<Tipo, Variant::Array>) {
+      Scrivi(com, contenuto);
+    }
+    return fatto;
+  });
+}
+
+Variant FromCom(const VARIANT& valore) {
+  if ((V_VT(&valore) & VT_ARRAY) != 0) {
+    const bool riferimento = (V_VT(&valore) & VT_BYREF) != 0;
+    return DaArray(riferimento ? *V_ARRAYREF(&valore) : V_ARRAY(&valore),
+                   static_cast<VARTYPE>(V_VT(&valore) & VT_TYPEMASK));
+  }
+  if ((V_VT(&valore) & VT_BYREF) != 0) {
+    if (V_VT(&valore) == (VT_BYREF | VT_VARIANT)) return FromCom(*V_VARIANTREF(&valore));
+    VariantCom copia;
+    if (FAILED(VariantCopyInd(copia.Uscita(), const_cast<VARIANT*>(&valore))))
+      throw Errore(host::kTipoNonCorrispondente);
+    return FromCom(copia.Get());
+  }
+  switch (V_VT(&valore)) {
+    case VT_EMPTY:
+      return {};
+    case VT_NULL:
+      return host::Null{};
+    case VT_BOOL:
+      return V_BOOL(&valore) != VARIANT_FALSE;
+    case VT_I1:
+      return DaIntero(static_cast<std::int16_t>(V_I1(&valore)));
+    case VT_UI1:
+      return DaIntero(static_cast<std::int16_t>(V_UI1(&valore)));
+    case VT_I2:
+      return V_I2(&valore);
+    case VT_UI2:
+      return DaIntero(static_cast<std::int32_t>(V_UI2(&valore)));
+    case VT_I4:
+    case VT_INT:
+      return static_cast<std::int32_t>(V_I4(&valore));
+    case VT_UI4:
+    case VT_UINT:
+      return DaIntero(V_UI4(&valore));
+    case VT_I8:
+      return DaIntero(V_I8(&valore));
+    case VT_UI8:
+      return DaIntero(V_UI8(&valore));
+    case VT_R4:
+      return V_R4(&valore);
+    case VT_R8:
+      return V_R8(&valore);
+    case VT_CY:
+    case VT_DECIMAL:
+      return InVirgolaMobile(valore);
+    case VT_DATE:
+      return host::DataOra{V_DATE(&valore)};
+    case VT_BSTR:
+      return FromBstr(V_BSTR(&valore));
+    case VT_DISPATCH:
+      return DaOggetto(ComPtr<IDispatch>(V_DISPATCH(&valore)));
+    case VT_UNKNOWN:
+      return DaIgnoto(V_UNKNOWN(&valore));
+    case VT_ERROR:
+      if (V_ERROR(&valore) == DISP_E_PARAMNOTFOUND) return {};
+      break;
+    default:
+      break;
+  }
+  throw Errore(host::kTipoNonCorrispondente);
+}
+
+}  // namespace orve::win32

@@ -1,0 +1,183 @@
+#include "win32/dispatch.h"
+
+#include <dispex.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "host/errore.h"
+#include "win32/errori_com.h"
+
+namespace orve::win32 {
+
+namespace {
+
+// The values of one call in the form and order that automation wants: the last argument first.
+class Chiamata {
+ public:
+  Chiamata(std::span<const VariantCom*> valori, std::span<const bool> perRiferimento, bool tipizzati) {
+    const std::size_t numero = valori.size();
+    copie_.reserve(numero);
+    passati_.resize(numero);
+    for (std::size_t posto = 0; posto < numero; ++posto) {
+      VariantCom& copia = copie_.emplace_back(*valori[posto]);
+      VARIANT& passato = passati_[numero - 1 - posto];
+      if (perRiferimento[posto]) {
+        Riferisci(copia.Get(), passato, tipizzati);
+      } else {
+        passato = copia.Get();  // borrowed: the copy stays the owner
+      }
+    }
+  }
+
+  [[nodiscard]] std::vector<VARIANT>& Passati() { return passati_; }
+  /// What stands in an argument after the call.
+  [[nodiscard]] const VARIANT& Tornato(std::size_t posto) const { return copie_[posto].Get(); }
+
+ private:
+  static void Riferisci(VARIANT& copia, VARIANT& passato, bool tipizzato) {
+    VariantInit(&passato);
+    if (tipizzato) {
+      V_VT(&passato) = static_cast<VARTYPE>(V_VT(&copia) | VT_BYREF);
+      V_BYREF(&passato) = &V_I4(&copia);  // every kind lies at the same place
+    } else {
+      V_VT(&passato) = VT_BYREF | VT_VARIANT;
+      V_VARIANTREF(&passato) = &copia;
+    }
+  }
+
+  std::vector<VariantCom> copie_;
+  std::vector<VARIANT> passati_;
+};
+
+// A call by kind, so that the refusal of a kind can be told from a failure inside the member.
+struct Esito {
+  HRESULT codice = S_OK;
+  VariantCom risultato;
+  EXCEPINFO eccezione{};
+};
+
+bool Scrittura(WORD tipo) {
+  return (tipo & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
+}
+
+Esito Prova(IDispatch& oggetto, DISPID membro, WORD tipo, Chiamata& chiamata) {
+  DISPID scritto = DISPID_PROPERTYPUT;
+  const bool scrittura = Scrittura(tipo);
+  DISPPARAMS parametri{};
+  parametri.rgvarg = chiamata.Passati().data();
+  parametri.cArgs = static_cast<UINT>(chiamata.Passati().size());
+  parametri.rgdispidNamedArgs = scrittura ? &scritto : nullptr;
+  parametri.cNamedArgs = scrittura ? 1 : 0;
+  Esito esito;
+  UINT argomento = 0;
+  SetErrorInfo(0, nullptr);  // nobody's old error is taken for this call's
+  esito.codice = oggetto.Invoke(membro, IID_NULL, LOCALE_USER_DEFAULT, tipo, &parametri,
+                                scrittura ? nullptr : esito.risultato.Uscita(), &esito.eccezione, &argomento);
+  return esito;
+}
+
+}  // namespace
+
+Argomento Argomento::PerRiferimento(VariantCom valore) {
+  Argomento argomento(std::move(valore));
+  argomento.perRiferimento_ = true;
+  return argomento;
+}
+
+Argomento Argomento::PerRiferimento(std::string& testo) {
+  Argomento argomento = PerRiferimento(ToCom(testo));
+  argomento.ritorno_ = &testo;
+  return argomento;
+}
+
+DISPID Dispatch::Numero(const char* membro) const {
+  if (!oggetto_) throw host::Errore(host::kOggettoNonImpostato);
+  const Bstr nome = ToBstr(membro);
+  BSTR nomi = nome.Get();
+  DISPID numero = DISPID_UNKNOWN;
+  const HRESULT esito = oggetto_->GetIDsOfNames(IID_NULL, &nomi, 1, LOCALE_USER_DEFAULT, &numero);
+  if (SUCCEEDED(esito) && numero != DISPID_UNKNOWN) return numero;
+  // Objects of a script may offer their members by the other way only.
+  if (const auto perNome = oggetto_.Come<IDispatchEx>(kDispatchEx)) {
+    if (SUCCEEDED(perNome->GetDispID(nome.Get(), fdexNameCaseInsensitive, &numero))) return numero;
+  }
+  throw ErroreDi(FAILED(esito) ? esito : DISP_E_UNKNOWNNAME);
+}
+
+VariantCom Dispatch::Invoca(DISPID membro, WORD tipo, std::span<Argomento> argomenti) const {
+  if (!oggetto_) throw host::Errore(host::kOggettoNonImpostato);
+  const auto fermo = oggetto_;  // the call may let the last other reference go
+  std::vector<const VariantCom*> valori;
+  std::unique_ptr<bool[]> perRiferimento(new bool[argomenti.size() + 1]);
+  bool qualcuno = false;
+  for (const auto& argomento : argomenti) {
+    perRiferimento[valori.size()] = argomento.perRiferimento_;
+    qualcuno = qualcuno || argomento.perRiferimento_;
+    valori.push_back(&argomento.valore_);
+  }
+  const std::span<const bool> riferimenti(perRiferimento.get(), valori.size());
+  auto chiamata = std::make_unique<Chiamata>(valori, riferimenti, false);
+  Esito esito = Prova(*fermo.Get(), membro, tipo, *chiamata);
+  if (esito.codice == DISP_E_TYPEMISMATCH && qualcuno) {
+    // A member with a declared type takes a reference to that very type and no other; nothing has run yet.
+    chiamata = std::make_unique<Chiamata>(valori, riferimenti, true);
+    esito = Prova(*fermo.Get(), membro, tipo, *chiamata);
+  }
+  if (FAILED(esito.codice)) throw ErroreDi(esito.codice, &esito.eccezione);
+  for (std::size_t posto = 0; posto < argomenti.size(); ++posto) {
+    if (argomenti[posto].ritorno_ != nullptr) {
+      *argomenti[posto].ritorno_ = FromCom(chiamata->Tornato(posto)).ToText();
+    }
+  }
+  return std::move(esito.risultato);
+}
+
+void Dispatch::Put(const char* membro, Argomento valore) const {
+  Invoca(Numero(membro), DISPATCH_PROPERTYPUT, {&valore, 1});
+}
+
+void Dispatch::PutRef(const char* membro, IDispatch* oggetto) const {
+  const DISPID numero = Numero(membro);
+  Argomento valore(oggetto);
+  try {
+    Invoca(numero, DISPATCH_PROPERTYPUTREF, {&valore, 1});
+  } catch (const host::Errore& errore) {
+    if (errore.Numero() != host::kMembroNonSupportato) throw;
+    Invoca(numero, DISPATCH_PROPERTYPUT, {&valore, 1});
+  }
+}
+
+Dispatch Dispatch::Oggetto(const VariantCom& valore) {
+  const VARIANT& com = valore.Get();
+  switch (V_VT(&com)) {
+    case VT_EMPTY:
+    case VT_NULL:
+      return {};
+    case VT_BYREF | VT_VARIANT: {
+      VariantCom copia;
+      Verifica(VariantCopyInd(copia.Uscita(), const_cast<VARIANT*>(&com)));
+      return Oggetto(copia);
+    }
+    default:
+      return Dispatch(ComDi(FromCom(com).ToObject()));
+  }
+}
+
+Dispatch CreaOggetto(const wchar_t* classe) {
+  CLSID identificatore;
+  ComPtr<IDispatch> oggetto;
+  SetErrorInfo(0, nullptr);
+  if (FAILED(CLSIDFromString(classe, &identificatore)) ||
+      FAILED(CoCreateInstance(identificatore, nullptr, CLSCTX_SERVER, IID_IDispatch, oggetto.UscitaVoid()))) {
+    throw host::Errore(host::kOggettoNonCreabile);
+  }
+  return Dispatch(std::move(oggetto));
+}
+
+bool ClasseRegistrata(const wchar_t* classe) noexcept {
+  CLSID identificatore;
+  return SUCCEEDED(CLSIDFromString(classe, &identificatore));
+}
+
+}  // namespace orve::win32

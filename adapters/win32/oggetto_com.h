@@ -1,0 +1,49 @@
+// The side of a host object that COM sees. Every wrapper of this folder has it, so that an object which a
+// caller handed in is given back, or handed on, as the same object.
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+
+#include <memory>
+#include <utility>
+
+#include "host/oggetto.h"
+#include "win32/com_ptr.h"
+
+namespace orve::win32 {
+
+class OggettoCom {
+ public:
+  OggettoCom() = default;
+  OggettoCom(const OggettoCom&) = delete;
+  OggettoCom& operator=(const OggettoCom&) = delete;
+  OggettoCom(OggettoCom&&) = delete;
+  OggettoCom& operator=(OggettoCom&&) = delete;
+
+  /// The object behind, never null; the reference stays with this object.
+  [[nodiscard]] virtual IDispatch* Com() const noexcept = 0;
+
+ protected:
+  virtual ~OggettoCom() = default;
+};
+
+/// The object of COM behind a host object; null for an absent object and for one that has none.
+template <class T>
+[[nodiscard]] IDispatch* ComDi(const std::shared_ptr<T>& oggetto) noexcept {
+  const auto* com = dynamic_cast<const OggettoCom*>(oggetto.get());
+  return com == nullptr ? nullptr : com->Com();
+}
+
+/// An object of which the library knows nothing: it can only be handed on.
+class OggettoIgnoto final : public host::Oggetto, public OggettoCom {
+ public:
+  explicit OggettoIgnoto(ComPtr<IDispatch> oggetto) : oggetto_(std::move(oggetto)) {}
+  [[nodiscard]] IDispatch* Com() const noexcept override { return oggetto_.Get(); }
+
+ private:
+  ComPtr<IDispatch> oggetto_;
+};
+
+}  // namespace orve::win32
