@@ -20,8 +20,8 @@ int main(int argc, char** argv) try {
     std::cerr << "uso: invia_fattura DATABASE CLIENTE PDF CA\n";
     return 2;
   }
-  const orve::app::PosizioneArchivio posizione{argv[1], ""};
-  const auto database = orve::app::ApriArchivio(posizione);
+  const orve::app::PosizioneArchivio posizione{argv[1]};
+  const auto database = orve::app::ApriIncorporato(posizione);
   database->UtenteConnessione(1);
   orve::adapters::smtp::SmtpOptions smtp;
   smtp.caFile = argv[4];

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "odbc/connection_string.h"
 #include "odbc/result.h"
 #include "odbc/wide_text.h"
 #include "text/text.h"
@@ -25,37 +26,10 @@ SQLWCHAR* Unita(std::u16string& testo) {
   return reinterpret_cast<SQLWCHAR*>(testo.data());
 }
 
-std::size_t InizioParola(std::string_view testo, std::string_view chiave) {
-  const std::string cercata = text::FoldCase(chiave) + "=";
-  const std::string piegato = text::FoldCase(testo);
-  for (std::size_t dove = piegato.find(cercata); dove != std::string::npos;
-       dove = piegato.find(cercata, dove + 1)) {
-    if (dove == 0 || piegato[dove - 1] == ';' || piegato[dove - 1] == ' ') return dove + cercata.size();
-  }
-  return std::string::npos;
-}
-
-// The value of a keyword of a connection string, its braces taken off; empty when it is not there.
-std::string Parola(std::string_view stringa, std::string_view chiave) {
-  const std::size_t inizio = InizioParola(stringa, chiave);
-  if (inizio == std::string::npos) return {};
-  if (inizio < stringa.size() && stringa[inizio] == '{') {
-    const std::size_t fine = stringa.find('}', inizio);
-    return std::string(stringa.substr(
-        inizio + 1, fine == std::string_view::npos ? std::string_view::npos : fine - inizio - 1));
-  }
-  const std::size_t fine = stringa.find(';', inizio);
-  return std::string(
-      stringa.substr(inizio, fine == std::string_view::npos ? std::string_view::npos : fine - inizio));
-}
-
 // A driver may repeat the connection string in its complaint.
 host::Errore SenzaPassword(const host::Errore& errore, const std::string& stringa) {
   std::string descrizione = errore.Descrizione();
-  for (const char* chiave : {"PWD", "Password"}) {
-    const std::string segreto = Parola(stringa, chiave);
-    if (!segreto.empty()) descrizione = text::Replace(descrizione, segreto, "***");
-  }
+  for (const std::string& segreto : Segreti(stringa)) descrizione = text::Replace(descrizione, segreto, "***");
   return {errore.Numero(), errore.Sorgente(), descrizione};
 }
 

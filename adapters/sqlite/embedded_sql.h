@@ -4,6 +4,7 @@
 namespace orve::adapters::sqlite {
 
 extern const char* const kSchemaSql;
+extern const char* const kRegistroSql;
 extern const char* const kDatiDiProvaSql;
 
 }  // namespace orve::adapters::sqlite

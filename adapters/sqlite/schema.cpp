@@ -23,19 +23,21 @@ std::filesystem::path Percorso(const std::string& testo) {
                      "Impossibile creare il database " + percorso + ": " + motivo);
 }
 
-// An empty file of our own, or none: of two callers at once only one gets it.
-void CreaFileVuoto(const std::string& percorso) {
+// An empty file of our own: of two callers at once only one gets it. False when something is there already.
+bool CreaFileVuoto(const std::string& percorso) {
   if (percorso.empty() || percorso.find('\0') != std::string::npos)
     NonCreato(percorso, "il percorso non è valido");
   std::FILE* file = std::fopen(percorso.c_str(), "wbx");
   if (file == nullptr) {
     const int motivo = errno;
-    NonCreato(percorso, motivo == EEXIST ? "esiste già" : std::generic_category().message(motivo));
+    if (motivo == EEXIST) return false;
+    NonCreato(percorso, std::generic_category().message(motivo));
   }
   std::fclose(file);
   std::error_code ignorato;  // a file system without permissions is no reason to stop
   std::filesystem::permissions(
       Percorso(percorso), std::filesystem::perms::owner_read | std::filesystem::perms::owner_write, ignorato);
+  return true;
 }
 
 void CifraPassword(Database& database, const Cifratura& cifra) {
@@ -55,12 +57,13 @@ void CifraPassword(Database& database, const Cifratura& cifra) {
 void CreaDatabase(const std::string& percorso, const Cifratura& cifra) {
   if (!cifra) throw host::Errore(host::kArgomentoNonValido);
   const auto diSistema = PercorsoDiSistema(percorso);
-  CreaFileVuoto(diSistema);
+  if (!CreaFileVuoto(diSistema)) NonCreato(diSistema, "esiste già");
   try {
     Database database(percorso, {}, true);
     (void)database.Esegui("PRAGMA foreign_keys = ON", {});
     (void)database.Esegui("BEGIN IMMEDIATE", {});
     database.EseguiScript(kSchemaSql);
+    database.EseguiScript(kRegistroSql);
     database.EseguiScript(kDatiDiProvaSql);
     CifraPassword(database, cifra);
     (void)database.Esegui("COMMIT", {});
@@ -69,6 +72,16 @@ void CreaDatabase(const std::string& percorso, const Cifratura& cifra) {
     std::filesystem::remove(Percorso(diSistema), ignorato);
     throw;
   }
+}
+
+std::shared_ptr<SqliteConnection> ApriRegistro(const std::string& percorso) {
+  (void)CreaFileVuoto(PercorsoDiSistema(percorso));
+  Database database(percorso, {}, true);
+  (void)database.Esegui("BEGIN IMMEDIATE", {});
+  database.EseguiScript(kRegistroSql);
+  (void)database.Esegui("COMMIT", {});
+  database.Chiudi();
+  return SqliteConnection::Apri(percorso);
 }
 
 std::string PasswordDiProva(std::int32_t idAccount) {

@@ -1,11 +1,12 @@
 // The application's tables and a set of sample data to work with: two companies with customers, suppliers,
-// agents, contacts, goods destinations, mail servers, accounts and users. The tables stand in schema.sql, the
-// rows, each with what it is good for, in sample_data.sql. Nobody in them exists; all addresses lie in
-// domains that nobody can own.
+// agents, contacts, goods destinations, mail servers, accounts and users. The tables stand in schema.sql and
+// register.sql, the rows, each with what it is good for, in sample_data.sql. Nobody in them exists; all
+// addresses lie in domains that nobody can own.
 #pragma once
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "sqlite/sqlite_connection.h"
@@ -20,6 +21,11 @@ using Cifratura = std::function<std::string(const std::string&)>;
 /// then removed. The passwords go into the file as `cifra` gives them; without it, or when a
 /// password can still be read in what it gives, 5 is raised.
 void CreaDatabase(const std::string& percorso, const Cifratura& cifra);
+
+/// A file with the register of sends alone, made when it is missing, readable by its owner alone then. A file
+/// that is there gets the register's table if it has none. Raises Errore when it is no database or cannot be
+/// written.
+[[nodiscard]] std::shared_ptr<SqliteConnection> ApriRegistro(const std::string& percorso);
 
 /// The clear password that the sample data give to an account, for the mail server of a trial.
 [[nodiscard]] std::string PasswordDiProva(std::int32_t idAccount);

@@ -167,37 +167,8 @@ CREATE TABLE FW00_GRPUSRASSOC (
   PRIMARY KEY (FW00_ID_FW07, FW00_ID_FW06)
 );
 
--- What the host records. These two compare byte by byte, so that any SQLite program can search them.
-
--- One row for each send registered for a document.
-CREATE TABLE REGISTRO_INVII (
-  ID                 INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT,
-  ISTANTE            TEXT NOT NULL DEFAULT (strftime('%Y-%m-%d %H:%M:%f', 'now', 'localtime')),
-  IDVOCE             TEXT,
-  UOBJECT            TEXT,
-  TIPOCANALE         INTEGER,             -- 3 mail, 5 certified mail
-  TITOLOSTAMPA       TEXT,
-  DITTA              TEXT,
-  NUMREG             TEXT,
-  TIPODOC            TEXT,
-  NUMDOC             TEXT,
-  SEZDOC             TEXT,
-  UTENTEAPPLICAZIONE INTEGER,
-  CANALEINVIO        REAL,
-  MITTENTEINVIO      TEXT,
-  GUIDLISTA          TEXT,
-  TIPOLISTA          INTEGER,
-  ESITOINVIO         INTEGER,             -- 0 sent, 1 failed or not sent, 2 cancelled by the user
-  NOME               TEXT,
-  AZIENDA            TEXT,
-  INDIRIZZO          TEXT,
-  ALLEGATO           TEXT,
-  RISULTATO          TEXT,
-  OGGETTO            TEXT,
-  CORPO              TEXT
-);
-
--- One row for each management event, the data as they came.
+-- One row for each management event, the data as they came. Compares byte by byte, so that any SQLite program can
+-- search it.
 CREATE TABLE EVENTI_GESTIONALI (
   ID        INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT,
   ISTANTE   TEXT NOT NULL DEFAULT (strftime('%Y-%m-%d %H:%M:%f', 'now', 'localtime')),

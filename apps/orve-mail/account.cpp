@@ -2,57 +2,76 @@
 
 #include <limits>
 #include <memory>
-#include <vector>
 
 #include "host/errore.h"
 #include "orve-mail/numeri.h"
 #include "orve-mail/uscita.h"
+#include "text/text.h"
 
 namespace orve::app {
 
 namespace {
 
-using adapters::sqlite::SqliteConnection;
-using adapters::sqlite::Valore;
+constexpr std::int32_t kServerOrdinario = 1;
+constexpr std::int32_t kServerCertificato = 2;
 
-constexpr std::int64_t kServerOrdinario = 1;
-constexpr std::int64_t kServerCertificato = 2;
-
-// ?1 the owner, ?2 the kind of server, ?3 the address preferred.
-constexpr const char* kDellUtente =
-    "SELECT FW98_IDACCOUNT FROM FW99_MAILUSERACCOUNT"
-    " JOIN FW98_MAILACCOUNT ON FW98_IDACCOUNT = FW99_IDACCOUNT_FW98"
-    " JOIN FW23_FAXER ON FW23_IDSERVER = FW98_IDSERVER_FW23"
-    " WHERE FW99_ID_FW07 = ?1 AND FW99_ISDEFAULT = 1 AND FW23_INDTIPO = ?2"
-    " ORDER BY rtrim(coalesce(FW98_MAILADDRESS, '')) = ?3 DESC, FW98_IDACCOUNT LIMIT 1";
-constexpr const char* kDellaDitta =
-    "SELECT FW98_IDACCOUNT FROM FW9A_MAILAZIENDAACCOUNT"
-    " JOIN FW98_MAILACCOUNT ON FW98_IDACCOUNT = FW9A_IDACCOUNT_FW98"
-    " JOIN FW23_FAXER ON FW23_IDSERVER = FW98_IDSERVER_FW23"
-    " JOIN CG18_ANADITTABASE ON CG18_DITTA = FW9A_DITTA_CG18"
-    " JOIN CG16_ANAGGEN ON CG16_CODICE = CG18_CODICE_CG16"
-    " WHERE (?1 = 0 OR FW9A_DITTA_CG18 = ?1) AND FW23_INDTIPO = ?2"
-    " ORDER BY rtrim(coalesce(FW98_MAILADDRESS, '')) = ?3 DESC, FW98_IDACCOUNT LIMIT 1";
-
-std::shared_ptr<host::RecordSet> Cerca(SqliteConnection& archivio, const char* istruzione,
-                                       const std::vector<Valore>& valori) {
+std::shared_ptr<host::RecordSet> Cerca(host::Connection& archivio, const std::string& istruzione) {
   try {
-    return archivio.EseguiConValori(istruzione, valori);
+    return archivio.Execute(istruzione, host::kComandoTesto);
   } catch (const host::Errore& errore) {
     throw ErroreProgramma(Uscita::kNonUtilizzabile, "Database non utilizzabile: " + errore.Descrizione());
   }
 }
 
+// Of the accounts found the first one with the address, else the first one.
+std::optional<std::int32_t> Preferito(host::RecordSet& trovati, const std::string& indirizzo) {
+  std::optional<std::int32_t> primo;
+  for (; !trovati.Eof(); trovati.MoveNext()) {
+    const std::int32_t id = host::Leggi(trovati, "FW98_IDACCOUNT").ToInt32();
+    if (text::TrimRight(host::Leggi(trovati, "FW98_MAILADDRESS").Joined()) == indirizzo) return id;
+    if (!primo) primo = id;
+  }
+  return primo;
+}
+
 }  // namespace
 
-std::optional<std::int16_t> AccountPredefinito(SqliteConnection& archivio, const TitolareAccount& titolare,
-                                               const std::string& indirizzo) {
-  const std::int64_t tipo = titolare.pec ? kServerCertificato : kServerOrdinario;
+std::optional<std::int32_t> AccountDellUtente(host::Connection& archivio, const TitolareAccount& titolare,
+                                              const std::string& indirizzo) {
+  const auto trovati = Cerca(
+      archivio,
+      "SELECT FW98_IDACCOUNT, FW98_MAILADDRESS FROM FW99_MAILUSERACCOUNT"
+      " INNER JOIN FW98_MAILACCOUNT ON FW98_IDACCOUNT = FW99_IDACCOUNT_FW98"
+      " INNER JOIN FW23_FAXER ON FW23_IDSERVER = FW98_IDSERVER_FW23"
+      " WHERE FW99_ID_FW07 = " +
+          std::to_string(titolare.utente) + " AND FW99_ISDEFAULT = 1 AND FW23_INDTIPO = " +
+          std::to_string(titolare.pec ? kServerCertificato : kServerOrdinario) + " ORDER BY FW98_IDACCOUNT");
+  return Preferito(*trovati, indirizzo);
+}
+
+std::optional<std::int32_t> AccountDellaDitta(host::Connection& archivio, const TitolareAccount& titolare,
+                                              const std::string& indirizzo) {
   const std::int64_t ditta = Numero<std::int64_t>(titolare.ditta).value_or(0);
-  auto trovato = Cerca(archivio, kDellUtente, {std::int64_t{titolare.utente}, tipo, indirizzo});
-  if (trovato->Eof()) trovato = Cerca(archivio, kDellaDitta, {ditta, tipo, indirizzo});
-  if (trovato->Eof()) return std::nullopt;
-  const std::int32_t id = host::Leggi(*trovato, "FW98_IDACCOUNT").ToInt32();
+  const auto trovati =
+      Cerca(archivio,
+            "SELECT FW98_IDACCOUNT, FW98_MAILADDRESS FROM FW9A_MAILAZIENDAACCOUNT"
+            " INNER JOIN FW98_MAILACCOUNT ON FW98_IDACCOUNT = FW9A_IDACCOUNT_FW98"
+            " INNER JOIN FW23_FAXER ON FW23_IDSERVER = FW98_IDSERVER_FW23"
+            " INNER JOIN CG18_ANADITTABASE ON CG18_DITTA = FW9A_DITTA_CG18"
+            " INNER JOIN CG16_ANAGGEN ON CG16_CODICE = CG18_CODICE_CG16"
+            " WHERE FW23_INDTIPO = " +
+                std::to_string(titolare.pec ? kServerCertificato : kServerOrdinario) +
+                (ditta == 0 ? std::string() : " AND FW9A_DITTA_CG18 = " + std::to_string(ditta)) +
+                " ORDER BY FW98_IDACCOUNT");
+  return Preferito(*trovati, indirizzo);
+}
+
+std::optional<std::int16_t> AccountPredefinito(host::Connection& archivio, const TitolareAccount& titolare,
+                                               const std::string& indirizzo) {
+  auto trovato = AccountDellUtente(archivio, titolare, indirizzo);
+  if (!trovato) trovato = AccountDellaDitta(archivio, titolare, indirizzo);
+  if (!trovato) return std::nullopt;
+  const std::int32_t id = *trovato;
   if (id > std::numeric_limits<std::int16_t>::max() || id < std::numeric_limits<std::int16_t>::min()) {
     throw ErroreProgramma(Uscita::kNonUtilizzabile,
                           "L'account predefinito ha un numero troppo grande per un "
@@ -62,16 +81,17 @@ std::optional<std::int16_t> AccountPredefinito(SqliteConnection& archivio, const
   return static_cast<std::int16_t>(id);
 }
 
-void RichiediAccount(SqliteConnection& archivio, std::int16_t id, bool pec) {
+void RichiediAccount(host::Connection& archivio, std::int16_t id, bool pec) {
   const auto trovato = Cerca(archivio,
-                             "SELECT coalesce(FW23_INDTIPO, 0) AS TIPO FROM FW98_MAILACCOUNT"
-                             " LEFT JOIN FW23_FAXER ON FW23_IDSERVER = FW98_IDSERVER_FW23"
-                             " WHERE FW98_IDACCOUNT = ?1",
-                             {std::int64_t{id}});
+                             "SELECT FW23_INDTIPO AS TIPO FROM FW98_MAILACCOUNT"
+                             " LEFT OUTER JOIN FW23_FAXER ON FW23_IDSERVER = FW98_IDSERVER_FW23"
+                             " WHERE FW98_IDACCOUNT = " +
+                                 std::to_string(id));
   if (trovato->Eof()) {
     throw ErroreProgramma(Uscita::kNonUtilizzabile, "Nessun account con il numero " + std::to_string(id));
   }
-  const bool certificato = host::Leggi(*trovato, "TIPO").ToInt32() == kServerCertificato;
+  const host::Variant tipo = host::Leggi(*trovato, "TIPO");  // null for an account without a server
+  const bool certificato = !tipo.IsNull() && tipo.ToInt32() == kServerCertificato;
   if (certificato == pec) return;
   throw ErroreProgramma(
       Uscita::kComandoErrato,

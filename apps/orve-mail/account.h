@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "sqlite/sqlite_connection.h"
+#include "host/connection.h"
 
 namespace orve::app {
 
@@ -17,17 +17,27 @@ struct TitolareAccount {
   bool pec = false;
 };
 
+/// The user's default account and the one of the company, each with the number of the one with `indirizzo`
+/// among several, else the smallest; none when there is none. Raise ErroreProgramma (kNonUtilizzabile) when
+/// the database fails.
+[[nodiscard]] std::optional<std::int32_t> AccountDellUtente(host::Connection& archivio,
+                                                            const TitolareAccount& titolare,
+                                                            const std::string& indirizzo);
+[[nodiscard]] std::optional<std::int32_t> AccountDellaDitta(host::Connection& archivio,
+                                                            const TitolareAccount& titolare,
+                                                            const std::string& indirizzo);
+
 /// The number of the account from which the library sends by itself: the user's default one, else one of the
 /// company; among several the one with `indirizzo`, the sender's address that the library has loaded. None
 /// when there is none. Raises ErroreProgramma (kNonUtilizzabile) when the database fails, or when the number
 /// is larger than a direct send can name.
-[[nodiscard]] std::optional<std::int16_t> AccountPredefinito(adapters::sqlite::SqliteConnection& archivio,
+[[nodiscard]] std::optional<std::int16_t> AccountPredefinito(host::Connection& archivio,
                                                              const TitolareAccount& titolare,
                                                              const std::string& indirizzo);
 
 /// Raises ErroreProgramma: kNonUtilizzabile when there is no account with this number, kComandoErrato when it
 /// is a certified one and certified mail is not asked for, or the other way round. The library would go on
 /// with the account that it had before, and send.
-void RichiediAccount(adapters::sqlite::SqliteConnection& archivio, std::int16_t id, bool pec);
+void RichiediAccount(host::Connection& archivio, std::int16_t id, bool pec);
 
 }  // namespace orve::app

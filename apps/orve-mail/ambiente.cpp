@@ -47,7 +47,7 @@ std::shared_ptr<host::FormatoNumero> AmbienteProgramma::CreaFormatoNumero() {
 }
 
 std::shared_ptr<host::RegistroInvio> AmbienteProgramma::CreaRegistroInvio() {
-  return Osserva(std::make_shared<RegistroTabella>(), note_);
+  return Osserva(std::make_shared<RegistroTabella>(registro_), note_);
 }
 
 std::shared_ptr<host::RisolutorePercorsi> AmbienteProgramma::CreaRisolutorePercorsi() {

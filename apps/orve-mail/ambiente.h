@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "host/ambiente.h"
 #include "mapi/mail_system.h"
@@ -14,6 +15,7 @@
 #include "posix/orologio.h"
 #include "posix/sistema.h"
 #include "smtp/smtp_options.h"
+#include "sqlite/sqlite_connection.h"
 
 namespace orve::app {
 
@@ -24,6 +26,11 @@ class AmbienteProgramma : public host::Ambiente {
   AmbienteProgramma(Terminale terminale, std::shared_ptr<const Chiave> chiave,
                     adapters::smtp::SmtpOptions smtp, std::string cartellaBase, OsservazioniPtr note,
                     adapters::mapi::MapiOptions mapi = {});
+
+  /// The register of sends goes there, whatever database the library works on.
+  void RegistraIn(std::shared_ptr<adapters::sqlite::SqliteConnection> archivio) {
+    registro_ = std::move(archivio);
+  }
 
   std::shared_ptr<host::Messaggi> CreaMessaggi() override;
   std::shared_ptr<host::FormatoData> CreaFormatoData() override;
@@ -54,6 +61,7 @@ class AmbienteProgramma : public host::Ambiente {
   std::shared_ptr<adapters::mapi::MailSystem> posta_;
   std::string cartellaBase_;
   OsservazioniPtr note_;
+  std::shared_ptr<adapters::sqlite::SqliteConnection> registro_;
   adapters::posix::Orologio orologio_;
   adapters::posix::DebugOutput debug_;
   adapters::posix::GeneratoreGuid identificatori_;

@@ -1,20 +1,60 @@
 #include "orve-mail/archivio.h"
 
+#include <filesystem>
 #include <string_view>
 
+#include "odbc/odbc_connection.h"
+#include "orve-mail/messaggio.h"
 #include "orve-mail/numeri.h"
 #include "orve-mail/uscita.h"
 #include "posix/percorsi.h"
+#include "sqlite/schema.h"
+#include "text/text.h"
 
 namespace orve::app {
 
 using adapters::sqlite::SqliteConnection;
 
+namespace {
+
+constexpr std::string_view kSqlite = "sqlite:";
+constexpr std::string_view kOdbc = "odbc:";
+
+[[noreturn]] void NonUtilizzabile(const host::Errore& errore) {
+  throw ErroreProgramma(Uscita::kNonUtilizzabile, "Database non utilizzabile: " + errore.Descrizione());
+}
+
+[[noreturn]] void RegistroNonUtilizzabile(const host::Errore& errore) {
+  throw ErroreProgramma(Uscita::kNonUtilizzabile, "Registro non utilizzabile: " + errore.Descrizione());
+}
+
+std::string FileRegistro(const PosizioneArchivio& posizione) {
+  if (!posizione.registro.empty()) return posizione.registro;
+  if (!posizione.chiave.empty()) return posizione.chiave + ".registro";
+  throw ErroreProgramma(Uscita::kComandoErrato,
+                        "--registro: con un database odbc: indicare il file del registro");
+}
+
+std::shared_ptr<host::Connection> ApriOdbc(const PosizioneArchivio& posizione) {
+  const std::string stringa = posizione.db.substr(kOdbc.size());
+  RichiediUtf8(stringa, "--db");
+  try {
+    return adapters::odbc::OdbcConnection::Apri(stringa, posizione.attese);
+  } catch (const host::Errore& errore) {
+    NonUtilizzabile(errore);
+  }
+}
+
+}  // namespace
+
+bool SuOdbc(const PosizioneArchivio& posizione) {
+  return posizione.db.rfind(kOdbc, 0) == 0;
+}
+
 std::string FileArchivio(const PosizioneArchivio& posizione) {
-  constexpr std::string_view kSqlite = "sqlite:";
-  constexpr std::string_view kOdbc = "odbc:";
-  if (posizione.db.rfind(kOdbc, 0) == 0) {
-    throw ErroreProgramma(Uscita::kComandoErrato, "--db: questa versione apre solo database sqlite:FILE");
+  if (SuOdbc(posizione)) {
+    throw ErroreProgramma(Uscita::kComandoErrato,
+                          "--db: questo comando lavora solo sul database incorporato, sqlite:FILE");
   }
   std::string file = posizione.db.rfind(kSqlite, 0) == 0 ? posizione.db.substr(kSqlite.size()) : posizione.db;
   if (file.empty()) throw ErroreProgramma(Uscita::kComandoErrato, "--db: indicare il file del database");
@@ -26,36 +66,75 @@ std::string FileArchivio(const PosizioneArchivio& posizione) {
   return file;
 }
 
-std::string FileChiave(const PosizioneArchivio& posizione) {
-  return posizione.chiave.empty() ? FileArchivio(posizione) + ".chiave" : posizione.chiave;
+std::string CartellaBase(const PosizioneArchivio& posizione) {
+  if (SuOdbc(posizione)) return std::filesystem::current_path().native();
+  return std::filesystem::absolute(FileArchivio(posizione)).parent_path().native();
 }
 
-std::shared_ptr<SqliteConnection> ApriArchivio(const PosizioneArchivio& posizione) {
+std::string FileChiave(const PosizioneArchivio& posizione) {
+  if (!posizione.chiave.empty()) return posizione.chiave;
+  if (SuOdbc(posizione)) {
+    throw ErroreProgramma(Uscita::kComandoErrato,
+                          "--chiave: con un database odbc: indicare il file della chiave");
+  }
+  return FileArchivio(posizione) + ".chiave";
+}
+
+Archivio ApriArchivio(const PosizioneArchivio& posizione) {
+  if (SuOdbc(posizione)) return {ApriOdbc(posizione), nullptr};
+  auto incorporato = ApriIncorporato(posizione);
+  return {incorporato, incorporato};
+}
+
+std::shared_ptr<SqliteConnection> ApriIncorporato(const PosizioneArchivio& posizione) {
   const std::string file = FileArchivio(posizione);
+  adapters::sqlite::OpzioniSqlite opzioni;
+  opzioni.tempoMassimo = posizione.attese.tempoMassimo;
   try {
-    return SqliteConnection::Apri(file);
+    return SqliteConnection::Apri(file, opzioni);
   } catch (const host::Errore& errore) {
-    throw ErroreProgramma(Uscita::kNonUtilizzabile, "Database non utilizzabile: " + errore.Descrizione());
+    NonUtilizzabile(errore);
   }
 }
 
-std::int32_t TrovaUtente(SqliteConnection& archivio, const UtenteIndicato& indicato) {
+std::shared_ptr<SqliteConnection> ApriRegistro(const PosizioneArchivio& posizione, const Archivio& archivio) {
+  if (archivio.incorporato && posizione.registro.empty()) return archivio.incorporato;
+  try {
+    return adapters::sqlite::ApriRegistro(FileRegistro(posizione));
+  } catch (const host::Errore& errore) {
+    RegistroNonUtilizzabile(errore);
+  }
+}
+
+std::shared_ptr<SqliteConnection> ApriRegistroPerLettura(const PosizioneArchivio& posizione) {
+  if (!SuOdbc(posizione) && posizione.registro.empty()) return ApriIncorporato(posizione);
+  try {
+    return SqliteConnection::Apri(FileRegistro(posizione));
+  } catch (const host::Errore& errore) {
+    RegistroNonUtilizzabile(errore);
+  }
+}
+
+std::string Letterale(std::string_view testo) {
+  return "'" + text::Replace(testo, "'", "''") + "'";
+}
+
+std::int32_t TrovaUtente(host::Connection& connessione, const UtenteIndicato& indicato) {
   const bool perCodice = !indicato.gruppo.empty();
   const auto id = Numero<std::int32_t>(indicato.utente);
   if (!perCodice && !id) {
     throw ErroreProgramma(Uscita::kComandoErrato,
                           "--utente: «" + indicato.utente + "» è un codice; indicare anche --gruppo");
   }
+  const std::string filtro = perCodice ? "FW07_CODICE = " + Letterale(indicato.utente) +
+                                             " AND FW07_CODICE_FW06 = " + Letterale(indicato.gruppo)
+                                       : "FW07_ID = " + std::to_string(*id);
   try {
     const auto trovati =
-        perCodice ? archivio.EseguiConValori(
-                        "SELECT FW07_ID FROM FW07_APPUSER WHERE FW07_CODICE = ?1 AND FW07_CODICE_FW06 = ?2",
-                        {indicato.utente, indicato.gruppo})
-                  : archivio.EseguiConValori("SELECT FW07_ID FROM FW07_APPUSER WHERE FW07_ID = ?1",
-                                             {std::int64_t{*id}});
+        connessione.Execute("SELECT FW07_ID FROM FW07_APPUSER WHERE " + filtro, host::kComandoTesto);
     if (!trovati->Eof()) return host::Leggi(*trovati, "FW07_ID").ToInt32();
   } catch (const host::Errore& errore) {
-    throw ErroreProgramma(Uscita::kNonUtilizzabile, "Database non utilizzabile: " + errore.Descrizione());
+    NonUtilizzabile(errore);
   }
   const std::string gruppo = perCodice ? " nel gruppo «" + indicato.gruppo + "»" : "";
   throw ErroreProgramma(Uscita::kNonUtilizzabile, "Utente sconosciuto: «" + indicato.utente + "»" + gruppo);

@@ -5,7 +5,8 @@ namespace orve::app {
 
 void AggiungiEventi(CLI::App& programma, Contesto& contesto) {
   AggiungiElenco(programma, contesto,
-                 {"eventi",
+                 {Fonte::kIncorporato,
+                  "eventi",
                   "Mostra gli eventi gestionali",
                   "EVENTI_GESTIONALI",
                   {{"ID", "ID", 0},

@@ -60,8 +60,9 @@ std::string LeggiPassword(Terminale terminale) {
 }
 
 Uscita Imposta(const Argomenti& argomenti, Terminale terminale) {
+  static_cast<void>(FileArchivio(argomenti.posizione));  // a server is refused before its key is looked for
   CifratoreSodium cifratore(std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(argomenti.posizione))));
-  const auto archivio = ApriArchivio(argomenti.posizione);
+  const auto archivio = ApriIncorporato(argomenti.posizione);
   const std::string cifrata = cifratore.Cripta(LeggiPassword(terminale));
   try {
     const auto cambiate = archivio->EseguiConValori(

@@ -31,7 +31,7 @@ std::int32_t PortaInColonna(std::int32_t porta) {
 
 Uscita Imposta(const Argomenti& argomenti, Terminale terminale) {
   RichiediUtf8(argomenti.host, "--host");
-  const auto archivio = ApriArchivio(argomenti.posizione);
+  const auto archivio = ApriIncorporato(argomenti.posizione);
   try {
     adapters::sqlite::ImpostaServer(*archivio, argomenti.id, argomenti.host, PortaInColonna(argomenti.porta),
                                     argomenti.senzaTls ? 0 : 1, argomenti.senzaAutenticazione ? 0 : 1);

@@ -1,7 +1,6 @@
 // parametri: asks, in the library's window, for the parameters of a send to a whole list, and prints the
 // answers.
 #include <CLI/CLI.hpp>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -57,14 +56,14 @@ Uscita Chiedi(const RichiestaInvio& richiesta, Terminale terminale) {
   RichiediSchermo("I parametri si danno in una finestra.");
   auto chiave = std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(richiesta.archivio)));
   const auto archivio = ApriArchivio(richiesta.archivio);
-  const std::int32_t utente = TrovaUtente(*archivio, richiesta.utente);
-  archivio->UtenteConnessione(utente);
+  const std::int32_t utente = TrovaUtente(*archivio.connessione, richiesta.utente);
+  archivio.DiUtente(utente);
   const auto note = std::make_shared<Osservazioni>();
-  const std::string base = std::filesystem::absolute(FileArchivio(richiesta.archivio)).parent_path().native();
-  const auto ambiente = std::make_shared<AmbienteFinestre>(terminale, std::move(chiave),
-                                                           adapters::smtp::SmtpOptions{}, base, note);
+  const auto ambiente = std::make_shared<AmbienteFinestre>(
+      terminale, std::move(chiave), adapters::smtp::SmtpOptions{}, CartellaBase(richiesta.archivio), note);
+  ambiente->RegistraIn(ApriRegistro(richiesta.archivio, archivio));
   CLSFW_MAILSERVER servizio(ambiente);
-  servizio.ConnectionADO = archivio;
+  servizio.ConnectionADO = archivio.connessione;
   servizio.ActiveInterface = CreaInterfaccia(utente, ambiente->CreaMessaggi());
   servizio.DittaCorrente = richiesta.ditta;
   Prepara(servizio, utente);

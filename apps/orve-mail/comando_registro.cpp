@@ -5,7 +5,8 @@ namespace orve::app {
 
 void AggiungiRegistro(CLI::App& programma, Contesto& contesto) {
   AggiungiElenco(programma, contesto,
-                 {"registro",
+                 {Fonte::kRegistro,
+                  "registro",
                   "Mostra il registro degli invii",
                   "REGISTRO_INVII",
                   {{"ID", "ID", 0},

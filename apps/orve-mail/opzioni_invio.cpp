@@ -116,6 +116,7 @@ void AggiungiData(CLI::App& comando, OpzioniInvio& opzioni) {
 void AggiungiContesto(CLI::App& comando, OpzioniInvio& opzioni) {
   RichiestaInvio& richiesta = opzioni.richiesta;
   AggiungiArchivio(comando, richiesta.archivio, true);
+  AggiungiFileRegistro(comando, richiesta.archivio);
   richiesta.ditta = "1";
   richiesta.utente.utente = "1";
   comando.add_option("--ditta", richiesta.ditta, "Ditta corrente (se manca: 1)")->type_name("NUMERO");

@@ -25,6 +25,10 @@ Valore Presente(const host::TestoOAssente& testo) {
 }  // namespace
 
 void RegistroTabella::Connessione(const std::shared_ptr<host::Connection>& connessione) {
+  if (archivio_) {
+    connessione_ = connessione ? archivio_ : nullptr;
+    return;
+  }
   connessione_ = std::dynamic_pointer_cast<SqliteConnection>(ConnessioneInterna(connessione));
   if (connessione && !connessione_) throw host::Errore(host::kTipoNonCorrispondente);
 }

@@ -1,9 +1,11 @@
-// The host's register object: each line becomes a row of REGISTRO_INVII.
+// The host's register object: each line becomes a row of REGISTRO_INVII, in the embedded database or in the
+// file that stands in for it.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "host/registro_invio.h"
 
@@ -15,7 +17,12 @@ namespace orve::app {
 
 class RegistroTabella : public host::RegistroInvio {
  public:
-  /// Raises 13 for a connection that is not the program's own database.
+  RegistroTabella() = default;
+  /// Writes there, whatever connection it is given.
+  explicit RegistroTabella(std::shared_ptr<adapters::sqlite::SqliteConnection> archivio)
+      : archivio_(std::move(archivio)) {}
+
+  /// Raises 13 for a connection that is not the embedded database, when it has nothing else to write to.
   void Connessione(const std::shared_ptr<host::Connection>& connessione) override;
   void IDvoce(const std::string& voce) override { voce_ = voce; }
   void UObject(const std::string& oggetto) override { uObject_ = oggetto; }
@@ -39,6 +46,7 @@ class RegistroTabella : public host::RegistroInvio {
   void TipoLista(std::int32_t tipo) override { tipoLista_ = tipo; }
 
  private:
+  std::shared_ptr<adapters::sqlite::SqliteConnection> archivio_;
   std::shared_ptr<adapters::sqlite::SqliteConnection> connessione_;
   std::string voce_;
   std::string uObject_;

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <chrono>
 #include <exception>
 #include <memory>
 
@@ -52,7 +53,11 @@ void InItaliano(CLI::App& programma) {
 // The words of the command line that nobody wanted.
 std::string Estranei(const CLI::App& programma) {
   std::string estranei;
-  for (const std::string& estraneo : programma.remaining(true)) estranei += " «" + estraneo + "»";
+  for (const std::string& estraneo : programma.remaining(true)) {
+    // A connection string in the wrong place may hold a password.
+    const bool connessione = estraneo.find("odbc:") != std::string::npos;
+    estranei += " «" + (connessione ? "odbc:***" : estraneo) + "»";
+  }
   return estranei;
 }
 
@@ -174,15 +179,39 @@ CLI::Validator NumeroFino(std::int64_t massimo) {
 }
 
 void AggiungiArchivio(CLI::App& comando, PosizioneArchivio& posizione, bool conChiave) {
-  comando.add_option("--db", posizione.db, "Database dell'applicazione: FILE oppure sqlite:FILE")
-      ->type_name("FILE")
+  constexpr std::int64_t kUnGiorno = 86400;
+  const auto attesa = [&comando](const char* opzione, std::chrono::seconds& valore, const char* aiuto) {
+    comando
+        .add_option_function<std::int64_t>(
+            opzione, [&valore](std::int64_t secondi) { valore = std::chrono::seconds(secondi); }, aiuto)
+        ->type_name("SECONDI")
+        ->check(NumeroFino(kUnGiorno));
+  };
+  comando
+      .add_option("--db", posizione.db,
+                  "Database dell'applicazione: FILE, sqlite:FILE, oppure odbc: e una stringa di connessione")
+      ->type_name("DATABASE")
       ->envname("ORVE_MAIL_DB");
+  attesa("--attesa-accesso", posizione.attese.attesaAccesso,
+         "Attesa massima per l'accesso a un database odbc: (se manca: 15)");
+  attesa("--attesa-istruzione", posizione.attese.tempoMassimo,
+         "Attesa massima per ogni istruzione del database (se manca: 30)");
   if (!conChiave) return;
   comando
       .add_option("--chiave", posizione.chiave,
                   "File con la chiave delle password (se manca: il nome del database seguito da .chiave)")
       ->type_name("FILE")
       ->envname("ORVE_MAIL_CHIAVE");
+}
+
+void AggiungiFileRegistro(CLI::App& comando, PosizioneArchivio& posizione) {
+  comando
+      .add_option(
+          "--registro", posizione.registro,
+          "File con il registro degli invii (se manca: il database stesso o, con odbc:, il nome della "
+          "chiave seguito da .registro)")
+      ->type_name("FILE")
+      ->envname("ORVE_MAIL_REGISTRO");
 }
 
 }  // namespace orve::app

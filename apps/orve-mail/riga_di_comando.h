@@ -22,7 +22,9 @@ namespace orve::app {
 /// Accepts the whole numbers from 1 to `massimo`.
 [[nodiscard]] CLI::Validator NumeroFino(std::int64_t massimo);
 
-/// Adds --db and, if asked for, --chiave to a command.
+/// Adds --db with its time limits and, if asked for, --chiave to a command.
 void AggiungiArchivio(CLI::App& comando, PosizioneArchivio& posizione, bool conChiave);
+/// Adds --registro.
+void AggiungiFileRegistro(CLI::App& comando, PosizioneArchivio& posizione);
 
 }  // namespace orve::app

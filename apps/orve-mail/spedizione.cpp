@@ -1,7 +1,6 @@
 #include "orve-mail/spedizione.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 #include <utility>
 
@@ -19,10 +18,6 @@ namespace {
 
 constexpr const char* kVoce = "orve-mail";
 constexpr std::int32_t kDiUnaLista = 1;
-
-std::string CartellaBase(const PosizioneArchivio& archivio) {
-  return std::filesystem::absolute(FileArchivio(archivio)).parent_path().native();
-}
 
 // A number where it is one, so that the library sees what the application would hand it.
 host::Variant Ditta(const std::string& ditta) {
@@ -58,12 +53,13 @@ class Spedizione {
         ambiente_(std::make_shared<AmbienteFinestre>(
             terminale, sede.chiave, richiesta.smtp, CartellaBase(richiesta.archivio), note_, richiesta.mapi)),
         servizio_(ambiente_) {
-    if (richiesta.mittente) RichiediAccount(*sede.archivio, *richiesta.mittente, richiesta.pec);
+    ambiente_->RegistraIn(sede.registro);
+    if (richiesta.mittente) RichiediAccount(*sede.archivio.connessione, *richiesta.mittente, richiesta.pec);
   }
 
   // The order of these steps is the library's: each reads what the ones before it set.
   void Prepara(bool daSola) {
-    servizio_.ConnectionADO = Osserva(std::static_pointer_cast<host::Connection>(sede_.archivio), note_);
+    servizio_.ConnectionADO = Osserva(sede_.archivio.connessione, note_);
     servizio_.ActiveInterface = CreaInterfaccia(sede_.utente, ambiente_->CreaMessaggi());
     servizio_.ManagerRubrica =
         CreaRubrica(ambiente_, servizio_.ConnectionADO, MostraFinestraRubrica, richiesta_.data);
@@ -161,7 +157,7 @@ class Spedizione {
 
   std::optional<std::int16_t> Mittente() {
     if (richiesta_.mittente) return richiesta_.mittente;
-    return AccountPredefinito(*sede_.archivio, {sede_.utente, richiesta_.ditta, richiesta_.pec},
+    return AccountPredefinito(*sede_.archivio.connessione, {sede_.utente, richiesta_.ditta, richiesta_.pec},
                               servizio_.vSenderAddress);
   }
 
@@ -196,8 +192,9 @@ void Prepara(Spedizione& spedizione, bool daSola) {
 SedeInvio::SedeInvio(const PosizioneArchivio& posizione, const UtenteIndicato& indicato)
     : chiave(std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(posizione)))),
       archivio(ApriArchivio(posizione)),
-      utente(TrovaUtente(*archivio, indicato)) {
-  archivio->UtenteConnessione(utente);
+      registro(ApriRegistro(posizione, archivio)),
+      utente(TrovaUtente(*archivio.connessione, indicato)) {
+  archivio.DiUtente(utente);
 }
 
 Resoconto Consegna(const RichiestaInvio& richiesta, const SedeInvio& sede, Terminale terminale,

@@ -59,13 +59,14 @@ struct RichiestaInvio {
   adapters::mapi::MapiOptions mapi;
 };
 
-/// What all sends of one run share: the open database, its key, and the user. Raises ErroreProgramma
+/// What all sends of one run share: the open database, its key, the register, and the user. Raises ErroreProgramma
 /// (kNonUtilizzabile, kComandoErrato).
 struct SedeInvio {
   SedeInvio(const PosizioneArchivio& posizione, const UtenteIndicato& indicato);
 
   std::shared_ptr<const Chiave> chiave;
-  std::shared_ptr<adapters::sqlite::SqliteConnection> archivio;
+  Archivio archivio;
+  std::shared_ptr<adapters::sqlite::SqliteConnection> registro;
   std::int32_t utente;
 };
 

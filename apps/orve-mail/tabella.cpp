@@ -107,7 +107,8 @@ void ScriviJson(adapters::sqlite::SqliteConnection& archivio, const Elenco& elen
 
 Uscita Mostra(const Elenco& elenco, const PosizioneArchivio& posizione, std::int64_t ultimi, Forma forma,
               std::ostream& uscita) try {
-  const auto archivio = ApriArchivio(posizione);
+  const auto archivio =
+      elenco.fonte == Fonte::kRegistro ? ApriRegistroPerLettura(posizione) : ApriIncorporato(posizione);
   if (forma == Forma::kJson) {
     ScriviJson(*archivio, elenco, ultimi, uscita);
     return Uscita::kInviato;
@@ -135,6 +136,7 @@ void AggiungiElenco(CLI::App& programma, Contesto& contesto, const Elenco& elenc
   auto* const comando = programma.add_subcommand(elenco.comando, elenco.aiuto);
   auto argomenti = std::make_shared<Argomenti>();
   AggiungiArchivio(*comando, argomenti->posizione, false);
+  if (elenco.fonte == Fonte::kRegistro) AggiungiFileRegistro(*comando, argomenti->posizione);
   comando->add_option("--ultimi", argomenti->ultimi, "Mostra solo le ultime righe")
       ->type_name("NUMERO")
       ->check(NumeroFino(999999999));

@@ -15,7 +15,11 @@ struct Colonna {
   std::size_t larghezza;    // at most, in characters, in the aligned form; 0: as wide as it comes
 };
 
+/// Where the rows are: the register of sends may have a file of its own.
+enum class Fonte { kRegistro, kIncorporato };
+
 struct Elenco {
+  Fonte fonte;
   const char* comando;
   const char* aiuto;
   const char* tabella;

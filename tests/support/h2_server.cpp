@@ -17,9 +17,10 @@ H2Server::H2Server()
   port_ = std::stoi(process_->WaitForLine("READY ", kPatience).substr(6));
 }
 
-std::string H2Server::ConnectionString(const std::string& database) const {
+std::string H2Server::ConnectionString(const std::string& database, const std::string& user,
+                                       const std::string& password) const {
   return "Driver={PostgreSQL Unicode};Server=127.0.0.1;Port=" + std::to_string(port_) +
-         ";Database=mem:" + database + ";UID=sa;PWD=sa";
+         ";Database=mem:" + database + ";UID=" + user + ";PWD=" + password;
 }
 
 }  // namespace orve::support

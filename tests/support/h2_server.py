@@ -5,7 +5,7 @@
 Prints "READY <port>" and runs until its standard input ends or it is told to stop. Databases are made on first use.
 
 In front of the engine stands a small relay: the PostgreSQL driver opens every connection with settings that the engine
-does not know, and is given settings that it does.
+does not know, and that become settings that it does: SQL Server's mode, which the engine takes back at every login.
 """
 
 import argparse
@@ -17,6 +17,7 @@ import threading
 
 # What the driver says, and what the engine hears: of equal length, since a message tells its own.
 SUBSTITUTES = [
+    (b"set client_encoding to 'UTF8'", b"SET MODE MSSQLServer         "),
     (b"SET extra_float_digits = 2", b"SET DATESTYLE = 'ISO'     "),
     (b"show transaction_isolation", b"SELECT 'read committed'   "),
 ]

@@ -48,7 +48,6 @@ class BancoH2 : public Banco {
  public:
   BancoH2() : connessione_(OdbcConnection::Apri(Motore().ConnectionString(NomeNuovo()))) {
     for (const char* testo : {
-             "SET MODE MSSQLServer",
              "SET COLLATION ENGLISH STRENGTH PRIMARY",
              kTabella,
              kRighe,

@@ -1,4 +1,4 @@
--- The application's function and procedure for H2, in Java. Two signs, as below, part the statements.
+-- The application's function and procedures for H2, in Java. Two signs, as below, part the statements.
 CREATE SCHEMA dbo
 @@
 CREATE ALIAS dbo.FNCG_GETCODANAG AS $$
@@ -26,5 +26,12 @@ void attiva(java.sql.Connection c, Integer ditta, Integer codice, Integer utente
   riga.setString(4, dati);
   riga.setObject(5, flag);
   riga.executeUpdate();
+}
+$$
+@@
+CREATE ALIAS SPFW_GetUserIDFromConnection AS $$
+java.sql.ResultSet utente(java.sql.Connection c, Integer uscita) throws Exception {
+  return c.createStatement().executeQuery(
+      "SELECT (SELECT FW07_ID FROM FW07_APPUSER WHERE FW07_USERNAME = CURRENT_USER)");
 }
 $$

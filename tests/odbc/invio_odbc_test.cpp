@@ -1,0 +1,229 @@
+// Whole sends on the application's database over ODBC: what arrives, where the register goes, what the
+// server's login needs for it, and what the program says when the database cannot be reached.
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "odbc/prova_odbc.h"
+#include "sqlite/sqlite_connection.h"
+
+namespace orve::app {
+
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::SizeIs;
+using ::testing::StartsWith;
+
+// A listener that takes connections and never says a word.
+class Muto {
+ public:
+  Muto() : presa_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    sockaddr_in indirizzo{};
+    indirizzo.sin_family = AF_INET;
+    indirizzo.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t lunghezza = sizeof indirizzo;
+    auto* const generico = reinterpret_cast<sockaddr*>(&indirizzo);
+    if (::bind(presa_, generico, lunghezza) != 0 || ::listen(presa_, 4) != 0 ||
+        ::getsockname(presa_, generico, &lunghezza) != 0) {
+      throw std::runtime_error("bind");
+    }
+    porta_ = ntohs(indirizzo.sin_port);
+  }
+  Muto(const Muto&) = delete;
+  Muto& operator=(const Muto&) = delete;
+  Muto(Muto&&) = delete;
+  Muto& operator=(Muto&&) = delete;
+  ~Muto() { ::close(presa_); }
+  [[nodiscard]] int Porta() const { return porta_; }
+
+ private:
+  int presa_;
+  int porta_ = 0;
+};
+
+class InvioOdbc : public ProvaOdbc {};
+
+TEST_F(InvioOdbc, AnInvoiceReachesACustomerFoundByCodeOnTheServer) {
+  auto& server = AvviaServerDiPosta();
+  const std::string fattura = cartella.Write("fattura.pdf", "%PDF-1.4 fattura");
+  const Esecuzione esecuzione = EseguiSuOdbc({"invia", "--ca", Ca(), "--cliente", "1001", "--oggetto",
+                                              "Fattura n. 12 dell'anno", "--allegato", fattura});
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
+  EXPECT_EQ(esecuzione.errori, "");
+  const auto messaggio = server.OnlyMessage();
+  EXPECT_THAT(messaggio.recipients, ElementsAre("acquisti@bellariva.example"));
+  EXPECT_EQ(messaggio.sender, "fatture@arvenia.example");
+  EXPECT_EQ(messaggio.user, "fatture@arvenia.example");
+  EXPECT_TRUE(messaggio.encrypted);
+  EXPECT_EQ(messaggio.subject, "Fattura n. 12 dell'anno");
+  EXPECT_THAT(messaggio.attachments, SizeIs(1));
+  EXPECT_THAT(Colonna("SELECT DATI FROM EVENTI_GESTIONALI", "DATI"),
+              ElementsAre(AllOf(HasSubstr("<USR_COD=U01/><GRP_COD=AMM/>"),
+                                HasSubstr("<MAIL_OBJ=Fattura n. 12 dell'anno/>"))));
+}
+
+TEST_F(InvioOdbc, TheRegisterHasAFileOfItsOwnAndTheServerNoTableForIt) {
+  AvviaServerDiPosta();
+  for (const char* cliente : {"1001", "1002"}) {
+    EXPECT_EQ(EseguiSuOdbc({"invia", "--ca", Ca(), "--cliente", cliente, "--oggetto", "x"}).stato, 0);
+  }
+  EXPECT_THAT(Registro(), IsEmpty()) << "the embedded database has nothing to do with it";
+  const std::string file = Chiave() + ".registro";
+  EXPECT_EQ(std::filesystem::status(file).permissions(),
+            std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+  const Esecuzione registro = Esegui({"registro", "--db", Odbc(), "--registro", file, "--csv"});
+  EXPECT_EQ(registro.stato, 0) << registro;
+  EXPECT_THAT(registro.uscita,
+              AllOf(HasSubstr("acquisti@bellariva.example"), HasSubstr("ordini@cittadoro.example")));
+  EXPECT_EQ(Esegui({"registro", "--db", Odbc(), "--registro", File("manca.registro")}).stato, 5);
+  EXPECT_THAT(
+      Esegui({"registro", "--db", Odbc()}).errori,
+      StartsWith("orve-mail registro: --registro: con un database odbc: indicare il file del registro"));
+}
+
+TEST_F(InvioOdbc, ARegisterThatCannotBeWrittenStopsTheSendBeforeItStarts) {
+  auto& server = AvviaServerDiPosta();
+  const Esecuzione esecuzione = EseguiSuOdbc(
+      {"invia", "--ca", Ca(), "--a", "x@example.org", "--corpo", "x", "--registro", File("manca/registro")});
+  EXPECT_EQ(esecuzione.stato, 5) << esecuzione;
+  EXPECT_THAT(esecuzione.errori, StartsWith("orve-mail: Registro non utilizzabile: "));
+  EXPECT_EQ(server.Count(), 0U);
+}
+
+TEST_F(InvioOdbc, AMessageByAddressLeavesFromTheDefaultAccountOrTheOneNamed) {
+  auto& server = AvviaServerDiPosta();
+  EXPECT_EQ(EseguiSuOdbc({"invia", "--ca", Ca(), "--a", "Uno <uno@example.org>", "--corpo", "x"}).stato, 0);
+  EXPECT_EQ(server.OnlyMessage().sender, "fatture@arvenia.example");
+  const Esecuzione nessuno =
+      EseguiSuOdbc({"invia", "--ca", Ca(), "--a", "uno@example.org", "--mittente", "99", "--corpo", "x"});
+  EXPECT_EQ(nessuno.stato, 5) << nessuno;
+  EXPECT_THAT(nessuno.errori, HasSubstr("Nessun account con il numero 99"));
+  EXPECT_EQ(EseguiSuOdbc({"invia", "--a", "uno@example.org", "--mittente", "4", "--corpo", "x"}).stato, 2)
+      << "a certified account for ordinary mail";
+}
+
+TEST_F(InvioOdbc, AUserIsFoundByCodesWhateverStandsInThem) {
+  AvviaServerDiPosta();
+  const std::vector<std::string> invio = {"invia", "--ca", Ca(), "--a", "x@example.org", "--corpo", "x"};
+  const auto daUtente = [&](const char* utente, const char* gruppo) {
+    auto argomenti = invio;
+    argomenti.insert(argomenti.end(), {"--utente", utente, "--gruppo", gruppo});
+    return EseguiSuOdbc(argomenti);
+  };
+  EXPECT_EQ(daUtente("u01", "amm").stato, 0);
+  for (const char* utente : {"U99", "U'01", "U01' OR '1'='1", "U01\\"}) {
+    const Esecuzione esecuzione = daUtente(utente, "AMM");
+    EXPECT_EQ(esecuzione.stato, 5) << utente << esecuzione;
+    EXPECT_THAT(esecuzione.errori, HasSubstr("Utente sconosciuto")) << utente;
+  }
+}
+
+TEST_F(InvioOdbc, AListIsSentRowByRow) {
+  auto& server = AvviaServerDiPosta();
+  const std::string elenco =
+      cartella.Write("elenco.csv", "tipo;codice\ncliente;1001\ncliente;1002\nagente;A01\n");
+  const Esecuzione esecuzione =
+      EseguiSuOdbc({"lista", elenco, "--ca", Ca(), "--oggetto", "Listino", "--corpo", "x"});
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
+  EXPECT_THAT(server.Recipients(), ElementsAre("acquisti@bellariva.example", "ordini@cittadoro.example",
+                                               "nordest@agenzie.example"));
+}
+
+TEST_F(InvioOdbc, AStandAloneSendLeavesTheSameWay) {
+  auto& server = AvviaServerDiPosta();
+  const Esecuzione esecuzione =
+      EseguiSuOdbc({"invia-smtp", "--ca", Ca(), "--a", "x@example.org", "--oggetto", "x", "--corpo", "x"});
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
+  EXPECT_EQ(server.Count(), 1U);
+}
+
+TEST_F(InvioOdbc, ATableThatCannotBeReadIsToldSoAndNothingLeaves) {
+  auto& server = AvviaServerDiPosta();
+  SulServer("ALTER TABLE FW24_FAXCONFIG RENAME TO NASCOSTA");
+  const Esecuzione esecuzione = EseguiSuOdbc({"invia", "--ca", Ca(), "--a", "x@example.org", "--corpo", "x"});
+  SulServer("ALTER TABLE NASCOSTA RENAME TO FW24_FAXCONFIG");
+  EXPECT_EQ(esecuzione.stato, 5) << esecuzione;
+  EXPECT_THAT(esecuzione.errori, ::testing::ContainsRegex("(FW24_FAXCONFIG|fw24_faxconfig)"));
+  EXPECT_EQ(server.Count(), 0U);
+}
+
+TEST_F(InvioOdbc, TheDatabaseMayStandInTheEnvironmentWhereNobodyReadsItsPassword) {
+  auto& server = AvviaServerDiPosta();
+  const Esecuzione esecuzione = EseguiConAmbiente(
+      {"ORVE_MAIL_DB=" + Odbc(), "ORVE_MAIL_CHIAVE=" + Chiave()},
+      {"--traccia", TracciaIstanze(), "invia", "--ca", Ca(), "--cliente", "1001", "--oggetto", "x"});
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
+  EXPECT_EQ(server.Count(), 1U);
+}
+
+TEST_F(InvioOdbc, ADatabaseThatCannotBeReachedIsToldWithoutItsPassword) {
+  const Muto muto;
+  struct Caso {
+    const char* label;
+    std::string stringa;
+  };
+  const std::string muta = std::to_string(muto.Porta());
+  const std::vector<Caso> casi = {
+      {"unknown driver", "Driver=Inesistente;Server=x;UID=posta;PWD=pa-ro-la"},
+      {"unknown source", "DSN=inesistente;UID=posta;PWD=pa-ro-la"},
+      {"nobody there",
+       "Driver={PostgreSQL Unicode};Server=127.0.0.1;Port=1;Database=x;UID=posta;PWD=pa-ro-la"},
+      {"nobody there, FreeTDS", "Driver=FreeTDS;Server=127.0.0.1;Port=1;Database=x;UID=posta;PWD=pa-ro-la"},
+      {"a server that says nothing, FreeTDS",
+       "Driver=FreeTDS;TDS_Version=7.4;Server=127.0.0.1;Port=" + muta + ";Database=x;UID=posta;PWD=pa-ro-la"},
+      {"a server that says nothing",
+       "Driver={PostgreSQL Unicode};Server=127.0.0.1;Port=" + muta + ";Database=x;UID=posta;PWD=pa-ro-la"},
+      {"a wrong password", adapters::odbc::StringaPosta(kDatabase, "pa-ro-la")},
+      {"a password between braces", adapters::odbc::StringaPosta(kDatabase, "{pa-ro-la;}}x}")},
+      {"no connection string", "pa-ro-la"},
+      {"nothing", ""},
+  };
+  for (const auto& caso : casi) {
+    const Esecuzione esecuzione = EseguiSuOdbc(
+        {"invia", "--a", "x@example.org", "--corpo", "x", "--attesa-accesso", "2"}, "odbc:" + caso.stringa);
+    EXPECT_EQ(esecuzione.stato, 5) << caso.label << esecuzione;
+    EXPECT_THAT(esecuzione.errori, StartsWith("orve-mail: Database non utilizzabile: ")) << caso.label;
+    EXPECT_THAT(esecuzione.uscita + esecuzione.errori, Not(HasSubstr("pa-ro-la"))) << caso.label;
+  }
+}
+
+TEST_F(InvioOdbc, AConnectionStringInTheWrongPlaceIsNotRepeated) {
+  const Esecuzione esecuzione = Esegui({"registro", "odbc:Driver=FreeTDS;UID=posta;PWD=pa-ro-la"});
+  EXPECT_EQ(esecuzione.stato, 2);
+  EXPECT_THAT(esecuzione.errori, HasSubstr("argomento non previsto"));
+  EXPECT_THAT(esecuzione.errori, Not(HasSubstr("pa-ro-la")));
+}
+
+TEST_F(InvioOdbc, ADatabaseOnAServerWantsItsKeyNamed) {
+  const Esecuzione esecuzione = Esegui({"invia", "--db", Odbc(), "--a", "x@example.org", "--corpo", "x"});
+  EXPECT_EQ(esecuzione.stato, 2) << esecuzione;
+  EXPECT_THAT(esecuzione.errori, HasSubstr("--chiave: con un database odbc: indicare il file della chiave"));
+}
+
+TEST_F(InvioOdbc, WhatOnlyTheEmbeddedDatabaseCanDoIsRefused) {
+  const std::vector<std::vector<std::string>> comandi = {
+      {"crea-db", Odbc()},
+      {"eventi", "--db", Odbc()},
+      {"imposta-server", "1", "--db", Odbc(), "--host", "x", "--porta", "25"},
+      {"imposta-password", "1", "--db", Odbc()},
+  };
+  for (const auto& comando : comandi) {
+    const Esecuzione esecuzione = Esegui(comando);
+    EXPECT_EQ(esecuzione.stato, 2) << comando[0] << esecuzione;
+    EXPECT_THAT(esecuzione.errori,
+                StartsWith("orve-mail " + comando[0] +
+                           ": --db: questo comando lavora solo sul database incorporato, sqlite:FILE\n"));
+    EXPECT_THAT(esecuzione.errori, Not(HasSubstr(adapters::odbc::kPasswordPosta)));
+  }
+}
+
+}  // namespace
+
+}  // namespace orve::app
