@@ -100,7 +100,12 @@ class VariantCom {
  public:
   VariantCom() noexcept { VariantInit(&valore_); }
   VariantCom(const VariantCom& altro) : VariantCom() {
-    if (FAILED(VariantCopy(&valore_, const_cast<VARIANT*>(&altro.valore_)))) throw std::bad_alloc();
+    if (V_VT(&altro.valore_) == VT_BSTR && V_BSTR(&altro.valore_) == nullptr) {
+      V_VT(&valore_) = VT_BSTR;  // the system's copy would be an empty text
+      V_BSTR(&valore_) = nullptr;
+    } else if (FAILED(VariantCopy(&valore_, const_cast<VARIANT*>(&altro.valore_)))) {
+      throw std::bad_alloc();
+    }
   }
   VariantCom(VariantCom&& altro) noexcept : VariantCom() { std::swap(valore_, altro.valore_); }
   VariantCom& operator=(VariantCom altro) noexcept {

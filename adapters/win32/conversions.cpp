@@ -137,9 +137,7 @@ void Scrivi(VARIANT& valore, const Variant::Array& elenco) {
 }
 
 VariantCom OggettoVersoCom(const Variant::OggettoPtr& oggetto) {
-  IDispatch* const com = ComDi(oggetto);
-  if (oggetto && com == nullptr) throw Errore(host::kTipoNonCorrispondente);
-  return VariantCom::DiOggetto(com);
+  return VariantCom::DiOggetto(ComDaConsegnare(oggetto));
 }
 
 }  // namespace

@@ -20,12 +20,13 @@ class Chiamata {
     copie_.reserve(numero);
     passati_.resize(numero);
     for (std::size_t posto = 0; posto < numero; ++posto) {
-      VariantCom& copia = copie_.emplace_back(*valori[posto]);
+      VariantCom& copia = copie_.emplace_back();
       VARIANT& passato = passati_[numero - 1 - posto];
       if (perRiferimento[posto]) {
+        copia = *valori[posto];
         Riferisci(copia.Get(), passato, tipizzati);
       } else {
-        passato = copia.Get();  // borrowed: the copy stays the owner
+        passato = valori[posto]->Get();  // borrowed for the call
       }
     }
   }
@@ -135,6 +136,14 @@ VariantCom Dispatch::Invoca(DISPID membro, WORD tipo, std::span<Argomento> argom
 
 void Dispatch::Put(const char* membro, Argomento valore) const {
   Invoca(Numero(membro), DISPATCH_PROPERTYPUT, {&valore, 1});
+}
+
+void Dispatch::PutValore(const char* membro, const host::Variant& valore) const {
+  if (valore.IsObject()) {
+    PutRef(membro, ComDaConsegnare(valore.ToObject()));
+  } else {
+    Put(membro, valore);
+  }
 }
 
 void Dispatch::PutRef(const char* membro, IDispatch* oggetto) const {

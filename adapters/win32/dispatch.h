@@ -83,6 +83,8 @@ class Dispatch {
   }
   /// Writes a property.
   void Put(const char* membro, Argomento valore) const;
+  /// Writes a value of any type: an object is set, anything else is written.
+  void PutValore(const char* membro, const host::Variant& valore) const;
   /// Sets a property to an object, or to no object. An object that only knows the plain writing gets that.
   void PutRef(const char* membro, IDispatch* oggetto) const;
   /// Calls a method for what it does.

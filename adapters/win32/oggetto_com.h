@@ -9,6 +9,7 @@
 #include <memory>
 #include <utility>
 
+#include "host/errore.h"
 #include "host/oggetto.h"
 #include "win32/com_ptr.h"
 
@@ -34,6 +35,15 @@ template <class T>
 [[nodiscard]] IDispatch* ComDi(const std::shared_ptr<T>& oggetto) noexcept {
   const auto* com = dynamic_cast<const OggettoCom*>(oggetto.get());
   return com == nullptr ? nullptr : com->Com();
+}
+
+/// The same, to be handed to another object: raises 13 for an object that has none, instead of handing on
+/// nothing.
+template <class T>
+[[nodiscard]] IDispatch* ComDaConsegnare(const std::shared_ptr<T>& oggetto) {
+  IDispatch* const com = ComDi(oggetto);
+  if (oggetto && com == nullptr) throw host::Errore(host::kTipoNonCorrispondente);
+  return com;
 }
 
 /// An object of which the library knows nothing: it can only be handed on.

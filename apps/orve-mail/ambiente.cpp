@@ -2,10 +2,10 @@
 
 #include <utility>
 
+#include "forms/formatori_sql.h"
 #include "mapi/controls.h"
 #include "mapi/mapi32.h"
 #include "orve-mail/cifratore_sodium.h"
-#include "orve-mail/formatori_sql.h"
 #include "orve-mail/messaggi_terminale.h"
 #include "orve-mail/percorsi_host.h"
 #include "orve-mail/registro_tabella.h"
@@ -39,11 +39,11 @@ std::shared_ptr<host::Messaggi> AmbienteProgramma::CreaMessaggi() {
 }
 
 std::shared_ptr<host::FormatoData> AmbienteProgramma::CreaFormatoData() {
-  return std::make_shared<FormatoDataSql>();
+  return std::make_shared<forms::FormatoDataSql>();
 }
 
 std::shared_ptr<host::FormatoNumero> AmbienteProgramma::CreaFormatoNumero() {
-  return std::make_shared<FormatoNumeroSql>();
+  return std::make_shared<forms::FormatoNumeroSql>();
 }
 
 std::shared_ptr<host::RegistroInvio> AmbienteProgramma::CreaRegistroInvio() {

@@ -60,6 +60,13 @@ TEST(Conversioni, TheEmptyTextIsNotTheNullText) {
   EXPECT_NE(V_BSTR(&ToCom("").Get()), nullptr);
 }
 
+TEST(Conversioni, ACopyOfTheNullTextIsTheNullText) {
+  const VariantCom nullo = VariantCom::TestoNullo();
+  const VariantCom copia = nullo;
+  EXPECT_EQ(V_VT(&copia.Get()), VT_BSTR);
+  EXPECT_EQ(V_BSTR(&copia.Get()), nullptr);
+}
+
 TEST(Conversioni, KindsOfNumberThatTheLibraryLacksBecomeTheSmallestThatHoldsThem) {
   VARIANT valore;
   VariantInit(&valore);

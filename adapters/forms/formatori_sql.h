@@ -1,4 +1,4 @@
-// The host's formatters: values as SQL Server reads them under every language setting.
+// The formatters of a host that brings none of its own: values as SQL Server reads them under every language setting.
 #pragma once
 
 #include <optional>
@@ -7,7 +7,7 @@
 #include "host/data_ora.h"
 #include "host/formatori.h"
 
-namespace orve::app {
+namespace orve::forms {
 
 class FormatoDataSql : public host::FormatoData {
  public:
@@ -30,4 +30,4 @@ class FormatoNumeroSql : public host::FormatoNumero {
   [[nodiscard]] host::Variant NumeroDB(const host::Variant& valore) override;
 };
 
-}  // namespace orve::app
+}  // namespace orve::forms

@@ -1,4 +1,4 @@
-#include "orve-mail/formatori_sql.h"
+#include "forms/formatori_sql.h"
 
 #include <algorithm>
 #include <array>
@@ -8,7 +8,7 @@
 #include "host/errore.h"
 #include "host/variant.h"
 
-namespace orve::app {
+namespace orve::forms {
 
 void FormatoDataSql::Data(const std::string& testo) {
   constexpr int kPrimoAnno = 1753;
@@ -48,4 +48,4 @@ host::Variant FormatoNumeroSql::NumeroDB(const host::Variant& valore) {
   return std::string(cifre.data(), fine);
 }
 
-}  // namespace orve::app
+}  // namespace orve::forms

@@ -1,4 +1,4 @@
-#include "orve-mail/formatori_sql.h"
+#include "forms/formatori_sql.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 
 #include "host/errore.h"
 
-namespace orve::app {
+namespace orve::forms {
 
 TEST(FormatoDataSql, GoodDatesComeOutAsYearMonthDay) {
   for (const std::string testo :
@@ -55,4 +55,4 @@ TEST(FormatoNumeroSql, WhatIsNoNumberIsAnError) {
   EXPECT_THROW((void)formato.NumeroDB(host::Null{}), host::Errore);
 }
 
-}  // namespace orve::app
+}  // namespace orve::forms

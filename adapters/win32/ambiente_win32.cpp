@@ -1,0 +1,84 @@
+#include "win32/ambiente_win32.h"
+
+#include "forms/formatori_sql.h"
+#include "win32/classi.h"
+#include "win32/directory.h"
+#include "win32/dispatch.h"
+#include "win32/file_system.h"
+#include "win32/libreria_host.h"
+#include "win32/mapi32.h"
+#include "win32/posta.h"
+#include "win32/sistema.h"
+
+namespace orve::win32 {
+
+namespace {
+
+class AmbienteWin32 final : public host::Ambiente {
+ public:
+  [[nodiscard]] std::shared_ptr<host::Messaggi> CreaMessaggi() override {
+    return AvvolgiMessaggi(CreaOggetto(classi::kMessaggi));
+  }
+  [[nodiscard]] std::shared_ptr<host::FormatoData> CreaFormatoData() override {
+    if (!ClasseRegistrata(classi::kFormatoData)) return std::make_shared<forms::FormatoDataSql>();
+    return AvvolgiFormatoData(CreaOggetto(classi::kFormatoData));
+  }
+  [[nodiscard]] std::shared_ptr<host::FormatoNumero> CreaFormatoNumero() override {
+    if (!ClasseRegistrata(classi::kFormatoNumero)) return std::make_shared<forms::FormatoNumeroSql>();
+    return AvvolgiFormatoNumero(CreaOggetto(classi::kFormatoNumero));
+  }
+  [[nodiscard]] std::shared_ptr<host::RegistroInvio> CreaRegistroInvio() override {
+    return AvvolgiRegistroInvio(CreaOggetto(classi::kRegistroInvio));
+  }
+  [[nodiscard]] std::shared_ptr<host::RisolutorePercorsi> CreaRisolutorePercorsi() override {
+    if (!ClasseRegistrata(classi::kRisolutorePercorsi)) return std::make_shared<RisolutorePercorsiWin32>();
+    return AvvolgiRisolutorePercorsi(CreaOggetto(classi::kRisolutorePercorsi));
+  }
+  [[nodiscard]] std::shared_ptr<host::CifratorePassword> CreaCifratorePassword() override {
+    return AvvolgiCifratorePassword(CreaOggetto(classi::kCifratorePassword));
+  }
+  [[nodiscard]] std::shared_ptr<host::ComponenteSmtp> CreaComponenteSmtp() override {
+    return AvvolgiComponenteSmtp(CreaOggetto(classi::kComponenteSmtp));
+  }
+  [[nodiscard]] std::shared_ptr<host::OutlookApplication> CreaOutlook() override {
+    return AvvolgiOutlook(CreaOggetto(classi::kOutlook));
+  }
+  [[nodiscard]] std::shared_ptr<host::MAPISession> CreaMAPISession() override {
+    return AvvolgiMAPISession(CreaOggetto(classi::kMAPISession));
+  }
+  [[nodiscard]] std::shared_ptr<host::MAPIMessages> CreaMAPIMessages() override {
+    return AvvolgiMAPIMessages(CreaOggetto(classi::kMAPIMessages));
+  }
+  [[nodiscard]] std::shared_ptr<host::Mapi32> CreaMapi32() override {
+    return std::make_shared<Mapi32Win32>();
+  }
+  [[nodiscard]] std::shared_ptr<host::FileSystem> CreaFileSystem() override {
+    return AvvolgiFileSystem(CreaOggetto(classi::kFileSystem));
+  }
+  [[nodiscard]] std::shared_ptr<host::CLSFW_Parametri> CreaParametri() override {
+    return AvvolgiParametri(CreaOggetto(classi::kParametri));
+  }
+
+  [[nodiscard]] host::Orologio& OrologioDiSistema() override { return orologio_; }
+  [[nodiscard]] host::DebugOutput& UscitaDiDebug() override { return debug_; }
+  [[nodiscard]] host::GeneratoreGuid& Identificatori() override { return guid_; }
+  [[nodiscard]] host::Environment& VariabiliDiAmbiente() override { return variabili_; }
+  [[nodiscard]] host::Rete& ReteDiSistema() override { return rete_; }
+  [[nodiscard]] host::Directory& DirectoryAziendale() override { return directory_; }
+
+ private:
+  OrologioWin32 orologio_;
+  DebugOutputWin32 debug_;
+  GeneratoreGuidWin32 guid_;
+  EnvironmentWin32 variabili_;
+  ReteWin32 rete_;
+  DirectoryWin32 directory_;
+};
+
+}  // namespace
+
+std::shared_ptr<host::Ambiente> CreaAmbienteWin32() {
+  return std::make_shared<AmbienteWin32>();
+}
+
+}  // namespace orve::win32

@@ -1,0 +1,16 @@
+// The application's database over ADO's members: connection, record set, fields and command.
+#pragma once
+
+#include <memory>
+
+#include "host/connection.h"
+#include "win32/dispatch.h"
+
+namespace orve::win32 {
+
+/// The connection that the application handed in; absent for an absent one.
+[[nodiscard]] std::shared_ptr<host::Connection> AvvolgiConnessione(Dispatch connessione);
+/// A result that some other object gave.
+[[nodiscard]] std::shared_ptr<host::RecordSet> AvvolgiRecordSet(Dispatch recordSet);
+
+}  // namespace orve::win32

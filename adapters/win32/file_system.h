@@ -1,0 +1,13 @@
+// The system's file-system object and its text stream.
+#pragma once
+
+#include <memory>
+
+#include "host/file_system.h"
+#include "win32/dispatch.h"
+
+namespace orve::win32 {
+
+[[nodiscard]] std::shared_ptr<host::FileSystem> AvvolgiFileSystem(Dispatch fileSystem);
+
+}  // namespace orve::win32

@@ -1,0 +1,29 @@
+// The objects of the host application's libraries, by the members that the library uses.
+#pragma once
+
+#include <memory>
+
+#include "host/cifratore_password.h"
+#include "host/formatori.h"
+#include "host/messaggi.h"
+#include "host/oggetti_file.h"
+#include "host/parametri.h"
+#include "host/registro_invio.h"
+#include "host/risolutore_percorsi.h"
+#include "win32/dispatch.h"
+
+namespace orve::win32 {
+
+/// The wrapper round an object of each kind; absent for an absent one.
+[[nodiscard]] std::shared_ptr<host::Messaggi> AvvolgiMessaggi(Dispatch messaggi);
+[[nodiscard]] std::shared_ptr<host::RegistroInvio> AvvolgiRegistroInvio(Dispatch registro);
+[[nodiscard]] std::shared_ptr<host::FormatoData> AvvolgiFormatoData(Dispatch formato);
+[[nodiscard]] std::shared_ptr<host::FormatoNumero> AvvolgiFormatoNumero(Dispatch formato);
+[[nodiscard]] std::shared_ptr<host::RisolutorePercorsi> AvvolgiRisolutorePercorsi(Dispatch risolutore);
+[[nodiscard]] std::shared_ptr<host::CifratorePassword> AvvolgiCifratorePassword(Dispatch cifratore);
+[[nodiscard]] std::shared_ptr<host::CLSFW_Parametri> AvvolgiParametri(Dispatch parametri);
+[[nodiscard]] std::shared_ptr<host::OggettoFile> AvvolgiOggettoFile(Dispatch file);
+[[nodiscard]] std::shared_ptr<host::SelettoreFile> AvvolgiSelettoreFile(Dispatch selettore);
+[[nodiscard]] std::shared_ptr<host::CollezioneFile> AvvolgiCollezioneFile(Dispatch collezione);
+
+}  // namespace orve::win32

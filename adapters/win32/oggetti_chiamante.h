@@ -1,0 +1,22 @@
+// The objects that a caller hands in, as the library knows them. No object in, no object out; ComDi gives
+// back the object that came in.
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+
+#include <memory>
+
+#include "host/connection.h"
+#include "host/interfaccia_host.h"
+#include "host/manager_rubrica.h"
+#include "win32/oggetto_com.h"
+
+namespace orve::win32 {
+
+[[nodiscard]] std::shared_ptr<host::Connection> ConnessioneDa(IDispatch* oggetto);
+[[nodiscard]] std::shared_ptr<host::InterfacciaHost> InterfacciaHostDa(IDispatch* oggetto);
+[[nodiscard]] std::shared_ptr<host::ManagerRubrica> ManagerRubricaDa(IDispatch* oggetto);
+
+}  // namespace orve::win32
