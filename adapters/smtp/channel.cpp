@@ -1,6 +1,7 @@
 #include "smtp/channel.h"
 
 #include <curl/curl.h>
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -97,17 +98,15 @@ constexpr const char* kPeerClosed = "il server ha chiuso la connessione";
 struct Channel::Impl {
   enum class Stage { kLookUp, kConnecting, kHello, kAuthentication };
 
-  Impl(const SmtpOptions& smtpOptions, Target smtpTarget, Tracer& smtpTracer)
-      : options(smtpOptions), target(std::move(smtpTarget)), tracer(smtpTracer) {}
+  Impl(Target smtpTarget, Tracer& smtpTracer) : target(std::move(smtpTarget)), tracer(smtpTracer) {}
 
-  const SmtpOptions& options;
   Target target;
   Tracer& tracer;
   EasyHandle handle;
   std::array<char, CURL_ERROR_SIZE> errorText{};
   curl_socket_t socket = CURL_SOCKET_BAD;
   Stage stage = Stage::kLookUp;
-  std::vector<std::string> extensions;  // lines of the last EHLO reply, in capitals
+  std::vector<std::string> extensions;  // keywords of the last EHLO reply, in capitals
   std::string early;                    // what the server said while it was our turn
 
   template <class Value>
@@ -119,7 +118,7 @@ struct Channel::Impl {
     Set(option, static_cast<long>(time.count()));
   }
 
-  void Prepare() {
+  void Prepare(const SmtpOptions& options) {
     handle.reset(curl_easy_init());
     if (!handle) throw std::bad_alloc();
     Set(CURLOPT_CONNECT_ONLY, 1L);
@@ -139,12 +138,12 @@ struct Channel::Impl {
     Set(CURLOPT_DEBUGDATA, this);
     Set(CURLOPT_SOCKOPTFUNCTION, &Impl::OnSocket);
     Set(CURLOPT_SOCKOPTDATA, this);
-    SetUrl();
-    SetEncryption();
-    SetCredentials();
+    SetUrl(options);
+    SetEncryption(options);
+    SetCredentials(options);
   }
 
-  void SetUrl() {
+  void SetUrl(const SmtpOptions& options) {
     if (target.port == 0) throw DeliveryFailure(ErrorNumber::kConnection, "nessuna porta indicata");
     const std::optional<std::string> host = UrlHost(target.host);
     if (!host) throw DeliveryFailure(ErrorNumber::kDns, "nome del server non valido");
@@ -167,7 +166,7 @@ struct Channel::Impl {
     Set(CURLOPT_URL, owned.get());
   }
 
-  void SetEncryption() {
+  void SetEncryption(const SmtpOptions& options) {
     if (!target.encrypted) return Set(CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_NONE));
     Set(CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_ALL));
     Set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
@@ -184,7 +183,7 @@ struct Channel::Impl {
     Set(CURLOPT_CAPATH, static_cast<const char*>(nullptr));
   }
 
-  void SetCredentials() {
+  void SetCredentials(const SmtpOptions& options) {
     if (target.user.empty()) return;
     const auto& mechanisms = options.authMechanisms;
     const bool token =
@@ -198,7 +197,9 @@ struct Channel::Impl {
     Set(token ? CURLOPT_XOAUTH2_BEARER : CURLOPT_PASSWORD, target.password.c_str());
   }
 
-  static int OnSocket(void* self, curl_socket_t /*socket*/, curlsocktype /*purpose*/) {
+  static int OnSocket(void* self, curl_socket_t socket, curlsocktype /*purpose*/) {
+    // A program that the host starts must not hold the connection, which may outlive the message.
+    ::fcntl(socket, F_SETFD, FD_CLOEXEC);
     auto& stage = static_cast<Impl*>(self)->stage;
     if (stage == Stage::kLookUp) stage = Stage::kConnecting;
     return CURL_SOCKOPT_OK;
@@ -223,7 +224,10 @@ struct Channel::Impl {
     if (type == CURLINFO_HEADER_IN) {
       tracer.Received(data);
       if (stage == Stage::kHello && data.substr(0, 3) == "250" && data.size() > 4) {
-        extensions.push_back(text::FoldCase(text::Trim(data.substr(4, data.find_first_of("\r\n", 4) - 4))));
+        const std::string_view line = text::Trim(data.substr(4, data.find_first_of("\r\n", 4) - 4));
+        std::string keyword(line.substr(0, line.find_first_of(" =")));
+        for (char& c : keyword) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+        extensions.push_back(std::move(keyword));
       }
     }
   }
@@ -293,14 +297,17 @@ struct Channel::Impl {
   }
 };
 
-Channel::Channel(const SmtpOptions& options, Target target, Tracer& tracer)
-    : impl_(std::make_unique<Impl>(options, std::move(target), tracer)) {}
+Channel::Channel(Target target, Tracer& tracer) : impl_(std::make_unique<Impl>(std::move(target), tracer)) {}
 
 Channel::~Channel() = default;
 
-void Channel::Connect() {
+const Target& Channel::Server() const {
+  return impl_->target;
+}
+
+void Channel::Connect(const SmtpOptions& options) {
   RequireCurl();
-  impl_->Prepare();
+  impl_->Prepare(options);
   CURLcode result = curl_easy_perform(impl_->handle.get());
   if (result == CURLE_OK)
     result = curl_easy_getinfo(impl_->handle.get(), CURLINFO_ACTIVESOCKET, &impl_->socket);
@@ -316,21 +323,18 @@ void Channel::Connect() {
 }
 
 bool Channel::Offers(std::string_view keyword) const {
-  return std::any_of(impl_->extensions.begin(), impl_->extensions.end(), [&](const std::string& line) {
-    const std::string folded = text::FoldCase(keyword);
-    const std::string_view word = std::string_view(line).substr(0, line.find_first_of(" ="));
-    return word == folded;
-  });
+  const auto& extensions = impl_->extensions;
+  return std::find(extensions.begin(), extensions.end(), keyword) != extensions.end();
 }
 
-bool Channel::Send(std::string_view bytes) {
-  auto deadline = Clock::now() + impl_->options.stallTimeout;
+bool Channel::Send(std::string_view bytes, std::chrono::milliseconds stall) {
+  auto deadline = Clock::now() + stall;
   while (!bytes.empty()) {
     std::size_t count = 0;
     const CURLcode result = curl_easy_send(impl_->handle.get(), bytes.data(), bytes.size(), &count);
     if (result == CURLE_OK && count > 0) {
       bytes.remove_prefix(count);
-      deadline = Clock::now() + impl_->options.stallTimeout;
+      deadline = Clock::now() + stall;
       continue;
     }
     if (result != CURLE_OK && result != CURLE_AGAIN) throw BrokenConnection(curl_easy_strerror(result));

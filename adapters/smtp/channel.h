@@ -23,14 +23,16 @@ struct Target {
   bool encrypted = false;
   std::string user;  // empty: no authentication
   std::string password;
+
+  bool operator==(const Target&) const = default;
 };
 
 class Channel {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// Makes no connection yet. `options` and `tracer` must outlive the channel.
-  Channel(const SmtpOptions& options, Target target, Tracer& tracer);
+  /// Makes no connection yet. `tracer` must outlive the channel.
+  Channel(Target target, Tracer& tracer);
   Channel(const Channel&) = delete;
   Channel& operator=(const Channel&) = delete;
   Channel(Channel&&) = delete;
@@ -38,15 +40,17 @@ class Channel {
   /// Drops the connection without a word.
   ~Channel();
 
+  [[nodiscard]] const Target& Server() const;
+
   /// Connects. Raises DeliveryFailure with the number of the stage that failed.
-  void Connect();
+  void Connect(const SmtpOptions& options);
 
   /// True when the server's last EHLO reply names the extension. `keyword` is in capitals.
   [[nodiscard]] bool Offers(std::string_view keyword) const;
 
-  /// Sends all of `bytes`; raises BrokenConnection when the connection breaks or nothing leaves for the stall
-  /// time-out. False when the server spoke before all had left: its words are what Receive gives next.
-  [[nodiscard]] bool Send(std::string_view bytes);
+  /// Sends all of `bytes`; raises BrokenConnection when the connection breaks or nothing leaves for the time
+  /// `stall`. False when the server spoke before all had left: its words are what Receive gives next.
+  [[nodiscard]] bool Send(std::string_view bytes, std::chrono::milliseconds stall);
 
   /// Receives some bytes, at least one. Raises BrokenConnection when none come before the deadline or the
   /// connection has ended.

@@ -1,6 +1,7 @@
 #include "smtp/session.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 #include "host/errore.h"
@@ -12,6 +13,8 @@ namespace {
 constexpr std::size_t kLongestReply = std::size_t{64} * 1024;
 // Replies to one group of pipelined commands must fit the buffers of the connection, or both ends would wait.
 constexpr std::size_t kGroupCommands = 100;
+// The server closes the connection behind this reply, whatever the command was.
+constexpr int kServerLeaves = 421;
 
 std::vector<std::string> Secrets(const Target& target) {
   if (target.password.empty()) return {};
@@ -38,30 +41,74 @@ struct Interrupted {};
 
 }  // namespace
 
-Session::Session(const SmtpOptions& options, Target target)
-    : options_(options),
-      tracer_(options.trace, Secrets(target)),
+Session::Session(std::shared_ptr<const SmtpOptions> options, Target target)
+    : options_(std::move(options)),
+      tracer_(options_->trace, Secrets(target)),
       authenticate_(!target.user.empty()),
-      channel_(options, std::move(target), tracer_) {}
+      channel_(std::move(target), tracer_) {}
+
+bool Session::Serves(const SmtpOptions& options, const Target& target) const {
+  const auto connection = [](const SmtpOptions& o) {
+    return std::tie(o.caFile, o.verifyCertificates, o.implicitTlsPorts, o.ehloName, o.authMechanisms);
+  };
+  return target == channel_.Server() && connection(options) == connection(*options_);
+}
+
+void Session::Use(std::shared_ptr<const SmtpOptions> options) {
+  options_ = std::move(options);
+  tracer_.Into(options_->trace);
+}
+
+/// What a server says may repeat what it was told.
+template <class Action>
+void Session::WithoutSecrets(Action action) const {
+  try {
+    action();
+  } catch (const DeliveryFailure& failure) {
+    throw DeliveryFailure(failure.Number(), tracer_.Masked(failure.what()), failure.Undecided());
+  }
+}
 
 void Session::Open() {
-  channel_.Connect();
+  WithoutSecrets([this] { Connect(); });
+}
+
+void Session::Connect() {
+  channel_.Connect(*options_);
   open_ = true;
   // Without AUTH in the server's reply libcurl leaves the credentials out in silence.
   if (authenticate_ && !channel_.Offers("AUTH")) {
     throw DeliveryFailure(ErrorNumber::kAuthentication, "il server non offre l'autenticazione");
   }
+  clean_ = true;
 }
 
 void Session::Deliver(const Envelope& envelope, const Writer& write) {
+  WithoutSecrets([&] { Transact(envelope, write); });
+}
+
+void Session::Transact(const Envelope& envelope, const Writer& write) {
+  senderTaken_ = false;
+  undecided_ = false;
   RequireUtf8Support(envelope);
+  ++messages_;
+  clean_ = false;
   SendEnvelope(envelope);
   SendMessage(write);
+  clean_ = true;
+}
+
+bool Session::StillThere() noexcept {
+  try {
+    return Clean() && !channel_.PeerSpoke();
+  } catch (...) {
+    return false;
+  }
 }
 
 void Session::Close() noexcept {
   try {
-    if (open_) Say("QUIT\r\n");
+    if (open_) Say("QUIT\r\n", std::chrono::milliseconds(0));
   } catch (...) {  // NOLINT(bugprone-empty-catch): the message's fate is decided, a QUIT changes nothing
   }
   open_ = false;
@@ -108,18 +155,21 @@ std::size_t Session::ExchangeGroup(const std::vector<std::string>& commands, std
   std::string senderRefusal;
   ErrorNumber senderNumber = ErrorNumber::kSender;
   std::string recipientRefusal;
+  bool leaving = false;
   try {
     std::string group;
-    for (std::size_t i = first; i < end; ++i) group += commands[i] + "\r\n";
-    Say(group);
+    for (std::size_t i = first; i < end; ++i) group.append(commands[i]).append("\r\n");
+    Say(group, options_->stallTimeout);
     for (std::size_t i = first; i < end; ++i) {
-      const Reply reply = ReadReply(options_.replyTimeout);
+      const Reply reply = ReadReply(options_->replyTimeout);
       stage = ErrorNumber::kRecipients;
+      if (i == 0) senderTaken_ = reply.Positive();
       if (reply.Positive()) continue;
       if (i == 0) {
         senderRefusal = commands[i] + ": " + reply.text;
         if (reply.code == 530) senderNumber = ErrorNumber::kAuthentication;
       } else {
+        leaving = leaving || reply.code == kServerLeaves;
         recipientRefusal += (recipientRefusal.empty() ? "" : "; ") + commands[i] + ": " + reply.text;
       }
     }
@@ -128,6 +178,7 @@ std::size_t Session::ExchangeGroup(const std::vector<std::string>& commands, std
     open_ = false;
   }
   if (!senderRefusal.empty()) throw DeliveryFailure(senderNumber, senderRefusal);
+  if (leaving) Abandon(ErrorNumber::kRecipients, recipientRefusal);
   if (!recipientRefusal.empty()) ResetAfterRefusal(recipientRefusal);
   return end;
 }
@@ -142,6 +193,7 @@ void Session::ResetAfterRefusal(const std::string& refusal) {
   if (!reply.Positive()) {
     throw DeliveryFailure(ErrorNumber::kReset, "RSET: " + reply.text + " (" + refusal + ')');
   }
+  clean_ = true;
   throw DeliveryFailure(ErrorNumber::kRecipients, refusal);
 }
 
@@ -151,7 +203,7 @@ void Session::SendMessage(const Writer& write) {
     if (reply.Positive()) Abandon(ErrorNumber::kData, "DATA: " + reply.text);  // what would it take next?
     if (reply.code != 354) throw DeliveryFailure(ErrorNumber::kData, "DATA: " + reply.text);
     Transmit(write);
-    const Reply last = ReadReply(options_.finalReplyTimeout);
+    const Reply last = ReadReply(options_->finalReplyTimeout);
     undecided_ = false;
     if (!last.Positive()) throw DeliveryFailure(ErrorNumber::kData, last.text);
   } catch (const BrokenConnection& broken) {
@@ -165,11 +217,11 @@ void Session::Transmit(const Writer& write) {
     write([&](std::string_view piece) {
       total += piece.size();
       undecided_ = MayEndMessage(piece);
-      if (!received_.empty() || !channel_.Send(piece)) throw Interrupted();
+      if (!received_.empty() || !channel_.Send(piece, options_->stallTimeout)) throw Interrupted();
     });
     tracer_.Note(std::to_string(total) + " byte di messaggio");
   } catch (const Interrupted&) {
-    const Reply reply = ReadReply(options_.replyTimeout);
+    const Reply reply = ReadReply(options_->replyTimeout);
     Abandon(ErrorNumber::kData, reply.text);
   } catch (const host::Errore& failure) {
     Abandon(ErrorNumber::kData, failure.Descrizione());
@@ -188,14 +240,14 @@ void Session::Abandon(ErrorNumber number, const std::string& text, bool undecide
   throw DeliveryFailure(number, text, undecided);
 }
 
-void Session::Say(std::string_view commands) {
+void Session::Say(std::string_view commands, std::chrono::milliseconds stall) {
   tracer_.Sent(commands);
-  if (!channel_.Send(commands)) throw BrokenConnection("il server ha parlato fuori turno");
+  if (!channel_.Send(commands, stall)) throw BrokenConnection("il server ha parlato fuori turno");
 }
 
 Session::Reply Session::Command(const std::string& command) {
-  Say(command + "\r\n");
-  return ReadReply(options_.replyTimeout);
+  Say(command + "\r\n", options_->stallTimeout);
+  return ReadReply(options_->replyTimeout);
 }
 
 Session::Reply Session::ReadReply(std::chrono::milliseconds timeout) {

@@ -1,10 +1,12 @@
 // One conversation with a server: opened once, good for any number of messages, closed with QUIT.
 //
-// The component opens one for each message. Nothing here depends on that: whoever owns a session may hand it
-// the next message after a Deliver that ended well.
+// Whoever owns a session may hand it the next message while it is Clean: nothing of the one before is left,
+// in the connection or at the server. Any doubt about that makes it unclean for good.
 #pragma once
 
+#include <cstddef>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,24 +33,42 @@ class Session {
   /// Writes a message, dots doubled and closed by the lone dot, into the sink it is given.
   using Writer = std::function<void(const Sink&)>;
 
-  /// `options` must outlive the session. Makes no connection yet.
-  Session(const SmtpOptions& options, Target target);
+  /// Makes no connection yet.
+  Session(std::shared_ptr<const SmtpOptions> options, Target target);
 
   /// Connects and authenticates. Raises DeliveryFailure.
   void Open();
+
+  /// True when a connection made with these options would be this one's like: same server, port, encryption,
+  /// trust, name and credentials. Time-outs, trace and what stands in a message do not count.
+  [[nodiscard]] bool Serves(const SmtpOptions& options, const Target& target) const;
+  /// The options, time-outs and trace of the next message; `options` must be those that Serves was asked
+  /// about.
+  void Use(std::shared_ptr<const SmtpOptions> options);
+  /// Where the dialogue is traced from now on, until the next Use; empty: nowhere.
+  void TraceInto(Tracer::Sink sink) { tracer_.Into(std::move(sink)); }
 
   /// Delivers one message to all recipients of the envelope or, when any of them is refused, to none. Raises
   /// DeliveryFailure; what `write` throws ends the delivery as a failure of the data, with the connection
   /// dropped in the middle of the message so that nobody takes the torso for a message.
   void Deliver(const Envelope& envelope, const Writer& write);
 
+  /// True once the server has taken the sender of the message that was delivered last. Until then it has
+  /// nothing of the message, and the message may leave over another connection.
+  [[nodiscard]] bool SenderTaken() const { return senderTaken_; }
+  /// True when nothing stands between this connection and a further message: the last one was taken, or taken
+  /// back by RSET, and the server has said nothing more since.
+  [[nodiscard]] bool Clean() const { return open_ && clean_ && received_.empty(); }
+  /// The same, asked of the connection itself: a server that has closed it or taken its leave shows. Sends
+  /// nothing and does not wait.
+  [[nodiscard]] bool StillThere() noexcept;
+  /// How many messages were begun.
+  [[nodiscard]] std::size_t Messages() const { return messages_; }
+
   /// Says QUIT, if the connection still stands, and closes it. Never fails and never waits: the outcome is
   /// known by then, and a server that is slow to take its leave must not hold up the person at the
   /// application.
   void Close() noexcept;
-
-  /// `text` without secrets.
-  [[nodiscard]] std::string Masked(std::string_view text) const { return tracer_.Masked(text); }
 
  private:
   struct Reply {
@@ -57,6 +77,10 @@ class Session {
     [[nodiscard]] bool Positive() const { return code / 100 == 2; }
   };
 
+  template <class Action>
+  void WithoutSecrets(Action action) const;
+  void Connect();
+  void Transact(const Envelope& envelope, const Writer& write);
   void SendEnvelope(const Envelope& envelope);
   void SendMessage(const Writer& write);
   void Transmit(const Writer& write);
@@ -65,18 +89,21 @@ class Session {
   [[nodiscard]] std::size_t ExchangeGroup(const std::vector<std::string>& commands, std::size_t first);
   [[noreturn]] void ResetAfterRefusal(const std::string& refusal);
 
-  void Say(std::string_view commands);
+  void Say(std::string_view commands, std::chrono::milliseconds stall);
   [[nodiscard]] Reply Command(const std::string& command);
   [[nodiscard]] Reply ReadReply(std::chrono::milliseconds timeout);
   [[nodiscard]] std::string ReadLine(Channel::Clock::time_point deadline, std::size_t budget);
   [[noreturn]] void Abandon(ErrorNumber number, const std::string& text, bool undecided = false);
 
-  const SmtpOptions& options_;
+  std::shared_ptr<const SmtpOptions> options_;
   Tracer tracer_;
   bool authenticate_;
   Channel channel_;
   std::string received_;  // bytes behind the last reply read
+  std::size_t messages_ = 0;
   bool open_ = false;
+  bool clean_ = false;
+  bool senderTaken_ = false;
   bool undecided_ = false;  // the message's end may have reached the server, which has not answered
 };
 

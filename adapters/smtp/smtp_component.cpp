@@ -31,7 +31,8 @@ void AddToEnvelope(Envelope& envelope, std::unordered_set<std::string>& seen,
 
 }  // namespace
 
-SmtpComponent::SmtpComponent(SmtpOptions options) : options_(std::move(options)) {}
+SmtpComponent::SmtpComponent(SmtpOptions options, std::shared_ptr<ConnectionPool> pool)
+    : options_(std::make_shared<const SmtpOptions>(std::move(options))), pool_(std::move(pool)) {}
 
 void SmtpComponent::ClearRecipient() {
   message_.to.clear();
@@ -119,20 +120,53 @@ host::Variant SmtpComponent::GetLastError() const {
 void SmtpComponent::Deliver() {
   if (text::Trim(target_.host).empty()) throw DeliveryFailure(ErrorNumber::kDns, "nessun server indicato");
   const Envelope envelope = MakeEnvelope();
-  message_.date = options_.clock ? options_.clock() : std::chrono::system_clock::now();
-  message_.messageId = options_.newMessageId ? options_.newMessageId() : std::string();
+  message_.date = options_->clock ? options_->clock() : std::chrono::system_clock::now();
+  message_.messageId = options_->newMessageId ? options_->newMessageId() : std::string();
+  if (!DeliverOverKept(envelope)) DeliverOverNew(envelope);
+}
 
-  Session session(options_, target_);
+/// False when the message has to leave over a new connection. A kept one that has ended meanwhile, or on
+/// which the server does not take the sender, says nothing about this message: it may have had enough of the
+/// ones before.
+bool SmtpComponent::DeliverOverKept(const Envelope& envelope) {
+  std::unique_ptr<Session> session = pool_ ? pool_->Take(options_, target_) : nullptr;
+  if (!session) return false;
   try {
-    session.Open();
-    session.Deliver(envelope, [this](const Session::Sink& sink) {
-      mime::WriteMessage(message_, sink, {.dotStuffing = true, .trailer = ".\r\n"});
-    });
-  } catch (const DeliveryFailure& failure) {
-    session.Close();
-    throw DeliveryFailure(failure.Number(), session.Masked(failure.what()), failure.Undecided());
+    Hand(*session, envelope);
+  } catch (const DeliveryFailure&) {
+    const bool decided = session->SenderTaken() || session->Clean();
+    Release(std::move(session));
+    if (decided) throw;
+    return false;
   }
-  session.Close();
+  Release(std::move(session));
+  return true;
+}
+
+void SmtpComponent::DeliverOverNew(const Envelope& envelope) {
+  auto session = std::make_unique<Session>(options_, target_);
+  try {
+    session->Open();
+    Hand(*session, envelope);
+  } catch (const DeliveryFailure&) {
+    Release(std::move(session));
+    throw;
+  }
+  Release(std::move(session));
+}
+
+void SmtpComponent::Hand(Session& session, const Envelope& envelope) const {
+  session.Deliver(envelope, [this](const Session::Sink& sink) {
+    mime::WriteMessage(message_, sink, {.dotStuffing = true, .trailer = ".\r\n"});
+  });
+}
+
+void SmtpComponent::Release(std::unique_ptr<Session> session) const {
+  if (pool_) {
+    pool_->Give(std::move(session));
+  } else {
+    session->Close();
+  }
 }
 
 Envelope SmtpComponent::MakeEnvelope() const {

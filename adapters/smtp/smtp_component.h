@@ -8,19 +8,22 @@
 #include "host/componente_smtp.h"
 #include "mime/message.h"
 #include "smtp/channel.h"
+#include "smtp/connection_pool.h"
 #include "smtp/failure.h"
 #include "smtp/session.h"
 #include "smtp/smtp_options.h"
 
 namespace orve::adapters::smtp {
 
-/// Delivers over one connection per message. What the server does is told by GetLastError and never raised;
-/// what the caller does wrong is raised as host::Errore by the member that was given it, with an Italian
-/// description: an address with CR, LF or NUL (FromAddr, AddRecipientEx), a file that cannot be attached
-/// (AddAttachment), a header name that is none or belongs to the message itself (AddHeader).
+/// Delivers over a connection of the pool, or over a new one for each message where there is no pool. What
+/// the server does is told by GetLastError and never raised; what the caller does wrong is raised as
+/// host::Errore by the member that was given it, with an Italian description: an address with CR, LF or NUL
+/// (FromAddr, AddRecipientEx), a file that cannot be attached (AddAttachment), a header name that is none or
+/// belongs to the message itself (AddHeader).
 class SmtpComponent final : public host::ComponenteSmtp {
  public:
-  explicit SmtpComponent(SmtpOptions options = {});
+  /// `pool` is shared with whoever else sends; empty: no connection is kept.
+  explicit SmtpComponent(SmtpOptions options = {}, std::shared_ptr<ConnectionPool> pool = nullptr);
 
   void ClearRecipient() override;
   void ServerAddr(const std::string& server) override;
@@ -54,9 +57,14 @@ class SmtpComponent final : public host::ComponenteSmtp {
 
  private:
   void Deliver();
+  [[nodiscard]] bool DeliverOverKept(const Envelope& envelope);
+  void DeliverOverNew(const Envelope& envelope);
+  void Hand(Session& session, const Envelope& envelope) const;
+  void Release(std::unique_ptr<Session> session) const;
   [[nodiscard]] Envelope MakeEnvelope() const;
 
-  SmtpOptions options_;
+  std::shared_ptr<const SmtpOptions> options_;
+  std::shared_ptr<ConnectionPool> pool_;
   Target target_;
   std::string fromAddr_;
   mime::Message message_;

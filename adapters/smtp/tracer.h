@@ -7,6 +7,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace orve::adapters::smtp {
@@ -17,6 +18,9 @@ class Tracer {
 
   /// `secrets` are texts that must never show, in clear or in base64.
   Tracer(Sink sink, const std::vector<std::string>& secrets);
+
+  /// Where lines go from now on; empty: nowhere.
+  void Into(Sink sink) { sink_ = std::move(sink); }
 
   /// One or more lines that were sent, or received, with or without line ends.
   void Sent(std::string_view lines);

@@ -24,12 +24,20 @@ namespace {
 
 }  // namespace
 
+std::shared_ptr<adapters::smtp::ConnectionPool> CreaConnessioni(const adapters::smtp::SmtpOptions& smtp) {
+  adapters::smtp::PoolOptions opzioni;
+  opzioni.trace = smtp.trace;
+  return std::make_shared<adapters::smtp::ConnectionPool>(std::move(opzioni));
+}
+
 AmbienteProgramma::AmbienteProgramma(Terminale terminale, std::shared_ptr<const Chiave> chiave,
                                      adapters::smtp::SmtpOptions smtp, std::string cartellaBase,
-                                     OsservazioniPtr note, adapters::mapi::MapiOptions mapi)
+                                     OsservazioniPtr note, adapters::mapi::MapiOptions mapi,
+                                     std::shared_ptr<adapters::smtp::ConnectionPool> connessioni)
     : terminale_(terminale),
       chiave_(std::move(chiave)),
       smtp_(std::move(smtp)),
+      connessioni_(connessioni ? std::move(connessioni) : CreaConnessioni(smtp_)),
       posta_(std::make_shared<adapters::mapi::MailSystem>(std::move(mapi))),
       cartellaBase_(std::move(cartellaBase)),
       note_(std::move(note)) {}
@@ -59,7 +67,7 @@ std::shared_ptr<host::CifratorePassword> AmbienteProgramma::CreaCifratorePasswor
 }
 
 std::shared_ptr<host::ComponenteSmtp> AmbienteProgramma::CreaComponenteSmtp() {
-  auto componente = std::make_shared<adapters::smtp::SmtpComponent>(smtp_);
+  auto componente = std::make_shared<adapters::smtp::SmtpComponent>(smtp_, connessioni_);
   note_->IniziaConsegna();
   const auto* const vero = componente.get();  // lives as long as its observer
   return Osserva(std::move(componente), note_, [vero] {

@@ -14,18 +14,25 @@
 #include "posix/directory_assente.h"
 #include "posix/orologio.h"
 #include "posix/sistema.h"
+#include "smtp/connection_pool.h"
 #include "smtp/smtp_options.h"
 #include "sqlite/sqlite_connection.h"
 
 namespace orve::app {
 
+/// Keeps connections as the program does: what is said on them is traced with the rest of the dialogue.
+[[nodiscard]] std::shared_ptr<adapters::smtp::ConnectionPool> CreaConnessioni(
+    const adapters::smtp::SmtpOptions& smtp);
+
 class AmbienteProgramma : public host::Ambiente {
  public:
   /// The terminal's streams and trace must outlive the object. `cartellaBase` is the folder from which a
-  /// relative configured path counts.
+  /// relative configured path counts. `connessioni`: kept by the host for several of these objects; empty:
+  /// this one keeps its own.
   AmbienteProgramma(Terminale terminale, std::shared_ptr<const Chiave> chiave,
                     adapters::smtp::SmtpOptions smtp, std::string cartellaBase, OsservazioniPtr note,
-                    adapters::mapi::MapiOptions mapi = {});
+                    adapters::mapi::MapiOptions mapi = {},
+                    std::shared_ptr<adapters::smtp::ConnectionPool> connessioni = nullptr);
 
   /// The register of sends goes there, whatever database the library works on.
   void RegistraIn(std::shared_ptr<adapters::sqlite::SqliteConnection> archivio) {
@@ -58,6 +65,7 @@ class AmbienteProgramma : public host::Ambiente {
   Terminale terminale_;
   std::shared_ptr<const Chiave> chiave_;
   adapters::smtp::SmtpOptions smtp_;
+  std::shared_ptr<adapters::smtp::ConnectionPool> connessioni_;
   std::shared_ptr<adapters::mapi::MailSystem> posta_;
   std::string cartellaBase_;
   OsservazioniPtr note_;

@@ -43,9 +43,10 @@ void RichiediSchermo(const std::string& perche) {
 
 AmbienteFinestre::AmbienteFinestre(Terminale terminale, std::shared_ptr<const Chiave> chiave,
                                    adapters::smtp::SmtpOptions smtp, std::string cartellaBase,
-                                   const OsservazioniPtr& note, adapters::mapi::MapiOptions mapi)
+                                   const OsservazioniPtr& note, adapters::mapi::MapiOptions mapi,
+                                   std::shared_ptr<adapters::smtp::ConnectionPool> connessioni)
     : AmbienteProgramma(terminale, std::move(chiave), std::move(smtp), std::move(cartellaBase), note,
-                        std::move(mapi)),
+                        std::move(mapi), std::move(connessioni)),
       note_(note),
       finestre_({.programma = kNome, .mostra = [note] { ++note->finestreMostrate; }}) {}
 

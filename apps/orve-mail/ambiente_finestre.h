@@ -19,7 +19,8 @@ class AmbienteFinestre : public AmbienteProgramma {
  public:
   AmbienteFinestre(Terminale terminale, std::shared_ptr<const Chiave> chiave,
                    adapters::smtp::SmtpOptions smtp, std::string cartellaBase, const OsservazioniPtr& note,
-                   adapters::mapi::MapiOptions mapi = {});
+                   adapters::mapi::MapiOptions mapi = {},
+                   std::shared_ptr<adapters::smtp::ConnectionPool> connessioni = nullptr);
 
   /// Raises 429 without a display, and notes it.
   std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override;

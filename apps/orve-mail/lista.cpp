@@ -83,7 +83,7 @@ class InvioLista {
       : richiesta_(richiesta),
         terminale_(terminale),
         righe_(richiesta.file),
-        sede_(richiesta.comune.archivio, richiesta.comune.utente),
+        sede_(richiesta.comune.archivio, richiesta.comune.utente, richiesta.comune.smtp),
         esiti_(richiesta.esiti, NuovaLista()) {
     Verifica();
   }

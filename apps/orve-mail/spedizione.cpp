@@ -50,8 +50,9 @@ class Spedizione {
   Spedizione(const RichiestaInvio& richiesta, const SedeInvio& sede, Terminale terminale)
       : richiesta_(richiesta),
         sede_(sede),
-        ambiente_(std::make_shared<AmbienteFinestre>(
-            terminale, sede.chiave, richiesta.smtp, CartellaBase(richiesta.archivio), note_, richiesta.mapi)),
+        ambiente_(std::make_shared<AmbienteFinestre>(terminale, sede.chiave, richiesta.smtp,
+                                                     CartellaBase(richiesta.archivio), note_, richiesta.mapi,
+                                                     sede.connessioni)),
         servizio_(ambiente_) {
     ambiente_->RegistraIn(sede.registro);
     if (richiesta.mittente) RichiediAccount(*sede.archivio.connessione, *richiesta.mittente, richiesta.pec);
@@ -189,11 +190,13 @@ void Prepara(Spedizione& spedizione, bool daSola) {
 
 }  // namespace
 
-SedeInvio::SedeInvio(const PosizioneArchivio& posizione, const UtenteIndicato& indicato)
+SedeInvio::SedeInvio(const PosizioneArchivio& posizione, const UtenteIndicato& indicato,
+                     const adapters::smtp::SmtpOptions& smtp)
     : chiave(std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(posizione)))),
       archivio(ApriArchivio(posizione)),
       registro(ApriRegistro(posizione, archivio)),
-      utente(TrovaUtente(*archivio.connessione, indicato)) {
+      utente(TrovaUtente(*archivio.connessione, indicato)),
+      connessioni(CreaConnessioni(smtp)) {
   archivio.DiUtente(utente);
 }
 
@@ -207,11 +210,13 @@ Resoconto Consegna(const RichiestaInvio& richiesta, const SedeInvio& sede, Termi
 }
 
 Uscita Spedisci(const RichiestaInvio& richiesta, Terminale terminale) {
-  return Racconta(Consegna(richiesta, SedeInvio(richiesta.archivio, richiesta.utente), terminale), terminale);
+  return Racconta(
+      Consegna(richiesta, SedeInvio(richiesta.archivio, richiesta.utente, richiesta.smtp), terminale),
+      terminale);
 }
 
 Uscita SpedisciDaSola(const RichiestaInvio& richiesta, bool silenzioso, Terminale terminale) {
-  const SedeInvio sede(richiesta.archivio, richiesta.utente);
+  const SedeInvio sede(richiesta.archivio, richiesta.utente, richiesta.smtp);
   Spedizione spedizione(richiesta, sede, terminale);
   Prepara(spedizione, true);
   spedizione.InviaDaSola(silenzioso);

@@ -18,6 +18,7 @@
 #include "orve-mail/terminale.h"
 #include "orve-mail/uscita.h"
 #include "service/enumerations.h"
+#include "smtp/connection_pool.h"
 #include "smtp/smtp_options.h"
 
 namespace orve::app {
@@ -59,15 +60,17 @@ struct RichiestaInvio {
   adapters::mapi::MapiOptions mapi;
 };
 
-/// What all sends of one run share: the open database, its key, the register, and the user. Raises ErroreProgramma
-/// (kNonUtilizzabile, kComandoErrato).
+/// What all sends of one run share: the open database, its key, the register, the user, and the connections to
+/// servers. Raises ErroreProgramma (kNonUtilizzabile, kComandoErrato).
 struct SedeInvio {
-  SedeInvio(const PosizioneArchivio& posizione, const UtenteIndicato& indicato);
+  SedeInvio(const PosizioneArchivio& posizione, const UtenteIndicato& indicato,
+            const adapters::smtp::SmtpOptions& smtp);
 
   std::shared_ptr<const Chiave> chiave;
   Archivio archivio;
   std::shared_ptr<adapters::sqlite::SqliteConnection> registro;
   std::int32_t utente;
+  std::shared_ptr<adapters::smtp::ConnectionPool> connessioni;
 };
 
 /// Sends with a service object of its own and gives what was seen of it. `primaDiInviare` runs when all is

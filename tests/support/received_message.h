@@ -43,6 +43,7 @@ struct ReceivedMessage {
   std::string hello;
   std::string user;
   bool encrypted = false;
+  int clientPort = 0;          // the same for all messages over one connection
   std::filesystem::path file;  // the message's bytes
 
   /// The value of the first header of that name, empty when there is none.

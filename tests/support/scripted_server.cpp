@@ -34,6 +34,9 @@ std::ostream& operator<<(std::ostream& out, Pace pace) {
 Step Say(const std::string& reply) {
   return {Step::Await::kNothing, "", reply};
 }
+Step Say(std::function<void()> action, const std::string& reply) {
+  return {Step::Await::kNothing, "", reply, Step::Then::kGoOn, std::move(action)};
+}
 Step On(const std::string& command, const std::string& reply) {
   return {Step::Await::kCommand, command, reply};
 }
@@ -71,8 +74,66 @@ Step ThenDeafen(Step step) {
   return step;
 }
 
+/// One connection and its script.
+class ScriptedServer::Conversation {
+ public:
+  Conversation(std::vector<Step> script, Pace pace) : script_(std::move(script)), pace_(pace) {}
+
+  /// Plays the script, on a thread of its own.
+  void Start(int connection) {
+    connection_ = connection;
+    thread_ = std::thread([this] {
+      Play();
+      closed_.set_value();
+    });
+  }
+  /// Ends the conversation before it has begun.
+  void NeverCame() {
+    Complain("nobody connected");
+    closed_.set_value();
+  }
+  void Join() {
+    if (thread_.joinable()) thread_.join();
+  }
+  void AwaitClosed() { ended_.wait(); }
+
+  [[nodiscard]] const std::string& Complaint() const { return complaint_; }
+  [[nodiscard]] const std::string& Message() const { return message_; }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  void Play();
+  bool PlayStep(const Step& step);
+  void AwaitEnd();
+  void StayDeaf();
+  bool AwaitCommand(const std::string& expected);
+  bool AwaitBody(const Step& step);
+  bool ReadLine(std::string& line);
+  bool ReadSome();
+  void Reply(const std::string& reply);
+  void SendAll(const char* bytes, std::size_t size) const;
+  void Complain(const std::string& text) { complaint_ += text + "\n"; }
+
+  std::vector<Step> script_;
+  Pace pace_;
+  int connection_ = -1;
+  Clock::time_point deadline_ = Clock::now() + kPatience;
+  std::string received_;
+  std::string message_;
+  std::string complaint_;
+  std::promise<void> closed_;
+  std::future<void> ended_ = closed_.get_future();
+  std::thread thread_;
+};
+
 ScriptedServer::ScriptedServer(std::vector<Step> script, Pace pace)
-    : script_(std::move(script)), pace_(pace), deadline_(Clock::now() + kPatience) {
+    : ScriptedServer(std::vector<std::vector<Step>>{std::move(script)}, pace) {}
+
+ScriptedServer::ScriptedServer(std::vector<std::vector<Step>> scripts, Pace pace) {
+  for (std::vector<Step>& script : scripts) {
+    conversations_.push_back(std::make_unique<Conversation>(std::move(script), pace));
+  }
   listener_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   sockaddr_in address{};
   address.sin_family = AF_INET;
@@ -84,7 +145,7 @@ ScriptedServer::ScriptedServer(std::vector<Step> script, Pace pace)
     throw std::runtime_error("no listening socket");
   }
   port_ = ntohs(address.sin_port);
-  thread_ = std::thread([this] { Play(); });
+  thread_ = std::thread([this] { Accept(); });
 }
 
 ScriptedServer::~ScriptedServer() {
@@ -93,24 +154,47 @@ ScriptedServer::~ScriptedServer() {
     ::shutdown(listener_, SHUT_RDWR);
     thread_.join();
   }
+  for (const auto& conversation : conversations_) conversation->Join();
   ::close(listener_);
 }
 
 std::string ScriptedServer::Complaint() {
   if (thread_.joinable()) thread_.join();
+  std::string complaint;
+  for (const auto& conversation : conversations_) {
+    conversation->Join();
+    complaint += conversation->Complaint();
+  }
   pollfd entry{listener_, POLLIN, 0};
-  if (::poll(&entry, 1, 0) > 0) Complain("somebody connected a second time");
-  return complaint_;
+  if (::poll(&entry, 1, 0) > 0) complaint += "somebody connected once more\n";
+  return complaint;
 }
 
-void ScriptedServer::Play() {
-  pollfd entry{listener_, POLLIN, 0};
+void ScriptedServer::AwaitClosed(std::size_t connection) {
+  conversations_.at(connection)->AwaitClosed();
+}
+
+const std::string& ScriptedServer::Message() const {
+  return conversations_.front()->Message();
+}
+
+void ScriptedServer::Accept() {
   const auto patience = std::chrono::duration_cast<std::chrono::milliseconds>(kPatience).count();
-  if (::poll(&entry, 1, static_cast<int>(patience)) <= 0) return Complain("nobody connected");
-  connection_ = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
-  if (connection_ < 0) return Complain("nobody connected");
   const int on = 1;
-  ::setsockopt(connection_, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+  for (const auto& conversation : conversations_) {
+    pollfd entry{listener_, POLLIN, 0};
+    const bool came = ::poll(&entry, 1, static_cast<int>(patience)) > 0;
+    const int connection = came ? ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC) : -1;
+    if (connection < 0) {
+      conversation->NeverCame();
+      continue;
+    }
+    ::setsockopt(connection, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    conversation->Start(connection);
+  }
+}
+
+void ScriptedServer::Conversation::Play() {
   const bool toTheEnd =
       std::all_of(script_.begin(), script_.end(), [this](const Step& step) { return PlayStep(step); });
   if (toTheEnd) AwaitEnd();
@@ -118,7 +202,7 @@ void ScriptedServer::Play() {
 }
 
 /// False when the script ends here.
-bool ScriptedServer::PlayStep(const Step& step) {
+bool ScriptedServer::Conversation::PlayStep(const Step& step) {
   switch (step.await) {
     case Step::Await::kNothing:
       break;
@@ -130,7 +214,8 @@ bool ScriptedServer::PlayStep(const Step& step) {
       if (!AwaitBody(step)) return false;
       break;
   }
-  if (step.before && step.await == Step::Await::kCommand) step.before();
+  const bool inMessage = step.await == Step::Await::kBody || step.await == Step::Await::kBrokenBody;
+  if (step.before && !inMessage) step.before();
   if (!step.reply.empty()) Reply(step.reply);
   if (step.then == Step::Then::kGoOn) return true;
   if (step.then == Step::Then::kStall) {
@@ -148,7 +233,7 @@ bool ScriptedServer::PlayStep(const Step& step) {
   return false;
 }
 
-void ScriptedServer::AwaitEnd() {
+void ScriptedServer::Conversation::AwaitEnd() {
   std::string line;
   while (ReadLine(line)) {
     if (line == "QUIT") {
@@ -159,13 +244,13 @@ void ScriptedServer::AwaitEnd() {
   }
 }
 
-void ScriptedServer::StayDeaf() {
+void ScriptedServer::Conversation::StayDeaf() {
   // A hang-up stands in the queue behind what was not read: there is nothing to wait for.
   std::this_thread::sleep_for(std::chrono::seconds(2));
   while (ReadSome()) received_.clear();
 }
 
-bool ScriptedServer::AwaitCommand(const std::string& expected) {
+bool ScriptedServer::Conversation::AwaitCommand(const std::string& expected) {
   std::string line;
   if (!ReadLine(line)) {
     Complain("the connection ended instead of: " + expected);
@@ -176,7 +261,7 @@ bool ScriptedServer::AwaitCommand(const std::string& expected) {
   return false;
 }
 
-bool ScriptedServer::AwaitBody(const Step& step) {
+bool ScriptedServer::Conversation::AwaitBody(const Step& step) {
   const bool broken = step.await == Step::Await::kBrokenBody;
   std::string line;
   while (ReadLine(line)) {
@@ -192,7 +277,7 @@ bool ScriptedServer::AwaitBody(const Step& step) {
 }
 
 /// A line without its end; false at the end of the connection.
-bool ScriptedServer::ReadLine(std::string& line) {
+bool ScriptedServer::Conversation::ReadLine(std::string& line) {
   std::size_t end = 0;
   while ((end = received_.find("\r\n")) == std::string::npos) {
     if (!ReadSome()) return false;
@@ -202,7 +287,7 @@ bool ScriptedServer::ReadLine(std::string& line) {
   return true;
 }
 
-bool ScriptedServer::ReadSome() {
+bool ScriptedServer::Conversation::ReadSome() {
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline_ - Clock::now()).count();
   pollfd entry{connection_, POLLIN, 0};
   if (::poll(&entry, 1, static_cast<int>(std::max<long long>(left, 0))) <= 0) {
@@ -216,7 +301,7 @@ bool ScriptedServer::ReadSome() {
   return true;
 }
 
-void ScriptedServer::Reply(const std::string& reply) {
+void ScriptedServer::Conversation::Reply(const std::string& reply) {
   std::string bytes = reply;
   if (bytes.size() < 2 || bytes.compare(bytes.size() - 2, 2, "\r\n") != 0) bytes += "\r\n";
   while (!bytes.empty()) {
@@ -229,17 +314,13 @@ void ScriptedServer::Reply(const std::string& reply) {
   }
 }
 
-void ScriptedServer::SendAll(const char* bytes, std::size_t size) const {
+void ScriptedServer::Conversation::SendAll(const char* bytes, std::size_t size) const {
   while (size > 0) {
     const ssize_t count = ::send(connection_, bytes, size, MSG_NOSIGNAL);
     if (count <= 0) return;  // the other side has gone: what it did before that is what counts
     bytes += count;
     size -= static_cast<std::size_t>(count);
   }
-}
-
-void ScriptedServer::Complain(const std::string& text) {
-  complaint_ += text + "\n";
 }
 
 }  // namespace orve::support

@@ -1,11 +1,14 @@
 // A server that plays a script: for each command expected the reply to give, whole, by line or byte by byte,
-// and the ways to misbehave. It takes one connection and says at the end what did not go by the script.
+// and the ways to misbehave. It takes one connection for each script and says at the end what did not go by
+// it.
 #pragma once
 
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <future>
 #include <iosfwd>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -24,12 +27,13 @@ struct Step {
   std::string command;  // without line end; a closing "*" stands for anything
   std::string reply;    // lines joined by "\r\n", the last line end may be missing; empty: none
   Then then = Then::kGoOn;
-  std::function<void()> before =
-      nullptr;  // run between the command and the reply, or when a message has begun
+  std::function<void()> before = nullptr;  // run before the reply, or when a message has begun
 };
 
 /// Says something at once: the greeting.
 Step Say(const std::string& reply);
+/// Runs `action`, which may wait for something, and then says it.
+Step Say(std::function<void()> action, const std::string& reply);
 /// Waits for a command and answers.
 Step On(const std::string& command, const std::string& reply);
 /// The same, running `action` before the answer.
@@ -51,6 +55,8 @@ Step ThenDeafen(Step step);
 class ScriptedServer {
  public:
   explicit ScriptedServer(std::vector<Step> script, Pace pace = Pace::kWhole);
+  /// Plays the scripts to the connections in the order in which these are made, each for itself.
+  explicit ScriptedServer(std::vector<std::vector<Step>> scripts, Pace pace = Pace::kWhole);
   ScriptedServer(const ScriptedServer&) = delete;
   ScriptedServer& operator=(const ScriptedServer&) = delete;
   ScriptedServer(ScriptedServer&&) = delete;
@@ -61,38 +67,24 @@ class ScriptedServer {
   /// The port in the 16 bits of the component's property.
   [[nodiscard]] std::int16_t Port16() const { return static_cast<std::int16_t>(port_); }
 
-  /// Waits for the end of the connection and says what went against the script: empty when every command
-  /// came, in order, nothing else came but a QUIT behind the end of the script, and nobody connected a second
-  /// time.
+  /// Waits for the end of all connections and says what went against the scripts: empty when every command
+  /// came, in order, nothing else came but a QUIT behind the end of a script, and nobody connected once more.
   [[nodiscard]] std::string Complaint();
 
-  /// The message that was read, dots undone. After Complaint.
-  [[nodiscard]] const std::string& Message() const { return message_; }
+  /// Waits until this side has closed the connection of that script.
+  void AwaitClosed(std::size_t connection);
+
+  /// The messages that were read over the connection of the first script, dots undone. After Complaint.
+  [[nodiscard]] const std::string& Message() const;
 
  private:
-  using Clock = std::chrono::steady_clock;
+  class Conversation;
 
-  void Play();
-  bool PlayStep(const Step& step);
-  void AwaitEnd();
-  void StayDeaf();
-  bool AwaitCommand(const std::string& expected);
-  bool AwaitBody(const Step& step);
-  bool ReadLine(std::string& line);
-  bool ReadSome();
-  void Reply(const std::string& reply);
-  void SendAll(const char* bytes, std::size_t size) const;
-  void Complain(const std::string& text);
+  void Accept();
 
-  std::vector<Step> script_;
-  Pace pace_;
   int listener_ = -1;
-  int connection_ = -1;
   int port_ = 0;
-  Clock::time_point deadline_;
-  std::string received_;
-  std::string message_;
-  std::string complaint_;
+  std::vector<std::unique_ptr<Conversation>> conversations_;
   std::thread thread_;
 };
 

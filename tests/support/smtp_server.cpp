@@ -1,9 +1,12 @@
 #include "support/smtp_server.h"
 
 #include <algorithm>
+#include <chrono>
+#include <csignal>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <thread>
 
 namespace orve::support {
 
@@ -51,6 +54,7 @@ void ReadEnvelope(const std::filesystem::path& file, ReceivedMessage& message) {
     if (key == "rcpt-options") message.recipientOptions.push_back(value);
     if (key == "helo") message.hello = value;
     if (key == "user") message.user = value;
+    if (key == "port") message.clientPort = std::stoi(value);
     if (key == "tls") message.encrypted = value == "yes";
   }
 }
@@ -91,6 +95,15 @@ bool SmtpServer::Holds() const {
 
 void SmtpServer::Release() const {
   std::ofstream(Directory() / "release").flush();
+}
+
+void SmtpServer::DropConnections() const {
+  const std::filesystem::path done = Directory() / "dropped";
+  ::kill(process_->Pid(), SIGUSR1);
+  for (int i = 0; i < 2000 && !std::filesystem::exists(done); ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  if (!std::filesystem::remove(done)) throw std::runtime_error("the connections were not closed");
 }
 
 std::vector<ReceivedMessage> SmtpServer::Messages() const {

@@ -53,6 +53,10 @@ class SmtpServer {
   /// Lets it go on, and makes nobody wait any more.
   void Release() const;
 
+  /// Closes all connections that stand, and waits until their clients can see it. Raises std::runtime_error
+  /// when it never is.
+  void DropConnections() const;
+
   /// All messages so far, in order, read by Python's email package.
   [[nodiscard]] std::vector<ReceivedMessage> Messages() const;
   /// The only message; raises std::runtime_error when there are none or several.

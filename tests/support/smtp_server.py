@@ -2,7 +2,8 @@
 """An SMTP server for tests and demonstrations: takes messages and lays them down as files.
 
 Each message becomes DIRECTORY/NNNN.eml (its bytes as they came) and DIRECTORY/NNNN.env (lines of a key and a value:
-from, to, mail-options, rcpt-options, helo, tls, user). "READY <port>" on standard output says that it listens.
+from, to, mail-options, rcpt-options, helo, tls, user, and the client's port). "READY <port>" on standard output says that
+it listens. SIGUSR1 closes the connections that stand; a file "dropped" says when the clients can see it.
 """
 
 import argparse
@@ -68,7 +69,7 @@ class Handler:
         user = getattr(session.auth_data, "login", session.auth_data)
         if isinstance(user, bytes):
             user = user.decode()
-        lines += [("user", user or "")]
+        lines += [("user", user or ""), ("port", session.peer[1])]
         with open(base + ".tmp", "w", encoding="utf-8") as file:
             file.writelines("%s %s\n" % line for line in lines)
         with open(base + ".eml", "wb") as file:
@@ -91,6 +92,7 @@ class Server(SMTP):
     """aiosmtpd's server with delivery notifications, CRAM-MD5, XOAUTH2 and a few ways to misbehave."""
 
     command_size_limit = 4096
+    connected = set()
 
     def __init__(self, handler, options, **rest):
         self.options = options
@@ -98,6 +100,21 @@ class Server(SMTP):
         self.seen_rcpt = []
         self.received_bytes = 0
         super().__init__(handler, **rest)
+
+    def connection_made(self, transport):
+        super().connection_made(transport)
+        self.connected.add(self)
+
+    def connection_lost(self, error):
+        super().connection_lost(error)
+        self.connected.discard(self)
+
+    @classmethod
+    async def drop_all(cls, directory):
+        for server in list(cls.connected):
+            server.transport.close()
+        await asyncio.sleep(0.01)  # what they had to say has left by then; under TLS they also wait for an answer
+        open(os.path.join(directory, "dropped"), "w").close()
 
     def data_received(self, data):
         self.received_bytes += len(data)
@@ -233,6 +250,8 @@ async def serve(options):
         make, sock=listener, ssl=context if options.tls == "implicit" else None)
     stopped = asyncio.Event()
     asyncio.get_running_loop().add_signal_handler(signal.SIGTERM, stopped.set)
+    asyncio.get_running_loop().add_signal_handler(
+        signal.SIGUSR1, lambda: asyncio.get_running_loop().create_task(Server.drop_all(options.directory)))
     print("READY", listener.getsockname()[1], flush=True)
     await stopped.wait()
     server.close()

@@ -82,7 +82,7 @@ TEST(ScriptedServer, ComplainsOfASecondConnection) {
   address.sin_port = htons(static_cast<std::uint16_t>(server.Port()));
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   ASSERT_EQ(::connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-  EXPECT_EQ(server.Complaint(), "somebody connected a second time\n");
+  EXPECT_EQ(server.Complaint(), "somebody connected once more\n");
   ::close(socket);
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "smtp/smtp_component.h"
@@ -22,8 +23,9 @@ inline SmtpOptions Quick() {
 }
 
 /// A component with sender, one recipient, subject and body, on its way to loopback.
-inline std::unique_ptr<SmtpComponent> Outgoing(std::int16_t port, SmtpOptions options = Quick()) {
-  auto component = std::make_unique<SmtpComponent>(std::move(options));
+inline std::unique_ptr<SmtpComponent> Outgoing(std::int16_t port, SmtpOptions options = Quick(),
+                                               std::shared_ptr<ConnectionPool> pool = nullptr) {
+  auto component = std::make_unique<SmtpComponent>(std::move(options), std::move(pool));
   component->ClearRecipient();
   component->ServerAddr("127.0.0.1");
   component->ServerPort(port);

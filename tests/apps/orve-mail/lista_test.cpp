@@ -5,6 +5,7 @@
 #include <fstream>
 #include <functional>
 #include <map>
+#include <set>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -106,6 +107,20 @@ class Lista : public ProvaIntera {
 };
 
 }  // namespace
+
+TEST_F(Lista, ManyRowsLeaveOverOneConnection) {
+  auto& server = AvviaServerSemplice();
+  std::string elenco = "nome;indirizzo\r\n";
+  for (int i = 0; i < 20; ++i) elenco += "Cliente;c" + std::to_string(i) + "@example.org\r\n";
+  Scrivi(elenco);
+  const Esecuzione esecuzione = Manda({"--dialogo", File("dialogo.txt")});
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
+  std::set<int> porte;
+  for (const auto& messaggio : server.Messages()) porte.insert(messaggio.clientPort);
+  EXPECT_THAT(server.Recipients(), SizeIs(20));
+  EXPECT_THAT(porte, SizeIs(1));
+  EXPECT_THAT(support::ReadFile(File("dialogo.txt")), EndsWith("S: 250 2.0.0 Ok\nC: QUIT\n"));
+}
 
 TEST_F(Lista, CustomersByCodeAndPeopleByAddressGetAMessageEach) {
   auto& server = AvviaServerOrdinario();
