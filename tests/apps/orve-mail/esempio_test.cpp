@@ -1,6 +1,7 @@
 // The example program sends what the README promises, and the README shows the example as it stands.
 #include <gmock/gmock.h>
 
+#include <cstdlib>
 #include <sstream>
 #include <string>
 
@@ -14,11 +15,17 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
+// The example as it was built in the tree, or the one that somebody built over the installed package.
+std::string Programma() {
+  const char* installato = std::getenv("ORVE_ESEMPIO_INSTALLATO");
+  return installato != nullptr ? installato : ORVE_ESEMPIO;
+}
+
 class Esempio : public ProvaIntera {
  protected:
   [[nodiscard]] support::ProcessResult Fattura(const std::string& cliente) const {
     return support::RunProgram(
-        {ORVE_ESEMPIO, Db(), cliente, cartella.Write("fattura.pdf", "%PDF-1.4 prova"), Ca()});
+        {Programma(), Db(), cliente, cartella.Write("fattura.pdf", "%PDF-1.4 prova"), Ca()});
   }
 };
 

@@ -1,0 +1,32 @@
+# The Debian packages that `./dev package` makes: the program, and what a C++ application builds with.
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME orve-mailserver)
+set(CPACK_PACKAGE_VENDOR "orve-mailserver maintainers")
+set(CPACK_PACKAGE_CONTACT "orve-mailserver maintainers <maintainers@orve-mailserver.invalid>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "mail dispatch of business applications")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_OUTPUT_FILE_PREFIX "${CMAKE_BINARY_DIR}/packages")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL program development)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION mail)
+
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME orve-mailserver)
+set(CPACK_COMPONENT_PROGRAM_DESCRIPTION
+"sends and records the mail of a business application
+ orve-mail finds addresses in the application's master data, picks the
+ sender's account, fills the body and delivers over SMTP or the machine's
+ own mail system, to one party or to a list.")
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS "ca-certificates")
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS "fonts-liberation, qt6-translations-l10n")
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_SUGGESTS "default-mta | mail-transport-agent, tdsodbc")
+
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME orve-mailserver-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
+"library that sends and records the mail of a business application
+ Headers, static libraries and the files for CMake's find_package.")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS "libgmime-3.0-dev, libidn2-dev, libcurl4-openssl-dev, libsqlite3-dev, unixodbc-dev, libldap-dev, libsodium-dev, qt6-base-dev, pkg-config")
+include(CPack)
