@@ -34,17 +34,11 @@ class Elemento {
   Elemento& operator=(Elemento&&) = delete;
   virtual ~Elemento() = default;
 
-  /// Puts the widget where the rectangle says. A control of one line keeps its height when the window grows,
-  /// in the middle of its place.
+  /// Puts the widget where the rectangle says.
   void Posa() const {
     if (widget == nullptr) return;
-    QRect posto = RettangoloInPixel(rettangolo);
-    const int riga = Pixel(altezzaRiga);
-    if (DiUnaRiga() && posto.height() > riga) {
-      posto.translate(0, (posto.height() - riga) / 2);
-      posto.setHeight(riga);
-    }
-    widget->setGeometry(posto);
+    const auto posto = forms::Posto(tavola.tipo, rettangolo, altezzaRiga);
+    widget->setGeometry(posto.left, posto.top, posto.width, posto.height);
   }
 
   host::LayoutControllo tavola;
@@ -59,11 +53,6 @@ class Elemento {
   [[nodiscard]] QWidget* Finestra() const { return finestra_.get(); }
 
  private:
-  [[nodiscard]] bool DiUnaRiga() const {
-    using enum host::TipoControllo;
-    return tavola.tipo != kFrame && tavola.tipo != kRichTextBox && tavola.tipo != kGriglia;
-  }
-
   std::shared_ptr<QWidget> finestra_;
 };
 

@@ -35,7 +35,7 @@ std::shared_ptr<host::Form> Finestre::CreaForm(const host::LayoutForm& layout) {
 }
 
 std::shared_ptr<host::ConfigurazioneGriglia> Finestre::CreaConfigurazioneGriglia() {
-  return std::make_shared<ConfigurazioneGriglia>();
+  return std::make_shared<forms::ConfigurazioneGriglia>();
 }
 
 std::shared_ptr<host::RecordSetScollegato> Finestre::CreaRecordSetScollegato() {

@@ -8,9 +8,9 @@
 #include <QUrl>
 #include <QWindow>
 #include <algorithm>
-#include <limits>
 #include <utility>
 
+#include "forms/lettura_tavola.h"
 #include "qt/aspetto.h"
 #include "qt/controlli_qt.h"
 #include "qt/finestra_di_form.h"
@@ -96,8 +96,8 @@ FormQt::FormQt(const host::LayoutForm& layout, std::shared_ptr<FileLasciati> las
   finestra_->setWindowTitle(Testo(didascalia_));
   finestra_->setFont(FontPer(layout));
   Costruisci(layout);
-  OrdinaTastiera();
-  DaiNomi();
+  OrdinaTastiera(layout);
+  DaiNomi(layout);
   MostraPulsantePrincipale();
   AdattaFinestra();
   finestra_->Ridimensionata = [this] {
@@ -144,49 +144,21 @@ void FormQt::Costruisci(const host::LayoutForm& layout) {
   }
 }
 
-// The keyboard goes by the table, and leaves out what lies below the edge of its frame.
-void FormQt::OrdinaTastiera() const {
-  std::vector<Elemento*> ordine = elementi_;
-  std::stable_sort(ordine.begin(), ordine.end(), [](const Elemento* a, const Elemento* b) {
-    return a->tavola.tabIndex < b->tavola.tabIndex;
-  });
-  QWidget* precedente = nullptr;
-  for (auto* elemento : ordine) {
-    if (elemento->widget->focusPolicy() == Qt::NoFocus) continue;
-    const auto* padre = elemento->widget->parentWidget();
-    const bool fuori = padre != finestra_.get() && elemento->widget->y() >= padre->height();
-    if (fuori || elemento->tavola.tabIndex < 0) {
-      elemento->widget->setFocusPolicy(Qt::NoFocus);
-      continue;
-    }
-    if (precedente != nullptr) QWidget::setTabOrder(precedente, elemento->widget);
-    precedente = elemento->widget;
+void FormQt::OrdinaTastiera(const host::LayoutForm& layout) const {
+  std::vector<QWidget*> raggiunti;
+  for (const auto* riga : forms::OrdineDiTastiera(layout)) {
+    raggiunti.push_back(dynamic_cast<Elemento&>(*controlli_.at(text::FoldCase(riga->nome))).widget);
+    if (raggiunti.size() > 1) QWidget::setTabOrder(raggiunti[raggiunti.size() - 2], raggiunti.back());
+  }
+  for (const auto* elemento : elementi_) {
+    const bool raggiunto = std::find(raggiunti.begin(), raggiunti.end(), elemento->widget) != raggiunti.end();
+    if (!raggiunto) elemento->widget->setFocusPolicy(Qt::NoFocus);
   }
 }
 
-// What a screen reader says: the caption, or for a box without one the caption to its left.
-void FormQt::DaiNomi() const {
-  const auto nome = [](const Elemento& elemento) {
-    QString testo = Testo(elemento.tavola.didascalia);
-    testo.remove(QLatin1Char('&'));
-    while (testo.endsWith(QLatin1Char('.'))) testo.chop(1);
-    return testo.trimmed();
-  };
+void FormQt::DaiNomi(const host::LayoutForm& layout) const {
   for (const auto* elemento : elementi_) {
-    QString suo = nome(*elemento);
-    const auto& r = elemento->rettangolo;
-    float vicino = std::numeric_limits<float>::max();
-    for (const auto* altro : elementi_) {
-      if (!suo.isEmpty() && vicino == std::numeric_limits<float>::max()) break;
-      const auto& a = altro->rettangolo;
-      const bool accanto = altro != elemento && altro->tavola.cornice == elemento->tavola.cornice &&
-                           !altro->tavola.didascalia.empty() && a.left < r.left && a.top < r.top + r.height &&
-                           r.top < a.top + a.height;
-      if (!accanto || r.left - a.left >= vicino) continue;
-      vicino = r.left - a.left;
-      suo = nome(*altro);
-    }
-    elemento->widget->setAccessibleName(suo);
+    elemento->widget->setAccessibleName(Testo(forms::NomeAccessibile(layout, elemento->tavola)));
   }
 }
 

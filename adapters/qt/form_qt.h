@@ -65,8 +65,8 @@ class FormQt : public host::Form {
   class Proporzioni;
 
   void Costruisci(const host::LayoutForm& layout);
-  void OrdinaTastiera() const;
-  void DaiNomi() const;
+  void OrdinaTastiera(const host::LayoutForm& layout) const;
+  void DaiNomi(const host::LayoutForm& layout) const;
   void MostraPulsantePrincipale() const;
   void AdattaFinestra();
   void Allega(const QStringList& file);

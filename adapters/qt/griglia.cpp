@@ -1,10 +1,7 @@
 #include "qt/griglia.h"
 
 #include <QHeaderView>
-#include <algorithm>
-#include <utility>
 
-#include "host/connection.h"
 #include "qt/messaggi.h"
 
 namespace orve::adapters::qt {
@@ -59,8 +56,7 @@ void Griglia::AggiungiColonna(const std::string& campo, const std::string& didas
 }
 
 void Griglia::FineColonne() {
-  std::stable_sort(colonne_.begin(), colonne_.end(),
-                   [](const Colonna& a, const Colonna& b) { return a.numero < b.numero; });
+  forms::OrdinaColonne(colonne_);
   tabella_->setColumnCount(static_cast<int>(colonne_.size()));
   QStringList didascalie;
   for (int i = 0; i < tabella_->columnCount(); ++i) {
@@ -95,21 +91,18 @@ void Griglia::Lascia() {
   righe_.reset();
 }
 
-// Reading goes through the rows; afterwards the record set stands where it stood.
 void Griglia::Copia() {
-  const std::int32_t corrente = righe_->AbsolutePosition();
-  tabella_->setRowCount(righe_->RecordCount());
-  if (righe_->RecordCount() > 0) righe_->MoveFirst();
-  for (int riga = 0; !righe_->Eof(); righe_->MoveNext(), ++riga) {
+  const auto righe = forms::RigheDi(*righe_, colonne_);
+  tabella_->setRowCount(static_cast<int>(righe.size()));
+  for (int riga = 0; riga < tabella_->rowCount(); ++riga) {
     for (int i = 0; i < tabella_->columnCount(); ++i) {
-      const auto valore = host::Leggi(*righe_, colonne_[static_cast<std::size_t>(i)].campo).Joined();
-      auto* cella = new QTableWidgetItem(Testo(valore));
+      const QString valore = Testo(righe[static_cast<std::size_t>(riga)][static_cast<std::size_t>(i)]);
+      auto* cella = new QTableWidgetItem(valore);
       // In a tag of its own, so that Qt takes it for markup whatever the text, and shows the text as it is.
-      cella->setToolTip(QStringLiteral("<span>%1</span>").arg(Testo(valore).toHtmlEscaped()));
+      cella->setToolTip(QStringLiteral("<span>%1</span>").arg(valore.toHtmlEscaped()));
       tabella_->setItem(riga, i, cella);
     }
   }
-  if (corrente != host::RecordSetScollegato::kNessunaRiga) righe_->AbsolutePosition(corrente);
 }
 
 // The selected row becomes that of the record set.

@@ -6,22 +6,11 @@
 #include <string>
 #include <vector>
 
+#include "forms/righe_griglia.h"
 #include "host/griglia.h"
 #include "qt/elemento.h"
 
 namespace orve::adapters::qt {
-
-class ConfigurazioneGriglia : public host::ConfigurazioneGriglia {
- public:
-  void ColonnaChiave(const std::string& campo) override { colonna_ = campo; }
-  std::string ColonnaChiave() override { return colonna_; }
-  void SelezioneRiga(bool attiva) override { selezione_ = attiva; }
-  bool SelezioneRiga() override { return selezione_; }
-
- private:
-  std::string colonna_;
-  bool selezione_ = false;
-};
 
 class Griglia : public Controllo<host::KVL_QGRIDWRAPPER> {
  public:
@@ -42,21 +31,13 @@ class Griglia : public Controllo<host::KVL_QGRIDWRAPPER> {
   void DataSource(const std::shared_ptr<host::RecordSetScollegato>& righe) override;
 
  private:
-  struct Colonna {
-    std::string campo;
-    std::string didascalia;
-    std::int32_t numero;
-    float larghezza;
-    bool visibile;
-  };
-
   void Lascia();
   void Copia();
   void Segue();
   void Sceglie(int riga);
 
   QTableWidget* tabella_;
-  std::vector<Colonna> colonne_;
+  std::vector<forms::ColonnaGriglia> colonne_;
   bool configurata_ = false;
   bool muove_ = false;  // the selection and the record set do not chase each other
   std::shared_ptr<host::RecordSetScollegato> righe_;

@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <utility>
 
+#include "forms/lettura_tavola.h"
 #include "qt/attesa.h"
 #include "qt/finestra_di_form.h"
 #include "qt/finestre.h"
@@ -37,10 +38,8 @@ class Messaggi : public host::Messaggi {
  public:
   explicit Messaggi(std::string programma) : programma_(std::move(programma)) {}
 
-  // A window asks each time it becomes active; a title is made once.
   std::string TitoloFinestra(const std::string& testo) override {
-    if (programma_.empty() || testo.ends_with(Coda())) return testo;
-    return testo + Coda();
+    return forms::TitoloConProgramma(testo, programma_);
   }
 
   std::int32_t MostraMsg(const std::string& testo, std::int32_t stile, const std::string& titolo,
@@ -50,8 +49,6 @@ class Messaggi : public host::Messaggi {
   }
 
  private:
-  [[nodiscard]] std::string Coda() const { return " - " + programma_; }
-
   std::string programma_;
 };
 

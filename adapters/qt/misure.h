@@ -3,28 +3,24 @@
 
 #include <QRect>
 #include <QString>
-#include <cmath>
 #include <string>
 #include <string_view>
 
+#include "forms/misure.h"
 #include "host/layout.h"
 
 namespace orve::adapters::qt {
 
-inline constexpr float kTwipPerPixel = 15;  // of the device-independent pixel, 96 to an inch
-
+// Qt's pixels are independent of the screen: always 96 to an inch.
 [[nodiscard]] inline int Pixel(float twip) {
-  return static_cast<int>(std::lround(twip / kTwipPerPixel));
+  return forms::Pixel(twip);
 }
 [[nodiscard]] inline float Twip(int pixel) {
-  return static_cast<float>(pixel) * kTwipPerPixel;
+  return forms::Twip(pixel);
 }
-
-/// Edges that coincide in twips coincide in pixels.
 [[nodiscard]] inline QRect RettangoloInPixel(const host::Rettangolo& r) {
-  const int sinistra = Pixel(r.left);
-  const int alto = Pixel(r.top);
-  return {sinistra, alto, Pixel(r.left + r.width) - sinistra, Pixel(r.top + r.height) - alto};
+  const auto pixel = forms::InPixel(r);
+  return {pixel.left, pixel.top, pixel.width, pixel.height};
 }
 
 [[nodiscard]] inline QString Testo(std::string_view testo) {

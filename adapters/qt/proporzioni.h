@@ -1,10 +1,9 @@
 // The control that keeps a window's controls in proportion.
 #pragma once
 
-#include <map>
 #include <string>
-#include <vector>
 
+#include "forms/proporzioni.h"
 #include "qt/form_qt.h"
 
 namespace orve::adapters::qt {
@@ -19,19 +18,9 @@ class FormQt::Proporzioni : public Controllo<host::KVL_RESIZEFORM> {
   void Segui();
 
  private:
-  struct Base {
-    Elemento* elemento;
-    host::Rettangolo rettangolo;
-  };
-
-  [[nodiscard]] std::int16_t ModoDi(const Elemento& elemento) const;
-
   FormQt& form_;
   bool avviata_ = false;
-  float width_ = 0;
-  float height_ = 0;
-  std::vector<Base> base_;
-  std::map<std::string, std::int16_t> registrati_;  // by folded name
+  forms::Proporzioni misure_;
 };
 
 }  // namespace orve::adapters::qt

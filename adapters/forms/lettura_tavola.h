@@ -1,0 +1,26 @@
+// What a layout table says without words: in which order the keyboard goes through a window, and what a
+// screen reader calls its controls.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/layout.h"
+
+namespace orve::forms {
+
+/// The controls that the keyboard reaches, by their tab index; without those that lie below the edge of their
+/// frame.
+[[nodiscard]] std::vector<const host::LayoutControllo*> OrdineDiTastiera(const host::LayoutForm& form);
+
+/// The caption without its mnemonic and its dots, or for a box without one that of the caption to its left;
+/// empty when there is none.
+[[nodiscard]] std::string NomeAccessibile(const host::LayoutForm& form,
+                                          const host::LayoutControllo& controllo);
+
+/// The title of a window of a program: its name stands behind the text, once. A window asks each time it
+/// becomes active.
+[[nodiscard]] std::string TitoloConProgramma(const std::string& testo, const std::string& programma);
+
+}  // namespace orve::forms

@@ -1,0 +1,39 @@
+// What a grid is told and shows, as every toolkit keeps it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "host/griglia.h"
+
+namespace orve::forms {
+
+class ConfigurazioneGriglia : public host::ConfigurazioneGriglia {
+ public:
+  void ColonnaChiave(const std::string& campo) override { colonna_ = campo; }
+  std::string ColonnaChiave() override { return colonna_; }
+  void SelezioneRiga(bool attiva) override { selezione_ = attiva; }
+  bool SelezioneRiga() override { return selezione_; }
+
+ private:
+  std::string colonna_;
+  bool selezione_ = false;
+};
+
+struct ColonnaGriglia {
+  std::string campo;
+  std::string didascalia;
+  std::int32_t numero = 0;
+  float larghezza = 0;  // twips
+  bool visibile = true;
+};
+
+/// By their numbers, and as they came where these are equal.
+void OrdinaColonne(std::vector<ColonnaGriglia>& colonne);
+
+/// The texts of every row, a cell for each column. The record set stands afterwards where it stood.
+[[nodiscard]] std::vector<std::vector<std::string>> RigheDi(host::RecordSetScollegato& righe,
+                                                            const std::vector<ColonnaGriglia>& colonne);
+
+}  // namespace orve::forms
