@@ -1,0 +1,62 @@
+// The windows of the library on the controls of Windows: what an Ambiente hands out for its windows, ready to
+// be passed on. Windows' own headers stay behind this one.
+//
+// A window belongs to the thread that made it. It takes the DPI awareness of the program that it opens in,
+// and the controls of their sixth version whatever the program itself uses.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "host/controlli.h"
+#include "host/griglia.h"
+#include "host/layout.h"
+#include "host/messaggi.h"
+#include "host/oggetti_file.h"
+#include "host/record_set_scollegato.h"
+
+namespace orve::adapters::win32::finestre {
+
+/// The identifier (GetDlgCtrlID) of the control in the first row of a layout table; each row has the next
+/// one. Other programs find a control by it, screen readers and tests too.
+inline constexpr int kPrimoControllo = 1000;
+/// The identifier of the control of that name, compared without case; 0 when the table has none.
+[[nodiscard]] int IdentificatoreDi(const host::LayoutForm& layout, std::string_view nome);
+
+struct OpzioniFinestre {
+  /// Stands behind the caption in the title of a window, and by itself over a message without a title.
+  std::string programma = {};
+  /// Where copies of attachments are made; empty for the person's temporary folder.
+  std::string cartellaCopie = {};
+  /// Whether a file is copied before it is attached; by default one on a removable medium or on another
+  /// machine.
+  std::function<bool(const std::string&)> vaCopiato = {};
+};
+
+/// The factories. Each raises 429 when Windows cannot make what is asked for; the copies of attachments last
+/// as long as this object or any file object that came from it.
+class Finestre {
+ public:
+  explicit Finestre(OpzioniFinestre opzioni = {});
+  Finestre(const Finestre&) = delete;
+  Finestre& operator=(const Finestre&) = delete;
+  Finestre(Finestre&&) = delete;
+  Finestre& operator=(Finestre&&) = delete;
+  ~Finestre();
+
+  [[nodiscard]] std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout);
+  [[nodiscard]] std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia();
+  [[nodiscard]] std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato();
+  [[nodiscard]] std::shared_ptr<host::SelettoreFile> CreaSelettoreFile();
+  [[nodiscard]] std::shared_ptr<host::OggettoFile> CreaOggettoFile();
+  [[nodiscard]] std::shared_ptr<host::CollezioneFile> CreaCollezioneFile();
+  [[nodiscard]] std::shared_ptr<host::Messaggi> CreaMessaggi();
+
+ private:
+  struct Comune;
+  std::shared_ptr<Comune> comune_;
+};
+
+}  // namespace orve::adapters::win32::finestre

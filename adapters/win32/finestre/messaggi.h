@@ -1,0 +1,25 @@
+// Messages to the person: every box that a window or the library shows comes by here.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "host/messaggi.h"
+
+namespace orve::adapters::win32::finestre {
+
+/// Shows a message and returns the answer: 1 OK, 6 yes, 7 no. Without an owner the active window of the
+/// thread is it.
+std::int32_t MostraCasella(const std::string& testo, std::int32_t stile, const std::string& titolo,
+                           HWND proprietario);
+
+/// Runs what must not let an exception out: an error is told to the person.
+void Protetta(HWND finestra, const std::function<void()>& azione);
+
+[[nodiscard]] std::shared_ptr<host::Messaggi> CreaMessaggi(std::string programma);
+
+}  // namespace orve::adapters::win32::finestre

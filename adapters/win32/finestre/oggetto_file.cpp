@@ -1,0 +1,202 @@
+#include "win32/finestre/oggetto_file.h"
+
+#include <windows.h>
+
+#include <objbase.h>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <system_error>
+
+#include "host/errore.h"
+#include "win32/finestre/testo.h"
+
+namespace orve::adapters::win32::finestre {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Automation's numbers for what the file system reports.
+enum NumeroErroreFile : std::int32_t {
+  kNomeFileNonValido = 52,
+  kFileNonTrovato = 53,
+  kErroreDispositivo = 57,
+  kFileGiaEsistente = 58,
+  kDiscoPieno = 61,
+  kPermessoNegato = 70,
+  kPercorsoNonTrovato = 76,
+};
+
+const char* Descrizione(NumeroErroreFile numero) {
+  switch (numero) {
+    case kNomeFileNonValido:
+      return "Nome di file non valido";
+    case kFileNonTrovato:
+      return "File non trovato";
+    case kErroreDispositivo:
+      return "Errore di I/O del dispositivo";
+    case kFileGiaEsistente:
+      return "Il file esiste già";
+    case kDiscoPieno:
+      return "Disco pieno";
+    case kPermessoNegato:
+      return "Autorizzazione negata";
+    case kPercorsoNonTrovato:
+      return "Percorso non trovato";
+  }
+  return "Errore";
+}
+
+NumeroErroreFile Numero(DWORD codice) {
+  switch (codice) {
+    case ERROR_FILE_NOT_FOUND:
+      return kFileNonTrovato;
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_BAD_NETPATH:
+    case ERROR_BAD_NET_NAME:
+    case ERROR_INVALID_DRIVE:
+    case ERROR_NOT_READY:
+      return kPercorsoNonTrovato;
+    case ERROR_ACCESS_DENIED:
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+    case ERROR_WRITE_PROTECT:
+      return kPermessoNegato;
+    case ERROR_FILE_EXISTS:
+    case ERROR_ALREADY_EXISTS:
+      return kFileGiaEsistente;
+    case ERROR_DISK_FULL:
+    case ERROR_HANDLE_DISK_FULL:
+      return kDiscoPieno;
+    case ERROR_INVALID_NAME:
+    case ERROR_FILENAME_EXCED_RANGE:
+      return kNomeFileNonValido;
+    default:
+      return kErroreDispositivo;
+  }
+}
+
+host::Errore ErroreFile(NumeroErroreFile numero, const std::string& percorso) {
+  return {numero, "FileSystem", std::string(Descrizione(numero)).append(": ").append(percorso)};
+}
+
+host::Errore ErroreDiSistema(const std::string& percorso) {
+  return ErroreFile(Numero(GetLastError()), percorso);
+}
+
+bool NomeSemplice(const std::string& nome) {
+  return !nome.empty() && nome.find_first_not_of('.') != std::string::npos &&
+         nome.find_first_of("\\/:*?\"<>|") == std::string::npos && nome.find('\0') == std::string::npos;
+}
+
+std::wstring NomeNuovo() {
+  GUID guid = {};
+  constexpr int kLungo = 40;
+  std::array<wchar_t, kLungo> testo = {};
+  if (FAILED(CoCreateGuid(&guid)) || StringFromGUID2(guid, testo.data(), kLungo) == 0) {
+    throw host::Errore(host::kOggettoNonCreabile);
+  }
+  return L"orve-allegati-" + std::wstring(testo.data());
+}
+
+std::wstring CartellaTemporanea() {
+  std::array<wchar_t, MAX_PATH + 1> percorso = {};
+  const DWORD lunga = GetTempPathW(static_cast<DWORD>(percorso.size()), percorso.data());
+  if (lunga == 0 || lunga > percorso.size()) throw ErroreFile(kPercorsoNonTrovato, "TEMP");
+  return percorso.data();
+}
+
+// A copy of a file that nobody may write is ours all the same.
+void TogliProtezione(const fs::path& radice) {
+  std::error_code ignorato;
+  for (auto voce = fs::recursive_directory_iterator(radice, ignorato);
+       voce != fs::recursive_directory_iterator(); voce.increment(ignorato)) {
+    SetFileAttributesW(voce->path().c_str(), FILE_ATTRIBUTE_NORMAL);
+  }
+}
+
+}  // namespace
+
+bool SuSupportoEsterno(const std::string& percorso) {
+  std::array<wchar_t, MAX_PATH + 1> volume = {};
+  if (GetVolumePathNameW(Largo(percorso).c_str(), volume.data(), MAX_PATH) == FALSE) return false;
+  const UINT tipo = GetDriveTypeW(volume.data());
+  return tipo == DRIVE_REMOVABLE || tipo == DRIVE_REMOTE || tipo == DRIVE_CDROM;
+}
+
+CartellaCopie::~CartellaCopie() {
+  if (radice_.empty()) return;
+  // A destructor has nobody to tell.
+  try {
+    TogliProtezione(radice_);
+    std::error_code ignorato;
+    fs::remove_all(radice_, ignorato);
+  } catch (...) {
+    return;
+  }
+}
+
+std::string CartellaCopie::PostoPer(const std::string& nome) {
+  if (!NomeSemplice(nome)) throw ErroreFile(kNomeFileNonValido, nome);
+  if (radice_.empty()) {
+    const fs::path radice =
+        fs::path(genitore_.empty() ? CartellaTemporanea() : Largo(genitore_)) / NomeNuovo();
+    if (CreateDirectoryW(radice.c_str(), nullptr) == FALSE) throw ErroreDiSistema(Stretto(radice.native()));
+    radice_ = radice.native();
+  }
+  const std::wstring cartella = radice_ + L"\\" + std::to_wstring(++copie_);
+  if (CreateDirectoryW(cartella.c_str(), nullptr) == FALSE) throw ErroreDiSistema(Stretto(cartella));
+  return Stretto(cartella) + "\\" + nome;
+}
+
+std::string OggettoFile::Percorso() {
+  if (percorso_.empty()) throw host::Errore(host::kOggettoNonImpostato);
+  return percorso_;
+}
+
+std::string OggettoFile::Nome() {
+  const std::string percorso = Percorso();
+  return percorso.substr(percorso.find_last_of("\\/") + 1);
+}
+
+bool OggettoFile::Esiste() {
+  const std::wstring percorso = Largo(Percorso());
+  const DWORD attributi = GetFileAttributesW(percorso.c_str());
+  if (attributi == INVALID_FILE_ATTRIBUTES || (attributi & FILE_ATTRIBUTE_DIRECTORY) != 0) return false;
+  constexpr DWORD kConTutti = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  auto* file = CreateFileW(percorso.c_str(), GENERIC_READ, kConTutti, nullptr, OPEN_EXISTING,
+                           FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return false;
+  CloseHandle(file);
+  return true;
+}
+
+void OggettoFile::CopiaIn(const std::shared_ptr<host::OggettoFile>& altro, std::int32_t /*opzioni*/) {
+  const std::string destinazione = host::Richiesto(altro).Percorso();
+  if (CopyFileW(Largo(Percorso()).c_str(), Largo(destinazione).c_str(), TRUE) == FALSE) {
+    throw ErroreDiSistema(Percorso());
+  }
+}
+
+void OggettoFile::Crea(std::int32_t tipo, const std::string& nome, const std::string& /*testo*/,
+                       std::int32_t /*opzioni*/) {
+  if (tipo != kCopia) throw host::Errore(host::kArgomentoNonValido);
+  percorso_ = host::Richiesto(copie_).PostoPer(nome);
+}
+
+std::int32_t OggettoFile::Posizione() {
+  return vaCopiato_ && vaCopiato_(Percorso()) ? static_cast<std::int32_t>(kDaCopiare) : 0;
+}
+
+void OggettoFile::Apri(const std::string& nome, const std::string& cartella, std::int32_t /*opzioni*/) {
+  percorso_ = cartella.empty() ? nome : cartella + "\\" + nome;
+}
+
+void OggettoFile::ApriPercorso(const std::string& cartella, const std::string& nome,
+                               const std::string& /*testo*/, std::int32_t /*opzioni*/) {
+  percorso_ = cartella + "\\" + nome;
+}
+
+}  // namespace orve::adapters::win32::finestre

@@ -1,0 +1,71 @@
+// The host's file objects on the files of Windows.
+//
+// A file that does not outlive the choice is copied before it is attached: one on a medium that the person
+// can take out, and one on another machine, which may be gone when the message leaves. The copies lie in a
+// folder of their own that goes with its CartellaCopie; whoever makes file objects keeps one for as long as
+// their paths are in use.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "host/oggetti_file.h"
+
+namespace orve::adapters::win32::finestre {
+
+/// Whether the volume that holds the file is a removable medium, a disc or another machine's. False for a
+/// path that cannot be looked at.
+[[nodiscard]] bool SuSupportoEsterno(const std::string& percorso);
+
+/// A folder of one's own for copies, made at the first one and removed with all of them at the end.
+class CartellaCopie {
+ public:
+  /// `genitore`: where the folder is made; empty for the person's temporary folder.
+  explicit CartellaCopie(std::string genitore = {}) : genitore_(std::move(genitore)) {}
+  CartellaCopie(const CartellaCopie&) = delete;
+  CartellaCopie& operator=(const CartellaCopie&) = delete;
+  CartellaCopie(CartellaCopie&&) = delete;
+  CartellaCopie& operator=(CartellaCopie&&) = delete;
+  ~CartellaCopie();
+
+  /// A path for a file of this name, alone in a folder. Raises 52 for a text that is no plain file name, and
+  /// the error of Windows when the folder cannot be made.
+  [[nodiscard]] std::string PostoPer(const std::string& nome);
+
+ private:
+  std::string genitore_;
+  std::wstring radice_;
+  int copie_ = 0;
+};
+
+class OggettoFile : public host::OggettoFile {
+ public:
+  using VaCopiato = std::function<bool(const std::string& percorso)>;
+
+  explicit OggettoFile(std::shared_ptr<CartellaCopie> copie, VaCopiato vaCopiato = SuSupportoEsterno)
+      : copie_(std::move(copie)), vaCopiato_(std::move(vaCopiato)) {}
+
+  /// The members raise 91 while the object is bound to no file.
+  [[nodiscard]] std::string Nome() override;
+  /// True for a file, no folder, that this program may read.
+  [[nodiscard]] bool Esiste() override;
+  void Chiudi() override {}
+  /// A copy that fails half way leaves no file behind.
+  void CopiaIn(const std::shared_ptr<host::OggettoFile>& altro, std::int32_t opzioni) override;
+  void Crea(std::int32_t tipo, const std::string& nome, const std::string& testo,
+            std::int32_t opzioni) override;
+  [[nodiscard]] std::string Percorso() override;
+  [[nodiscard]] std::int32_t Posizione() override;
+  void Apri(const std::string& nome, const std::string& cartella, std::int32_t opzioni) override;
+  void ApriPercorso(const std::string& cartella, const std::string& nome, const std::string& testo,
+                    std::int32_t opzioni) override;
+
+ private:
+  std::shared_ptr<CartellaCopie> copie_;
+  VaCopiato vaCopiato_;
+  std::string percorso_;  // empty: bound to nothing
+};
+
+}  // namespace orve::adapters::win32::finestre

@@ -1,0 +1,123 @@
+// The person in tests of real windows: a thread of its own that finds the windows of the program, types,
+// clicks and chooses by messages, and waits for what comes of it. The program stays on the test's thread, as
+// in an application.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "host/layout.h"
+
+namespace orve::adapters::win32::finestre {
+
+/// Waits until it is so; false when it never is.
+[[nodiscard]] bool Attendi(const std::function<bool()>& condizione);
+
+/// The program's thread, to be made on it: it runs what the person's thread hands over.
+class Programma {
+ public:
+  Programma();
+  Programma(const Programma&) = delete;
+  Programma& operator=(const Programma&) = delete;
+  Programma(Programma&&) = delete;
+  Programma& operator=(Programma&&) = delete;
+  ~Programma();
+
+  /// At once, inside whatever the program waits for.
+  void Esegui(const std::function<void()>& azione) const;
+  /// Returns once everything that was posted before is done.
+  void Respira() const;
+  [[nodiscard]] DWORD Filo() const { return filo_; }
+
+ private:
+  HWND finestra_;
+  DWORD filo_;
+};
+
+/// A window as the person has it. A control that a person could not see or use fails the test.
+class Vista {
+ public:
+  Vista(const Programma& programma, HWND finestra, const host::LayoutForm& layout)
+      : programma_(programma), finestra_(finestra), layout_(layout) {}
+
+  [[nodiscard]] HWND Finestra() const { return finestra_; }
+  [[nodiscard]] HWND Trova(const std::string& nome) const;
+  [[nodiscard]] bool Aperta() const { return IsWindowVisible(finestra_) != FALSE; }
+  [[nodiscard]] bool Vede(const std::string& nome) const { return IsWindowVisible(Trova(nome)) != FALSE; }
+  [[nodiscard]] bool Attivo(const std::string& nome) const { return IsWindowEnabled(Trova(nome)) != FALSE; }
+  [[nodiscard]] std::string Titolo() const;
+  [[nodiscard]] std::string Contenuto(const std::string& nome) const;
+  [[nodiscard]] bool Spuntata(const std::string& nome) const;
+  /// The control that has the keyboard, by name.
+  [[nodiscard]] std::string Fuoco() const;
+  /// In pixels, seen from the frame or window that holds it.
+  [[nodiscard]] RECT Posto(const std::string& nome) const;
+  [[nodiscard]] SIZE Interno() const;
+  [[nodiscard]] std::vector<std::string> Righe() const;
+  /// From 1; 0 for none.
+  [[nodiscard]] int RigaSelezionata() const;
+
+  void Clicca(const std::string& nome) const;
+  void Fuoco(const std::string& nome) const;
+  /// A key to the control that has the keyboard.
+  void Tasto(WPARAM tasto) const;
+  void Mnemonico(char lettera) const;
+  /// Types at the end of the box.
+  void Digita(const std::string& nome, const std::string& testo) const;
+  void Riscrive(const std::string& nome, const std::string& testo) const;
+  /// Pastes in the place of the selection.
+  void Incolla(const std::string& nome, const std::string& testo) const;
+  void Seleziona(const std::string& nome, int inizio, int fine) const;
+  /// Brings the menu of a button up and gives "Caption" or "(Caption)" for each entry, switched off in
+  /// brackets; leaves the menu again.
+  [[nodiscard]] std::vector<std::string> VociDiMenu(const std::string& pulsante) const;
+  void Sceglie(const std::string& pulsante, const std::string& didascalia) const;
+  void Ridimensiona(int width, int height) const;
+  void Chiude() const;
+  [[nodiscard]] const Programma& IlProgramma() const { return programma_; }
+
+ private:
+  [[nodiscard]] HWND Raggiunge(const std::string& nome) const;
+
+  const Programma& programma_;
+  HWND finestra_;
+  const host::LayoutForm& layout_;
+};
+
+/// The visible windows of the program that are no child of another.
+[[nodiscard]] std::vector<HWND> FinestreDi(const Programma& programma);
+[[nodiscard]] std::wstring TestoDi(HWND finestra);
+[[nodiscard]] std::wstring ClasseDi(HWND finestra);
+/// The control with that identifier, however deep.
+[[nodiscard]] HWND Discendente(HWND finestra, int identificatore);
+
+/// Waits for a message box with this text and presses the button with this identifier; gives its title and
+/// buttons as "title|ids".
+std::string Risponde(const Programma& programma, const std::string& testo, int pulsante = IDOK);
+/// Waits for the choice of a file: takes this one, or leaves it for an empty path. Gives the title.
+std::string ScegliFile(const Programma& programma, const std::string& percorso);
+
+/// A thread beside the program's. At its end the program's thread takes messages until it is done.
+class Compagno {
+ public:
+  explicit Compagno(std::function<void()> azione);
+  Compagno(const Compagno&) = delete;
+  Compagno& operator=(const Compagno&) = delete;
+  Compagno(Compagno&&) = delete;
+  Compagno& operator=(Compagno&&) = delete;
+  ~Compagno();
+
+ private:
+  HANDLE finito_;
+  std::thread filo_;
+};
+
+/// What a person does in the window of that layout once it is there; what is still open at the end is closed.
+[[nodiscard]] std::function<void()> InFinestra(const Programma& programma, const host::LayoutForm& layout,
+                                               std::function<void(const Vista&)> azione);
+
+}  // namespace orve::adapters::win32::finestre

@@ -1,0 +1,98 @@
+// What the tests of the real windows share: the service over fakes with windows of Win32.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "dialogs/layouts.h"
+#include "fakes/servizio_di_prova.h"
+#include "persona.h"
+#include "win32/finestre/finestre.h"
+
+namespace orve::adapters::win32::finestre {
+
+/// A folder of one's own on the disk.
+class CartellaDiProva {
+ public:
+  CartellaDiProva();
+  CartellaDiProva(const CartellaDiProva&) = delete;
+  CartellaDiProva& operator=(const CartellaDiProva&) = delete;
+  CartellaDiProva(CartellaDiProva&&) = delete;
+  CartellaDiProva& operator=(CartellaDiProva&&) = delete;
+  ~CartellaDiProva();
+  /// Writes a file and gives its path.
+  [[nodiscard]] std::string File(const std::string& nome, const std::string& contenuto = "contenuto") const;
+  [[nodiscard]] std::string Radice() const;
+
+ private:
+  std::filesystem::path radice_;
+};
+
+/// Fakes of everything but the windows.
+class AmbienteConFinestre : public fakes::FakeAmbiente {
+ public:
+  explicit AmbienteConFinestre(OpzioniFinestre opzioni) : finestre(std::move(opzioni)) {}
+  std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override {
+    return finestre.CreaForm(layout);
+  }
+  std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia() override {
+    return finestre.CreaConfigurazioneGriglia();
+  }
+  std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato() override {
+    return finestre.CreaRecordSetScollegato();
+  }
+  std::shared_ptr<host::SelettoreFile> CreaSelettoreFile() override { return finestre.CreaSelettoreFile(); }
+  std::shared_ptr<host::OggettoFile> CreaOggettoFile() override { return finestre.CreaOggettoFile(); }
+  std::shared_ptr<host::CollezioneFile> CreaCollezioneFile() override {
+    return finestre.CreaCollezioneFile();
+  }
+  std::shared_ptr<host::Messaggi> CreaMessaggi() override {
+    journal->Add("Ambiente.CreaMessaggi");
+    return finestre.CreaMessaggi();
+  }
+  std::shared_ptr<host::ComponenteSmtp> CreaComponenteSmtp() override {
+    if (allaConsegna) allaConsegna();
+    return FakeAmbiente::CreaComponenteSmtp();
+  }
+
+  Finestre finestre;
+  std::function<void()> allaConsegna;  // called when the channel begins to work
+};
+
+[[nodiscard]] fakes::Riga RigaAccount(std::int16_t id, const std::string& indirizzo,
+                                      std::int16_t lettura = 0);
+
+/// On the SMTP channel with one account, in the manual mode.
+class FinestraVera : public ::testing::Test {
+ protected:
+  using Azione = std::function<void(const Vista&)>;
+
+  FinestraVera();
+
+  void Accounts(fakes::Righe righe) {
+    connessione->Risponde("INNER JOIN FW99_MAILUSERACCOUNT", std::move(righe));
+  }
+  CollDestinatari& Collezione();
+  /// The service opens the compose window and the person acts in it; what is still open then is closed.
+  void Apri(Azione persona);
+  /// The same of the parameters window.
+  void Parametri(Azione persona);
+  [[nodiscard]] bool Consegnato() const { return journal->Conta("smtp.SendMail") == 1; }
+
+  Programma programma;
+  CartellaDiProva cartella;
+  bool vaCopiato = false;  // what Posizione says of every file
+  std::shared_ptr<AmbienteConFinestre> ambiente;
+  fakes::JournalPtr journal;
+  std::shared_ptr<fakes::FakeConnection> connessione;
+  std::unique_ptr<CLSFW_MAILSERVER> servizio;
+};
+
+}  // namespace orve::adapters::win32::finestre
