@@ -127,11 +127,17 @@ std::string_view Mid(std::string_view testo, std::size_t start, std::size_t coun
   return count == kToEnd ? rest : Left(rest, count);
 }
 
+// The bytes of a needle that is no text may be found inside a character; no position belongs to such a place.
 std::size_t Find(std::string_view testo, std::string_view needle, std::size_t start) {
-  const std::size_t from = Offset(testo, start > 0 ? start - 1 : 0);
-  const std::size_t at = testo.find(needle, from);
-  if (at == std::string_view::npos) return 0;
-  return (start > 0 ? start : 1) + Length(testo.substr(from, at - from));
+  std::size_t position = start > 0 ? start : 1;
+  std::size_t here = Offset(testo, position - 1);
+  if (needle.empty() && position > Length(testo) + 1) return 0;
+  for (std::size_t at = testo.find(needle, here); at != std::string_view::npos;
+       at = testo.find(needle, at + 1)) {
+    for (; here < at; ++position) here += Front(testo.substr(here)).size;
+    if (here == at) return position;
+  }
+  return 0;
 }
 
 std::string_view Trim(std::string_view testo) {

@@ -51,6 +51,17 @@ TEST(Text, FindGivesCharacterPositionsFromOne) {
   EXPECT_EQ(Find("abc", "a", 9), 0U);
 }
 
+TEST(Text, FindGivesNoPositionToAPlaceInsideACharacter) {
+  EXPECT_EQ(Find("€", "\x82\xAC"), 0U);
+  EXPECT_EQ(Find("€\xAC.", "\xAC"), 2U);
+}
+
+TEST(Text, NothingIsFoundBehindTheEnd) {
+  EXPECT_EQ(Find("ab", "", 3), 3U);
+  EXPECT_EQ(Find("ab", "", 4), 0U);
+  EXPECT_EQ(Find("", "", 9), 0U);
+}
+
 TEST(Text, TrimTakesBlanksOnly) {
   EXPECT_EQ(Trim("  a b  "), "a b");
   EXPECT_EQ(Trim("\t a"), "\t a");
