@@ -185,9 +185,18 @@ bool IsQuotedLocalPart(std::string_view local) {
   return true;
 }
 
+/// What stands between the brackets of an address literal: printable ASCII without brackets and blanks.
+bool IsLiteral(std::string_view inside) {
+  return std::all_of(inside.begin(), inside.end(), [](char c) {
+    return c > ' ' && c < 0x7f && std::string_view("[]<>\\").find(c) == kNone;
+  });
+}
+
 bool IsWireDomain(std::string_view domain) {
   if (domain.empty()) return false;
-  if (domain.front() == '[') return domain.back() == ']' && domain.find_first_of(" <>\\") == kNone;
+  if (domain.front() == '[') {
+    return domain.size() > 2 && domain.back() == ']' && IsLiteral(domain.substr(1, domain.size() - 2));
+  }
   return std::all_of(domain.begin(), domain.end(), [](char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
            c == '.' || c == '_';
