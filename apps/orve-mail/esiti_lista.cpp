@@ -250,11 +250,12 @@ void EsitiLista::Ripara(std::string_view coda) {
     if (!titoli) Inutilizzabile("non è un file dei risultati");
   }
   const std::string inizio(coda.substr(0, lista_.empty() ? 0 : LunghezzaInizio(coda)));
+  const std::string fine = SecondaMeta(EsitoRiga::kIncerto, kInterrotto);
+  // A damaged file is refused before anything of it is touched.
+  if (!inizio.empty()) CaricaLinea(inizio + fine.substr(0, fine.size() - 1), fine_);
   if (::ftruncate(descrittore_, fine_ + static_cast<off_t>(inizio.size())) != 0)
     Inutilizzabile(Sistema(errno));
   if (inizio.empty()) return;
-  const std::string fine = SecondaMeta(EsitoRiga::kIncerto, kInterrotto);
-  CaricaLinea(inizio + fine.substr(0, fine.size() - 1), fine_);
   fine_ += static_cast<off_t>(inizio.size());
   Scrivi(fine);
   Sincronizza();

@@ -179,6 +179,15 @@ TEST_F(Esiti, ADamagedLineIsToldAndNothingChanged) {
   }
 }
 
+TEST_F(Esiti, ADamagedLineWithoutItsEndIsToldAndNothingChanged) {
+  for (const std::string& linea :
+       {"x;" + kUna + ";a;ORA;", std::string("2;;a;ORA;"), "2;" + kUna + "b;a;ORA;inviato"}) {
+    cartella.Write("lista.esito", Riga("1;" + kUna + ";a;ORA;inviato;\n" + linea));
+    EXPECT_THAT(Rifiuto(), HasSubstr("danneggiato alla riga 3")) << linea;
+    EXPECT_EQ(Testo(), Riga("1;" + kUna + ";a;ORA;inviato;\n" + linea));
+  }
+}
+
 TEST_F(Esiti, TwoRunsAtOnceAreRefused) {
   {
     const EsitiLista esiti(File(), "LISTA-1");
