@@ -15,6 +15,12 @@ if(ORVE_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+option(ORVE_BUILD_FUZZ "Build the fuzzers, for Clang's libFuzzer, and everything with its coverage and the sanitizers" OFF)
+if(ORVE_BUILD_FUZZ)
+  add_compile_options(-fsanitize=address,undefined,fuzzer-no-link -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")

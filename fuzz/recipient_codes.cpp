@@ -1,0 +1,115 @@
+// The two codes that name a recipient, and the look-up that takes them apart.
+#include "addressing/recipient_code.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "fakes/accesso_interno.h"
+#include "fakes/fake_ambiente.h"
+#include "fakes/fake_connection.h"
+#include "host/errore.h"
+#include "service/CLSFW_MAILSERVER.h"
+#include "support.h"
+
+namespace orve::fuzz {
+namespace {
+
+constexpr std::int32_t kNumber = 9;
+constexpr std::int32_t kDestination = 11;
+
+struct Bench {
+  std::shared_ptr<fakes::FakeAmbiente> ambiente = std::make_shared<fakes::FakeAmbiente>();
+  std::shared_ptr<fakes::FakeConnection> database =
+      std::make_shared<fakes::FakeConnection>(ambiente->journal);
+  std::unique_ptr<CLSFW_MAILSERVER> service = std::make_unique<CLSFW_MAILSERVER>(ambiente);
+  AccessoInterno inside{*service};
+
+  Bench() { service->ConnectionADO = database; }
+};
+
+/// Everything behind the first marker, looked for byte by byte.
+bool Behind(const std::string& text, const std::string& marker, std::string& rest) {
+  for (std::size_t i = 0; i + marker.size() <= text.size(); ++i) {
+    if (text.compare(i, marker.size(), marker) != 0) continue;
+    rest = text.substr(i + marker.size());
+    return true;
+  }
+  return false;
+}
+
+std::string Certified(const std::string& text) {
+  std::string rest;
+  Behind(text, "<*pec*>", rest);
+  return rest;
+}
+
+std::string Ordinary(const std::string& text) {
+  std::string rest;
+  std::string ignored;
+  const bool thrownAway = Behind(text, "<***>", rest) && Behind(rest, "<*pec*>", ignored);
+  return thrownAway ? std::string() : rest;
+}
+
+void CheckNumber(Bench& bench, const std::string& text) {
+  const Exact exact(text);
+  RequireSame(EstraiIndirizzoPec(exact.View()), Certified(text), "the certified address");
+  RequireSame(EstraiIndirizzoMail(exact.View()), Ordinary(text), "the ordinary address");
+  for (const bool certified : {false, true}) {
+    bench.service->IsPec(certified);
+    bench.service->vIndDestinatario = "before";
+    bench.service->vNome = "name";
+    const std::string wanted = certified ? Certified(text) : Ordinary(text);
+    const host::Variant result = bench.inside.GetDatiDestinatario(text, kNumber);
+    RequireSame(bench.service->vIndDestinatario, wanted, "the look-up's address");
+    RequireSame(bench.service->vNome, "name", "the look-up leaves the name");
+    Require(result.ToInt16() == (wanted.empty() ? 1 : 0), "the look-up's result");
+  }
+  Require(bench.database->Statements().empty(), "an address in the code asks no database");
+}
+
+void CheckDestination(Bench& bench, const std::string& text) {
+  const bool whole = std::count(text.begin(), text.end(), '/') >= 3;
+  const Exact exact(text);
+  try {
+    const CodiceDestinazione parts = ScomponiCodiceDestinazione(exact.View());
+    Require(whole, "a short code is refused");
+    RequireSame(parts.ditta + "/" + parts.cliFor + "/" + parts.tipoCf + "/" + parts.destinazione, text,
+                "the parts make the code");
+    const auto has = [](const std::string& part) { return part.find('/') != std::string::npos; };
+    Require(!has(parts.ditta) && !has(parts.cliFor) && !has(parts.tipoCf),
+            "only the last part holds a slash");
+  } catch (const host::Errore& error) {
+    Require(!whole && error.Numero() == host::kArgomentoNonValido, "a whole code is taken");
+  }
+  const host::Variant result = bench.inside.GetDatiDestinatario(text, kDestination);
+  const auto statements = bench.database->Statements();
+  Require(statements.size() == (whole ? 2 : 0), "a short code runs no statement");
+  // No destination: the state is kept and there is no address. A short code is a failure.
+  Require(result.ToInt16() == (whole ? 2 : 1), "the look-up's result for a destination");
+  if (!whole) return;
+  const std::string last = Parts(text, '/').size() > 3 ? text.substr([&] {
+    std::size_t at = 0;
+    for (int i = 0; i < 3; ++i) at = text.find('/', at) + 1;
+    return at;
+  }())
+                                                       : std::string();
+  Require(statements[0].find("'" + last + "'") != std::string::npos,
+          "the tail goes into the statement as it stands");
+}
+
+}  // namespace
+}  // namespace orve::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace orve::fuzz;
+  static Bench bench;
+  const std::string text(reinterpret_cast<const char*>(data), size);
+  bench.ambiente->journal->Svuota();
+  CheckNumber(bench, text);
+  CheckDestination(bench, text);
+  return 0;
+}
