@@ -14,6 +14,7 @@
 #include "mime/gmime_streams.h"
 #include "mime/header_text.h"
 #include "mime/header_writer.h"
+#include "text/text.h"
 
 namespace orve::adapters::mime {
 
@@ -167,7 +168,9 @@ void WriteMessage(const Message& message, const ByteSink& sink, const WriteOptio
   std::call_once(initialised, g_mime_init);
 
   Failure failure;
-  const std::string headers = HeaderBlock(message);
+  std::string headers = HeaderBlock(message);
+  // A header of the caller's own may begin with a dot; the first line never does.
+  if (options.dotStuffing) headers = text::Replace(headers, "\r\n.", "\r\n..");
   const GRef<GMimeObject> content = ContentBuilder(message, failure).Build();
   PieceBuffer buffer(sink, failure);
   const GRef<GMimeStream> end = NewSinkStream(buffer);

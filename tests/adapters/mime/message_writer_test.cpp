@@ -390,6 +390,14 @@ TEST_F(MessageWriter, DotsAreDoubledOnlyWhereTheTransportAsks) {
               testing::EndsWith("\r\n\r\n..\r\n..a\r\nb.\r\n...\r\n.\r\n"));
 }
 
+TEST_F(MessageWriter, ADotInFrontOfAHeaderIsDoubledToo) {
+  Message message = Simple();
+  message.headers = {{".X", "uno"}, {"X-Due", "."}};
+  EXPECT_THAT(Written(message, {.dotStuffing = true, .trailer = {}}),
+              HasSubstr("\r\n..X: uno\r\nX-Due: .\r\n"));
+  EXPECT_THAT(Written(message), HasSubstr("\r\n.X: uno\r\nX-Due: .\r\n"));
+}
+
 TEST_F(MessageWriter, DotsAreDoubledAcrossTheBordersOfPieces) {
   Message message = Simple();
   std::string lines;
