@@ -221,6 +221,7 @@ void Session::Transmit(const Writer& write) {
     });
     tracer_.Note(std::to_string(total) + " byte di messaggio");
   } catch (const Interrupted&) {
+    undecided_ = false;  // the server has spoken before the message's end had left
     const Reply reply = ReadReply(options_->replyTimeout);
     Abandon(ErrorNumber::kData, reply.text);
   } catch (const host::Errore& failure) {
