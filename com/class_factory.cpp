@@ -1,0 +1,102 @@
+#include "class_factory.h"
+
+#include <algorithm>
+
+#include "errori.h"
+#include "modulo.h"
+#include "recipients_com.h"
+#include "senders_com.h"
+#include "service_com.h"
+#include "win32/ambiente_win32.h"
+
+namespace orve::com {
+
+namespace {
+
+template <class Classe, class Interfaccia, class Nucleo>
+IUnknown* Crea() {
+  return PubblicoDi<Classe, Interfaccia>(std::make_shared<Nucleo>(win32::CreaAmbienteWin32())).Cedi();
+}
+
+const ClasseCreabile kClassi[] = {
+    {&CLSID_CLSFW_MAILSERVER, L"CLSFW_MAILSERVER",
+     Crea<CLSFW_MAILSERVERCom, ICLSFW_MAILSERVER, CLSFW_MAILSERVER>},
+    {&CLSID_CollDestinatari, L"CollDestinatari", Crea<CollDestinatariCom, ICollDestinatari, CollDestinatari>},
+    {&CLSID_CollMittenti, L"CollMittenti", Crea<CollMittentiCom, ICollMittenti, CollMittenti>},
+    {&CLSID_Mittente, L"Mittente", Crea<MittenteCom, IMittente, Mittente>},
+};
+
+class Fabbrica final : public IClassFactory {
+ public:
+  explicit Fabbrica(const ClasseCreabile& classe) : classe_(classe) {}
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
+    if (oggetto == nullptr) return E_POINTER;
+    *oggetto = iid == IID_IUnknown || iid == IID_IClassFactory ? this : nullptr;
+    if (*oggetto == nullptr) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override {
+    return static_cast<ULONG>(InterlockedIncrement(&riferimenti_));
+  }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const LONG rimasti = InterlockedDecrement(&riferimenti_);
+    if (rimasti == 0) delete this;
+    return static_cast<ULONG>(rimasti);
+  }
+
+  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* esterno, REFIID iid, void** oggetto) override {
+    if (oggetto == nullptr) return E_POINTER;
+    *oggetto = nullptr;
+    if (esterno != nullptr) return CLASS_E_NOAGGREGATION;
+    HRESULT preso = S_OK;
+    const HRESULT esito = Esegui(IID_IClassFactory, [&] {
+      const auto nuovo = win32::ComPtr<IUnknown>::Adotta(classe_.crea());
+      preso = nuovo->QueryInterface(iid, oggetto);
+    });
+    return FAILED(esito) ? esito : preso;
+  }
+
+  HRESULT STDMETHODCALLTYPE LockServer(BOOL blocca) override {
+    if (blocca != FALSE) {
+      InterlockedIncrement(&blocchi_);
+      AddRef();
+    } else if (InterlockedDecrement(&blocchi_) >= 0) {
+      Release();
+    } else {
+      InterlockedIncrement(&blocchi_);  // more unlocks than locks
+    }
+    return S_OK;
+  }
+
+ private:
+  ~Fabbrica() = default;
+
+  Presenza presenza_;
+  LONG riferimenti_ = 0;
+  LONG blocchi_ = 0;
+  const ClasseCreabile& classe_;
+};
+
+}  // namespace
+
+std::span<const ClasseCreabile> ClassiCreabili() {
+  return kClassi;
+}
+
+HRESULT FabbricaDi(REFCLSID classe, REFIID iid, void** fabbrica) noexcept {
+  if (fabbrica == nullptr) return E_POINTER;
+  *fabbrica = nullptr;
+  const auto trovata = std::ranges::find_if(
+      kClassi, [&](const ClasseCreabile& creabile) { return *creabile.identificatore == classe; });
+  if (trovata == std::end(kClassi)) return CLASS_E_CLASSNOTAVAILABLE;
+  HRESULT preso = S_OK;
+  const HRESULT esito = Esegui(IID_IClassFactory, [&] {
+    const win32::ComPtr<Fabbrica> nuova(new Fabbrica(*trovata));
+    preso = nuova->QueryInterface(iid, fabbrica);
+  });
+  return FAILED(esito) ? esito : preso;
+}
+
+}  // namespace orve::com

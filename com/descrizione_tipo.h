@@ -1,0 +1,58 @@
+// What the type library says of one interface, ready for calls by number, and the call itself.
+//
+// The system's ITypeInfo::Invoke alone is too strict for scripts: it refuses a script's variable where a
+// typed argument by reference is told, crashes on an omitted one, and knows no METHOD call of a property,
+// which JScript makes. So the arguments are brought into the exact form told before they reach it. The
+// library changes none of its arguments by reference; therefore they get values of their own, and nothing is
+// written back.
+#pragma once
+
+#include <windows.h>
+
+#include <oaidl.h>
+
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "win32/com_ptr.h"
+
+namespace orve::com {
+
+class DescrizioneTipo {
+ public:
+  /// Reads the members; raises the system's error.
+  explicit DescrizioneTipo(win32::ComPtr<ITypeInfo> tipo);
+
+  [[nodiscard]] ITypeInfo* Tipo() const { return tipo_.Get(); }
+
+  /// IDispatch::Invoke on the dual interface at `istanza`. Gives automation's own codes and raises nothing
+  /// but exhausted memory.
+  HRESULT Invoca(void* istanza, DISPID membro, LCID lingua, WORD modi, DISPPARAMS* argomenti,
+                 VARIANT* risultato, EXCEPINFO* eccezione, UINT* argomentoErrato) const;
+
+ private:
+  struct Parametro {
+    VARTYPE tipo = VT_EMPTY;
+    IID interfaccia = IID_NULL;  // of an object
+    bool perRiferimento = false;
+    bool facoltativo = false;
+    win32::VariantCom predefinito;  // empty: the type's own zero
+  };
+  using Parametri = std::vector<Parametro>;
+  using Membro = std::pair<DISPID, INVOKEKIND>;
+  using Membri = std::map<Membro, Parametri>;
+
+  static HRESULT Converti(const VARIANT& dato, const Parametro& parametro, LCID lingua,
+                          win32::VariantCom& valore);
+  [[nodiscard]] Parametri Leggi(const FUNCDESC& funzione) const;
+  void LeggiTipo(const TYPEDESC& tipo, Parametro& parametro) const;
+  [[nodiscard]] Membri::const_iterator Scegli(DISPID membro, WORD modi, const DISPPARAMS& argomenti) const;
+  HRESULT InvocaPredefinito(void* istanza, DISPID membro, LCID lingua, WORD modi, DISPPARAMS* argomenti,
+                            VARIANT* risultato, EXCEPINFO* eccezione, UINT* argomentoErrato) const;
+
+  win32::ComPtr<ITypeInfo> tipo_;
+  Membri membri_;
+};
+
+}  // namespace orve::com

@@ -1,0 +1,45 @@
+// What the whole DLL shares: how many objects a client still holds, which object stands for which object of
+// the library, and what the type library says of each interface. The type descriptions are dropped with the
+// last object, so that nothing of the system is held when the DLL is unloaded.
+#pragma once
+
+#include <windows.h>
+
+#include <filesystem>
+#include <memory>
+
+#include "descrizione_tipo.h"
+
+namespace orve::com {
+
+/// Counts one object, class factory or server lock for as long as it lives.
+class Presenza {
+ public:
+  Presenza() noexcept;
+  Presenza(const Presenza&) = delete;
+  Presenza& operator=(const Presenza&) = delete;
+  Presenza(Presenza&&) = delete;
+  Presenza& operator=(Presenza&&) = delete;
+  ~Presenza();
+};
+
+/// True when no client holds anything of the DLL.
+[[nodiscard]] bool ScaricabileOra() noexcept;
+
+/// Absolute path of the DLL.
+[[nodiscard]] std::filesystem::path PercorsoDelModulo();
+
+/// The type library in the DLL; raises the system's error when it cannot be loaded.
+[[nodiscard]] win32::ComPtr<ITypeLib> LibreriaDeiTipi();
+
+/// What the type library says of an interface.
+[[nodiscard]] std::shared_ptr<const DescrizioneTipo> DescrizioneDi(REFIID interfaccia);
+
+/// The object that stands for this object of the library, with a reference for the caller; null when there is
+/// none. An object of the library has at most one, so that a client that compares two references gets a true
+/// answer.
+[[nodiscard]] IUnknown* OggettoPerNucleo(const void* nucleo) noexcept;
+void RicordaNucleo(const void* nucleo, IUnknown* oggetto);
+void DimenticaNucleo(const void* nucleo) noexcept;
+
+}  // namespace orve::com

@@ -1,0 +1,185 @@
+// What every public class is on the side of COM: a thin object that holds one object of the library and
+// answers for it through a dual interface. It translates types and owns no behaviour.
+#pragma once
+
+#include <windows.h>
+
+#include <ocidl.h>
+
+#include <memory>
+#include <utility>
+
+#include "descrizione_tipo.h"
+#include "errori.h"
+#include "modulo.h"
+
+namespace orve::com {
+
+/// The side of a public object that only the DLL itself knows: what is behind it.
+class Interno {
+ public:
+  Interno() = default;
+  Interno(const Interno&) = delete;
+  Interno& operator=(const Interno&) = delete;
+  Interno(Interno&&) = delete;
+  Interno& operator=(Interno&&) = delete;
+
+ protected:
+  virtual ~Interno() = default;
+};
+
+template <class Nucleo>
+class ConNucleo : public Interno {
+ public:
+  [[nodiscard]] virtual const std::shared_ptr<Nucleo>& NucleoCondiviso() const noexcept = 0;
+};
+
+/// The object's answer to this identifier is its Interno, without a reference counted.
+inline constexpr GUID kIidInterno = {
+    0x6d2a9d0b, 0x7a04, 0x4c3e, {0x9e, 0x42, 0x1f, 0x0c, 0x55, 0x8b, 0x3a, 0x61}};
+
+/// The object of the library behind a public object; absent for an absent one. Raises 13 for an object that
+/// is none of the library's, or another of its classes.
+template <class Nucleo>
+std::shared_ptr<Nucleo> NucleoDi(IUnknown* oggetto) {
+  if (oggetto == nullptr) return nullptr;
+  void* interno = nullptr;
+  if (FAILED(oggetto->QueryInterface(kIidInterno, &interno))) {
+    throw host::Errore(host::kTipoNonCorrispondente);
+  }
+  auto* conNucleo = dynamic_cast<ConNucleo<Nucleo>*>(static_cast<Interno*>(interno));
+  if (conNucleo == nullptr) throw host::Errore(host::kTipoNonCorrispondente);
+  return conNucleo->NucleoCondiviso();
+}
+
+/// Base of the public object of a class: `Interfaccia` is its dual interface, `Nucleo` the library's class.
+template <class Interfaccia, class Nucleo>
+class Pubblico : public Interfaccia,
+                 public ISupportErrorInfo,
+                 public IProvideClassInfo2,
+                 public ConNucleo<Nucleo> {
+ public:
+  // --- IUnknown
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
+    if (oggetto == nullptr) return E_POINTER;
+    if (iid == kIidInterno) {
+      *oggetto = static_cast<Interno*>(this);
+      return S_OK;
+    }
+    *oggetto = Trova(iid);
+    if (*oggetto == nullptr) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override {
+    return static_cast<ULONG>(InterlockedIncrement(&riferimenti_));
+  }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const LONG rimasti = InterlockedDecrement(&riferimenti_);
+    if (rimasti == 0) delete this;
+    return static_cast<ULONG>(rimasti);
+  }
+
+  // --- IDispatch
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* quanti) override {
+    if (quanti == nullptr) return E_POINTER;
+    *quanti = 1;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT quale, LCID /*lingua*/, ITypeInfo** tipo) override {
+    if (tipo == nullptr) return E_POINTER;
+    *tipo = nullptr;
+    if (quale != 0) return DISP_E_BADINDEX;
+    return Entra([&] { *tipo = win32::ComPtr(Descrizione().Tipo()).Cedi(); });
+  }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID /*riservato*/, LPOLESTR* nomi, UINT quanti, LCID /*lingua*/,
+                                          DISPID* numeri) override {
+    HRESULT trovati = S_OK;
+    const HRESULT esito = Entra([&] { trovati = Descrizione().Tipo()->GetIDsOfNames(nomi, quanti, numeri); });
+    return FAILED(esito) ? esito : trovati;
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID membro, REFIID /*riservato*/, LCID lingua, WORD modi,
+                                   DISPPARAMS* argomenti, VARIANT* risultato, EXCEPINFO* eccezione,
+                                   UINT* argomentoErrato) override {
+    HRESULT chiamato = S_OK;
+    const HRESULT esito = Entra([&] {
+      chiamato = Descrizione().Invoca(static_cast<Interfaccia*>(this), membro, lingua, modi, argomenti,
+                                      risultato, eccezione, argomentoErrato);
+    });
+    return FAILED(esito) ? esito : chiamato;
+  }
+
+  // --- ISupportErrorInfo
+  HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) override {
+    return iid == __uuidof(Interfaccia) || iid == IID_IDispatch ? S_OK : S_FALSE;
+  }
+
+  // --- IProvideClassInfo2
+  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** tipo) override {
+    if (tipo == nullptr) return E_POINTER;
+    *tipo = nullptr;
+    return Entra([&] { Verifica(LibreriaDeiTipi()->GetTypeInfoOfGuid(classe_, tipo)); });
+  }
+  HRESULT STDMETHODCALLTYPE GetGUID(DWORD genere, GUID* guid) override {
+    if (guid == nullptr) return E_POINTER;
+    *guid = Eventi();
+    return genere == GUIDKIND_DEFAULT_SOURCE_DISP_IID && *guid != GUID_NULL ? S_OK : E_INVALIDARG;
+  }
+
+  [[nodiscard]] const std::shared_ptr<Nucleo>& NucleoCondiviso() const noexcept override { return nucleo_; }
+
+ protected:
+  /// `classe` is the identifier of the class in the type library.
+  Pubblico(std::shared_ptr<Nucleo> nucleo, REFCLSID classe) : nucleo_(std::move(nucleo)), classe_(classe) {
+    RicordaNucleo(nucleo_.get(), static_cast<Interfaccia*>(this));
+  }
+  ~Pubblico() override { DimenticaNucleo(nucleo_.get()); }
+
+  [[nodiscard]] Nucleo& N() const noexcept { return *nucleo_; }
+
+  /// Runs a member. The object stays alive meanwhile, whatever the members that it calls let go of.
+  template <class Azione>
+  HRESULT Entra(Azione&& azione) noexcept {
+    const win32::ComPtr<Interfaccia> presente(this);
+    return Esegui(__uuidof(Interfaccia), std::forward<Azione>(azione));
+  }
+
+  /// The interfaces of the object, without a reference counted; a class with more of them adds its own.
+  [[nodiscard]] virtual void* Trova(REFIID iid) noexcept {
+    if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(Interfaccia)) {
+      return static_cast<Interfaccia*>(this);
+    }
+    if (iid == IID_ISupportErrorInfo) return static_cast<ISupportErrorInfo*>(this);
+    if (iid == IID_IProvideClassInfo || iid == IID_IProvideClassInfo2)
+      return static_cast<IProvideClassInfo2*>(this);
+    return nullptr;
+  }
+
+  /// The outgoing interface of the class; GUID_NULL for none.
+  [[nodiscard]] virtual GUID Eventi() const noexcept { return GUID_NULL; }
+
+ private:
+  [[nodiscard]] const DescrizioneTipo& Descrizione() {
+    if (!descrizione_) descrizione_ = DescrizioneDi(__uuidof(Interfaccia));
+    return *descrizione_;
+  }
+
+  Presenza presenza_;
+  LONG riferimenti_ = 0;
+  std::shared_ptr<Nucleo> nucleo_;
+  GUID classe_;
+  std::shared_ptr<const DescrizioneTipo> descrizione_;
+};
+
+/// The public object of an object of the library: the one that stands for it already, or a new one. An absent
+/// object has none.
+template <class Classe, class Interfaccia, class Nucleo>
+win32::ComPtr<Interfaccia> PubblicoDi(const std::shared_ptr<Nucleo>& nucleo) {
+  if (!nucleo) return {};
+  if (IUnknown* presente = OggettoPerNucleo(nucleo.get()); presente != nullptr) {
+    return win32::ComPtr<IUnknown>::Adotta(presente).Come<Interfaccia>(__uuidof(Interfaccia));
+  }
+  return win32::ComPtr<Interfaccia>(new Classe(nucleo));
+}
+
+}  // namespace orve::com

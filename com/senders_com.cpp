@@ -1,0 +1,66 @@
+#include "senders_com.h"
+
+#include "enumeratore.h"
+
+namespace orve::com {
+
+namespace {
+
+auto PubblicoDiMittente(const std::shared_ptr<Mittente>& mittente) {
+  return PubblicoDi<MittenteCom, IMittente>(mittente);
+}
+
+}  // namespace
+
+HRESULT CollMittentiCom::Add(BSTR* Indirizzo, BSTR* Server, short* Port, short* Timeout, BSTR* UserName,
+                             BSTR* Password, short* TipoAutenticazione, short* Lettura, short* Consegna,
+                             BSTR* Descrizione, VARIANT_BOOL* IsSsl, BSTR* sKey, IMittente** valore) {
+  if (valore == nullptr) return E_POINTER;
+  *valore = nullptr;
+  return Entra([&] {
+    const auto nuovo = N().Add(
+        ImportaRiferimento<std::string>(Indirizzo), ImportaRiferimento<std::string>(Server),
+        ImportaRiferimento<std::int16_t>(Port), ImportaRiferimento<std::int16_t>(Timeout),
+        ImportaRiferimento<std::string>(UserName), ImportaRiferimento<std::string>(Password),
+        ImportaRiferimento<std::int16_t>(TipoAutenticazione), ImportaRiferimento<std::int16_t>(Lettura),
+        ImportaRiferimento<std::int16_t>(Consegna), ImportaRiferimento<std::string>(Descrizione),
+        ImportaRiferimento<bool>(IsSsl), ImportaRiferimento<std::string>(sKey));
+    *valore = PubblicoDiMittente(nuovo).Cedi();
+  });
+}
+
+HRESULT CollMittentiCom::get_Item(VARIANT vntIndexKey, IMittente** valore) {
+  if (valore == nullptr) return E_POINTER;
+  *valore = nullptr;
+  return Entra([&] { *valore = PubblicoDiMittente(N().Item(win32::FromCom(vntIndexKey))).Cedi(); });
+}
+
+HRESULT CollMittentiCom::Remove(VARIANT vntIndexKey) {
+  return Entra([&] { N().Remove(win32::FromCom(vntIndexKey)); });
+}
+
+HRESULT CollMittentiCom::get_NewEnum(IUnknown** valore) {
+  if (valore == nullptr) return E_POINTER;
+  *valore = nullptr;
+  return Entra([&] { EsportaEnumeratore(NucleoCondiviso(), PubblicoDiMittente, valore); });
+}
+
+HRESULT CollMittentiCom::AddMittente(BSTR* Indirizzo, BSTR* Server, short* Port, short* Timeout,
+                                     BSTR* UserName, BSTR* Password, short* TipoAutenticazione,
+                                     short* Lettura, short* Consegna, BSTR* Descrizione, short* CryptType,
+                                     BSTR* sKey, IMittente** valore) {
+  if (valore == nullptr) return E_POINTER;
+  *valore = nullptr;
+  return Entra([&] {
+    const auto nuovo = N().AddMittente(
+        ImportaRiferimento<std::string>(Indirizzo), ImportaRiferimento<std::string>(Server),
+        ImportaRiferimento<std::int16_t>(Port), ImportaRiferimento<std::int16_t>(Timeout),
+        ImportaRiferimento<std::string>(UserName), ImportaRiferimento<std::string>(Password),
+        ImportaRiferimento<std::int16_t>(TipoAutenticazione), ImportaRiferimento<std::int16_t>(Lettura),
+        ImportaRiferimento<std::int16_t>(Consegna), ImportaRiferimento<std::string>(Descrizione),
+        ImportaRiferimento<std::int16_t>(CryptType), ImportaRiferimento<std::string>(sKey));
+    *valore = PubblicoDiMittente(nuovo).Cedi();
+  });
+}
+
+}  // namespace orve::com

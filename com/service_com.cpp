@@ -1,0 +1,230 @@
+#include "service_com.h"
+
+#include <utility>
+
+#include "elenco_connessioni.h"
+#include "recipients_com.h"
+#include "senders_com.h"
+#include "win32/oggetti_chiamante.h"
+#include "win32/oggetto_com.h"
+
+namespace orve::com {
+
+namespace {
+
+using Punto = win32::ComPtr<IConnectionPoint>;
+void CopiaPunto(const Punto& punto, IConnectionPoint*& uscita) {
+  uscita = Punto(punto).Cedi();
+}
+using ElencoPunti = ElencoFisso<IEnumConnectionPoints, IConnectionPoint*, Punto, CopiaPunto>;
+
+// The object that a caller handed in, as the caller knows it.
+template <class T>
+IDispatch* OggettoDelChiamante(const std::shared_ptr<T>& oggetto) {
+  return win32::ComPtr(win32::ComDi(oggetto)).Cedi();
+}
+
+}  // namespace
+
+CLSFW_MAILSERVERCom::CLSFW_MAILSERVERCom(std::shared_ptr<CLSFW_MAILSERVER> servizio)
+    : Pubblico(std::move(servizio), CLSID_CLSFW_MAILSERVER) {
+  N().BeforeSendMail = [this](std::string& oggetto, std::string& corpo, std::string& destinatariA,
+                              std::string& destinatariCC, std::string& destinatariCCn,
+                              std::string& allegati) {
+    evento_.Solleva({&oggetto, &corpo, &destinatariA, &destinatariCC, &destinatariCCn, &allegati});
+  };
+}
+
+CLSFW_MAILSERVERCom::~CLSFW_MAILSERVERCom() {
+  N().BeforeSendMail = nullptr;
+}
+
+void* CLSFW_MAILSERVERCom::Trova(REFIID iid) noexcept {
+  if (iid == IID_IConnectionPointContainer) return static_cast<IConnectionPointContainer*>(this);
+  return Pubblico::Trova(iid);
+}
+
+GUID CLSFW_MAILSERVERCom::Eventi() const noexcept {
+  return DIID_DCLSFW_MAILSERVEREventi;
+}
+
+HRESULT CLSFW_MAILSERVERCom::EnumConnectionPoints(IEnumConnectionPoints** elenco) {
+  if (elenco == nullptr) return E_POINTER;
+  *elenco = nullptr;
+  return Entra([&] {
+    *elenco = new ElencoPunti({Punto(&evento_)});
+    (*elenco)->AddRef();
+  });
+}
+
+HRESULT CLSFW_MAILSERVERCom::FindConnectionPoint(REFIID iid, IConnectionPoint** punto) {
+  if (punto == nullptr) return E_POINTER;
+  *punto = nullptr;
+  if (iid != DIID_DCLSFW_MAILSERVEREventi) return CONNECT_E_NOCONNECTION;
+  *punto = &evento_;
+  (*punto)->AddRef();
+  return S_OK;
+}
+
+// --- objects that the caller hands in
+
+HRESULT CLSFW_MAILSERVERCom::get_ConnectionADO(IDispatch** valore) {
+  if (valore == nullptr) return E_POINTER;
+  *valore = OggettoDelChiamante(N().ConnectionADO);
+  return S_OK;
+}
+
+HRESULT CLSFW_MAILSERVERCom::putref_ConnectionADO(IDispatch* valore) {
+  return Entra([&] { N().ConnectionADO = win32::ConnessioneDa(valore); });
+}
+
+HRESULT CLSFW_MAILSERVERCom::get_ManagerRubrica(IDispatch** valore) {
+  if (valore == nullptr) return E_POINTER;
+  *valore = OggettoDelChiamante(N().ManagerRubrica);
+  return S_OK;
+}
+
+HRESULT CLSFW_MAILSERVERCom::putref_ManagerRubrica(IDispatch* valore) {
+  return Entra([&] { N().ManagerRubrica = win32::ManagerRubricaDa(valore); });
+}
+
+HRESULT CLSFW_MAILSERVERCom::get_ActiveInterface(IDispatch** valore) {
+  if (valore == nullptr) return E_POINTER;
+  *valore = OggettoDelChiamante(N().ActiveInterface);
+  return S_OK;
+}
+
+HRESULT CLSFW_MAILSERVERCom::putref_ActiveInterface(IDispatch* valore) {
+  return Entra([&] { N().ActiveInterface = win32::InterfacciaHostDa(valore); });
+}
+
+HRESULT CLSFW_MAILSERVERCom::putref_DittaCorrente(VARIANT valore) {
+  return put_DittaCorrente(valore);
+}
+
+HRESULT CLSFW_MAILSERVERCom::putref_vElencoAllegati(VARIANT valore) {
+  return put_vElencoAllegati(valore);
+}
+
+// --- objects of the library
+
+HRESULT CLSFW_MAILSERVERCom::get_vCollDestinatari(ICollDestinatari** valore) {
+  if (valore == nullptr) return E_POINTER;
+  *valore = nullptr;
+  return Entra(
+      [&] { *valore = PubblicoDi<CollDestinatariCom, ICollDestinatari>(N().vCollDestinatari).Cedi(); });
+}
+
+HRESULT CLSFW_MAILSERVERCom::putref_vCollDestinatari(ICollDestinatari* valore) {
+  return Entra([&] { N().vCollDestinatari = NucleoDi<CollDestinatari>(valore); });
+}
+
+HRESULT CLSFW_MAILSERVERCom::get_vCollMittenti(ICollMittenti** valore) {
+  if (valore == nullptr) return E_POINTER;
+  *valore = nullptr;
+  return Entra([&] { *valore = PubblicoDi<CollMittentiCom, ICollMittenti>(N().vCollMittenti).Cedi(); });
+}
+
+HRESULT CLSFW_MAILSERVERCom::putref_vCollMittenti(ICollMittenti* valore) {
+  return Entra([&] { N().vCollMittenti = NucleoDi<CollMittenti>(valore); });
+}
+
+HRESULT CLSFW_MAILSERVERCom::get_vMittente(IMittente** valore) {
+  if (valore == nullptr) return E_POINTER;
+  *valore = nullptr;
+  return Entra([&] { *valore = PubblicoDi<MittenteCom, IMittente>(N().vMittente).Cedi(); });
+}
+
+HRESULT CLSFW_MAILSERVERCom::putref_vMittente(IMittente* valore) {
+  return Entra([&] { N().vMittente = NucleoDi<Mittente>(valore); });
+}
+
+HRESULT CLSFW_MAILSERVERCom::get_MailParamAccount(IMittente** valore) {
+  if (valore == nullptr) return E_POINTER;
+  *valore = nullptr;
+  return Entra([&] { *valore = PubblicoDi<MittenteCom, IMittente>(N().MailParamAccount()).Cedi(); });
+}
+
+HRESULT CLSFW_MAILSERVERCom::putref_MailParamAccount(IMittente* valore) {
+  return Entra([&] { N().MailParamAccount(NucleoDi<Mittente>(valore)); });
+}
+
+// --- operations
+
+HRESULT CLSFW_MAILSERVERCom::AvviaProceduraInvio(VARIANT codice, ::kvTipologiaDestinatarioFAX Tipo) {
+  return Entra([&] {
+    std::optional<host::Variant> dato;
+    if (!Mancante(codice)) dato = win32::FromCom(codice);
+    N().AvviaProceduraInvio(dato, static_cast<kvTipologiaDestinatarioFAX>(Tipo));
+  });
+}
+
+HRESULT CLSFW_MAILSERVERCom::InviaMail() {
+  return Entra([&] { N().InviaMail(); });
+}
+
+HRESULT CLSFW_MAILSERVERCom::GetImpostazioni(VARIANT* valore) {
+  if (valore == nullptr) return E_POINTER;
+  VariantInit(valore);
+  return Entra([&] { Esporta(N().GetImpostazioni(), valore); });
+}
+
+HRESULT CLSFW_MAILSERVERCom::InizializzaRegistroInvioMail(BSTR IDvoce, BSTR UObject, BSTR Utente, BSTR Gruppo,
+                                                          BSTR TitoloStampa) {
+  return Entra([&] {
+    N().InizializzaRegistroInvioMail(win32::FromBstr(IDvoce), win32::FromBstr(UObject),
+                                     win32::FromBstr(Utente), win32::FromBstr(Gruppo),
+                                     win32::FromBstr(TitoloStampa));
+  });
+}
+
+HRESULT CLSFW_MAILSERVERCom::InizializzaRegistroInvioMailMultiprofilo(BSTR IDvoce, BSTR UObject,
+                                                                      LONG IdUtente, BSTR TitoloStampa) {
+  return Entra([&] {
+    N().InizializzaRegistroInvioMailMultiprofilo(win32::FromBstr(IDvoce), win32::FromBstr(UObject), IdUtente,
+                                                 win32::FromBstr(TitoloStampa));
+  });
+}
+
+HRESULT CLSFW_MAILSERVERCom::InviaMailSMTP(BSTR vOggetto, BSTR vCorpo, VARIANT_BOOL* prioritaAlta,
+                                           VARIANT_BOOL* mailNotifica, VARIANT_BOOL* valore) {
+  if (valore == nullptr) return E_POINTER;
+  *valore = VARIANT_FALSE;
+  return Entra([&] {
+    const bool alta = ImportaRiferimento<bool>(prioritaAlta);
+    const bool notifica = ImportaRiferimento<bool>(mailNotifica);
+    Esporta(N().InviaMailSMTP(win32::FromBstr(vOggetto), win32::FromBstr(vCorpo), &alta, &notifica), valore);
+  });
+}
+
+HRESULT CLSFW_MAILSERVERCom::AddDestinatario(BSTR indMail, BSTR descrDest, VARIANT_BOOL* valore) {
+  if (valore == nullptr) return E_POINTER;
+  *valore = VARIANT_FALSE;
+  return Entra(
+      [&] { Esporta(N().AddDestinatario(win32::FromBstr(indMail), win32::FromBstr(descrDest)), valore); });
+}
+
+HRESULT CLSFW_MAILSERVERCom::AddAllegato(BSTR FileName) {
+  return Entra([&] { N().AddAllegato(win32::FromBstr(FileName)); });
+}
+
+HRESULT CLSFW_MAILSERVERCom::ReturnMailParameters() {
+  return Entra([&] { N().ReturnMailParameters(); });
+}
+
+HRESULT CLSFW_MAILSERVERCom::CheckRegularMailAddress(BSTR MailAdd, VARIANT_BOOL* valore) {
+  if (valore == nullptr) return E_POINTER;
+  *valore = VARIANT_FALSE;
+  return Entra([&] { Esporta(N().CheckRegularMailAddress(win32::FromBstr(MailAdd)), valore); });
+}
+
+HRESULT CLSFW_MAILSERVERCom::InviaMailDiretta(short pIdMittente, BSTR pDestA, BSTR pDestCC, BSTR pDestCCn,
+                                              BSTR pOggetto, BSTR pCorpo, BSTR pAllegati) {
+  return Entra([&] {
+    N().InviaMailDiretta(pIdMittente, win32::FromBstr(pDestA), win32::FromBstr(pDestCC),
+                         win32::FromBstr(pDestCCn), win32::FromBstr(pOggetto), win32::FromBstr(pCorpo),
+                         win32::FromBstr(pAllegati));
+  });
+}
+
+}  // namespace orve::com
