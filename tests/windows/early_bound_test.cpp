@@ -1,0 +1,415 @@
+// A client built against the header of the type library: it calls through the dual interfaces and knows the
+// DLL by its exports only, without any entry in the registry.
+#include <windows.h>
+
+#include <ocidl.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "orve_mailserver.h"
+#include "win32/com_ptr.h"
+#include "win32/conversions.h"
+
+namespace orve {
+namespace {
+
+using win32::Bstr;
+using win32::ComPtr;
+using win32::VariantCom;
+
+constexpr GUID kMessaggiPlayed = {
+    0x3b1f0d52, 0x54c8, 0x4c55, {0x8e, 0x0a, 0x77, 0x1d, 0x52, 0xc9, 0x31, 0x08}};
+
+template <class Funzione>
+Funzione Esportata(HMODULE modulo, const char* nome) {
+  return reinterpret_cast<Funzione>(reinterpret_cast<void*>(GetProcAddress(modulo, nome)));
+}
+
+// Stands for the host's message object, which the service creates at its birth, and for a database without
+// rows.
+class MessaggiMuti final : public IClassFactory, public IDispatch {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
+    if (iid == IID_IDispatch) {
+      *oggetto = static_cast<IDispatch*>(this);
+    } else if (iid == IID_IUnknown || iid == IID_IClassFactory) {
+      *oggetto = static_cast<IClassFactory*>(this);
+    } else {
+      *oggetto = nullptr;
+      return E_NOINTERFACE;
+    }
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
+  ULONG STDMETHODCALLTYPE Release() override { return 1; }
+  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* /*esterno*/, REFIID iid, void** oggetto) override {
+    return QueryInterface(iid, oggetto);
+  }
+  HRESULT STDMETHODCALLTYPE LockServer(BOOL /*blocca*/) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* quanti) override {
+    *quanti = 0;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* nomi, UINT, LCID, DISPID* numeri) override {
+    const std::wstring nome = nomi[0];
+    numeri[0] = nome == L"EOF" ? kFine : nome == L"Execute" ? kRighe : kMessaggio;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID membro, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* risultato,
+                                   EXCEPINFO*, UINT*) override {
+    if (risultato == nullptr) return S_OK;
+    VariantInit(risultato);
+    if (membro == kFine) {
+      V_VT(risultato) = VT_BOOL;
+      V_BOOL(risultato) = VARIANT_TRUE;
+    } else if (membro == kRighe) {
+      V_VT(risultato) = VT_DISPATCH;
+      V_DISPATCH(risultato) = this;
+    } else {
+      V_VT(risultato) = VT_I4;
+      V_I4(risultato) = 0;
+    }
+    return S_OK;
+  }
+
+ private:
+  enum Membro : DISPID { kFine = 1, kRighe, kMessaggio };
+};
+
+// A handler of the event in C++: notes the texts that it gets and changes the subject.
+class Ascoltatore final : public IDispatch {
+ public:
+  std::vector<std::string> visti;
+  HRESULT esito = S_OK;
+  int riferimenti = 0;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
+    *oggetto =
+        iid == IID_IUnknown || iid == IID_IDispatch || iid == DIID_DCLSFW_MAILSERVEREventi ? this : nullptr;
+    if (*oggetto == nullptr) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++riferimenti); }
+  ULONG STDMETHODCALLTYPE Release() override { return static_cast<ULONG>(--riferimenti); }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* quanti) override {
+    *quanti = 0;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID membro, REFIID, LCID, WORD, DISPPARAMS* argomenti, VARIANT*,
+                                   EXCEPINFO*, UINT*) override {
+    if (membro != 1 || argomenti->cArgs != 6) return DISP_E_MEMBERNOTFOUND;
+    visti.clear();
+    for (UINT indice = 6; indice > 0; --indice) {
+      const VARIANT& argomento = argomenti->rgvarg[indice - 1];
+      if (V_VT(&argomento) != (VT_BSTR | VT_BYREF)) return DISP_E_TYPEMISMATCH;
+      visti.push_back(win32::FromBstr(*V_BSTRREF(&argomento)));
+    }
+    BSTR* oggetto = V_BSTRREF(&argomenti->rgvarg[5]);
+    SysReAllocString(oggetto, (win32::ToWide(visti[0]) + L" cambiato").c_str());
+    return esito;
+  }
+};
+
+class ClienteAnticipato : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)));
+    modulo_ = LoadLibraryW(ORVE_DLL);
+    ASSERT_NE(modulo_, nullptr);
+    daClasse_ = Esportata<DaClasse>(modulo_, "DllGetClassObject");
+    scaricabile_ = Esportata<SenzaArgomenti>(modulo_, "DllCanUnloadNow");
+    ASSERT_NE(daClasse_, nullptr);
+    ASSERT_NE(scaricabile_, nullptr);
+  }
+  void TearDown() override {
+    EXPECT_EQ(scaricabile_(), S_OK) << "a test left an object behind";
+    FreeLibrary(modulo_);
+    CoUninitialize();
+  }
+
+  // The message object's name is entered for the time of this process' test.
+  void RecitaMessaggi() {
+    HKEY chiave = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\ORVE_LibSrv.Messaggi\\CLSID", 0,
+                              nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS, nullptr, &chiave, nullptr),
+              ERROR_SUCCESS);
+    CLSID presente = CLSID_NULL;
+    if (FAILED(CLSIDFromProgID(L"ORVE_LibSrv.Messaggi", &presente))) {
+      presente = kMessaggiPlayed;
+      wchar_t testo[40];
+      StringFromGUID2(kMessaggiPlayed, testo, 40);
+      RegSetValueExW(chiave, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(testo), sizeof(wchar_t) * 39);
+    }
+    RegCloseKey(chiave);
+    ASSERT_EQ(CoRegisterClassObject(presente, static_cast<IClassFactory*>(&messaggi_), CLSCTX_INPROC_SERVER,
+                                    REGCLS_MULTIPLEUSE, &registrazione_),
+              S_OK);
+  }
+  void RitiraMessaggi() { CoRevokeClassObject(registrazione_); }
+
+  template <class Interfaccia>
+  ComPtr<Interfaccia> Crea(REFCLSID classe) {
+    ComPtr<IClassFactory> fabbrica;
+    EXPECT_EQ(daClasse_(classe, IID_IClassFactory, fabbrica.UscitaVoid()), S_OK);
+    ComPtr<Interfaccia> oggetto;
+    if (fabbrica) {
+      EXPECT_EQ(fabbrica->CreateInstance(nullptr, __uuidof(Interfaccia), oggetto.UscitaVoid()), S_OK);
+    }
+    return oggetto;
+  }
+
+  using DaClasse = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
+  using SenzaArgomenti = HRESULT(STDAPICALLTYPE*)();
+  HMODULE modulo_ = nullptr;
+  DaClasse daClasse_ = nullptr;
+  SenzaArgomenti scaricabile_ = nullptr;
+  MessaggiMuti messaggi_;
+  DWORD registrazione_ = 0;
+};
+
+TEST_F(ClienteAnticipato, TheRecipientCannotBeCreated) {
+  ComPtr<IClassFactory> fabbrica;
+  EXPECT_EQ(daClasse_(CLSID_Destinatario, IID_IClassFactory, fabbrica.UscitaVoid()),
+            CLASS_E_CLASSNOTAVAILABLE);
+  EXPECT_FALSE(fabbrica);
+}
+
+TEST_F(ClienteAnticipato, AnUnknownClassIsRefused) {
+  ComPtr<IClassFactory> fabbrica;
+  EXPECT_EQ(daClasse_(IID_IDispatch, IID_IClassFactory, fabbrica.UscitaVoid()), CLASS_E_CLASSNOTAVAILABLE);
+}
+
+TEST_F(ClienteAnticipato, TheFactoryWorksUnregisteredAndRefusesAggregation) {
+  ComPtr<IClassFactory> fabbrica;
+  ASSERT_EQ(daClasse_(CLSID_Mittente, IID_IClassFactory, fabbrica.UscitaVoid()), S_OK);
+  void* oggetto = nullptr;
+  EXPECT_EQ(fabbrica->CreateInstance(fabbrica.Get(), IID_IUnknown, &oggetto), CLASS_E_NOAGGREGATION);
+  EXPECT_EQ(oggetto, nullptr);
+}
+
+TEST_F(ClienteAnticipato, TheDllStaysWhileAnObjectOrALockIsHeld) {
+  EXPECT_EQ(scaricabile_(), S_OK);
+  auto mittente = Crea<IMittente>(CLSID_Mittente);
+  EXPECT_EQ(scaricabile_(), S_FALSE);
+  mittente.Reset();
+  EXPECT_EQ(scaricabile_(), S_OK);
+  ComPtr<IClassFactory> fabbrica;
+  ASSERT_EQ(daClasse_(CLSID_Mittente, IID_IClassFactory, fabbrica.UscitaVoid()), S_OK);
+  fabbrica->LockServer(TRUE);
+  IClassFactory* const bloccata = fabbrica.Get();
+  fabbrica.Reset();
+  EXPECT_EQ(scaricabile_(), S_FALSE);
+  bloccata->LockServer(FALSE);
+  EXPECT_EQ(scaricabile_(), S_OK);
+}
+
+TEST_F(ClienteAnticipato, MembersOfARecipientAreCalledThroughTheVtable) {
+  const auto coll = Crea<ICollDestinatari>(CLSID_CollDestinatari);
+  Bstr indirizzo = win32::ToBstr("anna@x.example");
+  Bstr nome = win32::ToBstr("Anna Più €");
+  short casella = 2;
+  ComPtr<IDestinatario> destinatario;
+  // Optional arguments by reference are left out as null pointers.
+  ASSERT_EQ(
+      coll->AddFromLista(indirizzo.Uscita(), nullptr, nullptr, &casella, nullptr, destinatario.Uscita()),
+      S_OK);
+  indirizzo = win32::ToBstr("anna@x.example");
+  BSTR testo = indirizzo.Get();
+  BSTR testoNome = nome.Get();
+  ASSERT_EQ(coll->Add(&testo, &testoNome, nullptr, nullptr, destinatario.Uscita()), S_OK);
+  EXPECT_EQ(testo, indirizzo.Get()) << "an argument by reference was changed";
+  Bstr letto;
+  ASSERT_EQ(destinatario->get_Nome(letto.Uscita()), S_OK);
+  EXPECT_EQ(win32::FromBstr(letto.Get()), "Anna Più €");
+  ASSERT_EQ(destinatario->put_Casella(7), S_OK);
+  ASSERT_EQ(destinatario->get_Casella(&casella), S_OK);
+  EXPECT_EQ(casella, 7);
+  LONG quanti = 0;
+  ASSERT_EQ(coll->get_Count(&quanti), S_OK);
+  EXPECT_EQ(quanti, 2);
+  // The same recipient is the same object.
+  VariantCom indice;
+  V_VT(&indice.Get()) = VT_I4;
+  V_I4(&indice.Get()) = 2;
+  ComPtr<IDestinatario> stesso;
+  ASSERT_EQ(coll->get_Item(indice.Get(), stesso.Uscita()), S_OK);
+  EXPECT_EQ(stesso.Get(), destinatario.Get());
+}
+
+TEST_F(ClienteAnticipato, ANullResultPointerIsRefused) {
+  const auto mittente = Crea<IMittente>(CLSID_Mittente);
+  EXPECT_EQ(mittente->get_Port(nullptr), E_POINTER);
+  EXPECT_EQ(mittente->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
+}
+
+TEST_F(ClienteAnticipato, AnErrorTravelsAsNumberSourceAndDescription) {
+  const auto coll = Crea<ICollDestinatari>(CLSID_CollDestinatari);
+  const auto sostegno = coll.Come<ISupportErrorInfo>(IID_ISupportErrorInfo);
+  ASSERT_TRUE(sostegno);
+  EXPECT_EQ(sostegno->InterfaceSupportsErrorInfo(IID_ICollDestinatari), S_OK);
+  EXPECT_EQ(sostegno->InterfaceSupportsErrorInfo(IID_IMittente), S_FALSE);
+  VariantCom indice;
+  V_VT(&indice.Get()) = VT_I4;
+  V_I4(&indice.Get()) = 1;
+  ComPtr<IDestinatario> nessuno;
+  EXPECT_EQ(coll->get_Item(indice.Get(), nessuno.Uscita()), static_cast<HRESULT>(0x800A0009));
+  ComPtr<IErrorInfo> errore;
+  ASSERT_EQ(GetErrorInfo(0, errore.Uscita()), S_OK);
+  Bstr testo;
+  ASSERT_EQ(errore->GetSource(testo.Uscita()), S_OK);
+  EXPECT_EQ(win32::FromBstr(testo.Get()), "ORVE_MAILSERVER");
+  ASSERT_EQ(errore->GetDescription(testo.Uscita()), S_OK);
+  EXPECT_EQ(win32::FromBstr(testo.Get()), "Indice non compreso nell'intervallo");
+  GUID interfaccia = GUID_NULL;
+  ASSERT_EQ(errore->GetGUID(&interfaccia), S_OK);
+  EXPECT_EQ(interfaccia, IID_ICollDestinatari);
+}
+
+TEST_F(ClienteAnticipato, TheEnumeratorWalksSkipsResetsAndClones) {
+  const auto coll = Crea<ICollDestinatari>(CLSID_CollDestinatari);
+  for (const char* nome : {"a", "b", "c"}) {
+    const Bstr indirizzo = win32::ToBstr(nome);
+    BSTR testo = indirizzo.Get();
+    ComPtr<IDestinatario> nuovo;
+    ASSERT_EQ(coll->Add(&testo, nullptr, nullptr, nullptr, nuovo.Uscita()), S_OK);
+  }
+  ComPtr<IUnknown> ignoto;
+  ASSERT_EQ(coll->get_NewEnum(ignoto.Uscita()), S_OK);
+  const auto enumeratore = ignoto.Come<IEnumVARIANT>(IID_IEnumVARIANT);
+  ASSERT_TRUE(enumeratore);
+  EXPECT_EQ(enumeratore->Skip(1), S_OK);
+  ComPtr<IEnumVARIANT> copia;
+  ASSERT_EQ(enumeratore->Clone(copia.Uscita()), S_OK);
+  VARIANT voci[3];
+  ULONG presi = 0;
+  EXPECT_EQ(enumeratore->Next(3, voci, &presi), S_FALSE);
+  EXPECT_EQ(presi, 2U);
+  for (ULONG indice = 0; indice < presi; ++indice) VariantClear(&voci[indice]);
+  EXPECT_EQ(enumeratore->Next(1, voci, &presi), S_FALSE);
+  EXPECT_EQ(enumeratore->Skip(1), S_FALSE);
+  EXPECT_EQ(enumeratore->Reset(), S_OK);
+  EXPECT_EQ(enumeratore->Skip(3), S_OK);
+  EXPECT_EQ(copia->Next(2, voci, &presi), S_OK);
+  for (ULONG indice = 0; indice < presi; ++indice) VariantClear(&voci[indice]);
+}
+
+TEST_F(ClienteAnticipato, TheEventReachesASinkThatChangesTheSubject) {
+  RecitaMessaggi();
+  Ascoltatore ascoltatore;
+  {
+    const auto servizio = Crea<ICLSFW_MAILSERVER>(CLSID_CLSFW_MAILSERVER);
+    ASSERT_TRUE(servizio);
+    const auto informazioni = servizio.Come<IProvideClassInfo2>(IID_IProvideClassInfo2);
+    ASSERT_TRUE(informazioni);
+    GUID eventi = GUID_NULL;
+    EXPECT_EQ(informazioni->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &eventi), S_OK);
+    EXPECT_EQ(eventi, DIID_DCLSFW_MAILSERVEREventi);
+    const auto contenitore = servizio.Come<IConnectionPointContainer>(IID_IConnectionPointContainer);
+    ASSERT_TRUE(contenitore);
+    ComPtr<IConnectionPoint> punto;
+    EXPECT_EQ(contenitore->FindConnectionPoint(IID_IDispatch, punto.Uscita()), CONNECT_E_NOCONNECTION);
+    ASSERT_EQ(contenitore->FindConnectionPoint(eventi, punto.Uscita()), S_OK);
+    DWORD numero = 0;
+    ASSERT_EQ(punto->Advise(&ascoltatore, &numero), S_OK);
+
+    ASSERT_EQ(servizio->putref_ConnectionADO(&messaggi_), S_OK);
+    ComPtr<IDispatch> connessione;
+    ASSERT_EQ(servizio->get_ConnectionADO(connessione.Uscita()), S_OK);
+    EXPECT_EQ(connessione.Get(), static_cast<IDispatch*>(&messaggi_));
+    const Bstr oggetto = win32::ToBstr("Fattura");
+    ASSERT_EQ(servizio->put_vOggetto(oggetto.Get()), S_OK);
+    ASSERT_EQ(servizio->put_vFlagCorpo(1), S_OK);
+    ASSERT_EQ(servizio->put_SrvMailInstallato(::kvSMTPMail), S_OK);
+    ASSERT_EQ(servizio->put_ModalitaInvio(::kvAutomatico), S_OK);
+    VARIANT mancante;
+    VariantInit(&mancante);
+    V_VT(&mancante) = VT_ERROR;
+    V_ERROR(&mancante) = DISP_E_PARAMNOTFOUND;
+    const Bstr destinatari = win32::ToBstr("Anna<anna@x.example>");
+    ASSERT_EQ(servizio->put_DestinatariA(destinatari.Get()), S_OK);
+    ASSERT_EQ(servizio->AvviaProceduraInvio(mancante, ::kvDestinatarioFaxAnagrafica), S_OK);
+    ASSERT_EQ(ascoltatore.visti.size(), 6U);
+    EXPECT_EQ(ascoltatore.visti[0], "Fattura");
+    EXPECT_EQ(ascoltatore.visti[2], "Anna<anna@x.example>;<>");
+    Bstr letto;
+    ASSERT_EQ(servizio->get_vOggetto(letto.Uscita()), S_OK);
+    EXPECT_EQ(win32::FromBstr(letto.Get()), "Fattura cambiato");
+
+    ASSERT_EQ(punto->Unadvise(numero), S_OK);
+    EXPECT_EQ(punto->Unadvise(numero), CONNECT_E_NOCONNECTION);
+    ascoltatore.visti.clear();
+    ASSERT_EQ(servizio->AvviaProceduraInvio(mancante, ::kvDestinatarioFaxAnagrafica), S_OK);
+    EXPECT_TRUE(ascoltatore.visti.empty());
+  }
+  RitiraMessaggi();
+  EXPECT_EQ(ascoltatore.riferimenti, 0);
+}
+
+// The places of the members in the vtable, as the type library tells them: a program built years ago counts
+// on them.
+TEST_F(ClienteAnticipato, TheOrderOfTheInterfacesIsTheOneFixed) {
+  wchar_t percorso[MAX_PATH];
+  GetModuleFileNameW(modulo_, percorso, MAX_PATH);
+  ComPtr<ITypeLib> libreria;
+  ASSERT_EQ(LoadTypeLibEx(percorso, REGKIND_NONE, libreria.Uscita()), S_OK);
+  const auto ordine = [&](REFGUID interfaccia) {
+    ComPtr<ITypeInfo> tipo;
+    std::string nomi;
+    if (FAILED(libreria->GetTypeInfoOfGuid(interfaccia, tipo.Uscita()))) return nomi;
+    FUNCDESC* funzione = nullptr;
+    std::vector<std::pair<int, std::string>> posti;
+    for (UINT indice = 0; SUCCEEDED(tipo->GetFuncDesc(indice, &funzione)); ++indice) {
+      const int posto = funzione->oVft / static_cast<int>(sizeof(void*));
+      Bstr nome;
+      UINT letti = 0;
+      tipo->GetNames(funzione->memid, nome.Uscita(), 1, &letti);
+      const char* modo = funzione->invkind == INVOKE_PROPERTYGET      ? "get "
+                         : funzione->invkind == INVOKE_PROPERTYPUT    ? "put "
+                         : funzione->invkind == INVOKE_PROPERTYPUTREF ? "set "
+                                                                      : "";
+      if (posto >= 7) posti.emplace_back(posto, modo + win32::FromBstr(nome.Get()));
+      tipo->ReleaseFuncDesc(funzione);
+    }
+    int atteso = 7;
+    for (const auto& [posto, nome] : posti) {
+      if (posto != atteso++) nomi += "(salto)";
+      nomi += nome + ";";
+    }
+    return nomi;
+  };
+  EXPECT_EQ(ordine(IID_ICollDestinatari), "Add;get Item;get Count;Remove;get NewEnum;AddFromLista;");
+  EXPECT_EQ(ordine(IID_ICollMittenti), "Add;get Item;get Count;Remove;get NewEnum;AddMittente;");
+  EXPECT_EQ(ordine(IID_IDestinatario),
+            "put Indirizzo;get Indirizzo;put Azienda;get Azienda;put Nome;get Nome;put Casella;get Casella;");
+  EXPECT_EQ(
+      ordine(IID_IMittente),
+      "put Indirizzo;get Indirizzo;put Server;get Server;put Descrizione;get Descrizione;put Port;get Port;"
+      "put Timeout;get Timeout;put user;get user;put Password;get Password;put Auth;get Auth;put ReadRcpt;"
+      "get ReadRcpt;put DeliveryStatus;get DeliveryStatus;get IsSsl;put IsSsl;get CryptType;put CryptType;");
+  const std::string servizio = ordine(IID_ICLSFW_MAILSERVER);
+  EXPECT_TRUE(servizio.starts_with("get vIndDestinatario;put vIndDestinatario;get vNome;")) << servizio;
+  EXPECT_NE(
+      servizio.find("get ConnectionADO;set ConnectionADO;get Stato;get Descrizione;AvviaProceduraInvio;"),
+      std::string::npos)
+      << servizio;
+  EXPECT_NE(servizio.find("get DittaCorrente;put DittaCorrente;set DittaCorrente;GetImpostazioni;"),
+            std::string::npos)
+      << servizio;
+  EXPECT_TRUE(servizio.ends_with(
+      "InviaMailDiretta;get ActiveInterface;set ActiveInterface;get InvioSMTP;put InvioSMTP;"))
+      << servizio;
+  EXPECT_EQ(servizio.find("(salto)"), std::string::npos) << servizio;
+}
+
+}  // namespace
+}  // namespace orve

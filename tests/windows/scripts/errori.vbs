@@ -1,0 +1,45 @@
+' What goes wrong in the caller's objects, and how the script sees it.
+Class Guasta
+  Public Function Execute(statement, quanti, opzione)
+    Err.Raise 1234, "Banca dati", "Connessione caduta: è grave"
+  End Function
+End Class
+
+Dim s, giornale
+Set s = WScript.CreateObject("ORVE_MAILSERVER.CLSFW_MAILSERVER", "Mail_")
+
+Sub Mail_BeforeSendMail(Oggetto, Corpo, DestinatariA, DestinatariCC, DestinatariCCn, Allegati)
+  Oggetto = "perduto"
+  Err.Raise 999, "Programma", "Non si invia"
+End Sub
+
+' An error of the connection goes on to the caller, with the procedure's name behind the description.
+Set s.ConnectionADO = Banco.Spia("ConnectionADO", New Guasta)
+On Error Resume Next
+s.GetImpostazioni
+Dim numero, sorgente, descrizione
+numero = Err.Number : sorgente = Err.Source : descrizione = Err.Description
+Err.Clear
+On Error GoTo 0
+Uguale "numero", CLng(numero), CLng(1234)
+Uguale "sorgente", sorgente, "Banca dati"
+If InStr(descrizione, "Connessione caduta: è grave") <> 1 Then Banco.Fallisce "descrizione: " & descrizione
+
+' An error of the handler ends the stage and is told to the person, the caller sees none.
+Set s.ConnectionADO = New Connessione
+s.ModalitaInvio = 0
+s.SrvMailInstallato = 77
+s.vOggetto = "Fattura"
+s.vFlagCorpo = 1
+s.vCorpoMail = "Corpo"
+Dim coll
+Set coll = CreateObject("ORVE_MAILSERVER.CollDestinatari")
+coll.Add "anna@x.example", "Anna"
+Set s.vCollDestinatari = coll
+giornale = Banco.Giornale
+s.AvviaProceduraInvio
+giornale = Banco.Giornale
+If InStr(giornale, "MostraMsg 999 Non si invia ORVE_MAILSERVER: CLSFW_MAILSERVER: GestioneEventoBeforeSendMail|0|") = 0 Then
+  Banco.Fallisce "messaggio dell'evento: " & giornale
+End If
+Uguale "l'oggetto resta", s.vOggetto, "Fattura"
