@@ -10,9 +10,10 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <ctime>
 #include <system_error>
 #include <utility>
+
+#include "posix/pipe_signal.h"
 
 namespace orve::adapters::mapi {
 
@@ -100,40 +101,6 @@ class SpawnPlan {
   posix_spawnattr_t attributes_{};
 };
 
-// Keeps a write to a pipe that nobody reads from raising SIGPIPE, which would end the whole application. The
-// disposition belongs to the application and stays; a signal that was pending already stays too.
-class PipeSignalHeld {
- public:
-  PipeSignalHeld() {
-    ::sigemptyset(&pipe_);
-    ::sigaddset(&pipe_, SIGPIPE);
-    pendingBefore_ = Pending();
-    ::pthread_sigmask(SIG_BLOCK, &pipe_, &before_);
-  }
-  PipeSignalHeld(const PipeSignalHeld&) = delete;
-  PipeSignalHeld& operator=(const PipeSignalHeld&) = delete;
-  PipeSignalHeld(PipeSignalHeld&&) = delete;
-  PipeSignalHeld& operator=(PipeSignalHeld&&) = delete;
-  ~PipeSignalHeld() {
-    constexpr timespec kAtOnce{};
-    while (!pendingBefore_ && Pending() && ::sigtimedwait(&pipe_, nullptr, &kAtOnce) < 0 && errno == EINTR) {
-    }
-    ::pthread_sigmask(SIG_SETMASK, &before_, nullptr);
-  }
-
- private:
-  static bool Pending() {
-    sigset_t pending;
-    ::sigemptyset(&pending);
-    ::sigpending(&pending);
-    return ::sigismember(&pending, SIGPIPE) == 1;
-  }
-
-  sigset_t pipe_{};
-  sigset_t before_{};
-  bool pendingBefore_ = false;
-};
-
 template <class TimePoint>
 int MillisecondsUntil(TimePoint deadline) {
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - TimePoint::clock::now()).count();
@@ -175,7 +142,7 @@ Child::~Child() {
 }
 
 Child::Written Child::Write(std::string_view bytes, Milliseconds stall) {
-  const PipeSignalHeld held;
+  const posix::PipeSignalHeld held;
   auto deadline = Clock::now() + stall;
   while (!bytes.empty()) {
     std::array<pollfd, 2> ends{{{input_.Number(), POLLOUT, 0}, {outputEnd_.Number(), POLLIN, 0}}};
