@@ -60,6 +60,13 @@ std::string Environment::Leggi(const std::string& nome) {
   return valore == nullptr ? std::string() : std::string(valore);
 }
 
+std::string NomeSenzaDominio(const std::string& nome) {
+  const std::size_t barra = nome.rfind('\\');
+  if (barra != std::string::npos) return nome.substr(barra + 1);
+  const std::size_t chiocciola = nome.find('@');
+  return chiocciola == 0 ? nome : nome.substr(0, chiocciola);
+}
+
 std::int32_t Rete::WNetGetUserA(std::string& buffer) {
   constexpr std::size_t kPrimaMisura = 1024;
   constexpr std::size_t kUltimaMisura = 1024UL * 1024UL;
@@ -72,7 +79,7 @@ std::int32_t Rete::WNetGetUserA(std::string& buffer) {
     spazio.resize(spazio.size() * 2);
   }
   if (esito != 0 || trovata == nullptr) return kNessunUtente;
-  const std::string nome = text::ToWindows1252(trovata->pw_name);
+  const std::string nome = text::ToWindows1252(NomeSenzaDominio(trovata->pw_name));
   if (nome.size() >= buffer.size()) return kBufferTroppoCorto;
   std::copy(nome.begin(), nome.end(), buffer.begin());
   buffer[nome.size()] = '\0';

@@ -31,8 +31,12 @@ class Environment : public host::Environment {
   [[nodiscard]] std::string Leggi(const std::string& nome) override;
 };
 
+/// The account name in the name that a machine in a domain has for a network user: "AZIENDA\\arossi" and
+/// "arossi@azienda.example" are "arossi".
+[[nodiscard]] std::string NomeSenzaDominio(const std::string& nome);
+
 /// The name of the user on whose behalf the process runs, from the system's user database; that is where a
-/// machine in a domain has its network users.
+/// machine in a domain has its network users. Without the domain.
 class Rete : public host::Rete {
  public:
   static constexpr std::int32_t kBufferTroppoCorto = 234;

@@ -109,6 +109,14 @@ TEST(Rete, TheUserNameStandsInTheBufferBeforeANul) {
   EXPECT_EQ(buffer, nome + '\0' + std::string(99 - nome.size(), ' '));
 }
 
+TEST(Rete, TheDomainIsNoPartOfTheName) {
+  EXPECT_EQ(NomeSenzaDominio("arossi"), "arossi");
+  EXPECT_EQ(NomeSenzaDominio("AZIENDA\\arossi"), "arossi");
+  EXPECT_EQ(NomeSenzaDominio("arossi@azienda.example"), "arossi");
+  EXPECT_EQ(NomeSenzaDominio("@"), "@");
+  EXPECT_EQ(NomeSenzaDominio(""), "");
+}
+
 TEST(Rete, ABufferThatIsTooShortStaysAsItWas) {
   std::string buffer = "x";
   EXPECT_EQ(Rete().WNetGetUserA(buffer), Rete::kBufferTroppoCorto);

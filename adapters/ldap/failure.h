@@ -1,0 +1,30 @@
+// What the directory, or the way to it, answered instead of a result.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "host/errore.h"
+
+namespace orve::adapters::ldap {
+
+/// The number of the error for a property that an object does not have.
+inline constexpr std::int32_t kNoProperty = -2147463155;
+
+/// Number 440 with an Italian description that names what went wrong, the protocol's own result code and the
+/// server's words.
+class LdapFailure : public host::Errore {
+ public:
+  /// `code`: a result code of the protocol, or a negative one of libldap's own. `words`: what the server or
+  /// the library adds; may hold anything and is made one line of plain text.
+  LdapFailure(int code, const std::string& words);
+
+  [[nodiscard]] int Code() const noexcept { return code_; }
+  [[nodiscard]] const std::string& Words() const noexcept { return words_; }
+
+ private:
+  int code_;
+  std::string words_;
+};
+
+}  // namespace orve::adapters::ldap

@@ -1,0 +1,176 @@
+#include "ldap/ldap_directory.h"
+
+#include <functional>
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "forms/record_set_in_memoria.h"
+#include "ldap/attribute_names.h"
+#include "ldap/failure.h"
+#include "ldap/query.h"
+#include "ldap/session.h"
+#include "text/text.h"
+
+namespace orve::adapters::ldap {
+
+namespace {
+
+constexpr const char* kNamingContext = "defaultNamingContext";
+constexpr const char* kNamingContexts = "namingContexts";  // what every directory has
+constexpr const char* kAnyObject = "(objectClass=*)";
+constexpr std::int32_t kClosedObject = forms::RecordSetInMemoria::kOggettoChiuso;
+
+using SessionPtr = std::shared_ptr<Session>;
+
+class DirectoryObject : public host::DirectoryObject {
+ public:
+  /// Reads the entry, with the attributes that are likely to be asked for. Raises LdapFailure when it is not
+  /// there.
+  DirectoryObject(SessionPtr session, std::string name, std::string searchBase)
+      : session_(std::move(session)), name_(std::move(name)), searchBase_(std::move(searchBase)) {
+    Read(name_.empty() ? std::vector<std::string>{kNamingContext, kNamingContexts} : PersonAttributes());
+  }
+
+  [[nodiscard]] host::Variant Get(const std::string& attributo) override {
+    if (name_.empty() && text::EqualsIgnoreCase(attributo, kNamingContext)) return NamingContext();
+    const auto& values = Values(attributo);
+    if (values.empty()) Missing(attributo);
+    if (values.size() == 1) return values.front();
+    return host::Variant::Array(values.begin(), values.end());
+  }
+
+  [[nodiscard]] std::string ADsPath() override { return PathOfName(name_.empty() ? "rootDSE" : name_); }
+
+  /// Of an attribute with several values the first, in the order of the directory: the members of a person
+  /// are single ones.
+  [[nodiscard]] host::Variant Membro(const std::string& nome) override {
+    const auto& values = Values(AttributeOf(nome));
+    if (values.empty()) Missing(nome);
+    return values.front();
+  }
+
+ private:
+  [[noreturn]] static void Missing(const std::string& name) {
+    throw host::Errore(kNoProperty, "Directory", "L'oggetto non ha la proprietà " + name);
+  }
+
+  // A directory with a single tree needs no word on which one is meant.
+  host::Variant NamingContext() {
+    if (!searchBase_.empty()) return searchBase_;
+    if (const auto& values = Values(kNamingContext); !values.empty()) return values.front();
+    const auto& all = Values(kNamingContexts);
+    if (all.size() != 1) Missing(kNamingContext);
+    return all.front();
+  }
+
+  const std::vector<std::string>& Values(const std::string& attribute) {
+    const std::string key = text::FoldCase(attribute);
+    if (!known_.contains(key)) Read({attribute});
+    return known_[key];
+  }
+
+  void Read(const std::vector<std::string>& attributes) {
+    const auto found = session_->Search({name_, kAnyObject, attributes, Depth::kBase});
+    if (found.empty()) throw LdapFailure(kNoSuchObject, "");
+    for (const std::string& attribute : attributes) {
+      known_[text::FoldCase(attribute)] = found.front().Values(attribute);
+    }
+  }
+
+  static constexpr int kNoSuchObject = 32;
+
+  SessionPtr session_;
+  std::string name_;
+  std::string searchBase_;
+  std::map<std::string, std::vector<std::string>> known_;  // by folded name
+};
+
+host::Variant Column(const Entry& entry, const std::string& attribute) {
+  if (text::EqualsIgnoreCase(attribute, kPathAttribute)) return PathOfName(entry.name);
+  const auto values = entry.Values(AttributeOf(attribute));
+  return values.empty() ? host::Variant(host::Null{}) : host::Variant(values.front());
+}
+
+std::shared_ptr<host::RecordSet> Result(const Query& query, const std::vector<Entry>& entries) {
+  constexpr std::int32_t kNotGiven = host::RecordSetScollegato::kNonIndicato;
+  auto result = std::make_shared<forms::RecordSetInMemoria>();
+  for (const std::string& attribute : query.attributes) {
+    result->FieldsAppend(attribute, host::RecordSetScollegato::kTesto, 0, kNotGiven);
+  }
+  result->Open(kNotGiven, kNotGiven, kNotGiven);
+  for (const Entry& entry : entries) {
+    host::Variant::Array row;
+    for (const std::string& attribute : query.attributes) row.push_back(Column(entry, attribute));
+    result->AddNew(query.attributes, row);
+  }
+  if (!entries.empty()) result->MoveFirst();
+  return result;
+}
+
+}  // namespace
+
+struct LdapDirectory::Shared {
+  explicit Shared(LdapOptions chosen) : options(std::move(chosen)) {}
+
+  SessionPtr Connect() {
+    SessionPtr session = last.lock();
+    if (!session || session->Broken()) {
+      session = std::make_shared<Session>(options);
+      last = session;
+    }
+    return session;
+  }
+
+  LdapOptions options;
+  std::weak_ptr<Session> last;
+};
+
+namespace {
+
+class DirectoryConnection : public host::DirectoryConnection {
+ public:
+  explicit DirectoryConnection(std::function<SessionPtr()> connect) : connect_(std::move(connect)) {}
+
+  void Open(const std::string& /*origine*/) override { session_ = connect_(); }
+
+  [[nodiscard]] std::shared_ptr<host::RecordSet> Execute(const std::string& interrogazione) override {
+    if (!session_) throw host::Errore(kClosedObject, "Directory", "La connessione alla directory è chiusa");
+    const Query query = ReadQuery(interrogazione);
+    Query asked = query;
+    asked.attributes.clear();
+    for (const std::string& attribute : query.attributes) {
+      if (!text::EqualsIgnoreCase(attribute, kPathAttribute))
+        asked.attributes.push_back(AttributeOf(attribute));
+    }
+    return Result(query, session_->Search(asked));
+  }
+
+  [[nodiscard]] std::int32_t State() override { return session_ ? 1 : 0; }
+  void Close() override { session_.reset(); }
+
+ private:
+  std::function<SessionPtr()> connect_;
+  SessionPtr session_;
+};
+
+}  // namespace
+
+LdapDirectory::LdapDirectory(LdapOptions options) : shared_(std::make_shared<Shared>(std::move(options))) {
+  CheckOptions(shared_->options);
+}
+
+std::shared_ptr<host::DirectoryConnection> LdapDirectory::CreaConnessione() {
+  return std::make_shared<DirectoryConnection>([shared = shared_] { return shared->Connect(); });
+}
+
+std::shared_ptr<host::RecordSet> LdapDirectory::CreaRecordSet() {
+  return std::make_shared<forms::RecordSetInMemoria>();
+}
+
+std::shared_ptr<host::DirectoryObject> LdapDirectory::ApriOggetto(const std::string& percorso) {
+  std::string name = NameOfPath(percorso);
+  return std::make_shared<DirectoryObject>(shared_->Connect(), std::move(name), shared_->options.searchBase);
+}
+
+}  // namespace orve::adapters::ldap

@@ -1,0 +1,32 @@
+// The company's directory, asked over LDAP.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "host/directory.h"
+#include "ldap/ldap_options.h"
+
+namespace orve::adapters::ldap {
+
+class Session;
+
+class LdapDirectory : public host::Directory {
+ public:
+  /// Nothing is connected yet. Raises 5 when the options make no sense (session.h, CheckOptions).
+  explicit LdapDirectory(LdapOptions options);
+
+  /// Closed; `Open` connects, whatever source it is given, since the server stands in the options.
+  [[nodiscard]] std::shared_ptr<host::DirectoryConnection> CreaConnessione() override;
+  [[nodiscard]] std::shared_ptr<host::RecordSet> CreaRecordSet() override;
+  /// Connects if nothing that was handed out holds a connection any more. All objects and queries of one
+  /// look-up share one connection, which ends with the last of them. Raises LdapFailure, and 5 for a path
+  /// that is no "LDAP://..." one.
+  [[nodiscard]] std::shared_ptr<host::DirectoryObject> ApriOggetto(const std::string& percorso) override;
+
+ private:
+  struct Shared;
+  std::shared_ptr<Shared> shared_;
+};
+
+}  // namespace orve::adapters::ldap

@@ -1,0 +1,413 @@
+#include "ldap/session.h"
+
+#include <ldap.h>
+#include <poll.h>
+#include <sasl/sasl.h>
+#include <sys/time.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
+#include <optional>
+
+#include "ldap/failure.h"
+#include "posix/pipe_signal.h"
+#include "text/text.h"
+
+namespace orve::adapters::ldap {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::microseconds;
+using std::chrono::milliseconds;
+
+constexpr const char* kSystemAuthorities = "/etc/ssl/certs/ca-certificates.crt";
+constexpr int kMostEntries = 1000;
+constexpr milliseconds kFarewell{500};
+// Far more than eight attributes of a person; a length that a server merely claims must not take memory.
+constexpr ber_len_t kLargestAnswer = 4UL * 1024 * 1024;
+
+struct Freed {
+  void operator()(LDAPMessage* message) const noexcept { ::ldap_msgfree(message); }
+  void operator()(BerElement* element) const noexcept { ::ber_free(element, 0); }
+  void operator()(char* text) const noexcept { ::ldap_memfree(text); }
+  void operator()(berval** values) const noexcept { ::ldap_value_free_len(values); }
+};
+using Message = std::unique_ptr<LDAPMessage, Freed>;
+using Text = std::unique_ptr<char, Freed>;
+
+struct Server {
+  std::string url;  // scheme, host and port
+  bool implicitTls = false;
+};
+
+std::optional<Server> ReadServer(const std::string& text) {
+  Server server;
+  const std::size_t scheme = text.find("://");
+  if (scheme == std::string::npos) return std::nullopt;
+  server.implicitTls = text::EqualsIgnoreCase(text.substr(0, scheme), "ldaps");
+  if (!server.implicitTls && !text::EqualsIgnoreCase(text.substr(0, scheme), "ldap")) return std::nullopt;
+  std::string address = text.substr(scheme + 3);
+  if (!address.empty() && address.back() == '/') address.pop_back();
+  constexpr std::string_view kInAddress =
+      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789.-_:[]%";
+  if (address.empty() || address.find_first_not_of(kInAddress) != std::string::npos) return std::nullopt;
+  server.url = (server.implicitTls ? "ldaps://" : "ldap://") + address;
+  LDAPURLDesc* read = nullptr;
+  const bool valid = ::ldap_url_parse(server.url.c_str(), &read) == LDAP_URL_SUCCESS;
+  const bool complete = valid && read->lud_host != nullptr && *read->lud_host != '\0';
+  if (valid) ::ldap_free_urldesc(read);
+  return complete ? std::optional(server) : std::nullopt;
+}
+
+bool Encrypted(const LdapOptions& options) {
+  const auto server = ReadServer(options.server);
+  return options.startTls || (server && server->implicitTls);
+}
+
+timeval Duration(milliseconds time) {
+  const auto all = std::chrono::duration_cast<microseconds>(std::max(time, milliseconds(1))).count();
+  constexpr std::int64_t kSecond = 1'000'000;
+  return {static_cast<time_t>(all / kSecond), static_cast<suseconds_t>(all % kSecond)};
+}
+
+// Kerberos asks nothing; whatever a mechanism wants to know all the same gets its own default.
+int AnswerWithDefaults(LDAP* /*handle*/, unsigned /*flags*/, void* /*defaults*/, void* asked) {
+  for (auto* question = static_cast<sasl_interact_t*>(asked); question->id != SASL_CB_LIST_END; ++question) {
+    question->result = question->defresult != nullptr ? question->defresult : "";
+    question->len = static_cast<unsigned>(std::strlen(static_cast<const char*>(question->result)));
+  }
+  return LDAP_SUCCESS;
+}
+
+// The time until which the connection may go on. libldap itself waits with a limit for an answer to begin,
+// but without one for the rest of it and for the TLS handshake; so every read and write of its connection
+// passes here and waits no longer than this.
+class Deadline {
+ public:
+  void Begin(milliseconds time) { until_ = Clock::now() + time; }
+  [[nodiscard]] bool Passed() const { return passed_; }
+
+  /// Makes the connection wait in this way; `self` is a Deadline that outlives it.
+  static void Join(Sockbuf* connection, Deadline* self) {
+    static Sockbuf_IO layer = {Setup, Remove, Control, Read, Write, Close};
+    ::ber_sockbuf_add_io(connection, &layer, kBetweenSocketAndTls, self);
+  }
+
+ private:
+  static constexpr int kBetweenSocketAndTls = (LBER_SBIOD_LEVEL_PROVIDER + LBER_SBIOD_LEVEL_TRANSPORT) / 2;
+
+  static int Setup(Sockbuf_IO_Desc* at, void* self) {
+    at->sbiod_pvt = self;
+    return 0;
+  }
+  static int Remove(Sockbuf_IO_Desc* /*at*/) { return 0; }
+  static int Control(Sockbuf_IO_Desc* at, int option, void* argument) {
+    return LBER_SBIOD_CTRL_NEXT(at, option, argument);
+  }
+  static ber_slen_t Read(Sockbuf_IO_Desc* at, void* bytes, ber_len_t size) {
+    return Wait(at, POLLIN) ? LBER_SBIOD_READ_NEXT(at, bytes, size) : -1;
+  }
+  static ber_slen_t Write(Sockbuf_IO_Desc* at, void* bytes, ber_len_t size) {
+    return Wait(at, POLLOUT) ? LBER_SBIOD_WRITE_NEXT(at, bytes, size) : -1;
+  }
+  static int Close(Sockbuf_IO_Desc* /*at*/) { return 0; }
+
+  static bool Wait(Sockbuf_IO_Desc* at, short event) {
+    auto& self = *static_cast<Deadline*>(at->sbiod_pvt);
+    ber_socket_t socket = -1;
+    ::ber_sockbuf_ctrl(at->sbiod_sb, LBER_SB_OPT_GET_FD, &socket);
+    pollfd entry{socket, event, 0};
+    for (;;) {
+      const auto left = std::chrono::ceil<milliseconds>(self.until_ - Clock::now()).count();
+      const int ready = ::poll(&entry, 1, static_cast<int>(std::clamp<long long>(left, 0, kLongest)));
+      if (ready > 0) return true;
+      if (ready < 0 && errno == EINTR) continue;
+      self.passed_ = self.passed_ || ready == 0;
+      errno = ETIMEDOUT;
+      return false;
+    }
+  }
+
+  static constexpr long long kLongest = 1'000'000'000;
+
+  Clock::time_point until_ = Clock::now();
+  bool passed_ = false;
+};
+
+// What libldap calls when the connection stands and TLS has not begun.
+struct Connected : ldap_conncb {
+  explicit Connected(Deadline* deadline) : ldap_conncb{OnConnect, OnEnd, deadline} {}
+
+  static int OnConnect(LDAP* /*handle*/, Sockbuf* connection, LDAPURLDesc* /*server*/, sockaddr* /*address*/,
+                       ldap_conncb* self) {
+    ber_len_t largest = kLargestAnswer;
+    ::ber_sockbuf_ctrl(connection, LBER_SB_OPT_SET_MAX_INCOMING, &largest);
+    Deadline::Join(connection, static_cast<Deadline*>(self->lc_arg));
+    return 0;
+  }
+  static void OnEnd(LDAP* /*handle*/, Sockbuf* /*connection*/, ldap_conncb* /*self*/) {}
+};
+
+int ScopeOf(Depth depth) {
+  switch (depth) {
+    case Depth::kBase:
+      return LDAP_SCOPE_BASE;
+    case Depth::kOneLevel:
+      return LDAP_SCOPE_ONELEVEL;
+    default:
+      return LDAP_SCOPE_SUBTREE;
+  }
+}
+
+}  // namespace
+
+std::vector<std::string> Entry::Values(const std::string& attribute) const {
+  const auto found = std::find_if(attributes.begin(), attributes.end(), [&](const auto& one) {
+    return text::EqualsIgnoreCase(one.first, attribute);
+  });
+  return found != attributes.end() ? found->second : std::vector<std::string>();
+}
+
+void CheckOptions(const LdapOptions& options) {
+  const auto refuse = [](const std::string& description) {
+    throw host::Errore(host::kArgomentoNonValido, "Directory", description);
+  };
+  if (!ReadServer(options.server)) {
+    refuse("«" + options.server + "» non è l'indirizzo di una directory, come ldaps://server");
+  }
+  if (options.access != Access::kSimple) return;
+  if (!Encrypted(options)) refuse("La password della directory viaggerebbe in chiaro");
+  // A server takes a name without a password for an anonymous access, and says that all is well.
+  if (options.user.empty() || options.password.empty()) {
+    refuse("Per accedere alla directory servono nome utente e password");
+  }
+}
+
+class Session::Handle {
+ public:
+  explicit Handle(const LdapOptions& options) : options_(options) {
+    const auto server = ReadServer(options.server);
+    if (!server) throw LdapFailure(LDAP_PARAM_ERROR, "");
+    const posix::PipeSignalHeld held;
+    Require(::ldap_initialize(&handle_, server->url.c_str()));
+    try {
+      SetLimits();
+      SetTls();
+      deadline_.Begin(options_.connectTimeout);
+      Require(::ldap_connect(handle_));
+      if (!server->implicitTls && options.startTls) StartTls();
+      Bind();
+    } catch (...) {
+      ::ldap_unbind_ext(handle_, nullptr, nullptr);
+      throw;
+    }
+  }
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+  Handle(Handle&&) = delete;
+  Handle& operator=(Handle&&) = delete;
+  ~Handle() {
+    const posix::PipeSignalHeld held;
+    deadline_.Begin(kFarewell);
+    ::ldap_unbind_ext(handle_, nullptr, nullptr);
+  }
+
+  [[nodiscard]] bool Broken() const { return broken_; }
+
+  std::vector<Entry> Search(const Query& query) {
+    const posix::PipeSignalHeld held;
+    deadline_.Begin(options_.operationTimeout);
+    std::vector<std::string> names = query.attributes;
+    if (names.empty()) names.emplace_back(LDAP_NO_ATTRS);
+    std::vector<char*> wanted;
+    wanted.reserve(names.size() + 1);
+    for (std::string& name : names) wanted.push_back(name.data());
+    wanted.push_back(nullptr);
+    timeval limit{std::max<time_t>(Duration(options_.operationTimeout).tv_sec, 1), 0};
+    int id = 0;
+    Require(::ldap_search_ext(handle_, query.base.c_str(), ScopeOf(query.depth), query.filter.c_str(),
+                              wanted.data(), 0, nullptr, nullptr, &limit, kMostEntries, &id));
+    const Message answer = Answer(id);
+    RequireSuccess(answer.get(), LDAP_SIZELIMIT_EXCEEDED);
+    return Entries(answer.get());
+  }
+
+ private:
+  void Set(int option, const void* value) {
+    if (::ldap_set_option(handle_, option, value) != LDAP_OPT_SUCCESS) {
+      throw LdapFailure(LDAP_PARAM_ERROR, "option " + std::to_string(option));
+    }
+  }
+
+  void SetLimits() {
+    constexpr int kVersion = LDAP_VERSION3;
+    const timeval connect = Duration(options_.connectTimeout);
+    const timeval operation = Duration(options_.operationTimeout);
+    Set(LDAP_OPT_PROTOCOL_VERSION, &kVersion);
+    Set(LDAP_OPT_REFERRALS, LDAP_OPT_OFF);
+    Set(LDAP_OPT_RESTART, LDAP_OPT_ON);  // a signal of the application's ends no wait
+    Set(LDAP_OPT_NETWORK_TIMEOUT, &connect);
+    Set(LDAP_OPT_TIMEOUT, &operation);
+    Set(LDAP_OPT_CONNECT_CB, &connected_);
+    Set(LDAP_OPT_X_SASL_NOCANON, LDAP_OPT_ON);  // the name that was given, not what a name server makes of it
+  }
+
+  // The machine's own settings for LDAP may be laxer, so that nothing is left to them.
+  void SetTls() {
+    constexpr int kDemand = LDAP_OPT_X_TLS_DEMAND;
+    constexpr int kOldest = LDAP_OPT_X_TLS_PROTOCOL_TLS1_2;
+    constexpr int kClient = 0;
+    Set(LDAP_OPT_X_TLS_CACERTFILE, options_.caFile.empty() ? kSystemAuthorities : options_.caFile.c_str());
+    Set(LDAP_OPT_X_TLS_REQUIRE_CERT, &kDemand);
+    Set(LDAP_OPT_X_TLS_PROTOCOL_MIN, &kOldest);
+    if (::ldap_set_option(handle_, LDAP_OPT_X_TLS_NEWCTX, &kClient) != LDAP_OPT_SUCCESS) {
+      throw LdapFailure(LDAP_CONNECT_ERROR,
+                        "autorità " + (options_.caFile.empty() ? kSystemAuthorities : options_.caFile));
+    }
+  }
+
+  void StartTls() {
+    deadline_.Begin(options_.operationTimeout);
+    int id = 0;
+    Require(::ldap_extended_operation(handle_, LDAP_EXOP_START_TLS, nullptr, nullptr, nullptr, &id));
+    const Message answer = Answer(id);
+    RequireSuccess(answer.get());
+    deadline_.Begin(options_.connectTimeout);
+    Require(::ldap_install_tls(handle_));
+  }
+
+  void Bind() {
+    if (options_.access == Access::kKerberos) {
+      BindWithKerberos();
+      return;
+    }
+    deadline_.Begin(options_.operationTimeout);
+    const bool simple = options_.access == Access::kSimple;
+    berval password{simple ? options_.password.size() : 0, simple ? options_.password.data() : nullptr};
+    int id = 0;
+    Require(::ldap_sasl_bind(handle_, simple ? options_.user.c_str() : "", LDAP_SASL_SIMPLE, &password,
+                             nullptr, nullptr, &id));
+    RequireSuccess(Answer(id).get());
+  }
+
+  // What runs over TLS is not encrypted a second time; without TLS nothing goes unencrypted.
+  void BindWithKerberos() {
+    const bool encrypted = ::ldap_tls_inplace(handle_) != 0;
+    constexpr int kEndpoint = LDAP_OPT_X_SASL_CBINDING_TLS_ENDPOINT;
+    Set(LDAP_OPT_X_SASL_SECPROPS,
+        encrypted ? "noanonymous,noplain,minssf=0,maxssf=0" : "noanonymous,noplain,minssf=56");
+    if (encrypted) Set(LDAP_OPT_X_SASL_CBINDING, &kEndpoint);
+    deadline_.Begin(options_.operationTimeout);
+    const char* mechanism = nullptr;
+    Message answer;
+    int id = 0;
+    for (;;) {
+      const int code =
+          ::ldap_sasl_interactive_bind(handle_, nullptr, "GSSAPI", nullptr, nullptr, LDAP_SASL_QUIET,
+                                       AnswerWithDefaults, nullptr, answer.get(), &mechanism, &id);
+      if (code == LDAP_SUCCESS) return;
+      if (code != LDAP_SASL_BIND_IN_PROGRESS) Fail(code);
+      answer = Answer(id);
+    }
+  }
+
+  Message Answer(int id) {
+    timeval limit = Duration(options_.operationTimeout);
+    LDAPMessage* answer = nullptr;
+    const int kind = ::ldap_result(handle_, id, LDAP_MSG_ALL, &limit, &answer);
+    if (kind > 0) return Message(answer);
+    if (kind == 0) {
+      ::ldap_abandon_ext(handle_, id, nullptr, nullptr);
+      Fail(LDAP_TIMEOUT);
+    }
+    int code = LDAP_SERVER_DOWN;
+    ::ldap_get_option(handle_, LDAP_OPT_RESULT_CODE, &code);
+    Fail(code == LDAP_SUCCESS ? LDAP_SERVER_DOWN : code);
+  }
+
+  void RequireSuccess(LDAPMessage* answer, int allowed = LDAP_SUCCESS) {
+    int code = LDAP_OTHER;
+    char* words = nullptr;
+    const int parsed = ::ldap_parse_result(handle_, answer, &code, nullptr, &words, nullptr, nullptr, 0);
+    const Text owned(words);
+    if (parsed != LDAP_SUCCESS) Fail(parsed);
+    if (code != LDAP_SUCCESS && code != allowed) Fail(code, words != nullptr ? words : "");
+  }
+
+  void Require(int code) {
+    if (code != LDAP_SUCCESS) Fail(code);
+  }
+
+  [[noreturn]] void Fail(int code) {
+    char* words = nullptr;
+    if (handle_ != nullptr)
+      ::ldap_get_option(handle_, LDAP_OPT_DIAGNOSTIC_MESSAGE, static_cast<void*>(&words));
+    const Text owned(words);
+    Fail(code, words != nullptr ? words : "");
+  }
+
+  // A server may give back what it was told; the password goes no further.
+  [[noreturn]] void Fail(int code, const std::string& words) {
+    if (code < 0 && deadline_.Passed()) code = LDAP_TIMEOUT;
+    broken_ = broken_ || (code < 0 && code != LDAP_FILTER_ERROR);
+    throw LdapFailure(code,
+                      options_.password.empty() ? words : text::Replace(words, options_.password, "***"));
+  }
+
+  std::vector<Entry> Entries(LDAPMessage* answer) {
+    std::vector<Entry> entries;
+    for (LDAPMessage* one = ::ldap_first_entry(handle_, answer); one != nullptr;
+         one = ::ldap_next_entry(handle_, one)) {
+      entries.push_back(Read(one));
+    }
+    return entries;
+  }
+
+  Entry Read(LDAPMessage* message) {
+    Entry entry;
+    const Text name(::ldap_get_dn(handle_, message));
+    if (name) entry.name = name.get();
+    BerElement* place = nullptr;
+    Text attribute(::ldap_first_attribute(handle_, message, &place));
+    const std::unique_ptr<BerElement, Freed> owned(place);
+    for (; attribute; attribute.reset(::ldap_next_attribute(handle_, message, place))) {
+      entry.attributes.emplace_back(attribute.get(), Values(message, attribute.get()));
+    }
+    return entry;
+  }
+
+  std::vector<std::string> Values(LDAPMessage* message, const char* attribute) {
+    std::vector<std::string> values;
+    const std::unique_ptr<berval*, Freed> found(::ldap_get_values_len(handle_, message, attribute));
+    for (berval** one = found.get(); one != nullptr && *one != nullptr; one = std::next(one)) {
+      values.emplace_back((*one)->bv_val, (*one)->bv_len);
+    }
+    return values;
+  }
+
+  LdapOptions options_;
+  Deadline deadline_;
+  Connected connected_{&deadline_};
+  LDAP* handle_ = nullptr;
+  bool broken_ = false;
+};
+
+Session::Session(const LdapOptions& options) : handle_(std::make_unique<Handle>(options)) {}
+
+Session::~Session() = default;
+
+std::vector<Entry> Session::Search(const Query& query) {
+  return handle_->Search(query);
+}
+
+bool Session::Broken() const {
+  return handle_->Broken();
+}
+
+}  // namespace orve::adapters::ldap

@@ -1,0 +1,525 @@
+// The look-up of the person at the machine, and the operations beneath it, against a real directory server
+// and against servers that misbehave.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "addressing/active_directory.h"
+#include "fakes/errori.h"
+#include "ldap/failure.h"
+#include "ldap/ldap_directory.h"
+#include "support/certificates.h"
+#include "support/ldap_server.h"
+#include "support/scripted_server.h"
+#include "support/temp_dir.h"
+
+namespace orve::adapters::ldap {
+
+namespace {
+
+using fakes::ErroreDi;
+using MDL_ACTIVEDIRECTORY::DatiUtenteDirectory;
+using MDL_ACTIVEDIRECTORY::GetDatiUtenteDirectory;
+using std::chrono::milliseconds;
+using support::LdapServer;
+using support::LdapServerOptions;
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+using namespace std::string_literals;
+
+constexpr auto kLong = milliseconds(30'000);
+constexpr auto kShort = milliseconds(300);
+// No wait may come near it; a loaded machine may.
+constexpr auto kFarTooLong = std::chrono::seconds(20);
+
+const std::vector<std::string> kNothing(8);
+
+class Directory : public ::testing::Test {
+ protected:
+  /// With encryption on offer, under a certificate for 127.0.0.1.
+  LdapServerOptions Encrypted(const std::string& names = "IP:127.0.0.1", bool expired = false) {
+    LdapServerOptions server;
+    const support::Certificate issued = authority.Issue("server", names, expired);
+    server.certificate = issued.certificate;
+    server.key = issued.key;
+    return server;
+  }
+
+  /// As the reader, with the password.
+  LdapOptions AsReader(const std::string& url) const {
+    LdapOptions options;
+    options.server = url;
+    options.caFile = authority.CaFile().string();
+    options.access = Access::kSimple;
+    options.user = LdapServer::kReader;
+    options.password = LdapServer::kPassword;
+    options.connectTimeout = kLong;
+    options.operationTimeout = kLong;
+    return options;
+  }
+
+  static LdapOptions Anonymous(const std::string& url) {
+    LdapOptions options;
+    options.server = url;
+    options.startTls = false;
+    options.access = Access::kAnonymous;
+    options.connectTimeout = kLong;
+    options.operationTimeout = kLong;
+    return options;
+  }
+
+  bool LookUp(const LdapOptions& options, const std::string& user = "arossi") {
+    LdapDirectory directory(options);
+    return GetDatiUtenteDirectory(directory, user, person);
+  }
+
+  /// What the first step of a look-up raises.
+  static std::optional<LdapFailure> FailureOf(const LdapOptions& options,
+                                              const std::string& path = "LDAP://rootDSE") {
+    LdapDirectory directory(options);
+    try {
+      static_cast<void>(directory.ApriOggetto(path));
+    } catch (const LdapFailure& failure) {
+      return failure;
+    }
+    return std::nullopt;
+  }
+
+  std::vector<std::string> Fields() const {
+    return {person.FirstName, person.LastName,        person.EmployeeID, person.Title,
+            person.Division,  person.TelephoneNumber, person.FaxNumber,  person.EmailAddress};
+  }
+
+  support::TempDir folder;
+  support::TestAuthority authority{folder.Path()};
+  DatiUtenteDirectory person;
+};
+
+support::ScriptedServer Silent() {
+  return support::ScriptedServer({ThenStall(support::Say(""))});
+}
+
+std::string Url(const support::ScriptedServer& server, const std::string& scheme = "ldap") {
+  return scheme + "://127.0.0.1:" + std::to_string(server.Port());
+}
+
+}  // namespace
+
+TEST_F(Directory, APersonIsFoundWithAllThatTheDirectoryKnows) {
+  const LdapServer server(Encrypted());
+  EXPECT_TRUE(LookUp(AsReader(server.SecureUrl())));
+  EXPECT_THAT(Fields(), ElementsAre("Anna", "Rossi", "0042", "Responsabile", "Vendite", "+39 02 1234567",
+                                    "+39 02 7654321", "anna.rossi@azienda.example"));
+}
+
+TEST_F(Directory, AnLdapConnectionIsEncryptedWithStartTlsBeforeThePasswordTravels) {
+  LdapServerOptions options = Encrypted();
+  options.configuration = {"security simple_bind=128"};  // the server refuses a password in the clear
+  const LdapServer server(options);
+  EXPECT_TRUE(LookUp(AsReader(server.Url())));
+  EXPECT_EQ(person.EmailAddress, "anna.rossi@azienda.example");
+}
+
+TEST_F(Directory, TheAccountNameIsComparedWithoutCase) {
+  const LdapServer server(Encrypted());
+  EXPECT_TRUE(LookUp(AsReader(server.SecureUrl()), "ARossi"));
+  EXPECT_EQ(person.LastName, "Rossi");
+}
+
+TEST_F(Directory, NobodyFoundLeavesTheRecordEmptyAndTheLookUpTrue) {
+  const LdapServer server(Encrypted());
+  for (const char* user : {"nessuno", "", "stampante$"}) {
+    EXPECT_TRUE(LookUp(AsReader(server.SecureUrl()), user)) << user;
+    EXPECT_EQ(Fields(), kNothing) << user;
+  }
+}
+
+TEST_F(Directory, OfTwoFoundTheFirstCounts) {
+  const LdapServer server(Encrypted());
+  LdapDirectory directory(AsReader(server.SecureUrl()));
+  const auto connection = directory.CreaConnessione();
+  connection->Open("Data Source=Active Directory Provider;Provider=ADsDSOObject");
+  const auto found =
+      connection->Execute("<LDAP://dc=azienda,dc=example>;(samaccountName=cneri);adsPath,mail;subTree");
+  ASSERT_FALSE(found->Eof());
+  const std::string first = host::Leggi(*found, "mail").ToText();
+  found->MoveNext();
+  ASSERT_FALSE(found->Eof());
+  EXPECT_NE(host::Leggi(*found, "mail").ToText(), first);
+  found->MoveNext();
+  EXPECT_TRUE(found->Eof());
+
+  EXPECT_TRUE(LookUp(AsReader(server.SecureUrl()), "cneri"));
+  EXPECT_EQ(person.EmailAddress, first);
+}
+
+TEST_F(Directory, AnAttributeThatThePersonDoesNotHaveLeavesItsFieldAndTheOthersAreFilled) {
+  const LdapServer server(Encrypted());
+  person.EmailAddress = "prima@azienda.example";
+  EXPECT_TRUE(LookUp(AsReader(server.SecureUrl()), "bverdi"));
+  EXPECT_THAT(Fields(), ElementsAre("Bruno", "Verdi", "", "", "", "", "", "prima@azienda.example"));
+}
+
+TEST_F(Directory, ANameOfEveryKindOfCharacterIsFollowedToItsEntry) {
+  const LdapServer server(Encrypted());
+  EXPECT_TRUE(LookUp(AsReader(server.SecureUrl()), "ndangio"));
+  EXPECT_EQ(person.FirstName, "Nicolò");
+  EXPECT_EQ(person.LastName, "D'Angiò");
+}
+
+TEST_F(Directory, OfSeveralAddressesTheFirstIsTaken) {
+  const LdapServer server(Encrypted());
+  EXPECT_TRUE(LookUp(AsReader(server.SecureUrl()), "ndangio"));
+  EXPECT_EQ(person.EmailAddress, "primo@azienda.example");
+}
+
+TEST_F(Directory, AnObjectGivesItsOtherAttributesOnRequest) {
+  const LdapServer server(Encrypted());
+  LdapDirectory directory(AsReader(server.SecureUrl()));
+  const auto anna = directory.ApriOggetto("LDAP://cn=Anna Rossi,ou=Vendite,dc=azienda,dc=example");
+  EXPECT_EQ(anna->Get("samAccountName").ToText(), "arossi");
+  EXPECT_TRUE(anna->Get("memberOf") ==
+              host::Variant(host::Variant::Array{"cn=Venditori,dc=azienda,dc=example",
+                                                 "cn=Tutti,dc=azienda,dc=example"}));
+  EXPECT_EQ(anna->Membro("emailaddress").ToText(), "anna.rossi@azienda.example");
+  EXPECT_EQ(anna->ADsPath(), "LDAP://cn=Anna Rossi,ou=Vendite,dc=azienda,dc=example");
+  EXPECT_EQ(fakes::NumeroDi([&] { static_cast<void>(anna->Get("uid")); }), kNoProperty);
+  EXPECT_EQ(fakes::NumeroDi([&] { static_cast<void>(anna->Membro("Division2")); }), kNoProperty);
+}
+
+TEST_F(Directory, AnObjectThatIsNotThereIsAnError) {
+  const LdapServer server(Encrypted());
+  const auto failure = FailureOf(AsReader(server.SecureUrl()), "LDAP://cn=Nessuno,dc=azienda,dc=example");
+  ASSERT_TRUE(failure);
+  EXPECT_EQ(failure->Code(), 32);
+  EXPECT_EQ(failure->Numero(), host::kErroreAutomazione);
+}
+
+TEST_F(Directory, ADirectoryThatNamesNoTreeIsAskedForItsOnlyOne) {
+  LdapServerOptions options = Encrypted();
+  options.namesItsTree = false;
+  const LdapServer server(options);
+  EXPECT_TRUE(LookUp(AsReader(server.SecureUrl())));
+  EXPECT_EQ(person.FirstName, "Anna");
+}
+
+TEST_F(Directory, OfSeveralTreesTheOptionsNameOne) {
+  LdapServerOptions options = Encrypted();
+  options.namesItsTree = false;
+  options.twoTrees = true;
+  const LdapServer server(options);
+  EXPECT_FALSE(LookUp(AsReader(server.SecureUrl())));
+  EXPECT_EQ(Fields(), kNothing);
+
+  LdapOptions chosen = AsReader(server.SecureUrl());
+  chosen.searchBase = "ou=Vendite,dc=azienda,dc=example";
+  EXPECT_TRUE(LookUp(chosen));
+  EXPECT_EQ(person.FirstName, "Anna");
+}
+
+TEST_F(Directory, TheSearchStaysBelowItsBase) {
+  const LdapServer server(Encrypted());
+  LdapOptions chosen = AsReader(server.SecureUrl());
+  chosen.searchBase = "ou=Vendite,dc=azienda,dc=example";
+  EXPECT_TRUE(LookUp(chosen, "lettore"));
+  EXPECT_EQ(Fields(), kNothing);
+}
+
+TEST_F(Directory, AWrongPasswordIsRefusedAndStandsInNoText) {
+  const LdapServer server(Encrypted());
+  LdapOptions wrong = AsReader(server.SecureUrl());
+  wrong.password = "password-sbagliata";
+  EXPECT_FALSE(LookUp(wrong));
+  EXPECT_EQ(Fields(), kNothing);
+  const auto failure = FailureOf(wrong);
+  ASSERT_TRUE(failure);
+  EXPECT_EQ(failure->Code(), 49);
+  EXPECT_THAT(failure->Descrizione(),
+              AllOf(HasSubstr("rifiuta nome utente o password"), Not(HasSubstr("password-sbagliata"))));
+}
+
+TEST_F(Directory, AServerThatGivesThePasswordBackDoesNotSpreadIt) {
+  // A refusal (LDAP 49) of the bind that says "no: segreta-del-lettore"; TLS is not what this is about.
+  const std::string words = "no: segreta-del-lettore";
+  std::string answer("\x30\x00\x02\x01\x01\x61\x00\x0a\x01\x31\x04\x00\x04\x00", 14);
+  answer.back() = static_cast<char>(words.size());
+  answer += words;
+  answer[6] = static_cast<char>(answer.size() - 7);
+  answer[1] = static_cast<char>(answer.size() - 2);
+  support::ScriptedServer server({ThenStall(support::Say(answer))});
+  LdapOptions options = Anonymous(Url(server));
+  options.password = LdapServer::kPassword;
+  const auto failure = FailureOf(options);
+  ASSERT_TRUE(failure);
+  EXPECT_EQ(failure->Code(), 49);
+  EXPECT_EQ(failure->Words(), "no: ***");
+}
+
+TEST_F(Directory, AnAnonymousAskerMayReadTheRootAndNothingElse) {
+  const LdapServer server;
+  EXPECT_FALSE(FailureOf(Anonymous(server.Url())));
+  EXPECT_FALSE(LookUp(Anonymous(server.Url())));
+  EXPECT_EQ(Fields(), kNothing);
+}
+
+TEST_F(Directory, AServerThatIsNotThereIsAnErrorAtOnce) {
+  std::string url;
+  {
+    const LdapServer server(Encrypted());
+    url = server.SecureUrl();
+  }
+  EXPECT_FALSE(LookUp(AsReader(url)));
+  const auto failure = FailureOf(AsReader(url));
+  ASSERT_TRUE(failure);
+  EXPECT_THAT(failure->Descrizione(), HasSubstr("non è raggiungibile"));
+}
+
+TEST_F(Directory, ASilentServerIsGivenUpAfterItsTime) {
+  for (const bool startTls : {false, true}) {
+    support::ScriptedServer server = Silent();
+    LdapOptions options = Anonymous(Url(server));
+    options.startTls = startTls;
+    options.caFile = authority.CaFile().string();
+    options.operationTimeout = kShort;
+    const auto begin = std::chrono::steady_clock::now();
+    const auto failure = FailureOf(options);
+    ASSERT_TRUE(failure);
+    EXPECT_EQ(failure->Code(), -5);
+    EXPECT_THAT(failure->Descrizione(), HasSubstr("non ha risposto in tempo"));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, kFarTooLong);
+  }
+}
+
+TEST_F(Directory, ASilentServerBehindTlsIsGivenUpAfterItsTime) {
+  support::ScriptedServer server = Silent();
+  LdapOptions options = AsReader(Url(server, "ldaps"));
+  options.connectTimeout = kShort;
+  const auto begin = std::chrono::steady_clock::now();
+  const auto failure = FailureOf(options);
+  ASSERT_TRUE(failure);
+  EXPECT_THAT(failure->Descrizione(), HasSubstr("non ha risposto in tempo"));
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, kFarTooLong);
+}
+
+TEST_F(Directory, AServerThatPromisesStartTlsAndFallsSilentIsGivenUpAfterItsTime) {
+  const std::string promise("\x30\x0c\x02\x01\x01\x78\x07\x0a\x01\x00\x04\x00\x04\x00", 14);
+  support::ScriptedServer server({ThenStall(support::Say(promise))});
+  LdapOptions options = AsReader(Url(server));
+  options.connectTimeout = kShort;
+  const auto begin = std::chrono::steady_clock::now();
+  const auto failure = FailureOf(options);
+  ASSERT_TRUE(failure);
+  EXPECT_THAT(failure->Descrizione(), HasSubstr("non ha risposto in tempo"));
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, kFarTooLong);
+}
+
+TEST_F(Directory, AServerThatStopsInTheMiddleOfAnAnswerIsGivenUpAfterItsTime) {
+  for (const std::string& begun : {"\x30"s, "\x30\x84\x00\x00\x00\x70\x02\x01"s}) {
+    support::ScriptedServer server({ThenStall(support::Say(begun))});
+    LdapOptions options = Anonymous(Url(server));
+    options.operationTimeout = kShort;
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_TRUE(FailureOf(options));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, kFarTooLong);
+  }
+}
+
+TEST_F(Directory, AServerThatClaimsAHugeAnswerGetsNoMemoryForIt) {
+  support::ScriptedServer server({ThenStall(support::Say("\x30\x84\x7f\xff\xff\xf0\x02\x01\x01"s))});
+  EXPECT_TRUE(FailureOf(Anonymous(Url(server))));
+  rusage use{};
+  ::getrusage(RUSAGE_SELF, &use);
+  EXPECT_LT(use.ru_maxrss, 1024 * 1024);
+}
+
+TEST_F(Directory, AServerThatSpeaksAnotherProtocolIsAnError) {
+  support::ScriptedServer server({ThenStall(support::Say("220 mail.example.test ESMTP"))});
+  LdapOptions options = Anonymous(Url(server));
+  options.operationTimeout = kShort;
+  EXPECT_TRUE(FailureOf(options));
+}
+
+TEST_F(Directory, AServerThatHangsUpIsAnErrorAndNoSignal) {
+  {
+    support::ScriptedServer server({ThenDrop(support::Say(""))});
+    EXPECT_TRUE(FailureOf(Anonymous(Url(server))));
+  }
+  LdapServer server;
+  LdapDirectory directory(Anonymous(server.Url()));
+  const auto root = directory.ApriOggetto("LDAP://rootDSE");
+  server.Stop();
+  for (const char* attribute : {"vendorName", "vendorVersion", "supportedExtension"}) {
+    EXPECT_TRUE(ErroreDi([&] { static_cast<void>(root->Get(attribute)); })) << attribute;
+  }
+}
+
+TEST_F(Directory, ADirectoryThatStopsBetweenTwoQuestionsIsGivenUpAndAskedAnewTheNextTime) {
+  const LdapServer server(Encrypted());
+  LdapOptions options = AsReader(server.SecureUrl());
+  options.operationTimeout = milliseconds(1'500);
+  LdapDirectory directory(options);
+  const auto root = directory.ApriOggetto("LDAP://rootDSE");
+  server.Freeze(true);
+  const auto error =
+      ErroreDi([&] { static_cast<void>(directory.ApriOggetto("LDAP://dc=azienda,dc=example")); });
+  server.Freeze(false);
+  ASSERT_TRUE(error);
+  EXPECT_THAT(error->Descrizione(), HasSubstr("non ha risposto in tempo"));
+  bool answered = false;  // a loaded machine may let the short limit pass again
+  for (int attempt = 0; attempt < 10 && !answered; ++attempt) {
+    answered = GetDatiUtenteDirectory(directory, "arossi", person);
+  }
+  EXPECT_TRUE(answered);
+  EXPECT_EQ(person.FirstName, "Anna");
+}
+
+struct BadCertificate {
+  const char* label;
+  const char* names;
+  bool expired;
+  bool otherAuthority;
+};
+
+class DirectoryWithBadCertificate : public Directory, public ::testing::WithParamInterface<BadCertificate> {};
+
+TEST_P(DirectoryWithBadCertificate, IsNotSpokenToInEitherWay) {
+  support::TempDir elsewhere;
+  const support::TestAuthority other(elsewhere.Path());
+  LdapServerOptions options = Encrypted(GetParam().names, GetParam().expired);
+  const LdapServer server(options);
+  for (const std::string& url : {server.SecureUrl(), server.Url()}) {
+    LdapOptions asked = AsReader(url);
+    if (GetParam().otherAuthority) asked.caFile = other.CaFile().string();
+    const auto failure = FailureOf(asked);
+    ASSERT_TRUE(failure) << url;
+    EXPECT_LT(failure->Code(), 0) << failure->Descrizione();
+    EXPECT_FALSE(LookUp(asked)) << url;
+  }
+  EXPECT_EQ(Fields(), kNothing);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, DirectoryWithBadCertificate,
+                         ::testing::Values(BadCertificate{"OtherName", "DNS:directory.example", false, false},
+                                           BadCertificate{"Expired", "IP:127.0.0.1", true, false},
+                                           BadCertificate{"UnknownAuthority", "IP:127.0.0.1", false, true}),
+                         [](const auto& one) { return std::string(one.param.label); });
+
+TEST_F(Directory, TheSystemsAuthoritiesCountWhenNoOthersAreNamed) {
+  const LdapServer server(Encrypted());
+  LdapOptions options = AsReader(server.SecureUrl());
+  options.caFile.clear();
+  EXPECT_TRUE(FailureOf(options));
+}
+
+TEST_F(Directory, TheMachinesLaxerSettingsForLdapDoNotCount) {
+  const std::string settings = folder.Write("ldaprc", "TLS_REQCERT never\n");
+  ASSERT_EQ(::setenv("LDAPTLS_REQCERT", "never", 1), 0);
+  ASSERT_EQ(::setenv("LDAPRC", settings.c_str(), 1), 0);
+  const LdapServer server(Encrypted("DNS:directory.example"));
+  const auto failure = FailureOf(AsReader(server.SecureUrl()));
+  ::unsetenv("LDAPTLS_REQCERT");
+  ::unsetenv("LDAPRC");
+  EXPECT_TRUE(failure);
+}
+
+TEST_F(Directory, AMissingFileOfAuthoritiesIsAnErrorThatNamesIt) {
+  const LdapServer server(Encrypted());
+  LdapOptions options = AsReader(server.SecureUrl());
+  options.caFile = "/nessun/file.pem";
+  const auto failure = FailureOf(options);
+  ASSERT_TRUE(failure);
+  EXPECT_THAT(failure->Descrizione(), HasSubstr("/nessun/file.pem"));
+}
+
+TEST_F(Directory, WithoutEncryptionOnOfferNoPasswordLeaves) {
+  const LdapServer server;  // offers none
+  const auto failure = FailureOf(AsReader(server.Url()));
+  ASSERT_TRUE(failure);
+  EXPECT_NE(failure->Code(), 49);
+}
+
+TEST_F(Directory, OptionsThatWouldSendAPasswordInTheClearAreRefusedAtOnce) {
+  LdapOptions clear = AsReader("ldap://127.0.0.1");
+  clear.startTls = false;
+  EXPECT_EQ(fakes::NumeroDi([&] { LdapDirectory{clear}; }), host::kArgomentoNonValido);
+  LdapOptions noPassword = AsReader("ldaps://127.0.0.1");
+  noPassword.password.clear();
+  EXPECT_EQ(fakes::NumeroDi([&] { LdapDirectory{noPassword}; }), host::kArgomentoNonValido);
+}
+
+TEST_F(Directory, AServerIsAnLdapAddressAndNothingElse) {
+  for (const char* url :
+       {"", "127.0.0.1", "http://x", "ldap://", "ldaps:///dc=x", "ldapi://%2ftmp%2fx", "ldap://a b",
+        "ldap://x ldap://y", "ldap://x/dc=y", "ldap://x:porta", "ldap://u@x"}) {
+    EXPECT_EQ(fakes::NumeroDi([&] { LdapDirectory{Anonymous(url)}; }), host::kArgomentoNonValido) << url;
+  }
+  for (const char* url : {"ldap://x", "LDAPS://dc1.azienda.example:3269", "ldap://[::1]:389/"}) {
+    EXPECT_EQ(fakes::NumeroDi([&] { LdapDirectory{Anonymous(url)}; }), 0) << url;
+  }
+}
+
+TEST_F(Directory, NothingIsConnectedBeforeTheFirstQuestionAndNothingStaysConnectedAfterTheLast) {
+  LdapServer server;
+  LdapDirectory directory(Anonymous(server.Url()));
+  const auto descriptors = [] {
+    const std::filesystem::directory_iterator all("/proc/self/fd");
+    return std::distance(begin(all), end(all));
+  };
+  const auto before = descriptors();
+  {
+    const auto root = directory.ApriOggetto("LDAP://rootDSE");
+    const auto again = directory.ApriOggetto("LDAP://rootDSE");
+    EXPECT_EQ(descriptors(), before + 1);
+  }
+  EXPECT_EQ(descriptors(), before);
+}
+
+TEST_F(Directory, AConnectionThatIsNotOpenCannotBeAsked) {
+  const LdapServer server(Encrypted());
+  LdapDirectory directory(AsReader(server.SecureUrl()));
+  const auto connection = directory.CreaConnessione();
+  const std::string query = "<LDAP://dc=azienda,dc=example>;(samaccountName=arossi);adsPath;subTree";
+  EXPECT_EQ(connection->State(), 0);
+  EXPECT_TRUE(ErroreDi([&] { static_cast<void>(connection->Execute(query)); }));
+  connection->Open("");
+  EXPECT_EQ(connection->State(), 1);
+  EXPECT_FALSE(connection->Execute(query)->Eof());
+  connection->Close();
+  EXPECT_EQ(connection->State(), 0);
+  EXPECT_TRUE(ErroreDi([&] { static_cast<void>(connection->Execute(query)); }));
+  EXPECT_EQ(directory.CreaRecordSet()->State(), 0);
+}
+
+TEST_F(Directory, AStarInTheNameFindsAsTheFilterSays) {
+  const LdapServer server(Encrypted());
+  EXPECT_TRUE(LookUp(AsReader(server.SecureUrl()), "aross*"));
+  EXPECT_EQ(person.LastName, "Rossi");
+  person = {};
+  EXPECT_FALSE(LookUp(AsReader(server.SecureUrl()), "x))(objectClass=*"));
+  EXPECT_EQ(Fields(), kNothing);
+}
+
+TEST_F(Directory, WithoutATicketKerberosIsAnErrorAndNotASilentAnonymousAccess) {
+  const LdapServer server(Encrypted());
+  ASSERT_EQ(::setenv("KRB5CCNAME", ("FILE:" + (folder.Path() / "none").string()).c_str(), 1), 0);
+  ASSERT_EQ(::setenv("KRB5_CLIENT_KTNAME", "FILE:/nessuna/chiave", 1), 0);
+  LdapOptions options = AsReader(server.SecureUrl());
+  options.access = Access::kKerberos;
+  const auto failure = FailureOf(options);
+  ::unsetenv("KRB5CCNAME");
+  ::unsetenv("KRB5_CLIENT_KTNAME");
+  ASSERT_TRUE(failure);
+  EXPECT_THAT(failure->Descrizione(), HasSubstr("Kerberos"));
+}
+
+}  // namespace orve::adapters::ldap

@@ -1,0 +1,131 @@
+#include "support/ldap_server.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <stdexcept>
+#include <thread>
+
+namespace orve::support {
+
+namespace {
+
+sockaddr_in Loopback(int port) {
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  address.sin_port = htons(static_cast<std::uint16_t>(port));
+  return address;
+}
+
+// A port that was free a moment ago; the server cannot say which one it has taken.
+int FreePort() {
+  const int probe = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in address = Loopback(0);
+  socklen_t size = sizeof address;
+  const bool bound = ::bind(probe, reinterpret_cast<sockaddr*>(&address), size) == 0 &&
+                     ::getsockname(probe, reinterpret_cast<sockaddr*>(&address), &size) == 0;
+  ::close(probe);
+  if (!bound) throw std::runtime_error("no free port");
+  return ntohs(address.sin_port);
+}
+
+bool Listens(int port) {
+  const int probe = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  const sockaddr_in address = Loopback(port);
+  const bool listens = ::connect(probe, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+  ::close(probe);
+  return listens;
+}
+
+bool Ended(pid_t pid) {
+  siginfo_t state{};
+  return ::waitid(P_PID, static_cast<id_t>(pid), &state, WEXITED | WNOHANG | WNOWAIT) != 0 ||
+         state.si_pid == pid;
+}
+
+std::string Configuration(const LdapServerOptions& options, const TempDir& directory) {
+  const std::string here = directory.Path().string();
+  std::string text;
+  for (const char* schema : {"core", "cosine", "inetorgperson"}) {
+    text += "include /etc/ldap/schema/" + std::string(schema) + ".schema\n";
+  }
+  text += "include " ORVE_SOURCE_DIR "/tests/support/person.schema\n";
+  text += "modulepath /usr/lib/ldap\nmoduleload back_mdb\npidfile " + here + "/slapd.pid\n";
+  if (!options.certificate.empty()) {
+    text += "TLSCertificateFile " + options.certificate.string() + "\nTLSCertificateKeyFile " +
+            options.key.string() + "\n";
+  }
+  if (options.namesItsTree) {
+    directory.Write("root.ldif",
+                    "dn:\nobjectClass: top\nobjectClass: extensibleObject\ndefaultNamingContext: " +
+                        std::string(LdapServer::kTree) + "\n");
+    text += "rootDSE " + here + "/root.ldif\n";
+  }
+  for (const std::string& line : options.configuration) text += line + "\n";
+  const auto tree = [&](const std::string& suffix, const std::string& folder) {
+    std::filesystem::create_directory(directory.Path() / folder);
+    text +=
+        "database mdb\nsuffix \"" + suffix + "\"\nmaxsize 16777216\ndbnosync\ndirectory " + here + "/" +
+        folder +
+        "\nindex objectClass,sAMAccountName eq\naccess to attrs=userPassword by anonymous auth by * none\n"
+        "access to * by users read by * none\n";
+  };
+  tree(LdapServer::kTree, "tree");
+  if (options.twoTrees) tree("dc=altra,dc=example", "other");
+  return text;
+}
+
+}  // namespace
+
+LdapServer::LdapServer(const LdapServerOptions& options) {
+  directory_.Write("slapd.conf", Configuration(options, directory_));
+  // A program of another path, so that rules which a machine lays on the installed one do not hold for it.
+  const std::string program = (directory_.Path() / "directory-server").string();
+  std::filesystem::copy_file("/usr/sbin/slapd", program);
+  Fill(program, ORVE_SOURCE_DIR "/tests/support/people.ldif");
+  if (!options.entries.empty()) Fill(program, directory_.Write("entries.ldif", options.entries));
+  constexpr int kAttempts = 5;
+  for (int attempt = 1; !Start(program, options); ++attempt) {
+    if (attempt == kAttempts) throw std::runtime_error("slapd did not start: " + process_->Output());
+  }
+}
+
+void LdapServer::Fill(const std::string& program, const std::string& file) const {
+  const ProcessResult filled = RunProgram(
+      {program, "-T", "add", "-f", (directory_.Path() / "slapd.conf").string(), "-b", kTree, "-l", file});
+  if (filled.status != 0) throw std::runtime_error("slapd could not be filled: " + filled.output);
+}
+
+bool LdapServer::Start(const std::string& program, const LdapServerOptions& options) {
+  port_ = FreePort();
+  securePort_ = options.certificate.empty() ? 0 : FreePort();
+  std::string urls = Url();
+  if (securePort_ != 0) urls += " " + SecureUrl();
+  std::vector<std::string> command = {"/usr/bin/env"};
+  command.insert(command.end(), options.environment.begin(), options.environment.end());
+  command.insert(command.end(),
+                 {program, "-d", "0", "-f", (directory_.Path() / "slapd.conf").string(), "-h", urls});
+  process_ = std::make_unique<Process>(command);
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+  while (!Listens(port_) || (securePort_ != 0 && !Listens(securePort_))) {
+    if (Ended(process_->Pid())) {
+      process_->Wait();
+      return false;
+    }
+    if (std::chrono::steady_clock::now() >= deadline) throw std::runtime_error("slapd does not listen");
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
+  return !Ended(process_->Pid());
+}
+
+void LdapServer::Freeze(bool frozen) const {
+  ::kill(process_->Pid(), frozen ? SIGSTOP : SIGCONT);
+}
+
+}  // namespace orve::support
