@@ -6,6 +6,7 @@
 #include "mapi/controls.h"
 #include "mapi/mapi32.h"
 #include "orve-mail/cifratore_sodium.h"
+#include "orve-mail/directory_osservata.h"
 #include "orve-mail/messaggi_terminale.h"
 #include "orve-mail/percorsi_host.h"
 #include "orve-mail/registro_tabella.h"
@@ -33,14 +34,16 @@ std::shared_ptr<adapters::smtp::ConnectionPool> CreaConnessioni(const adapters::
 AmbienteProgramma::AmbienteProgramma(Terminale terminale, std::shared_ptr<const Chiave> chiave,
                                      adapters::smtp::SmtpOptions smtp, std::string cartellaBase,
                                      OsservazioniPtr note, adapters::mapi::MapiOptions mapi,
-                                     std::shared_ptr<adapters::smtp::ConnectionPool> connessioni)
+                                     std::shared_ptr<adapters::smtp::ConnectionPool> connessioni,
+                                     const std::optional<adapters::ldap::LdapOptions>& directory)
     : terminale_(terminale),
       chiave_(std::move(chiave)),
       smtp_(std::move(smtp)),
       connessioni_(connessioni ? std::move(connessioni) : CreaConnessioni(smtp_)),
       posta_(std::make_shared<adapters::mapi::MailSystem>(std::move(mapi))),
       cartellaBase_(std::move(cartellaBase)),
-      note_(std::move(note)) {}
+      note_(std::move(note)),
+      directory_(ApriDirectory(directory, note_)) {}
 
 std::shared_ptr<host::Messaggi> AmbienteProgramma::CreaMessaggi() {
   return Osserva(std::make_shared<MessaggiTerminale>(terminale_), note_);

@@ -3,15 +3,16 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
 #include "host/ambiente.h"
+#include "ldap/ldap_options.h"
 #include "mapi/mail_system.h"
 #include "orve-mail/chiave.h"
 #include "orve-mail/osservatori.h"
 #include "orve-mail/terminale.h"
-#include "posix/directory_assente.h"
 #include "posix/orologio.h"
 #include "posix/sistema.h"
 #include "smtp/connection_pool.h"
@@ -28,11 +29,13 @@ class AmbienteProgramma : public host::Ambiente {
  public:
   /// The terminal's streams and trace must outlive the object. `cartellaBase` is the folder from which a
   /// relative configured path counts. `connessioni`: kept by the host for several of these objects; empty:
-  /// this one keeps its own.
+  /// this one keeps its own. Without a directory the library gets one that knows nobody. Raises 5 for a
+  /// directory whose options make no sense.
   AmbienteProgramma(Terminale terminale, std::shared_ptr<const Chiave> chiave,
                     adapters::smtp::SmtpOptions smtp, std::string cartellaBase, OsservazioniPtr note,
                     adapters::mapi::MapiOptions mapi = {},
-                    std::shared_ptr<adapters::smtp::ConnectionPool> connessioni = nullptr);
+                    std::shared_ptr<adapters::smtp::ConnectionPool> connessioni = nullptr,
+                    const std::optional<adapters::ldap::LdapOptions>& directory = std::nullopt);
 
   /// The register of sends goes there, whatever database the library works on.
   void RegistraIn(std::shared_ptr<adapters::sqlite::SqliteConnection> archivio) {
@@ -59,7 +62,7 @@ class AmbienteProgramma : public host::Ambiente {
   host::GeneratoreGuid& Identificatori() override { return identificatori_; }
   host::Environment& VariabiliDiAmbiente() override { return variabili_; }
   host::Rete& ReteDiSistema() override { return rete_; }
-  host::Directory& DirectoryAziendale() override { return directory_; }
+  host::Directory& DirectoryAziendale() override { return *directory_; }
 
  private:
   Terminale terminale_;
@@ -75,7 +78,7 @@ class AmbienteProgramma : public host::Ambiente {
   adapters::posix::GeneratoreGuid identificatori_;
   adapters::posix::Environment variabili_;
   adapters::posix::Rete rete_;
-  adapters::posix::DirectoryAssente directory_;
+  std::unique_ptr<host::Directory> directory_;
 };
 
 }  // namespace orve::app

@@ -44,9 +44,10 @@ void RichiediSchermo(const std::string& perche) {
 AmbienteFinestre::AmbienteFinestre(Terminale terminale, std::shared_ptr<const Chiave> chiave,
                                    adapters::smtp::SmtpOptions smtp, std::string cartellaBase,
                                    const OsservazioniPtr& note, adapters::mapi::MapiOptions mapi,
-                                   std::shared_ptr<adapters::smtp::ConnectionPool> connessioni)
+                                   std::shared_ptr<adapters::smtp::ConnectionPool> connessioni,
+                                   const std::optional<adapters::ldap::LdapOptions>& directory)
     : AmbienteProgramma(terminale, std::move(chiave), std::move(smtp), std::move(cartellaBase), note,
-                        std::move(mapi), std::move(connessioni)),
+                        std::move(mapi), std::move(connessioni), directory),
       note_(note),
       finestre_({.programma = kNome, .mostra = [note] { ++note->finestreMostrate; }}) {}
 

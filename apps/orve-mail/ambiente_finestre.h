@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "orve-mail/ambiente.h"
@@ -20,7 +21,8 @@ class AmbienteFinestre : public AmbienteProgramma {
   AmbienteFinestre(Terminale terminale, std::shared_ptr<const Chiave> chiave,
                    adapters::smtp::SmtpOptions smtp, std::string cartellaBase, const OsservazioniPtr& note,
                    adapters::mapi::MapiOptions mapi = {},
-                   std::shared_ptr<adapters::smtp::ConnectionPool> connessioni = nullptr);
+                   std::shared_ptr<adapters::smtp::ConnectionPool> connessioni = nullptr,
+                   const std::optional<adapters::ldap::LdapOptions>& directory = std::nullopt);
 
   /// Raises 429 without a display, and notes it.
   std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override;

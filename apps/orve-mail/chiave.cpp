@@ -11,6 +11,7 @@
 #include <system_error>
 #include <utility>
 
+#include "orve-mail/file_riservato.h"
 #include "orve-mail/uscita.h"
 
 namespace orve::app {
@@ -22,35 +23,10 @@ static_assert(Chiave::kByte == crypto_secretbox_KEYBYTES);
 constexpr std::string_view kIntestazione = "orve-mail-chiave-1:";
 constexpr std::size_t kCifre = sodium_base64_ENCODED_LEN(Chiave::kByte, sodium_base64_VARIANT_ORIGINAL) - 1;
 
+constexpr const char* kCosa = "File della chiave";
+
 [[noreturn]] void Inutilizzabile(const std::string& file, const std::string& motivo) {
-  throw ErroreProgramma(Uscita::kNonUtilizzabile, "File della chiave " + file + ": " + motivo);
-}
-
-class Descrittore {
- public:
-  Descrittore(const std::string& file, int modalita, mode_t permessi = 0)
-      : numero_(::open(file.c_str(), modalita | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permessi)) {
-    if (numero_ < 0) Inutilizzabile(file, std::generic_category().message(errno));
-  }
-  Descrittore(const Descrittore&) = delete;
-  Descrittore& operator=(const Descrittore&) = delete;
-  Descrittore(Descrittore&&) = delete;
-  Descrittore& operator=(Descrittore&&) = delete;
-  ~Descrittore() { ::close(numero_); }
-  [[nodiscard]] int Numero() const { return numero_; }
-
- private:
-  int numero_;
-};
-
-void RichiediRiservato(int descrittore, const std::string& file) {
-  struct stat stato {};
-  if (::fstat(descrittore, &stato) != 0) Inutilizzabile(file, std::generic_category().message(errno));
-  if (!S_ISREG(stato.st_mode)) Inutilizzabile(file, "non è un file");
-  if (stato.st_uid != ::geteuid() && stato.st_uid != 0) Inutilizzabile(file, "appartiene a un altro utente");
-  if ((stato.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
-    Inutilizzabile(file, "è accessibile ad altri utenti; impostare i permessi con: chmod 600");
-  }
+  throw ErroreProgramma(Uscita::kNonUtilizzabile, std::string(kCosa) + " " + file + ": " + motivo);
 }
 
 // Wipes a buffer that held key text on every way out.
@@ -85,13 +61,9 @@ Chiave Chiave::Nuova() {
 }
 
 Chiave Chiave::Leggi(const std::string& file) {
-  const Descrittore aperto(file, O_RDONLY);
-  RichiediRiservato(aperto.Numero(), file);
-  std::string testo(kIntestazione.size() + kCifre + 2, '\0');
+  std::string testo = LeggiFileRiservato(kCosa, file, kIntestazione.size() + kCifre + 2);
   const Cancellazione cancella(testo);
-  const ssize_t letti = ::read(aperto.Numero(), testo.data(), testo.size());
-  if (letti < 0) Inutilizzabile(file, std::generic_category().message(errno));
-  std::string_view contenuto(testo.data(), static_cast<std::size_t>(letti));
+  std::string_view contenuto(testo);
   if (!contenuto.empty() && contenuto.back() == '\n') contenuto.remove_suffix(1);
   const bool intestata = contenuto.substr(0, kIntestazione.size()) == kIntestazione;
   const std::string_view cifre = intestata ? contenuto.substr(kIntestazione.size()) : std::string_view();
@@ -119,7 +91,7 @@ void Chiave::Scrivi(const std::string& file) const {
   sodium_bin2base64(testo.data() + kIntestazione.size(), kCifre + 1, byte_.data(), kByte,
                     sodium_base64_VARIANT_ORIGINAL);
   testo.back() = '\n';
-  const Descrittore aperto(file, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, S_IRUSR | S_IWUSR);
+  const FileAperto aperto(kCosa, file, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, S_IRUSR | S_IWUSR);
   try {
     ScriviTutto(aperto.Numero(), testo, file);
     if (::fsync(aperto.Numero()) != 0) Inutilizzabile(file, std::generic_category().message(errno));

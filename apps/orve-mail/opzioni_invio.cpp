@@ -151,6 +151,7 @@ void AggiungiRete(CLI::App& comando, OpzioniInvio& opzioni) {
        "Comando a cui i canali MAPI affidano il messaggio (se manca: /usr/sbin/sendmail)", "PERCORSO");
   rete("--dialogo", opzioni.dialogo,
        "Scrive il dialogo con il server, senza password; - per lo standard error", "FILE");
+  AggiungiDirectory(comando, opzioni.directory);
 }
 
 RichiestaInvio LeggiRichiesta(const CLI::App& comando, const OpzioniInvio& opzioni, Terminale terminale) {
@@ -167,6 +168,11 @@ RichiestaInvio LeggiRichiesta(const CLI::App& comando, const OpzioniInvio& opzio
   }
   richiesta.smtp = OpzioniSmtp(comando, opzioni, terminale.errori);
   richiesta.mapi = OpzioniMapi(comando, opzioni);
+  richiesta.directory = LeggiDirectory(comando, opzioni.directory);
+  if (richiesta.directory && Indicata(comando, "--attesa-connessione"))
+    richiesta.directory->connectTimeout = Millisecondi(opzioni.attesaConnessione);
+  if (richiesta.directory && Indicata(comando, "--attesa-risposta"))
+    richiesta.directory->operationTimeout = Millisecondi(opzioni.attesaRisposta);
   return richiesta;
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "orve-mail/opzioni_directory.h"
 #include "orve-mail/spedizione.h"
 #include "orve-mail/terminale.h"
 
@@ -28,6 +29,7 @@ struct OpzioniInvio {
   std::string ca;
   std::string dialogo;
   std::string sendmail;
+  OpzioniDirectory directory;
   double attesaConnessione = 0;
   double attesaRisposta = 0;
 };
@@ -38,7 +40,8 @@ void AggiungiMessaggio(CLI::App& comando, OpzioniInvio& opzioni);
 void AggiungiData(CLI::App& comando, OpzioniInvio& opzioni);
 /// The database with its key, the company and the user.
 void AggiungiContesto(CLI::App& comando, OpzioniInvio& opzioni);
-/// Certificates, time limits, the sendmail command, and where the dialogue with the server goes.
+/// Certificates, time limits, the sendmail command, where the dialogue with the server goes, and the
+/// company's directory.
 void AggiungiRete(CLI::App& comando, OpzioniInvio& opzioni);
 
 /// The request, without recipients and mode; an option that the command does not have counts as not given.

@@ -28,6 +28,7 @@ struct Osservazioni {
   std::vector<RigaRegistro> registro;
   std::vector<std::string> erroriRegistro;
   std::vector<std::string> erroriDatabase;
+  std::vector<std::string> erroriDirectory;  // why the look-up of the sender ended; no trouble of the send
   std::vector<std::string> oggettiMancanti;  // that the library asked for and this machine cannot make
   int finestreMostrate = 0;
   std::string finestraNegata;  // why a window that the library asked for could not be opened

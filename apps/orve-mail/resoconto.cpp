@@ -128,6 +128,7 @@ std::vector<std::string> Dettagli(const Resoconto& resoconto) {
   elenca("registro degli errori non scritto: ", note.erroriLog);
   elenca("registro degli invii non scritto: ", note.erroriRegistro);
   elenca("database: ", note.erroriDatabase);
+  elenca("", note.erroriDirectory);
   elenca("oggetto non disponibile su questa macchina: ", note.oggettiMancanti);
   return dettagli;
 }

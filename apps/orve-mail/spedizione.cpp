@@ -52,7 +52,7 @@ class Spedizione {
         sede_(sede),
         ambiente_(std::make_shared<AmbienteFinestre>(terminale, sede.chiave, richiesta.smtp,
                                                      CartellaBase(richiesta.archivio), note_, richiesta.mapi,
-                                                     sede.connessioni)),
+                                                     sede.connessioni, richiesta.directory)),
         servizio_(ambiente_) {
     ambiente_->RegistraIn(sede.registro);
     if (richiesta.mittente) RichiediAccount(*sede.archivio.connessione, *richiesta.mittente, richiesta.pec);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/data_ora.h"
+#include "ldap/ldap_options.h"
 #include "mapi/mapi_options.h"
 #include "orve-mail/archivio.h"
 #include "orve-mail/chiave.h"
@@ -58,10 +59,11 @@ struct RichiestaInvio {
   std::string lista;  // identifier of the list that the message belongs to; empty: none
   adapters::smtp::SmtpOptions smtp;
   adapters::mapi::MapiOptions mapi;
+  std::optional<adapters::ldap::LdapOptions> directory;  // none: nobody is looked up
 };
 
-/// What all sends of one run share: the open database, its key, the register, the user, and the connections to
-/// servers. Raises ErroreProgramma (kNonUtilizzabile, kComandoErrato).
+/// What all sends of one run share: the open database, its key, the register, the user, and the connections
+/// to servers. Raises ErroreProgramma (kNonUtilizzabile, kComandoErrato).
 struct SedeInvio {
   SedeInvio(const PosizioneArchivio& posizione, const UtenteIndicato& indicato,
             const adapters::smtp::SmtpOptions& smtp);

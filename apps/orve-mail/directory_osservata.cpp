@@ -1,0 +1,66 @@
+#include "orve-mail/directory_osservata.h"
+
+#include <utility>
+
+#include "ldap/ldap_directory.h"
+#include "posix/directory_assente.h"
+
+namespace orve::app {
+
+namespace {
+
+template <class Passo>
+auto Annotando(const OsservazioniPtr& note, Passo&& passo) {
+  try {
+    return std::forward<Passo>(passo)();
+  } catch (const host::Errore& errore) {
+    note->erroriDirectory.push_back(errore.Descrizione());
+    throw;
+  }
+}
+
+class ConnessioneOsservata : public host::DirectoryConnection {
+ public:
+  ConnessioneOsservata(std::shared_ptr<host::DirectoryConnection> vera, OsservazioniPtr note)
+      : vera_(std::move(vera)), note_(std::move(note)) {}
+  void Open(const std::string& origine) override {
+    Annotando(note_, [&] { vera_->Open(origine); });
+  }
+  std::shared_ptr<host::RecordSet> Execute(const std::string& interrogazione) override {
+    return Annotando(note_, [&] { return vera_->Execute(interrogazione); });
+  }
+  std::int32_t State() override { return vera_->State(); }
+  void Close() override { vera_->Close(); }
+
+ private:
+  std::shared_ptr<host::DirectoryConnection> vera_;
+  OsservazioniPtr note_;
+};
+
+class DirectoryOsservata : public host::Directory {
+ public:
+  DirectoryOsservata(std::unique_ptr<host::Directory> vera, OsservazioniPtr note)
+      : vera_(std::move(vera)), note_(std::move(note)) {}
+  std::shared_ptr<host::DirectoryConnection> CreaConnessione() override {
+    return std::make_shared<ConnessioneOsservata>(vera_->CreaConnessione(), note_);
+  }
+  std::shared_ptr<host::RecordSet> CreaRecordSet() override { return vera_->CreaRecordSet(); }
+  std::shared_ptr<host::DirectoryObject> ApriOggetto(const std::string& percorso) override {
+    return Annotando(note_, [&] { return vera_->ApriOggetto(percorso); });
+  }
+
+ private:
+  std::unique_ptr<host::Directory> vera_;
+  OsservazioniPtr note_;
+};
+
+}  // namespace
+
+std::unique_ptr<host::Directory> ApriDirectory(const std::optional<adapters::ldap::LdapOptions>& opzioni,
+                                               OsservazioniPtr note) {
+  if (!opzioni) return std::make_unique<adapters::posix::DirectoryAssente>();
+  return std::make_unique<DirectoryOsservata>(std::make_unique<adapters::ldap::LdapDirectory>(*opzioni),
+                                              std::move(note));
+}
+
+}  // namespace orve::app

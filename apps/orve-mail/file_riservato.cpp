@@ -1,0 +1,50 @@
+#include "orve-mail/file_riservato.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+
+#include "orve-mail/uscita.h"
+
+namespace orve::app {
+
+namespace {
+
+[[noreturn]] void Inutilizzabile(const std::string& cosa, const std::string& file,
+                                 const std::string& motivo) {
+  throw ErroreProgramma(Uscita::kNonUtilizzabile, cosa + " " + file + ": " + motivo);
+}
+
+}  // namespace
+
+FileAperto::FileAperto(const std::string& cosa, const std::string& file, int modalita, mode_t permessi)
+    : numero_(::open(file.c_str(), modalita | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permessi)) {
+  if (numero_ < 0) Inutilizzabile(cosa, file, std::generic_category().message(errno));
+}
+
+FileAperto::~FileAperto() {
+  ::close(numero_);
+}
+
+std::string LeggiFileRiservato(const std::string& cosa, const std::string& file, std::size_t massimo) {
+  const FileAperto aperto(cosa, file, O_RDONLY);
+  struct stat stato {};
+  if (::fstat(aperto.Numero(), &stato) != 0)
+    Inutilizzabile(cosa, file, std::generic_category().message(errno));
+  if (!S_ISREG(stato.st_mode)) Inutilizzabile(cosa, file, "non è un file");
+  if (stato.st_uid != ::geteuid() && stato.st_uid != 0)
+    Inutilizzabile(cosa, file, "appartiene a un altro utente");
+  if ((stato.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
+    Inutilizzabile(cosa, file, "è accessibile ad altri utenti; impostare i permessi con: chmod 600");
+  }
+  std::string testo(massimo, '\0');
+  const ssize_t letti = ::read(aperto.Numero(), testo.data(), testo.size());
+  if (letti < 0) Inutilizzabile(cosa, file, std::generic_category().message(errno));
+  testo.resize(static_cast<std::size_t>(letti));
+  return testo;
+}
+
+}  // namespace orve::app
