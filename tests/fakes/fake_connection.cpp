@@ -87,17 +87,17 @@ class FakeRecordSet : public host::RecordSet {
 
 class FakeParameter : public host::Parameter {
  public:
-  FakeParameter(JournalPtr journal, std::string nomeParametro, const FakeConnection& connessione)
-      : nome(std::move(nomeParametro)), journal_(std::move(journal)), connessione_(connessione) {}
+  FakeParameter(JournalPtr journal, std::string nomeParametro)
+      : nome(std::move(nomeParametro)), journal_(std::move(journal)) {}
   host::Variant Value() const override {
     journal_->Add("Parameter.Value " + nome);
-    return connessione_.utenteConnessione;
+    return valore;
   }
   std::string nome;
+  host::Variant valore = host::Null{};  // until the command has run
 
  private:
   JournalPtr journal_;
-  const FakeConnection& connessione_;
 };
 
 class FakeCommand : public host::Command {
@@ -107,18 +107,25 @@ class FakeCommand : public host::Command {
   void CommandType(std::int32_t tipo) override {
     journal_->Add("Command.CommandType " + std::to_string(tipo));
   }
-  void CommandText(const std::string& testo) override { journal_->Add("Command.CommandText " + testo); }
+  void CommandText(const std::string& testo) override {
+    journal_->Add("Command.CommandText " + testo);
+    conTesto_ = true;
+  }
   std::shared_ptr<host::Parameter> CreateParameter(const std::string& nome, std::int32_t tipo,
                                                    std::int32_t direzione, std::int32_t lunghezza) override {
     journal_->Add("Command.CreateParameter " + nome + " " + std::to_string(tipo) + " " +
                   std::to_string(direzione) + " " + std::to_string(lunghezza));
-    return std::make_shared<FakeParameter>(journal_, nome, connessione_);
+    return std::make_shared<FakeParameter>(journal_, nome);
   }
   void ParametersAppend(const std::shared_ptr<host::Parameter>& parametro) override {
-    parametro_ = std::dynamic_pointer_cast<FakeParameter>(parametro);
-    journal_->Add("Command.Parameters.Append " + host::Richiesto(parametro_).nome);
+    auto aggiunto = std::dynamic_pointer_cast<FakeParameter>(parametro);
+    journal_->Add("Command.Parameters.Append " + host::Richiesto(aggiunto).nome);
+    parametro_ = std::move(aggiunto);
   }
-  void Execute() override { journal_->Add("Command.Execute"); }
+  void Execute() override {
+    journal_->Add("Command.Execute");
+    if (parametro_ && conTesto_) parametro_->valore = connessione_.utenteConnessione;
+  }
   std::shared_ptr<host::Parameter> ParametersItem(std::string_view nome) const override {
     journal_->Add("Command.Parameters.Item " + std::string(nome));
     return parametro_;
@@ -128,6 +135,7 @@ class FakeCommand : public host::Command {
   JournalPtr journal_;
   const FakeConnection& connessione_;
   std::shared_ptr<FakeParameter> parametro_;
+  bool conTesto_ = false;
 };
 
 constexpr std::string_view kExecute = "ConnectionADO.Execute ";

@@ -1,0 +1,93 @@
+// Each operation of an outside object fails once, in a whole send: what the calling program, the person, the
+// register, the events and the log see of it stands in tables/*.txt, one file for each kind of send. Such a
+// file names every operation of the send, in its order, with the outcome that its failure has; an operation
+// that is not in the table, or no more in the send, fails the test as well.
+//
+// The tables are what the system promises, and were written down from that and not from what it does.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "faults/prova.h"
+#include "faults/scene.h"
+
+namespace orve::faults {
+
+namespace {
+
+constexpr const char* kNessuna = "(no failure)";
+
+struct Tabella {
+  std::map<std::string, std::string> esiti;                     // by name
+  std::vector<std::pair<std::string, std::string>> operazioni;  // with the name of the outcome
+};
+
+// "[outcome]" and lines up to an empty one; then, behind "operations:", "operation => outcome".
+Tabella Leggi(const std::string& nome) {
+  std::ifstream file(ORVE_SOURCE_DIR "/tests/faults/tables/" + nome + ".txt");
+  if (!file) ADD_FAILURE() << "no table " << nome;
+  Tabella tabella;
+  std::string esito;
+  bool operazioni = false;
+  for (std::string riga; std::getline(file, riga);) {
+    if (riga.empty() || riga.front() == '#') {
+      esito.clear();
+    } else if (riga == "operations:") {
+      operazioni = true;
+    } else if (operazioni) {
+      const std::size_t freccia = riga.rfind(" => ");
+      if (freccia == std::string::npos) ADD_FAILURE() << nome << ": " << riga;
+      tabella.operazioni.emplace_back(riga.substr(0, freccia), riga.substr(freccia + 4));
+    } else if (riga.front() == '[') {
+      esito = riga.substr(1, riga.size() - 2);
+      tabella.esiti[esito];
+    } else {
+      tabella.esiti[esito] += riga + "\n";
+    }
+  }
+  return tabella;
+}
+
+std::string Unite(const std::vector<std::string>& righe) {
+  std::string testo;
+  for (const std::string& riga : righe) testo += riga + "\n";
+  return testo;
+}
+
+class EveryOperation : public ::testing::TestWithParam<Scena> {};
+
+TEST_P(EveryOperation, StandsInTheTable) {
+  const Corsa corsa = Corri(GetParam(), 0);
+  std::vector<std::string> attese;
+  for (const auto& [operazione, esito] : Leggi(GetParam().nome).operazioni) {
+    if (operazione != kNessuna) attese.push_back(operazione);
+  }
+  EXPECT_EQ(Unite(corsa.operazioni), Unite(attese));
+}
+
+TEST_P(EveryOperation, ThatFailsHasTheOutcomeOfTheTable) {
+  const Tabella tabella = Leggi(GetParam().nome);
+  std::set<std::string> usati;
+  for (std::size_t i = 0; i < tabella.operazioni.size(); ++i) {
+    const auto& [operazione, esito] = tabella.operazioni[i];
+    ASSERT_EQ(operazione == kNessuna, i == 0) << "the first row, and no other, is " << kNessuna;
+    ASSERT_TRUE(tabella.esiti.contains(esito)) << esito;
+    usati.insert(esito);
+    const Corsa corsa = Corri(GetParam(), i);
+    EXPECT_EQ(corsa.visto, tabella.esiti.at(esito)) << "failing: " << operazione;
+    EXPECT_EQ(corsa.rimasti, 0) << "failing: " << operazione;
+  }
+  for (const auto& [esito, testo] : tabella.esiti) EXPECT_TRUE(usati.contains(esito)) << esito;
+}
+
+INSTANTIATE_TEST_SUITE_P(Sends, EveryOperation, ::testing::ValuesIn(Scene()),
+                         [](const auto& scena) { return std::string(scena.param.nome); });
+
+}  // namespace
+
+}  // namespace orve::faults
