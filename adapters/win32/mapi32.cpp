@@ -14,7 +14,6 @@ namespace orve::win32 {
 
 namespace {
 
-constexpr const wchar_t* kLibreria = L"MAPI32.DLL";
 constexpr const char* kSorgente = "ORVE_MAILSERVER";
 enum : std::int32_t { kFileNonTrovato = 53, kIngressoNonTrovato = 453 };
 
@@ -23,22 +22,22 @@ using SendMail = ULONG(WINAPI*)(ULONG_PTR, ULONG_PTR, MapiMessageRecord*, SAFEAR
                                 ULONG);
 using Logoff = ULONG(WINAPI*)(ULONG_PTR, ULONG_PTR, ULONG, ULONG);
 
-HMODULE Libreria() {
+HMODULE Libreria(const std::wstring& nome) {
   // Never from the current folder, where anybody may have left a library of that name.
-  HMODULE libreria = LoadLibraryExW(kLibreria, nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+  HMODULE libreria = LoadLibraryExW(nome.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
   if (libreria == nullptr) {
-    throw host::Errore(kFileNonTrovato, kSorgente, "Impossibile trovare il file MAPI32.DLL");
+    throw host::Errore(kFileNonTrovato, kSorgente, "Impossibile trovare il file " + ToUtf8(nome));
   }
   return libreria;
 }
 
 template <class Funzione>
-Funzione Ingresso(const char* nome) {
-  const FARPROC ingresso = GetProcAddress(Libreria(), nome);
+Funzione Ingresso(const std::wstring& libreria, const char* nome) {
+  const FARPROC ingresso = GetProcAddress(Libreria(libreria), nome);
   if (ingresso == nullptr) {
     throw host::Errore(
         kIngressoNonTrovato, kSorgente,
-        std::string("Impossibile trovare il punto di ingresso ") + nome + " nella DLL MAPI32.DLL");
+        std::string("Impossibile trovare il punto di ingresso ") + nome + " nella DLL " + ToUtf8(libreria));
   }
   // The declared type of the library's function; the detour tells the compiler that it is meant.
   return reinterpret_cast<Funzione>(reinterpret_cast<void*>(ingresso));
@@ -172,7 +171,7 @@ void ControllaConto(std::int32_t conto, std::size_t elementi) {
 std::int32_t Mapi32Win32::MAPILogon(host::ManigliaMapi finestra, const std::string& profilo,
                                     const std::string& password, std::int32_t flags, std::int32_t riservato,
                                     host::ManigliaMapi& sessione) {
-  const auto funzione = Ingresso<Logon>("MAPILogon");
+  const auto funzione = Ingresso<Logon>(libreria_, "MAPILogon");
   std::string nome = ToSingleByte(profilo);
   std::string segreto = ToSingleByte(password);
   ULONG_PTR maniglia = sessione;
@@ -190,7 +189,7 @@ std::int32_t Mapi32Win32::BMAPISendMail(host::ManigliaMapi sessione, host::Manig
                                         std::int32_t riservato) {
   ControllaConto(messaggio.RecipCount, destinatari.size());
   ControllaConto(messaggio.FileCount, file.size());
-  const auto funzione = Ingresso<SendMail>("BMAPISendMail");
+  const auto funzione = Ingresso<SendMail>(libreria_, "BMAPISendMail");
   RecordMessaggio record(messaggio);
   ArrayDiRecord<MapiRecipRecord> elencoDestinatari(destinatari);
   ArrayDiRecord<MapiFileRecord> elencoFile(file);
@@ -202,7 +201,7 @@ std::int32_t Mapi32Win32::BMAPISendMail(host::ManigliaMapi sessione, host::Manig
 
 std::int32_t Mapi32Win32::MAPILogoff(host::ManigliaMapi sessione, host::ManigliaMapi finestra,
                                      std::int32_t flags, std::int32_t riservato) {
-  return static_cast<std::int32_t>(Ingresso<Logoff>("MAPILogoff")(
+  return static_cast<std::int32_t>(Ingresso<Logoff>(libreria_, "MAPILogoff")(
       sessione, finestra, static_cast<ULONG>(flags), static_cast<ULONG>(riservato)));
 }
 

@@ -9,7 +9,10 @@
 
 #include <oleauto.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <string>
+#include <utility>
 
 #include "host/mapi32.h"
 
@@ -55,8 +58,18 @@ static_assert(sizeof(MapiMessageRecord) == 36 && sizeof(MapiRecipRecord) == 24 &
               sizeof(MapiFileRecord) == 24);
 #endif
 
+static_assert(offsetof(MapiMessageRecord, Subject) == sizeof(void*) &&
+              offsetof(MapiMessageRecord, Flags) == 6 * sizeof(void*) &&
+              offsetof(MapiRecipRecord, Name) == 8 &&
+              offsetof(MapiRecipRecord, EIDSize) == 8 + 2 * sizeof(void*) &&
+              offsetof(MapiRecipRecord, EntryID) == 8 + 3 * sizeof(void*) &&
+              offsetof(MapiFileRecord, Position) == 8 &&
+              offsetof(MapiFileRecord, PathName) == 8 + sizeof(void*));
+
 class Mapi32Win32 final : public host::Mapi32 {
  public:
+  explicit Mapi32Win32(std::wstring libreria = L"MAPI32.DLL") : libreria_(std::move(libreria)) {}
+
   // Each raises 53 on a machine without the library, and 453 when the library lacks the function.
 
   std::int32_t MAPILogon(host::ManigliaMapi finestra, const std::string& profilo, const std::string& password,
@@ -68,6 +81,9 @@ class Mapi32Win32 final : public host::Mapi32 {
                              std::int32_t riservato) override;
   std::int32_t MAPILogoff(host::ManigliaMapi sessione, host::ManigliaMapi finestra, std::int32_t flags,
                           std::int32_t riservato) override;
+
+ private:
+  std::wstring libreria_;
 };
 
 }  // namespace orve::win32
