@@ -229,7 +229,10 @@ HRESULT DoppioCom::Invoke(DISPID membro, REFIID, LCID, WORD tipo, DISPPARAMS* pa
   } catch (const RifiutoCom& rifiuto) {
     return Riporta(rifiuto, eccezione);
   } catch (const host::Errore& errore) {
-    return Riporta({E_FAIL, static_cast<WORD>(errore.Numero()), win32::ToWide(errore.Sorgente()),
+    // A number of the language's own, or a code of the system.
+    const bool piccolo = errore.Numero() > 0 && errore.Numero() <= 0xFFFF;
+    return Riporta({piccolo ? E_FAIL : static_cast<HRESULT>(errore.Numero()),
+                    static_cast<WORD>(piccolo ? errore.Numero() : 0), win32::ToWide(errore.Sorgente()),
                     win32::ToWide(errore.Descrizione())},
                    eccezione);
   } catch (...) {
@@ -274,8 +277,12 @@ class Fabbrica : public IClassFactory {
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* esterno, REFIID iid, void** oggetto) override {
     *oggetto = nullptr;
     if (esterno != nullptr) return CLASS_E_NOAGGREGATION;
-    const auto fatto = crea_();
-    return fatto ? fatto->QueryInterface(iid, oggetto) : E_FAIL;
+    try {
+      const auto fatto = crea_();
+      return fatto ? fatto->QueryInterface(iid, oggetto) : E_FAIL;
+    } catch (...) {
+      return E_FAIL;
+    }
   }
   HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 

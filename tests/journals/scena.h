@@ -1,0 +1,36 @@
+// Whole sends of one application, from the settings to the release of the service, over whatever objects
+// stand outside. What the outside objects are asked for is the same on every platform, line by line.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "fakes/fake_ambiente.h"
+#include "fakes/fake_connection.h"
+#include "host/ambiente.h"
+
+namespace orve::journals {
+
+/// The outside of the service: at once the objects that it gets, and the fakes that in the end answer for
+/// them.
+struct Scena {
+  std::shared_ptr<fakes::FakeAmbiente> finto;
+  std::shared_ptr<fakes::FakeConnection> database;
+  std::shared_ptr<host::Ambiente> ambiente;
+  std::shared_ptr<host::Connection> connessione;
+  std::shared_ptr<host::InterfacciaHost> interfaccia;
+};
+
+/// The fakes, with the data of a company.
+[[nodiscard]] std::shared_ptr<fakes::FakeAmbiente> CreaFinto();
+[[nodiscard]] std::shared_ptr<fakes::FakeConnection> CreaDatabase(const fakes::JournalPtr& journal);
+
+/// Plays every send, and gives the journal: what came in under a heading for each send.
+[[nodiscard]] std::string Recita(const Scena& scena);
+
+/// Where a journal first differs from the one that every platform is held to, both lines told; empty when it
+/// does not. A journal that differs is left in the folder of the build, to be laid beside the other.
+[[nodiscard]] std::string Differenza(const std::string& visto, const std::string& cartellaDeiSorgenti,
+                                     const std::string& cartellaDiCostruzione);
+
+}  // namespace orve::journals
