@@ -5,6 +5,7 @@
 #include "win32/directory.h"
 #include "win32/dispatch.h"
 #include "win32/file_system.h"
+#include "win32/finestre/finestre.h"
 #include "win32/libreria_host.h"
 #include "win32/mapi32.h"
 #include "win32/posta.h"
@@ -17,6 +18,7 @@ namespace {
 class AmbienteWin32 final : public host::Ambiente {
  public:
   [[nodiscard]] std::shared_ptr<host::Messaggi> CreaMessaggi() override {
+    if (!ClasseRegistrata(classi::kMessaggi)) return finestre_.CreaMessaggi();
     return AvvolgiMessaggi(CreaOggetto(classi::kMessaggi));
   }
   [[nodiscard]] std::shared_ptr<host::FormatoData> CreaFormatoData() override {
@@ -59,6 +61,28 @@ class AmbienteWin32 final : public host::Ambiente {
     return AvvolgiParametri(CreaOggetto(classi::kParametri));
   }
 
+  [[nodiscard]] std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override {
+    return finestre_.CreaForm(layout);
+  }
+  [[nodiscard]] std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia() override {
+    return finestre_.CreaConfigurazioneGriglia();
+  }
+  [[nodiscard]] std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato() override {
+    return finestre_.CreaRecordSetScollegato();
+  }
+  [[nodiscard]] std::shared_ptr<host::SelettoreFile> CreaSelettoreFile() override {
+    if (!FileDelHost()) return finestre_.CreaSelettoreFile();
+    return AvvolgiSelettoreFile(CreaOggetto(classi::kSelettoreFile));
+  }
+  [[nodiscard]] std::shared_ptr<host::OggettoFile> CreaOggettoFile() override {
+    if (!FileDelHost()) return finestre_.CreaOggettoFile();
+    return AvvolgiOggettoFile(CreaOggetto(classi::kOggettoFile));
+  }
+  [[nodiscard]] std::shared_ptr<host::CollezioneFile> CreaCollezioneFile() override {
+    if (!FileDelHost()) return finestre_.CreaCollezioneFile();
+    return AvvolgiCollezioneFile(CreaOggetto(classi::kCollezioneFile));
+  }
+
   [[nodiscard]] host::Orologio& OrologioDiSistema() override { return orologio_; }
   [[nodiscard]] host::DebugOutput& UscitaDiDebug() override { return debug_; }
   [[nodiscard]] host::GeneratoreGuid& Identificatori() override { return guid_; }
@@ -67,6 +91,13 @@ class AmbienteWin32 final : public host::Ambiente {
   [[nodiscard]] host::Directory& DirectoryAziendale() override { return directory_; }
 
  private:
+  // The three work on each other: they are the host's all together, or none of them is.
+  [[nodiscard]] static bool FileDelHost() {
+    return ClasseRegistrata(classi::kSelettoreFile) && ClasseRegistrata(classi::kOggettoFile) &&
+           ClasseRegistrata(classi::kCollezioneFile);
+  }
+
+  adapters::win32::finestre::Finestre finestre_;
   OrologioWin32 orologio_;
   DebugOutputWin32 debug_;
   GeneratoreGuidWin32 guid_;

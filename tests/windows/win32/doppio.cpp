@@ -324,6 +324,11 @@ void ClasseCom::Registra(const CLSID& identificatore, std::function<win32::ComPt
   }
 }
 
+void DimenticaClasse(const std::wstring& nome) {
+  for (HKEY radice : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER})
+    RegDeleteTreeW(radice, (kClassi + nome).c_str());
+}
+
 ClasseCom::~ClasseCom() {
   CoRevokeClassObject(registrazione_);
   if (!nome_.empty()) RegDeleteTreeW(HKEY_LOCAL_MACHINE, (kClassi + nome_).c_str());

@@ -135,6 +135,9 @@ class ClasseCom {
   DWORD registrazione_ = 0;
 };
 
+/// The machine knows no class of this name any more, whoever has played it before.
+void DimenticaClasse(const std::wstring& nome);
+
 /// The apartment of a test's thread.
 class AppartamentoCom {
  public:

@@ -49,6 +49,17 @@ class MembriTest : public testing::Test {
     return 0;
   }
 
+  // Other tests of the same Wine may have left classes of the host behind.
+  MembriTest() {
+    for (const wchar_t* classe :
+         {classi::kOutlook, classi::kMAPISession, classi::kMAPIMessages, classi::kParametri,
+          classi::kRegistroInvio, classi::kMessaggi, classi::kFormatoData, classi::kFormatoNumero,
+          classi::kRisolutorePercorsi, classi::kCifratorePassword, classi::kSelettoreFile,
+          classi::kOggettoFile, classi::kCollezioneFile}) {
+      prova::DimenticaClasse(classe);
+    }
+  }
+
   prova::AppartamentoCom appartamento;
   prova::GiornaleCom giornale = std::make_shared<std::vector<std::string>>();
   std::shared_ptr<host::Ambiente> ambiente = CreaAmbienteWin32();
@@ -501,6 +512,66 @@ TEST_F(MembriTest, AControlThatLacksTheOddNameOfTheSessionRefusesIt) {
   const auto messaggi = Doppio("MAPIMessages", "SessionID");
   const prova::ClasseCom classe(L"MSMAPI.MAPIMessages", Da(messaggi));
   EXPECT_EQ(NumeroDellErrore([&] { ambiente->CreaMAPIMessages()->SessioneID(4711); }), 438);
+}
+
+TEST_F(MembriTest, TheHostsFileObjectsAreAskedWhereAllThreeAre) {
+  const auto scelto = Doppio("Scelto", "", "Chiudi CopiaIn Crea Apri ApriPercorso");
+  scelto->Membro("Nome", kLettura, prova::Valore("a.pdf"));
+  scelto->Membro("Esiste", kLettura, prova::Valore(true));
+  scelto->Membro("Percorso", kLettura, prova::Valore("C:\\a.pdf"));
+  scelto->Membro("Posizione", kLettura, prova::Valore(std::int16_t{1}));
+  const auto selettore = Doppio("Selettore", "Titolo", "Chiudi");
+  selettore->Membro("Mostra", kChiamata, prova::Valore(1));
+  selettore->Membro("FileScelto", kLettura, prova::Oggetto(scelto));
+  const auto collezione = Doppio("Collezione", "", "Clear Add Remove");
+  collezione->Membro("Count", kLettura, prova::Valore(1));
+  collezione->Membro("Item", kLettura, prova::Oggetto(scelto));
+  const prova::ClasseCom classeSelettore(classi::kSelettoreFile, Da(selettore));
+  const prova::ClasseCom classeFile(classi::kOggettoFile, Da(scelto));
+  const prova::ClasseCom classeCollezione(classi::kCollezioneFile, Da(collezione));
+
+  const auto finestra = ambiente->CreaSelettoreFile();
+  finestra->Titolo("Allega file");
+  EXPECT_EQ(finestra->Mostra(0), 1);
+  const auto file = finestra->FileScelto();
+  EXPECT_TRUE(file->Esiste());
+  EXPECT_EQ(file->Nome(), "a.pdf");
+  EXPECT_EQ(file->Posizione(), 1);
+  const auto copia = ambiente->CreaOggettoFile();
+  copia->Crea(8, "a.pdf", "", 0);
+  file->CopiaIn(copia, 0);
+  copia->Apri("a.pdf", "C:", 0);
+  copia->ApriPercorso("C:", "a.pdf", "", 0);
+  const auto elenco = ambiente->CreaCollezioneFile();
+  elenco->Add(file);
+  EXPECT_EQ(elenco->Count(), 1);
+  EXPECT_EQ(elenco->Item(0)->Percorso(), "C:\\a.pdf");
+  elenco->Remove(0);
+  elenco->Clear();
+  file->Chiudi();
+  finestra->Chiudi();
+  EXPECT_THAT(
+      *giornale,
+      ElementsAre("Selettore.Titolo scrittura (Allega file:8)", "Selettore.Mostra lettura (0:3)",
+                  "Selettore.FileScelto lettura", "Scelto.Esiste lettura", "Scelto.Nome lettura",
+                  "Scelto.Posizione lettura", "Scelto.Crea chiamata (8:3|a.pdf:8|:8|0:3)",
+                  "Scelto.CopiaIn chiamata ((oggetto):9|0:3)", "Scelto.Apri chiamata (a.pdf:8|C::8|0:3)",
+                  "Scelto.ApriPercorso chiamata (C::8|a.pdf:8|:8|0:3)",
+                  "Collezione.Add chiamata ((oggetto):9)", "Collezione.Count lettura",
+                  "Collezione.Item lettura (0:3)", "Scelto.Percorso lettura",
+                  "Collezione.Remove chiamata (0:3)", "Collezione.Clear chiamata", "Scelto.Chiudi chiamata",
+                  "Selettore.Chiudi chiamata"));
+}
+
+TEST_F(MembriTest, WithoutTheHostsFileObjectsTheSystemsOwnServe) {
+  const auto file = ambiente->CreaOggettoFile();
+  file->Apri("manca.pdf", "C:\\manca", 0);
+  EXPECT_FALSE(file->Esiste());
+  const auto elenco = ambiente->CreaCollezioneFile();
+  elenco->Add(file);
+  EXPECT_EQ(elenco->Item(0)->Percorso(), "C:\\manca\\manca.pdf");
+  EXPECT_NE(ambiente->CreaSelettoreFile(), nullptr);
+  EXPECT_NE(ambiente->CreaMessaggi(), nullptr);
 }
 
 TEST_F(MembriTest, AMachineWithoutAClassSaysSo) {
