@@ -205,6 +205,8 @@ CasellaCorpo::CasellaCorpo(Posto posto, const host::LayoutControllo& layout)
   Manda(EM_SETTEXTMODE, TM_PLAINTEXT | TM_MULTILEVELUNDO);
   Manda(EM_EXLIMITTEXT, 0, kSenzaLimite);
   Manda(EM_SETEVENTMASK, 0, ENM_CHANGE);
+  constexpr WORD kMargine = 3;  // to stand as the text of the other boxes does
+  Manda(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(kMargine, kMargine));
   Intercetta();
 }
 

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <fstream>
 #include <memory>
 #include <string>
 
@@ -53,10 +54,30 @@ orve::fakes::Riga Account() {
           {"CONSEGNA", std::int16_t{0}}};
 }
 
+// Once the window is there.
+std::string fileDelPosto;
+
+void CALLBACK ScriviPosto(HWND /*finestra*/, UINT /*messaggio*/, UINT_PTR orologio, DWORD /*ora*/) {
+  HWND finestra = GetActiveWindow();
+  if (finestra == nullptr || IsWindowVisible(finestra) == FALSE) return;
+  KillTimer(nullptr, orologio);
+  RECT interno = {};
+  GetClientRect(finestra, &interno);
+  POINT angolo = {0, 0};
+  ClientToScreen(finestra, &angolo);
+  std::ofstream(fileDelPosto) << angolo.x << ' ' << angolo.y << ' ' << interno.right << ' ' << interno.bottom
+                              << '\n';
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const std::string quale = argc > 1 ? argv[1] : "";
+  if (argc > 2) {
+    constexpr UINT kMillisecondi = 50;
+    fileDelPosto = argv[2];
+    SetTimer(nullptr, 0, kMillisecondi, ScriviPosto);
+  }
   const auto ambiente = std::make_shared<Ambiente>();
   ambiente->file = {{"C:\\Documenti\\fattura-12.pdf", ""}, {"C:\\Documenti\\listino-2026.pdf", ""}};
   const auto connessione = std::make_shared<orve::fakes::FakeConnection>(ambiente->journal);
@@ -75,7 +96,7 @@ int main(int argc, char** argv) {
     return 0;
   }
   if (quale != "invio") {
-    std::fputs("uso: mostra-finestre invio|parametri\n", stderr);
+    std::fputs("uso: mostra-finestre invio|parametri [FILE]\n", stderr);
     return 2;
   }
   auto& destinatari = *(servizio.vCollDestinatari = std::make_shared<orve::CollDestinatari>(ambiente));

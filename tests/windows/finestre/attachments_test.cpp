@@ -1,0 +1,172 @@
+// Attachments in the real window, on real files of Windows.
+#include <fstream>
+#include <iterator>
+
+#include "prova.h"
+#include "win32/finestre/oggetto_file.h"
+#include "win32/finestre/testo.h"
+
+namespace orve::adapters::win32::finestre {
+namespace {
+
+using host::Variant;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class Allegati : public FinestraVera {
+ protected:
+  Allegati() { Collezione().AddFromLista("anna@x.example", "Anna", "", 0); }
+
+  void Allega(const Vista& finestra, const std::string& percorso) {
+    finestra.Clicca("KVL_ALLEGA");
+    EXPECT_EQ(ScegliFile(programma, percorso), "Allega file");
+  }
+  static void Invia(const Vista& finestra) {
+    finestra.Clicca("cmd_Invia");
+    EXPECT_TRUE(Attendi([&] { return !finestra.Aperta(); }));
+  }
+  [[nodiscard]] std::vector<std::string> Consegnati() const {
+    std::vector<std::string> percorsi;
+    if (servizio->vElencoAllegati.IsEmpty()) return percorsi;
+    for (const auto& uno : std::as_const(servizio->vElencoAllegati).ToArray())
+      percorsi.push_back(uno.Joined());
+    return percorsi;
+  }
+};
+
+const std::vector<std::string> kSpente = {"(Elimina allegato)", "(Elimina tutti gli allegati)"};
+const std::vector<std::string> kAccese = {"Elimina allegato", "Elimina tutti gli allegati"};
+
+TEST_F(Allegati, AChosenFileIsListedAndSent) {
+  const std::string uno = cartella.File("uno.pdf");
+  const std::string due = cartella.File("due è.pdf");
+  Apri([&](const Vista& finestra) {
+    EXPECT_EQ(finestra.VociDiMenu("BTN_ELIMINA"), kSpente);
+    Allega(finestra, uno);
+    Allega(finestra, due);
+    EXPECT_THAT(finestra.Righe(), ElementsAre("uno.pdf", "due è.pdf"));
+    EXPECT_EQ(finestra.RigaSelezionata(), 2);
+    EXPECT_EQ(finestra.VociDiMenu("BTN_ELIMINA"), kAccese);
+    Invia(finestra);
+  });
+  EXPECT_THAT(Consegnati(), ElementsAre(uno, due));
+}
+
+TEST_F(Allegati, AFileChosenTwiceIsListedOnce) {
+  const std::string uno = cartella.File("uno.pdf");
+  Apri([&](const Vista& finestra) {
+    Allega(finestra, uno);
+    Allega(finestra, uno);
+    EXPECT_THAT(finestra.Righe(), ElementsAre("uno.pdf"));
+  });
+}
+
+TEST_F(Allegati, LeavingTheChoiceAddsNothing) {
+  Apri([&](const Vista& finestra) {
+    Allega(finestra, "");
+    EXPECT_THAT(finestra.Righe(), IsEmpty());
+    EXPECT_TRUE(finestra.Aperta());
+  });
+}
+
+TEST_F(Allegati, TheRowThatIsChosenIsTheOneThatGoes) {
+  servizio->vElencoAllegati =
+      Variant::Array{cartella.File("a.txt"), cartella.File("b.txt"), cartella.File("c.txt")};
+  Apri([&](const Vista& finestra) {
+    EXPECT_THAT(finestra.Righe(), ElementsAre("a.txt", "b.txt", "c.txt"));
+    EXPECT_EQ(finestra.RigaSelezionata(), 3);
+    finestra.Fuoco("GRID_ALLEGATI");
+    finestra.Tasto(VK_UP);
+    EXPECT_EQ(finestra.RigaSelezionata(), 2);
+    finestra.Sceglie("BTN_ELIMINA", "Elimina allegato");
+    EXPECT_TRUE(Attendi([&] { return finestra.Righe().size() == 2; }));
+    EXPECT_THAT(finestra.Righe(), ElementsAre("a.txt", "c.txt"));
+    Invia(finestra);
+  });
+  EXPECT_EQ(Consegnati().size(), 2U);
+}
+
+TEST_F(Allegati, AllOfThemGoOnlyWhenThePersonSaysYes) {
+  servizio->vElencoAllegati = Variant::Array{cartella.File("a.txt"), cartella.File("b.txt")};
+  Apri([&](const Vista& finestra) {
+    finestra.Sceglie("BTN_ELIMINA", "Elimina tutti gli allegati");
+    Risponde(programma, "Rimuovere tutti gli allegati dalla mail?", IDNO);
+    EXPECT_THAT(finestra.Righe(), ElementsAre("a.txt", "b.txt"));
+    finestra.Sceglie("BTN_ELIMINA", "Elimina tutti gli allegati");
+    Risponde(programma, "Rimuovere tutti gli allegati dalla mail?", IDYES);
+    EXPECT_TRUE(Attendi([&] { return finestra.Righe().empty(); }));
+    EXPECT_EQ(finestra.VociDiMenu("BTN_ELIMINA"), kSpente);
+  });
+}
+
+TEST_F(Allegati, AFileThatIsNotThereIsNotListed) {
+  servizio->vElencoAllegati = Variant::Array{cartella.Radice() + "\\manca.pdf"};
+  Apri([&](const Vista& finestra) { EXPECT_THAT(finestra.Righe(), IsEmpty()); });
+}
+
+TEST_F(Allegati, AFileFromOutsideTravelsAsACopy) {
+  vaCopiato = true;
+  const std::string chiavetta = cartella.File("chiavetta.txt", "dati");
+  Apri([&](const Vista& finestra) {
+    Allega(finestra, chiavetta);
+    EXPECT_THAT(finestra.Righe(), ElementsAre("chiavetta.txt"));
+    std::filesystem::remove(Largo(chiavetta));
+    Invia(finestra);
+  });
+  ASSERT_EQ(Consegnati().size(), 1U);
+  const std::string copia = Consegnati().front();
+  EXPECT_NE(copia, chiavetta);
+  EXPECT_TRUE(copia.ends_with("\\chiavetta.txt"));
+  std::ifstream flusso(std::filesystem::path(Largo(copia)), std::ios::binary);
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(flusso), {}), "dati");
+}
+
+TEST(FileDiWindows, TheCopiesGoWithTheirFolderAlsoWhenNobodyMayWriteThem) {
+  const CartellaDiProva cartella;
+  const std::string origine = cartella.File("sola lettura è.txt", "dati");
+  SetFileAttributesW(Largo(origine).c_str(), FILE_ATTRIBUTE_READONLY);
+  std::string copia;
+  {
+    const auto copie = std::make_shared<CartellaCopie>(cartella.Radice());
+    OggettoFile file(copie);
+    file.Apri("sola lettura è.txt", cartella.Radice(), 0);
+    const auto nuovo = std::make_shared<OggettoFile>(copie);
+    nuovo->Crea(host::OggettoFile::kCopia, file.Nome(), "", 0);
+    EXPECT_FALSE(nuovo->Esiste());
+    file.CopiaIn(nuovo, 0);
+    EXPECT_TRUE(nuovo->Esiste());
+    copia = nuovo->Percorso();
+  }
+  EXPECT_FALSE(std::filesystem::exists(Largo(copia)));
+  SetFileAttributesW(Largo(origine).c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST(FileDiWindows, AFolderIsNoFileAndAMissingOneIsToldAsSuch) {
+  const CartellaDiProva cartella;
+  const auto copie = std::make_shared<CartellaCopie>(cartella.Radice());
+  OggettoFile file(copie);
+  EXPECT_THROW(static_cast<void>(file.Nome()), host::Errore);
+  file.Apri("", cartella.Radice(), 0);
+  EXPECT_FALSE(file.Esiste());
+  file.Apri("manca.txt", cartella.Radice(), 0);
+  EXPECT_EQ(file.Nome(), "manca.txt");
+  EXPECT_FALSE(file.Esiste());
+  const auto nuovo = std::make_shared<OggettoFile>(copie);
+  nuovo->Crea(host::OggettoFile::kCopia, "manca.txt", "", 0);
+  try {
+    file.CopiaIn(nuovo, 0);
+    ADD_FAILURE() << "copied from nothing";
+  } catch (const host::Errore& errore) {
+    EXPECT_EQ(errore.Numero(), 53);
+  }
+}
+
+TEST(FileDiWindows, NoNameLeavesTheFolderOfTheCopies) {
+  CartellaCopie copie;
+  for (const char* nome : {"", ".", "..", "a\\b", "a/b", "C:", "a|b", "stella*"}) {
+    EXPECT_THROW(static_cast<void>(copie.PostoPer(nome)), host::Errore) << nome;
+  }
+}
+
+}  // namespace
+}  // namespace orve::adapters::win32::finestre

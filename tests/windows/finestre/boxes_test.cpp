@@ -1,0 +1,276 @@
+// The boxes of text: what the person types and pastes is limited, what the program writes is not.
+#include <string>
+
+#include "prova.h"
+
+namespace orve::adapters::win32::finestre {
+namespace {
+
+constexpr const char* kEmoji = "😀";
+
+std::string Volte(const std::string& testo, int volte) {
+  std::string tutto;
+  for (int i = 0; i < volte; ++i) tutto += testo;
+  return tutto;
+}
+
+class Caselle : public ::testing::Test {
+ protected:
+  void Mostra(std::function<void(const Vista&)> persona) {
+    const Compagno qualcuno(InFinestra(programma, LayoutOpzMail(), std::move(persona)));
+    form->Show(host::Form::kModale, nullptr);
+  }
+  template <class Tipo>
+  std::string Letto(const char* nome) {
+    std::string testo;
+    programma.Esegui([&] { testo = host::ControlloDi<Tipo>(*form, nome)->Text(); });
+    return testo;
+  }
+  template <class Tipo>
+  void Scritto(const char* nome, const std::string& testo) {
+    programma.Esegui([&] { host::ControlloDi<Tipo>(*form, nome)->Text(testo); });
+  }
+  std::string Oggetto() { return Letto<host::TxtEdit>("TXT_OGGETTO"); }
+  std::string Corpo() { return Letto<host::KvlRichTextBox>("TXT_CORPO"); }
+
+  Programma programma;
+  Finestre finestre;
+  std::shared_ptr<host::Form> form = finestre.CreaForm(LayoutOpzMail());
+};
+
+TEST_F(Caselle, TypingStopsAtTheLimit) {
+  Mostra([this](const Vista& finestra) {
+    finestra.Digita("TXT_OGGETTO", std::string(99, 'a') + "bcd");
+    EXPECT_EQ(Oggetto(), std::string(99, 'a') + "b");
+  });
+}
+
+TEST_F(Caselle, PastingIsCutAtTheLimit) {
+  Mostra([this](const Vista& finestra) {
+    finestra.Digita("TXT_OGGETTO", "inizio ");
+    finestra.Incolla("TXT_OGGETTO", std::string(200, 'z'));
+    EXPECT_EQ(Oggetto(), "inizio " + std::string(93, 'z'));
+  });
+}
+
+TEST_F(Caselle, WhatIsRefusedInTheMiddleLeavesTheRestAlone) {
+  Mostra([this](const Vista& finestra) {
+    finestra.Digita("TXT_OGGETTO", std::string(50, 'a') + std::string(50, 'b'));
+    auto* casella = finestra.Trova("TXT_OGGETTO");
+    finestra.Seleziona("TXT_OGGETTO", 50, 50);
+    SendMessageW(casella, WM_CHAR, 'x', 1);
+    EXPECT_EQ(Oggetto(), std::string(50, 'a') + std::string(50, 'b'));
+    finestra.Seleziona("TXT_OGGETTO", 0, 10);
+    SendMessageW(casella, WM_CHAR, 'x', 1);
+    EXPECT_EQ(Oggetto(), "x" + std::string(40, 'a') + std::string(50, 'b'));
+  });
+}
+
+TEST_F(Caselle, UndoingNeverMeetsWhatWasRefused) {
+  Mostra([this](const Vista& finestra) {
+    finestra.Digita("TXT_OGGETTO", "prima");
+    finestra.Incolla("TXT_OGGETTO", std::string(200, 'z'));
+    SendMessageW(finestra.Trova("TXT_OGGETTO"), WM_UNDO, 0, 0);
+    EXPECT_THAT(Oggetto(), ::testing::AnyOf("", "prima"));
+  });
+}
+
+TEST_F(Caselle, AnEmojiCountsAsOneCharacterAndIsNeverCutInTwo) {
+  Mostra([this](const Vista& finestra) {
+    finestra.Incolla("TXT_OGGETTO", std::string(98, 'a') + Volte(kEmoji, 5));
+    EXPECT_EQ(Oggetto(), std::string(98, 'a') + Volte(kEmoji, 2));
+    finestra.Digita("TXT_OGGETTO", kEmoji);
+    EXPECT_EQ(Oggetto(), std::string(98, 'a') + Volte(kEmoji, 2));
+    finestra.Riscrive("TXT_OGGETTO", Volte(kEmoji, 101));
+    EXPECT_EQ(Oggetto(), Volte(kEmoji, 100));
+  });
+}
+
+TEST_F(Caselle, PastedLineBreaksBecomeBlanksInABoxOfOneLine) {
+  Mostra([this](const Vista& finestra) {
+    finestra.Incolla("TXT_EMAIL", "a@x.example;\r\nb@x.example;\nc@x.example");
+    EXPECT_EQ(Letto<host::TxtEdit>("TXT_EMAIL"), "a@x.example; b@x.example; c@x.example");
+  });
+}
+
+TEST_F(Caselle, TenThousandCharactersFitInAnAddressBoxAndOneMoreDoesNot) {
+  Mostra([this](const Vista& finestra) {
+    finestra.Incolla("TXT_EMAIL", std::string(10001, 'a'));
+    EXPECT_EQ(Letto<host::TxtEdit>("TXT_EMAIL").size(), 10000U);
+  });
+}
+
+TEST_F(Caselle, TheProgramsTextStandsWhateverItsLengthAndTakesNothingMore) {
+  Mostra([this](const Vista& finestra) {
+    const std::string lungo(40000, 'p');
+    Scritto<host::TxtEdit>("TXT_OGGETTO", lungo);
+    EXPECT_TRUE(Oggetto() == lungo);
+    finestra.Digita("TXT_OGGETTO", "x");
+    EXPECT_TRUE(Oggetto() == lungo);
+    SendMessageW(finestra.Trova("TXT_OGGETTO"), WM_CHAR, VK_BACK, 1);
+    EXPECT_EQ(Oggetto().size(), 39999U);
+  });
+}
+
+// As tools for people who cannot type write into a box.
+TEST_F(Caselle, WhatAnotherProgramWritesIsThePersonsAndIsCut) {
+  Mostra([this](const Vista& finestra) {
+    Scritto<host::TxtEdit>("TXT_OGGETTO", "del programma");
+    const std::wstring lungo(150, L'd');
+    SendMessageW(finestra.Trova("TXT_OGGETTO"), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(lungo.c_str()));
+    EXPECT_EQ(Oggetto(), std::string(100, 'd'));
+    SendMessageW(finestra.Trova("TXT_CORPO"), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"detto\r\na voce"));
+    EXPECT_EQ(Corpo(), "detto\r\na voce");
+  });
+}
+
+TEST_F(Caselle, TextOfTheProgramReadsBackByteByByteUntilItIsTouched) {
+  Mostra([this](const Vista& finestra) {
+    const std::string grezzo = "riga\nsola\xFF";
+    Scritto<host::TxtEdit>("TXT_OGGETTO", grezzo);
+    EXPECT_EQ(Oggetto(), grezzo);
+    Scritto<host::KvlRichTextBox>("TXT_CORPO", "uno\ndue\r\ntre\r");
+    EXPECT_EQ(Corpo(), "uno\ndue\r\ntre\r");
+    finestra.Digita("TXT_CORPO", "!");
+    EXPECT_EQ(Corpo(), "uno\r\ndue\r\ntre\r\n!");
+  });
+}
+
+TEST_F(Caselle, TheBodyIsLimitedForThePersonAndNotForTheProgram) {
+  Mostra([this](const Vista& finestra) {
+    finestra.Digita("TXT_CORPO", "a");
+    finestra.Incolla("TXT_CORPO", std::string(3000, 'b'));
+    EXPECT_EQ(Corpo(), "a" + std::string(1999, 'b'));
+    finestra.Digita("TXT_CORPO", "c\r");
+    EXPECT_EQ(Corpo(), "a" + std::string(1999, 'b'));
+    Scritto<host::KvlRichTextBox>("TXT_CORPO", std::string(5000, 'p'));
+    EXPECT_TRUE(Corpo() == std::string(5000, 'p'));
+    finestra.Digita("TXT_CORPO", "c");
+    EXPECT_TRUE(Corpo() == std::string(5000, 'p'));
+  });
+}
+
+TEST_F(Caselle, ALineBreakOfTheBodyIsTwoCharactersAndIsNotCutInTwo) {
+  Mostra([this](const Vista& finestra) {
+    finestra.Incolla("TXT_CORPO", std::string(1999, 'b'));
+    finestra.Fuoco("TXT_CORPO");
+    finestra.Seleziona("TXT_CORPO", 1999, 1999);
+    finestra.Tasto(VK_RETURN);
+    EXPECT_EQ(Corpo(), std::string(1999, 'b'));
+    finestra.Riscrive("TXT_CORPO", "uno");
+    finestra.Tasto(VK_RETURN);
+    finestra.Digita("TXT_CORPO", "due");
+    EXPECT_EQ(Corpo(), "uno\r\ndue");
+  });
+}
+
+TEST_F(Caselle, RightToLeftTextComesBackAsTyped) {
+  Mostra([this](const Vista& finestra) {
+    const std::string scritto = "שלום ‏abc‎ مرحبا";
+    finestra.Digita("TXT_OGGETTO", scritto);
+    EXPECT_EQ(Oggetto(), scritto);
+    finestra.Incolla("TXT_CORPO", scritto);
+    EXPECT_EQ(Corpo(), scritto);
+  });
+}
+
+TEST_F(Caselle, AComboTakesEveryEntryAPositionCanName) {
+  programma.Esegui([this] {
+    const auto combo = host::ControlloDi<host::KVL_COMBO>(*form, "CMB_ACCOUNT");
+    for (int i = 0; i < 32768; ++i) combo->AddItemData("voce", static_cast<std::int16_t>(i));
+    EXPECT_THROW(combo->AddItemData("una di troppo", 0), host::Errore);
+    std::int16_t cambio = -1;
+    combo->Change = [&](std::int16_t posizione) { cambio = posizione; };
+    combo->SelezionaPosizione(32767);
+    EXPECT_EQ(cambio, 32767);
+    EXPECT_EQ(combo->Text(), "32767");
+    combo->EraseCombo();
+    EXPECT_EQ(combo->Text(), "");
+    EXPECT_EQ(cambio, 32767);
+  });
+}
+
+TEST_F(Caselle, TheProgramsChangeOfACheckBoxIsToldBeforeTheCallReturns) {
+  programma.Esegui([this] {
+    const auto spunta = host::ControlloDi<host::KVL_CHECKBOX>(*form, "CHK_RICEVUTA");
+    std::string visti;
+    spunta->Change = [&] { visti += spunta->Text(); };
+    spunta->Text("1");
+    spunta->Text("1");
+    spunta->Text("0");
+    EXPECT_EQ(visti, "110");
+    spunta->Change = [] { throw host::Errore(host::kOverflow); };
+    EXPECT_THROW(spunta->Text("1"), host::Errore);
+  });
+}
+
+TEST_F(Caselle, AControlOutlivesItsForm) {
+  const auto casella = host::ControlloDi<host::TxtEdit>(*form, "TXT_OGGETTO");
+  const auto combo = host::ControlloDi<host::KVL_COMBO>(*form, "CMB_ACCOUNT");
+  form.reset();
+  casella->Text("resta");
+  EXPECT_EQ(casella->Text(), "resta");
+  combo->AddItemData("voce", 1);
+  combo->SelezionaPosizione(0);
+  EXPECT_EQ(combo->Text(), "1");
+}
+
+TEST_F(Caselle, MoreDotsToTheInchMakeEverythingLarger) {
+  Mostra([](const Vista& finestra) {
+    RECT posto = {0, 0, 900, 700};
+    SendMessageW(finestra.Finestra(), WM_DPICHANGED, MAKEWPARAM(120, 120), reinterpret_cast<LPARAM>(&posto));
+    const RECT casella = finestra.Posto("TXT_OGGETTO");
+    EXPECT_EQ(casella.left, 76);
+    EXPECT_EQ(casella.top, 20);
+    EXPECT_EQ(casella.bottom - casella.top, 25);
+    const RECT combo = finestra.Posto("CMB_ACCOUNT");
+    EXPECT_EQ(combo.bottom - combo.top, 26);
+  });
+}
+
+TEST_F(Caselle, ARequestToEndTheProgramClosesTheWindowAndIsPassedOn) {
+  int chiusure = 0;
+  form->Unload = [&] { ++chiusure; };
+  PostQuitMessage(7);
+  form->Show(host::Form::kModale, nullptr);
+  EXPECT_EQ(chiusure, 1);
+  MSG messaggio = {};
+  ASSERT_EQ(PeekMessageW(&messaggio, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE), TRUE);
+  EXPECT_EQ(messaggio.wParam, 7U);
+}
+
+TEST_F(Caselle, TheWindowsOfTheApplicationTakeNoInputWhileTheWindowIsThere) {
+  auto* una = CreateWindowExW(0, L"Static", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr, nullptr,
+                              nullptr, nullptr);
+  auto* spenta = CreateWindowExW(0, L"Static", L"", WS_POPUP | WS_VISIBLE | WS_DISABLED, 0, 0, 50, 50,
+                                 nullptr, nullptr, nullptr, nullptr);
+  Mostra([&](const Vista&) {
+    EXPECT_FALSE(IsWindowEnabled(una));
+    EXPECT_FALSE(IsWindowEnabled(spenta));
+  });
+  EXPECT_TRUE(IsWindowEnabled(una));
+  EXPECT_FALSE(IsWindowEnabled(spenta));
+  DestroyWindow(una);
+  DestroyWindow(spenta);
+}
+
+// From a handler of the first window, as a program's own code may.
+TEST_F(Caselle, AWindowOpensInsideAnother) {
+  const auto parametri = finestre.CreaForm(LayoutMailParams());
+  host::ControlloDi<host::KVL_TBARMENU>(*form, "KVL_ALLEGA")->ButtonClick = [&] {
+    parametri->Show(host::Form::kModale, form);
+  };
+  Mostra([this](const Vista& finestra) {
+    finestra.Clicca("KVL_ALLEGA");
+    InFinestra(programma, LayoutMailParams(), [&](const Vista& seconda) {
+      EXPECT_FALSE(IsWindowEnabled(finestra.Finestra()));
+      EXPECT_EQ(GetWindow(seconda.Finestra(), GW_OWNER), finestra.Finestra());
+      seconda.Chiude();
+    })();
+    EXPECT_TRUE(Attendi([&] { return IsWindowEnabled(finestra.Finestra()) != FALSE; }));
+    EXPECT_TRUE(finestra.Aperta());
+  });
+}
+
+}  // namespace
+}  // namespace orve::adapters::win32::finestre
