@@ -24,3 +24,14 @@ orve_add_script(evento "${ORVE_SCRIPTS}/evento.vbs" "${ORVE_JOURNALS}/smtp_per_c
 # The DLL needs nothing but what every Windows has.
 add_test(NAME dll-imports COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/dll_imports" "${CMAKE_OBJDUMP}"
                                   "$<TARGET_FILE:orve-com>")
+
+# The samples, unchanged, with what stands behind them played by a script in front.
+set(ORVE_EXAMPLES "${CMAKE_SOURCE_DIR}/examples")
+add_test(NAME sample-vbscript
+         COMMAND script_host --register "$<TARGET_FILE:orve-com>" "${ORVE_SCRIPTS}/comuni.vbs" "${ORVE_SCRIPTS}/recitati.vbs"
+                 "${ORVE_EXAMPLES}/vbscript/invia_fattura.vbs" -- "Provider=prova" 1 501 "C:\\fattura.pdf")
+add_test(NAME sample-jscript
+         COMMAND script_host --register "$<TARGET_FILE:orve-com>" "${ORVE_SCRIPTS}/recitati.js"
+                 "${ORVE_EXAMPLES}/jscript/invia_messaggio.js" -- "Provider=prova" 1 anna@x.example bruno@x.example)
+set_tests_properties(sample-vbscript sample-jscript PROPERTIES TIMEOUT 120 PASS_REGULAR_EXPRESSION
+                                                               "consegnato[\r\n]+Stato: 0")

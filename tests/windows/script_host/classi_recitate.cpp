@@ -119,9 +119,17 @@ class OggettoSpiato final : public OggettoContato {
     scrivi_(riga);
     const DISPID numero = membro == DISPID_VALUE ? DISPID_VALUE : NumeroDi(*oggetto_.Get(), nomeMembro);
     if (numero == DISPID_UNKNOWN) return {};
+    // By value: Wine's JScript takes no references.
     std::vector<VARIANT> passati;
-    for (UINT indice = argomenti.cArgs; indice > 0; --indice) passati.push_back(argomenti.rgvarg[indice - 1]);
-    return Chiama(*oggetto_.Get(), numero, modi, std::move(passati));
+    for (std::size_t indice = 0; indice < valori.Quanti(); ++indice) passati.push_back(valori[indice]);
+    try {
+      return Chiama(*oggetto_.Get(), numero, modi, passati);
+    } catch (const host::Errore& errore) {
+      // Wine's JScript refuses to read a value that may be a method.
+      const bool lettura = passati.empty() && (modi & DISPATCH_PROPERTYGET) != 0;
+      if (!lettura || errore.Numero() != E_FAIL) throw;
+      return Chiama(*oggetto_.Get(), numero, DISPATCH_PROPERTYGET);
+    }
   }
 
   std::wstring nome_;

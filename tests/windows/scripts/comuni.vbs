@@ -84,7 +84,7 @@ Class Risultato
   End Sub
 End Class
 
-Class Connessione
+Class BancaDati
   Public Statements
   Public Vuoto
   Public Function Execute(statement, quanti, opzione)

@@ -26,7 +26,7 @@ Uguale "sorgente", sorgente, "Banca dati"
 If InStr(descrizione, "Connessione caduta: è grave") <> 1 Then Banco.Fallisce "descrizione: " & descrizione
 
 ' An error of the handler ends the stage and is told to the person, the caller sees none.
-Set s.ConnectionADO = New Connessione
+Set s.ConnectionADO = New BancaDati
 s.ModalitaInvio = 0
 s.SrvMailInstallato = 77
 s.vOggetto = "Fattura"

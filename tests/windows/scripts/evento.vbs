@@ -23,7 +23,7 @@ End Function
 Banco.RegisterClass "{DF8A4FE2-221A-4504-987A-3FD4720DB929}", "NuovoSmtp"
 
 Dim s, db, giornale
-Set db = New Connessione
+Set db = New BancaDati
 Set s = WScript.CreateObject("ORVE_MAILSERVER.CLSFW_MAILSERVER", "Mail_")
 Set s.ConnectionADO = db
 s.DittaCorrente = 1
