@@ -106,6 +106,26 @@ bool Session::StillThere() noexcept {
   }
 }
 
+void Session::TrySender(const Envelope& envelope) {
+  clean_ = false;
+  WithoutSecrets([&] { AskForSender(envelope); });
+}
+
+void Session::AskForSender(const Envelope& envelope) {
+  RequireUtf8Support(envelope);
+  try {
+    const Reply taken = Command(EnvelopeCommands(envelope).front());
+    if (!taken.Positive()) {
+      throw DeliveryFailure(taken.code == 530 ? ErrorNumber::kAuthentication : ErrorNumber::kSender,
+                            taken.text);
+    }
+    const Reply undone = Command("RSET");
+    if (!undone.Positive()) throw DeliveryFailure(ErrorNumber::kReset, "RSET: " + undone.text);
+  } catch (const BrokenConnection& broken) {
+    Abandon(ErrorNumber::kSender, broken.what());
+  }
+}
+
 void Session::Close() noexcept {
   try {
     if (open_) Say("QUIT\r\n", std::chrono::milliseconds(0));

@@ -65,6 +65,10 @@ class Session {
   /// How many messages were begun.
   [[nodiscard]] std::size_t Messages() const { return messages_; }
 
+  /// Asks whether the server takes this sender: MAIL, then RSET. No recipient is named and no message begun.
+  /// Raises DeliveryFailure. Leaves the session unclean.
+  void TrySender(const Envelope& envelope);
+
   /// Says QUIT, if the connection still stands, and closes it. Never fails and never waits: the outcome is
   /// known by then, and a server that is slow to take its leave must not hold up the person at the
   /// application.
@@ -80,6 +84,7 @@ class Session {
   template <class Action>
   void WithoutSecrets(Action action) const;
   void Connect();
+  void AskForSender(const Envelope& envelope);
   void Transact(const Envelope& envelope, const Writer& write);
   void SendEnvelope(const Envelope& envelope);
   void SendMessage(const Writer& write);

@@ -27,6 +27,7 @@ void AggiungiRegistro(CLI::App& programma, Contesto& contesto);
 void AggiungiEventi(CLI::App& programma, Contesto& contesto);
 void AggiungiImpostaServer(CLI::App& programma, Contesto& contesto);
 void AggiungiImpostaPassword(CLI::App& programma, Contesto& contesto);
+void AggiungiControlla(CLI::App& programma, Contesto& contesto);
 void AggiungiControllaTraccia(CLI::App& programma, Contesto& contesto);
 
 }  // namespace orve::app

@@ -23,14 +23,15 @@ constexpr const char* kStati =
     "Stato di uscita:\n"
     "  0  inviato e registrato (per gli altri comandi: eseguito)\n"
     "  1  invio fallito: il server, o la via per raggiungerlo, ha rifiutato il messaggio\n"
-    "     (controlla-traccia: oggetti mai rilasciati)\n"
+    "     (controlla-traccia: oggetti mai rilasciati; controlla: almeno un errore)\n"
     "  2  riga di comando errata\n"
     "  3  invio rifiutato prima di partire, con una riga nel registro\n"
     "  4  messaggio non partito per un errore\n"
     "  5  database, chiave, impostazioni o schermo non utilizzabili; nulla è stato tentato\n"
     "  6  un file da inviare, leggere o scrivere non è utilizzabile; nulla è stato tentato\n"
     "  7  messaggio inviato, ma non tutto è andato a buon fine\n"
-    "     (controlla-traccia: tutto rilasciato, ma con righe senza riscontro)\n"
+    "     (controlla-traccia: tutto rilasciato, ma con righe senza riscontro;\n"
+    "     controlla: solo avvisi)\n"
     "  8  finestra chiusa senza confermare; nulla è stato inviato né registrato\n"
     "  9  lista: non tutte le righe sono state inviate\n"
     "  130  lista: interrotta; invocata di nuovo, prosegue\n"
@@ -147,6 +148,7 @@ Uscita Esegui(const std::vector<std::string>& argomenti, Terminale terminale) tr
   AggiungiEventi(programma, contesto);
   AggiungiImpostaServer(programma, contesto);
   AggiungiImpostaPassword(programma, contesto);
+  AggiungiControlla(programma, contesto);
   AggiungiControllaTraccia(programma, contesto);
   for (CLI::App* const comando : programma.get_subcommands({})) {
     comando->group("Comandi");

@@ -194,6 +194,23 @@ TEST_F(InvioOdbc, ADatabaseThatCannotBeReachedIsToldWithoutItsPassword) {
   }
 }
 
+TEST_F(InvioOdbc, TheCheckLooksTheServersDatabaseOverAndLeavesItAsItWas) {
+  auto& server = AvviaServerDiPosta();
+  const Esecuzione esecuzione = EseguiSuOdbc({"controlla", "--ca", Ca()});
+  for (const char* riga :
+       {"[ok]      database: accesso riuscito, per ODBC\n",
+        "[ok]      registro degli invii: in un file suo\n", "[ok]      tabelle: 17 leggibili\n",
+        "[ok]      funzione FNCG_GETCODANAG: eseguibile\n",
+        "[ok]      procedura SPFW_GetUserIDFromConnection: utente 1\n",
+        "[ok]      procedura SPFW_AttivaEventoGestionale: presente\n",
+        "[ok]      account 1 (fatture@arvenia.example), mittente: il server lo accetta\n"}) {
+    EXPECT_THAT(esecuzione.uscita, HasSubstr(riga)) << esecuzione;
+  }
+  EXPECT_THAT(esecuzione.uscita + esecuzione.errori, Not(HasSubstr(adapters::odbc::kPasswordPosta)));
+  EXPECT_THAT(Colonna("SELECT DATI FROM EVENTI_GESTIONALI", "DATI"), IsEmpty());
+  EXPECT_EQ(server.Count(), 0U);
+}
+
 TEST_F(InvioOdbc, AConnectionStringInTheWrongPlaceIsNotRepeated) {
   const Esecuzione esecuzione = Esegui({"registro", "odbc:Driver=FreeTDS;UID=posta;PWD=pa-ro-la"});
   EXPECT_EQ(esecuzione.stato, 2);

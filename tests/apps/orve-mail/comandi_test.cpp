@@ -237,8 +237,8 @@ TEST_F(Comandi, HelpAndVersionGoToTheOutputAndSucceed) {
 
 TEST_F(Comandi, TheManualPageKnowsEveryOptionOfTheProgramAndNoOther) {
   std::string aiuti;
-  for (const char* comando : {"crea-db", "invia", "invia-smtp", "lista", "controlla-traccia", "registro",
-                              "eventi", "imposta-server", "imposta-password", "parametri"}) {
+  for (const char* comando : {"crea-db", "invia", "invia-smtp", "lista", "controlla", "controlla-traccia",
+                              "registro", "eventi", "imposta-server", "imposta-password", "parametri"}) {
     aiuti += Esegui({comando, "--help"}).uscita;
   }
   aiuti += Esegui({"--help"}).uscita;

@@ -1,0 +1,202 @@
+// controlla: looks an installation over without sending: database, settings, accounts, their servers,
+// folders, directory and sendmail.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <memory>
+#include <optional>
+#include <system_error>
+
+#include "addressing/active_directory.h"
+#include "mapi/failure.h"
+#include "mapi/sendmail.h"
+#include "orve-mail/ambiente.h"
+#include "orve-mail/cifratore_sodium.h"
+#include "orve-mail/comandi.h"
+#include "orve-mail/controllo_database.h"
+#include "orve-mail/controllo_server.h"
+#include "orve-mail/opzioni_invio.h"
+#include "orve-mail/referto.h"
+#include "posix/percorsi.h"
+
+namespace orve::app {
+
+namespace {
+
+class Controllo {
+ public:
+  Controllo(const RichiestaInvio& richiesta, Terminale terminale)
+      : richiesta_(richiesta), referto_(terminale.uscita), terminale_(terminale) {}
+
+  Uscita Esegui() {
+    ApriChiave();
+    ApriDatabase();
+    ambiente_ = std::make_shared<AmbienteProgramma>(terminale_, chiave_, richiesta_.smtp,
+                                                    CartellaBase(richiesta_.archivio),
+                                                    std::make_shared<Osservazioni>(), richiesta_.mapi);
+    if (archivio_) ControllaDati();
+    ControllaCartella();
+    ControllaDirectory();
+    ControllaSendmail();
+    referto_.Riassumi();
+    return referto_.Stato();
+  }
+
+ private:
+  // What the command line has wrong ends the command.
+  template <class Azione>
+  void Prova(const char* controllo, const char* rimedio, Azione azione) {
+    try {
+      azione();
+    } catch (const ErroreProgramma& errore) {
+      if (errore.Stato() == Uscita::kComandoErrato) throw;
+      referto_.Errore(controllo, errore.what(), rimedio);
+    } catch (const host::Errore& errore) {
+      referto_.Errore(controllo, errore.Descrizione(), rimedio);
+    }
+  }
+
+  void ApriChiave() {
+    Prova("chiave delle password", "indicare con --chiave un file che appartenga solo a chi invia", [&] {
+      const std::string file = FileChiave(richiesta_.archivio);
+      chiave_ = std::make_shared<const Chiave>(Chiave::Leggi(file));
+      referto_.Ok("chiave delle password", file);
+    });
+  }
+
+  void ApriDatabase() {
+    const char* const rimedio =
+        SuOdbc(richiesta_.archivio)
+            ? "verificare driver, server, utente e password della stringa di connessione"
+            : "indicare con --db un database creato con crea-db";
+    Prova("database", rimedio, [&] {
+      archivio_ = ApriArchivio(richiesta_.archivio);
+      referto_.Ok("database", SuOdbc(richiesta_.archivio) ? "accesso riuscito, per ODBC"
+                                                          : FileArchivio(richiesta_.archivio));
+    });
+    if (!archivio_) return;
+    Prova("registro degli invii", "indicare con --registro un file che si possa scrivere", [&] {
+      registro_ = ApriRegistro(richiesta_.archivio, *archivio_);
+      static_cast<void>(
+          registro_->EseguiConValori("SELECT ID, ESITOINVIO FROM REGISTRO_INVII WHERE 1 = 0", {}));
+      referto_.Ok("registro degli invii",
+                  registro_ == archivio_->incorporato ? "nel database" : "in un file suo");
+    });
+  }
+
+  void ControllaDati() {
+    auto& connessione = *archivio_->connessione;
+    std::optional<std::int32_t> utente;
+    ControllaTabelle(*archivio_, referto_);
+    Prova("utente", "indicare con --utente un utente che c'è", [&] {
+      utente = TrovaUtente(connessione, richiesta_.utente);
+      archivio_->DiUtente(*utente);
+      referto_.Ok("utente", std::to_string(*utente));
+    });
+    ControllaProcedure(*archivio_, referto_);
+    ControllaDitta(connessione, richiesta_.ditta, referto_);
+    impostazioni_ = ControllaImpostazioni(connessione, referto_);
+    const bool smtp = impostazioni_.canale && CanaleSmtp(*impostazioni_.canale);
+    const auto account = ControllaAccount(connessione, utente.value_or(0), richiesta_.ditta, smtp, referto_);
+    for (const AccountLetto& uno : account)
+      ControllaServer(uno, InChiaro(uno.password), richiesta_.smtp, referto_);
+  }
+
+  [[nodiscard]] std::optional<std::string> InChiaro(const std::string& cifrata) const {
+    if (cifrata.empty()) return std::string();
+    if (!chiave_) return std::nullopt;
+    try {
+      return CifratoreSodium(chiave_).Decripta(cifrata);
+    } catch (const host::Errore&) {
+      return std::nullopt;
+    }
+  }
+
+  void ControllaCartella() {
+    const char* const rimedio =
+        "correggere FW24_PATHTMP, o creare la cartella e darne la scrittura a chi invia";
+    Prova("cartella temporanea", rimedio, [&] {
+      const auto risolutore = ambiente_->CreaRisolutorePercorsi();
+      risolutore->ImpostaPercorso(impostazioni_.cartella, true);
+      const std::string cartella = adapters::posix::PercorsoUnix(risolutore->Percorso());
+      std::string prova = cartella + "/orve-mail-prova-XXXXXX";
+      const int file = ::mkstemp(prova.data());
+      if (file < 0) {
+        const int motivo = errno;
+        return referto_.Errore("cartella temporanea",
+                               cartella + ": " + std::generic_category().message(motivo), rimedio);
+      }
+      ::close(file);
+      ::unlink(prova.c_str());
+      referto_.Ok("cartella temporanea", cartella);
+    });
+  }
+
+  // Without a directory the library goes on without its answers, so that nothing here stops a send.
+  void ControllaDirectory() {
+    auto& directory = ambiente_->DirectoryAziendale();
+    try {
+      static_cast<void>(directory.CreaConnessione());
+      static_cast<void>(host::Richiesto(directory.ApriOggetto("LDAP://rootDSE")).Get("defaultNamingContext"));
+    } catch (const host::Errore& errore) {
+      if (errore.Numero() == host::kOggettoNonCreabile) {
+        return referto_.Saltato("directory aziendale", "nessuna directory configurata");
+      }
+      return referto_.Avviso(
+          "directory aziendale", errore.Descrizione(),
+          "verificare server, credenziali e rete; senza, nomi e indirizzi vengono solo dagli account");
+    }
+    const std::string utente = MDL_ACTIVEDIRECTORY::GetNomeUtenteRete(ambiente_->ReteDiSistema());
+    MDL_ACTIVEDIRECTORY::DatiUtenteDirectory persona;
+    const bool riuscita = MDL_ACTIVEDIRECTORY::GetDatiUtenteDirectory(directory, utente, persona);
+    if (!riuscita) {
+      referto_.Avviso("directory aziendale", "la ricerca di «" + utente + "» non riesce",
+                      "verificare che le credenziali possano cercare le persone");
+    } else if (persona.EmailAddress.empty() && persona.LastName.empty()) {
+      referto_.Avviso("directory aziendale", "risponde, ma non conosce «" + utente + "»",
+                      "inviare da un utente della rete, o indicare nome e indirizzo negli account");
+    } else {
+      referto_.Ok("directory aziendale", "«" + utente + "», " + persona.EmailAddress);
+    }
+  }
+
+  void ControllaSendmail() {
+    const bool serve =
+        impostazioni_.canale && (*impostazioni_.canale == kvSimpleMAPI || *impostazioni_.canale == kvMAPI);
+    try {
+      adapters::mapi::RequireSendmail(richiesta_.mapi);
+      referto_.Ok("sendmail", richiesta_.mapi.sendmail);
+    } catch (const adapters::mapi::MapiFailure& errore) {
+      if (!serve) return referto_.Saltato("sendmail", "non c'è, e il canale delle impostazioni non lo usa");
+      referto_.Errore("sendmail", errore.what(),
+                      "installare un sistema di posta, o indicarne il comando con --sendmail");
+    }
+  }
+
+  const RichiestaInvio& richiesta_;
+  Referto referto_;
+  Terminale terminale_;
+  std::shared_ptr<const Chiave> chiave_;
+  std::optional<Archivio> archivio_;
+  std::shared_ptr<adapters::sqlite::SqliteConnection> registro_;
+  std::shared_ptr<AmbienteProgramma> ambiente_;
+  ImpostazioniLette impostazioni_;
+};
+
+}  // namespace
+
+void AggiungiControlla(CLI::App& programma, Contesto& contesto) {
+  auto* const comando =
+      programma.add_subcommand("controlla", "Controlla un'installazione senza inviare nulla");
+  auto opzioni = std::make_shared<OpzioniInvio>();
+  AggiungiContesto(*comando, *opzioni);
+  AggiungiRete(*comando, *opzioni);
+  comando->callback([comando, opzioni, &contesto] {
+    const RichiestaInvio richiesta = LeggiRichiesta(*comando, *opzioni, contesto.terminale);
+    contesto.uscita = Controllo(richiesta, contesto.terminale).Esegui();
+  });
+}
+
+}  // namespace orve::app

@@ -1,0 +1,19 @@
+// The part of a check that asks the mail servers of the accounts, without sending.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "orve-mail/controllo_database.h"
+#include "orve-mail/referto.h"
+#include "smtp/smtp_options.h"
+
+namespace orve::app {
+
+/// Server name, connection, encryption, login, the largest message, and whether the login may send as the
+/// account's address: a line for each. `password` in clear; none: it cannot be deciphered with the key at
+/// hand.
+void ControllaServer(const AccountLetto& account, const std::optional<std::string>& password,
+                     const adapters::smtp::SmtpOptions& smtp, Referto& referto);
+
+}  // namespace orve::app
