@@ -33,9 +33,9 @@ class Controllo {
   Uscita Esegui() {
     ApriChiave();
     ApriDatabase();
-    ambiente_ = std::make_shared<AmbienteProgramma>(terminale_, chiave_, richiesta_.smtp,
-                                                    CartellaBase(richiesta_.archivio),
-                                                    std::make_shared<Osservazioni>(), richiesta_.mapi);
+    ambiente_ = std::make_shared<AmbienteProgramma>(
+        terminale_, chiave_, richiesta_.smtp, CartellaBase(richiesta_.archivio),
+        std::make_shared<Osservazioni>(), richiesta_.mapi, nullptr, richiesta_.directory);
     if (archivio_) ControllaDati();
     ControllaCartella();
     ControllaDirectory();
@@ -136,14 +136,14 @@ class Controllo {
 
   // Without a directory the library goes on without its answers, so that nothing here stops a send.
   void ControllaDirectory() {
+    if (!richiesta_.directory) {
+      return referto_.Saltato("directory aziendale", "nessuna directory configurata");
+    }
     auto& directory = ambiente_->DirectoryAziendale();
     try {
       static_cast<void>(directory.CreaConnessione());
       static_cast<void>(host::Richiesto(directory.ApriOggetto("LDAP://rootDSE")).Get("defaultNamingContext"));
     } catch (const host::Errore& errore) {
-      if (errore.Numero() == host::kOggettoNonCreabile) {
-        return referto_.Saltato("directory aziendale", "nessuna directory configurata");
-      }
       return referto_.Avviso(
           "directory aziendale", errore.Descrizione(),
           "verificare server, credenziali e rete; senza, nomi e indirizzi vengono solo dagli account");

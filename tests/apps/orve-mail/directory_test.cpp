@@ -19,6 +19,7 @@ namespace {
 
 using support::LdapServer;
 using ::testing::AllOf;
+using ::testing::ContainsRegex;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -86,6 +87,21 @@ TEST_F(InvioConDirectory, TheMessageComesFromThePersonWhomTheDirectoryKnows) {
                 ElementsAre(support::Mailbox{"Dora Bianchi", "dora.bianchi@azienda.example"}));
   }
   EXPECT_EQ(server.Count(), 2U);
+}
+
+TEST_F(InvioConDirectory, TheCheckOfAnInstallationAsksTheDirectoryForThePerson) {
+  const LdapServer directory(opzioni);
+  const auto controlla = [&](const std::string& password) {
+    std::vector<std::string> argomenti = {"controlla", "--ca", Ca()};
+    const auto come = ComeLettore(directory.SecureUrl(), FilePassword(password));
+    argomenti.insert(argomenti.end(), come.begin(), come.end());
+    return EseguiConAmbiente({}, argomenti).uscita;
+  };
+  EXPECT_THAT(controlla(LdapServer::kPassword),
+              ContainsRegex("\\[ok\\] +directory aziendale: «.*», dora.bianchi@azienda.example\n"));
+  const std::string rifiutata = controlla("parola-sbagliata");
+  EXPECT_THAT(rifiutata, HasSubstr("[avviso]  directory aziendale: "));
+  EXPECT_THAT(rifiutata, Not(HasSubstr("parola-sbagliata")));
 }
 
 TEST_F(InvioConDirectory, ServerAndPasswordMayComeFromTheEnvironment) {
