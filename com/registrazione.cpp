@@ -87,8 +87,10 @@ void RegistraSotto(HKEY radice, ScriviLibreria scriviLibreria) {
 class Rimozione {
  public:
   void Nota(HRESULT esito) {
+    // Systems differ in what they say of a type library that is not entered.
     const bool assente = esito == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND) ||
-                         esito == TYPE_E_REGISTRYACCESS || esito == TYPE_E_LIBNOTREGISTERED;
+                         esito == TYPE_E_REGISTRYACCESS || esito == TYPE_E_LIBNOTREGISTERED ||
+                         esito == E_INVALIDARG;
     if (FAILED(esito) && !assente && SUCCEEDED(primo_)) primo_ = esito;
   }
   [[nodiscard]] HRESULT Esito() const { return primo_; }

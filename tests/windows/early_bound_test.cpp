@@ -355,6 +355,58 @@ TEST_F(ClienteAnticipato, TheEventReachesASinkThatChangesTheSubject) {
   EXPECT_EQ(ascoltatore.riferimenti, 0);
 }
 
+// A key that stands for a root of the registry, so that a test writes where nobody looks.
+class RadiceDiProva {
+ public:
+  RadiceDiProva(HKEY radice, const wchar_t* nome, REGSAM diritti) : radice_(radice), nome_(nome) {
+    HKEY scrivibile = nullptr;
+    RegCreateKeyExW(HKEY_CURRENT_USER, nome, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr,
+                    &scrivibile, nullptr);
+    RegCloseKey(scrivibile);
+    RegOpenKeyExW(HKEY_CURRENT_USER, nome, 0, diritti, &chiave_);
+  }
+  RadiceDiProva(const RadiceDiProva&) = delete;
+  RadiceDiProva& operator=(const RadiceDiProva&) = delete;
+  RadiceDiProva(RadiceDiProva&&) = delete;
+  RadiceDiProva& operator=(RadiceDiProva&&) = delete;
+  ~RadiceDiProva() {
+    RegOverridePredefKey(radice_, nullptr);
+    RegCloseKey(chiave_);
+    RegDeleteTreeW(HKEY_CURRENT_USER, nome_);
+  }
+  void Sostituisci() const { RegOverridePredefKey(radice_, chiave_); }
+  [[nodiscard]] std::string Valore(const std::wstring& percorso, const wchar_t* nome) const {
+    wchar_t testo[512] = {};
+    DWORD misura = sizeof(testo) - sizeof(wchar_t);
+    const LSTATUS letto =
+        RegGetValueW(chiave_, percorso.c_str(), nome, RRF_RT_REG_SZ, nullptr, testo, &misura);
+    return letto == ERROR_SUCCESS ? win32::ToUtf8(testo) : "(assente)";
+  }
+
+ private:
+  HKEY radice_;
+  const wchar_t* nome_;
+  HKEY chiave_ = nullptr;
+};
+
+TEST_F(ClienteAnticipato, RegisteringEntersTheCreatableClassesAndUnregisteringTakesThemAway) {
+  const RadiceDiProva macchina(HKEY_LOCAL_MACHINE, L"Software\\orve-prova", KEY_ALL_ACCESS);
+  macchina.Sostituisci();
+  ASSERT_EQ(Esportata<SenzaArgomenti>(modulo_, "DllRegisterServer")(), S_OK);
+  const std::wstring classe =
+      L"Software\\Classes\\CLSID\\" +
+      win32::ToWide(macchina.Valore(L"Software\\Classes\\ORVE_MAILSERVER.Mittente\\CLSID", L""));
+  EXPECT_TRUE(macchina.Valore(classe + L"\\InprocServer32", L"").ends_with("orve_mailserver.dll"));
+  EXPECT_EQ(macchina.Valore(classe + L"\\InprocServer32", L"ThreadingModel"), "Apartment");
+  EXPECT_EQ(macchina.Valore(classe + L"\\ProgID", L""), "ORVE_MAILSERVER.Mittente");
+  EXPECT_EQ(macchina.Valore(L"Software\\Classes\\ORVE_MAILSERVER.Destinatario\\CLSID", L""), "(assente)");
+  EXPECT_EQ(Esportata<SenzaArgomenti>(modulo_, "DllUnregisterServer")(), S_OK);
+  EXPECT_EQ(macchina.Valore(classe + L"\\InprocServer32", L""), "(assente)");
+  EXPECT_EQ(macchina.Valore(L"Software\\Classes\\ORVE_MAILSERVER.Mittente\\CLSID", L""), "(assente)");
+  EXPECT_EQ(Esportata<SenzaArgomenti>(modulo_, "DllUnregisterServer")(), S_OK)
+      << "what is not there is no failure";
+}
+
 // The places of the members in the vtable, as the type library tells them: a program built years ago counts
 // on them.
 TEST_F(ClienteAnticipato, TheOrderOfTheInterfacesIsTheOneFixed) {
