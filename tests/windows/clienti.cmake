@@ -20,6 +20,7 @@ orve_add_script(collezioni "${ORVE_SCRIPTS}/collezioni.vbs")
 orve_add_script(membri "${ORVE_SCRIPTS}/membri.vbs")
 orve_add_script(errori "${ORVE_SCRIPTS}/errori.vbs")
 orve_add_script(evento "${ORVE_SCRIPTS}/evento.vbs" "${ORVE_JOURNALS}/smtp_per_codice.txt")
+orve_add_script(canali "${ORVE_SCRIPTS}/canali.vbs" "${ORVE_JOURNALS}/canali.txt")
 
 # The DLL needs nothing but what every Windows has.
 add_test(NAME dll-imports COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/dll_imports" "${CMAKE_OBJDUMP}"
