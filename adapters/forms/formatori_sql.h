@@ -1,4 +1,5 @@
-// The formatters of a host that brings none of its own: values as SQL Server reads them under every language setting.
+// The formatters of a host that brings none of its own: values as SQL Server reads them under every language
+// setting.
 #pragma once
 
 #include <optional>

@@ -29,7 +29,8 @@ SQLWCHAR* Unita(std::u16string& testo) {
 // A driver may repeat the connection string in its complaint.
 host::Errore SenzaPassword(const host::Errore& errore, const std::string& stringa) {
   std::string descrizione = errore.Descrizione();
-  for (const std::string& segreto : Segreti(stringa)) descrizione = text::Replace(descrizione, segreto, "***");
+  for (const std::string& segreto : Segreti(stringa))
+    descrizione = text::Replace(descrizione, segreto, "***");
   return {errore.Numero(), errore.Sorgente(), descrizione};
 }
 

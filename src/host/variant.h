@@ -66,8 +66,8 @@ class Variant {
   /// The object, which may be absent; raises 13 when the value is none.
   [[nodiscard]] OggettoPtr ToObject() const;
 
-  /// Calls the function with the value as it is held: std::monostate for empty, Null, bool, the numbers, DataOra,
-  /// std::string, OggettoPtr or Array. For adapters, which hand values on in another form.
+  /// Calls the function with the value as it is held: std::monostate for empty, Null, bool, the numbers,
+  /// DataOra, std::string, OggettoPtr or Array. For adapters, which hand values on in another form.
   template <class F>
   decltype(auto) Visita(F&& funzione) const {
     return std::visit(std::forward<F>(funzione), valore_);
