@@ -37,6 +37,7 @@ std::string AttributeOf(std::string_view member) {
 const std::vector<std::string>& PersonAttributes() {
   static const std::vector<std::string> kAll = [] {
     std::vector<std::string> all;
+    all.reserve(kNames.size());
     for (const Name& name : kNames) all.emplace_back(name.attribute);
     return all;
   }();
