@@ -36,3 +36,4 @@ add_test(NAME sample-jscript
                  "${ORVE_EXAMPLES}/jscript/invia_messaggio.js" -- "Provider=prova" 1 anna@x.example bruno@x.example)
 set_tests_properties(sample-vbscript sample-jscript PROPERTIES TIMEOUT 120 PASS_REGULAR_EXPRESSION
                                                                "consegnato[\r\n]+Stato: 0")
+add_subdirectory(dll)

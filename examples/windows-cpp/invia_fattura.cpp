@@ -1,0 +1,149 @@
+// Invia una fattura a un cliente: indirizzo, account e testo vengono dal database dell'applicazione.
+//
+//   invia_fattura CONNESSIONE DITTA CLIENTE FILE
+//
+// CONNESSIONE è una stringa di ADO, per esempio
+// "Provider=SQLOLEDB;Data Source=server;Initial Catalog=azienda;Integrated Security=SSPI".
+//
+// Si compila con l'intestazione della libreria, in include:
+//   cl /EHsc /utf-8 /I ..\include invia_fattura.cpp ole32.lib oleaut32.lib
+//   x86_64-w64-mingw32-g++ -static -municode -I ../include invia_fattura.cpp -lole32 -loleaut32 -luuid
+#include <windows.h>
+
+#include <comdef.h>
+#include <fcntl.h>
+#include <io.h>
+#include <ocidl.h>
+#include <stdio.h>
+
+#include <initguid.h>
+// Dopo initguid.h: gli identificatori delle classi stanno in questo file.
+#include "orve_mailserver.h"
+
+_COM_SMARTPTR_TYPEDEF(IDispatch, __uuidof(IDispatch));
+_COM_SMARTPTR_TYPEDEF(IConnectionPoint, __uuidof(IConnectionPoint));
+_COM_SMARTPTR_TYPEDEF(IConnectionPointContainer, __uuidof(IConnectionPointContainer));
+_COM_SMARTPTR_TYPEDEF(ICLSFW_MAILSERVER, __uuidof(ICLSFW_MAILSERVER));
+
+namespace {
+
+// L'errore di un membro con la descrizione che lo accompagna.
+void Verifica(HRESULT esito) {
+  if (SUCCEEDED(esito)) return;
+  IErrorInfo* errore = nullptr;
+  GetErrorInfo(0, &errore);
+  throw _com_error(esito, errore);
+}
+
+IDispatchPtr Crea(const wchar_t* nome) {
+  CLSID classe = {};
+  Verifica(CLSIDFromProgID(nome, &classe));
+  IDispatch* oggetto = nullptr;
+  Verifica(CoCreateInstance(classe, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
+                            reinterpret_cast<void**>(&oggetto)));
+  return {oggetto, false};
+}
+
+IDispatchPtr ApriConnessione(const wchar_t* stringa) {
+  IDispatchPtr connessione = Crea(L"ADODB.Connection");
+  wchar_t apri[] = L"Open";
+  wchar_t* nome = apri;
+  DISPID membro = 0;
+  Verifica(connessione->GetIDsOfNames(IID_NULL, &nome, 1, LOCALE_USER_DEFAULT, &membro));
+  _variant_t argomento(stringa);
+  DISPPARAMS parametri = {&argomento, nullptr, 1, 0};
+  EXCEPINFO eccezione = {};
+  const HRESULT esito = connessione->Invoke(membro, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                                            &parametri, nullptr, &eccezione, nullptr);
+  const _bstr_t sorgente(eccezione.bstrSource, false);
+  const _bstr_t descrizione(eccezione.bstrDescription, false);
+  if (descrizione.length() > 0) wprintf(L"%ls\n", static_cast<const wchar_t*>(descrizione));
+  Verifica(esito);
+  return connessione;
+}
+
+// L'ultima parola prima dell'invio: ogni testo si può cambiare. Vive più a lungo del collegamento, e non
+// conta i suoi riferimenti.
+class Ascoltatore final : public IDispatch {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
+    const bool sua = iid == IID_IUnknown || iid == IID_IDispatch || iid == DIID_DCLSFW_MAILSERVEREventi;
+    *oggetto = sua ? this : nullptr;
+    return sua ? S_OK : E_NOINTERFACE;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
+  ULONG STDMETHODCALLTYPE Release() override { return 1; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* quanti) override {
+    *quanti = 0;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+    return DISP_E_UNKNOWNNAME;
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID evento, REFIID, LCID, WORD, DISPPARAMS* argomenti, VARIANT*,
+                                   EXCEPINFO*, UINT*) override {
+    // BeforeSendMail; gli argomenti stanno dall'ultimo al primo: allegati, CCn, CC, A, corpo, oggetto.
+    if (evento != 1 || argomenti->cArgs != 6) return DISP_E_MEMBERNOTFOUND;
+    wprintf(L"Invio a %ls\n", *V_BSTRREF(&argomenti->rgvarg[3]));
+    BSTR* oggetto = V_BSTRREF(&argomenti->rgvarg[5]);
+    const _bstr_t cambiato = _bstr_t(*oggetto) + L" (copia di cortesia)";
+    return SysReAllocString(oggetto, cambiato) != FALSE ? S_OK : E_OUTOFMEMORY;
+  }
+};
+
+int Invia(wchar_t** argomenti) {
+  const IDispatchPtr connessione = ApriConnessione(argomenti[1]);
+  ICLSFW_MAILSERVERPtr mail;
+  Verifica(CoCreateInstance(CLSID_CLSFW_MAILSERVER, nullptr, CLSCTX_INPROC_SERVER,
+                            __uuidof(ICLSFW_MAILSERVER), reinterpret_cast<void**>(&mail)));
+
+  Ascoltatore ascoltatore;
+  IConnectionPointContainerPtr contenitore(mail);
+  IConnectionPoint* punto = nullptr;
+  Verifica(contenitore->FindConnectionPoint(DIID_DCLSFW_MAILSERVEREventi, &punto));
+  const IConnectionPointPtr eventi(punto, false);
+  DWORD collegamento = 0;
+  Verifica(eventi->Advise(&ascoltatore, &collegamento));
+
+  Verifica(mail->putref_ConnectionADO(connessione));
+  Verifica(mail->put_DittaCorrente(_variant_t(argomenti[2])));
+  _variant_t ignorato;
+  Verifica(mail->GetImpostazioni(&ignorato));
+  const _bstr_t vuoto(L"");
+  Verifica(mail->InizializzaRegistroInvioMail(_bstr_t(L"FATTURE"), vuoto, vuoto, vuoto, _bstr_t(L"Fattura")));
+  Verifica(mail->put_ModalitaInvio(kvAutomatico));  // mai una finestra
+
+  Verifica(mail->put_vOggetto(_bstr_t(L"Fattura")));
+  Verifica(mail->put_vCorpoMail(_bstr_t(L"Buongiorno, in allegato la fattura.")));
+  Verifica(mail->put_vFlagCorpo(1));
+  Verifica(mail->put_vMailAttachment(_bstr_t(argomenti[4])));
+  Verifica(mail->AvviaProceduraInvio(_variant_t(argomenti[3]), kvDestinatarioFaxCliente));
+
+  kvEnum_ErroreMail stato = kvOK;
+  Verifica(mail->get_Stato(&stato));
+  wprintf(L"Stato: %d\n", static_cast<int>(stato));
+  Verifica(eventi->Unadvise(collegamento));
+  return stato;
+}
+
+}  // namespace
+
+int wmain(int quanti, wchar_t** argomenti) {
+  _setmode(_fileno(stdout), _O_U8TEXT);
+  if (quanti != 5) {
+    wprintf(L"uso: invia_fattura CONNESSIONE DITTA CLIENTE FILE\n");
+    return 2;
+  }
+  if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
+  int esito = 1;
+  try {
+    esito = Invia(argomenti);
+  } catch (const _com_error& errore) {
+    const _bstr_t descrizione = errore.Description();
+    wprintf(L"errore %08lX: %ls\n", static_cast<unsigned long>(errore.Error()),
+            descrizione.length() > 0 ? static_cast<const wchar_t*>(descrizione) : L"senza descrizione");
+  }
+  CoUninitialize();
+  return esito;
+}
