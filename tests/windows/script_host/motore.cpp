@@ -226,6 +226,11 @@ ComPtr<IDispatch> Motore::CreaWScript(std::vector<std::wstring> argomenti) {
     return VariantCom();
   });
   wscript->Aggiungi(L"ScriptFullName", [this](const Argomenti&) { return Testo(file_.back().wstring()); });
+  wscript->Aggiungi(L"Path", [](const Argomenti&) {
+    std::wstring programma(MAX_PATH, L'\0');
+    programma.resize(GetModuleFileNameW(nullptr, programma.data(), static_cast<DWORD>(programma.size())));
+    return Testo(std::filesystem::path(programma).parent_path().wstring());
+  });
   wscript->Aggiungi(L"Quit", [this](const Argomenti& dati) -> VariantCom {
     if (dati.Quanti() > 0) stato_ = std::stoi(dati.Testo(0));
     uscita_ = true;

@@ -57,6 +57,7 @@ Uguale "data", s.DataValiditaCodiceDestinatario, CDate(DateSerial(2026, 3, 14) +
 Uguale "Stato", s.Stato, CLng(0)
 If Not IsEmpty(s.Descrizione) Then Banco.Fallisce "Descrizione nuova"
 Uguale "tempPath", s.tempPath, ""
+Uguale "PercorsoInstallazione", s.PercorsoInstallazione, WScript.Path
 For Each nome In Array("Stato", "Descrizione", "tempPath", "PercorsoInstallazione")
   SolaLettura nome
 Next
