@@ -174,7 +174,8 @@ bool Ordinary(const std::string& address) {
                      plain(address[i + 1]);
     if (i != at && !plain(address[i]) && !dot) return false;
   }
-  return true;
+  // The reader turns an encoded domain back into its letters, and one that encodes none into nothing.
+  return text::ReplaceIgnoreCase(address, "xn--", "") == address;
 }
 
 void CheckRecipients(const std::vector<Address>& given, InternetAddressList* read) {

@@ -1,6 +1,6 @@
 // What people and callers put into the windows that nobody planned for: no crash, no hang, nothing lost, and
 // nothing sent that the person did not see.
-#include <chrono>
+#include <ctime>
 #include <string>
 #include <vector>
 
@@ -23,10 +23,11 @@ class IngressoOstile : public fakes::FinestraDiProva {
  protected:
   /// Far above what the work needs on a slow machine, far below what work that grows with the square would
   /// take.
+  // Of the processor's time: what else the machine does is no matter here.
   static void EntroDieciSecondi(const std::function<void()>& azione) {
-    const auto inizio = std::chrono::steady_clock::now();
+    const std::clock_t inizio = std::clock();
     azione();
-    EXPECT_LT(std::chrono::steady_clock::now() - inizio, std::chrono::seconds(10));
+    EXPECT_LT(std::clock() - inizio, 10 * CLOCKS_PER_SEC);
   }
 };
 

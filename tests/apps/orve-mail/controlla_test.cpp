@@ -21,7 +21,7 @@ class Controlla : public ProvaIntera {
   Esecuzione Controllo(std::vector<std::string> argomenti = {}) {
     std::vector<std::string> comando = {"controlla", "--ca", Ca(), "--dialogo", File("dialogo.txt")};
     comando.insert(comando.end(), argomenti.begin(), argomenti.end());
-    const Esecuzione esecuzione = Esegui(comando);
+    Esecuzione esecuzione = Esegui(comando);
     const std::string dialogo = Dialogo();
     EXPECT_THAT(dialogo, Not(HasSubstr("C: DATA")));
     EXPECT_THAT(dialogo, Not(HasSubstr("C: RCPT")));

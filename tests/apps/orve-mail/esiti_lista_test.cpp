@@ -182,9 +182,12 @@ TEST_F(Esiti, ADamagedLineIsToldAndNothingChanged) {
 TEST_F(Esiti, ADamagedLineWithoutItsEndIsToldAndNothingChanged) {
   for (const std::string& linea :
        {"x;" + kUna + ";a;ORA;", std::string("2;;a;ORA;"), "2;" + kUna + "b;a;ORA;inviato"}) {
-    cartella.Write("lista.esito", Riga("1;" + kUna + ";a;ORA;inviato;\n" + linea));
+    std::string testo = "1;" + kUna + ";a;ORA;inviato;\n";
+    testo += linea;
+    testo = Riga(testo);
+    cartella.Write("lista.esito", testo);
     EXPECT_THAT(Rifiuto(), HasSubstr("danneggiato alla riga 3")) << linea;
-    EXPECT_EQ(Testo(), Riga("1;" + kUna + ";a;ORA;inviato;\n" + linea));
+    EXPECT_EQ(Testo(), testo);
   }
 }
 
