@@ -12,6 +12,7 @@
 
 #include "host/errore.h"
 #include "mime/header_text.h"
+#include "text/text.h"
 
 namespace orve::adapters::mime {
 
@@ -96,7 +97,8 @@ std::string RequireAttachable(std::string_view path) {
 std::string AttachmentName(std::string_view localPath) {
   std::string name = HeaderSafe(localPath.substr(localPath.find_last_of('/') + 1));
   std::replace(name.begin(), name.end(), '\\', '_');
-  return name;
+  // Readers decode what looks like an encoded word, quoted or not.
+  return text::Replace(name, "=?", "=_");
 }
 
 std::string_view MediaType(std::string_view name) {

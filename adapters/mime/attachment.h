@@ -21,7 +21,8 @@ inline constexpr int kErroreAccessoFile = 75;
 /// blocks (on a pipe, say).
 [[nodiscard]] std::string RequireAttachable(std::string_view path);
 
-/// The name under which a file travels: the last component of its local path, header-safe.
+/// The name under which a file travels: the last component of its local path, header-safe and without
+/// backslashes or what a reader would decode.
 [[nodiscard]] std::string AttachmentName(std::string_view localPath);
 
 /// The media type that goes with the name's extension, "application/octet-stream" when it is none of the

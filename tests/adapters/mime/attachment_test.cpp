@@ -149,6 +149,12 @@ TEST(AttachmentNames, AreTheLastComponentWithoutControlCharacters) {
   EXPECT_EQ(AttachmentName("/tmp/a\xff.pdf"), "a\xEF\xBF\xBD.pdf");
 }
 
+TEST(AttachmentNames, HoldNothingThatAReaderWouldDecode) {
+  EXPECT_EQ(AttachmentName("/tmp/=?utf-8?B?eA==?=.pdf"), "=_utf-8?B?eA==_=.pdf");
+  EXPECT_EQ(AttachmentName("/tmp/a=?.pdf"), "a=_.pdf");
+  EXPECT_EQ(AttachmentName("/tmp/perché?.pdf"), "perché?.pdf");
+}
+
 TEST(MediaTypes, FollowTheExtension) {
   EXPECT_EQ(MediaType("a.pdf"), "application/pdf");
   EXPECT_EQ(MediaType("A.PDF"), "application/pdf");
