@@ -1,6 +1,7 @@
 // What every connection must do, whatever database stands behind it: ContrattoConnessione for any engine,
-// ContrattoDialetto for one that takes SQL Server's dialect and the application's procedure. A test program
-// of an adapter brings its databases and instantiates the suites:
+// ContrattoDialetto for one that takes SQL Server's dialect, ContrattoProcedura for one that
+// runs the application's procedure as a command. A test program brings its databases and instantiates the
+// suites:
 //
 //   INSTANTIATE_TEST_SUITE_P(Sqlite, ContrattoConnessione, ::testing::Values(&CreaBanco), NomeBanco);
 //
@@ -11,7 +12,7 @@
 //     2  Città, d'Oro  null  (empty)
 //     3  null          -2    riga1, carriage return, line feed, riga2
 //
-// and, for the second suite, the procedure SPFW_GetUserIDFromConnection, which reports the user that the
+// and, for the last suite, the procedure SPFW_GetUserIDFromConnection, which reports the user that the
 // connection is bound to.
 #pragma once
 
@@ -297,7 +298,9 @@ TEST_P(ContrattoDialetto, TablesAreListedWithoutCase) {
   EXPECT_TRUE(Esegui("SELECT TOP 1 1 FROM INFORMATION_SCHEMA.TABLES where TABLE_NAME = 'CONTRATT'")->Eof());
 }
 
-TEST_P(ContrattoDialetto, TheCommandReportsTheUserOfTheConnection) {
+class ContrattoProcedura : public ContrattoConnessione {};
+
+TEST_P(ContrattoProcedura, TheCommandReportsTheUserOfTheConnection) {
   for (const std::optional<std::int32_t> utente :
        {std::optional<std::int32_t>(7), std::optional<std::int32_t>()}) {
     banco->Utente(utente);
@@ -313,7 +316,7 @@ TEST_P(ContrattoDialetto, TheCommandReportsTheUserOfTheConnection) {
   }
 }
 
-TEST_P(ContrattoDialetto, AParameterIsNullUntilTheCommandRuns) {
+TEST_P(ContrattoProcedura, AParameterIsNullUntilTheCommandRuns) {
   banco->Utente(7);
   const auto comando = connessione->CreateCommand();
   comando->CommandType(host::kProceduraMemorizzata);
@@ -322,7 +325,7 @@ TEST_P(ContrattoDialetto, AParameterIsNullUntilTheCommandRuns) {
   EXPECT_TRUE(comando->ParametersItem("IDUtenteApp")->Value().IsNull());
 }
 
-TEST_P(ContrattoDialetto, WhatACommandCannotDoIsAnError) {
+TEST_P(ContrattoProcedura, WhatACommandCannotDoIsAnError) {
   const auto comando = connessione->CreateCommand();
   comando->CommandType(host::kProceduraMemorizzata);
   comando->CommandText("NON_ESISTE");

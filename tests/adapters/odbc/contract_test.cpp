@@ -1,6 +1,7 @@
 // Two foreign engines behind ODBC under the contract of all connections: SQLite's driver, and H2 in its SQL
 // Server mode behind PostgreSQL's driver.
 #include "adapters/connection_contract.h"
+#include "adapters/odbc/driver_sqlite.h"
 #include "adapters/odbc/motore.h"
 #include "odbc/odbc_connection.h"
 #include "support/temp_dir.h"
@@ -38,6 +39,24 @@ class BancoDriverSqlite : public Banco {
   std::shared_ptr<OdbcConnection> connessione_;
 };
 
+// The same with the adapter's dialect before the driver.
+class BancoDriverConDialetto : public Banco {
+ public:
+  BancoDriverConDialetto()
+      : driver_(adapters::odbc::ApriDriverSqlite((cartella_.Path() / "contratto.db").string())),
+        connessione_(std::make_shared<adapters::odbc::ConDialetto>(driver_)) {
+    for (const char* testo : {kTabella, kRighe}) (void)driver_->Execute(testo, host::kComandoTesto);
+  }
+
+  std::shared_ptr<host::Connection> Connessione() override { return connessione_; }
+  void Cade() override { driver_->Chiudi(); }
+
+ private:
+  support::TempDir cartella_;
+  std::shared_ptr<OdbcConnection> driver_;
+  std::shared_ptr<host::Connection> connessione_;
+};
+
 // The engine takes its time to drop a database whose connection has gone: none is used twice.
 std::string NomeNuovo() {
   static int ultimo = 0;
@@ -71,17 +90,26 @@ std::unique_ptr<Banco> CreaBancoDriverSqlite() {
   return std::make_unique<BancoDriverSqlite>();
 }
 
+std::unique_ptr<Banco> CreaBancoDriverConDialetto() {
+  return std::make_unique<BancoDriverConDialetto>();
+}
+
 std::unique_ptr<Banco> CreaBancoH2() {
   return std::make_unique<BancoH2>();
 }
 
 std::string NomeBanco(const ::testing::TestParamInfo<CreaBanco>& info) {
-  return info.param == &CreaBancoH2 ? "H2" : "SqliteDriver";
+  if (info.param == &CreaBancoH2) return "H2";
+  return info.param == &CreaBancoDriverSqlite ? "SqliteDriver" : "SqliteDriverWithDialect";
 }
 
-INSTANTIATE_TEST_SUITE_P(Odbc, ContrattoConnessione, ::testing::Values(&CreaBancoDriverSqlite, &CreaBancoH2),
+// No command on SQLite's driver, which knows no procedures that are called.
+INSTANTIATE_TEST_SUITE_P(Odbc, ContrattoConnessione,
+                         ::testing::Values(&CreaBancoDriverSqlite, &CreaBancoDriverConDialetto, &CreaBancoH2),
                          NomeBanco);
-INSTANTIATE_TEST_SUITE_P(Odbc, ContrattoDialetto, ::testing::Values(&CreaBancoH2), NomeBanco);
+INSTANTIATE_TEST_SUITE_P(Odbc, ContrattoDialetto,
+                         ::testing::Values(&CreaBancoDriverConDialetto, &CreaBancoH2), NomeBanco);
+INSTANTIATE_TEST_SUITE_P(Odbc, ContrattoProcedura, ::testing::Values(&CreaBancoH2), NomeBanco);
 
 }  // namespace
 

@@ -45,6 +45,7 @@ std::string NomeBanco(const ::testing::TestParamInfo<CreaBanco>& /*info*/) {
 
 INSTANTIATE_TEST_SUITE_P(Sqlite, ContrattoConnessione, ::testing::Values(&CreaBancoSqlite), NomeBanco);
 INSTANTIATE_TEST_SUITE_P(Sqlite, ContrattoDialetto, ::testing::Values(&CreaBancoSqlite), NomeBanco);
+INSTANTIATE_TEST_SUITE_P(Sqlite, ContrattoProcedura, ::testing::Values(&CreaBancoSqlite), NomeBanco);
 
 }  // namespace
 
