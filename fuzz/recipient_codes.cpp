@@ -87,10 +87,14 @@ void CheckDestination(Bench& bench, const std::string& text) {
   }
   const host::Variant result = bench.inside.GetDatiDestinatario(text, kDestination);
   const auto statements = bench.database->Statements();
-  Require(statements.size() == (whole ? 2 : 0), "a short code runs no statement");
-  // No destination: the state is kept and there is no address. A short code is a failure.
-  Require(result.ToInt16() == (whole ? 2 : 1), "the look-up's result for a destination");
-  if (!whole) return;
+  Require(statements.empty() != whole, "a short code runs no statement");
+  if (!whole || text.find('\0') != std::string::npos) {
+    Require(result.ToInt16() == 1, "a short code is a failure, and so is a statement that cannot be run");
+    return;
+  }
+  // No destination: the state is kept and there is no address.
+  Require(statements.size() == 2, "both the destination and the partner are asked for");
+  Require(result.ToInt16() == 2, "the look-up's result for a destination");
   const std::string last = Parts(text, '/').size() > 3 ? text.substr([&] {
     std::size_t at = 0;
     for (int i = 0; i < 3; ++i) at = text.find('/', at) + 1;

@@ -1,9 +1,12 @@
 // A database of rules: a statement that holds a rule's text gets the rule's rows, any other an empty result.
+// Otherwise it behaves as the real connections do (adapters/connection_contract.h).
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "fakes/journal.h"
@@ -20,19 +23,34 @@ class FakeConnection : public host::Connection {
   explicit FakeConnection(JournalPtr journal) : journal_(std::move(journal)) {}
 
   /// Statements that hold `testo` give these rows. The rule added last is asked first.
-  void Risponde(const std::string& testo, Righe righe) { regole_.emplace_back(testo, std::move(righe)); }
+  void Risponde(const std::string& testo, Righe righe) {
+    Calcola(testo, [righe = std::move(righe)] { return righe; });
+  }
+  /// Statements that hold `testo` give the rows that the call makes each time; it may raise an Errore.
+  void Calcola(const std::string& testo, std::function<Righe()> risposta) {
+    regole_.emplace_back(testo, std::move(risposta));
+  }
+  /// From now on a statement without a rule is one that the engine cannot run: an error.
+  void SoloRegole() { soloRegole_ = true; }
   /// What SPFW_GetUserIDFromConnection puts into its output parameter.
   host::Variant utenteConnessione = 7;
 
   std::shared_ptr<host::RecordSet> Execute(const std::string& statement, std::int32_t opzione) override;
+  /// The command must not outlive the connection.
   std::shared_ptr<host::Command> CreateCommand() override;
+
+  /// The connection is gone: every use of it is an error, record sets stay as they are.
+  void Chiudi() { aperta_ = false; }
+  [[nodiscard]] bool Aperta() const { return aperta_; }
 
   /// The statements run so far, without the option.
   [[nodiscard]] std::vector<std::string> Statements() const;
 
  private:
   JournalPtr journal_;
-  std::vector<std::pair<std::string, Righe>> regole_;
+  std::vector<std::pair<std::string, std::function<Righe()>>> regole_;
+  bool soloRegole_ = false;
+  bool aperta_ = true;
 };
 
 /// An open record set over rows held in memory; `nome` stands in the journal.
