@@ -1,8 +1,13 @@
 // The open connection to a data source, shared by the connection object and the commands made from it, which
 // outlive a close as errors.
+//
+// The driver is told how long login and statements may take. Not every driver keeps to it, above all with a
+// server that has fallen silent, so that each call runs on a thread of its own: a statement that is long
+// overdue is cancelled, and what does not come back even then is left behind together with its connection.
 #pragma once
 
 #include <chrono>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,13 +19,9 @@ namespace orve::adapters::odbc {
 
 class Collegamento {
  public:
-  /// Raises the driver's error, in which the connection string's password does not stand.
+  /// Raises the driver's error, in which the connection string's password does not stand, and 3001 for a
+  /// string that no driver could take.
   Collegamento(const std::string& stringaConnessione, const OpzioniOdbc& opzioni);
-  ~Collegamento() { Chiudi(); }
-  Collegamento(const Collegamento&) = delete;
-  Collegamento& operator=(const Collegamento&) = delete;
-  Collegamento(Collegamento&&) = delete;
-  Collegamento& operator=(Collegamento&&) = delete;
 
   /// Runs a text as it stands. Raises 3001 for an empty one and one with a NUL in it, 3704 when closed.
   [[nodiscard]] rows::Righe Esegui(const std::string& testo) const;
@@ -28,14 +29,18 @@ class Collegamento {
   /// what is no name of a procedure.
   [[nodiscard]] std::vector<host::Variant> Chiama(std::string_view procedura, std::size_t parametri) const;
 
-  void Chiudi() noexcept;
-  [[nodiscard]] bool Aperto() const { return connessione_.Grezzo() != nullptr; }
+  void Chiudi() noexcept { accesso_.reset(); }
+  [[nodiscard]] bool Aperto() const { return accesso_ != nullptr; }
 
  private:
-  [[nodiscard]] Handle NuovaIstruzione() const;
+  class Accesso;
+  struct Esecuzione;
 
-  Handle ambiente_;
-  Handle connessione_;
+  [[nodiscard]] std::shared_ptr<Esecuzione> NuovaEsecuzione() const;
+  template <class Lavoro>
+  [[nodiscard]] auto InTempo(Lavoro lavoro) const;
+
+  std::shared_ptr<Accesso> accesso_;
   std::chrono::seconds tempoMassimo_;
 };
 

@@ -6,8 +6,10 @@
 
 #include <filesystem>
 
+#include "adapters/odbc/motore.h"
 #include "odbc/prova_odbc.h"
 #include "sqlite/sqlite_connection.h"
+#include "support/silent_relay.h"
 
 namespace orve::app {
 
@@ -165,6 +167,7 @@ TEST_F(InvioOdbc, TheDatabaseMayStandInTheEnvironmentWhereNobodyReadsItsPassword
 
 TEST_F(InvioOdbc, ADatabaseThatCannotBeReachedIsToldWithoutItsPassword) {
   const Muto muto;
+  const support::SilentRelay filo(adapters::odbc::Motore().Port(), "extra_float_digits");
   struct Caso {
     const char* label;
     std::string stringa;
@@ -180,6 +183,8 @@ TEST_F(InvioOdbc, ADatabaseThatCannotBeReachedIsToldWithoutItsPassword) {
        "Driver=FreeTDS;TDS_Version=7.4;Server=127.0.0.1;Port=" + muta + ";Database=x;UID=posta;PWD=pa-ro-la"},
       {"a server that says nothing",
        "Driver={PostgreSQL Unicode};Server=127.0.0.1;Port=" + muta + ";Database=x;UID=posta;PWD=pa-ro-la"},
+      {"a server that falls silent in the middle of the login",
+       support::H2Server::ConnectionStringBy(filo.Port(), kDatabase, "posta", "pa-ro-la")},
       {"a wrong password", adapters::odbc::StringaPosta(kDatabase, "pa-ro-la")},
       {"a password between braces", adapters::odbc::StringaPosta(kDatabase, "{pa-ro-la;}}x}")},
       {"no connection string", "pa-ro-la"},

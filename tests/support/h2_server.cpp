@@ -19,7 +19,12 @@ H2Server::H2Server()
 
 std::string H2Server::ConnectionString(const std::string& database, const std::string& user,
                                        const std::string& password) const {
-  return "Driver={PostgreSQL Unicode};Server=127.0.0.1;Port=" + std::to_string(port_) +
+  return ConnectionStringBy(port_, database, user, password);
+}
+
+std::string H2Server::ConnectionStringBy(int port, const std::string& database, const std::string& user,
+                                         const std::string& password) {
+  return "Driver={PostgreSQL Unicode};Server=127.0.0.1;Port=" + std::to_string(port) +
          ";Database=mem:" + database + ";UID=" + user + ";PWD=" + password;
 }
 

@@ -18,6 +18,11 @@ class H2Server {
   /// use and gone with its last connection.
   [[nodiscard]] std::string ConnectionString(const std::string& database, const std::string& user = "sa",
                                              const std::string& password = "sa") const;
+  /// The same through a relay on that port.
+  [[nodiscard]] static std::string ConnectionStringBy(int port, const std::string& database,
+                                                      const std::string& user = "sa",
+                                                      const std::string& password = "sa");
+  [[nodiscard]] int Port() const { return port_; }
 
  private:
   TempDir directory_;

@@ -1,0 +1,46 @@
+#include "odbc/on_thread.h"
+
+#include <pthread.h>
+
+#include <csignal>
+#include <system_error>
+#include <thread>
+
+#include "host/errore.h"
+
+namespace orve::adapters::odbc {
+
+namespace {
+
+// A thread inherits what its maker holds back: the application's handlers stay on the application's threads,
+// and a write to a connection that is gone is an error and no end of the program.
+class SegnaliTrattenuti {
+ public:
+  SegnaliTrattenuti() {
+    sigset_t tutti;
+    ::sigfillset(&tutti);
+    for (const int colpa : {SIGSEGV, SIGBUS, SIGFPE, SIGILL}) ::sigdelset(&tutti, colpa);
+    ::pthread_sigmask(SIG_SETMASK, &tutti, &prima_);
+  }
+  SegnaliTrattenuti(const SegnaliTrattenuti&) = delete;
+  SegnaliTrattenuti& operator=(const SegnaliTrattenuti&) = delete;
+  SegnaliTrattenuti(SegnaliTrattenuti&&) = delete;
+  SegnaliTrattenuti& operator=(SegnaliTrattenuti&&) = delete;
+  ~SegnaliTrattenuti() { ::pthread_sigmask(SIG_SETMASK, &prima_, nullptr); }
+
+ private:
+  sigset_t prima_{};
+};
+
+}  // namespace
+
+void SuUnThread(std::function<void()> lavoro) {
+  const SegnaliTrattenuti trattenuti;
+  try {
+    std::thread(std::move(lavoro)).detach();
+  } catch (const std::system_error&) {
+    throw host::Errore(host::kMemoriaInsufficiente);
+  }
+}
+
+}  // namespace orve::adapters::odbc

@@ -1,0 +1,42 @@
+// A relay in front of a server that passes everything on until it is told to fall silent: from then on its
+// connections stay open and nothing travels over them, as over a line that was cut without a word.
+#pragma once
+
+#include <atomic>
+#include <string>
+#include <thread>
+
+namespace orve::support {
+
+class SilentRelay {
+ public:
+  /// Listens on a free port of loopback in front of `serverPort`, also of loopback. With `lastWords` it falls
+  /// silent by itself when a client says them.
+  explicit SilentRelay(int serverPort, std::string lastWords = "");
+  SilentRelay(const SilentRelay&) = delete;
+  SilentRelay& operator=(const SilentRelay&) = delete;
+  SilentRelay(SilentRelay&&) = delete;
+  SilentRelay& operator=(SilentRelay&&) = delete;
+  /// Closes all connections.
+  ~SilentRelay();
+
+  [[nodiscard]] int Port() const { return port_; }
+  /// Whatever was not passed on by now never is, also of connections made later.
+  void FallSilent();
+
+ private:
+  void Run();
+
+  bool PassOn(int from, int to, bool fromClient);
+
+  int serverPort_;
+  std::string lastWords_;
+  int listener_ = -1;
+  int port_ = 0;
+  int wake_ = -1;  // an event that the thread waits for beside its connections
+  std::atomic<bool> silent_{false};
+  std::atomic<bool> ended_{false};
+  std::thread thread_;
+};
+
+}  // namespace orve::support
