@@ -73,8 +73,10 @@ using TogliLibreria = HRESULT(STDAPICALLTYPE*)(REFGUID, WORD, WORD, LCID, SYSKIN
 
 #ifdef _WIN64
 constexpr SYSKIND kSistema = SYS_WIN64;
+constexpr REGSAM kAltraVista = KEY_WOW64_32KEY;
 #else
 constexpr SYSKIND kSistema = SYS_WIN32;
+constexpr REGSAM kAltraVista = KEY_WOW64_64KEY;
 #endif
 
 void RegistraSotto(HKEY radice, ScriviLibreria scriviLibreria) {
@@ -99,12 +101,26 @@ class Rimozione {
   HRESULT primo_ = S_OK;
 };
 
+// Classes are entered for each width of programs, their names once for both. A system of one width has one
+// view, in which the class is gone by then.
+bool RegistrataPerAltraLarghezza(HKEY radice, const ClasseCreabile& classe) {
+  HKEY aperta = nullptr;
+  if (RegOpenKeyExW(radice, ChiaveClasse(classe).c_str(), 0, KEY_QUERY_VALUE | kAltraVista, &aperta) !=
+      ERROR_SUCCESS) {
+    return false;
+  }
+  RegCloseKey(aperta);
+  return true;
+}
+
 HRESULT TogliSotto(HKEY radice, TogliLibreria togliLibreria) {
   Rimozione rimozione;
+  const auto togli = [&](const std::wstring& chiave) {
+    rimozione.Nota(HRESULT_FROM_WIN32(static_cast<DWORD>(RegDeleteTreeW(radice, chiave.c_str()))));
+  };
   for (const auto& classe : ClassiCreabili()) {
-    for (const std::wstring& chiave : {ChiaveClasse(classe), kClassi + ProgId(classe)}) {
-      rimozione.Nota(HRESULT_FROM_WIN32(static_cast<DWORD>(RegDeleteTreeW(radice, chiave.c_str()))));
-    }
+    togli(ChiaveClasse(classe));
+    if (!RegistrataPerAltraLarghezza(radice, classe)) togli(kClassi + ProgId(classe));
   }
   rimozione.Nota(togliLibreria(LIBID_ORVE_MAILSERVER, 1, 0, LOCALE_NEUTRAL, kSistema));
   return rimozione.Esito();

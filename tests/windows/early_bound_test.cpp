@@ -407,6 +407,42 @@ TEST_F(ClienteAnticipato, RegisteringEntersTheCreatableClassesAndUnregisteringTa
       << "what is not there is no failure";
 }
 
+// The classes are entered for each width of programs, their names once for both.
+TEST_F(ClienteAnticipato, UnregisteringLeavesTheNamesThatProgramsOfTheOtherWidthCreateBy) {
+  constexpr REGSAM kAltraVista = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+  wchar_t testo[40];
+  StringFromGUID2(CLSID_Mittente, testo, 40);
+  const std::wstring classe = std::wstring(L"Software\\Classes\\CLSID\\") + testo;
+  const auto classeDelNome = [](const wchar_t* nome) {
+    wchar_t letto[40] = {};
+    DWORD misura = sizeof(letto);
+    const std::wstring chiave = std::wstring(L"Software\\Classes\\") + nome + L"\\CLSID";
+    return RegGetValueW(HKEY_LOCAL_MACHINE, chiave.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, letto,
+                        &misura) == ERROR_SUCCESS
+               ? std::wstring(letto)
+               : std::wstring();
+  };
+  const auto registra = Esportata<SenzaArgomenti>(modulo_, "DllRegisterServer");
+  const auto togli = Esportata<SenzaArgomenti>(modulo_, "DllUnregisterServer");
+  ASSERT_EQ(registra(), S_OK);
+  HKEY altra = nullptr;
+  ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, classe.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                            KEY_SET_VALUE | kAltraVista, nullptr, &altra, nullptr),
+            ERROR_SUCCESS);
+  RegCloseKey(altra);
+
+  EXPECT_EQ(togli(), S_OK);
+  HKEY propria = nullptr;
+  EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, classe.c_str(), 0, KEY_QUERY_VALUE, &propria),
+            ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(classeDelNome(L"ORVE_MAILSERVER.Mittente"), testo);
+  EXPECT_EQ(classeDelNome(L"ORVE_MAILSERVER.CollMittenti"), L"") << "the other width has no such class";
+
+  ASSERT_EQ(RegDeleteKeyExW(HKEY_LOCAL_MACHINE, classe.c_str(), kAltraVista, 0), ERROR_SUCCESS);
+  EXPECT_EQ(togli(), S_OK);
+  EXPECT_EQ(classeDelNome(L"ORVE_MAILSERVER.Mittente"), L"");
+}
+
 // The places of the members in the vtable, as the type library tells them: a program built years ago counts
 // on them.
 TEST_F(ClienteAnticipato, TheOrderOfTheInterfacesIsTheOneFixed) {
