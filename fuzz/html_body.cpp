@@ -72,8 +72,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                      {{{"FIRMA_HTML", signature}, {"FONT", font}, {"DIMENSIONE", stored}}});
   service.ConnectionADO = database;
   service.ActiveInterface = orve::fakes::CreaFakeInterfaccia(*ambiente, 7);
-  RequireSame(inside.CorpoHTMLConFirma(body),
-              Document(body, WithoutBlanksAtTheEnd(font), stored) + WithoutBlanksAtTheEnd(signature),
-              "the document and the signature behind it");
+  // A statement with a NUL cannot be run, and a table that cannot be read signs nothing.
+  const bool readable = table.find('\0') == std::string::npos;
+  const std::string wanted =
+      readable ? Document(body, WithoutBlanksAtTheEnd(font), stored) + WithoutBlanksAtTheEnd(signature)
+               : Document(body, "", 0);
+  RequireSame(inside.CorpoHTMLConFirma(body), wanted, "the document and the signature behind it");
   return 0;
 }
