@@ -132,8 +132,10 @@ class ClienteAnticipato : public ::testing::Test {
     ASSERT_NE(scaricabile_, nullptr);
   }
   void TearDown() override {
-    EXPECT_EQ(scaricabile_(), S_OK) << "a test left an object behind";
-    FreeLibrary(modulo_);
+    if (scaricabile_ != nullptr) {
+      EXPECT_EQ(scaricabile_(), S_OK) << "a test left an object behind";
+    }
+    if (modulo_ != nullptr) FreeLibrary(modulo_);
     CoUninitialize();
   }
 
