@@ -57,6 +57,7 @@ std::string CasellaDiTesto::Legge() const {
 void CasellaDiTesto::Scrive(const std::string& testo) {
   scrive_ = true;
   SetWindowTextW(Maniglia(), Largo(testo).c_str());
+  Manda(EM_EMPTYUNDOBUFFER);
   scrive_ = false;
   scritto_ = testo;
   mostrato_ = Mostrato();
@@ -207,6 +208,7 @@ CasellaCorpo::CasellaCorpo(Posto posto, const host::LayoutControllo& layout)
   Manda(EM_SETEVENTMASK, 0, ENM_CHANGE);
   constexpr WORD kMargine = 3;  // to stand as the text of the other boxes does
   Manda(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(kMargine, kMargine));
+  Manda(EM_EMPTYUNDOBUFFER);  // the font was no work of the person's
   Intercetta();
 }
 

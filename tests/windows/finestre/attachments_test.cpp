@@ -69,6 +69,52 @@ TEST_F(Allegati, LeavingTheChoiceAddsNothing) {
   });
 }
 
+TEST_F(Allegati, DroppedFilesAreListedAndSentWithoutAsking) {
+  const std::string uno = cartella.File("uno.pdf");
+  const std::string due = cartella.File("due è.pdf");
+  Apri([&](const Vista& finestra) {
+    finestra.Lascia({uno, due});
+    EXPECT_THAT(finestra.Righe(), ElementsAre("uno.pdf", "due è.pdf"));
+    EXPECT_EQ(finestra.RigaSelezionata(), 2);
+    finestra.Lascia({due});
+    EXPECT_THAT(finestra.Righe(), ElementsAre("uno.pdf", "due è.pdf"));
+    Invia(finestra);
+  });
+  EXPECT_THAT(Consegnati(), ElementsAre(uno, due));
+}
+
+TEST_F(Allegati, ADroppedFileFromOutsideTravelsAsACopy) {
+  vaCopiato = true;
+  const std::string chiavetta = cartella.File("chiavetta.txt", "dati");
+  Apri([&](const Vista& finestra) {
+    finestra.Lascia({chiavetta});
+    EXPECT_THAT(finestra.Righe(), ElementsAre("chiavetta.txt"));
+    Invia(finestra);
+  });
+  ASSERT_EQ(Consegnati().size(), 1U);
+  EXPECT_NE(Consegnati().front(), chiavetta);
+}
+
+// A choice that comes afterwards is the person's again.
+TEST_F(Allegati, WhatWasDroppedIsUsedUp) {
+  Apri([&](const Vista& finestra) {
+    finestra.Lascia({cartella.File("uno.pdf")});
+    Allega(finestra, cartella.File("due.pdf"));
+    EXPECT_THAT(finestra.Righe(), ElementsAre("uno.pdf", "due.pdf"));
+  });
+}
+
+TEST_F(Allegati, NothingCanBeDroppedBehindAMessage) {
+  servizio->vElencoAllegati = Variant::Array{cartella.File("a.txt")};
+  Apri([&](const Vista& finestra) {
+    finestra.Sceglie("BTN_ELIMINA", "Elimina tutti gli allegati");
+    EXPECT_TRUE(Attendi([&] { return IsWindowEnabled(finestra.Finestra()) == FALSE; }));
+    finestra.Lascia({cartella.File("b.txt")});
+    Risponde(programma, "Rimuovere tutti gli allegati dalla mail?", IDNO);
+    EXPECT_THAT(finestra.Righe(), ElementsAre("a.txt"));
+  });
+}
+
 TEST_F(Allegati, TheRowThatIsChosenIsTheOneThatGoes) {
   servizio->vElencoAllegati =
       Variant::Array{cartella.File("a.txt"), cartella.File("b.txt"), cartella.File("c.txt")};

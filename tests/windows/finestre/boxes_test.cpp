@@ -164,6 +164,67 @@ TEST_F(Caselle, ALineBreakOfTheBodyIsTwoCharactersAndIsNotCutInTwo) {
   });
 }
 
+TEST_F(Caselle, TheMenuOfTheBodyOffersWhatCanBeDone) {
+  using ::testing::ElementsAre;
+  Mostra([this](const Vista& finestra) {
+    finestra.Appunti("altro");
+    EXPECT_THAT(finestra.VociDelTesto("TXT_CORPO"),
+                ElementsAre("(&Annulla)", "", "(&Taglia)", "(&Copia)", "&Incolla", "(&Elimina)", "",
+                            "(&Seleziona tutto)"));
+    finestra.Digita("TXT_CORPO", "uno due");
+    EXPECT_THAT(finestra.VociDelTesto("TXT_CORPO"),
+                ElementsAre("&Annulla", "", "(&Taglia)", "(&Copia)", "&Incolla", "(&Elimina)", "",
+                            "&Seleziona tutto"));
+    finestra.Seleziona("TXT_CORPO", 0, 3);
+    EXPECT_THAT(
+        finestra.VociDelTesto("TXT_CORPO"),
+        ElementsAre("&Annulla", "", "&Taglia", "&Copia", "&Incolla", "&Elimina", "", "&Seleziona tutto"));
+    EXPECT_EQ(Corpo(), "uno due");
+  });
+}
+
+TEST_F(Caselle, WhatTheProgramWroteIsNotForThePersonToUndo) {
+  Mostra([this](const Vista& finestra) {
+    finestra.Digita("TXT_CORPO", "scritto a mano");
+    Scritto<host::KvlRichTextBox>("TXT_CORPO", "del programma");
+    EXPECT_EQ(finestra.VociDelTesto("TXT_CORPO").front(), "(&Annulla)");
+    SendMessageW(finestra.Trova("TXT_CORPO"), EM_UNDO, 0, 0);
+    EXPECT_EQ(Corpo(), "del programma");
+  });
+}
+
+TEST_F(Caselle, TheMenuOfTheBodyDoesWhatItOffers) {
+  Mostra([this](const Vista& finestra) {
+    finestra.Digita("TXT_CORPO", "uno due");
+    finestra.Seleziona("TXT_CORPO", 0, 3);
+    finestra.ScegliePerTesto("TXT_CORPO", "&Copia");
+    EXPECT_EQ(finestra.Appunti(), "uno");
+    EXPECT_EQ(Corpo(), "uno due");
+    finestra.Seleziona("TXT_CORPO", 3, 7);
+    finestra.ScegliePerTesto("TXT_CORPO", "&Taglia");
+    EXPECT_EQ(finestra.Appunti(), " due");
+    EXPECT_EQ(Corpo(), "uno");
+    finestra.ScegliePerTesto("TXT_CORPO", "&Annulla");
+    EXPECT_EQ(Corpo(), "uno due");
+    finestra.Seleziona("TXT_CORPO", 0, 4);
+    finestra.ScegliePerTesto("TXT_CORPO", "&Elimina");
+    EXPECT_EQ(Corpo(), "due");
+    EXPECT_EQ(finestra.Appunti(), " due");
+    finestra.ScegliePerTesto("TXT_CORPO", "&Seleziona tutto");
+    finestra.ScegliePerTesto("TXT_CORPO", "&Incolla");
+    EXPECT_EQ(Corpo(), " due");
+  });
+}
+
+TEST_F(Caselle, TheMenuOfTheBodyPastesAsFarAsThereIsRoom) {
+  Mostra([this](const Vista& finestra) {
+    finestra.Digita("TXT_CORPO", "a");
+    finestra.Appunti(std::string(3000, 'b'));
+    finestra.ScegliePerTesto("TXT_CORPO", "&Incolla");
+    EXPECT_EQ(Corpo(), "a" + std::string(1999, 'b'));
+  });
+}
+
 TEST_F(Caselle, RightToLeftTextComesBackAsTyped) {
   Mostra([this](const Vista& finestra) {
     const std::string scritto = "שלום ‏abc‎ مرحبا";

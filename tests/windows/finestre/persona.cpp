@@ -5,6 +5,7 @@
 #include <dlgs.h>
 #include <gtest/gtest.h>
 #include <richedit.h>
+#include <shlobj.h>
 
 #include <algorithm>
 #include <chrono>
@@ -17,7 +18,7 @@ namespace orve::adapters::win32::finestre {
 
 namespace {
 
-constexpr auto kPazienza = std::chrono::seconds(20);
+constexpr auto kPazienza = std::chrono::seconds(60);
 constexpr DWORD kPausa = 5;
 constexpr UINT kEsegui = WM_APP + 1;
 constexpr UINT kOttieniMenu = 0x01E1;  // MN_GETHMENU
@@ -66,7 +67,8 @@ void Annotate(HMENU menu, std::vector<std::string>& voci) {
     std::wstring testo(256, L'\0');
     testo.resize(static_cast<std::size_t>(GetMenuStringW(menu, static_cast<UINT>(i), testo.data(),
                                                          static_cast<int>(testo.size()), MF_BYPOSITION)));
-    const bool spenta = (GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION) & MF_GRAYED) != 0;
+    const UINT stato = GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION);
+    const bool spenta = (stato & MF_GRAYED) != 0 && (stato & MF_SEPARATOR) == 0;
     voci.push_back(spenta ? "(" + Stretto(testo) + ")" : Stretto(testo));
   }
 }
@@ -258,7 +260,7 @@ void Vista::Seleziona(const std::string& nome, int inizio, int fine) const {
   SendMessageW(Raggiunge(nome), EM_SETSEL, static_cast<WPARAM>(inizio), fine);
 }
 
-void Vista::Incolla(const std::string& nome, const std::string& testo) const {
+void Vista::Appunti(const std::string& testo) const {
   const std::wstring largo = Largo(testo);
   programma_.Esegui([&] {
     HGLOBAL blocco = GlobalAlloc(GMEM_MOVEABLE, (largo.size() + 1) * sizeof(wchar_t));
@@ -271,11 +273,43 @@ void Vista::Incolla(const std::string& nome, const std::string& testo) const {
     SetClipboardData(CF_UNICODETEXT, blocco);
     CloseClipboard();
   });
+}
+
+std::string Vista::Appunti() const {
+  std::string testo;
+  programma_.Esegui([&] {
+    ASSERT_TRUE(Attendi([&] { return OpenClipboard(finestra_) != FALSE; }));
+    HANDLE blocco = GetClipboardData(CF_UNICODETEXT);
+    if (blocco != nullptr) {
+      testo = Stretto(static_cast<const wchar_t*>(GlobalLock(blocco)));
+      GlobalUnlock(blocco);
+    }
+    CloseClipboard();
+  });
+  return testo;
+}
+
+void Vista::Incolla(const std::string& nome, const std::string& testo) const {
+  Appunti(testo);
   SendMessageW(Raggiunge(nome), WM_PASTE, 0, 0);
 }
 
-std::vector<std::string> Vista::VociDiMenu(const std::string& pulsante) const {
-  Clicca(pulsante);
+void Vista::Lascia(const std::vector<std::string>& percorsi) const {
+  std::wstring elenco;
+  for (const auto& uno : percorsi) elenco += Largo(uno) + L'\0';
+  elenco += L'\0';
+  HGLOBAL blocco =
+      GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(DROPFILES) + elenco.size() * sizeof(wchar_t));
+  auto* lasciati = static_cast<DROPFILES*>(GlobalLock(blocco));
+  lasciati->pFiles = sizeof(DROPFILES);
+  lasciati->fWide = TRUE;
+  std::copy(elenco.begin(), elenco.end(), reinterpret_cast<wchar_t*>(lasciati + 1));
+  GlobalUnlock(blocco);
+  PostMessageW(finestra_, WM_DROPFILES, reinterpret_cast<WPARAM>(blocco), 0);
+  programma_.Respira();
+}
+
+std::vector<std::string> Vista::Lette() const {
   auto* finestra = Aspetta("menu", [this] { return Menu(programma_); });
   std::vector<std::string> voci;
   Annotate(reinterpret_cast<HMENU>(SendMessageW(finestra, kOttieniMenu, 0, 0)), voci);
@@ -285,16 +319,47 @@ std::vector<std::string> Vista::VociDiMenu(const std::string& pulsante) const {
   return voci;
 }
 
-void Vista::Sceglie(const std::string& pulsante, const std::string& didascalia) const {
-  Clicca(pulsante);
+void Vista::Scelta(const std::string& didascalia) const {
   auto* finestra = Aspetta("menu", [this] { return Menu(programma_); });
   std::vector<std::string> voci;
   Annotate(reinterpret_cast<HMENU>(SendMessageW(finestra, kOttieniMenu, 0, 0)), voci);
+  voci.erase(std::remove(voci.begin(), voci.end(), std::string()),
+             voci.end());  // the keyboard passes the lines
   const auto trovata = std::find(voci.begin(), voci.end(), didascalia);
   EXPECT_NE(trovata, voci.end()) << didascalia;
-  for (auto voce = voci.begin(); voce <= trovata; ++voce) PostMessageW(finestra_, WM_KEYDOWN, VK_DOWN, 1);
-  PostMessageW(finestra_, WM_KEYDOWN, VK_RETURN, 1);
+  if (trovata == voci.end()) {
+    PostMessageW(finestra_, WM_KEYDOWN, VK_ESCAPE, 1);
+  } else {
+    for (auto voce = voci.begin(); voce <= trovata; ++voce) PostMessageW(finestra_, WM_KEYDOWN, VK_DOWN, 1);
+    PostMessageW(finestra_, WM_KEYDOWN, VK_RETURN, 1);
+  }
   EXPECT_TRUE(Attendi([this] { return Menu(programma_) == nullptr; }));
+}
+
+std::vector<std::string> Vista::VociDiMenu(const std::string& pulsante) const {
+  Clicca(pulsante);
+  return Lette();
+}
+
+void Vista::Sceglie(const std::string& pulsante, const std::string& didascalia) const {
+  Clicca(pulsante);
+  Scelta(didascalia);
+}
+
+std::vector<std::string> Vista::VociDelTesto(const std::string& nome) const {
+  auto* casella = Raggiunge(nome);
+  RECT posto = {};
+  GetWindowRect(casella, &posto);
+  PostMessageW(casella, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(casella),
+               MAKELPARAM(posto.left + 5, posto.top + 5));
+  return Lette();
+}
+
+void Vista::ScegliePerTesto(const std::string& nome, const std::string& didascalia) const {
+  auto* casella = Raggiunge(nome);
+  PostMessageW(casella, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(casella), -1);
+  Scelta(didascalia);
+  programma_.Respira();
 }
 
 void Vista::Ridimensiona(int width, int height) const {

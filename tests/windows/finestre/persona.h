@@ -72,16 +72,28 @@ class Vista {
   /// Pastes in the place of the selection.
   void Incolla(const std::string& nome, const std::string& testo) const;
   void Seleziona(const std::string& nome, int inizio, int fine) const;
+  /// Drops these files on the window, as the system's explorer does.
+  void Lascia(const std::vector<std::string>& percorsi) const;
   /// Brings the menu of a button up and gives "Caption" or "(Caption)" for each entry, switched off in
   /// brackets; leaves the menu again.
   [[nodiscard]] std::vector<std::string> VociDiMenu(const std::string& pulsante) const;
   void Sceglie(const std::string& pulsante, const std::string& didascalia) const;
+  /// The same for the menu of a box, asked for with the mouse and, where one is chosen, with the keyboard. An
+  /// empty text is a line between entries.
+  [[nodiscard]] std::vector<std::string> VociDelTesto(const std::string& nome) const;
+  void ScegliePerTesto(const std::string& nome, const std::string& didascalia) const;
+  /// What lies on the clipboard.
+  void Appunti(const std::string& testo) const;
+  [[nodiscard]] std::string Appunti() const;
   void Ridimensiona(int width, int height) const;
   void Chiude() const;
   [[nodiscard]] const Programma& IlProgramma() const { return programma_; }
 
  private:
   [[nodiscard]] HWND Raggiunge(const std::string& nome) const;
+  // Of the menu that is coming up.
+  [[nodiscard]] std::vector<std::string> Lette() const;
+  void Scelta(const std::string& didascalia) const;
 
   const Programma& programma_;
   HWND finestra_;
