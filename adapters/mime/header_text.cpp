@@ -32,7 +32,8 @@ std::size_t ControlLength(std::string_view text, std::size_t position) {
 
 std::string ValidUtf8(std::string_view text) {
   const auto length = static_cast<gssize>(text.size());
-  if (length == 0 || g_utf8_validate(text.data(), length, nullptr) != FALSE) return std::string(text);
+  if (IsAscii(text) && text.find('\0') == std::string_view::npos) return std::string(text);
+  if (g_utf8_validate(text.data(), length, nullptr) != FALSE) return std::string(text);
   const std::unique_ptr<char, GFree> repaired(g_utf8_make_valid(text.data(), length));
   return repaired.get();
 }
@@ -49,7 +50,9 @@ std::string HeaderSafe(std::string_view text) {
 }
 
 bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+  unsigned char bits = 0;  // without an end before the last byte, so that many are looked at at a time
+  for (const char c : text) bits |= static_cast<unsigned char>(c);
+  return bits < 0x80;
 }
 
 void RequireOwnHeaderName(std::string_view name) {

@@ -1,17 +1,24 @@
 #include "mime/message_writer.h"
 
+#include <gmime/gmime.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
+#include <cstdlib>
 #include <ctime>
+#include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "host/errore.h"
 #include "mime/address_list.h"
 #include "mime/attachment.h"
-#include "mime/gmime_streams.h"
+#include "mime/base64_lines.h"
+#include "mime/file_reader.h"
 #include "mime/header_text.h"
 #include "mime/header_writer.h"
 #include "text/text.h"
@@ -23,15 +30,20 @@ namespace {
 constexpr const char* kCharset = "utf-8";
 constexpr std::size_t kLongestLine = 998;
 
+constexpr std::string_view kLineEnd = "\r\n";
+
 struct FormatFree {
   void operator()(GMimeFormatOptions* options) const { g_mime_format_options_free(options); }
 };
 struct TextFree {
   void operator()(char* text) const { g_free(text); }
 };
-struct DateFree {
-  void operator()(GDateTime* date) const { g_date_time_unref(date); }
+struct GObjectUnref {
+  void operator()(void* object) const { g_object_unref(object); }
 };
+/// Owns one reference to a GObject.
+template <class T>
+using GRef = std::unique_ptr<T, GObjectUnref>;
 
 /// The text with each of CR LF, CR and LF as CR LF, valid UTF-8 and closed by a line end unless it is empty.
 std::string CanonicalBody(const std::string& body) {
@@ -39,39 +51,95 @@ std::string CanonicalBody(const std::string& body) {
   std::string canonical;
   canonical.reserve(text.size() + text.size() / 32 + 2);
   std::size_t done = 0;  // what stands before it is copied
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '\r' && text[i] != '\n') continue;
-    canonical.append(text, done, i - done).append("\r\n");
-    if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
-    done = i + 1;
+  std::size_t cr = text.find('\r');
+  std::size_t lf = text.find('\n');
+  while (std::min(cr, lf) != std::string::npos) {
+    const std::size_t end = std::min(cr, lf);
+    canonical.append(text, done, end - done).append(kLineEnd);
+    done = end + (end + 1 == lf ? 2 : 1);
+    if (cr < done) cr = text.find('\r', done);
+    if (lf < done) lf = text.find('\n', done);
   }
-  if (done < text.size()) canonical.append(text, done).append("\r\n");
+  if (done < text.size()) canonical.append(text, done).append(kLineEnd);
   return canonical;
 }
 
-/// Plain where lines and characters allow it, base64 where quoted-printable would grow beyond it.
-GMimeContentEncoding BodyEncoding(const std::string& canonical) {
-  std::size_t escaped = 0;
-  std::size_t line = 0;
-  std::size_t longest = 0;
-  for (const char c : canonical) {
-    if (c == '\n') line = 0;
-    if (c != '\n' && c != '\r') ++line;
-    longest = std::max(longest, line);
-    const bool printable = (c >= ' ' && c < 0x7f) || c == '\t' || c == '\r' || c == '\n';
-    if (!printable) ++escaped;
-  }
-  if (escaped == 0 && longest <= kLongestLine) return GMIME_CONTENT_ENCODING_7BIT;
-  return escaped * 6 > canonical.size() ? GMIME_CONTENT_ENCODING_BASE64
-                                        : GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE;
+enum class BodyEncoding { kPlain, kQuotedPrintable, kBase64 };
+
+bool IsEscaped(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return (byte < ' ' && c != '\t' && c != '\r' && c != '\n') || byte >= 0x7f;
 }
 
+/// Plain where lines and characters allow it, base64 where quoted-printable would grow beyond it.
+BodyEncoding EncodingOf(std::string_view canonical) {
+  // That there is none, as in most bodies, shows sooner than how many there are.
+  bool any = false;
+  for (const char c : canonical) any |= IsEscaped(c);
+  const std::size_t escaped =
+      any ? static_cast<std::size_t>(std::count_if(canonical.begin(), canonical.end(), IsEscaped)) : 0;
+  std::size_t longest = 0;
+  for (std::size_t at = 0, end = 0; (end = canonical.find(kLineEnd, at)) != std::string_view::npos;
+       at = end + kLineEnd.size()) {
+    longest = std::max(longest, end - at);
+  }
+  if (escaped == 0 && longest <= kLongestLine) return BodyEncoding::kPlain;
+  return escaped * 6 > canonical.size() ? BodyEncoding::kBase64 : BodyEncoding::kQuotedPrintable;
+}
+
+/// Each line ended by CR LF.
+std::string QuotedPrintable(const std::string& canonical) {
+  GMimeEncoding state;
+  g_mime_encoding_init_encode(&state, GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE);
+  std::string encoded(g_mime_encoding_outlen(&state, canonical.size()), '\0');
+  encoded.resize(g_mime_encoding_flush(&state, canonical.data(), canonical.size(), encoded.data()));
+  return text::Replace(encoded, "\n", kLineEnd);
+}
+
+std::string Base64(std::string_view bytes) {
+  std::string lines;
+  Base64Lines encoder;
+  encoder.Add(bytes, lines);
+  encoder.Finish(lines);
+  return lines;
+}
+
+/// The body as a part: its header lines, an empty one and the encoded text.
+std::string BodyPart(const Message& message) {
+  std::string part = message.html ? "Content-Type: text/html" : "Content-Type: text/plain";
+  part += "; charset=utf-8\r\nContent-Transfer-Encoding: ";
+  const std::string text = CanonicalBody(message.body);
+  switch (EncodingOf(text)) {
+    case BodyEncoding::kPlain:
+      return part.append("7bit\r\n\r\n").append(text);
+    case BodyEncoding::kQuotedPrintable:
+      return part.append("quoted-printable\r\n\r\n").append(QuotedPrintable(text));
+    case BodyEncoding::kBase64:
+      return part.append("base64\r\n\r\n").append(Base64(text));
+  }
+  return part;
+}
+
+/// In the time of the place where the program runs, which may change meanwhile.
 std::string DateHeader(std::chrono::system_clock::time_point instant) {
-  const std::unique_ptr<GDateTime, DateFree> date(
-      g_date_time_new_from_unix_local(std::chrono::system_clock::to_time_t(instant)));
-  if (!date) throw host::Errore(host::kArgomentoNonValido);
-  const std::unique_ptr<char, TextFree> text(g_mime_utils_header_format_date(date.get()));
-  return TextHeader("Date", text.get());
+  static constexpr std::array<const char*, 7> kDays = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
+  static constexpr std::array<const char*, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                                          "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+  const std::time_t time = std::chrono::system_clock::to_time_t(instant);
+  ::tzset();
+  std::tm local{};
+  constexpr int kFirstYear = 1900;
+  if (::localtime_r(&time, &local) == nullptr || local.tm_year + kFirstYear < 1 ||
+      local.tm_year + kFirstYear > 9999) {
+    throw host::Errore(host::kArgomentoNonValido);
+  }
+  const long minutes = std::labs(local.tm_gmtoff) / 60;
+  std::array<char, 64> text{};
+  std::snprintf(text.data(), text.size(), "Date: %s, %02d %s %04d %02d:%02d:%02d %c%02ld%02ld\r\n",
+                kDays.at(static_cast<std::size_t>(local.tm_wday)), local.tm_mday,
+                kMonths.at(static_cast<std::size_t>(local.tm_mon)), local.tm_year + kFirstYear, local.tm_hour,
+                local.tm_min, local.tm_sec, local.tm_gmtoff < 0 ? '-' : '+', minutes / 60, minutes % 60);
+  return text.data();
 }
 
 /// Everything before the header lines of the content.
@@ -95,99 +163,130 @@ std::string HeaderBlock(const Message& message) {
   return block + "MIME-Version: 1.0\r\n";
 }
 
-/// The content of a message as GMime's objects.
-class ContentBuilder {
- public:
-  ContentBuilder(const Message& message, Failure& failure) : message_(message), failure_(failure) {}
+/// The header lines of a part or of several, and the empty line behind them.
+std::string HeaderLines(GMimeObject* object) {
+  const std::unique_ptr<GMimeFormatOptions, FormatFree> format(g_mime_format_options_new());
+  g_mime_format_options_set_newline_format(format.get(), GMIME_NEWLINE_FORMAT_DOS);
+  const std::unique_ptr<char, TextFree> lines(g_mime_object_get_headers(object, format.get()));
+  return lines.get() + std::string(kLineEnd);
+}
 
-  GRef<GMimeObject> Build() {
-    GRef<GMimePart> body = NewBody();
-    if (message_.attachments.empty()) return GRef<GMimeObject>(GMIME_OBJECT(body.release()));
-    GRef<GMimeMultipart> parts(g_mime_multipart_new_with_subtype("mixed"));
-    g_mime_multipart_add(parts.get(), GMIME_OBJECT(body.get()));
-    for (const Attachment& attachment : message_.attachments) {
-      g_mime_multipart_add(parts.get(), GMIME_OBJECT(NewAttachment(attachment).get()));
+void SetParameterCharset(GMimeParamList* parameters, const char* name) {
+  GMimeParam* const parameter = g_mime_param_list_get_parameter(parameters, name);
+  if (parameter != nullptr) g_mime_param_set_charset(parameter, kCharset);
+}
+
+std::string AttachmentHeaders(const Attachment& attachment, const std::string& local) {
+  const std::string name = AttachmentName(attachment.name.empty() ? local : attachment.name);
+  const std::string_view type = MediaType(name);
+  const std::size_t slash = type.find('/');
+  const GRef<GMimePart> part(g_mime_part_new_with_type(std::string(type.substr(0, slash)).c_str(),
+                                                       std::string(type.substr(slash + 1)).c_str()));
+  GMimeObject* const object = GMIME_OBJECT(part.get());
+  g_mime_object_set_disposition(object, GMIME_DISPOSITION_ATTACHMENT);
+  g_mime_part_set_filename(part.get(), name.c_str());
+  SetParameterCharset(
+      g_mime_content_disposition_get_parameters(g_mime_object_get_content_disposition(object)), "filename");
+  SetParameterCharset(g_mime_content_type_get_parameters(g_mime_object_get_content_type(object)), "name");
+  g_mime_part_set_content_encoding(part.get(), GMIME_CONTENT_ENCODING_BASE64);
+  return HeaderLines(object);
+}
+
+/// Collects bytes into pieces of kPieceBytes.
+class PieceBuffer {
+ public:
+  explicit PieceBuffer(const ByteSink& sink) : sink_(sink) { pending_.reserve(kPieceBytes); }
+
+  void Write(std::string_view bytes) {
+    while (!bytes.empty()) {
+      const std::size_t room = std::min(kPieceBytes - pending_.size(), bytes.size());
+      pending_.append(bytes.substr(0, room));
+      bytes.remove_prefix(room);
+      if (pending_.size() == kPieceBytes) Flush();
     }
-    return GRef<GMimeObject>(GMIME_OBJECT(parts.release()));
+  }
+
+  /// Hands over what is left.
+  void Flush() {
+    if (!pending_.empty()) sink_(pending_);
+    pending_.clear();
   }
 
  private:
-  GRef<GMimePart> NewBody() {
-    const std::string text = CanonicalBody(message_.body);
-    GRef<GMimePart> part(g_mime_part_new_with_type("text", message_.html ? "html" : "plain"));
-    g_mime_object_set_content_type_parameter(GMIME_OBJECT(part.get()), "charset", kCharset);
-    g_mime_part_set_content_encoding(part.get(), BodyEncoding(text));
-    const GRef<GMimeStream> stream(g_mime_stream_mem_new_with_buffer(text.data(), text.size()));
-    SetContent(part.get(), stream.get());
-    return part;
-  }
-
-  GRef<GMimePart> NewAttachment(const Attachment& attachment) {
-    std::string local = LocalPath(attachment.path);
-    const std::string name = AttachmentName(attachment.name.empty() ? local : attachment.name);
-    const std::string_view type = MediaType(name);
-    const std::size_t slash = type.find('/');
-    GRef<GMimePart> part(g_mime_part_new_with_type(std::string(type.substr(0, slash)).c_str(),
-                                                   std::string(type.substr(slash + 1)).c_str()));
-    GMimeObject* const object = GMIME_OBJECT(part.get());
-    g_mime_object_set_disposition(object, GMIME_DISPOSITION_ATTACHMENT);
-    g_mime_part_set_filename(part.get(), name.c_str());
-    SetParameterCharset(
-        g_mime_content_disposition_get_parameters(g_mime_object_get_content_disposition(object)), "filename");
-    SetParameterCharset(g_mime_content_type_get_parameters(g_mime_object_get_content_type(object)), "name");
-    g_mime_part_set_content_encoding(part.get(), GMIME_CONTENT_ENCODING_BASE64);
-    const GRef<GMimeStream> stream = NewFileStream(std::move(local), failure_);
-    SetContent(part.get(), stream.get());
-    return part;
-  }
-
-  static void SetParameterCharset(GMimeParamList* parameters, const char* name) {
-    GMimeParam* const parameter = g_mime_param_list_get_parameter(parameters, name);
-    if (parameter != nullptr) g_mime_param_set_charset(parameter, kCharset);
-  }
-
-  static void SetContent(GMimePart* part, GMimeStream* stream) {
-    const GRef<GMimeDataWrapper> content(
-        g_mime_data_wrapper_new_with_stream(stream, GMIME_CONTENT_ENCODING_DEFAULT));
-    g_mime_part_set_content(part, content.get());
-  }
-
-  const Message& message_;
-  Failure& failure_;
+  const ByteSink& sink_;
+  std::string pending_;
 };
 
-void AddFilter(GMimeStream* chain, GMimeFilter* filter) {
-  const GRef<GMimeFilter> owned(filter);
-  g_mime_stream_filter_add(GMIME_STREAM_FILTER(chain), filter);
+/// Writes the file as base64, which has no dots.
+void WriteFile(std::string localPath, PieceBuffer& buffer) {
+  std::string bytes(std::size_t{48} * 1024, '\0');
+  std::string lines;
+  Base64Lines encoder;
+  FileReader file(std::move(localPath));
+  while (const std::size_t count = file.Read(bytes.data(), bytes.size())) {
+    lines.clear();
+    encoder.Add({bytes.data(), count}, lines);
+    buffer.Write(lines);
+  }
+  lines.clear();
+  encoder.Finish(lines);
+  buffer.Write(lines);
 }
 
 }  // namespace
 
-void WriteMessage(const Message& message, const ByteSink& sink, const WriteOptions& options) {
+void OutgoingMessage::Prepare() noexcept {
+  if (prepared_) return;
+  prepared_ = true;
+  try {
+    Build();
+  } catch (...) {
+    failure_ = std::current_exception();
+  }
+}
+
+void OutgoingMessage::Build() {
   static std::once_flag initialised;
   std::call_once(initialised, g_mime_init);
 
-  Failure failure;
-  std::string headers = HeaderBlock(message);
-  // A header of the caller's own may begin with a dot; the first line never does.
-  if (options.dotStuffing) headers = text::Replace(headers, "\r\n.", "\r\n..");
-  const GRef<GMimeObject> content = ContentBuilder(message, failure).Build();
-  PieceBuffer buffer(sink, failure);
-  const GRef<GMimeStream> end = NewSinkStream(buffer);
-  const GRef<GMimeStream> chain(g_mime_stream_filter_new(end.get()));
-  AddFilter(chain.get(), g_mime_filter_unix2dos_new(TRUE));
-  if (options.dotStuffing) AddFilter(chain.get(), g_mime_filter_smtp_data_new());
-
-  const std::unique_ptr<GMimeFormatOptions, FormatFree> format(g_mime_format_options_new());
-  g_mime_format_options_set_newline_format(format.get(), GMIME_NEWLINE_FORMAT_DOS);
-  buffer.Write(headers);
-  const bool written = g_mime_object_write_to_stream(content.get(), format.get(), chain.get()) >= 0 &&
-                       g_mime_stream_flush(chain.get()) == 0;
-  if (!written && !failure.error) {
-    throw host::Errore(host::kErroreAutomazione, "orve-mime", "Composizione del messaggio non riuscita");
+  std::string beginning = HeaderBlock(message_);
+  if (!message_.attachments.empty()) {
+    const GRef<GMimeMultipart> parts(g_mime_multipart_new_with_subtype("mixed"));
+    boundary_ = g_mime_multipart_get_boundary(parts.get());
+    beginning += HeaderLines(GMIME_OBJECT(parts.get()));
+    beginning.append("--").append(boundary_).append(kLineEnd);
   }
-  buffer.Write(options.trailer);
-  buffer.Finish();
+  beginning += BodyPart(message_);
+  // The first line never begins with a dot.
+  if (options_.dotStuffing) beginning = text::Replace(beginning, "\r\n.", "\r\n..");
+  if (message_.attachments.empty()) beginning += options_.trailer;
+  beginning_ = std::move(beginning);
+}
+
+void OutgoingMessage::WriteTo(const ByteSink& sink) {
+  Prepare();
+  if (failure_) std::rethrow_exception(failure_);
+  if (message_.attachments.empty()) {
+    for (std::string_view left = beginning_; !left.empty();) {
+      sink(left.substr(0, kPieceBytes));
+      left.remove_prefix(std::min(kPieceBytes, left.size()));
+    }
+    return;
+  }
+  PieceBuffer buffer(sink);
+  buffer.Write(beginning_);
+  for (const Attachment& attachment : message_.attachments) {
+    std::string local = LocalPath(attachment.path);
+    buffer.Write("\r\n--" + boundary_ + "\r\n" + AttachmentHeaders(attachment, local));
+    WriteFile(std::move(local), buffer);
+  }
+  buffer.Write("\r\n--" + boundary_ + "--\r\n");
+  buffer.Write(options_.trailer);
+  buffer.Flush();
+}
+
+void WriteMessage(const Message& message, const ByteSink& sink, const WriteOptions& options) {
+  OutgoingMessage(message, options).WriteTo(sink);
 }
 
 std::string NewMessageId(std::string_view domain) {

@@ -2,6 +2,7 @@
 // attachments weigh.
 #pragma once
 
+#include <exception>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -31,6 +32,29 @@ struct WriteOptions {
 /// header of the caller's is not its own, and the errors of mime/attachment.h when a file cannot be read to
 /// its end; what the sink has received until then is not a whole message.
 void WriteMessage(const Message& message, const ByteSink& sink, const WriteOptions& options = {});
+
+/// A message on its way out whose building may begin before there is anyone to take it: a transport prepares
+/// it while it waits for something else. `message` must outlive it and stay as it is.
+class OutgoingMessage {
+ public:
+  explicit OutgoingMessage(const Message& message, const WriteOptions& options = {})
+      : message_(message), options_(options) {}
+
+  /// Builds what stands before the first file, unless that was done already. What fails is raised by WriteTo.
+  void Prepare() noexcept;
+  /// As WriteMessage.
+  void WriteTo(const ByteSink& sink);
+
+ private:
+  void Build();
+
+  const Message& message_;
+  WriteOptions options_;
+  bool prepared_ = false;
+  std::exception_ptr failure_;
+  std::string beginning_;  // up to the first file, or the whole message where there is none
+  std::string boundary_;   // between the parts, where there are files
+};
 
 /// A new identifier, without angle brackets, that no other message has. `domain` is what stands behind the
 /// "@".

@@ -8,12 +8,16 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <set>
 #include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "host/errore.h"
 #include "mime/header_text.h"
@@ -177,6 +181,42 @@ TEST_F(MessageWriter, DateAndIdentifierAreMadeWhereNoneAreGiven) {
     identifiers.insert(read.Header("Message-ID"));
   }
   EXPECT_EQ(identifiers.size(), 20U);
+}
+
+/// Puts the program elsewhere while it lives.
+class Elsewhere {
+ public:
+  explicit Elsewhere(const char* zone) {
+    if (const char* const before = std::getenv("TZ")) before_ = before;
+    ::setenv("TZ", zone, 1);
+  }
+  Elsewhere(const Elsewhere&) = delete;
+  Elsewhere& operator=(const Elsewhere&) = delete;
+  Elsewhere(Elsewhere&&) = delete;
+  Elsewhere& operator=(Elsewhere&&) = delete;
+  ~Elsewhere() {
+    if (before_) {
+      ::setenv("TZ", before_->c_str(), 1);
+    } else {
+      ::unsetenv("TZ");
+    }
+    ::tzset();
+  }
+
+ private:
+  std::optional<std::string> before_;
+};
+
+TEST_F(MessageWriter, TheDateIsThatOfThePlaceEvenWhereItChangesMeanwhile) {
+  const std::vector<std::pair<const char*, std::string>> places = {
+      {"UTC0", "Tue, 14 Nov 2023 22:13:20 +0000"},     {"CET-1", "Tue, 14 Nov 2023 23:13:20 +0100"},
+      {"IST-5:30", "Wed, 15 Nov 2023 03:43:20 +0530"}, {"NST3:30", "Tue, 14 Nov 2023 18:43:20 -0330"},
+      {"XXX0:15", "Tue, 14 Nov 2023 21:58:20 -0015"},
+  };
+  for (const auto& [zone, want] : places) {
+    const Elsewhere there(zone);
+    EXPECT_THAT(Written(Simple()), HasSubstr("\r\nDate: " + want + "\r\n")) << zone;
+  }
 }
 
 TEST_F(MessageWriter, ThousandsOfRecipientsAreAllNamed) {
@@ -516,6 +556,56 @@ TEST_F(MessageWriter, WhatTheSinkThrowsComesOutAndNothingFollows) {
                             }),
                std::length_error);
   EXPECT_EQ(pieces, 3);
+}
+
+TEST_F(MessageWriter, PreparingBeforehandChangesNothing) {
+  Message message = Simple();
+  message.body += ".\r\nfine\r\n";
+  const WriteOptions options{.dotStuffing = true, .trailer = ".\r\n"};
+  OutgoingMessage prepared(message, options);
+  prepared.Prepare();
+  prepared.Prepare();
+  std::string bytes;
+  prepared.WriteTo([&](std::string_view piece) { bytes += piece; });
+  EXPECT_EQ(bytes, Written(message, options));
+  EXPECT_THAT(bytes, testing::EndsWith("\r\n..\r\nfine\r\n.\r\n"));
+}
+
+TEST_F(MessageWriter, ALargeBodyLeavesInPieces) {
+  Message message = Simple();
+  for (int i = 0; i < 5000; ++i) message.body += "." + std::to_string(i) + " righe da mille e una notte\n";
+  std::string bytes;
+  std::size_t largest = 0;
+  WriteMessage(message,
+               [&](std::string_view piece) {
+                 EXPECT_FALSE(piece.empty());
+                 largest = std::max(largest, piece.size());
+                 bytes += piece;
+               },
+               {.dotStuffing = true, .trailer = ".\r\n"});
+  EXPECT_EQ(largest, kPieceBytes);
+  EXPECT_THAT(bytes, testing::EndsWith("\r\n..4999 righe da mille e una notte\r\n.\r\n"));
+}
+
+TEST_F(MessageWriter, WhatFailsInPreparingIsRaisedByTheWriting) {
+  Message message = Simple();
+  message.headers = {{"Bcc", "x@y.it"}};
+  OutgoingMessage prepared(message);
+  prepared.Prepare();
+  int pieces = 0;
+  EXPECT_THROW(prepared.WriteTo([&](std::string_view) { ++pieces; }), host::Errore);
+  EXPECT_EQ(pieces, 0);
+}
+
+TEST_F(MessageWriter, PreparingOpensNoFile) {
+  Message message = Simple();
+  message.attachments = {(directory_.Path() / "a.bin").string()};
+  OutgoingMessage prepared(message);
+  prepared.Prepare();
+  directory_.Write("a.bin", "foobar");
+  std::string bytes;
+  prepared.WriteTo([&](std::string_view piece) { bytes += piece; });
+  EXPECT_THAT(bytes, HasSubstr("\r\nZm9vYmFy\r\n"));
 }
 
 /// Peak of the resident memory since it was last reset, in kB.

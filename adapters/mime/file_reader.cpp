@@ -1,0 +1,35 @@
+#include "mime/file_reader.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <utility>
+
+#include "host/errore.h"
+#include "mime/attachment.h"
+#include "mime/header_text.h"
+
+namespace orve::adapters::mime {
+
+FileReader::FileReader(std::string localPath)
+    : path_(std::move(localPath)), file_(OpenAttachment(path_, path_, expected_)) {}
+
+FileReader::~FileReader() {
+  ::close(file_);
+}
+
+std::size_t FileReader::Read(char* into, std::size_t size) {
+  ssize_t count = 0;
+  do {
+    count = ::read(file_, into, size);
+  } while (count < 0 && errno == EINTR);
+  if (count < 0) RaiseAttachmentError(path_, errno);
+  seen_ += count;
+  if (count == 0 && seen_ < expected_) {
+    throw host::Errore(kErroreAccessoFile, "orve-mime",
+                       "Il file \"" + ForDisplay(path_) + "\" si è accorciato durante la lettura");
+  }
+  return static_cast<std::size_t>(count);
+}
+
+}  // namespace orve::adapters::mime

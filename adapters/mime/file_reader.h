@@ -1,0 +1,32 @@
+// One pass over a file that goes with a message.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace orve::adapters::mime {
+
+/// What the file held when it was opened must come out of it: a file that shrinks meanwhile would leave as a
+/// torso.
+class FileReader {
+ public:
+  /// Opens the file; raises the errors of mime/attachment.h.
+  explicit FileReader(std::string localPath);
+  FileReader(const FileReader&) = delete;
+  FileReader& operator=(const FileReader&) = delete;
+  FileReader(FileReader&&) = delete;
+  FileReader& operator=(FileReader&&) = delete;
+  ~FileReader();
+
+  /// Bytes read into `into`, 0 at the end. Raises the errors of mime/attachment.h, among them 75 when the end
+  /// comes too early.
+  [[nodiscard]] std::size_t Read(char* into, std::size_t size);
+
+ private:
+  std::string path_;
+  long long expected_ = 0;
+  long long seen_ = 0;
+  int file_;
+};
+
+}  // namespace orve::adapters::mime
