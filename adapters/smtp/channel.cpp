@@ -348,8 +348,14 @@ bool Channel::Send(std::string_view bytes, std::chrono::milliseconds stall) {
 std::string Channel::Receive(Clock::time_point deadline) {
   std::string bytes;
   bytes.swap(impl_->early);
-  while (bytes.empty() && !impl_->ReceiveSome(bytes)) {
-    if (!impl_->Wait(POLLIN, deadline)) throw BrokenConnection("tempo di attesa della risposta scaduto");
+  // Under encryption some of what has come may be decrypted already, of which the socket knows nothing. A
+  // plain one is asked first: the server has seldom answered yet, and receiving nothing costs as much as
+  // something.
+  for (bool wait = !impl_->target.encrypted; bytes.empty(); wait = true) {
+    if (wait && !impl_->Wait(POLLIN, deadline)) {
+      throw BrokenConnection("tempo di attesa della risposta scaduto");
+    }
+    impl_->ReceiveSome(bytes);
   }
   return bytes;
 }

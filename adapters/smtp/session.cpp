@@ -83,17 +83,17 @@ void Session::Connect() {
   clean_ = true;
 }
 
-void Session::Deliver(const Envelope& envelope, const Writer& write) {
-  WithoutSecrets([&] { Transact(envelope, write); });
+void Session::Deliver(const Envelope& envelope, const Writer& write, const Pastime& meanwhile) {
+  WithoutSecrets([&] { Transact(envelope, write, meanwhile); });
 }
 
-void Session::Transact(const Envelope& envelope, const Writer& write) {
+void Session::Transact(const Envelope& envelope, const Writer& write, const Pastime& meanwhile) {
   senderTaken_ = false;
   undecided_ = false;
   RequireUtf8Support(envelope);
   ++messages_;
   clean_ = false;
-  SendEnvelope(envelope);
+  SendEnvelope(envelope, meanwhile);
   SendMessage(write);
   clean_ = true;
 }
@@ -160,15 +160,16 @@ std::vector<std::string> Session::EnvelopeCommands(const Envelope& envelope) con
   return commands;
 }
 
-void Session::SendEnvelope(const Envelope& envelope) {
+void Session::SendEnvelope(const Envelope& envelope, const Pastime& meanwhile) {
   const std::vector<std::string> commands = EnvelopeCommands(envelope);
   std::size_t next = 0;
-  while (next < commands.size()) next = ExchangeGroup(commands, next);
+  while (next < commands.size()) next = ExchangeGroup(commands, next, next == 0 ? meanwhile : Pastime());
 }
 
-/// Sends the commands from `first` on that may go together and reads their replies. Returns the first command
-/// that was not sent.
-std::size_t Session::ExchangeGroup(const std::vector<std::string>& commands, std::size_t first) {
+/// Sends the commands from `first` on that may go together, passes the time with `meanwhile` and reads the
+/// replies. Returns the first command that was not sent.
+std::size_t Session::ExchangeGroup(const std::vector<std::string>& commands, std::size_t first,
+                                   const Pastime& meanwhile) {
   const std::size_t end =
       std::min(commands.size(), first + (channel_.Offers("PIPELINING") ? kGroupCommands : 1));
   ErrorNumber stage = first == 0 ? ErrorNumber::kSender : ErrorNumber::kRecipients;
@@ -180,6 +181,7 @@ std::size_t Session::ExchangeGroup(const std::vector<std::string>& commands, std
     std::string group;
     for (std::size_t i = first; i < end; ++i) group.append(commands[i]).append("\r\n");
     Say(group, options_->stallTimeout);
+    if (meanwhile) meanwhile();
     for (std::size_t i = first; i < end; ++i) {
       const Reply reply = ReadReply(options_->replyTimeout);
       stage = ErrorNumber::kRecipients;

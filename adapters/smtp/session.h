@@ -32,6 +32,8 @@ class Session {
   using Sink = std::function<void(std::string_view)>;
   /// Writes a message, dots doubled and closed by the lone dot, into the sink it is given.
   using Writer = std::function<void(const Sink&)>;
+  /// What is better done while the server is busy. Throws nothing.
+  using Pastime = std::function<void()>;
 
   /// Makes no connection yet.
   Session(std::shared_ptr<const SmtpOptions> options, Target target);
@@ -50,8 +52,9 @@ class Session {
 
   /// Delivers one message to all recipients of the envelope or, when any of them is refused, to none. Raises
   /// DeliveryFailure; what `write` throws ends the delivery as a failure of the data, with the connection
-  /// dropped in the middle of the message so that nobody takes the torso for a message.
-  void Deliver(const Envelope& envelope, const Writer& write);
+  /// dropped in the middle of the message so that nobody takes the torso for a message. `meanwhile` runs
+  /// once, when the first commands have left and their replies are awaited.
+  void Deliver(const Envelope& envelope, const Writer& write, const Pastime& meanwhile = {});
 
   /// True once the server has taken the sender of the message that was delivered last. Until then it has
   /// nothing of the message, and the message may leave over another connection.
@@ -85,13 +88,14 @@ class Session {
   void WithoutSecrets(Action action) const;
   void Connect();
   void AskForSender(const Envelope& envelope);
-  void Transact(const Envelope& envelope, const Writer& write);
-  void SendEnvelope(const Envelope& envelope);
+  void Transact(const Envelope& envelope, const Writer& write, const Pastime& meanwhile);
+  void SendEnvelope(const Envelope& envelope, const Pastime& meanwhile);
   void SendMessage(const Writer& write);
   void Transmit(const Writer& write);
   void RequireUtf8Support(const Envelope& envelope) const;
   [[nodiscard]] std::vector<std::string> EnvelopeCommands(const Envelope& envelope) const;
-  [[nodiscard]] std::size_t ExchangeGroup(const std::vector<std::string>& commands, std::size_t first);
+  [[nodiscard]] std::size_t ExchangeGroup(const std::vector<std::string>& commands, std::size_t first,
+                                          const Pastime& meanwhile);
   [[noreturn]] void ResetAfterRefusal(const std::string& refusal);
 
   void Say(std::string_view commands, std::chrono::milliseconds stall);

@@ -8,12 +8,17 @@
 #include "mime/address_list.h"
 #include "mime/attachment.h"
 #include "mime/header_text.h"
-#include "mime/message_writer.h"
 #include "text/text.h"
 
 namespace orve::adapters::smtp {
 
 namespace {
+
+/// The message is built while the server thinks over sender and recipients.
+void Hand(Session& session, const Envelope& envelope, mime::OutgoingMessage& message) {
+  session.Deliver(
+      envelope, [&](const Session::Sink& sink) { message.WriteTo(sink); }, [&] { message.Prepare(); });
+}
 
 /// Appends the mailboxes that the envelope does not name yet.
 void AddToEnvelope(Envelope& envelope, std::unordered_set<std::string>& seen,
@@ -122,17 +127,18 @@ void SmtpComponent::Deliver() {
   const Envelope envelope = MakeEnvelope();
   message_.date = options_->clock ? options_->clock() : std::chrono::system_clock::now();
   message_.messageId = options_->newMessageId ? options_->newMessageId() : std::string();
-  if (!DeliverOverKept(envelope)) DeliverOverNew(envelope);
+  mime::OutgoingMessage message(message_, {.dotStuffing = true, .trailer = ".\r\n"});
+  if (!DeliverOverKept(envelope, message)) DeliverOverNew(envelope, message);
 }
 
 /// False when the message has to leave over a new connection. A kept one that has ended meanwhile, or on
 /// which the server does not take the sender, says nothing about this message: it may have had enough of the
 /// ones before.
-bool SmtpComponent::DeliverOverKept(const Envelope& envelope) {
+bool SmtpComponent::DeliverOverKept(const Envelope& envelope, mime::OutgoingMessage& message) {
   std::unique_ptr<Session> session = pool_ ? pool_->Take(options_, target_) : nullptr;
   if (!session) return false;
   try {
-    Hand(*session, envelope);
+    Hand(*session, envelope, message);
   } catch (const DeliveryFailure&) {
     const bool decided = session->SenderTaken() || session->Clean();
     Release(std::move(session));
@@ -143,22 +149,16 @@ bool SmtpComponent::DeliverOverKept(const Envelope& envelope) {
   return true;
 }
 
-void SmtpComponent::DeliverOverNew(const Envelope& envelope) {
+void SmtpComponent::DeliverOverNew(const Envelope& envelope, mime::OutgoingMessage& message) {
   auto session = std::make_unique<Session>(options_, target_);
   try {
     session->Open();
-    Hand(*session, envelope);
+    Hand(*session, envelope, message);
   } catch (const DeliveryFailure&) {
     Release(std::move(session));
     throw;
   }
   Release(std::move(session));
-}
-
-void SmtpComponent::Hand(Session& session, const Envelope& envelope) const {
-  session.Deliver(envelope, [this](const Session::Sink& sink) {
-    mime::WriteMessage(message_, sink, {.dotStuffing = true, .trailer = ".\r\n"});
-  });
 }
 
 void SmtpComponent::Release(std::unique_ptr<Session> session) const {

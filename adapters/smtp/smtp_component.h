@@ -7,6 +7,7 @@
 
 #include "host/componente_smtp.h"
 #include "mime/message.h"
+#include "mime/message_writer.h"
 #include "smtp/channel.h"
 #include "smtp/connection_pool.h"
 #include "smtp/failure.h"
@@ -57,9 +58,8 @@ class SmtpComponent final : public host::ComponenteSmtp {
 
  private:
   void Deliver();
-  [[nodiscard]] bool DeliverOverKept(const Envelope& envelope);
-  void DeliverOverNew(const Envelope& envelope);
-  void Hand(Session& session, const Envelope& envelope) const;
+  [[nodiscard]] bool DeliverOverKept(const Envelope& envelope, mime::OutgoingMessage& message);
+  void DeliverOverNew(const Envelope& envelope, mime::OutgoingMessage& message);
   void Release(std::unique_ptr<Session> session) const;
   [[nodiscard]] Envelope MakeEnvelope() const;
 
