@@ -3,7 +3,6 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME orve-mailserver)
 set(CPACK_PACKAGE_VENDOR "orve-mailserver maintainers")
 set(CPACK_PACKAGE_CONTACT "orve-mailserver maintainers <maintainers@orve-mailserver.invalid>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "mail dispatch of business applications")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_OUTPUT_FILE_PREFIX "${CMAKE_BINARY_DIR}/packages")
 set(CPACK_STRIP_FILES ON)
@@ -13,11 +12,11 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION mail)
 
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME orve-mailserver)
-set(CPACK_COMPONENT_PROGRAM_DESCRIPTION
-"sends and records the mail of a business application
- orve-mail finds addresses in the application's master data, picks the
- sender's account, fills the body and delivers over SMTP or the machine's
- own mail system, to one party or to a list.")
+set(CPACK_DEBIAN_PROGRAM_DESCRIPTION
+"mail dispatch of a business application
+orve-mail finds addresses in the application's master data, picks the
+sender's account, fills the body, delivers over SMTP or the machine's
+own mail system, to one party or to a list, and keeps a record.")
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS "ca-certificates")
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS "fonts-liberation, qt6-translations-l10n")
@@ -25,8 +24,11 @@ set(CPACK_DEBIAN_PROGRAM_PACKAGE_SUGGESTS "default-mta | mail-transport-agent, t
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME orve-mailserver-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
-"library that sends and records the mail of a business application
- Headers, static libraries and the files for CMake's find_package.")
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS "libgmime-3.0-dev, libidn2-dev, libcurl4-openssl-dev, libsqlite3-dev, unixodbc-dev, libldap-dev, libsodium-dev, qt6-base-dev, pkg-config")
+set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
+"mail dispatch of a business application (development files)
+Headers and static libraries of the library that orve-mail stands on, the
+files for CMake's find_package, and an example.")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libgmime-3.0-dev, libidn2-dev, libcurl4-openssl-dev, libsqlite3-dev, unixodbc-dev, libldap-dev, libsodium-dev, qt6-base-dev, pkg-config")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "cmake, orve-mailserver")
+set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_SOURCE_DIR}/cmake/debian-files.cmake")
 include(CPack)

@@ -19,7 +19,7 @@ function(orve_part target component folder)
     DESTINATION "${ORVE_CMAKE_DIR}" COMPONENT development)
   file(RELATIVE_PATH below "${folder}" "${CMAKE_CURRENT_SOURCE_DIR}")
   install(DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}/" DESTINATION "${ORVE_INCLUDE_DIR}/${below}"
-    COMPONENT development FILES_MATCHING PATTERN "*.h")
+    COMPONENT development FILES_MATCHING PATTERN "*.h" PATTERN campioni EXCLUDE)
 endfunction()
 
 # orve_package(): what find_package reads first, and the Debian packages that `./dev package` makes.
@@ -35,4 +35,7 @@ function(orve_package)
   install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}" RENAME copyright COMPONENT program)
   install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}-dev" RENAME copyright COMPONENT development)
   install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs" COMPONENT program)
+  install(FILES examples/elenco.csv DESTINATION "${CMAKE_INSTALL_DOCDIR}/examples" COMPONENT program)
+  install(FILES examples/CMakeLists.txt examples/invia_fattura.cpp
+    DESTINATION "${CMAKE_INSTALL_DOCDIR}-dev/examples" COMPONENT development)
 endfunction()
