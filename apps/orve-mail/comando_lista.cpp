@@ -16,7 +16,9 @@ constexpr const char* kColonne =
     "La prima riga di FILE nomina le colonne: tipo e codice, oppure nome e indirizzo; se servono oggetto,\n"
     "corpo, allegato. Invocato di nuovo con lo stesso file dei risultati, il comando prosegue con le righe "
     "non\n"
-    "ancora inviate.";
+    "ancora inviate.\n"
+    "\n"
+    "Stati di uscita: orve-mail --help. Maggiori informazioni: man orve-mail";
 
 struct Argomenti {
   RichiestaLista lista;
@@ -49,7 +51,7 @@ RichiestaLista Richiesta(const CLI::App& comando, const Argomenti& argomenti, Te
 void AggiungiLista(CLI::App& programma, Contesto& contesto) {
   auto* const comando = programma.add_subcommand("lista", "Invia un messaggio per ogni riga di un file CSV");
   auto argomenti = std::make_shared<Argomenti>();
-  comando->add_option("FILE", argomenti->lista.file, "L'elenco, in CSV")->required();
+  comando->add_option("FILE", argomenti->lista.file, "L'elenco, in CSV")->type_name("")->required();
   comando
       ->add_option("--esito", argomenti->lista.esiti,
                    "File dei risultati, una riga per ogni riga (se manca: FILE seguito da .esito)")
