@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <iterator>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -55,11 +56,19 @@ bool Testo(const Handle& istruzione, SQLUSMALLINT posto, std::string& valore) {
     if (esito == SQL_NO_DATA) break;
     istruzione.Verifica(esito);
     if (restanti == SQL_NULL_DATA) return false;
-    const bool ultimo =
-        restanti != SQL_NO_TOTAL && restanti < static_cast<SQLLEN>(sizeof pezzo) && esito == SQL_SUCCESS;
-    // All but the last piece are full to the NUL at their end.
-    largo.append(pezzo.data(), ultimo ? static_cast<std::size_t>(restanti) / 2 : pezzo.size() - 1);
-    if (ultimo) break;
+    // Full to the NUL at its end, and more to come; the driver need not know how much.
+    const bool piena = esito == SQL_SUCCESS_WITH_INFO &&
+                       (restanti == SQL_NO_TOTAL || restanti >= static_cast<SQLLEN>(sizeof pezzo));
+    if (piena) {
+      largo.append(pezzo.data(), pezzo.size() - 1);
+      continue;
+    }
+    const auto detta = static_cast<std::size_t>(std::max<SQLLEN>(restanti, 0)) / 2;
+    // A length that is unknown, or beyond the piece, is not the piece's own.
+    const bool vale = restanti != SQL_NO_TOTAL && detta < pezzo.size();
+    const auto nul = std::find(pezzo.begin(), std::prev(pezzo.end()), u'\0') - pezzo.begin();
+    largo.append(pezzo.data(), vale ? detta : static_cast<std::size_t>(nul));
+    break;
   }
   valore = Stretto(largo);
   return true;

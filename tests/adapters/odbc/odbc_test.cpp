@@ -79,6 +79,43 @@ TEST_F(Odbc, ALongTextComesWhole) {
   }
 }
 
+TEST_F(Odbc, ALongTextComesWholeFromAnotherDriverToo) {
+  const auto altra = OdbcConnection::Apri("Driver=SQLite3;Database=:memory:");
+  for (const std::size_t lunghezza : {4094U, 4095U, 4096U, 8190U, 200001U}) {
+    const auto righe =
+        altra->Execute("SELECT replace(hex(zeroblob(" + std::to_string(lunghezza) + ")), '00', 'à') AS V",
+                       host::kComandoTesto);
+    const auto letto = host::Leggi(*righe, "V").ToText();
+    EXPECT_EQ(letto.size(), 2 * lunghezza);
+    EXPECT_EQ(letto.find_first_not_of("à"), std::string::npos);
+  }
+}
+
+TEST_F(Odbc, ABitIsABooleanOrNull) {
+  const auto conBit = OdbcConnection::Apri(Motore().ConnectionString("valori") + ";BoolsAsChar=0");
+  const auto righe = conBit->Execute(
+      "SELECT CAST(1 AS BOOLEAN) AS VERO, CAST(0 AS BOOLEAN) AS FALSO, CAST(NULL AS BOOLEAN) AS NULLO",
+      host::kComandoTesto);
+  EXPECT_EQ(host::Leggi(*righe, "VERO"), host::Variant(true));
+  EXPECT_EQ(host::Leggi(*righe, "FALSO"), host::Variant(false));
+  EXPECT_TRUE(host::Leggi(*righe, "NULLO").IsNull());
+}
+
+TEST_F(Odbc, OfSeveralResultsTheFirstWithColumnsCounts) {
+  const auto righe = Esegui("SET @X = 1; SELECT 'a' AS V; SELECT 'b' AS W");
+  EXPECT_EQ(host::Leggi(*righe, "V"), host::Variant("a"));
+  EXPECT_EQ(ErroreDi([&] { (void)host::Leggi(*righe, "W"); }).Numero(), 3265);
+  righe->MoveNext();
+  EXPECT_TRUE(righe->Eof());
+}
+
+TEST_F(Odbc, AnErrorBehindTheFirstResultIsTheStatementsOwn) {
+  const auto errore = ErroreDi([&] { (void)Esegui("SELECT 1 AS V; SELECT 1 FROM NON_ESISTE"); });
+  EXPECT_NE(errore.Numero(), 0);
+  EXPECT_NE(errore.Descrizione().find("NON_ESISTE"), std::string::npos) << errore.Descrizione();
+  EXPECT_EQ(Valore("7"), host::Variant(7)) << "the connection serves on";
+}
+
 TEST_F(Odbc, AnErrorCarriesNumberStateAndText) {
   const auto errore = ErroreDi([&] { (void)Esegui("SELECT 1 FROM NON_ESISTE"); });
   EXPECT_NE(errore.Numero(), 0);
@@ -137,6 +174,16 @@ TEST(OdbcAccesso, AFailedLoginTellsWhyAndKeepsThePassword) {
 TEST(OdbcAccesso, AStringThatIsNoConnectionStringIsAnError) {
   for (const char* stringa : {"", ";", "Driver", "DSN=non_esiste"}) {
     EXPECT_NE(ErroreDi([&] { (void)OdbcConnection::Apri(stringa); }).Numero(), 0) << stringa;
+  }
+}
+
+TEST(OdbcAccesso, AStringThatNoDriverCouldTakeIsRefusedWithoutBeingRepeated) {
+  for (const std::string& stringa : {"Driver=SQLite3;PWD=se-gre-ta;X=" + std::string(40000, 'x'),
+                                     "Driver=SQLite3;PWD=se-gre-ta;X=" + std::string(65504, 'x'),
+                                     std::string("Driver=SQLite3;Database=:memory:;\0PWD=se-gre-ta", 44)}) {
+    const auto errore = ErroreDi([&] { (void)OdbcConnection::Apri(stringa); });
+    EXPECT_EQ(errore.Numero(), 3001) << stringa.size();
+    EXPECT_EQ(errore.Descrizione().find("se-gre-ta"), std::string::npos) << errore.Descrizione();
   }
 }
 
