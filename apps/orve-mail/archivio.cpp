@@ -6,6 +6,7 @@
 #include "odbc/odbc_connection.h"
 #include "orve-mail/messaggio.h"
 #include "orve-mail/numeri.h"
+#include "orve-mail/stringa_connessione.h"
 #include "orve-mail/uscita.h"
 #include "posix/percorsi.h"
 #include "sqlite/schema.h"
@@ -58,6 +59,9 @@ std::string FileArchivio(const PosizioneArchivio& posizione) {
   }
   std::string file = posizione.db.rfind(kSqlite, 0) == 0 ? posizione.db.substr(kSqlite.size()) : posizione.db;
   if (file.empty()) throw ErroreProgramma(Uscita::kComandoErrato, "--db: indicare il file del database");
+  if (SembraStringaDiConnessione(file)) {
+    throw ErroreProgramma(Uscita::kComandoErrato, "--db: una stringa di connessione va preceduta da odbc:");
+  }
   try {
     static_cast<void>(adapters::posix::PercorsoLibreria(file));
   } catch (const host::Errore& errore) {

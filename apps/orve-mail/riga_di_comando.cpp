@@ -9,6 +9,7 @@
 #include "host/errore.h"
 #include "orve-mail/comandi.h"
 #include "orve-mail/numeri.h"
+#include "orve-mail/stringa_connessione.h"
 #include "orve-mail/traccia.h"
 
 namespace orve::app {
@@ -56,8 +57,7 @@ std::string Estranei(const CLI::App& programma) {
   std::string estranei;
   for (const std::string& estraneo : programma.remaining(true)) {
     // A connection string in the wrong place may hold a password.
-    const bool connessione = estraneo.find("odbc:") != std::string::npos;
-    estranei += " «" + (connessione ? "odbc:***" : estraneo) + "»";
+    estranei += " «" + (SembraStringaDiConnessione(estraneo) ? "odbc:***" : estraneo) + "»";
   }
   return estranei;
 }

@@ -223,6 +223,24 @@ TEST_F(InvioOdbc, AConnectionStringInTheWrongPlaceIsNotRepeated) {
   EXPECT_THAT(esecuzione.errori, Not(HasSubstr("pa-ro-la")));
 }
 
+TEST_F(InvioOdbc, AConnectionStringWithoutItsPrefixIsNoFileWhoseNameIsRepeated) {
+  for (const char* db :
+       {"Driver=FreeTDS;UID=posta;PWD=pa-ro-la", "ODBC:Driver=FreeTDS;UID=posta;PWD=pa-ro-la",
+        "sqlite:DSN=gestionale;Password={pa-ro-la}", "Server=x;pwd=pa-ro-la"}) {
+    for (const char* comando : {"invia", "controlla", "registro"}) {
+      std::vector<std::string> argomenti = {comando, "--db", db};
+      if (comando == std::string("invia")) argomenti.insert(argomenti.end(), {"--a", "x@example.org"});
+      const Esecuzione esecuzione = Esegui(argomenti);
+      EXPECT_EQ(esecuzione.stato, 2) << comando << " " << db << esecuzione;
+      EXPECT_THAT(esecuzione.errori, HasSubstr("--db: una stringa di connessione va preceduta da odbc:"));
+      EXPECT_THAT(esecuzione.uscita + esecuzione.errori, Not(HasSubstr("pa-ro-la"))) << comando;
+    }
+    const Esecuzione fuoriPosto = Esegui({"registro", db});
+    EXPECT_EQ(fuoriPosto.stato, 2);
+    EXPECT_THAT(fuoriPosto.errori, Not(HasSubstr("pa-ro-la")));
+  }
+}
+
 TEST_F(InvioOdbc, ADatabaseOnAServerWantsItsKeyNamed) {
   const Esecuzione esecuzione = Esegui({"invia", "--db", Odbc(), "--a", "x@example.org", "--corpo", "x"});
   EXPECT_EQ(esecuzione.stato, 2) << esecuzione;
