@@ -1,8 +1,9 @@
 // The texts in which the library speaks to the directory: paths, and queries of four parts.
 //
 // A user name stands in the query's filter unescaped. The reader therefore takes the parts from both ends and
-// leaves the filter what is between, so that no name can widen the search, change its attributes or add a
-// filter of its own: whatever a name holds, the query asks for what its author wrote, or is refused.
+// leaves the filter what is between, as a single expression: no name can change where is searched, how deep
+// and for which attributes, or put a second expression beside the filter. Inside it a name still counts as
+// what it spells: a star stands for anything, and brackets that close again add a condition.
 #pragma once
 
 #include <string>
