@@ -85,6 +85,7 @@ HRESULT PuntoEvento::EnumConnections(IEnumConnections** elenco) {
 void PuntoEvento::Solleva(const std::vector<std::string*>& testi) {
   const auto presenti = ascoltatori_;  // a handler may attach and detach
   for (const auto& [numero, ascoltatore] : presenti) {
+    if (!ascoltatori_.contains(numero)) continue;
     std::vector<BSTR> valori(testi.size());
     std::vector<win32::Bstr> proprieta(testi.size());
     std::vector<VARIANT> argomenti(testi.size());
@@ -99,6 +100,7 @@ void PuntoEvento::Solleva(const std::vector<std::string*>& testi) {
 
     DISPPARAMS parametri{argomenti.data(), nullptr, static_cast<UINT>(argomenti.size()), 0};
     EXCEPINFO eccezione{};
+    SetErrorInfo(0, nullptr);  // nobody's old error is taken for the handler's
     const HRESULT esito = ascoltatore->Invoke(kBeforeSendMail, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
                                               &parametri, nullptr, &eccezione, nullptr);
     for (std::size_t indice = 0; indice < testi.size(); ++indice) {

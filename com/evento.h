@@ -35,7 +35,8 @@ class PuntoEvento final : public IConnectionPoint {
   HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections** elenco) override;
 
   /// Raises the event: each handler, in the order of their attaching, sees the texts as the one before left
-  /// them and may change them. Raises the error of a handler that fails.
+  /// them and may change them. One that is detached meanwhile is not asked any more, one that is attached not
+  /// yet. Raises the error of a handler that fails.
   void Solleva(const std::vector<std::string*>& testi);
 
  private:

@@ -1,7 +1,8 @@
 # Real clients of the DLL: scripts of the system's engines, and a program built against the type library's header.
 add_subdirectory(script_host)
 
-add_executable(test-client early_bound_test.cpp registrazione_test.cpp type_library_test.cpp)
+add_executable(test-client early_bound_test.cpp event_test.cpp registrazione_test.cpp type_library_test.cpp)
+target_include_directories(test-client PRIVATE "${CMAKE_SOURCE_DIR}/tests")
 target_link_libraries(test-client PRIVATE orve-com-idl orve-win32 GTest::gmock_main)
 target_compile_definitions(test-client PRIVATE "ORVE_DLL=L\"$<TARGET_FILE_NAME:orve-com>\"")
 add_dependencies(test-client orve-com)
