@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "errori.h"
+#include "win32/conversions.h"
 
 namespace orve::com {
 
@@ -21,6 +22,11 @@ bool Omesso(const VARIANT& argomento) {
 
 bool EOggetto(VARTYPE tipo) {
   return tipo == VT_DISPATCH || tipo == VT_UNKNOWN;
+}
+
+// The same for an argument, which may be a reference to an object.
+bool EOggetto(const VARIANT& argomento) {
+  return EOggetto(static_cast<VARTYPE>(V_VT(&argomento) & ~VT_BYREF));
 }
 
 // What the reference, if it is one, stands for.
@@ -42,6 +48,17 @@ VARIANT Mancante() {
   V_VT(&mancante) = VT_ERROR;
   V_ERROR(&mancante) = DISP_E_PARAMNOTFOUND;
   return mancante;
+}
+
+// An error of the library, as a call by number tells it.
+HRESULT Racconta(const host::Errore& errore, EXCEPINFO* eccezione) {
+  const HRESULT codice = HresultDi(errore);
+  if (eccezione == nullptr) return codice;
+  *eccezione = {};
+  eccezione->scode = codice;
+  eccezione->bstrSource = win32::ToBstr(errore.Sorgente()).Cedi();
+  eccezione->bstrDescription = win32::ToBstr(errore.Descrizione()).Cedi();
+  return DISP_E_EXCEPTION;
 }
 
 // Where among the client's arguments each of the member's stands; nothing for one that was left out.
@@ -114,7 +131,7 @@ HRESULT DescrizioneTipo::Converti(const VARIANT& dato, const Parametro& parametr
   const HRESULT copiato = VariantCopyInd(valore.Uscita(), const_cast<VARIANT*>(&dato));
   if (FAILED(copiato) || parametro.tipo == VT_VARIANT) return copiato;
   if (EOggetto(parametro.tipo)) {
-    if (!EOggetto(V_VT(&valore.Get()))) return DISP_E_TYPEMISMATCH;
+    if (!EOggetto(valore.Get())) return DISP_E_TYPEMISMATCH;
     const ComPtr<IUnknown> oggetto(V_UNKNOWN(&valore.Get()));
     const bool adatto =
         !oggetto || parametro.interfaccia == IID_NULL || oggetto.Come<IUnknown>(parametro.interfaccia);
@@ -131,7 +148,7 @@ DescrizioneTipo::Membri::const_iterator DescrizioneTipo::Scegli(DISPID membro, W
   const auto trova = [&](INVOKEKIND genere) { return membri_.find({membro, genere}); };
   auto scelto = membri_.end();
   if ((modi & DISPATCH_PROPERTYPUTREF) != 0) {
-    const bool oggetto = argomenti.cArgs > 0 && EOggetto(V_VT(&Dietro(argomenti.rgvarg[0])));
+    const bool oggetto = argomenti.cArgs > 0 && EOggetto(Dietro(argomenti.rgvarg[0]));
     if (oggetto) scelto = trova(INVOKE_PROPERTYPUTREF);
   }
   if (scelto == membri_.end() && (modi & DISPATCH_PROPERTYPUT) != 0) scelto = trova(INVOKE_PROPERTYPUT);
@@ -154,6 +171,12 @@ HRESULT DescrizioneTipo::Invoca(void* istanza, DISPID membro, LCID lingua, WORD 
   if (argomenti->cArgs > parametri.size() || argomenti->cNamedArgs > argomenti->cArgs ||
       (scrittura && argomenti->cNamedArgs != 1)) {
     return DISP_E_BADPARAMCOUNT;
+  }
+  if (!scrittura && std::any_of(argomenti->rgdispidNamedArgs,
+                                argomenti->rgdispidNamedArgs + argomenti->cNamedArgs, [&](DISPID nome) {
+                                  return nome < 0 || static_cast<std::size_t>(nome) >= parametri.size();
+                                })) {
+    return DISP_E_PARAMNOTFOUND;
   }
 
   std::vector<VariantCom> valori(parametri.size());
@@ -195,7 +218,7 @@ HRESULT DescrizioneTipo::InvocaPredefinito(void* istanza, DISPID membro, LCID li
   if (FAILED(letto)) return letto;
   if (V_VT(&oggetto.Get()) != VT_DISPATCH) return DISP_E_BADPARAMCOUNT;
   if (V_DISPATCH(&oggetto.Get()) == nullptr) {
-    return HresultDi(host::Errore(host::kOggettoNonImpostato));
+    return Racconta(host::Errore(host::kOggettoNonImpostato), eccezione);
   }
   return V_DISPATCH(&oggetto.Get())
       ->Invoke(DISPID_VALUE, IID_NULL, lingua, modi, argomenti, risultato, eccezione, argomentoErrato);

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "orve_mailserver.h"
 #include "win32/com_ptr.h"
@@ -56,6 +57,118 @@ TEST_F(ClienteAnticipato, TheDllStaysWhileAnObjectOrALockIsHeld) {
   EXPECT_EQ(scaricabile_(), S_FALSE);
   bloccata->LockServer(FALSE);
   EXPECT_EQ(scaricabile_(), S_OK);
+}
+
+TEST_F(ClienteAnticipato, AnUnlockTooManyIsNoHarm) {
+  ComPtr<IClassFactory> fabbrica;
+  ASSERT_EQ(daClasse_(CLSID_Mittente, IID_IClassFactory, fabbrica.UscitaVoid()), S_OK);
+  EXPECT_EQ(fabbrica->LockServer(FALSE), S_OK);
+  ComPtr<IMittente> mittente;
+  EXPECT_EQ(fabbrica->CreateInstance(nullptr, IID_IMittente, mittente.UscitaVoid()), S_OK);
+  mittente.Reset();
+  // It has not eaten up the lock that follows.
+  IClassFactory* const bloccata = fabbrica.Get();
+  fabbrica->LockServer(TRUE);
+  fabbrica.Reset();
+  EXPECT_EQ(scaricabile_(), S_FALSE);
+  bloccata->LockServer(FALSE);
+}
+
+// A call by number, as languages make it that know no header. The arguments stand last to first, those by
+// name in front.
+struct ChiamataTardiva {
+  HRESULT esito = S_OK;
+  VariantCom risultato;
+  EXCEPINFO eccezione{};
+
+  ChiamataTardiva(IDispatch* oggetto, const wchar_t* membro, WORD modo, std::vector<VARIANT> argomenti,
+                  std::vector<DISPID> nominati = {}) {
+    auto* nome = const_cast<LPOLESTR>(membro);
+    DISPID numero = DISPID_UNKNOWN;
+    EXPECT_EQ(oggetto->GetIDsOfNames(IID_NULL, &nome, 1, LOCALE_USER_DEFAULT, &numero), S_OK);
+    DISPPARAMS parametri{argomenti.data(), nominati.data(), static_cast<UINT>(argomenti.size()),
+                         static_cast<UINT>(nominati.size())};
+    esito = oggetto->Invoke(numero, IID_NULL, LOCALE_USER_DEFAULT, modo, &parametri, risultato.Uscita(),
+                            &eccezione, nullptr);
+  }
+};
+
+TEST_F(ClienteAnticipato, ArgumentsAreTakenByTheirNames) {
+  const auto coll = Crea<ICollDestinatari>(CLSID_CollDestinatari);
+  wchar_t membro[] = L"AddFromLista";
+  wchar_t indirizzo[] = L"Indirizzo";
+  wchar_t casella[] = L"Casella";
+  LPOLESTR nomi[] = {membro, casella, indirizzo};
+  DISPID numeri[3] = {};
+  ASSERT_EQ(coll->GetIDsOfNames(IID_NULL, nomi, 3, LOCALE_USER_DEFAULT, numeri), S_OK);
+  const VariantCom testo = win32::ToCom("anna@x.example");
+  const VariantCom numero = win32::ToCom(2);
+  const ChiamataTardiva chiamata(coll.Get(), membro, DISPATCH_METHOD, {numero.Get(), testo.Get()},
+                                 {numeri[1], numeri[2]});
+  ASSERT_EQ(chiamata.esito, S_OK);
+  const auto destinatario =
+      ComPtr<IDispatch>(V_DISPATCH(&chiamata.risultato.Get())).Come<IDestinatario>(IID_IDestinatario);
+  ASSERT_TRUE(destinatario);
+  short letta = 0;
+  EXPECT_EQ(destinatario->get_Casella(&letta), S_OK);
+  EXPECT_EQ(letta, 2);
+  Bstr letto;
+  EXPECT_EQ(destinatario->get_Indirizzo(letto.Uscita()), S_OK);
+  EXPECT_EQ(win32::FromBstr(letto.Get()), "anna@x.example");
+
+  // One argument by its place, one by its name; and one by a name that the member does not have.
+  const ChiamataTardiva mista(coll.Get(), membro, DISPATCH_METHOD, {numero.Get(), testo.Get()}, {numeri[1]});
+  EXPECT_EQ(mista.esito, S_OK);
+  const ChiamataTardiva ignota(coll.Get(), membro, DISPATCH_METHOD, {numero.Get(), testo.Get()}, {99});
+  EXPECT_EQ(ignota.esito, DISP_E_PARAMNOTFOUND);
+  const ChiamataTardiva senzaIndirizzo(coll.Get(), membro, DISPATCH_METHOD, {numero.Get()}, {numeri[1]});
+  EXPECT_EQ(senzaIndirizzo.esito, DISP_E_BADPARAMCOUNT);
+}
+
+TEST_F(ClienteAnticipato, AnObjectBehindAReferenceIsSetLikeTheObjectItself) {
+  RecitaMessaggi();
+  {
+    const auto servizio = Crea<ICLSFW_MAILSERVER>(CLSID_CLSFW_MAILSERVER);
+    ASSERT_TRUE(servizio);
+    IDispatch* oggetto = &messaggi_;
+    VARIANT riferimento;
+    VariantInit(&riferimento);
+    V_VT(&riferimento) = VT_DISPATCH | VT_BYREF;
+    V_DISPATCHREF(&riferimento) = &oggetto;
+    VARIANT variabile;
+    VariantInit(&variabile);
+    V_VT(&variabile) = VT_VARIANT | VT_BYREF;
+    V_VARIANTREF(&variabile) = &riferimento;
+    for (const VARIANT& valore : {riferimento, variabile}) {
+      const ChiamataTardiva tolta(servizio.Get(), L"ConnectionADO", DISPATCH_PROPERTYPUTREF,
+                                  {VariantCom::DiOggetto(nullptr).Get()}, {DISPID_PROPERTYPUT});
+      ASSERT_EQ(tolta.esito, S_OK);
+      const ChiamataTardiva posta(servizio.Get(), L"ConnectionADO", DISPATCH_PROPERTYPUTREF, {valore},
+                                  {DISPID_PROPERTYPUT});
+      EXPECT_EQ(posta.esito, S_OK);
+      ComPtr<IDispatch> letto;
+      ASSERT_EQ(servizio->get_ConnectionADO(letto.Uscita()), S_OK);
+      EXPECT_EQ(letto.Get(), oggetto);
+    }
+  }
+  RitiraMessaggi();
+}
+
+TEST_F(ClienteAnticipato, AnIndexBehindAPropertyWithoutItsCollectionIsError91) {
+  RecitaMessaggi();
+  {
+    const auto servizio = Crea<ICLSFW_MAILSERVER>(CLSID_CLSFW_MAILSERVER);
+    ASSERT_TRUE(servizio);
+    const ChiamataTardiva letta(servizio.Get(), L"vCollDestinatari", DISPATCH_PROPERTYGET,
+                                {win32::ToCom(1).Get()});
+    EXPECT_EQ(letta.esito, DISP_E_EXCEPTION);
+    EXPECT_EQ(letta.eccezione.scode, static_cast<HRESULT>(0x800A005B));
+    EXPECT_EQ(win32::FromBstr(Bstr::Adotta(letta.eccezione.bstrSource).Get()), "ORVE_MAILSERVER");
+    EXPECT_NE(win32::FromBstr(Bstr::Adotta(letta.eccezione.bstrDescription).Get()), "");
+    const ChiamataTardiva testo(servizio.Get(), L"vOggetto", DISPATCH_PROPERTYGET, {win32::ToCom(1).Get()});
+    EXPECT_EQ(testo.esito, DISP_E_BADPARAMCOUNT);
+  }
+  RitiraMessaggi();
 }
 
 TEST_F(ClienteAnticipato, MembersOfARecipientAreCalledThroughTheVtable) {
