@@ -58,7 +58,8 @@ std::string DaSingoloByte(BSTR testo) {
 
 class RecordMessaggio {
  public:
-  explicit RecordMessaggio(const host::MapiMessage& messaggio) {
+  // Through the empty record, so that the texts made so far go if memory runs out.
+  explicit RecordMessaggio(const host::MapiMessage& messaggio) : RecordMessaggio() {
     record_.Reserved = static_cast<std::uint32_t>(messaggio.Reserved);
     for (const auto& [campo, posto] : kTesti) record_.*posto = SingoloByte(messaggio.*campo);
     record_.Flags = static_cast<std::uint32_t>(messaggio.Flags);
@@ -82,6 +83,8 @@ class RecordMessaggio {
   }
 
  private:
+  RecordMessaggio() = default;
+
   static constexpr std::pair<std::string host::MapiMessage::*, BSTR MapiMessageRecord::*> kTesti[] = {
       {&host::MapiMessage::Subject, &MapiMessageRecord::Subject},
       {&host::MapiMessage::NoteText, &MapiMessageRecord::NoteText},
