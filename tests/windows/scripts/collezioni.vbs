@@ -26,7 +26,7 @@ Uguale "tre voci", coll.Count, CLng(3)
 Stesso "posizione", coll(1), uno
 Stesso "chiave", coll("CHIAVE"), uno
 Stesso "Item", coll.Item(3), due
-Uguale "posizione come testo numerico", coll.Item("seconda").Indirizzo, "b@x.example"
+Uguale "chiave per Item", coll.Item("seconda").Indirizzo, "b@x.example"
 elenco = ""
 For Each voce In coll
   elenco = elenco & voce.Indirizzo & ";"
@@ -49,6 +49,8 @@ On Error Resume Next
 coll.Add "x", "", "", "k" : coll.Add "y", "", "", "K"
 UgualeErrore "chiave doppia", 457, "ORVE_MAILSERVER", "La chiave è già associata a un elemento dell'insieme"
 Uguale "non aggiunto", coll.Count, CLng(2)
+Set voce = coll("1")
+UgualeErrore "un testo numerico è una chiave", 5, "ORVE_MAILSERVER", ""
 Set voce = coll("manca")
 UgualeErrore "chiave ignota", 5, "ORVE_MAILSERVER", "Chiamata di routine o argomento non validi"
 Set voce = coll(99)
@@ -67,6 +69,20 @@ coll.Add
 UgualeErrore "argomento mancante", 450, "", ""
 Set voce = CreateObject("ORVE_MAILSERVER.Destinatario")
 UgualeErrore "Destinatario non si crea", 429, "", ""
+On Error GoTo 0
+
+' The same address any number of times, no address, and a key of no length, which is none.
+Set coll = CreateObject("ORVE_MAILSERVER.CollDestinatari")
+coll.Add "anna@x.example", "Prima", "", ""
+coll.Add "anna@x.example", "Seconda", "", ""
+coll.AddFromLista "anna@x.example", "Terza", "", 2, ""
+Set voce = coll.Add("")
+Uguale "quattro voci", coll.Count, CLng(4)
+Uguale "nell'ordine", coll(1).Nome & coll(2).Nome & coll(3).Nome, "PrimaSecondaTerza"
+Uguale "indirizzo vuoto", voce.Indirizzo & "|" & coll(4).Indirizzo, "|"
+On Error Resume Next
+Set voce = coll("")
+UgualeErrore "nessuno sotto la chiave vuota", 5, "ORVE_MAILSERVER", ""
 On Error GoTo 0
 
 ' Accounts.
@@ -94,6 +110,16 @@ Uguale "per posizione", mittenti.Item(1).Indirizzo, "noi@x.example"
 Uguale "Count", mittenti.Count, CLng(2)
 mittenti.Remove "7"
 Uguale "Count dopo", mittenti.Count, CLng(1)
+
+On Error Resume Next
+mittenti.AddMittente "altro@x.example", "s", 25, 0, "", "", 0, 0, 0, , 2, "1"
+UgualeErrore "chiave doppia di AddMittente", 457, "ORVE_MAILSERVER", "La chiave è già associata a un elemento dell'insieme"
+Uguale "account non aggiunto", mittenti.Count, CLng(1)
+On Error GoTo 0
+mittenti.Add "senza@x.example", "s", 25, 0, "", "", 0, 0, 0, "", False, ""
+mittenti.AddMittente "senza@x.example", "s", 25, 0, "", "", 0, 0, 0, "", 0, ""
+Uguale "account senza chiave", mittenti.Count, CLng(3)
+Uguale "per posizione soltanto", mittenti.Item(3).Indirizzo, "senza@x.example"
 
 ' The collection of accounts takes no index itself and is walked by no loop, but its enumerator is a member like others.
 On Error Resume Next

@@ -102,7 +102,7 @@ Function ValoreDi(nome)
   Select Case UCase(nome)
     Case "FW24_INDFAXATTIVO": ValoreDi = CLng(CanaleDelTest)
     Case "FW24_INDMODALITA": ValoreDi = 1
-    Case "FW24_MAILMODSTDIFF": ValoreDi = 1
+    Case "FW24_MAILMODSTDIFF": ValoreDi = 2
     Case "FW24_PATHTMP": ValoreDi = "C:\windows\temp"
     Case "FW24_BCC": ValoreDi = 0
     Case "FW24_READRECEIPT": ValoreDi = 1

@@ -43,3 +43,23 @@ If InStr(giornale, "MostraMsg 999 Non si invia ORVE_MAILSERVER: CLSFW_MAILSERVER
   Banco.Fallisce "messaggio dell'evento: " & giornale
 End If
 Uguale "l'oggetto resta", s.vOggetto, "Fattura"
+
+' A machine without the SMTP component: the failure is told to the person, or in silent mode in two members.
+Set s = CreateObject("ORVE_MAILSERVER.CLSFW_MAILSERVER")
+Set s.ConnectionADO = New BancaDati
+s.DittaCorrente = 1
+s.InvioSMTP = True
+s.GetImpostazioni
+s.AddDestinatario "anna@x.example", "Anna"
+giornale = Banco.Giornale
+Uguale "InviaMailSMTP", s.InviaMailSMTP("Avviso", "Testo"), False
+If InStr(Banco.Giornale, "MostraMsg Impossibile creare l'oggetto|48|ORVE_MAIL: InviaMailSMTP") = 0 Then
+  Banco.Fallisce "messaggio di InviaMailSMTP"
+End If
+Uguale "errNumber senza silentMode", s.errNumber, ""
+s.silentMode = True
+Uguale "InviaMailSMTP in silenzio", s.InviaMailSMTP("Avviso", "Testo"), False
+Uguale "errNumber", s.errNumber, "429"
+Uguale "errDescription", s.errDescription, "Impossibile creare l'oggetto in ORVE_MAIL: InviaMailSMTP"
+giornale = Banco.Giornale
+If InStr(giornale, "MostraMsg") > 0 Then Banco.Fallisce "silentMode non tace: " & giornale

@@ -15,9 +15,6 @@ Sub Booleano(nome)
 End Sub
 
 Sub Numero(nome, valore)
-  Dim zero
-  zero = valore - valore
-  If VarType(valore) = 2 Then zero = CInt(0)
   Uguale nome & " nuovo", CDbl(Banco.Leggi(s, nome)), CDbl(0)
   Banco.Scrivi s, nome, valore
   Uguale nome, Banco.Leggi(s, nome), valore
@@ -48,7 +45,21 @@ Numero "ModalitaInvio", CLng(3)
 Numero "MailParamTipo", CSng(2.5)
 Numero "IsLista", CLng(70000)
 s.ModalitaInvio = -1
-Uguale "ModalitaInvio restituita alle impostazioni", s.ModalitaInvio, CLng(0)
+Uguale "ModalitaInvio senza impostazioni", s.ModalitaInvio, CLng(0)
+
+' A mode given back to the settings is one of the two stored there, between which the deferred print chooses.
+Dim impostato
+Set impostato = CreateObject("ORVE_MAILSERVER.CLSFW_MAILSERVER")
+Set impostato.ConnectionADO = New BancaDati
+impostato.DittaCorrente = 1
+impostato.GetImpostazioni
+impostato.ModalitaInvio = 3
+Uguale "ModalitaInvio forzata", impostato.ModalitaInvio, CLng(3)
+impostato.ModalitaInvio = -1
+Uguale "ModalitaInvio delle impostazioni", impostato.ModalitaInvio, CLng(1)
+impostato.IsStampaDifferita = True
+Uguale "ModalitaInvio della stampa differita", impostato.ModalitaInvio, CLng(2)
+Set impostato = Nothing
 
 Uguale "data nuova", CDbl(s.DataValiditaCodiceDestinatario), CDbl(0)
 s.DataValiditaCodiceDestinatario = DateSerial(2026, 3, 14) + 0.5
@@ -76,6 +87,9 @@ s.vElencoAllegati = Array("C:\a.pdf", "C:\è.pdf")
 s.AddAllegato "C:\c.pdf"
 o = s.vElencoAllegati
 Uguale "vElencoAllegati", UBound(o) & o(0) & o(1) & o(2), "2C:\a.pdfC:\è.pdfC:\c.pdf"
+Set o = New Nessuno
+Set s.vElencoAllegati = o
+Stesso "vElencoAllegati oggetto", s.vElencoAllegati, o
 
 ' Objects of the caller come back as the same objects; no object is no object.
 For Each nome In Array("ConnectionADO", "ManagerRubrica", "ActiveInterface")
@@ -113,6 +127,9 @@ Stesso "MailParamAccount", s.MailParamAccount, m
 On Error Resume Next
 Set s.vCollDestinatari = mittenti
 UgualeErrore "una collezione di altra classe", 13, "", ""
+Dim voce
+Set voce = s.vCollDestinatari(1)
+UgualeErrore "un indice senza collezione", 91, "ORVE_MAILSERVER", ""
 Set s.vMittente = New Nessuno
 UgualeErrore "un oggetto estraneo", 13, "", ""
 On Error GoTo 0
@@ -122,3 +139,21 @@ Uguale "indirizzo buono", s.CheckRegularMailAddress("anna@x.example"), True
 Uguale "indirizzo cattivo", s.CheckRegularMailAddress("anna"), False
 Uguale "AddDestinatario", s.AddDestinatario("b@x.example", "Bruno"), False
 Uguale "destinatario aggiunto", s.vCollDestinatari(1).Indirizzo, "b@x.example"
+
+' The end of a service lets go of every object of the caller, also where the channel's own was never made.
+Dim lasciati
+lasciati = 0
+Class Lasciato
+  Private Sub Class_Terminate
+    lasciati = lasciati + 1
+  End Sub
+End Class
+Set impostato = CreateObject("ORVE_MAILSERVER.CLSFW_MAILSERVER")
+Uguale "canale di un servizio nuovo", impostato.SrvMailInstallato, CLng(0)
+Set impostato.ConnectionADO = New Lasciato
+Set impostato.ManagerRubrica = New Lasciato
+Set impostato.ActiveInterface = New Lasciato
+Set impostato.DittaCorrente = New Lasciato
+Uguale "tenuti", lasciati, CInt(0)
+Set impostato = Nothing
+Uguale "lasciati", lasciati, CInt(4)
