@@ -62,7 +62,7 @@ IDispatchPtr ApriConnessione(const wchar_t* stringa) {
   return connessione;
 }
 
-// L'ultima parola prima dell'invio: ogni testo si può cambiare. Vive più a lungo del collegamento, e non
+// L'ultima parola prima dell'invio: ogni testo si può cambiare. Vive più a lungo del servizio, e non
 // conta i suoi riferimenti.
 class Ascoltatore final : public IDispatch {
  public:
@@ -94,11 +94,11 @@ class Ascoltatore final : public IDispatch {
 
 int Invia(wchar_t** argomenti) {
   const IDispatchPtr connessione = ApriConnessione(argomenti[1]);
+  Ascoltatore ascoltatore;  // prima del servizio, che lo tiene anche quando un errore salta il distacco
   ICLSFW_MAILSERVERPtr mail;
   Verifica(CoCreateInstance(CLSID_CLSFW_MAILSERVER, nullptr, CLSCTX_INPROC_SERVER,
                             __uuidof(ICLSFW_MAILSERVER), reinterpret_cast<void**>(&mail)));
 
-  Ascoltatore ascoltatore;
   IConnectionPointContainerPtr contenitore(mail);
   IConnectionPoint* punto = nullptr;
   Verifica(contenitore->FindConnectionPoint(DIID_DCLSFW_MAILSERVEREventi, &punto));
