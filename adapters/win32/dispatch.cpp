@@ -148,13 +148,17 @@ void Dispatch::PutValore(const char* membro, const host::Variant& valore) const 
 
 void Dispatch::PutRef(const char* membro, IDispatch* oggetto) const {
   const DISPID numero = Numero(membro);
-  Argomento valore(oggetto);
-  try {
-    Invoca(numero, DISPATCH_PROPERTYPUTREF, {&valore, 1});
-  } catch (const host::Errore& errore) {
-    if (errore.Numero() != host::kMembroNonSupportato) throw;
-    Invoca(numero, DISPATCH_PROPERTYPUT, {&valore, 1});
+  const auto fermo = oggetto_;
+  const VariantCom valore = VariantCom::DiOggetto(oggetto);
+  const VariantCom* valori[] = {&valore};
+  const bool perRiferimento[] = {false};
+  Chiamata chiamata(valori, perRiferimento, false);
+  Esito esito = Prova(*fermo.Get(), numero, DISPATCH_PROPERTYPUTREF, chiamata);
+  // The refusal of the kind of call, and no 438 that a setter raised after it ran.
+  if (esito.codice == DISP_E_MEMBERNOTFOUND) {
+    esito = Prova(*fermo.Get(), numero, DISPATCH_PROPERTYPUT, chiamata);
   }
+  if (FAILED(esito.codice)) throw ErroreDi(esito.codice, &esito.eccezione);
 }
 
 Dispatch Dispatch::Oggetto(const VariantCom& valore) {

@@ -174,6 +174,17 @@ TEST_F(DispatchTest, AnObjectThatOnlyKnowsThePlainWritingGetsItsObjectThatWay) {
   EXPECT_THAT(*giornale, ElementsAre("oggetto.Connessione scrittura ((oggetto))"));
 }
 
+TEST_F(DispatchTest, ASetterThatItselfRaises438RunsOnce) {
+  doppio->Membro("Connessione", DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF,
+                 [](const ArrivoCom&) -> VariantCom {
+                   throw prova::RifiutoCom{E_FAIL, 438, L"Oggetto", L"Proprietà o metodo non supportati"};
+                 });
+  const auto errore = ErroreDa([&] { Oggetto().PutRef("Connessione", doppio.Get()); });
+  EXPECT_EQ(errore.Numero(), 438);
+  EXPECT_EQ(errore.Sorgente(), "Oggetto");
+  EXPECT_THAT(*giornale, ElementsAre("oggetto.Connessione assegnazione ((oggetto))"));
+}
+
 TEST_F(DispatchTest, AMemberThatGivesNothingGivesAnAbsentObject) {
   doppio->Membro("Niente", kLettura, prova::Nulla());
   doppio->Membro("Nullo", kLettura, prova::Valore(host::Null{}));
