@@ -32,8 +32,6 @@ class Chiamata {
   }
 
   [[nodiscard]] std::vector<VARIANT>& Passati() { return passati_; }
-  /// What stands in an argument after the call.
-  [[nodiscard]] const VARIANT& Tornato(std::size_t posto) const { return copie_[posto].Get(); }
 
  private:
   static void Riferisci(VARIANT& copia, VARIANT& passato, bool tipizzato) {
@@ -86,12 +84,6 @@ Argomento Argomento::PerRiferimento(VariantCom valore) {
   return argomento;
 }
 
-Argomento Argomento::PerRiferimento(std::string& testo) {
-  Argomento argomento = PerRiferimento(ToCom(testo));
-  argomento.ritorno_ = &testo;
-  return argomento;
-}
-
 DISPID Dispatch::Numero(const char* membro) const {
   if (!oggetto_) throw host::Errore(host::kOggettoNonImpostato);
   const Bstr nome = ToBstr(membro);
@@ -126,11 +118,6 @@ VariantCom Dispatch::Invoca(DISPID membro, WORD tipo, std::span<Argomento> argom
     esito = Prova(*fermo.Get(), membro, tipo, *chiamata);
   }
   if (FAILED(esito.codice)) throw ErroreDi(esito.codice, &esito.eccezione);
-  for (std::size_t posto = 0; posto < argomenti.size(); ++posto) {
-    if (argomenti[posto].ritorno_ != nullptr) {
-      *argomenti[posto].ritorno_ = FromCom(chiamata->Tornato(posto)).ToText();
-    }
-  }
   return std::move(esito.risultato);
 }
 

@@ -37,20 +37,17 @@ class Argomento {
   /// An object, which may be absent.
   Argomento(IDispatch* oggetto) : valore_(VariantCom::DiOggetto(oggetto)) {}
 
-  /// A value that the object may change, for all that the caller cares.
+  /// A value that the object may change; the library does not ask for what it became.
   [[nodiscard]] static Argomento PerRiferimento(VariantCom valore);
   [[nodiscard]] static Argomento PerRiferimento(const host::Variant& valore) {
     return PerRiferimento(ToCom(valore));
   }
-  /// A text that the object may change; it comes back changed after a call that did not fail.
-  [[nodiscard]] static Argomento PerRiferimento(std::string& testo);
 
  private:
   friend class Dispatch;
 
   VariantCom valore_;
   bool perRiferimento_ = false;
-  std::string* ritorno_ = nullptr;
 };
 
 class Dispatch {
@@ -85,7 +82,8 @@ class Dispatch {
   void Put(const char* membro, Argomento valore) const;
   /// Writes a value of any type: an object is set, anything else is written.
   void PutValore(const char* membro, const host::Variant& valore) const;
-  /// Sets a property to an object, or to no object. An object that only knows the plain writing gets that.
+  /// Sets a property to an object, or to no object. An object that only knows the plain writing, and refuses
+  /// the setting unrun, gets that.
   void PutRef(const char* membro, IDispatch* oggetto) const;
   /// Calls a method for what it does.
   template <class... A>

@@ -93,27 +93,17 @@ TEST_F(DispatchTest, AMemberWithADeclaredTypeGetsAReferenceToThatType) {
   EXPECT_THAT(*giornale, ElementsAre("oggetto.Fai chiamata (&testo:8|&7:3|&(nessun oggetto):9)"));
 }
 
-TEST_F(DispatchTest, ATextByReferenceComesBackChanged) {
-  doppio->Membro("Fai", kChiamata, [](const ArrivoCom& arrivo) {
-    arrivo.Scrivi(0, arrivo.Valore(0).ToText() + " cambiato");
-    return VariantCom();
-  });
-  std::string testo = "perché";
-  Oggetto().Run("Fai", Argomento::PerRiferimento(testo));
-  EXPECT_EQ(testo, "perché cambiato");
-  doppio->PrendeRiferimenti(prova::Riferimenti::kSoloTipi);
-  Oggetto().Run("Fai", Argomento::PerRiferimento(testo));
-  EXPECT_EQ(testo, "perché cambiato cambiato");
-}
-
-TEST_F(DispatchTest, ATextByReferenceStaysAsItWasWhenTheCallFails) {
-  doppio->Membro("Fai", kChiamata, [](const ArrivoCom& arrivo) -> VariantCom {
-    arrivo.Scrivi(0, "cambiato");
-    throw host::Errore(1001, "Prova", "guasto");
-  });
-  std::string testo = "prima";
-  EXPECT_EQ(ErroreDa([&] { Oggetto().Run("Fai", Argomento::PerRiferimento(testo)); }).Numero(), 1001);
-  EXPECT_EQ(testo, "prima");
+TEST_F(DispatchTest, WhatTheObjectMakesOfAReferenceStaysWithTheCall) {
+  for (const auto modo : {prova::Riferimenti::kSoloValori, prova::Riferimenti::kSoloTipi}) {
+    doppio->PrendeRiferimenti(modo);
+    doppio->Membro("Fai", kChiamata, [](const ArrivoCom& arrivo) {
+      arrivo.Scrivi(0, arrivo.Valore(0).ToText() + " cambiato");
+      return VariantCom();
+    });
+    const host::Variant testo("perché");
+    Oggetto().Run("Fai", Argomento::PerRiferimento(testo));
+    EXPECT_EQ(testo.ToText(), "perché");
+  }
 }
 
 TEST_F(DispatchTest, AnErrorOfTheObjectArrivesWithNumberSourceAndDescription) {
