@@ -4,8 +4,11 @@
 
 #include <ocidl.h>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstring>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -13,6 +16,7 @@
 #include "win32/com_ptr.h"
 #include "win32/conversions.h"
 #include "windows/cliente_anticipato.h"
+#include "windows/uscita_debug.h"
 
 namespace orve {
 namespace {
@@ -259,6 +263,43 @@ TEST_F(ClienteAnticipato, TheEnumeratorWalksSkipsResetsAndClones) {
   EXPECT_EQ(enumeratore->Skip(3), S_OK);
   EXPECT_EQ(copia->Next(2, voci, &presi), S_OK);
   for (ULONG indice = 0; indice < presi; ++indice) VariantClear(&voci[indice]);
+}
+
+TEST_F(ClienteAnticipato, EachObjectTellsTheDebugOutputOfItsBirthAndItsEnd) {
+  RecitaMessaggi();
+  prova::UscitaDebug uscita;
+  Crea<ICLSFW_MAILSERVER>(CLSID_CLSFW_MAILSERVER).Reset();
+  {
+    const auto coll = Crea<ICollDestinatari>(CLSID_CollDestinatari);
+    const Bstr indirizzo = win32::ToBstr("anna@x.example");
+    BSTR testo = indirizzo.Get();
+    ComPtr<IDestinatario> destinatario;
+    EXPECT_EQ(coll->Add(&testo, nullptr, nullptr, nullptr, destinatario.Uscita()), S_OK);
+  }
+  Crea<ICollMittenti>(CLSID_CollMittenti).Reset();
+  Crea<IMittente>(CLSID_Mittente).Reset();
+  const std::vector<std::string> righe = uscita.Righe();
+  RitiraMessaggi();
+
+  std::map<std::string, std::string> nati;  // class by identifier
+  std::vector<std::string> finiti;
+  for (const std::string& riga : righe) {
+    if (!riga.starts_with("QLNA:|")) continue;  // the system's own
+    ASSERT_GT(riga.size(), 38U) << riga;
+    const std::string identificatore = riga.substr(6, 32);
+    const std::string evento = riga.substr(0, 6) + riga.substr(38);
+    constexpr const char* kNascita = "QLNA:||INI|ORVE_MAILSERVER|";
+    if (evento.starts_with(kNascita)) {
+      EXPECT_TRUE(nati.emplace(identificatore, evento.substr(strlen(kNascita))).second) << riga;
+    } else {
+      EXPECT_EQ(evento, "QLNA:||TER|ORVE_MAILSERVER|" + nati[identificatore]);
+      finiti.push_back(nati[identificatore]);
+    }
+    EXPECT_EQ(identificatore.find_first_not_of("0123456789ABCDEF"), std::string::npos) << riga;
+  }
+  EXPECT_EQ(nati.size(), 5U);
+  EXPECT_THAT(finiti, testing::UnorderedElementsAre("CLSFW_MAILSERVER", "CollDestinatari", "Destinatario",
+                                                    "CollMittenti", "Mittente"));
 }
 
 // A key that stands for a root of the registry, so that a test writes where nobody looks.

@@ -3,14 +3,15 @@
 
 #include <windows.h>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstdio>
-#include <thread>
 
 #include "host/errore.h"
 #include "win32/ambiente_win32.h"
+#include "windows/uscita_debug.h"
 #include "windows/win32/doppio.h"
 
 namespace orve::win32 {
@@ -85,28 +86,10 @@ TEST_F(SistemaTest, ABufferThatIsTooShortForTheUserStaysAsItWas) {
   EXPECT_EQ(buffer, " ");
 }
 
-// Who reads the system's debug output: the one who holds its shared page.
 TEST_F(SistemaTest, ALineGoesToTheSystemsDebugOutputInItsCodePage) {
-  struct Pagina {
-    DWORD processo;
-    char testo[4096 - sizeof(DWORD)];
-  };
-  const HANDLE pronto = CreateEventW(nullptr, FALSE, TRUE, L"DBWIN_BUFFER_READY");
-  const HANDLE arrivato = CreateEventW(nullptr, FALSE, FALSE, L"DBWIN_DATA_READY");
-  const HANDLE memoria =
-      CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(Pagina), L"DBWIN_BUFFER");
-  const auto* pagina =
-      static_cast<const Pagina*>(MapViewOfFile(memoria, FILE_MAP_READ, 0, 0, sizeof(Pagina)));
-  ASSERT_NE(pagina, nullptr);
-  std::string letto;
-  std::thread lettore([&] {
-    if (WaitForSingleObject(arrivato, 20000) == WAIT_OBJECT_0) letto = pagina->testo;
-  });
+  prova::UscitaDebug uscita;
   ambiente->UscitaDiDebug().Scrivi("QLNA:|perché|INI|ORVE_MAILSERVER|Mittente Ł");
-  lettore.join();
-  UnmapViewOfFile(pagina);
-  for (HANDLE maniglia : {memoria, arrivato, pronto}) CloseHandle(maniglia);
-  EXPECT_EQ(letto, "QLNA:|perch\xE9|INI|ORVE_MAILSERVER|Mittente ?");
+  EXPECT_THAT(uscita.Righe(), testing::ElementsAre("QLNA:|perch\xE9|INI|ORVE_MAILSERVER|Mittente ?"));
 }
 
 class Percorsi : public testing::Test {
