@@ -27,6 +27,7 @@ class EventoDelServizio : public prova::ClienteAnticipato {
  protected:
   void SetUp() override {
     ClienteAnticipato::SetUp();
+    if (HasFatalFailure()) return;
     RecitaMessaggi();
     servizio = Crea<ICLSFW_MAILSERVER>(CLSID_CLSFW_MAILSERVER);
     ASSERT_TRUE(servizio);
