@@ -30,8 +30,8 @@ std::string Document(const std::string& body, const std::string& font, std::int3
   const std::int32_t size = points % 65536 == 0 ? 3 : points;
   std::string html = "<!DOCTYPE html>\r\n<html>\r\n<body>\r\n";
   for (const std::string& line : Parts(PlainReplace(body, " ", "&nbsp;", false), '\r')) {
-    html +=
-        "<font face = \"" + face + "\" size = \"" + std::to_string(size) + "\">" + line + "</font><br/>\r\n";
+    html.append("<font face = \"").append(face).append("\" size = \"").append(std::to_string(size));
+    html.append("\">").append(line).append("</font><br/>\r\n");
   }
   return html + "</body>\r\n</html>\r\n";
 }

@@ -32,10 +32,10 @@ struct Bench {
 };
 
 /// Everything behind the first marker, looked for byte by byte.
-bool Behind(const std::string& text, const std::string& marker, std::string& rest) {
+bool Behind(const std::string& text, const std::string& marker, std::string& found) {
   for (std::size_t i = 0; i + marker.size() <= text.size(); ++i) {
     if (text.compare(i, marker.size(), marker) != 0) continue;
-    rest = text.substr(i + marker.size());
+    found = text.substr(i + marker.size());
     return true;
   }
   return false;
@@ -48,10 +48,10 @@ std::string Certified(const std::string& text) {
 }
 
 std::string Ordinary(const std::string& text) {
-  std::string rest;
-  std::string ignored;
-  const bool thrownAway = Behind(text, "<***>", rest) && Behind(rest, "<*pec*>", ignored);
-  return thrownAway ? std::string() : rest;
+  std::string mail;
+  std::string certified;
+  const bool thrownAway = Behind(text, "<***>", mail) && Behind(mail, "<*pec*>", certified);
+  return thrownAway ? std::string() : mail;
 }
 
 void CheckNumber(Bench& bench, const std::string& text) {
