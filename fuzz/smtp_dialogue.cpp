@@ -19,7 +19,6 @@
 namespace orve::fuzz {
 namespace {
 
-using adapters::smtp::BrokenConnection;
 using adapters::smtp::DeliveryFailure;
 using adapters::smtp::Envelope;
 using adapters::smtp::ErrorNumber;
@@ -59,6 +58,7 @@ struct Channel::Impl {
   fuzz::Server& server;
 };
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the declaration is the real channel's
 Channel::Channel(Target /*target*/, Tracer& /*tracer*/) : impl_(new Impl{*fuzz::Current()}) {}
 Channel::~Channel() = default;
 void Channel::Connect(const SmtpOptions& /*options*/) {}
