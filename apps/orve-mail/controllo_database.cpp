@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <utility>
 
 #include "host/errore.h"
@@ -60,6 +61,20 @@ std::int32_t Numero(const host::RecordSet& riga, const char* colonna, std::int32
   return text::Trim(valore.Joined()).empty() ? altrimenti : valore.ToInt32();
 }
 
+// What the library holds in 16 bits, as it does of ports and of the numbers beside them.
+std::int16_t NumeroBreve(const host::RecordSet& riga, const char* colonna, std::int16_t altrimenti) {
+  const std::int32_t numero = Numero(riga, colonna, altrimenti);
+  if (numero < std::numeric_limits<std::int16_t>::min() ||
+      numero > std::numeric_limits<std::int16_t>::max()) {
+    throw host::Errore(
+        host::kOverflow, "",
+        std::string(colonna) + " è " + std::to_string(numero) +
+            ", oltre i 16 bit che l'invio ne legge (una porta sopra 32767 vi sta come la porta "
+            "meno 65536)");
+  }
+  return static_cast<std::int16_t>(numero);
+}
+
 std::string Modo(std::int32_t modo) {
   constexpr std::array<const char*, 4> kModi = {"manuale", "automatico", "semiautomatico", "lista"};
   return modo >= 0 && modo < static_cast<std::int32_t>(kModi.size()) ? kModi[static_cast<std::size_t>(modo)]
@@ -99,20 +114,21 @@ void ControllaFirme(host::Connection& connessione, Referto& referto) {
 }
 
 AccountLetto LeggiAccount(host::Connection& connessione, std::int32_t id) {
-  const auto riga =
-      Esegui(connessione,
-             "SELECT FW23_SERVERNAME, FW23_PORT, FW23_INDAUTH, FW23_SSL, FW98_MAILADDRESS, FW98_USERNAME,"
-             " FW98_PASSWORD FROM FW98_MAILACCOUNT LEFT OUTER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 ="
-             " FW23_IDSERVER WHERE FW98_IDACCOUNT = " +
-                 std::to_string(id));
+  const auto riga = Esegui(
+      connessione,
+      "SELECT FW23_SERVERNAME, FW23_PORT, FW23_TIMEOUT, FW23_INDAUTH, FW23_SSL, FW98_MAILADDRESS,"
+      " FW98_USERNAME, FW98_PASSWORD FROM FW98_MAILACCOUNT LEFT OUTER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 ="
+      " FW23_IDSERVER WHERE FW98_IDACCOUNT = " +
+          std::to_string(id));
   AccountLetto account;
   account.id = id;
   account.indirizzo = Testo(*riga, "FW98_MAILADDRESS");
   account.titolo = "account " + std::to_string(id) + " (" + account.indirizzo + ")";
   account.server = Testo(*riga, "FW23_SERVERNAME");
-  account.porta = static_cast<std::uint16_t>(Numero(*riga, "FW23_PORT", 25));
-  account.cifrata = Numero(*riga, "FW23_SSL", 0) >= 1;
-  account.autenticazione = Numero(*riga, "FW23_INDAUTH", 0) != 0;
+  account.porta = static_cast<std::uint16_t>(NumeroBreve(*riga, "FW23_PORT", 25));
+  static_cast<void>(NumeroBreve(*riga, "FW23_TIMEOUT", 0));  // only read, but as a condition of all the rest
+  account.cifrata = NumeroBreve(*riga, "FW23_SSL", 0) >= 1;
+  account.autenticazione = NumeroBreve(*riga, "FW23_INDAUTH", 0) != 0;
   account.utente = Testo(*riga, "FW98_USERNAME");
   account.password = Testo(*riga, "FW98_PASSWORD");
   return account;

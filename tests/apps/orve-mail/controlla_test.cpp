@@ -138,6 +138,26 @@ TEST_F(Controlla, AnAccountWithoutAServerIsTold) {
   EXPECT_THAT(Riga(Controllo(), Di("nome del server")), StartsWith("[ERRORE]"));
 }
 
+TEST_F(Controlla, ANumberThatTheLibraryCouldNotReadIsToldThoughItLooksLikeAPort) {
+  UnSoloAccount();
+  ImpostaServerSemplice(1);
+  for (const char* colonna : {"FW23_PORT", "FW23_TIMEOUT", "FW23_INDAUTH", "FW23_SSL"}) {
+    Sql("UPDATE FW23_FAXER SET " + std::string(colonna) + " = 40000 WHERE FW23_IDSERVER = 1");
+    const Esecuzione esecuzione = Controllo();
+    EXPECT_EQ(esecuzione.stato, 1) << esecuzione;
+    EXPECT_THAT(Riga(esecuzione, "account dell'utente"),
+                AllOf(StartsWith("[ERRORE]"), HasSubstr(std::string(colonna) + " è 40000")))
+        << esecuzione;
+    Sql("UPDATE FW23_FAXER SET " + std::string(colonna) + " = 1 WHERE FW23_IDSERVER = 1");
+  }
+}
+
+TEST_F(Controlla, APortAbove32767StandsInItsColumnAsANegativeNumber) {
+  UnSoloAccount();
+  Sql("UPDATE FW23_FAXER SET FW23_SERVERNAME = '127.0.0.1', FW23_PORT = -25536 WHERE FW23_IDSERVER = 1");
+  EXPECT_THAT(Riga(Controllo(), Di("connessione")), HasSubstr("40000"));
+}
+
 TEST_F(Controlla, ACertificateOfAnotherNameIsRefused) {
   UnSoloAccount();
   AvviaServerOrdinario();
