@@ -33,9 +33,9 @@ class Controllo {
   Uscita Esegui() {
     ApriChiave();
     ApriDatabase();
-    ambiente_ = std::make_shared<AmbienteProgramma>(
-        terminale_, chiave_, richiesta_.smtp, CartellaBase(richiesta_.archivio),
-        std::make_shared<Osservazioni>(), richiesta_.mapi, nullptr, richiesta_.directory);
+    ambiente_ = std::make_shared<AmbienteProgramma>(terminale_, chiave_, richiesta_.smtp,
+                                                    CartellaBase(richiesta_.archivio), note_, richiesta_.mapi,
+                                                    nullptr, richiesta_.directory);
     if (archivio_) ControllaDati();
     ControllaCartella();
     ControllaDirectory();
@@ -152,8 +152,11 @@ class Controllo {
     MDL_ACTIVEDIRECTORY::DatiUtenteDirectory persona;
     const bool riuscita = MDL_ACTIVEDIRECTORY::GetDatiUtenteDirectory(directory, utente, persona);
     if (!riuscita) {
-      referto_.Avviso("directory aziendale", "la ricerca di «" + utente + "» non riesce",
-                      "verificare che le credenziali possano cercare le persone");
+      const auto& motivi = note_->erroriDirectory;
+      referto_.Avviso(
+          "directory aziendale",
+          "la ricerca di «" + utente + "» non riesce" + (motivi.empty() ? "" : ": " + motivi.back()),
+          "verificare che le credenziali possano cercare le persone");
     } else if (persona.EmailAddress.empty() && persona.LastName.empty()) {
       referto_.Avviso("directory aziendale", "risponde, ma non conosce «" + utente + "»",
                       "inviare da un utente della rete, o indicare nome e indirizzo negli account");
@@ -181,6 +184,7 @@ class Controllo {
   std::shared_ptr<const Chiave> chiave_;
   std::optional<Archivio> archivio_;
   std::shared_ptr<adapters::sqlite::SqliteConnection> registro_;
+  OsservazioniPtr note_ = std::make_shared<Osservazioni>();
   std::shared_ptr<AmbienteProgramma> ambiente_;
   ImpostazioniLette impostazioni_;
 };

@@ -104,6 +104,16 @@ TEST_F(InvioConDirectory, TheCheckOfAnInstallationAsksTheDirectoryForThePerson) 
   EXPECT_THAT(rifiutata, Not(HasSubstr("parola-sbagliata")));
 }
 
+TEST_F(InvioConDirectory, TheCheckTellsWhyThePersonCannotBeLookedFor) {
+  const LdapServer directory;
+  // Anonymously the root may be read, and nobody looked for.
+  const Esecuzione esecuzione =
+      EseguiConAmbiente({}, {"controlla", "--ca", Ca(), "--directory", directory.Url(), "--directory-accesso",
+                             "anonimo", "--directory-senza-tls"});
+  EXPECT_THAT(esecuzione.uscita,
+              ContainsRegex("\\[avviso\\] +directory aziendale: la ricerca di «.*» non riesce: Directory: "));
+}
+
 TEST_F(InvioConDirectory, ServerAndPasswordMayComeFromTheEnvironment) {
   auto& server = AvviaServerOrdinario();
   const LdapServer directory(opzioni);
