@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <memory>
 #include <mutex>
@@ -37,6 +35,12 @@ struct FormatFree {
 };
 struct TextFree {
   void operator()(char* text) const { g_free(text); }
+};
+struct ZoneFree {
+  void operator()(GTimeZone* zone) const { g_time_zone_unref(zone); }
+};
+struct DateFree {
+  void operator()(GDateTime* date) const { g_date_time_unref(date); }
 };
 struct GObjectUnref {
   void operator()(void* object) const { g_object_unref(object); }
@@ -122,24 +126,18 @@ std::string BodyPart(const Message& message) {
 
 /// In the time of the place where the program runs, which may change meanwhile.
 std::string DateHeader(std::chrono::system_clock::time_point instant) {
-  static constexpr std::array<const char*, 7> kDays = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
-  static constexpr std::array<const char*, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                          "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
   const std::time_t time = std::chrono::system_clock::to_time_t(instant);
   ::tzset();
   std::tm local{};
-  constexpr int kFirstYear = 1900;
-  if (::localtime_r(&time, &local) == nullptr || local.tm_year + kFirstYear < 1 ||
-      local.tm_year + kFirstYear > 9999) {
-    throw host::Errore(host::kArgomentoNonValido);
-  }
-  const long minutes = std::labs(local.tm_gmtoff) / 60;
-  std::array<char, 64> text{};
-  std::snprintf(text.data(), text.size(), "Date: %s, %02d %s %04d %02d:%02d:%02d %c%02ld%02ld\r\n",
-                kDays.at(static_cast<std::size_t>(local.tm_wday)), local.tm_mday,
-                kMonths.at(static_cast<std::size_t>(local.tm_mon)), local.tm_year + kFirstYear, local.tm_hour,
-                local.tm_min, local.tm_sec, local.tm_gmtoff < 0 ? '-' : '+', minutes / 60, minutes % 60);
-  return text.data();
+  if (::localtime_r(&time, &local) == nullptr) throw host::Errore(host::kArgomentoNonValido);
+  const std::unique_ptr<GTimeZone, ZoneFree> zone(
+      g_time_zone_new_offset(static_cast<gint32>(local.tm_gmtoff)));
+  const std::unique_ptr<GDateTime, DateFree> utc(g_date_time_new_from_unix_utc(time));
+  if (!utc) throw host::Errore(host::kArgomentoNonValido);
+  const std::unique_ptr<GDateTime, DateFree> date(g_date_time_to_timezone(utc.get(), zone.get()));
+  if (!date) throw host::Errore(host::kArgomentoNonValido);
+  const std::unique_ptr<char, TextFree> text(g_mime_utils_header_format_date(date.get()));
+  return TextHeader("Date", text.get());
 }
 
 /// Everything before the header lines of the content.
