@@ -10,8 +10,8 @@ namespace orve::com {
 /// replaced.
 HRESULT Registra() noexcept;
 
-/// Takes the entries away, for all and for the present user; what is not there is no failure. The names of the
-/// classes stay while programs of the other width have the classes.
+/// Takes the entries away, for all and for the present user; what is not there is no failure. The names of
+/// the classes stay while programs of the other width have the classes.
 HRESULT TogliRegistrazione() noexcept;
 
 }  // namespace orve::com

@@ -4,8 +4,8 @@
 // A class of the host's libraries that the machine does not know is made up for where the platform has a part
 // for it: the message boxes of the system, the formatters of SQL Server's dialect, the directories of the
 // system, and the file chooser with its file object and collection (the three together). The register object,
-// the password class and the special fields are the host's alone, and without them the creation raises 429, as
-// it does for a mail object that is not installed, and for a class that is known and cannot be created.
+// the password class and the special fields are the host's alone, and without them the creation raises 429,
+// as it does for a mail object that is not installed, and for a class that is known and cannot be created.
 #pragma once
 
 #include <memory>
