@@ -1,6 +1,7 @@
 #include "class_factory.h"
 
 #include <algorithm>
+#include <array>
 
 #include "errori.h"
 #include "modulo.h"
@@ -18,17 +19,21 @@ IUnknown* Crea() {
   return PubblicoDi<Classe, Interfaccia>(std::make_shared<Nucleo>(win32::CreaAmbienteWin32())).Cedi();
 }
 
-const ClasseCreabile kClassi[] = {
+const std::array<ClasseCreabile, 4> kClassi = {{
     {&CLSID_CLSFW_MAILSERVER, L"CLSFW_MAILSERVER",
      Crea<CLSFW_MAILSERVERCom, ICLSFW_MAILSERVER, CLSFW_MAILSERVER>},
     {&CLSID_CollDestinatari, L"CollDestinatari", Crea<CollDestinatariCom, ICollDestinatari, CollDestinatari>},
     {&CLSID_CollMittenti, L"CollMittenti", Crea<CollMittentiCom, ICollMittenti, CollMittenti>},
     {&CLSID_Mittente, L"Mittente", Crea<MittenteCom, IMittente, Mittente>},
-};
+}};
 
 class Fabbrica final : public IClassFactory {
  public:
   explicit Fabbrica(const ClasseCreabile& classe) : classe_(classe) {}
+  Fabbrica(const Fabbrica&) = delete;
+  Fabbrica& operator=(const Fabbrica&) = delete;
+  Fabbrica(Fabbrica&&) = delete;
+  Fabbrica& operator=(Fabbrica&&) = delete;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
     if (oggetto == nullptr) return E_POINTER;
@@ -88,11 +93,12 @@ std::span<const ClasseCreabile> ClassiCreabili() {
 HRESULT FabbricaDi(REFCLSID classe, REFIID iid, void** fabbrica) noexcept {
   if (fabbrica == nullptr) return E_POINTER;
   *fabbrica = nullptr;
-  const auto trovata = std::ranges::find_if(
+  const auto* const trovata = std::ranges::find_if(
       kClassi, [&](const ClasseCreabile& creabile) { return *creabile.identificatore == classe; });
   if (trovata == std::end(kClassi)) return CLASS_E_CLASSNOTAVAILABLE;
   HRESULT preso = S_OK;
   const HRESULT esito = Esegui(IID_IClassFactory, [&] {
+    // Esegui answers for the memory. NOLINTNEXTLINE(bugprone-unhandled-exception-at-new)
     const win32::ComPtr<Fabbrica> nuova(new Fabbrica(*trovata));
     preso = nuova->QueryInterface(iid, fabbrica);
   });

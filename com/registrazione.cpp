@@ -23,7 +23,7 @@ namespace orve::com {
 namespace {
 
 constexpr const wchar_t* kNomeLibreria = L"ORVE_MAILSERVER";
-const std::wstring kClassi = L"Software\\Classes\\";
+constexpr const wchar_t* kClassi = L"Software\\Classes\\";
 
 std::wstring TestoGuid(REFGUID guid) {
   std::array<wchar_t, 40> testo{};
@@ -36,7 +36,7 @@ std::wstring ProgId(const ClasseCreabile& classe) {
 }
 
 std::wstring ChiaveClasse(const ClasseCreabile& classe) {
-  return kClassi + L"CLSID\\" + TestoGuid(*classe.identificatore);
+  return std::wstring(kClassi) + L"CLSID\\" + TestoGuid(*classe.identificatore);
 }
 
 void Esige(LSTATUS esito) {

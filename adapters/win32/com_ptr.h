@@ -22,8 +22,14 @@ class ComPtr {
   }
   ComPtr(const ComPtr& altro) noexcept : ComPtr(altro.oggetto_) {}
   ComPtr(ComPtr&& altro) noexcept : oggetto_(std::exchange(altro.oggetto_, nullptr)) {}
-  ComPtr& operator=(ComPtr altro) noexcept {
-    std::swap(oggetto_, altro.oggetto_);
+  ComPtr& operator=(const ComPtr& altro) noexcept {
+    ComPtr copia(altro);
+    std::swap(oggetto_, copia.oggetto_);
+    return *this;
+  }
+  ComPtr& operator=(ComPtr&& altro) noexcept {
+    ComPtr preso(std::move(altro));
+    std::swap(oggetto_, preso.oggetto_);
     return *this;
   }
   ~ComPtr() { Reset(); }
@@ -108,8 +114,14 @@ class VariantCom {
     }
   }
   VariantCom(VariantCom&& altro) noexcept : VariantCom() { std::swap(valore_, altro.valore_); }
-  VariantCom& operator=(VariantCom altro) noexcept {
-    std::swap(valore_, altro.valore_);
+  VariantCom& operator=(const VariantCom& altro) {
+    VariantCom copia(altro);
+    std::swap(valore_, copia.valore_);
+    return *this;
+  }
+  VariantCom& operator=(VariantCom&& altro) noexcept {
+    VariantCom preso(std::move(altro));
+    std::swap(valore_, preso.valore_);
     return *this;
   }
   ~VariantCom() { VariantClear(&valore_); }

@@ -48,6 +48,8 @@ class Elementi {
   }
   Elementi(const Elementi&) = delete;
   Elementi& operator=(const Elementi&) = delete;
+  Elementi(Elementi&&) = delete;
+  Elementi& operator=(Elementi&&) = delete;
   ~Elementi() { SafeArrayUnlock(elenco_); }
 
  private:

@@ -3,6 +3,8 @@
 #include <dispex.h>
 
 #include <algorithm>
+#include <array>
+#include <memory>
 #include <vector>
 
 #include "host/errore.h"
@@ -102,7 +104,8 @@ VariantCom Dispatch::Invoca(DISPID membro, WORD tipo, std::span<Argomento> argom
   if (!oggetto_) throw host::Errore(host::kOggettoNonImpostato);
   const auto fermo = oggetto_;  // the call may let the last other reference go
   std::vector<const VariantCom*> valori;
-  std::unique_ptr<bool[]> perRiferimento(new bool[argomenti.size() + 1]);
+  // NOLINTNEXTLINE(modernize-avoid-c-arrays): a vector of truth values has no elements to point at
+  const auto perRiferimento = std::make_unique<bool[]>(argomenti.size() + 1);
   bool qualcuno = false;
   for (const auto& argomento : argomenti) {
     perRiferimento[valori.size()] = argomento.perRiferimento_;
@@ -122,7 +125,7 @@ VariantCom Dispatch::Invoca(DISPID membro, WORD tipo, std::span<Argomento> argom
 }
 
 void Dispatch::Put(const char* membro, Argomento valore) const {
-  Invoca(Numero(membro), DISPATCH_PROPERTYPUT, {&valore, 1});
+  static_cast<void>(Invoca(Numero(membro), DISPATCH_PROPERTYPUT, {&valore, 1}));
 }
 
 void Dispatch::PutValore(const char* membro, const host::Variant& valore) const {
@@ -137,8 +140,8 @@ void Dispatch::PutRef(const char* membro, IDispatch* oggetto) const {
   const DISPID numero = Numero(membro);
   const auto fermo = oggetto_;
   const VariantCom valore = VariantCom::DiOggetto(oggetto);
-  const VariantCom* valori[] = {&valore};
-  const bool perRiferimento[] = {false};
+  std::array<const VariantCom*, 1> valori = {&valore};
+  const std::array<bool, 1> perRiferimento = {false};
   Chiamata chiamata(valori, perRiferimento, false);
   Esito esito = Prova(*fermo.Get(), numero, DISPATCH_PROPERTYPUTREF, chiamata);
   // The refusal of the kind of call, and no 438 that a setter raised after it ran.

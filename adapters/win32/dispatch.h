@@ -31,6 +31,8 @@ inline constexpr IID kDispatchEx = {
 class Argomento {
  public:
   template <class T>
+  // Nothing that is an argument already is convertible.
+  // NOLINTNEXTLINE(bugprone-forwarding-reference-overload)
   requires std::convertible_to<T, host::Variant> Argomento(T&& valore)
       : valore_(ToCom(host::Variant(std::forward<T>(valore)))) {}
   Argomento(VariantCom valore) : valore_(std::move(valore)) {}
@@ -106,7 +108,7 @@ class Dispatch {
   /// The number of a member. Raises 438 when the object does not know it, 91 when there is no object.
   [[nodiscard]] DISPID Numero(const char* membro) const;
   /// Calls a member by its number; `tipo` is a sum of DISPATCH_ flags.
-  VariantCom Invoca(DISPID membro, WORD tipo, std::span<Argomento> argomenti) const;
+  [[nodiscard]] VariantCom Invoca(DISPID membro, WORD tipo, std::span<Argomento> argomenti) const;
 
  private:
   template <class... A>
@@ -132,7 +134,7 @@ class Involucro : public Interfaccia, public OggettoCom {
   [[nodiscard]] IDispatch* Com() const noexcept final { return oggetto_.Com(); }
 
  protected:
-  const Dispatch& Oggetto() const { return oggetto_; }
+  [[nodiscard]] const Dispatch& Oggetto() const { return oggetto_; }
 
  private:
   Dispatch oggetto_;

@@ -15,7 +15,7 @@ namespace {
 constexpr const char* kSorgente = "ORVE_MAILSERVER";
 
 // Failures of automation that its languages know by a number of their own.
-constexpr std::pair<HRESULT, std::int32_t> kNumeri[] = {
+constexpr auto kNumeri = std::to_array<std::pair<HRESULT, std::int32_t>>({
     {DISP_E_UNKNOWNNAME, host::kMembroNonSupportato},
     {DISP_E_MEMBERNOTFOUND, host::kMembroNonSupportato},
     {DISP_E_UNKNOWNINTERFACE, host::kMembroNonSupportato},
@@ -40,7 +40,7 @@ constexpr std::pair<HRESULT, std::int32_t> kNumeri[] = {
     {HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE), 462},
     {HRESULT_FROM_WIN32(RPC_S_CALL_FAILED), 462},
     {RPC_E_DISCONNECTED, 462},
-};
+});
 
 // The numbers below this one are the language's; objects count their own behind it (0x800A0000 and the
 // number).

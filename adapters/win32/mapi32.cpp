@@ -1,5 +1,6 @@
 #include "win32/mapi32.h"
 
+#include <array>
 #include <memory>
 #include <new>
 #include <string>
@@ -68,6 +69,8 @@ class RecordMessaggio {
   }
   RecordMessaggio(const RecordMessaggio&) = delete;
   RecordMessaggio& operator=(const RecordMessaggio&) = delete;
+  RecordMessaggio(RecordMessaggio&&) = delete;
+  RecordMessaggio& operator=(RecordMessaggio&&) = delete;
   ~RecordMessaggio() {
     for (const auto& [campo, posto] : kTesti) SysFreeString(record_.*posto);
   }
@@ -85,12 +88,13 @@ class RecordMessaggio {
  private:
   RecordMessaggio() = default;
 
-  static constexpr std::pair<std::string host::MapiMessage::*, BSTR MapiMessageRecord::*> kTesti[] = {
-      {&host::MapiMessage::Subject, &MapiMessageRecord::Subject},
-      {&host::MapiMessage::NoteText, &MapiMessageRecord::NoteText},
-      {&host::MapiMessage::MessageType, &MapiMessageRecord::MessageType},
-      {&host::MapiMessage::DateReceived, &MapiMessageRecord::DateReceived},
-      {&host::MapiMessage::ConversationID, &MapiMessageRecord::ConversationID}};
+  using Testo = std::pair<std::string host::MapiMessage::*, BSTR MapiMessageRecord::*>;
+  static constexpr std::array<Testo, 5> kTesti = {
+      {{&host::MapiMessage::Subject, &MapiMessageRecord::Subject},
+       {&host::MapiMessage::NoteText, &MapiMessageRecord::NoteText},
+       {&host::MapiMessage::MessageType, &MapiMessageRecord::MessageType},
+       {&host::MapiMessage::DateReceived, &MapiMessageRecord::DateReceived},
+       {&host::MapiMessage::ConversationID, &MapiMessageRecord::ConversationID}}};
 
   MapiMessageRecord record_{};
 };
@@ -146,6 +150,8 @@ class ArrayDiRecord {
   }
   ArrayDiRecord(const ArrayDiRecord&) = delete;
   ArrayDiRecord& operator=(const ArrayDiRecord&) = delete;
+  ArrayDiRecord(ArrayDiRecord&&) = delete;
+  ArrayDiRecord& operator=(ArrayDiRecord&&) = delete;
   ~ArrayDiRecord() { Libera(); }
 
   [[nodiscard]] SAFEARRAY** Get() { return &array_; }

@@ -156,7 +156,7 @@ Font FontPer(const host::LayoutForm& layout, int dpi) {
   for (int pixel = kFontGrande; pixel >= kFontPiccolo; --pixel) {
     const LOGFONTW descrizione = Descrizione(famiglia, MulDiv(pixel, dpi, forms::kPuntiPerPollice));
     font.reset(CreateFontIndirectW(&descrizione));
-    const HGDIOBJ prima = SelectObject(schermo.Dc(), font.get());
+    auto* const prima = SelectObject(schermo.Dc(), font.get());
     const bool ciStanno = CiStanno(schermo.Dc(), layout, dpi);
     SelectObject(schermo.Dc(), prima);
     if (ciStanno) break;

@@ -260,7 +260,8 @@ LRESULT CasellaCorpo::Messaggio(UINT messaggio, WPARAM wParam, LPARAM lParam) {
       return esce ? DLGC_WANTARROWS | DLGC_WANTCHARS : DLGC_WANTARROWS | DLGC_WANTCHARS | DLGC_WANTALLKEYS;
     }
     case WM_ENABLE:
-      Manda(EM_SETBKGNDCOLOR, wParam != FALSE, static_cast<LPARAM>(GetSysColor(COLOR_BTNFACE)));
+      Manda(EM_SETBKGNDCOLOR, wParam != FALSE ? TRUE : FALSE,
+            static_cast<LPARAM>(GetSysColor(COLOR_BTNFACE)));
       break;
     case WM_NCPAINT: {
       const LRESULT risposta = CasellaDiTesto::Messaggio(messaggio, wParam, lParam);

@@ -79,7 +79,7 @@ void Riquadro::Dipinge() const {
     const auto scala = [dpi](int pixel) { return MulDiv(pixel, dpi, forms::kPuntiPerPollice); };
     const COLORREF testo = GetSysColor(COLOR_BTNTEXT);
     const COLORREF fondo = GetSysColor(COLOR_BTNFACE);
-    const HGDIOBJ prima = SelectObject(dc, LaFinestra()->CarattereTitoli());
+    auto* const prima = SelectObject(dc, LaFinestra()->CarattereTitoli());
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, Mescola(testo, fondo, 25));
     RECT tutto = {};
@@ -204,8 +204,8 @@ void PulsanteMenu::DisegnaTriangolo(HDC dc) const {
       Mescola(GetSysColor(attivo ? COLOR_BTNTEXT : COLOR_GRAYTEXT), GetSysColor(COLOR_BTNFACE), 35);
   HBRUSH pennello = CreateSolidBrush(colore);
   HPEN penna = CreatePen(PS_SOLID, 1, colore);
-  const HGDIOBJ primaPennello = SelectObject(dc, pennello);
-  const HGDIOBJ primaPenna = SelectObject(dc, penna);
+  auto* const primaPennello = SelectObject(dc, pennello);
+  auto* const primaPenna = SelectObject(dc, penna);
   Polygon(dc, angoli.data(), static_cast<int>(angoli.size()));
   SelectObject(dc, primaPennello);
   SelectObject(dc, primaPenna);

@@ -65,7 +65,9 @@ class Elemento {
   virtual LRESULT Messaggio(UINT messaggio, WPARAM wParam, LPARAM lParam) {
     return Predefinito(messaggio, wParam, lParam);
   }
+  // What a message is answered with is often of no interest. NOLINTNEXTLINE(modernize-use-nodiscard)
   LRESULT Predefinito(UINT messaggio, WPARAM wParam, LPARAM lParam) const;
+  // NOLINTNEXTLINE(modernize-use-nodiscard)
   LRESULT Manda(UINT messaggio, WPARAM wParam = 0, LPARAM lParam = 0) const {
     return SendMessageW(maniglia_, messaggio, wParam, lParam);
   }

@@ -52,7 +52,7 @@ FinestreSpente::~FinestreSpente() {
   for (auto* finestra : spente_) EnableWindow(finestra, TRUE);
 }
 
-Finestra::Finestra(const host::LayoutForm& layout) : layout_(layout), dpi_(0) {
+Finestra::Finestra(const host::LayoutForm& layout) : layout_(layout) {
   const ContestoVisuale contesto;
   INITCOMMONCONTROLSEX controlli = {sizeof controlli, ICC_STANDARD_CLASSES | ICC_LISTVIEW_CLASSES};
   InitCommonControlsEx(&controlli);
@@ -98,12 +98,12 @@ SIZE Finestra::Misura() const {
 // What it does not reach, captions among it, lies below.
 void Finestra::OrdinaTastiera(const std::vector<HWND>& controlli) const {
   constexpr UINT kSoloOrdine = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
-  for (auto uno = controlli.rbegin(); uno != controlli.rend(); ++uno) {
-    SetWindowLongPtrW(*uno, GWL_STYLE, GetWindowLongPtrW(*uno, GWL_STYLE) | WS_TABSTOP);
-    SetWindowPos(*uno, HWND_TOP, 0, 0, 0, 0, kSoloOrdine);
-    auto* cornice = GetParent(*uno);
+  std::for_each(controlli.rbegin(), controlli.rend(), [this](HWND uno) {
+    SetWindowLongPtrW(uno, GWL_STYLE, GetWindowLongPtrW(uno, GWL_STYLE) | WS_TABSTOP);
+    SetWindowPos(uno, HWND_TOP, 0, 0, 0, 0, kSoloOrdine);
+    auto* cornice = GetParent(uno);
     if (cornice != maniglia_) SetWindowPos(cornice, HWND_TOP, 0, 0, 0, 0, kSoloOrdine);
-  }
+  });
 }
 
 void Finestra::Centra(HWND proprietario) const {
@@ -292,7 +292,7 @@ void Finestra::NuovoDpi(int dpi, const RECT& posto) {
   InvalidateRect(maniglia_, nullptr, TRUE);
 }
 
-void Finestra::FileLasciati(WPARAM lasciati) {
+void Finestra::FileLasciati(WPARAM lasciati) const {
   auto* elenco = reinterpret_cast<HDROP>(lasciati);
   std::vector<std::wstring> file;
   const UINT quanti = DragQueryFileW(elenco, 0xFFFFFFFF, nullptr, 0);

@@ -91,7 +91,7 @@ class Finestra : public std::enable_shared_from_this<Finestra> {
   void Comando(int identificatore, int codice, HWND controllo);
   void Limiti(MINMAXINFO& limiti) const;
   void NuovoDpi(int dpi, const RECT& posto);
-  void FileLasciati(WPARAM lasciati);
+  void FileLasciati(WPARAM lasciati) const;
   void VuoleChiudere();
   void Centra(HWND proprietario) const;
   void Gira();
@@ -99,7 +99,7 @@ class Finestra : public std::enable_shared_from_this<Finestra> {
 
   HWND maniglia_ = nullptr;
   const host::LayoutForm& layout_;
-  int dpi_;
+  int dpi_ = 0;
   Font font_;
   Font fontTitoli_;
   SIZE minima_ = {};
