@@ -62,7 +62,8 @@ class AmbienteWin32 final : public host::Ambiente {
   }
 
   [[nodiscard]] std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override {
-    return finestre_.CreaForm(layout);
+    // The host's chooser asks the person and knows nothing of what was dropped.
+    return finestre_.CreaForm(layout, !FileDelHost());
   }
   [[nodiscard]] std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia() override {
     return finestre_.CreaConfigurazioneGriglia();

@@ -56,7 +56,7 @@ Finestra::Finestra(const host::LayoutForm& layout) : layout_(layout) {
   const ContestoVisuale contesto;
   INITCOMMONCONTROLSEX controlli = {sizeof controlli, ICC_STANDARD_CLASSES | ICC_LISTVIEW_CLASSES};
   InitCommonControlsEx(&controlli);
-  struct {
+  struct alignas(DWORD) {
     DLGTEMPLATE modello = {kStile, kEsteso, 0, 0, 0, 10, 10};
     std::array<WORD, 4> nulla = {};  // no menu, no class of its own, no title
   } vuoto;

@@ -46,7 +46,8 @@ class Finestre {
   Finestre& operator=(Finestre&&) = delete;
   ~Finestre();
 
-  [[nodiscard]] std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout);
+  /// `accettaFile`: files dropped on the window go to its file chooser, which must be the one of this object.
+  [[nodiscard]] std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout, bool accettaFile = true);
   [[nodiscard]] std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia();
   [[nodiscard]] std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato();
   [[nodiscard]] std::shared_ptr<host::SelettoreFile> CreaSelettoreFile();

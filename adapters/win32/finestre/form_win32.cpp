@@ -1,5 +1,7 @@
 #include "win32/finestre/form_win32.h"
 
+#include <shellapi.h>
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -111,7 +113,11 @@ FormWin32::FormWin32(const host::LayoutForm& layout, std::shared_ptr<FileLasciat
       elemento->Posa();
     }
   };
-  finestra_->Lasciati = [this](const std::vector<std::wstring>& file) { Allega(file); };
+  if (lasciati_) {
+    finestra_->Lasciati = [this](const std::vector<std::wstring>& file) { Allega(file); };
+  } else {
+    DragAcceptFiles(finestra_->Maniglia(), FALSE);
+  }
 }
 
 FormWin32::~FormWin32() {

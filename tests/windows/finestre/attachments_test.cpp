@@ -95,6 +95,18 @@ TEST_F(Allegati, ADroppedFileFromOutsideTravelsAsACopy) {
   EXPECT_NE(Consegnati().front(), chiavetta);
 }
 
+// It asks the person for each file and would lose the dropped one.
+TEST_F(Allegati, NothingCanBeDroppedWhereTheChooserIsTheHosts) {
+  ambiente->accettaFile = false;
+  Apri([&](const Vista& finestra) {
+    EXPECT_EQ(GetWindowLongPtrW(finestra.Finestra(), GWL_EXSTYLE) & WS_EX_ACCEPTFILES, 0);
+    finestra.Lascia({cartella.File("uno.pdf")});
+    EXPECT_THAT(finestra.Righe(), IsEmpty());
+    Invia(finestra);
+  });
+  EXPECT_THAT(Consegnati(), IsEmpty());
+}
+
 // A choice that comes afterwards is the person's again.
 TEST_F(Allegati, WhatWasDroppedIsUsedUp) {
   Apri([&](const Vista& finestra) {

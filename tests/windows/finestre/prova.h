@@ -40,7 +40,7 @@ class AmbienteConFinestre : public fakes::FakeAmbiente {
  public:
   explicit AmbienteConFinestre(OpzioniFinestre opzioni) : finestre(std::move(opzioni)) {}
   std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override {
-    return finestre.CreaForm(layout);
+    return finestre.CreaForm(layout, accettaFile);
   }
   std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia() override {
     return finestre.CreaConfigurazioneGriglia();
@@ -63,6 +63,7 @@ class AmbienteConFinestre : public fakes::FakeAmbiente {
   }
 
   Finestre finestre;
+  bool accettaFile = true;
   std::function<void()> allaConsegna;  // called when the channel begins to work
 };
 
