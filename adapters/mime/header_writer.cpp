@@ -20,7 +20,7 @@ constexpr std::string_view kWordStart = "=?utf-8?B?";
 constexpr std::string_view kWordEnd = "?=";
 constexpr std::size_t kWordFrame = kWordStart.size() + kWordEnd.size();
 
-struct GFree {
+struct FreeEncoded {
   void operator()(char* text) const { g_free(text); }
 };
 
@@ -57,7 +57,7 @@ class HeaderLine {
       const std::size_t room = (kLineWidth - Column() - kWordFrame) / 4 * 3;
       std::size_t length = std::min(room, text.size());
       while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xc0U) == 0x80) --length;
-      const std::unique_ptr<char, GFree> encoded(
+      const std::unique_ptr<char, FreeEncoded> encoded(
           g_base64_encode(reinterpret_cast<const unsigned char*>(text.data()), length));
       text_ += kWordStart;
       text_ += encoded.get();

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kFontGrande = 12;  // pixels
 constexpr int kFontPiccolo = 9;
-constexpr int kAltezzaRiga = 18;
+constexpr int kAltezzaTesto = 18;
 constexpr int kMargineTesto = 2;
 constexpr qreal kRaggio = 4;
 
@@ -92,7 +92,7 @@ void Riquadro::paintEvent(QPaintEvent* /*evento*/) {
 }
 
 void Etichetta::resizeEvent(QResizeEvent* evento) {
-  setContentsMargins(0, 0, 0, std::max(0, evento->size().height() - kAltezzaRiga));
+  setContentsMargins(0, 0, 0, std::max(0, evento->size().height() - kAltezzaTesto));
   QLabel::resizeEvent(evento);
 }
 

@@ -14,7 +14,7 @@ namespace orve::adapters::smtp {
 
 namespace {
 
-constexpr std::string_view kEnd = "expire date:";
+constexpr std::string_view kExpiry = "expire date:";
 constexpr std::string_view kTls = "SSL connection using ";
 
 bool StartsWith(std::string_view text, std::string_view beginning) {
@@ -48,7 +48,8 @@ class Listener {
       const std::string_view version = note.substr(kTls.size());
       report.tlsVersion = std::string(version.substr(0, version.find(' ')));
     }
-    if (StartsWith(note, kEnd)) report.certificateEnd = std::string(text::Trim(note.substr(kEnd.size())));
+    if (StartsWith(note, kExpiry))
+      report.certificateEnd = std::string(text::Trim(note.substr(kExpiry.size())));
   }
 
   void HearExtension(std::string_view extension) {

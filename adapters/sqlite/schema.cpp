@@ -14,7 +14,7 @@ namespace orve::adapters::sqlite {
 
 namespace {
 
-std::filesystem::path Percorso(const std::string& testo) {
+std::filesystem::path PercorsoFile(const std::string& testo) {
   return {std::u8string(testo.begin(), testo.end())};
 }
 
@@ -36,7 +36,7 @@ bool CreaFileVuoto(const std::string& percorso) {
   std::fclose(file);
   std::error_code ignorato;  // a file system without permissions is no reason to stop
   std::filesystem::permissions(
-      Percorso(percorso), std::filesystem::perms::owner_read | std::filesystem::perms::owner_write, ignorato);
+      PercorsoFile(percorso), std::filesystem::perms::owner_read | std::filesystem::perms::owner_write, ignorato);
   return true;
 }
 
@@ -69,7 +69,7 @@ void CreaDatabase(const std::string& percorso, const Cifratura& cifra) {
     (void)database.Esegui("COMMIT", {});
   } catch (...) {
     std::error_code ignorato;
-    std::filesystem::remove(Percorso(diSistema), ignorato);
+    std::filesystem::remove(PercorsoFile(diSistema), ignorato);
     throw;
   }
 }

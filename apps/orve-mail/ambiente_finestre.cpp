@@ -9,7 +9,7 @@ namespace orve::app {
 
 namespace {
 
-constexpr const char* kNome = "orve-mail";
+constexpr const char* kProgramma = "orve-mail";
 
 // On the terminal or in a box, as it stands when the message comes.
 class MessaggiDovePuoLeggerli : public host::Messaggi {
@@ -49,7 +49,7 @@ AmbienteFinestre::AmbienteFinestre(Terminale terminale, std::shared_ptr<const Ch
     : AmbienteProgramma(terminale, std::move(chiave), std::move(smtp), std::move(cartellaBase), note,
                         std::move(mapi), std::move(connessioni), directory),
       note_(note),
-      finestre_({.programma = kNome, .mostra = [note] { ++note->finestreMostrate; }}) {}
+      finestre_({.programma = kProgramma, .mostra = [note] { ++note->finestreMostrate; }}) {}
 
 std::shared_ptr<host::Form> AmbienteFinestre::CreaForm(const host::LayoutForm& layout) {
   try {

@@ -17,7 +17,7 @@ namespace orve::app {
 
 namespace {
 
-struct Argomenti {
+struct ArgomentiPassword {
   PosizioneArchivio posizione;
   std::int32_t id = 0;
 };
@@ -59,7 +59,7 @@ std::string LeggiPassword(Terminale terminale) {
   return password;
 }
 
-Uscita Imposta(const Argomenti& argomenti, Terminale terminale) {
+Uscita Imposta(const ArgomentiPassword& argomenti, Terminale terminale) {
   static_cast<void>(FileArchivio(argomenti.posizione));  // a server is refused before its key is looked for
   CifratoreSodium cifratore(std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(argomenti.posizione))));
   const auto archivio = ApriIncorporato(argomenti.posizione);
@@ -84,7 +84,7 @@ Uscita Imposta(const Argomenti& argomenti, Terminale terminale) {
 void AggiungiImpostaPassword(CLI::App& programma, Contesto& contesto) {
   auto* const comando = programma.add_subcommand(
       "imposta-password", "Memorizza, cifrata, la password di un account letta dallo standard input");
-  auto argomenti = std::make_shared<Argomenti>();
+  auto argomenti = std::make_shared<ArgomentiPassword>();
   AggiungiArchivio(*comando, argomenti->posizione, true);
   comando->add_option("ACCOUNT", argomenti->id, "Numero dell'account")
       ->required()

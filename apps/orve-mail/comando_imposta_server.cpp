@@ -13,7 +13,7 @@ namespace orve::app {
 
 namespace {
 
-struct Argomenti {
+struct ArgomentiServer {
   PosizioneArchivio posizione;
   std::int32_t id = 0;
   std::string host;
@@ -29,7 +29,7 @@ std::int32_t PortaInColonna(std::int32_t porta) {
   return porta > kMassimo ? porta - kGiro : porta;
 }
 
-Uscita Imposta(const Argomenti& argomenti, Terminale terminale) {
+Uscita Imposta(const ArgomentiServer& argomenti, Terminale terminale) {
   RichiediUtf8(argomenti.host, "--host");
   const auto archivio = ApriIncorporato(argomenti.posizione);
   try {
@@ -49,7 +49,7 @@ Uscita Imposta(const Argomenti& argomenti, Terminale terminale) {
 void AggiungiImpostaServer(CLI::App& programma, Contesto& contesto) {
   auto* const comando = programma.add_subcommand(
       "imposta-server", "Cambia indirizzo e modo di un server di posta del database");
-  auto argomenti = std::make_shared<Argomenti>();
+  auto argomenti = std::make_shared<ArgomentiServer>();
   AggiungiArchivio(*comando, argomenti->posizione, false);
   comando->add_option("SERVER", argomenti->id, "Numero del server")
       ->required()

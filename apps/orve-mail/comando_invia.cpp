@@ -15,7 +15,7 @@ namespace orve::app {
 
 namespace {
 
-struct Argomenti {
+struct ArgomentiInvia {
   OpzioniDestinatari destinatari;
   OpzioniInvio invio;
   std::string modo;
@@ -34,7 +34,7 @@ kvEnumModalitaInvio Modo(std::string_view nome) {
   Errata("--modo: «" + std::string(nome) + "» non è manuale, automatico, semi o lista");
 }
 
-RichiestaInvio Richiesta(const CLI::App& comando, const Argomenti& argomenti, Terminale terminale) {
+RichiestaInvio Richiesta(const CLI::App& comando, const ArgomentiInvia& argomenti, Terminale terminale) {
   const auto codice = LeggiCodice(comando, argomenti.destinatari);
   const auto destinatari = LeggiIndirizzi(argomenti.destinatari);
   if (codice && !destinatari.empty()) Errata("indicare un codice oppure --a, --cc, --ccn, non entrambi");
@@ -55,7 +55,7 @@ RichiestaInvio Richiesta(const CLI::App& comando, const Argomenti& argomenti, Te
 
 void AggiungiInvia(CLI::App& programma, Contesto& contesto) {
   auto* const comando = programma.add_subcommand("invia", "Invia un messaggio");
-  auto argomenti = std::make_shared<Argomenti>();
+  auto argomenti = std::make_shared<ArgomentiInvia>();
   AggiungiCodici(*comando, argomenti->destinatari);
   AggiungiIndirizzi(*comando, argomenti->destinatari);
   comando

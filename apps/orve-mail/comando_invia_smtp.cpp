@@ -10,13 +10,13 @@ namespace orve::app {
 
 namespace {
 
-struct Argomenti {
+struct ArgomentiInviaSmtp {
   OpzioniDestinatari destinatari;
   OpzioniInvio invio;
   bool silenzioso = false;
 };
 
-RichiestaInvio Richiesta(const CLI::App& comando, const Argomenti& argomenti, Terminale terminale) {
+RichiestaInvio Richiesta(const CLI::App& comando, const ArgomentiInviaSmtp& argomenti, Terminale terminale) {
   auto destinatari = LeggiIndirizzi(argomenti.destinatari);
   if (destinatari.empty()) throw ErroreProgramma(Uscita::kComandoErrato, "manca il destinatario");
   RichiestaInvio richiesta = LeggiRichiesta(comando, argomenti.invio, terminale);
@@ -30,7 +30,7 @@ void AggiungiInviaSmtp(CLI::App& programma, Contesto& contesto) {
   auto* const comando = programma.add_subcommand("invia-smtp",
                                                  "Invia un messaggio dall'account predefinito, sempre per "
                                                  "SMTP, qualunque sia il canale delle impostazioni");
-  auto argomenti = std::make_shared<Argomenti>();
+  auto argomenti = std::make_shared<ArgomentiInviaSmtp>();
   AggiungiIndirizzi(*comando, argomenti->destinatari);
   AggiungiMessaggio(*comando, argomenti->invio);
   comando

@@ -12,7 +12,7 @@ namespace orve::app {
 
 namespace {
 
-constexpr const char* kColonne =
+constexpr const char* kAiutoColonne =
     "La prima riga di FILE nomina le colonne: tipo e codice, oppure nome e indirizzo; se servono oggetto,\n"
     "corpo, allegato. Invocato di nuovo con lo stesso file dei risultati, il comando prosegue con le righe "
     "non\n"
@@ -20,26 +20,26 @@ constexpr const char* kColonne =
     "\n"
     "Stati di uscita: orve-mail --help. Maggiori informazioni: man orve-mail";
 
-struct Argomenti {
+struct ArgomentiLista {
   RichiestaLista lista;
   OpzioniInvio invio;
   std::string modo = "lista";
 };
 
-kvEnumModalitaInvio Modo(std::string_view nome) {
+kvEnumModalitaInvio ModoLista(std::string_view nome) {
   if (nome == "lista") return kvListaDistribuzione;
   if (nome == "automatico") return kvAutomatico;
   throw ErroreProgramma(Uscita::kComandoErrato,
                         "--modo: «" + std::string(nome) + "» non è lista o automatico");
 }
 
-RichiestaLista Richiesta(const CLI::App& comando, const Argomenti& argomenti, Terminale terminale) {
+RichiestaLista Richiesta(const CLI::App& comando, const ArgomentiLista& argomenti, Terminale terminale) {
   RichiestaLista richiesta = argomenti.lista;
   if (richiesta.file.empty()) throw ErroreProgramma(Uscita::kComandoErrato, "manca il file dell'elenco");
   RichiediUtf8(richiesta.file, "FILE");
   RichiediUtf8(richiesta.esiti, "--esito");
   if (richiesta.esiti.empty()) richiesta.esiti = richiesta.file + ".esito";
-  const kvEnumModalitaInvio modo = Modo(argomenti.modo);
+  const kvEnumModalitaInvio modo = ModoLista(argomenti.modo);
   richiesta.comune = LeggiRichiesta(comando, argomenti.invio, terminale);
   richiesta.comune.modo = modo;
   richiesta.controllaAllegati = !argomenti.invio.allegatiSenzaControllo;
@@ -50,7 +50,7 @@ RichiestaLista Richiesta(const CLI::App& comando, const Argomenti& argomenti, Te
 
 void AggiungiLista(CLI::App& programma, Contesto& contesto) {
   auto* const comando = programma.add_subcommand("lista", "Invia un messaggio per ogni riga di un file CSV");
-  auto argomenti = std::make_shared<Argomenti>();
+  auto argomenti = std::make_shared<ArgomentiLista>();
   comando->add_option("FILE", argomenti->lista.file, "L'elenco, in CSV")->type_name("")->required();
   comando
       ->add_option("--esito", argomenti->lista.esiti,
@@ -65,7 +65,7 @@ void AggiungiLista(CLI::App& programma, Contesto& contesto) {
   AggiungiData(*comando, argomenti->invio);
   AggiungiContesto(*comando, argomenti->invio);
   AggiungiRete(*comando, argomenti->invio);
-  comando->footer(kColonne);
+  comando->footer(kAiutoColonne);
   comando->callback([comando, argomenti, &contesto] {
     contesto.uscita = InviaLista(Richiesta(*comando, *argomenti, contesto.terminale), contesto.terminale);
   });

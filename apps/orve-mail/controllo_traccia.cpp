@@ -8,17 +8,17 @@ namespace orve::app {
 
 namespace {
 
-constexpr std::string_view kSegno = "QLNA:|";
+constexpr std::string_view kSegnoEvento = "QLNA:|";
 constexpr std::string_view kProgetto = "ORVE_MAILSERVER";
-constexpr std::size_t kCampi = 4;  // identifier, event, project, class
+constexpr std::size_t kCampiEvento = 4;  // identifier, event, project, class
 constexpr std::size_t kCifre = 32;
 
 // The fields behind the mark; none when there are more or fewer.
-std::optional<std::array<std::string_view, kCampi>> Campi(std::string_view testo) {
-  std::array<std::string_view, kCampi> campi;
-  for (std::size_t i = 0; i < kCampi; ++i) {
+std::optional<std::array<std::string_view, kCampiEvento>> Campi(std::string_view testo) {
+  std::array<std::string_view, kCampiEvento> campi;
+  for (std::size_t i = 0; i < kCampiEvento; ++i) {
     const std::size_t fine = testo.find('|');
-    const bool ultimo = i + 1 == kCampi;
+    const bool ultimo = i + 1 == kCampiEvento;
     if (ultimo != (fine == std::string_view::npos)) return std::nullopt;
     campi.at(i) = testo.substr(0, fine);
     if (!ultimo) testo.remove_prefix(fine + 1);
@@ -63,12 +63,12 @@ void ControlloTraccia::Leggi(std::istream& flusso) {
 void ControlloTraccia::Riga(std::string_view riga, bool troncata) {
   ++riga_;
   if (!riga.empty() && riga.back() == '\r') riga.remove_suffix(1);
-  const std::size_t segno = riga.find(kSegno);
+  const std::size_t segno = riga.find(kSegnoEvento);
   if (segno == std::string_view::npos) {
     if (!riga.empty()) ++estranee_;
     return;
   }
-  const auto campi = Campi(riga.substr(segno + kSegno.size()));
+  const auto campi = Campi(riga.substr(segno + kSegnoEvento.size()));
   if (!campi || troncata) return Annota("riga di traccia malformata");
   const auto [identificatore, evento, progetto, classe] = *campi;
   if (progetto != kProgetto) {

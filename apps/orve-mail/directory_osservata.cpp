@@ -19,9 +19,9 @@ auto Annotando(const OsservazioniPtr& note, Passo&& passo) {
   }
 }
 
-class ConnessioneOsservata : public host::DirectoryConnection {
+class ConnessioneDirectoryOsservata : public host::DirectoryConnection {
  public:
-  ConnessioneOsservata(std::shared_ptr<host::DirectoryConnection> vera, OsservazioniPtr note)
+  ConnessioneDirectoryOsservata(std::shared_ptr<host::DirectoryConnection> vera, OsservazioniPtr note)
       : vera_(std::move(vera)), note_(std::move(note)) {}
   void Open(const std::string& origine) override {
     Annotando(note_, [&] { vera_->Open(origine); });
@@ -42,7 +42,7 @@ class DirectoryOsservata : public host::Directory {
   DirectoryOsservata(std::unique_ptr<host::Directory> vera, OsservazioniPtr note)
       : vera_(std::move(vera)), note_(std::move(note)) {}
   std::shared_ptr<host::DirectoryConnection> CreaConnessione() override {
-    return std::make_shared<ConnessioneOsservata>(vera_->CreaConnessione(), note_);
+    return std::make_shared<ConnessioneDirectoryOsservata>(vera_->CreaConnessione(), note_);
   }
   std::shared_ptr<host::RecordSet> CreaRecordSet() override { return vera_->CreaRecordSet(); }
   std::shared_ptr<host::DirectoryObject> ApriOggetto(const std::string& percorso) override {

@@ -6,16 +6,16 @@ namespace orve::app {
 
 namespace {
 
-volatile std::sig_atomic_t richiesta = 0;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): a
-                                           // signal handler reaches nothing else
+volatile std::sig_atomic_t interruzioneRichiesta = 0;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables):
+                                                       // a signal handler reaches nothing else
 
 }  // namespace
 
 // System calls go on behind the handler, so that no send notices it.
 Interruzione::Interruzione() {
-  richiesta = 0;
+  interruzioneRichiesta = 0;
   struct sigaction azione {};
-  azione.sa_handler = [](int) { richiesta = 1; };
+  azione.sa_handler = [](int) { interruzioneRichiesta = 1; };
   azione.sa_flags = SA_RESTART;
   for (std::size_t i = 0; i < kSegnali.size(); ++i) {
     ::sigaction(kSegnali[i], nullptr, &prima_[i]);
@@ -28,7 +28,7 @@ Interruzione::~Interruzione() {
 }
 
 bool Interruzione::Richiesta() {
-  return richiesta != 0;
+  return interruzioneRichiesta != 0;
 }
 
 }  // namespace orve::app

@@ -20,7 +20,16 @@ namespace orve::app {
 
 namespace {
 
-enum Colonna : std::size_t { kTipo, kCodice, kNome, kIndirizzo, kOggetto, kCorpo, kAllegato, kQuante };
+enum ColonnaElenco : std::size_t {
+  kTipo,
+  kCodice,
+  kNomeParte,
+  kIndirizzo,
+  kOggetto,
+  kCorpo,
+  kAllegato,
+  kQuante
+};
 
 constexpr std::array<std::string_view, kQuante> kColonne = {"tipo",    "codice", "nome",    "indirizzo",
                                                             "oggetto", "corpo",  "allegato"};
@@ -73,7 +82,7 @@ void InterpretaCodice(const Valori& valori, RigaLista& riga) {
 // Such an address is not looked up and not checked any more, and a line that lost its place in the file may
 // look like one.
 void InterpretaIndirizzo(const Valori& valori, RigaLista& riga) {
-  riga.voce.nome = text::Trim(valori[kNome]);
+  riga.voce.nome = text::Trim(valori[kNomeParte]);
   riga.voce.indirizzo = text::Trim(valori[kIndirizzo]);
   if (riga.voce.indirizzo.empty()) throw RigaInutile{"manca l'indirizzo"};
   constexpr const char* kRiservati = ";<>";
@@ -133,7 +142,7 @@ void RigheLista::LeggiIntestazione() {
     colonne_.push_back(colonna);
   }
   if (presenti[kTipo] != presenti[kCodice]) errata("tipo e codice vanno insieme");
-  if (presenti[kNome] && !presenti[kIndirizzo]) errata("manca la colonna «indirizzo»");
+  if (presenti[kNomeParte] && !presenti[kIndirizzo]) errata("manca la colonna «indirizzo»");
   if (!presenti[kCodice] && !presenti[kIndirizzo]) {
     errata("mancano le colonne del destinatario, «tipo» e «codice» oppure «indirizzo»");
   }
@@ -164,7 +173,8 @@ void RigheLista::Interpreta(const std::vector<std::string>& campi, RigaLista& ri
   Valori valori;
   for (std::size_t i = 0; i < campi.size(); ++i) valori[colonne_[i]] = campi[i];
   const bool perCodice = !text::Trim(valori[kTipo]).empty() || !text::Trim(valori[kCodice]).empty();
-  const bool perIndirizzo = !text::Trim(valori[kNome]).empty() || !text::Trim(valori[kIndirizzo]).empty();
+  const bool perIndirizzo =
+      !text::Trim(valori[kNomeParte]).empty() || !text::Trim(valori[kIndirizzo]).empty();
   if (perCodice && perIndirizzo) throw RigaInutile{"ha un codice e anche un nome o un indirizzo"};
   if (!perCodice && !perIndirizzo) throw RigaInutile{"manca il destinatario"};
   if (perCodice) {

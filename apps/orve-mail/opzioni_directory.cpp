@@ -20,7 +20,7 @@ using adapters::ldap::LdapOptions;
 constexpr const char* kVariabilePassword = "ORVE_MAIL_DIRECTORY_PASSWORD";
 constexpr std::size_t kPasswordPiuLunga = 4096;
 
-[[noreturn]] void Errata(const std::string& testo) {
+[[noreturn]] void OpzioneErrata(const std::string& testo) {
   throw ErroreProgramma(Uscita::kComandoErrato, testo);
 }
 
@@ -29,7 +29,7 @@ Access Accesso(const OpzioniDirectory& opzioni) {
   if (opzioni.accesso == "semplice") return Access::kSimple;
   if (opzioni.accesso == "anonimo") return Access::kAnonymous;
   if (!opzioni.accesso.empty()) {
-    Errata("--directory-accesso: «" + opzioni.accesso + "» non è kerberos, semplice o anonimo");
+    OpzioneErrata("--directory-accesso: «" + opzioni.accesso + "» non è kerberos, semplice o anonimo");
   }
   return opzioni.utente.empty() ? Access::kKerberos : Access::kSimple;
 }
@@ -49,25 +49,26 @@ std::string PasswordDelFile(const std::string& file) {
 }
 
 void RichiediSenso(const LdapOptions& scelte) {
-  if (scelte.access == Access::kSimple && scelte.user.empty()) Errata("manca --directory-utente");
+  if (scelte.access == Access::kSimple && scelte.user.empty()) OpzioneErrata("manca --directory-utente");
   if (scelte.access != Access::kSimple && !scelte.user.empty()) {
-    Errata("--directory-utente vale solo con --directory-accesso semplice");
+    OpzioneErrata("--directory-utente vale solo con --directory-accesso semplice");
   }
   if (scelte.access == Access::kSimple && scelte.password.empty()) {
-    Errata("manca la password della directory: indicare --directory-file-password, oppure la variabile " +
-           std::string(kVariabilePassword));
+    OpzioneErrata(
+        "manca la password della directory: indicare --directory-file-password, oppure la variabile " +
+        std::string(kVariabilePassword));
   }
   try {
     adapters::ldap::CheckOptions(scelte);
   } catch (const host::Errore& errore) {
-    Errata("--directory: " + errore.Descrizione());
+    OpzioneErrata("--directory: " + errore.Descrizione());
   }
 }
 
 void RichiediSoloConServer(const OpzioniDirectory& opzioni) {
   const bool altre = !opzioni.accesso.empty() || !opzioni.utente.empty() || !opzioni.filePassword.empty() ||
                      !opzioni.ca.empty() || !opzioni.base.empty() || opzioni.senzaTls;
-  if (altre) Errata("manca --directory, che le altre opzioni della directory presuppongono");
+  if (altre) OpzioneErrata("manca --directory, che le altre opzioni della directory presuppongono");
 }
 
 }  // namespace

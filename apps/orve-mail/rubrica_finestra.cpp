@@ -36,7 +36,7 @@ using adapters::qt::Utf8;
 constexpr int kIndirizzoDellaRiga = Qt::UserRole;  // the row of an address in its party
 constexpr int kAltezzaRiga = 21;
 
-enum Colonna { kNome, kGenere, kCodice, kDettaglio, kIndirizzi, kColonne };
+enum ColonnaRubrica { kNominativo, kGenere, kCodice, kDettaglio, kIndirizzi, kColonne };
 
 struct Testata {
   QString didascalia;
@@ -45,7 +45,7 @@ struct Testata {
 
 Testata TestataDi(int colonna, bool pec) {
   switch (colonna) {
-    case kNome:
+    case kNominativo:
       return {QStringLiteral("Nome"), 220};
     case kGenere:
       return {QStringLiteral("Genere"), 75};
@@ -126,7 +126,7 @@ class ModelloParti : public QAbstractTableModel {
  private:
   static QString Cella(const Parte& parte, int colonna) {
     switch (colonna) {
-      case kNome:
+      case kNominativo:
         return Testo(parte.nome);
       case kGenere:
         return Testo(NomeGenere(parte.genere));
@@ -141,7 +141,7 @@ class ModelloParti : public QAbstractTableModel {
 
   // Codes by their length first: as numbers where they are numbers.
   static std::pair<std::size_t, std::string> Chiave(const Parte& parte, int colonna) {
-    if (colonna == kNome) return {0, {}};  // the order in which the parties came
+    if (colonna == kNominativo) return {0, {}};  // the order in which the parties came
     const std::string testo = PerRicerca(Utf8(Cella(parte, colonna)));
     return {colonna == kCodice ? testo.size() : 0, testo};
   }
@@ -152,7 +152,7 @@ class ModelloParti : public QAbstractTableModel {
     for (const auto posizione : orve::app::Filtra(parti_, filtro_)) {
       righe.emplace_back(Chiave(parti_[posizione], colonna_), posizione);
     }
-    if (colonna_ != kNome) std::sort(righe.begin(), righe.end());
+    if (colonna_ != kNominativo) std::sort(righe.begin(), righe.end());
     if (ordine_ == Qt::DescendingOrder) std::reverse(righe.begin(), righe.end());
     righe_.clear();
     for (const auto& riga : righe) righe_.push_back(riga.second);
@@ -161,7 +161,7 @@ class ModelloParti : public QAbstractTableModel {
   std::vector<Parte> parti_;
   bool pec_;
   Filtro filtro_;
-  int colonna_ = kNome;
+  int colonna_ = kNominativo;
   Qt::SortOrder ordine_ = Qt::AscendingOrder;
   std::vector<std::size_t> righe_;
 };
@@ -291,7 +291,7 @@ class FinestraDellaRubrica : public QDialog {
     elenco_->setAllColumnsShowFocus(true);
     elenco_->setSelectionMode(QAbstractItemView::SingleSelection);
     elenco_->setAlternatingRowColors(true);
-    elenco_->header()->setSortIndicator(kNome, Qt::AscendingOrder);
+    elenco_->header()->setSortIndicator(kNominativo, Qt::AscendingOrder);
     elenco_->setSortingEnabled(true);
     elenco_->header()->setStretchLastSection(true);
     for (int i = 0; i < kColonne; ++i) elenco_->setColumnWidth(i, TestataDi(i, pec_).larghezza);

@@ -19,7 +19,7 @@ namespace orve {
 namespace {
 
 constexpr std::int32_t kElementoDiPosta = 0;
-constexpr std::int16_t kCorpoHTML = 1;
+constexpr std::int16_t kCorpoOutlookHTML = 1;
 
 // The number in front of the first point; a text without a point is none.
 std::int16_t VersioneMaggiore(const std::string& versione) {
@@ -98,7 +98,7 @@ void CLSFW_MAILSERVER::ComponiMessaggioOutlook(const std::string& mittente) {
     return;
   }
   vCorpoMail = CorpoHTMLConFirma(vCorpoMail);
-  elemento.BodyFormat(kCorpoHTML);
+  elemento.BodyFormat(kCorpoOutlookHTML);
   elemento.HTMLBody(vCorpoMail);
 }
 

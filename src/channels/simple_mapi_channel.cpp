@@ -19,7 +19,7 @@ namespace orve {
 
 namespace {
 
-enum TipoDestinatario : std::int32_t { kTipoA = 1, kTipoCC = 2, kTipoCCn = 3 };
+enum TipoMapi : std::int32_t { kMapiA = 1, kMapiCC = 2, kMapiCCn = 3 };
 
 // The control's slots are counted in 16 bits; raises 6 behind the last of them.
 std::int16_t Successivo(std::int16_t indice) {
@@ -28,9 +28,9 @@ std::int16_t Successivo(std::int16_t indice) {
 
 // A box that nobody knows keeps the type that the control gives a new slot.
 void ImpostaTipo(host::MAPIMessages& messaggio, std::int16_t casella) {
-  if (casella == kvCasellaA) messaggio.RecipType(kTipoA);
-  if (casella == kvCasellaCC) messaggio.RecipType(kTipoCC);
-  if (casella == kvCasellaCCn) messaggio.RecipType(kTipoCCn);
+  if (casella == kvCasellaA) messaggio.RecipType(kMapiA);
+  if (casella == kvCasellaCC) messaggio.RecipType(kMapiCC);
+  if (casella == kvCasellaCCn) messaggio.RecipType(kMapiCCn);
 }
 
 }  // namespace

@@ -12,10 +12,10 @@ namespace orve {
 
 namespace {
 
-enum TipoDestinatario : std::int32_t { kTipoA = 0, kTipoCC = 1, kTipoCCn = 2 };
+enum TipoSmtp : std::int32_t { kSmtpA = 0, kSmtpCC = 1, kSmtpCCn = 2 };
 
 constexpr std::int16_t kNotificaDiConsegna = 14;
-constexpr std::int16_t kCorpoHTML = 1;
+constexpr std::int16_t kCorpoSmtpHTML = 1;
 
 std::string Elemento(const std::vector<std::string_view>& parti, std::size_t posizione) {
   if (posizione >= parti.size()) throw host::Errore(host::kIndiceFuoriIntervallo);
@@ -32,9 +32,9 @@ void ImpostaMittente(host::ComponenteSmtp& componente, const std::string& mitten
 
 void AggiungiDestinatari(host::ComponenteSmtp& componente, const std::string& elencoA,
                          const std::string& elencoCC, const std::string& elencoCCn) {
-  componente.AddRecipientEx(elencoA, kTipoA);
-  if (!elencoCC.empty()) componente.AddRecipientEx(elencoCC, kTipoCC);
-  if (!elencoCCn.empty()) componente.AddRecipientEx(elencoCCn, kTipoCCn);
+  componente.AddRecipientEx(elencoA, kSmtpA);
+  if (!elencoCC.empty()) componente.AddRecipientEx(elencoCC, kSmtpCC);
+  if (!elencoCCn.empty()) componente.AddRecipientEx(elencoCCn, kSmtpCCn);
 }
 
 }  // namespace
@@ -82,7 +82,7 @@ void CLSFW_MAILSERVER::ImpostaCorpoSmtp(host::ComponenteSmtp& componente, const 
     return;
   }
   const std::string documento = CorpoHTMLConFirma(corpo);
-  componente.BodyFormat(kCorpoHTML);
+  componente.BodyFormat(kCorpoSmtpHTML);
   componente.BodyText(documento);
 }
 

@@ -11,7 +11,7 @@ namespace {
 using host::LayoutControllo;
 using enum host::TipoControllo;
 
-constexpr auto kControlli = std::to_array<LayoutControllo>({
+constexpr auto kControlliInvio = std::to_array<LayoutControllo>({
     {.nome = "KVL_RESIZEFORM1", .tipo = kResizeForm},
 
     {.nome = "FMR_MITTENTE",
@@ -170,17 +170,17 @@ constexpr auto kControlli = std::to_array<LayoutControllo>({
 });
 
 // The margin on the right and at the bottom is that on the left.
-constexpr host::LayoutForm kForm = {.nome = "FRMRW_OPZMAIL",
-                                    .didascalia = "Invio email...",
-                                    .font = "Tahoma",
-                                    .width = 10725,
-                                    .height = 7290,
-                                    .controlli = kControlli};
+constexpr host::LayoutForm kFormInvio = {.nome = "FRMRW_OPZMAIL",
+                                         .didascalia = "Invio email...",
+                                         .font = "Tahoma",
+                                         .width = 10725,
+                                         .height = 7290,
+                                         .controlli = kControlliInvio};
 
 }  // namespace
 
 const host::LayoutForm& LayoutOpzMail() {
-  return kForm;
+  return kFormInvio;
 }
 
 }  // namespace orve

@@ -11,7 +11,7 @@ namespace {
 using host::LayoutControllo;
 using enum host::TipoControllo;
 
-constexpr auto kControlli = std::to_array<LayoutControllo>({
+constexpr auto kControlliParametri = std::to_array<LayoutControllo>({
     {.nome = "KVL_RESIZEFORM1", .tipo = kResizeForm},
     {.nome = "FRM_PARAM", .tipo = kFrame, .posizione = {15, 0, 7635, 4530}},
     {.nome = "TXT_CORPO",
@@ -95,17 +95,17 @@ constexpr auto kControlli = std::to_array<LayoutControllo>({
      .disegno = {.ismenupopup = false}},
 });
 
-constexpr host::LayoutForm kForm = {.nome = "FRMFW_MAILPARAMS",
-                                    .didascalia = "Personalizzazione unica invio mail",
-                                    .font = "Tahoma",
-                                    .width = 7740,
-                                    .height = 5025,
-                                    .controlli = kControlli};
+constexpr host::LayoutForm kFormParametri = {.nome = "FRMFW_MAILPARAMS",
+                                             .didascalia = "Personalizzazione unica invio mail",
+                                             .font = "Tahoma",
+                                             .width = 7740,
+                                             .height = 5025,
+                                             .controlli = kControlliParametri};
 
 }  // namespace
 
 const host::LayoutForm& LayoutMailParams() {
-  return kForm;
+  return kFormParametri;
 }
 
 }  // namespace orve

@@ -12,6 +12,7 @@
 namespace orve {
 namespace {
 
+using fakes::Con;
 using fakes::Riga;
 using fakes::Righe;
 using ::testing::Contains;
@@ -39,11 +40,6 @@ Riga Account() {
           {"ALIAS", "Ufficio Vendite"},
           {"LETTURA", 1},
           {"CONSEGNA", 1}};
-}
-
-Riga Con(Riga riga, const std::string& colonna, const host::Variant& valore) {
-  riga[colonna] = valore;
-  return riga;
 }
 
 class AccountDelServizio : public fakes::ServizioDiProva {

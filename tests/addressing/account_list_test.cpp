@@ -13,6 +13,7 @@
 namespace orve {
 namespace {
 
+using fakes::Con;
 using fakes::Riga;
 using fakes::Righe;
 using ::testing::Contains;
@@ -21,8 +22,8 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-constexpr const char* kDellUtente = "INNER JOIN FW99_MAILUSERACCOUNT";
-constexpr const char* kDellAzienda = "LEFT OUTER JOIN CG16_ANAGGEN";
+constexpr const char* kElencoUtente = "INNER JOIN FW99_MAILUSERACCOUNT";
+constexpr const char* kElencoAzienda = "LEFT OUTER JOIN CG16_ANAGGEN";
 
 Riga Account(const host::Variant& id, const std::string& indirizzo) {
   return {{"FW23_SERVERNAME", "smtp.azienda.example"},
@@ -37,11 +38,6 @@ Riga Account(const host::Variant& id, const std::string& indirizzo) {
           {"ALIAS", "Ufficio Vendite"},
           {"LETTURA", -1},
           {"CONSEGNA", 2}};
-}
-
-Riga Con(Riga riga, const std::string& colonna, const host::Variant& valore) {
-  riga[colonna] = valore;
-  return riga;
 }
 
 class ElencoAccount : public fakes::ServizioDiProva {
@@ -125,8 +121,8 @@ TEST_F(ElencoAccount, TheCompanyIsPartOfTheFilterEvenWhenThereIsNone) {
 }
 
 TEST_F(ElencoAccount, TheAccountsOfTheUserFillListAndComboAndTheFirstIsSelected) {
-  connessione->Risponde(kDellUtente, {Account(12, "vendite@azienda.example"), Account(7, "b@azienda.example"),
-                                      Account(30, "c@azienda.example")});
+  connessione->Risponde(kElencoUtente, {Account(12, "vendite@azienda.example"),
+                                        Account(7, "b@azienda.example"), Account(30, "c@azienda.example")});
   EXPECT_TRUE(Carica());
   EXPECT_THAT(
       Passi(),
@@ -147,7 +143,7 @@ TEST_F(ElencoAccount, TheAccountsOfTheUserFillListAndComboAndTheFirstIsSelected)
 }
 
 TEST_F(ElencoAccount, EachColumnGoesIntoItsMember) {
-  connessione->Risponde(kDellUtente, {Account(12, "vendite@azienda.example")});
+  connessione->Risponde(kElencoUtente, {Account(12, "vendite@azienda.example")});
   Carica();
   const auto mittente = servizio->vCollMittenti->Item("12");
   EXPECT_EQ(mittente->Indirizzo(), "vendite@azienda.example");
@@ -165,7 +161,7 @@ TEST_F(ElencoAccount, EachColumnGoesIntoItsMember) {
 }
 
 TEST_F(ElencoAccount, TheColumnsAreReadInTheirOrderAndThePasswordDecipheredOnTheWay) {
-  connessione->Risponde(kDellUtente, {Account(12, "vendite@azienda.example")});
+  connessione->Risponde(kElencoUtente, {Account(12, "vendite@azienda.example")});
   Carica();
   EXPECT_THAT(journal->Righe({"RecordSet.Fields", "CifratorePassword", "CMB_ACCOUNT.Add"}),
               ElementsAre("RecordSet.Fields FW98_MAILADDRESS", "RecordSet.Fields FW98_IDACCOUNT",
@@ -179,13 +175,13 @@ TEST_F(ElencoAccount, TheColumnsAreReadInTheirOrderAndThePasswordDecipheredOnThe
 
 TEST_F(ElencoAccount, PecAccountsSayThatTheyArePec) {
   servizio->IsPec(true);
-  connessione->Risponde(kDellUtente, {Account(12, "pec@azienda.example")});
+  connessione->Risponde(kElencoUtente, {Account(12, "pec@azienda.example")});
   EXPECT_TRUE(Carica());
   EXPECT_THAT(Combo(), Contains("CMB_ACCOUNT.AddItemData pec@azienda.example - Pec|12"));
 }
 
 TEST_F(ElencoAccount, WithoutAUserAccountTheEmptyResultIsClosedAndTheCompanyIsAsked) {
-  connessione->Risponde(kDellAzienda, {Account(5, "azienda@azienda.example")});
+  connessione->Risponde(kElencoAzienda, {Account(5, "azienda@azienda.example")});
   EXPECT_TRUE(Carica());
   EXPECT_THAT(Passi(), ElementsAre("ConnectionADO.Execute -1  SELECT ", "CMB_ACCOUNT.EraseCombo",
                                    "CMB_ACCOUNT.AutoOpen false", "RecordSet.Close",
@@ -195,7 +191,7 @@ TEST_F(ElencoAccount, WithoutAUserAccountTheEmptyResultIsClosedAndTheCompanyIsAs
 }
 
 TEST_F(ElencoAccount, ANonDefaultAccountOfTheUserIsListedThoughTheSingleSearchPassesItOver) {
-  connessione->Risponde(kDellUtente, {Account(7, "utente@azienda.example")});
+  connessione->Risponde(kElencoUtente, {Account(7, "utente@azienda.example")});
   connessione->Risponde("INNER JOIN CG16_ANAGGEN", {Account(5, "azienda@azienda.example")});
   interno.CaricaAccountPredefinito();
   EXPECT_EQ(servizio->vSenderAddress, "azienda@azienda.example");
@@ -236,13 +232,13 @@ TEST_F(ElencoAccount, AListFilledBeforehandIsKeptAndMakesTheResultTrue) {
   EXPECT_TRUE(Carica());
   EXPECT_EQ(servizio->vCollMittenti, gia);
   EXPECT_EQ(Messaggi().size(), 1U);
-  connessione->Risponde(kDellUtente, {Account(2, "nuovo@azienda.example")});
+  connessione->Risponde(kElencoUtente, {Account(2, "nuovo@azienda.example")});
   EXPECT_TRUE(Carica());
   EXPECT_EQ(gia->Count(), 2);
 }
 
 TEST_F(ElencoAccount, ASecondLoadIntoTheSameListEndsInTheFailureMessageAtTheFirstRow) {
-  connessione->Risponde(kDellUtente, {Account(12, "a@azienda.example"), Account(7, "b@azienda.example")});
+  connessione->Risponde(kElencoUtente, {Account(12, "a@azienda.example"), Account(7, "b@azienda.example")});
   EXPECT_TRUE(Carica());
   journal->Svuota();
   EXPECT_FALSE(Carica());
@@ -258,7 +254,7 @@ TEST_F(ElencoAccount, ColumnsThatMayBeEmptyAre) {
   for (const auto* colonna : {"FW98_USERNAME", "FW98_PASSWORD", "ALIAS", "FW23_SSL"}) {
     riga[colonna] = host::Null{};
   }
-  connessione->Risponde(kDellUtente, {riga});
+  connessione->Risponde(kElencoUtente, {riga});
   EXPECT_TRUE(Carica());
   const auto mittente = servizio->vCollMittenti->Item(1);
   EXPECT_EQ(mittente->user() + mittente->Password() + mittente->Descrizione(), "");
@@ -270,7 +266,7 @@ TEST_F(ElencoAccount, NoTextIsTrimmed) {
   riga["FW23_SERVERNAME"] = " smtp ";
   riga["FW98_USERNAME"] = " utente ";
   riga["ALIAS"] = " Nome ";
-  connessione->Risponde(kDellUtente, {riga});
+  connessione->Risponde(kElencoUtente, {riga});
   Carica();
   const auto mittente = servizio->vCollMittenti->Item(1);
   EXPECT_EQ(mittente->Indirizzo(), " a@azienda.example ");
@@ -289,7 +285,7 @@ struct CasoRigaGuasta {
 class RigaGuasta : public ElencoAccount, public ::testing::WithParamInterface<CasoRigaGuasta> {};
 
 TEST_P(RigaGuasta, FailsTheLoadAndKeepsTheAccountsBefore) {
-  connessione->Risponde(kDellUtente,
+  connessione->Risponde(kElencoUtente,
                         {Account(1, "buono@azienda.example"),
                          Con(Account(2, "b@azienda.example"), GetParam().colonna, GetParam().valore)});
   EXPECT_FALSE(Carica());
@@ -324,7 +320,7 @@ INSTANTIATE_TEST_SUITE_P(Colonne, RigaGuasta,
                          });
 
 TEST_F(ElencoAccount, AnIdentifierBeyondTheCombosNumbersFailsBehindTheList) {
-  connessione->Risponde(kDellUtente, {Account(40000, "a@azienda.example")});
+  connessione->Risponde(kElencoUtente, {Account(40000, "a@azienda.example")});
   EXPECT_FALSE(Carica());
   EXPECT_THAT(Messaggi(), ElementsAre(HasSubstr("MostraMsg 6-Overflow in CLSFW_MAILSERVER")));
   EXPECT_EQ(servizio->vCollMittenti->Item("40000")->Indirizzo(), "a@azienda.example");
@@ -358,7 +354,7 @@ std::shared_ptr<host::Form> FormSenzaCombo(const fakes::JournalPtr& journal, boo
 }
 
 TEST_F(ElencoAccount, AFormWithoutTheComboFailsClearly) {
-  connessione->Risponde(kDellUtente, {Account(12, "a@azienda.example")});
+  connessione->Risponde(kElencoUtente, {Account(12, "a@azienda.example")});
   for (const bool altroControllo : {false, true}) {
     form = FormSenzaCombo(journal, altroControllo);
     journal->Svuota();

@@ -21,7 +21,7 @@ using MDL_ACTIVEDIRECTORY::GetNomeUtenteRete;
 using MDL_ACTIVEDIRECTORY::TagliaAlNul;
 using ::testing::ElementsAre;
 
-constexpr const char* kPersona = "LDAP://CN=Anna Rossi,OU=Vendite,DC=azienda,DC=example";
+constexpr const char* kAnna = "LDAP://CN=Anna Rossi,OU=Vendite,DC=azienda,DC=example";
 
 const std::vector<std::string> kAttributi = {"FirstName", "LastName",        "EmployeeID", "Title",
                                              "Division",  "TelephoneNumber", "FaxNumber",  "EmailAddress"};
@@ -30,8 +30,8 @@ class DirectoryTest : public ::testing::Test {
  protected:
   void ConPersona() {
     ambiente.directoryPresente = true;
-    ambiente.trovatiInDirectory = {{{"adsPath", kPersona}}, {{"adsPath", "LDAP://CN=Altra"}}};
-    ambiente.persone[kPersona] = {
+    ambiente.trovatiInDirectory = {{{"adsPath", kAnna}}, {{"adsPath", "LDAP://CN=Altra"}}};
+    ambiente.persone[kAnna] = {
         {"FirstName", "Anna"},           {"LastName", "Rossi"},
         {"EmployeeID", "0042"},          {"Title", "Responsabile"},
         {"Division", "Vendite"},         {"TelephoneNumber", "+39 02 1234567"},
@@ -103,7 +103,7 @@ TEST_F(DirectoryTest, AnAttributeThatThePersonDoesNotHaveStaysAsItWasAndTheOther
     ASSERT_TRUE(Cerca());
     auto want = Campi();
     want[i] = "";
-    ambiente.persone[kPersona].erase(kAttributi[i]);
+    ambiente.persone[kAnna].erase(kAttributi[i]);
     dati = {};
     EXPECT_TRUE(Cerca()) << kAttributi[i];
     EXPECT_EQ(Campi(), want) << kAttributi[i];
@@ -112,9 +112,9 @@ TEST_F(DirectoryTest, AnAttributeThatThePersonDoesNotHaveStaysAsItWasAndTheOther
 
 TEST_F(DirectoryTest, AnAttributeThatIsNoTextIsLeftOut) {
   ConPersona();
-  ambiente.persone[kPersona]["FirstName"] = host::Null{};
-  ambiente.persone[kPersona]["LastName"] = host::Variant::Array{"Rossi", "Bianchi"};
-  ambiente.persone[kPersona]["EmployeeID"] = 42;
+  ambiente.persone[kAnna]["FirstName"] = host::Null{};
+  ambiente.persone[kAnna]["LastName"] = host::Variant::Array{"Rossi", "Bianchi"};
+  ambiente.persone[kAnna]["EmployeeID"] = 42;
   EXPECT_TRUE(Cerca());
   EXPECT_EQ(dati.FirstName, "");
   EXPECT_EQ(dati.LastName, "");
@@ -148,13 +148,13 @@ TEST_F(DirectoryTest, TheUserNameGoesIntoTheFilterUnescaped) {
                           "(&(objectCategory=person)(objectClass=user)(samaccountName=));adsPath;subTree"));
 }
 
-struct CasoGuasto {
+struct CasoDirectoryGuasta {
   const char* etichetta;
   const char* guasto;
   std::vector<std::string> want_chiusure;
 };
 
-class DirectoryGuasta : public DirectoryTest, public ::testing::WithParamInterface<CasoGuasto> {};
+class DirectoryGuasta : public DirectoryTest, public ::testing::WithParamInterface<CasoDirectoryGuasta> {};
 
 TEST_P(DirectoryGuasta, TheLookUpIsFalseTheRecordEmptyAndWhatWasOpenIsClosed) {
   ConPersona();
@@ -167,21 +167,21 @@ TEST_P(DirectoryGuasta, TheLookUpIsFalseTheRecordEmptyAndWhatWasOpenIsClosed) {
 
 INSTANTIATE_TEST_SUITE_P(
     Passi, DirectoryGuasta,
-    ::testing::Values(CasoGuasto{"NoConnectionClass", "Directory.CreaConnessione", {}},
-                      CasoGuasto{"NoRecordSetClass", "Directory.CreaRecordSet", {}},
-                      CasoGuasto{"NoRoot", "Directory.ApriOggetto LDAP://rootDSE", {}},
-                      CasoGuasto{"NoNamingContext", "Directory.Get defaultNamingContext", {}},
-                      CasoGuasto{"NoDomainObject", "Directory.ApriOggetto LDAP://DC=azienda", {}},
-                      CasoGuasto{"NoPath", "Directory.ADsPath", {}},
-                      CasoGuasto{"ConnectionRefused", "DirectoryConnection.Open", {}},
-                      CasoGuasto{
+    ::testing::Values(CasoDirectoryGuasta{"NoConnectionClass", "Directory.CreaConnessione", {}},
+                      CasoDirectoryGuasta{"NoRecordSetClass", "Directory.CreaRecordSet", {}},
+                      CasoDirectoryGuasta{"NoRoot", "Directory.ApriOggetto LDAP://rootDSE", {}},
+                      CasoDirectoryGuasta{"NoNamingContext", "Directory.Get defaultNamingContext", {}},
+                      CasoDirectoryGuasta{"NoDomainObject", "Directory.ApriOggetto LDAP://DC=azienda", {}},
+                      CasoDirectoryGuasta{"NoPath", "Directory.ADsPath", {}},
+                      CasoDirectoryGuasta{"ConnectionRefused", "DirectoryConnection.Open", {}},
+                      CasoDirectoryGuasta{
                           "QueryRefused", "DirectoryConnection.Execute", {"DirectoryConnection.Close"}},
-                      CasoGuasto{"NoPathInTheResult",
-                                 "DirectoryRecordSet.Fields adsPath",
-                                 {"DirectoryRecordSet.Close", "DirectoryConnection.Close"}},
-                      CasoGuasto{"PersonCannotBeOpened",
-                                 "Directory.ApriOggetto LDAP://CN=Anna",
-                                 {"DirectoryRecordSet.Close", "DirectoryConnection.Close"}}),
+                      CasoDirectoryGuasta{"NoPathInTheResult",
+                                          "DirectoryRecordSet.Fields adsPath",
+                                          {"DirectoryRecordSet.Close", "DirectoryConnection.Close"}},
+                      CasoDirectoryGuasta{"PersonCannotBeOpened",
+                                          "Directory.ApriOggetto LDAP://CN=Anna",
+                                          {"DirectoryRecordSet.Close", "DirectoryConnection.Close"}}),
     [](const auto& caso) { return std::string(caso.param.etichetta); });
 
 TEST_F(DirectoryTest, ErrorsOfTheCleanUpAreIgnoredAndEachStepIsTried) {

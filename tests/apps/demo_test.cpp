@@ -6,6 +6,7 @@
 #include <fstream>
 #include <string>
 
+#include "apps/processi.h"
 #include "support/process.h"
 #include "support/temp_dir.h"
 
@@ -18,16 +19,6 @@ using ::testing::Not;
 
 support::ProcessResult Dimostrazione(const std::string& build, const std::string& uscita) {
   return support::RunProgram({ORVE_SOURCE_DIR "/scripts/demo", build, uscita}, std::chrono::seconds(100));
-}
-
-// Whether any process was started with this text in its arguments.
-bool QualcunoUsa(const std::string& testo) {
-  for (const auto& voce : std::filesystem::directory_iterator("/proc")) {
-    std::ifstream riga(voce.path() / "cmdline", std::ios::binary);
-    const std::string argomenti{std::istreambuf_iterator<char>(riga), {}};
-    if (argomenti.find(testo) != std::string::npos) return true;
-  }
-  return false;
 }
 
 }  // namespace

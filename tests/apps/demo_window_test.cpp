@@ -8,6 +8,7 @@
 #include <fstream>
 #include <string>
 
+#include "apps/processi.h"
 #include "support/process.h"
 #include "support/temp_dir.h"
 
@@ -20,7 +21,7 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-support::ProcessResult Dimostrazione(const std::string& build, const std::string& uscita) {
+support::ProcessResult DimostrazioneFinestra(const std::string& build, const std::string& uscita) {
   const std::string programma = ORVE_SOURCE_DIR "/scripts/demo-window";
   return support::RunProgram({"/usr/bin/env", "--unset=DISPLAY", "--unset=WAYLAND_DISPLAY",
                               "--unset=QT_QPA_PLATFORM", programma, build, uscita},
@@ -31,23 +32,13 @@ bool MancaUnoStrumento() {
   return support::RunProgram({"/bin/sh", "-c", "command -v Xvfb && command -v xdotool"}).status != 0;
 }
 
-// Whether any process was started with this text in its arguments.
-bool QualcunoUsa(const std::string& testo) {
-  for (const auto& voce : std::filesystem::directory_iterator("/proc")) {
-    std::ifstream riga(voce.path() / "cmdline", std::ios::binary);
-    const std::string argomenti{std::istreambuf_iterator<char>(riga), {}};
-    if (argomenti.find(testo) != std::string::npos) return true;
-  }
-  return false;
-}
-
 }  // namespace
 
 TEST(DemoWindow, PlaysItsScriptSendsAndLeavesPicturesAndNoProcess) {
   if (MancaUnoStrumento()) GTEST_SKIP() << "no Xvfb or no xdotool";
   const support::TempDir cartella;
   const std::filesystem::path uscita = cartella.Path() / "uscita";
-  const support::ProcessResult risultato = Dimostrazione(ORVE_BINARY_DIR, uscita.string());
+  const support::ProcessResult risultato = DimostrazioneFinestra(ORVE_BINARY_DIR, uscita.string());
   EXPECT_EQ(risultato.status, 0) << risultato.output;
   EXPECT_THAT(risultato.output, HasSubstr("   | Messaggio inviato a 3 destinatari.\n"));
   EXPECT_THAT(risultato.output, EndsWith("\nAll as it should be\n"));
@@ -71,7 +62,8 @@ TEST(DemoWindow, NoticesAProgramThatOpensNoWindow) {
                                      << ORVE_MAIL_PROGRAM "' \"$@\"\n";
   std::filesystem::permissions(falso / "orve-mail", std::filesystem::perms::owner_all);
   const std::string uscita = (cartella.Path() / "uscita").string();
-  const support::ProcessResult risultato = Dimostrazione((cartella.Path() / "build").string(), uscita);
+  const support::ProcessResult risultato =
+      DimostrazioneFinestra((cartella.Path() / "build").string(), uscita);
   EXPECT_EQ(risultato.status, 1) << risultato.output;
   EXPECT_THAT(risultato.output, HasSubstr("WRONG: the program ended before the window"));
   EXPECT_FALSE(QualcunoUsa(uscita));

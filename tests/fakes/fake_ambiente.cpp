@@ -20,11 +20,11 @@ std::string Mostra(const host::Variant& valore) {
   return valore.ToText();
 }
 
-namespace {
-
-std::string Mostra(bool valore) {
+std::string SiNo(bool valore) {
   return valore ? "true" : "false";
 }
+
+namespace {
 
 class FakeMessaggi : public host::Messaggi {
  public:
@@ -191,7 +191,7 @@ class FakeFileSystem : public host::FileSystem {
   }
   std::shared_ptr<host::TextStream> OpenTextFile(const std::string& file, std::int32_t modo, bool crea,
                                                  std::int32_t formato) override {
-    journal_->Add("FileSystem.OpenTextFile " + file + "|" + std::to_string(modo) + "|" + Mostra(crea) + "|" +
+    journal_->Add("FileSystem.OpenTextFile " + file + "|" + std::to_string(modo) + "|" + SiNo(crea) + "|" +
                   std::to_string(formato));
     ambiente_.file[file];
     return std::make_shared<FakeTextStream>(ambiente_, file);

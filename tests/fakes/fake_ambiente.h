@@ -122,5 +122,6 @@ std::shared_ptr<host::Form> CreaFakeForm(JournalPtr journal);
 std::string Mostra(const host::TestoOAssente& testo);
 /// Any value, as a test wants to see it.
 std::string Mostra(const host::Variant& valore);
+std::string SiNo(bool valore);
 
 }  // namespace orve::fakes

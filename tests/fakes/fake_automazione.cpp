@@ -10,10 +10,6 @@ namespace orve::fakes {
 
 namespace {
 
-std::string Mostra(bool valore) {
-  return valore ? "true" : "false";
-}
-
 // The common ground of these fakes: a name in the journal, and a line there when the object is let go.
 class Giornale {
  public:
@@ -50,7 +46,7 @@ class FakeMailItem : public host::OutlookMailItem {
  public:
   explicit FakeMailItem(const JournalPtr& journal)
       : giornale_(journal, "MailItem"), attachments_(std::make_shared<FakeAttachments>(journal)) {}
-  void ReadReceiptRequested(bool ricevuta) override { giornale_("ReadReceiptRequested", Mostra(ricevuta)); }
+  void ReadReceiptRequested(bool ricevuta) override { giornale_("ReadReceiptRequested", SiNo(ricevuta)); }
   std::shared_ptr<host::OutlookAttachments> attachments() override {
     giornale_("attachments");
     return std::exchange(attachments_, nullptr);
@@ -160,8 +156,8 @@ class FakeMAPISession : public host::MAPISession {
  public:
   explicit FakeMAPISession(FakeAmbiente& ambiente)
       : sessione_(ambiente.sessioneMapi), giornale_(ambiente.journal, "MAPISession") {}
-  void DownLoadMail(bool scarica) override { giornale_("DownLoadMail", Mostra(scarica)); }
-  void NewSession(bool nuova) override { giornale_("NewSession", Mostra(nuova)); }
+  void DownLoadMail(bool scarica) override { giornale_("DownLoadMail", SiNo(scarica)); }
+  void NewSession(bool nuova) override { giornale_("NewSession", SiNo(nuova)); }
   void SignOn() override { giornale_("SignOn"); }
   host::Variant SessionID() override { return sessione_; }
   void SignOff() override { giornale_("SignOff"); }
@@ -183,7 +179,7 @@ class FakeMAPIMessages : public host::MAPIMessages {
   void RecipAddress(const std::string& indirizzo) override { giornale_("RecipAddress", indirizzo); }
   void RecipDisplayName(const std::string& nome) override { giornale_("RecipDisplayName", nome); }
   void RecipType(std::int32_t tipo) override { giornale_("RecipType", tipo); }
-  void MsgReceiptRequested(bool ricevuta) override { giornale_("MsgReceiptRequested", Mostra(ricevuta)); }
+  void MsgReceiptRequested(bool ricevuta) override { giornale_("MsgReceiptRequested", SiNo(ricevuta)); }
   void MsgSubject(const std::string& oggetto) override { giornale_("MsgSubject", oggetto); }
   void MsgNoteText(const std::string& corpo) override { giornale_("MsgNoteText", corpo); }
   void AttachmentIndex(std::int16_t indice) override { giornale_("AttachmentIndex", indice); }

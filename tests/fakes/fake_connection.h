@@ -16,6 +16,12 @@ namespace orve::fakes {
 
 /// Column names (any case) and values of one row.
 using Riga = std::map<std::string, host::Variant>;
+
+/// The row with one column set anew.
+inline Riga Con(Riga riga, const std::string& colonna, const host::Variant& valore) {
+  riga[colonna] = valore;
+  return riga;
+}
 using Righe = std::vector<Riga>;
 
 class FakeConnection : public host::Connection {

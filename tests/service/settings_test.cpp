@@ -126,7 +126,7 @@ TEST_F(Impostazioni, APlainSmtpChannelIsRaisedToTheSecureOne) {
   EXPECT_EQ(servizio->SrvMailInstallato, 77);
 }
 
-struct CasoCanale {
+struct CasoCanaleConfigurato {
   const char* label;
   std::int32_t canale;
   bool soloSmtp;
@@ -134,7 +134,7 @@ struct CasoCanale {
 };
 
 TEST_F(Impostazioni, TheChannelDecidesWhichObjectIsCreated) {
-  const CasoCanale casi[] = {
+  const CasoCanaleConfigurato casi[] = {
       {"Simple MAPI", 0, false, {"Ambiente.CreaMAPISession"}},
       {"Simple MAPI, SMTP only", 0, true, {}},
       {"Outlook", 1, false, {"Ambiente.CreaOutlook"}},

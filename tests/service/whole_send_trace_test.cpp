@@ -57,7 +57,7 @@ struct CasoInvio {
   std::set<std::string> wantAltreClassi;  // beside service, collection and recipient
 };
 
-fakes::Riga Account() {
+fakes::Riga AccountTracciato() {
   return {{"FW23_SERVERNAME", "smtp.azienda.example"},
           {"FW23_PORT", 587},
           {"FW23_TIMEOUT", 60},
@@ -199,7 +199,7 @@ Corsa Corri(const CasoInvio& caso, const std::string& guasto) {
   const auto ambiente = std::make_shared<fakes::FakeAmbiente>();
   const auto journal = ambiente->journal;
   const auto connessione = std::make_shared<fakes::FakeConnection>(journal);
-  connessione->Risponde("FW98_MAILACCOUNT", {Account()});
+  connessione->Risponde("FW98_MAILACCOUNT", {AccountTracciato()});
   if (!guasto.empty()) journal->Fallisce(guasto);
   const auto prima = journal.use_count();  // each of the outside's objects shares it
   IgnoraErrori([&] {

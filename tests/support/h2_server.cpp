@@ -6,7 +6,7 @@ namespace orve::support {
 
 namespace {
 
-constexpr std::chrono::seconds kPatience{60};  // a virtual machine starts slowly on a busy one
+constexpr std::chrono::seconds kStartPatience{60};  // a virtual machine starts slowly on a busy one
 
 }  // namespace
 
@@ -14,7 +14,7 @@ H2Server::H2Server()
     : process_(std::make_unique<Process>(
           std::vector<std::string>{"/usr/bin/python3", ORVE_SOURCE_DIR "/tests/support/h2_server.py",
                                    "--directory=" + directory_.Path().string()})) {
-  port_ = std::stoi(process_->WaitForLine("READY ", kPatience).substr(6));
+  port_ = std::stoi(process_->WaitForLine("READY ", kStartPatience).substr(6));
 }
 
 std::string H2Server::ConnectionString(const std::string& database, const std::string& user,

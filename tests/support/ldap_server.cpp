@@ -11,17 +11,11 @@
 #include <stdexcept>
 #include <thread>
 
+#include "support/loopback.h"
+
 namespace orve::support {
 
 namespace {
-
-sockaddr_in Loopback(int port) {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  address.sin_port = htons(static_cast<std::uint16_t>(port));
-  return address;
-}
 
 // A port that was free a moment ago; the server cannot say which one it has taken.
 int FreePort() {

@@ -14,17 +14,11 @@
 #include <utility>
 #include <vector>
 
+#include "support/loopback.h"
+
 namespace orve::support {
 
 namespace {
-
-sockaddr_in Loopback(int port) {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  address.sin_port = htons(static_cast<std::uint16_t>(port));
-  return address;
-}
 
 int NewSocket() {
   return ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);

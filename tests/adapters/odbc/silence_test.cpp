@@ -43,7 +43,7 @@ Fine FineDi(const std::function<void()>& chiamata) {
   return fine;
 }
 
-void Esegui(OdbcConnection& connessione, const std::string& testo) {
+void EseguiMuto(OdbcConnection& connessione, const std::string& testo) {
   static_cast<void>(connessione.Execute(testo, host::kComandoTesto));
 }
 
@@ -75,13 +75,13 @@ TEST(OdbcSilenzio, AServerThatFallsSilentIsGivenUpThoughTheDriverWaitsForEver) {
   comando->CommandText("SPFW_GetUserIDFromConnection");
   filo.FallSilent();
 
-  const Fine prima = FineDi([&] { Esegui(*connessione, "SELECT 2"); });
+  const Fine prima = FineDi([&] { EseguiMuto(*connessione, "SELECT 2"); });
   EXPECT_TRUE(prima.inTempo);
   EXPECT_NE(prima.errore.Numero(), 0);
   EXPECT_EQ(prima.errore.Sorgente(), "ODBC");
   EXPECT_EQ(prima.errore.Descrizione(), "L'istruzione ha superato il tempo massimo");
   // Nobody waits a second time.
-  for (const auto& chiamata : {std::function<void()>([&] { Esegui(*connessione, "SELECT 3"); }),
+  for (const auto& chiamata : {std::function<void()>([&] { EseguiMuto(*connessione, "SELECT 3"); }),
                                std::function<void()>([&] { comando->Execute(); })}) {
     const Fine poi = FineDi(chiamata);
     EXPECT_NE(poi.errore.Numero(), 0);
@@ -89,13 +89,13 @@ TEST(OdbcSilenzio, AServerThatFallsSilentIsGivenUpThoughTheDriverWaitsForEver) {
   }
   EXPECT_EQ(host::Leggi(*righe, "V"), host::Variant(1)) << "a result from before";
   connessione->Chiudi();
-  EXPECT_EQ(FineDi([&] { Esegui(*connessione, "SELECT 4"); }).errore.Numero(), 3704);
+  EXPECT_EQ(FineDi([&] { EseguiMuto(*connessione, "SELECT 4"); }).errore.Numero(), 3704);
 }
 
 TEST(OdbcSilenzio, AStatementThatRunsTooLongIsCancelledAndTheConnectionServesOn) {
   const auto connessione = OdbcConnection::Apri(Motore().ConnectionString("lenta"), kImpazienti);
   const Fine fine = FineDi([&] {
-    Esegui(*connessione, "SELECT COUNT(*) FROM SYSTEM_RANGE(1, 1000000) A, SYSTEM_RANGE(1, 1000000) B");
+    EseguiMuto(*connessione, "SELECT COUNT(*) FROM SYSTEM_RANGE(1, 1000000) A, SYSTEM_RANGE(1, 1000000) B");
   });
   EXPECT_TRUE(fine.inTempo);
   EXPECT_NE(fine.errore.Numero(), 0);
@@ -123,11 +123,11 @@ TEST(OdbcSilenzio, ASqlServerThatSaysNothingBehindTheLoginIsTheDriversOwnTimeOut
       "Port=" +
           std::to_string(server.Port()),
       {seconds(30), seconds(1)});
-  const Fine prima = FineDi([&] { Esegui(*connessione, "SELECT 1"); });
+  const Fine prima = FineDi([&] { EseguiMuto(*connessione, "SELECT 1"); });
   EXPECT_TRUE(prima.inTempo);
   EXPECT_NE(prima.errore.Numero(), 0);
   EXPECT_THAT(prima.errore.Descrizione(), HasSubstr("(HYT00)"));
-  const Fine poi = FineDi([&] { Esegui(*connessione, "SELECT 1"); });
+  const Fine poi = FineDi([&] { EseguiMuto(*connessione, "SELECT 1"); });
   EXPECT_NE(poi.errore.Numero(), 0);
   EXPECT_THAT(prima.errore.Descrizione() + poi.errore.Descrizione(), Not(HasSubstr("pa-ro-la")));
 }

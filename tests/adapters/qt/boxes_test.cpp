@@ -36,7 +36,7 @@ class Caselle : public FinestraVera {
   std::shared_ptr<host::Form> form_;
 };
 
-constexpr const char* kEmoji = "\xF0\x9F\x98\x80";
+constexpr const char* kFaccina = "\xF0\x9F\x98\x80";
 
 std::string Volte(const std::string& testo, int quante) {
   std::string risultato;
@@ -86,10 +86,10 @@ TEST_F(Caselle, UndoingNeverMeetsWhatWasRefused) {
 
 TEST_F(Caselle, AnEmojiCountsAsOneCharacterAndIsNeverCutInTwo) {
   Mostra([](QWidget& finestra) {
-    Incolla(finestra, "TXT_OGGETTO", std::string(98, 'a') + Volte(kEmoji, 5));
-    EXPECT_EQ(Contenuto(finestra, "TXT_OGGETTO"), std::string(98, 'a') + Volte(kEmoji, 2));
-    Incolla(finestra, "TXT_OGGETTO", kEmoji);
-    EXPECT_EQ(Contenuto(finestra, "TXT_OGGETTO"), std::string(98, 'a') + Volte(kEmoji, 2));
+    Incolla(finestra, "TXT_OGGETTO", std::string(98, 'a') + Volte(kFaccina, 5));
+    EXPECT_EQ(Contenuto(finestra, "TXT_OGGETTO"), std::string(98, 'a') + Volte(kFaccina, 2));
+    Incolla(finestra, "TXT_OGGETTO", kFaccina);
+    EXPECT_EQ(Contenuto(finestra, "TXT_OGGETTO"), std::string(98, 'a') + Volte(kFaccina, 2));
   });
 }
 
@@ -150,18 +150,18 @@ TEST_F(Caselle, TheBodyIsLimitedForThePersonAndNotForTheProgram) {
 
 TEST_F(Caselle, AFullBodyTakesNoCharacterOfAnyKindFromTheKeyboard) {
   Mostra([this](QWidget& finestra) {
-    const std::string pieno = Volte(kEmoji, 2000);
+    const std::string pieno = Volte(kFaccina, 2000);
     const auto corpo = Controllo<host::KvlRichTextBox>("TXT_CORPO");
     Incolla(finestra, "TXT_CORPO", pieno + "x");
     EXPECT_TRUE(corpo->Text() == pieno);  // too long to be shown
     auto& casella = Trova(finestra, "TXT_CORPO");
-    for (const char* scritto : {"a", kEmoji, "\u200F", "\u200D", "\uE000", "è"}) {
+    for (const char* scritto : {"a", kFaccina, "\u200F", "\u200D", "\uE000", "è"}) {
       QTest::sendKeyEvent(QTest::Click, &casella, Qt::Key_unknown, QString::fromUtf8(scritto),
                           Qt::NoModifier);
       EXPECT_TRUE(corpo->Text() == pieno) << scritto;
     }
     QTest::keyClick(&casella, Qt::Key_Backspace);
-    QTest::sendKeyEvent(QTest::Click, &casella, Qt::Key_unknown, QString::fromUtf8(kEmoji), Qt::NoModifier);
+    QTest::sendKeyEvent(QTest::Click, &casella, Qt::Key_unknown, QString::fromUtf8(kFaccina), Qt::NoModifier);
     EXPECT_TRUE(corpo->Text() == pieno);
   });
 }

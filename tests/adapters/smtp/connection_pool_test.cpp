@@ -1,6 +1,7 @@
 // Connections kept for the next message: which message may use them, when they end, and that nothing of one
 // message shows in another.
 #include "smtp/connection_pool.h"
+#include "adapters/smtp/dialogue.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -44,15 +45,8 @@ using support::ThenReset;
 using support::ThenStall;
 using testing::ElementsAre;
 
-using Script = std::vector<Step>;
 using Pool = std::shared_ptr<ConnectionPool>;
 
-Script operator+(Script left, const Script& right) {
-  left.insert(left.end(), right.begin(), right.end());
-  return left;
-}
-
-const Script kHello = {Say("220 pronto"), On("EHLO prova.example.test", "250 salve")};
 const Script kPipelining = {Say("220 pronto"), On("EHLO prova.example.test", "250-salve\r\n250 PIPELINING")};
 const Script kSender = {On("MAIL FROM:<ditta@rossi.it>", "250 Ok")};
 const Script kRecipients = {On("RCPT TO:<mario@bianchi.it>", "250 Ok"),

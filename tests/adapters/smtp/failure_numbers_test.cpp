@@ -13,6 +13,7 @@
 #include <tuple>
 #include <vector>
 
+#include "adapters/smtp/dialogue.h"
 #include "adapters/smtp/name_lookup.h"
 #include "adapters/smtp/outgoing.h"
 #include "smtp/smtp_component.h"
@@ -35,31 +36,25 @@ using support::ThenReset;
 using support::ThenStall;
 using testing::HasSubstr;
 
-using Script = std::vector<Step>;
-
-Script operator+(Script left, const Script& right) {
-  left.insert(left.end(), right.begin(), right.end());
-  return left;
-}
-
 // The road to each stage, as it goes well.
-const Script kGreeting = {Say("220-prova.example.test\r\n220 ESMTP pronto")};
-const Script kHello =
-    kGreeting + Script{On("EHLO prova.example.test", "250-salve\r\n250-SIZE 99\r\n250 8BITMIME")};
-const Script kPipelining = kGreeting + Script{On("EHLO prova.example.test", "250-salve\r\n250 PIPELINING")};
-const Script kSender = {On("MAIL FROM:<ditta@rossi.it>", "250 2.1.0 Ok")};
-const Script kRecipients = {On("RCPT TO:<mario@bianchi.it>", "250 2.1.5 Ok"),
-                            On("RCPT TO:<anna@verdi.it>", "251 inoltrato")};
-const Script kEnvelope = kSender + kRecipients;
-const Script kData = {On("DATA", "354-avanti\r\n354 fine con un punto")};
-const Script kMessage = kData + Script{Body("250 2.0.0 preso")};
+const Script kRoadGreeting = {Say("220-prova.example.test\r\n220 ESMTP pronto")};
+const Script kRoadHello =
+    kRoadGreeting + Script{On("EHLO prova.example.test", "250-salve\r\n250-SIZE 99\r\n250 8BITMIME")};
+const Script kRoadPipelining =
+    kRoadGreeting + Script{On("EHLO prova.example.test", "250-salve\r\n250 PIPELINING")};
+const Script kRoadSender = {On("MAIL FROM:<ditta@rossi.it>", "250 2.1.0 Ok")};
+const Script kRoadRecipients = {On("RCPT TO:<mario@bianchi.it>", "250 2.1.5 Ok"),
+                                On("RCPT TO:<anna@verdi.it>", "251 inoltrato")};
+const Script kRoadEnvelope = kRoadSender + kRoadRecipients;
+const Script kRoadData = {On("DATA", "354-avanti\r\n354 fine con un punto")};
+const Script kRoadMessage = kRoadData + Script{Body("250 2.0.0 preso")};
 
 Script WithAuth(const std::string& mechanisms, const Script& rest) {
-  return kGreeting + Script{On("EHLO prova.example.test", "250-salve\r\n250 AUTH " + mechanisms)} + rest;
+  return kRoadGreeting + Script{On("EHLO prova.example.test", "250-salve\r\n250 AUTH " + mechanisms)} + rest;
 }
 
 Script WithTls(const Script& rest) {
-  return kGreeting + Script{On("EHLO prova.example.test", "250-salve\r\n250 STARTTLS")} + rest;
+  return kRoadGreeting + Script{On("EHLO prova.example.test", "250-salve\r\n250 STARTTLS")} + rest;
 }
 
 struct Fault {
@@ -96,7 +91,7 @@ const std::vector<Fault> kFaults = {
     {"GreetingGarbage",
      {ThenDrop(Say("HTTP/1.1 400 Bad Request\r\nServer: altro"))},
      ErrorNumber::kConnection},
-    {"StarttlsNotOffered", kHello, ErrorNumber::kConnection, true},
+    {"StarttlsNotOffered", kRoadHello, ErrorNumber::kConnection, true},
     {"StarttlsRefused", WithTls({On("STARTTLS", "454 non ora")}), ErrorNumber::kConnection, true},
     {"StarttlsDropped", WithTls({ThenDrop(On("STARTTLS", "220 avanti"))}), ErrorNumber::kConnection, true},
     {"StarttlsDroppedBeforeTheReply", WithTls({ThenDrop(On("STARTTLS", ""))}), ErrorNumber::kConnection,
@@ -104,14 +99,15 @@ const std::vector<Fault> kFaults = {
     {"HandshakeGarbage", WithTls({ThenDrop(On("STARTTLS", "220 avanti\r\nche cosa?"))}),
      ErrorNumber::kConnection, true},
     // EHLO and HELO.
-    {"HelloRefused", kGreeting + Script{On("EHLO *", "502 eh?"), On("HELO prova.example.test", "550 no")},
+    {"HelloRefused", kRoadGreeting + Script{On("EHLO *", "502 eh?"), On("HELO prova.example.test", "550 no")},
      ErrorNumber::kHello},
-    {"EhloDropped", kGreeting + Script{ThenDrop(On("EHLO *", ""))}, ErrorNumber::kHello},
-    {"EhloReset", kGreeting + Script{ThenReset(On("EHLO *", "250-salve"))}, ErrorNumber::kHello},
-    {"EhloGarbage", kGreeting + Script{ThenDrop(On("EHLO *", "benvenuto!"))}, ErrorNumber::kHello},
-    {"HeloDropped", kGreeting + Script{On("EHLO *", "502 eh?"), ThenDrop(On("HELO *", ""))},
+    {"EhloDropped", kRoadGreeting + Script{ThenDrop(On("EHLO *", ""))}, ErrorNumber::kHello},
+    {"EhloReset", kRoadGreeting + Script{ThenReset(On("EHLO *", "250-salve"))}, ErrorNumber::kHello},
+    {"EhloGarbage", kRoadGreeting + Script{ThenDrop(On("EHLO *", "benvenuto!"))}, ErrorNumber::kHello},
+    {"HeloDropped", kRoadGreeting + Script{On("EHLO *", "502 eh?"), ThenDrop(On("HELO *", ""))},
      ErrorNumber::kHello},
-    {"HelloRefusedWhereTlsIsNeeded", kGreeting + Script{On("EHLO *", "502 eh?")}, ErrorNumber::kHello, true},
+    {"HelloRefusedWhereTlsIsNeeded", kRoadGreeting + Script{On("EHLO *", "502 eh?")}, ErrorNumber::kHello,
+     true},
     // Authentication.
     {"PasswordRefused",
      WithAuth("PLAIN", {On("AUTH PLAIN", "334 "), On("*", "535-5.7.8 no\r\n535 5.7.8 davvero")}),
@@ -121,99 +117,108 @@ const std::vector<Fault> kFaults = {
     {"PasswordPutOff", WithAuth("PLAIN", {On("AUTH PLAIN", "334 "), On("*", "454 4.7.0 riprova")}),
      ErrorNumber::kAuthentication, false, true},
     {"NoCommonMechanism", WithAuth("GSSAPI NTLM DIGEST-MD5", {}), ErrorNumber::kAuthentication, false, true},
-    {"AuthNotOffered", kHello, ErrorNumber::kAuthentication, false, true},
-    {"AuthNotOfferedAfterHelo", kGreeting + Script{On("EHLO *", "502 eh?"), On("HELO *", "250 salve")},
+    {"AuthNotOffered", kRoadHello, ErrorNumber::kAuthentication, false, true},
+    {"AuthNotOfferedAfterHelo", kRoadGreeting + Script{On("EHLO *", "502 eh?"), On("HELO *", "250 salve")},
      ErrorNumber::kAuthentication, false, true},
     {"AuthDropped", WithAuth("PLAIN", {ThenDrop(On("AUTH PLAIN", ""))}), ErrorNumber::kAuthentication, false,
      true},
     {"AuthDroppedAfterThePassword", WithAuth("PLAIN", {On("AUTH PLAIN", "334 "), ThenReset(On("*", ""))}),
      ErrorNumber::kAuthentication, false, true},
-    {"MailNeedsAuth", kHello + Script{On("MAIL FROM:*", "530 5.7.0 prima autenticarsi")},
+    {"MailNeedsAuth", kRoadHello + Script{On("MAIL FROM:*", "530 5.7.0 prima autenticarsi")},
      ErrorNumber::kAuthentication},
     {"MailNeedsAuthPipelined",
-     kPipelining + Script{On("MAIL FROM:*", "530 5.7.0 prima autenticarsi"), On("RCPT TO:*", "503 MAIL?"),
-                          On("RCPT TO:*", "503 MAIL?")},
+     kRoadPipelining + Script{On("MAIL FROM:*", "530 5.7.0 prima autenticarsi"), On("RCPT TO:*", "503 MAIL?"),
+                              On("RCPT TO:*", "503 MAIL?")},
      ErrorNumber::kAuthentication},
     // The sender.
-    {"SenderRefused", kHello + Script{On("MAIL FROM:*", "550-5.1.8\r\n550 5.1.8 mittente ignoto")},
+    {"SenderRefused", kRoadHello + Script{On("MAIL FROM:*", "550-5.1.8\r\n550 5.1.8 mittente ignoto")},
      ErrorNumber::kSender},
-    {"SenderPutOff", kHello + Script{On("MAIL FROM:*", "451 riprova")}, ErrorNumber::kSender},
-    {"SenderDropped", kHello + Script{ThenDrop(On("MAIL FROM:*", ""))}, ErrorNumber::kSender},
-    {"SenderReset", kHello + Script{ThenReset(On("MAIL FROM:*", "25"))}, ErrorNumber::kSender},
-    {"SenderGarbage", kHello + Script{ThenDrop(On("MAIL FROM:*", "bene"))}, ErrorNumber::kSender},
-    {"SenderAnsweredLikeData", kHello + Script{On("MAIL FROM:*", "354 avanti")}, ErrorNumber::kSender},
-    {"ClosedWhileIdle", kGreeting + Script{ThenDrop(On("EHLO *", "250 salve\r\n421 chiudo"))},
+    {"SenderPutOff", kRoadHello + Script{On("MAIL FROM:*", "451 riprova")}, ErrorNumber::kSender},
+    {"SenderDropped", kRoadHello + Script{ThenDrop(On("MAIL FROM:*", ""))}, ErrorNumber::kSender},
+    {"SenderReset", kRoadHello + Script{ThenReset(On("MAIL FROM:*", "25"))}, ErrorNumber::kSender},
+    {"SenderGarbage", kRoadHello + Script{ThenDrop(On("MAIL FROM:*", "bene"))}, ErrorNumber::kSender},
+    {"SenderAnsweredLikeData", kRoadHello + Script{On("MAIL FROM:*", "354 avanti")}, ErrorNumber::kSender},
+    {"ClosedWhileIdle", kRoadGreeting + Script{ThenDrop(On("EHLO *", "250 salve\r\n421 chiudo"))},
      ErrorNumber::kSender},
     {"SenderRefusedPipelined",
-     kPipelining +
+     kRoadPipelining +
          Script{On("MAIL FROM:*", "550 no"), On("RCPT TO:*", "503 MAIL?"), On("RCPT TO:*", "503 MAIL?")},
      ErrorNumber::kSender},
-    {"SenderRefusedPipelinedAndDropped", kPipelining + Script{ThenDrop(On("MAIL FROM:*", "421 chiudo"))},
+    {"SenderRefusedPipelinedAndDropped", kRoadPipelining + Script{ThenDrop(On("MAIL FROM:*", "421 chiudo"))},
      ErrorNumber::kSender},
     // The recipients.
-    {"RecipientRefused", kHello + kSender + Script{On("RCPT TO:*", "550 5.1.1 ignoto"), On("RSET", "250 Ok")},
+    {"RecipientRefused",
+     kRoadHello + kRoadSender + Script{On("RCPT TO:*", "550 5.1.1 ignoto"), On("RSET", "250 Ok")},
      ErrorNumber::kRecipients},
     {"SecondRecipientRefused",
-     kHello + kSender +
+     kRoadHello + kRoadSender +
          Script{On("RCPT TO:<mario@bianchi.it>", "250 Ok"), On("RCPT TO:<anna@verdi.it>", "452 piena"),
                 On("RSET", "250 Ok")},
      ErrorNumber::kRecipients},
-    {"RecipientDropped", kHello + kSender + Script{ThenDrop(On("RCPT TO:*", ""))}, ErrorNumber::kRecipients},
-    {"SecondRecipientReset",
-     kHello + kSender + Script{On("RCPT TO:*", "250 Ok"), ThenReset(On("RCPT TO:*", ""))},
+    {"RecipientDropped", kRoadHello + kRoadSender + Script{ThenDrop(On("RCPT TO:*", ""))},
      ErrorNumber::kRecipients},
-    {"RecipientGarbage", kHello + kSender + Script{ThenDrop(On("RCPT TO:*", "999 eh"))},
+    {"SecondRecipientReset",
+     kRoadHello + kRoadSender + Script{On("RCPT TO:*", "250 Ok"), ThenReset(On("RCPT TO:*", ""))},
+     ErrorNumber::kRecipients},
+    {"RecipientGarbage", kRoadHello + kRoadSender + Script{ThenDrop(On("RCPT TO:*", "999 eh"))},
      ErrorNumber::kRecipients},
     {"FirstRecipientRefusedPipelined",
-     kPipelining + kSender +
+     kRoadPipelining + kRoadSender +
          Script{On("RCPT TO:*", "550 5.1.1 ignoto"), On("RCPT TO:*", "250 Ok"), On("RSET", "250 Ok")},
      ErrorNumber::kRecipients},
-    {"RecipientDroppedPipelined", kPipelining + kSender + Script{ThenDrop(On("RCPT TO:*", "250 Ok"))},
+    {"RecipientDroppedPipelined", kRoadPipelining + kRoadSender + Script{ThenDrop(On("RCPT TO:*", "250 Ok"))},
      ErrorNumber::kRecipients},
     // The data.
-    {"DataRefused", kHello + kEnvelope + Script{On("DATA", "554 no")}, ErrorNumber::kData},
-    {"DataPutOff", kHello + kEnvelope + Script{On("DATA", "451-non\r\n451 ora")}, ErrorNumber::kData},
-    {"DataDropped", kHello + kEnvelope + Script{ThenDrop(On("DATA", ""))}, ErrorNumber::kData},
-    {"DataGarbage", kHello + kEnvelope + Script{ThenDrop(On("DATA", "?"))}, ErrorNumber::kData},
-    {"DataAnsweredLikeACommand", kHello + kEnvelope + Script{On("DATA", "250 fatto")}, ErrorNumber::kData},
-    {"BodyReset", kHello + kEnvelope + Script{ThenReset(On("DATA", "354 avanti"))}, ErrorNumber::kData, false,
-     false, std::nullopt},
-    {"MessageRefused", kHello + kEnvelope + kData + Script{Body("552-troppo\r\n552 grande")},
+    {"DataRefused", kRoadHello + kRoadEnvelope + Script{On("DATA", "554 no")}, ErrorNumber::kData},
+    {"DataPutOff", kRoadHello + kRoadEnvelope + Script{On("DATA", "451-non\r\n451 ora")}, ErrorNumber::kData},
+    {"DataDropped", kRoadHello + kRoadEnvelope + Script{ThenDrop(On("DATA", ""))}, ErrorNumber::kData},
+    {"DataGarbage", kRoadHello + kRoadEnvelope + Script{ThenDrop(On("DATA", "?"))}, ErrorNumber::kData},
+    {"DataAnsweredLikeACommand", kRoadHello + kRoadEnvelope + Script{On("DATA", "250 fatto")},
      ErrorNumber::kData},
-    {"MessagePutOff", kHello + kEnvelope + kData + Script{Body("451 riprova")}, ErrorNumber::kData},
-    {"MessageDropped", kHello + kEnvelope + kData + Script{ThenDrop(Body(""))}, ErrorNumber::kData, false,
-     false, true},
-    {"MessageReset", kHello + kEnvelope + kData + Script{ThenReset(Body("25"))}, ErrorNumber::kData, false,
-     false, true},
-    {"MessageGarbage", kHello + kEnvelope + kData + Script{ThenDrop(Body("preso"))}, ErrorNumber::kData,
-     false, false, true},
-    {"MessageDroppedPipelined", kPipelining + kEnvelope + kData + Script{ThenDrop(Body(""))},
+    {"BodyReset", kRoadHello + kRoadEnvelope + Script{ThenReset(On("DATA", "354 avanti"))},
+     ErrorNumber::kData, false, false, std::nullopt},
+    {"MessageRefused", kRoadHello + kRoadEnvelope + kRoadData + Script{Body("552-troppo\r\n552 grande")},
+     ErrorNumber::kData},
+    {"MessagePutOff", kRoadHello + kRoadEnvelope + kRoadData + Script{Body("451 riprova")},
+     ErrorNumber::kData},
+    {"MessageDropped", kRoadHello + kRoadEnvelope + kRoadData + Script{ThenDrop(Body(""))},
+     ErrorNumber::kData, false, false, true},
+    {"MessageReset", kRoadHello + kRoadEnvelope + kRoadData + Script{ThenReset(Body("25"))},
+     ErrorNumber::kData, false, false, true},
+    {"MessageGarbage", kRoadHello + kRoadEnvelope + kRoadData + Script{ThenDrop(Body("preso"))},
+     ErrorNumber::kData, false, false, true},
+    {"MessageDroppedPipelined", kRoadPipelining + kRoadEnvelope + kRoadData + Script{ThenDrop(Body(""))},
      ErrorNumber::kData, false, false, true},
     // RSET.
-    {"ResetRefused", kHello + kSender + Script{On("RCPT TO:*", "550 no"), On("RSET", "502-eh\r\n502 eh?")},
+    {"ResetRefused",
+     kRoadHello + kRoadSender + Script{On("RCPT TO:*", "550 no"), On("RSET", "502-eh\r\n502 eh?")},
      ErrorNumber::kReset},
-    {"ResetDropped", kHello + kSender + Script{On("RCPT TO:*", "550 no"), ThenDrop(On("RSET", ""))},
+    {"ResetDropped", kRoadHello + kRoadSender + Script{On("RCPT TO:*", "550 no"), ThenDrop(On("RSET", ""))},
      ErrorNumber::kReset},
-    {"ResetGarbage", kHello + kSender + Script{On("RCPT TO:*", "550 no"), ThenDrop(On("RSET", "ok"))},
+    {"ResetGarbage", kRoadHello + kRoadSender + Script{On("RCPT TO:*", "550 no"), ThenDrop(On("RSET", "ok"))},
      ErrorNumber::kReset},
     // No fault, or none that counts.
-    {"AllWell", kHello + kEnvelope + kMessage + Script{On("QUIT", "221 ciao")}, ErrorNumber::kNone},
-    {"AllWellPipelined", kPipelining + kEnvelope + kMessage + Script{On("QUIT", "221 ciao")},
+    {"AllWell", kRoadHello + kRoadEnvelope + kRoadMessage + Script{On("QUIT", "221 ciao")},
+     ErrorNumber::kNone},
+    {"AllWellPipelined", kRoadPipelining + kRoadEnvelope + kRoadMessage + Script{On("QUIT", "221 ciao")},
      ErrorNumber::kNone},
     {"EhloRefusedButHeloTaken",
-     kGreeting + Script{On("EHLO *", "502 eh?"), On("HELO prova.example.test", "250 salve")} + kEnvelope +
-         kMessage,
+     kRoadGreeting + Script{On("EHLO *", "502 eh?"), On("HELO prova.example.test", "250 salve")} +
+         kRoadEnvelope + kRoadMessage,
      ErrorNumber::kNone},
     {"Authenticated",
      WithAuth("LOGIN PLAIN",
               {On("AUTH PLAIN", "334 "), On("AHV0ZW50ZUByb3NzaS5pdABwYXJvbGEtZCdvcmRpbmU=", "235 Ok")}) +
-         kEnvelope + kMessage,
+         kRoadEnvelope + kRoadMessage,
      ErrorNumber::kNone, false, true},
-    {"QuitRefused", kHello + kEnvelope + kMessage + Script{On("QUIT", "500 resta")}, ErrorNumber::kNone},
-    {"QuitDropped", kHello + kEnvelope + kMessage + Script{ThenDrop(On("QUIT", ""))}, ErrorNumber::kNone},
-    {"QuitReset", kHello + kEnvelope + kMessage + Script{ThenReset(On("QUIT", ""))}, ErrorNumber::kNone},
-    {"DroppedAfterTheFinalReply", kHello + kEnvelope + kData + Script{ThenDrop(Body("250 preso"))},
+    {"QuitRefused", kRoadHello + kRoadEnvelope + kRoadMessage + Script{On("QUIT", "500 resta")},
      ErrorNumber::kNone},
+    {"QuitDropped", kRoadHello + kRoadEnvelope + kRoadMessage + Script{ThenDrop(On("QUIT", ""))},
+     ErrorNumber::kNone},
+    {"QuitReset", kRoadHello + kRoadEnvelope + kRoadMessage + Script{ThenReset(On("QUIT", ""))},
+     ErrorNumber::kNone},
+    {"DroppedAfterTheFinalReply",
+     kRoadHello + kRoadEnvelope + kRoadData + Script{ThenDrop(Body("250 preso"))}, ErrorNumber::kNone},
 };
 
 class FailureNumbers : public testing::TestWithParam<std::tuple<Fault, Pace>> {};
@@ -244,23 +249,26 @@ const std::vector<Fault> kStalls = {
     {"HalfAGreeting", {ThenStall(Say("220-salve"))}, ErrorNumber::kConnection},
     {"Starttls", WithTls({ThenStall(On("STARTTLS", ""))}), ErrorNumber::kConnection, true},
     {"Handshake", WithTls({ThenStall(On("STARTTLS", "220 avanti"))}), ErrorNumber::kConnection, true},
-    {"Ehlo", kGreeting + Script{ThenStall(On("EHLO *", ""))}, ErrorNumber::kHello},
-    {"HalfAnEhloReply", kGreeting + Script{ThenStall(On("EHLO *", "250-salve"))}, ErrorNumber::kHello},
-    {"Helo", kGreeting + Script{On("EHLO *", "502 eh?"), ThenStall(On("HELO *", ""))}, ErrorNumber::kHello},
+    {"Ehlo", kRoadGreeting + Script{ThenStall(On("EHLO *", ""))}, ErrorNumber::kHello},
+    {"HalfAnEhloReply", kRoadGreeting + Script{ThenStall(On("EHLO *", "250-salve"))}, ErrorNumber::kHello},
+    {"Helo", kRoadGreeting + Script{On("EHLO *", "502 eh?"), ThenStall(On("HELO *", ""))},
+     ErrorNumber::kHello},
     {"Auth", WithAuth("PLAIN", {ThenStall(On("AUTH PLAIN", ""))}), ErrorNumber::kAuthentication, false, true},
     {"Password", WithAuth("PLAIN", {On("AUTH PLAIN", "334 "), ThenStall(On("*", ""))}),
      ErrorNumber::kAuthentication, false, true},
-    {"Sender", kHello + Script{ThenStall(On("MAIL FROM:*", ""))}, ErrorNumber::kSender},
-    {"SenderPipelined", kPipelining + Script{ThenStall(On("MAIL FROM:*", ""))}, ErrorNumber::kSender},
-    {"Recipient", kHello + kSender + Script{ThenStall(On("RCPT TO:*", "250-"))}, ErrorNumber::kRecipients},
-    {"RecipientPipelined", kPipelining + kSender + Script{ThenStall(On("RCPT TO:*", "250 Ok"))},
+    {"Sender", kRoadHello + Script{ThenStall(On("MAIL FROM:*", ""))}, ErrorNumber::kSender},
+    {"SenderPipelined", kRoadPipelining + Script{ThenStall(On("MAIL FROM:*", ""))}, ErrorNumber::kSender},
+    {"Recipient", kRoadHello + kRoadSender + Script{ThenStall(On("RCPT TO:*", "250-"))},
      ErrorNumber::kRecipients},
-    {"Data", kHello + kEnvelope + Script{ThenStall(On("DATA", ""))}, ErrorNumber::kData},
-    {"EndOfData", kHello + kEnvelope + kData + Script{ThenStall(Body(""))}, ErrorNumber::kData, false, false,
-     true},
-    {"Reset", kHello + kSender + Script{On("RCPT TO:*", "550 no"), ThenStall(On("RSET", ""))},
+    {"RecipientPipelined", kRoadPipelining + kRoadSender + Script{ThenStall(On("RCPT TO:*", "250 Ok"))},
+     ErrorNumber::kRecipients},
+    {"Data", kRoadHello + kRoadEnvelope + Script{ThenStall(On("DATA", ""))}, ErrorNumber::kData},
+    {"EndOfData", kRoadHello + kRoadEnvelope + kRoadData + Script{ThenStall(Body(""))}, ErrorNumber::kData,
+     false, false, true},
+    {"Reset", kRoadHello + kRoadSender + Script{On("RCPT TO:*", "550 no"), ThenStall(On("RSET", ""))},
      ErrorNumber::kReset},
-    {"Quit", kHello + kEnvelope + kMessage + Script{ThenStall(On("QUIT", ""))}, ErrorNumber::kNone},
+    {"Quit", kRoadHello + kRoadEnvelope + kRoadMessage + Script{ThenStall(On("QUIT", ""))},
+     ErrorNumber::kNone},
 };
 
 SmtpOptions Impatient() {
@@ -294,7 +302,7 @@ class LargeMessage : public testing::Test {
 };
 
 TEST_F(LargeMessage, AServerThatStopsReadingEndsTheDeliveryInTime) {
-  ScriptedServer server(kHello + kEnvelope + Script{ThenDeafen(On("DATA", "354 avanti"))});
+  ScriptedServer server(kRoadHello + kRoadEnvelope + Script{ThenDeafen(On("DATA", "354 avanti"))});
   const auto component = MessageFor({}, server, Impatient());
   component->AddAttachment(large_);
   EXPECT_EQ(Sent(*component), 5);
@@ -302,7 +310,7 @@ TEST_F(LargeMessage, AServerThatStopsReadingEndsTheDeliveryInTime) {
 }
 
 TEST_F(LargeMessage, AServerThatSaysNoAndStopsReadingIsHeard) {
-  ScriptedServer server(kHello + kEnvelope +
+  ScriptedServer server(kRoadHello + kRoadEnvelope +
                         Script{ThenDeafen(On("DATA", "354 avanti\r\n552 troppo grande"))});
   const auto component = MessageFor({}, server, Quick());
   component->AddAttachment(large_);
@@ -314,7 +322,7 @@ TEST_F(LargeMessage, AServerThatSaysNoAndStopsReadingIsHeard) {
 }
 
 TEST_F(LargeMessage, AServerThatSaysNoInTheMiddleIsHeard) {
-  ScriptedServer server(kHello + kEnvelope +
+  ScriptedServer server(kRoadHello + kRoadEnvelope +
                         Script{On("DATA", "354 avanti"), ThenDeafen(On("From:*", "552 basta"))});
   const auto component = MessageFor({}, server, Quick());
   component->AddAttachment(large_);
@@ -326,7 +334,7 @@ TEST_F(LargeMessage, AServerThatSaysNoInTheMiddleIsHeard) {
 }
 
 TEST_F(LargeMessage, AServerThatDropsTheConnectionInTheMiddleEndsTheDelivery) {
-  ScriptedServer server(kHello + kEnvelope + Script{ThenDrop(On("DATA", "354 avanti"))});
+  ScriptedServer server(kRoadHello + kRoadEnvelope + Script{ThenDrop(On("DATA", "354 avanti"))});
   const auto component = MessageFor({}, server, Quick());
   component->AddAttachment(large_);
   EXPECT_EQ(Sent(*component), 5);
@@ -336,7 +344,7 @@ TEST_F(LargeMessage, AServerThatDropsTheConnectionInTheMiddleEndsTheDelivery) {
 
 TEST_F(LargeMessage, AFileThatVanishesAfterAttachingLeavesNoTorso) {
   const auto vanish = [this] { std::filesystem::remove(large_); };
-  ScriptedServer server(kHello + kEnvelope + Script{On("DATA", vanish, "354 avanti"), BrokenBody()});
+  ScriptedServer server(kRoadHello + kRoadEnvelope + Script{On("DATA", vanish, "354 avanti"), BrokenBody()});
   const auto component = MessageFor({}, server, Quick());
   component->AddAttachment(large_);
   EXPECT_EQ(Sent(*component), 5);
@@ -346,7 +354,7 @@ TEST_F(LargeMessage, AFileThatVanishesAfterAttachingLeavesNoTorso) {
 
 TEST_F(LargeMessage, AFileThatShrinksWhileItLeavesLeavesNoTorso) {
   const auto shrink = [this] { std::filesystem::resize_file(large_, 1000); };
-  ScriptedServer server(kHello + kEnvelope + Script{On("DATA", "354 avanti"), BrokenBody(shrink)});
+  ScriptedServer server(kRoadHello + kRoadEnvelope + Script{On("DATA", "354 avanti"), BrokenBody(shrink)});
   const auto component = MessageFor({}, server, Quick());
   component->AddAttachment(large_);
   EXPECT_EQ(Sent(*component), 5);
@@ -394,7 +402,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& test) { return test.param.label; });
 
 TEST(ServerNames, BlanksAroundANameDoNotCount) {
-  ScriptedServer server(kHello + kEnvelope + kMessage);
+  ScriptedServer server(kRoadHello + kRoadEnvelope + kRoadMessage);
   const auto component = MessageFor({}, server, Quick());
   component->ServerAddr("  mail.example.test ");
   EXPECT_EQ(Sent(*component), -1) << component->LastFailure();
@@ -402,7 +410,7 @@ TEST(ServerNames, BlanksAroundANameDoNotCount) {
 }
 
 TEST(ServerNames, AccentsAreLookedUpInTheAsciiForm) {
-  ScriptedServer server(kHello + kEnvelope + kMessage);
+  ScriptedServer server(kRoadHello + kRoadEnvelope + kRoadMessage);
   const auto component = MessageFor({}, server, Quick());
   component->ServerAddr("posta.società.example.test");
   EXPECT_EQ(Sent(*component), -1) << component->LastFailure();
@@ -459,7 +467,7 @@ TEST(Connections, PortZeroGivesZero) {
 // -----------------------------------------------------------------------------------
 
 TEST(RefusedRecipients, TheReasonNamesEachOfThem) {
-  ScriptedServer server(kPipelining + kSender +
+  ScriptedServer server(kRoadPipelining + kRoadSender +
                         Script{On("RCPT TO:<mario@bianchi.it>", "550 5.1.1 ignoto"),
                                On("RCPT TO:<anna@verdi.it>", "452 4.2.2 piena"), On("RSET", "250 Ok")});
   const auto component = MessageFor({}, server, Quick());
@@ -472,13 +480,13 @@ TEST(RefusedRecipients, TheReasonNamesEachOfThem) {
 TEST(Replies, OneWithoutEndIsGivenUp) {
   std::string endless;
   for (int i = 0; i < 5000; ++i) endless += "250-" + std::string(60, 'x') + "\r\n";
-  ScriptedServer server(kHello + Script{On("MAIL FROM:*", endless)});
+  ScriptedServer server(kRoadHello + Script{On("MAIL FROM:*", endless)});
   const auto component = MessageFor({}, server, Quick());
   EXPECT_EQ(Sent(*component), 3);
 }
 
 TEST(Replies, ALineWithoutEndIsGivenUp) {
-  ScriptedServer server(kHello + Script{ThenStall(On("MAIL FROM:*", std::string(200'000, '2')))});
+  ScriptedServer server(kRoadHello + Script{ThenStall(On("MAIL FROM:*", std::string(200'000, '2')))});
   const auto component = MessageFor({}, server, Quick());
   EXPECT_EQ(Sent(*component), 3);
 }

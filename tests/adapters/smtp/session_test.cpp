@@ -1,5 +1,6 @@
 // What is done while the server thinks over the envelope.
 #include "smtp/session.h"
+#include "adapters/smtp/dialogue.h"
 
 #include <gtest/gtest.h>
 
@@ -25,17 +26,9 @@ using support::ScriptedServer;
 using support::Step;
 using support::ThenDrop;
 
-using Script = std::vector<Step>;
-
-Script operator+(Script left, const Script& right) {
-  left.insert(left.end(), right.begin(), right.end());
-  return left;
-}
-
-const Script kHello = {Say("220 pronto"), On("EHLO prova.example.test", "250 salve")};
-const Script kRecipients = {On("RCPT TO:<anna@verdi.it>", "250 Ok"),
-                            On("RCPT TO:<mario@bianchi.it>", "250 Ok")};
-const Script kMessage = {On("DATA", "354 avanti"), Body("250 preso")};
+const Script kAnnaAndMario = {On("RCPT TO:<anna@verdi.it>", "250 Ok"),
+                              On("RCPT TO:<mario@bianchi.it>", "250 Ok")};
+const Script kTaken = {On("DATA", "354 avanti"), Body("250 preso")};
 
 /// A delivery to two recipients, and what of it took place.
 struct Delivery {
@@ -71,8 +64,8 @@ TEST(Meanwhile, IsBeforeTheServerHasAnswered) {
   const auto hold = [&] {
     EXPECT_EQ(passed.get_future().wait_for(std::chrono::seconds(10)), std::future_status::ready);
   };
-  ScriptedServer server(kHello + Script{On("MAIL FROM:<ditta@rossi.it>", hold, "250 Ok")} + kRecipients +
-                        kMessage);
+  ScriptedServer server(kHello + Script{On("MAIL FROM:<ditta@rossi.it>", hold, "250 Ok")} + kAnnaAndMario +
+                        kTaken);
   Delivery delivery;
   delivery.To(server, [&] { passed.set_value(); });
   EXPECT_EQ(delivery.failure, std::nullopt);
@@ -81,7 +74,7 @@ TEST(Meanwhile, IsBeforeTheServerHasAnswered) {
 }
 
 TEST(Meanwhile, ComesOnceHoweverManyCommandsWaitForTheirReplies) {
-  ScriptedServer server(kHello + Script{On("MAIL FROM:<ditta@rossi.it>", "250 Ok")} + kRecipients + kMessage);
+  ScriptedServer server(kHello + Script{On("MAIL FROM:<ditta@rossi.it>", "250 Ok")} + kAnnaAndMario + kTaken);
   Delivery delivery;
   delivery.To(server);
   EXPECT_EQ(delivery.failure, std::nullopt);

@@ -30,7 +30,7 @@ std::string Id(unsigned numero) {
   return std::string(32 - cifre.size(), 'A') + cifre;
 }
 
-std::string Riga(const std::string& id, const std::string& evento, const std::string& classe = "Mittente") {
+std::string Evento(const std::string& id, const std::string& evento, const std::string& classe = "Mittente") {
   return "QLNA:|" + id + "|" + evento + "|ORVE_MAILSERVER|" + classe + "\n";
 }
 
@@ -87,8 +87,8 @@ TEST(ControlloTraccia, AnEmptyTraceHoldsNothing) {
 }
 
 TEST(ControlloTraccia, BirthAndDeathPairByTheirIdentifier) {
-  const ControlloTraccia controllo = Controllato(Riga(Id(1), "INI") + Riga(Id(2), "INI", "Destinatario") +
-                                                 Riga(Id(1), "TER") + Riga(Id(2), "TER", "Destinatario"));
+  const ControlloTraccia controllo = Controllato(Evento(Id(1), "INI") + Evento(Id(2), "INI", "Destinatario") +
+                                                 Evento(Id(1), "TER") + Evento(Id(2), "TER", "Destinatario"));
   EXPECT_EQ(controllo.Creati(), 2U);
   EXPECT_EQ(controllo.Rilasciati(), 2U);
   EXPECT_EQ(QuantiMaiRilasciati(controllo), 0U);
@@ -97,8 +97,8 @@ TEST(ControlloTraccia, BirthAndDeathPairByTheirIdentifier) {
 
 TEST(ControlloTraccia, WhatIsNeverReleasedIsListedByClassWithItsLine) {
   const ControlloTraccia controllo =
-      Controllato(Riga(Id(1), "INI") + Riga(Id(2), "INI", "Destinatario") + Riga(Id(3), "INI") +
-                  Riga(Id(4), "INI") + Riga(Id(3), "TER"));
+      Controllato(Evento(Id(1), "INI") + Evento(Id(2), "INI", "Destinatario") + Evento(Id(3), "INI") +
+                  Evento(Id(4), "INI") + Evento(Id(3), "TER"));
   EXPECT_THAT(RigheMaiRilasciate(controllo, "Mittente"), ElementsAre(1U, 4U));
   EXPECT_THAT(RigheMaiRilasciate(controllo, "Destinatario"), ElementsAre(2U));
   EXPECT_EQ(controllo.NumeroAnomalie(), 0U);
@@ -107,16 +107,17 @@ TEST(ControlloTraccia, WhatIsNeverReleasedIsListedByClassWithItsLine) {
 TEST(ControlloTraccia, EveryClassThatTracesIsKnown) {
   for (const std::string classe : {"CollMittenti", "Mittente", "FRMRW_OPZMAIL", "CLSFW_MAILSERVER",
                                    "CollDestinatari", "Destinatario", "FRMFW_MAILPARAMS"}) {
-    EXPECT_THAT(RigheMaiRilasciate(Controllato(Riga(Id(1), "INI", classe)), classe), ElementsAre(1U))
+    EXPECT_THAT(RigheMaiRilasciate(Controllato(Evento(Id(1), "INI", classe)), classe), ElementsAre(1U))
         << classe;
   }
 }
 
 TEST(ControlloTraccia, SeveralProgramsMayMixTheirLines) {
   std::string testo;
-  for (unsigned i = 0; i < 100; ++i) testo += Riga(Id(i), "INI") + Riga(Id(1000 + i), "INI", "Destinatario");
-  for (unsigned i = 100; i > 0; --i) testo += Riga(Id(i - 1), "TER");
-  for (unsigned i = 0; i < 99; ++i) testo += Riga(Id(1000 + i), "TER", "Destinatario");
+  for (unsigned i = 0; i < 100; ++i)
+    testo += Evento(Id(i), "INI") + Evento(Id(1000 + i), "INI", "Destinatario");
+  for (unsigned i = 100; i > 0; --i) testo += Evento(Id(i - 1), "TER");
+  for (unsigned i = 0; i < 99; ++i) testo += Evento(Id(1000 + i), "TER", "Destinatario");
   const ControlloTraccia controllo = Controllato(testo);
   EXPECT_THAT(RigheMaiRilasciate(controllo, "Destinatario"), ElementsAre(200U));
   EXPECT_THAT(RigheMaiRilasciate(controllo, "Mittente"), IsEmpty());
@@ -134,14 +135,14 @@ TEST(ControlloTraccia, LinesMayEndAsOnAnyPlatformAndTheLastOneNotAtAll) {
 
 TEST(ControlloTraccia, TheSystemLogsOwnTextInFrontIsNoHindrance) {
   const std::string testa = "Nov 21 20:12:41 pc orve-mail[12]: ";
-  const ControlloTraccia controllo = Controllato(testa + Riga(Id(1), "INI") + testa + Riga(Id(1), "TER"));
+  const ControlloTraccia controllo = Controllato(testa + Evento(Id(1), "INI") + testa + Evento(Id(1), "TER"));
   EXPECT_EQ(controllo.Rilasciati(), 1U);
   EXPECT_EQ(controllo.Estranee(), 0U);
 }
 
 TEST(ControlloTraccia, LinesOfOthersAreCountedAndNotLookedAt) {
   const ControlloTraccia controllo = Controllato("un altro programma\nQLNA:\nQLNA:|" + Id(1) +
-                                                 "|INI|ALTRO_PROGETTO|Classe\n" + Riga(Id(1), "INI"));
+                                                 "|INI|ALTRO_PROGETTO|Classe\n" + Evento(Id(1), "INI"));
   EXPECT_EQ(controllo.Estranee(), 3U);
   EXPECT_EQ(controllo.NumeroAnomalie(), 0U);
   EXPECT_THAT(RigheMaiRilasciate(controllo, "Mittente"), ElementsAre(4U));
@@ -164,7 +165,7 @@ TEST(ControlloTraccia, AMalformedLineIsToldWithItsNumberAndPairsWithNothing) {
   };
   for (const std::string& malformata : malformate) {
     const ControlloTraccia controllo =
-        Controllato(Riga(Id(9), "INI") + malformata + "\n" + Riga(Id(9), "TER"));
+        Controllato(Evento(Id(9), "INI") + malformata + "\n" + Evento(Id(9), "TER"));
     ASSERT_THAT(controllo.Anomalie(), SizeIs(1)) << malformata;
     EXPECT_EQ(controllo.Anomalie()[0].riga, 2U);
     EXPECT_EQ(controllo.Anomalie()[0].testo, "riga di traccia malformata");
@@ -174,7 +175,7 @@ TEST(ControlloTraccia, AMalformedLineIsToldWithItsNumberAndPairsWithNothing) {
 
 TEST(ControlloTraccia, ADeathTwiceIsToldAndCountsOnce) {
   const ControlloTraccia controllo =
-      Controllato(Riga(Id(1), "INI") + Riga(Id(1), "TER") + Riga(Id(1), "TER"));
+      Controllato(Evento(Id(1), "INI") + Evento(Id(1), "TER") + Evento(Id(1), "TER"));
   EXPECT_EQ(controllo.Rilasciati(), 1U);
   ASSERT_THAT(controllo.Anomalie(), SizeIs(1));
   EXPECT_EQ(controllo.Anomalie()[0].riga, 3U);
@@ -183,7 +184,7 @@ TEST(ControlloTraccia, ADeathTwiceIsToldAndCountsOnce) {
 
 TEST(ControlloTraccia, ABirthTwiceIsToldAndCountsOnce) {
   const ControlloTraccia controllo =
-      Controllato(Riga(Id(1), "INI") + Riga(Id(1), "INI") + Riga(Id(1), "TER"));
+      Controllato(Evento(Id(1), "INI") + Evento(Id(1), "INI") + Evento(Id(1), "TER"));
   EXPECT_EQ(controllo.Creati(), 1U);
   EXPECT_EQ(QuantiMaiRilasciati(controllo), 0U);
   ASSERT_THAT(controllo.Anomalie(), SizeIs(1));
@@ -191,15 +192,15 @@ TEST(ControlloTraccia, ABirthTwiceIsToldAndCountsOnce) {
 }
 
 TEST(ControlloTraccia, ADeathUnderAnotherClassReleasesNothing) {
-  const ControlloTraccia controllo = Controllato(Riga(Id(1), "INI") + Riga(Id(1), "TER", "Destinatario"));
+  const ControlloTraccia controllo = Controllato(Evento(Id(1), "INI") + Evento(Id(1), "TER", "Destinatario"));
   EXPECT_THAT(RigheMaiRilasciate(controllo, "Mittente"), ElementsAre(1U));
   EXPECT_EQ(controllo.NumeroAnomalie(), 1U);
 }
 
 TEST(ControlloTraccia, ABirthWithoutAnIdentifierPairsWithADeathOfItsClass) {
   const ControlloTraccia controllo =
-      Controllato(Riga("", "INI") + Riga("", "INI") + Riga("", "INI", "Destinatario") + Riga(Id(1), "TER") +
-                  Riga("", "TER") + Riga("", "TER"));
+      Controllato(Evento("", "INI") + Evento("", "INI") + Evento("", "INI", "Destinatario") +
+                  Evento(Id(1), "TER") + Evento("", "TER") + Evento("", "TER"));
   EXPECT_EQ(controllo.Rilasciati(), 2U);
   EXPECT_THAT(RigheMaiRilasciate(controllo, "Destinatario"), ElementsAre(3U));
   ASSERT_THAT(controllo.Anomalie(), SizeIs(1));
@@ -208,7 +209,7 @@ TEST(ControlloTraccia, ABirthWithoutAnIdentifierPairsWithADeathOfItsClass) {
 
 TEST(ControlloTraccia, OnlyTheFirstLinesThatPairWithNothingAreKept) {
   std::string testo;
-  for (unsigned i = 0; i < 1000; ++i) testo += Riga(Id(i), "TER");
+  for (unsigned i = 0; i < 1000; ++i) testo += Evento(Id(i), "TER");
   const ControlloTraccia controllo = Controllato(testo);
   EXPECT_EQ(controllo.NumeroAnomalie(), 1000U);
   EXPECT_THAT(controllo.Anomalie(), SizeIs(ControlloTraccia::kAnomalieTenute));
@@ -216,11 +217,11 @@ TEST(ControlloTraccia, OnlyTheFirstLinesThatPairWithNothingAreKept) {
 
 TEST(ControlloTraccia, ALineWithoutAnEndIsCutAndTheNextOneIsRead) {
   const std::string lunga(1UL << 20U, 'x');
-  const ControlloTraccia altra = Controllato(lunga + "\n" + Riga(Id(1), "INI"));
+  const ControlloTraccia altra = Controllato(lunga + "\n" + Evento(Id(1), "INI"));
   EXPECT_EQ(altra.Estranee(), 1U);
   EXPECT_THAT(RigheMaiRilasciate(altra, "Mittente"), ElementsAre(2U));
   const ControlloTraccia nostra =
-      Controllato("QLNA:|" + Id(1) + "|INI|ORVE_MAILSERVER|Mittente" + lunga + "\n" + Riga(Id(2), "INI"));
+      Controllato("QLNA:|" + Id(1) + "|INI|ORVE_MAILSERVER|Mittente" + lunga + "\n" + Evento(Id(2), "INI"));
   EXPECT_EQ(nostra.NumeroAnomalie(), 1U);
   EXPECT_THAT(RigheMaiRilasciate(nostra, "Mittente"), ElementsAre(2U));
 }
@@ -229,8 +230,8 @@ TEST(ControlloTraccia, AHugeTraceIsReadAsAStream) {
   // Longer than the blocks in which it is read, so that lines fall over their edges.
   std::string testo;
   constexpr unsigned kOggetti = 20'000;
-  for (unsigned i = 0; i < kOggetti; ++i) testo += Riga(Id(i), "INI") + Riga(Id(i), "TER");
-  testo += Riga(Id(kOggetti), "INI");
+  for (unsigned i = 0; i < kOggetti; ++i) testo += Evento(Id(i), "INI") + Evento(Id(i), "TER");
+  testo += Evento(Id(kOggetti), "INI");
   const ControlloTraccia controllo = Controllato(testo);
   EXPECT_EQ(controllo.Rilasciati(), kOggetti);
   EXPECT_EQ(controllo.NumeroAnomalie(), 0U);
@@ -291,8 +292,8 @@ TEST_F(Traccia, ProgramsAtTheSameTimeShareAFileLineByLine) {
 
 TEST_F(Traccia, WhatWasNeverReleasedGivesStatusOneAndTheLines) {
   const std::string file =
-      cartella.Write("mancante.txt", Riga(Id(1), "INI") + Riga(Id(2), "INI", "Destinatario") +
-                                         Riga(Id(3), "INI") + Riga(Id(3), "TER"));
+      cartella.Write("mancante.txt", Evento(Id(1), "INI") + Evento(Id(2), "INI", "Destinatario") +
+                                         Evento(Id(3), "INI") + Evento(Id(3), "TER"));
   const Esecuzione controllo = Controlla(file);
   EXPECT_EQ(controllo.stato, 1);
   EXPECT_EQ(controllo.uscita,
@@ -308,8 +309,8 @@ TEST_F(Traccia, WhatWasNeverReleasedGivesStatusOneAndTheLines) {
 }
 
 TEST_F(Traccia, LinesThatPairWithNothingGiveAStatusOfTheirOwn) {
-  const std::string file =
-      cartella.Write("doppia.txt", Riga(Id(1), "INI") + Riga(Id(1), "TER") + Riga(Id(1), "TER") + "altro\n");
+  const std::string file = cartella.Write(
+      "doppia.txt", Evento(Id(1), "INI") + Evento(Id(1), "TER") + Evento(Id(1), "TER") + "altro\n");
   const Esecuzione controllo = Controlla(file);
   EXPECT_EQ(controllo.stato, 7);
   EXPECT_EQ(controllo.uscita,
@@ -326,7 +327,7 @@ TEST_F(Traccia, AnEmptyFileIsInOrderAndAMissingOneIsNot) {
 }
 
 TEST_F(Traccia, TheStandardInputMayBeChecked) {
-  const Esecuzione controllo = Esegui({"controlla-traccia", "-"}, Riga(Id(1), "INI"));
+  const Esecuzione controllo = Esegui({"controlla-traccia", "-"}, Evento(Id(1), "INI"));
   EXPECT_EQ(controllo.stato, 1) << controllo;
 }
 

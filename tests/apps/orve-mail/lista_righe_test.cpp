@@ -18,7 +18,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::SizeIs;
 
-std::vector<RigaLista> Leggi(const std::string& testo) {
+std::vector<RigaLista> LeggiRiga(const std::string& testo) {
   const support::TempDir cartella;
   RigheLista righe(cartella.Write("elenco.csv", testo));
   std::vector<RigaLista> lette;
@@ -27,14 +27,14 @@ std::vector<RigaLista> Leggi(const std::string& testo) {
 }
 
 RigaLista Sola(const std::string& testo) {
-  const auto lette = Leggi(testo);
+  const auto lette = LeggiRiga(testo);
   EXPECT_THAT(lette, SizeIs(1));
   return lette.empty() ? RigaLista{} : lette.front();
 }
 
 std::string IntestazioneErrata(const std::string& testo) {
   try {
-    static_cast<void>(Leggi(testo));
+    static_cast<void>(LeggiRiga(testo));
   } catch (const ErroreProgramma& errore) {
     EXPECT_EQ(errore.Stato(), Uscita::kFileMancante);
     EXPECT_THAT(errore.what(), HasSubstr("elenco.csv: intestazione errata: "));
@@ -57,7 +57,7 @@ TEST(RigheLista, ACodeWithItsKind) {
 }
 
 TEST(RigheLista, EveryKindOfCode) {
-  const auto righe = Leggi(
+  const auto righe = LeggiRiga(
       "tipo,codice\ncliente,1\nfornitore,1\nagente,1\ncontatto,1\ndestinatario,1/1/0/"
       "A\nnumero,x<***>y\nanagrafica,1\n");
   const std::vector<kvTipologiaDestinatarioFAX> tipi = {
@@ -95,7 +95,7 @@ TEST(RigheLista, AddressesAlone) {
 }
 
 TEST(RigheLista, BothKindsOfRowsInOneFile) {
-  const auto righe = Leggi("tipo;codice;nome;indirizzo\ncliente;1001;;\n;;Rossi;rossi@x.example\n");
+  const auto righe = LeggiRiga("tipo;codice;nome;indirizzo\ncliente;1001;;\n;;Rossi;rossi@x.example\n");
   ASSERT_THAT(righe, SizeIs(2));
   EXPECT_TRUE(righe[0].codice);
   EXPECT_FALSE(righe[1].codice);

@@ -18,7 +18,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-std::string Riga(const Parte& parte) {
+std::string RigaDiRubrica(const Parte& parte) {
   std::string riga = std::string(NomeGenere(parte.genere)) + " " + parte.codice + " " + parte.nome + " [" +
                      parte.dettaglio + "]";
   for (const auto& [indirizzo, destinazione] : parte.indirizzi) {
@@ -36,7 +36,7 @@ class DatiRubrica : public adapters::sqlite::ConDatiDiProva {
   [[nodiscard]] static std::vector<std::string> Righe(const std::vector<Parte>& parti,
                                                       const Filtro& filtro = {}) {
     std::vector<std::string> righe;
-    for (const auto posizione : Filtra(parti, filtro)) righe.push_back(Riga(parti[posizione]));
+    for (const auto posizione : Filtra(parti, filtro)) righe.push_back(RigaDiRubrica(parti[posizione]));
     return righe;
   }
   [[nodiscard]] static std::vector<std::string> Nomi(const std::vector<Parte>& parti, const Filtro& filtro) {
