@@ -9,14 +9,8 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   add_compile_options(-Wno-restrict)
 endif()
 
-option(ORVE_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(ORVE_SANITIZE "Build with Clang's address and undefined-behaviour sanitizers, and the fuzzers with libFuzzer" OFF)
 if(ORVE_SANITIZE)
-  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  add_link_options(-fsanitize=address,undefined)
-endif()
-
-option(ORVE_BUILD_FUZZ "Build the fuzzers, for Clang's libFuzzer, and everything with its coverage and the sanitizers" OFF)
-if(ORVE_BUILD_FUZZ)
   add_compile_options(-fsanitize=address,undefined,fuzzer-no-link -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
