@@ -14,7 +14,6 @@ namespace orve {
 namespace {
 
 using fakes::NumeroDi;
-using fakes::Riga;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;

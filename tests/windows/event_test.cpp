@@ -21,7 +21,6 @@ using testing::IsEmpty;
 using testing::Not;
 using win32::Bstr;
 using win32::ComPtr;
-using win32::VariantCom;
 
 class EventoDelServizio : public prova::ClienteAnticipato {
  protected:

@@ -37,7 +37,6 @@ using support::Say;
 using support::ScriptedServer;
 using support::SmtpServer;
 using support::SmtpServerOptions;
-using support::Step;
 using support::TempDir;
 using support::TestAuthority;
 using support::ThenDrop;

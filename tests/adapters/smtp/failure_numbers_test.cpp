@@ -29,7 +29,6 @@ using support::On;
 using support::Pace;
 using support::Say;
 using support::ScriptedServer;
-using support::Step;
 using support::ThenDeafen;
 using support::ThenDrop;
 using support::ThenReset;

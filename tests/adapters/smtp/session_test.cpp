@@ -21,9 +21,7 @@ namespace {
 
 using support::Body;
 using support::On;
-using support::Say;
 using support::ScriptedServer;
-using support::Step;
 using support::ThenDrop;
 
 const Script kAnnaAndMario = {On("RCPT TO:<anna@verdi.it>", "250 Ok"),
