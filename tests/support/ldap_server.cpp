@@ -106,8 +106,10 @@ bool LdapServer::Start(const std::string& program, const LdapServerOptions& opti
   command.insert(command.end(),
                  {program, "-d", "0", "-f", (directory_.Path() / "slapd.conf").string(), "-h", urls});
   process_ = std::make_unique<Process>(command);
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-  while (!Listens(port_) || (securePort_ != 0 && !Listens(securePort_))) {
+  const auto deadline = std::chrono::steady_clock::now() + kLongestRun;
+  // It writes its number down once the ports are its own: until then somebody else may be listening there.
+  const std::filesystem::path number = directory_.Path() / "slapd.pid";
+  while (!std::filesystem::exists(number) || !Listens(port_) || (securePort_ != 0 && !Listens(securePort_))) {
     if (Ended(process_->Pid())) {
       process_->Wait();
       return false;
@@ -120,6 +122,10 @@ bool LdapServer::Start(const std::string& program, const LdapServerOptions& opti
 
 void LdapServer::Freeze(bool frozen) const {
   ::kill(process_->Pid(), frozen ? SIGSTOP : SIGCONT);
+  if (!frozen) return;
+  // Until all its threads stand, one of them may still answer.
+  siginfo_t state{};
+  ::waitid(P_PID, static_cast<id_t>(process_->Pid()), &state, WSTOPPED);
 }
 
 }  // namespace orve::support

@@ -1,0 +1,30 @@
+#include "support/closed_port.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <stdexcept>
+
+namespace orve::support {
+
+// Bound and not listening: the system refuses connections, and gives the port to nobody else.
+ClosedPort::ClosedPort() : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t length = sizeof address;
+  auto* const generic = reinterpret_cast<sockaddr*>(&address);
+  if (::bind(socket_, generic, length) != 0 || ::getsockname(socket_, generic, &length) != 0) {
+    ::close(socket_);
+    throw std::runtime_error("no port");
+  }
+  number_ = ntohs(address.sin_port);
+}
+
+ClosedPort::~ClosedPort() {
+  ::close(socket_);
+}
+
+}  // namespace orve::support
