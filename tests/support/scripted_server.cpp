@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <ostream>
 #include <stdexcept>
 #include <utility>
@@ -17,8 +18,8 @@ namespace orve::support {
 
 namespace {
 
-// Long enough for a slow machine, short enough for a hanging test to fail by itself.
-constexpr std::chrono::seconds kPatience{30};
+// Longer than any test waits for a silent server, short enough for a hanging test to fail by itself.
+constexpr std::chrono::seconds kPatience{90};
 
 bool Matches(const std::string& expected, const std::string& line) {
   if (expected.empty() || expected.back() != '*') return line == expected;
@@ -96,6 +97,10 @@ class ScriptedServer::Conversation {
     if (thread_.joinable()) thread_.join();
   }
   void AwaitClosed() { ended_.wait(); }
+  /// Ends the deafness, if there is any.
+  void Hear() {
+    if (!hears_.exchange(true)) hearing_.set_value();
+  }
 
   [[nodiscard]] const std::string& Complaint() const { return complaint_; }
   [[nodiscard]] const std::string& Message() const { return message_; }
@@ -124,6 +129,8 @@ class ScriptedServer::Conversation {
   std::string complaint_;
   std::promise<void> closed_;
   std::future<void> ended_ = closed_.get_future();
+  std::atomic<bool> hears_ = false;
+  std::promise<void> hearing_;
   std::thread thread_;
 };
 
@@ -154,7 +161,10 @@ ScriptedServer::~ScriptedServer() {
     ::shutdown(listener_, SHUT_RDWR);
     thread_.join();
   }
-  for (const auto& conversation : conversations_) conversation->Join();
+  for (const auto& conversation : conversations_) {
+    conversation->Hear();
+    conversation->Join();
+  }
   ::close(listener_);
 }
 
@@ -162,6 +172,7 @@ std::string ScriptedServer::Complaint() {
   if (thread_.joinable()) thread_.join();
   std::string complaint;
   for (const auto& conversation : conversations_) {
+    conversation->Hear();
     conversation->Join();
     complaint += conversation->Complaint();
   }
@@ -245,8 +256,8 @@ void ScriptedServer::Conversation::AwaitEnd() {
 }
 
 void ScriptedServer::Conversation::StayDeaf() {
-  // A hang-up stands in the queue behind what was not read: there is nothing to wait for.
-  std::this_thread::sleep_for(std::chrono::seconds(2));
+  // A hang-up stands in the queue behind what was not read: only the test knows when to read on.
+  hearing_.get_future().wait_until(deadline_);
   while (ReadSome()) received_.clear();
 }
 

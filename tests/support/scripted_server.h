@@ -46,7 +46,7 @@ Step BrokenBody();
 Step BrokenBody(std::function<void()> action);
 
 /// Once the step is done, closes the connection; breaks it with a reset; falls silent until the other side
-/// goes; or does not even read for two seconds.
+/// goes; or does not even read until the test asks for the complaint.
 Step ThenDrop(Step step);
 Step ThenReset(Step step);
 Step ThenStall(Step step);

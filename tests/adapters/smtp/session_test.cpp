@@ -60,7 +60,7 @@ TEST(Meanwhile, IsBeforeTheServerHasAnswered) {
   std::promise<void> passed;
   // The server keeps its answer back until the pastime is over.
   const auto hold = [&] {
-    EXPECT_EQ(passed.get_future().wait_for(std::chrono::seconds(10)), std::future_status::ready);
+    EXPECT_EQ(passed.get_future().wait_for(std::chrono::seconds(60)), std::future_status::ready);
   };
   ScriptedServer server(kHello + Script{On("MAIL FROM:<ditta@rossi.it>", hold, "250 Ok")} + kAnnaAndMario +
                         kTaken);
