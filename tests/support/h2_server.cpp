@@ -1,20 +1,12 @@
 #include "support/h2_server.h"
 
-#include <chrono>
-
 namespace orve::support {
-
-namespace {
-
-constexpr std::chrono::seconds kStartPatience{60};  // a virtual machine starts slowly on a busy one
-
-}  // namespace
 
 H2Server::H2Server()
     : process_(std::make_unique<Process>(
           std::vector<std::string>{"/usr/bin/python3", ORVE_SOURCE_DIR "/tests/support/h2_server.py",
                                    "--directory=" + directory_.Path().string()})) {
-  port_ = std::stoi(process_->WaitForLine("READY ", kStartPatience).substr(6));
+  port_ = std::stoi(process_->WaitForLine("READY ").substr(6));
 }
 
 std::string H2Server::ConnectionString(const std::string& database, const std::string& user,

@@ -10,6 +10,9 @@
 
 namespace orve::support {
 
+/// Only so that a program that hangs is told with its output before the test's own time is up.
+constexpr std::chrono::seconds kLongestRun{100};
+
 class Process {
  public:
   /// Starts `command`, a program and its arguments, with standard output and error in one pipe. The program
@@ -26,12 +29,11 @@ class Process {
 
   /// Reads output up to the first line that begins with `prefix` and returns that line. Raises
   /// std::runtime_error, with the output so far, when the program ends or the time is up before it comes.
-  std::string WaitForLine(std::string_view prefix,
-                          std::chrono::milliseconds timeout = std::chrono::seconds(20));
+  std::string WaitForLine(std::string_view prefix, std::chrono::milliseconds timeout = kLongestRun);
 
   /// Waits for the end of the program and returns its exit status, or 128 and the signal's number. Raises
   /// std::runtime_error when the time is up.
-  int Wait(std::chrono::milliseconds timeout = std::chrono::seconds(60));
+  int Wait(std::chrono::milliseconds timeout = kLongestRun);
 
   /// Everything the program has said that was read so far.
   [[nodiscard]] const std::string& Output() const { return output_; }
@@ -58,6 +60,6 @@ struct ProcessResult {
 
 /// Runs a program to its end.
 ProcessResult RunProgram(const std::vector<std::string>& command,
-                         std::chrono::milliseconds timeout = std::chrono::seconds(60));
+                         std::chrono::milliseconds timeout = kLongestRun);
 
 }  // namespace orve::support

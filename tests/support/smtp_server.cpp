@@ -100,10 +100,13 @@ void SmtpServer::Release() const {
 void SmtpServer::DropConnections() const {
   const std::filesystem::path done = Directory() / "dropped";
   ::kill(process_->Pid(), SIGUSR1);
-  for (int i = 0; i < 2000 && !std::filesystem::exists(done); ++i) {
+  const auto deadline = std::chrono::steady_clock::now() + kLongestRun;
+  while (!std::filesystem::remove(done)) {
+    if (std::chrono::steady_clock::now() >= deadline) {
+      throw std::runtime_error("the connections were not closed");
+    }
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
-  if (!std::filesystem::remove(done)) throw std::runtime_error("the connections were not closed");
 }
 
 std::vector<ReceivedMessage> SmtpServer::Messages() const {

@@ -94,11 +94,10 @@ TEST(Process, GivesItsOutputAndStatus) {
 }
 
 TEST(Process, IsBoundedInTime) {
-  const auto start = std::chrono::steady_clock::now();
-  EXPECT_THROW(RunProgram({"sleep", "60"}, std::chrono::milliseconds(200)), std::runtime_error);
-  Process silent({"sleep", "60"});
+  // Whoever waited for their ends would wait longer than a test may take.
+  EXPECT_THROW(RunProgram({"sleep", "600"}, std::chrono::milliseconds(200)), std::runtime_error);
+  Process silent({"sleep", "600"});
   EXPECT_THROW(silent.WaitForLine("READY", std::chrono::milliseconds(200)), std::runtime_error);
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 
 TEST(Process, IsGoneWithItsObject) {
