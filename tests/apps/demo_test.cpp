@@ -18,7 +18,7 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 
 support::ProcessResult Dimostrazione(const std::string& build, const std::string& uscita) {
-  return support::RunProgram({ORVE_SOURCE_DIR "/scripts/demo", build, uscita}, std::chrono::seconds(100));
+  return support::RunProgram({ORVE_SOURCE_DIR "/scripts/demo", build, uscita});
 }
 
 }  // namespace

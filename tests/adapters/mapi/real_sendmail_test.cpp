@@ -4,6 +4,7 @@
 
 #include "adapters/mapi/posta.h"
 #include "mapi/failure.h"
+#include "support/closed_port.h"
 #include "support/smtp_server.h"
 
 namespace orve::adapters::mapi {
@@ -22,7 +23,7 @@ class SendmailVero : public Posta {
   [[nodiscard]] std::string Msmtp(int port) const {
     const std::string configuration =
         folder.Write("msmtprc", "account default\nhost 127.0.0.1\nport " + std::to_string(port) +
-                                    "\nfrom utente@macchina.example\nauth off\ntls off\ntimeout 20\n");
+                                    "\nfrom utente@macchina.example\nauth off\ntls off\ntimeout 60\n");
     std::filesystem::permissions(configuration,
                                  std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
     return Program(R"(exec /usr/bin/msmtp -C "$D/msmtprc" "$@")", "msmtp");
@@ -102,12 +103,8 @@ TEST_F(SendmailVero, ARecipientThatTheServerRefusesIsAFailureWithTheServersWords
 }
 
 TEST_F(SendmailVero, AServerThatIsNotThereIsATemporaryFailure) {
-  int port = 0;
-  {
-    const support::SmtpServer server;
-    port = server.Port();
-  }
-  Mapi32 mapi(System(Msmtp(port)));
+  const support::ClosedPort nobody;
+  Mapi32 mapi(System(Msmtp(nobody.Number())));
   EXPECT_EQ(Records().Send(mapi), kNetworkFailure);
   EXPECT_THAT(mapi.LastFailure(), HasSubstr("stato 75: "));
 }

@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <filesystem>
 #include <string>
 #include <thread>
@@ -124,9 +123,8 @@ TEST_F(FileSystemDiProva, AFullDiskIsAnErrorAndNotALostLine) {
 
 TEST_F(FileSystemDiProva, APipeIsRefusedAtOnceInsteadOfWaitingForAReader) {
   ASSERT_EQ(::mkfifo((cartella / "pipe").c_str(), 0600), 0);
-  const auto inizio = std::chrono::steady_clock::now();
+  // Nobody ever reads: whoever waited would wait for ever.
   EXPECT_EQ(ErroreDi(cartella / "pipe").Numero(), 70);
-  EXPECT_LT(std::chrono::steady_clock::now() - inizio, std::chrono::seconds(5));
 }
 
 TEST_F(FileSystemDiProva, ANameThatIsTooLongOrHoldsANulIsNotValid) {

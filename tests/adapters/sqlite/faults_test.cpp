@@ -50,8 +50,7 @@ TEST_F(Faults, ALockedFileIsWaitedForAndThenAnError) {
     EXPECT_EQ(errore.Numero(), 5) << statement;
     EXPECT_EQ(errore.Sorgente(), "SQLite");
     EXPECT_EQ(errore.Descrizione(), "database is locked");
-    EXPECT_GE(durata, milliseconds(200)) << statement;
-    EXPECT_LT(durata, std::chrono::seconds(10)) << statement;
+    EXPECT_GE(durata, milliseconds(200)) << statement << ": it was not waited for";
   }
   (void)Esegui("ROLLBACK");
   EXPECT_FALSE(nostra->Execute(kImpostazioni, 1)->Eof()) << "usable as soon as the lock is gone";
@@ -71,11 +70,9 @@ TEST_F(Faults, AnotherWriterLeavesTheReadersAlone) {
 
 TEST_F(Faults, ALockedFileCannotBeOpenedWithinTheTimeOut) {
   (void)Esegui("BEGIN EXCLUSIVE");
-  const auto inizio = steady_clock::now();
   const auto errore = ErroreDi([&] { (void)ApriImpaziente(percorso, milliseconds(100)); });
   EXPECT_EQ(errore.Numero(), 5);
   EXPECT_EQ(errore.Descrizione(), "Impossibile aprire il database " + percorso + ": database is locked");
-  EXPECT_LT(steady_clock::now() - inizio, std::chrono::seconds(10));
 }
 
 TEST_F(Faults, AConnectionForReadingReadsAndRefusesToWrite) {

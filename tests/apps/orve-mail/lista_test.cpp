@@ -31,7 +31,7 @@ using Riga = std::vector<std::string>;
 constexpr int kUcciso = 128 + SIGKILL;
 
 void AspettaChe(const std::function<bool()>& vero) {
-  const auto fine = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+  const auto fine = std::chrono::steady_clock::now() + support::kLongestRun;
   while (!vero()) {
     if (std::chrono::steady_clock::now() > fine) throw std::runtime_error("waited in vain");
     std::this_thread::sleep_for(std::chrono::milliseconds(5));
