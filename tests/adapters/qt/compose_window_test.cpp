@@ -107,7 +107,7 @@ TEST_F(FinestraDiInvio, TheMnemonicSends) {
   Apri([](QWidget& finestra) {
     QTest::keyClick(&Trova(finestra, "TXT_OGGETTO"), Qt::Key_I, Qt::AltModifier);
     // The button goes down and comes up again, for the eye.
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !finestra.isVisible(); }, 3000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !finestra.isVisible(); }, kPazienza));
   });
   EXPECT_TRUE(Consegnato());
 }
@@ -218,7 +218,7 @@ INSTANTIATE_TEST_SUITE_P(
                       Fine{"Mnemonico",
                            [](QWidget& f) {
                              QTest::keyClick(&f, Qt::Key_A, Qt::AltModifier);
-                             static_cast<void>(QTest::qWaitFor([&] { return !f.isVisible(); }, 3000));
+                             static_cast<void>(QTest::qWaitFor([&] { return !f.isVisible(); }, kPazienza));
                            }},
                       Fine{"Esc",
                            [](QWidget& f) { QTest::keyClick(&Trova(f, "TXT_CORPO"), Qt::Key_Escape); }},
@@ -291,7 +291,7 @@ TEST_F(FinestraDiInvio, ASecondActivationOnlyRenewsTheMessageObject) {
     Digita(finestra, "TXT_EMAIL", ";");
     Clicca(finestra, "cmd_Invia");
     finestra.activateWindow();  // what a window manager does once the message has gone
-    EXPECT_TRUE(QTest::qWaitFor([&] { return journal->Conta("Ambiente.CreaMessaggi") > prima; }, 3000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return journal->Conta("Ambiente.CreaMessaggi") > prima; }, kPazienza));
     EXPECT_EQ(journal->Conta("Ambiente.CreaMessaggi"), prima + 1);
     EXPECT_EQ(Contenuto(finestra, "TXT_OGGETTO"), "Mio");
     EXPECT_THAT(VociDiMenu(finestra, "BTN_ELIMINA"),

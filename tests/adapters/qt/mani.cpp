@@ -19,8 +19,7 @@ namespace orve::adapters::qt {
 
 namespace {
 
-constexpr int kOgni = 5;             // milliseconds between two looks
-constexpr qint64 kPazienza = 20000;  // and until the watchdog bites
+constexpr int kOgni = 5;  // milliseconds between two looks
 
 QString Q(const std::string& testo) {
   return QString::fromStdString(testo);

@@ -17,6 +17,9 @@
 
 namespace orve::adapters::qt {
 
+/// In milliseconds, until a watchdog bites that only wants to tell what never came.
+constexpr int kPazienza = 90'000;
+
 /// Waits for the windows that a test expects, in their order, and acts in each. Looks every few milliseconds,
 /// also while a window waits inside another; a watchdog closes everything when nothing expected comes.
 class Regia {

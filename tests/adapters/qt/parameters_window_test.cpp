@@ -128,12 +128,12 @@ TEST_F(FinestraDeiParametri, TheMnemonicsConfirmAttachAndLeave) {
     QTest::keyClick(finestra.focusWidget(), Qt::Key_Return);
     EXPECT_EQ(Contenuto(finestra, "TXT_ALLEGATO"), PerLibreria(file));
     finestra.activateWindow();  // what a window manager does once the choice has gone
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&finestra, 3000));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&finestra, kPazienza));
     premeA();
     EXPECT_EQ(finestra.focusWidget()->objectName().toStdString(), "CMD_ANNULLA");
     EXPECT_TRUE(finestra.isVisible());
     QTest::keyClick(finestra.focusWidget(), Qt::Key_O, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !finestra.isVisible(); }, 3000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !finestra.isVisible(); }, kPazienza));
   });
   EXPECT_TRUE(servizio->MailParamIsValoriValidi());
   EXPECT_EQ(servizio->MailParamAllegatoUnico(), PerLibreria(file));
