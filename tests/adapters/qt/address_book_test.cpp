@@ -8,7 +8,6 @@
 #include <QMessageBox>
 #include <QTest>
 #include <QTreeView>
-#include <ctime>
 #include <string>
 #include <vector>
 
@@ -314,7 +313,7 @@ TEST_P(RubricaLasciata, LeavesTheBoxesAsTheyWere) {
     Rubrica(finestra, "BTN_DEST_A", [](QWidget& libro) {
       Cerca(libro, "vetreria");
       GetParam().azione(libro);
-      static_cast<void>(QTest::qWaitFor([&] { return !libro.isVisible(); }, 3000));
+      static_cast<void>(QTest::qWaitFor([&] { return !libro.isVisible(); }, kPazienza));
     });
     EXPECT_TRUE(finestra.isVisible());
     EXPECT_EQ(Contenuto(finestra, "TXT_EMAIL"), "Anna<anna@x.example>");
@@ -411,20 +410,18 @@ TEST_F(RubricaVera, TheKeyboardGoesThroughEverythingAndAllHasAName) {
 }
 
 TEST_F(RubricaVera, ThousandsOfPartiesAreSearchedWhileOneTypes) {
-  Sql("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 19999) "
+  // Twenty keys: at a quadratic cost they would take longer than a test may.
+  Sql("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 49999) "
       "INSERT INTO CG16_ANAGGEN (CG16_CODICE, CG16_RAGSOANAG, CG16_INDEMAIL) "
       "SELECT 100000 + i, 'Società numero ' || i, 'n' || i || '@molti.example' FROM n");
   Sql("INSERT INTO CG44_CLIFOR SELECT 1, 0, CG16_CODICE, CG16_CODICE FROM CG16_ANAGGEN "
       "WHERE CG16_CODICE >= 100000");
   Libro([](QWidget& libro) {
-    const auto inizio = std::clock();
-    Cerca(libro, "societa numero 19999");
-    EXPECT_THAT(Nominativi(libro), ElementsAre("Società numero 19999"));
-    // Of the processor's time, for twenty keys; work that grows with the square would take minutes.
-    EXPECT_LT((std::clock() - inizio) / CLOCKS_PER_SEC, 15);
+    Cerca(libro, "societa numero 49999");
+    EXPECT_THAT(Nominativi(libro), ElementsAre("Società numero 49999"));
     QTest::keyClick(&Trova(libro, "TXT_CERCA"), Qt::Key_Return);
   });
-  EXPECT_EQ(rubrica->IndirizzoScelto(), host::Variant("n19999@molti.example"));
+  EXPECT_EQ(rubrica->IndirizzoScelto(), host::Variant("n49999@molti.example"));
 }
 
 TEST_F(RubricaVera, AnEmptyBookSaysSo) {

@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include <ctime>
 #include <string>
 #include <vector>
 
@@ -153,24 +152,21 @@ TEST_F(DatiRubrica, AnEmptyDatabaseGivesAnEmptyBook) {
   EXPECT_THAT(Leggi(), IsEmpty());
 }
 
-TEST_F(DatiRubrica, TenThousandPartiesAreReadAndSearchedWithoutAWait) {
+TEST_F(DatiRubrica, AHundredThousandPartiesAreReadAndSearchedInLinearTime) {
+  // At a quadratic cost they would take longer than a test may.
   static_cast<void>(
-      Esegui("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 9999) "
+      Esegui("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 99999) "
              "INSERT INTO CG16_ANAGGEN (CG16_CODICE, CG16_RAGSOANAG, CG16_INDEMAIL) "
              "SELECT 100000 + i, 'Società numero ' || i, 'n' || i || '@molti.example' FROM n"));
   static_cast<void>(
       Esegui("INSERT INTO CG44_CLIFOR SELECT 1, 0, CG16_CODICE, CG16_CODICE FROM CG16_ANAGGEN "
              "WHERE CG16_CODICE >= 100000"));
-  // Of the processor's time: far above what the work needs, far below what work that grows with the square
-  // would take.
-  const auto inizio = std::clock();
   const auto parti = Leggi();
   for (const char* testo : {"s", "so", "soc", "soci", "societa", "societa 77", "n7777@"}) {
     static_cast<void>(Filtra(parti, {.testo = testo}));
   }
-  EXPECT_LT((std::clock() - inizio) / CLOCKS_PER_SEC, 15);
   EXPECT_THAT(Nomi(parti, {.testo = "n7777@"}), ElementsAre("Società numero 7777"));
-  EXPECT_GT(parti.size(), 10000U);
+  EXPECT_GT(parti.size(), 100000U);
 }
 
 struct Colonna {
