@@ -1,4 +1,4 @@
-#!/usr/bin/python3
+#!/usr/bin/python3 -Xutf8
 """An SMTP server that has a bad day: it takes most messages, and refuses, drops or stalls at every stage now and then.
 
 Usage: server.py JOURNAL RATE SEED

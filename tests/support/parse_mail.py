@@ -1,4 +1,4 @@
-#!/usr/bin/python3
+#!/usr/bin/python3 -Xutf8
 """Reads a message with Python's email package and says what a mail reader would see.
 
 Usage: parse_mail.py MESSAGE DIRECTORY. Prints lines of a key and values joined by tabs, with backslash, tab and line

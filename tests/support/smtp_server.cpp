@@ -13,7 +13,8 @@ namespace orve::support {
 namespace {
 
 std::vector<std::string> Command(const SmtpServerOptions& options, const std::filesystem::path& directory) {
-  std::vector<std::string> command = {"/usr/bin/python3", ORVE_SOURCE_DIR "/tests/support/smtp_server.py",
+  std::vector<std::string> command = {"/usr/bin/python3", "-Xutf8",
+                                      ORVE_SOURCE_DIR "/tests/support/smtp_server.py",
                                       "--directory=" + directory.string(), "--tls=" + options.tls};
   const auto add = [&](const std::string& name, const std::string& value) {
     if (!value.empty()) command.push_back(name + '=' + value);

@@ -1,4 +1,4 @@
-#!/usr/bin/python3
+#!/usr/bin/python3 -Xutf8
 """An SMTP server for tests and demonstrations: takes messages and lays them down as files.
 
 Each message becomes DIRECTORY/NNNN.eml (its bytes as they came) and DIRECTORY/NNNN.env (lines of a key and a value:
