@@ -69,9 +69,13 @@ DataOra DataDaTesto(std::string_view testo) {
 // The shortest text that a value of the type needs, with the Italian decimal comma.
 std::string TestoDiNumero(double numero, int cifre) {
   std::array<char, 40> testo{};
-  std::snprintf(testo.data(), testo.size(), "%.*G", cifre, numero);
-  std::string risultato = testo.data();
-  if (const auto punto = risultato.find('.'); punto != std::string::npos) risultato[punto] = ',';
+  const auto scritto =
+      std::to_chars(testo.data(), testo.data() + testo.size(), numero, std::chars_format::general, cifre);
+  std::string risultato(testo.data(), scritto.ptr);
+  for (char& segno : risultato) {
+    if (segno == '.') segno = ',';
+    if (segno >= 'a') segno = static_cast<char>(segno - 'a' + 'A');  // "1E+20", "INF"
+  }
   return risultato;
 }
 

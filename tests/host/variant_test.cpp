@@ -82,6 +82,7 @@ TEST(Variant, TextsOfValuesAreTheItalianOnes) {
   EXPECT_EQ(Variant(false).ToText(), "Falso");
   EXPECT_EQ(Variant(77.0F).ToText(), "77");
   EXPECT_EQ(Variant(1.5).ToText(), "1,5");
+  EXPECT_EQ(Variant(-2.5e-20).ToText(), "-2,5E-20");
   EXPECT_EQ(Variant(std::int16_t{-3}).ToText(), "-3");
   EXPECT_EQ(Variant(DataOra::Da(2026, 11, 14)).ToText(), "14/11/2026");
   EXPECT_EQ(Variant(DataOra::Da(2026, 11, 14, 10, 22, 5)).ToText(), "14/11/2026 10:22:05");
