@@ -3,7 +3,6 @@
 #include <sqlucode.h>
 
 #include <algorithm>
-#include <cctype>
 #include <limits>
 #include <utility>
 
@@ -62,10 +61,9 @@ host::Errore SenzaPassword(const host::Errore& errore, const std::string& string
 }
 
 bool NomeDiProcedura(std::string_view nome) {
-  return !nome.empty() && std::all_of(nome.begin(), nome.end(), [](unsigned char segno) {
-    return std::isalnum(segno) != 0 ||
-           std::string_view("_.[]$#@").find(static_cast<char>(segno)) != std::string_view::npos;
-  });
+  return !nome.empty() &&
+         nome.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_.[]$#@") ==
+             std::string_view::npos;
 }
 
 template <class Esito>

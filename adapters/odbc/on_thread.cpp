@@ -1,5 +1,6 @@
 #include "odbc/on_thread.h"
 
+#include <locale.h>
 #include <pthread.h>
 
 #include <csignal>
@@ -32,12 +33,26 @@ class SegnaliTrattenuti {
   sigset_t prima_{};
 };
 
+// Driver managers and drivers compare keywords and read numbers by the locale, which the application, its
+// windows or a driver may have set for the whole process: a Turkish one finds no "Driver" in a connection
+// string, since its small i is no small I. The thread has one of its own.
+void UsaIlLocaleComune() {
+  static const locale_t comune = [] {
+    const locale_t utf8 = ::newlocale(LC_ALL_MASK, "C.UTF-8", nullptr);
+    return utf8 != nullptr ? utf8 : ::newlocale(LC_ALL_MASK, "C", nullptr);
+  }();
+  if (comune != nullptr) ::uselocale(comune);
+}
+
 }  // namespace
 
 void SuUnThread(std::function<void()> lavoro) {
   const SegnaliTrattenuti trattenuti;
   try {
-    std::thread(std::move(lavoro)).detach();
+    std::thread([lavoro = std::move(lavoro)] {
+      UsaIlLocaleComune();
+      lavoro();
+    }).detach();
   } catch (const std::system_error&) {
     throw host::Errore(host::kMemoriaInsufficiente);
   }

@@ -8,8 +8,8 @@
 
 namespace orve::adapters::odbc {
 
-/// Runs the work on a thread of its own, for which nobody waits and which no signal reaches. Raises 7 when
-/// the system has no thread to give.
+/// Runs the work on a thread of its own, for which nobody waits, which no signal reaches and on which the
+/// process's locale does not count. Raises 7 when the system has no thread to give.
 void SuUnThread(std::function<void()> lavoro);
 
 /// The same for work that gives something, or raises. What it holds is let go before its result is there, so
