@@ -43,30 +43,35 @@ bool Ended(pid_t pid) {
          state.si_pid == pid;
 }
 
+// A blank ends a word of the configuration.
+std::string Quoted(const std::filesystem::path& path) {
+  return '"' + path.string() + '"';
+}
+
 std::string Configuration(const LdapServerOptions& options, const TempDir& directory) {
-  const std::string here = directory.Path().string();
+  const std::filesystem::path& here = directory.Path();
   std::string text;
   for (const char* schema : {"core", "cosine", "inetorgperson"}) {
     text += "include /etc/ldap/schema/" + std::string(schema) + ".schema\n";
   }
-  text += "include " ORVE_SOURCE_DIR "/tests/support/person.schema\n";
-  text += "modulepath /usr/lib/ldap\nmoduleload back_mdb\npidfile " + here + "/slapd.pid\n";
+  text += "include " + Quoted(ORVE_SOURCE_DIR "/tests/support/person.schema") + "\n";
+  text += "modulepath /usr/lib/ldap\nmoduleload back_mdb\npidfile " + Quoted(here / "slapd.pid") + "\n";
   if (!options.certificate.empty()) {
-    text += "TLSCertificateFile " + options.certificate.string() + "\nTLSCertificateKeyFile " +
-            options.key.string() + "\n";
+    text += "TLSCertificateFile " + Quoted(options.certificate) + "\nTLSCertificateKeyFile " +
+            Quoted(options.key) + "\n";
   }
   if (options.namesItsTree) {
     directory.Write("root.ldif",
                     "dn:\nobjectClass: top\nobjectClass: extensibleObject\ndefaultNamingContext: " +
                         std::string(LdapServer::kTree) + "\n");
-    text += "rootDSE " + here + "/root.ldif\n";
+    text += "rootDSE " + Quoted(here / "root.ldif") + "\n";
   }
   for (const std::string& line : options.configuration) text += line + "\n";
   const auto tree = [&](const std::string& suffix, const std::string& folder) {
     std::filesystem::create_directory(directory.Path() / folder);
     text +=
-        "database mdb\nsuffix \"" + suffix + "\"\nmaxsize 16777216\ndbnosync\ndirectory " + here + "/" +
-        folder +
+        "database mdb\nsuffix \"" + suffix + "\"\nmaxsize 16777216\ndbnosync\ndirectory " +
+        Quoted(here / folder) +
         "\nindex objectClass,sAMAccountName eq\naccess to attrs=userPassword by anonymous auth by * none\n"
         "access to * by users read by * none\n";
   };

@@ -484,9 +484,11 @@ TEST_P(ListaUccisa, AtAnyMomentSendsNothingTwiceAndLosesNoResult) {
     std::ostringstream elenco;
     elenco << "nome;indirizzo\nUno;uno" << dominio << "\nNo;no@example.org\nDue;due" << dominio << "\n";
     Scrivi(elenco.str());
+    // By its name and folder: a whole path would end at the first blank in it.
+    const std::filesystem::path uccisore = ORVE_KILL_AT_CALL;
     std::vector<std::string> ambiente = {
-        std::string("LD_PRELOAD=") + ORVE_KILL_AT_CALL, "KILL_FILES=.esito",
-        "KILL_AT=" + std::to_string(chiamata),
+        "LD_LIBRARY_PATH=" + uccisore.parent_path().string(), "LD_PRELOAD=" + uccisore.filename().string(),
+        "KILL_FILES=.esito", "KILL_AT=" + std::to_string(chiamata),
         std::string("ASAN_OPTIONS=verify_asan_link_order=0:") + (asan == nullptr ? "" : asan)};
     if (GetParam()) ambiente.emplace_back("KILL_HALF=1");
     const auto prima = Avvia(ambiente);
