@@ -9,6 +9,7 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <string>
 
 #include "apps/orve-mail/prova_intera.h"
@@ -19,6 +20,7 @@ namespace orve::app {
 
 namespace {
 
+using ::testing::AnyOf;
 using ::testing::ElementsAre;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
@@ -41,10 +43,9 @@ class Guasti : public ProvaIntera {
     EXPECT_THAT(CodiciEventi(), ElementsAre("89"));
   }
 
-  static std::string NomeDelLog() {
-    const std::time_t adesso = std::time(nullptr);
+  static std::string NomeDelLog(std::time_t istante = std::time(nullptr)) {
     std::tm locale{};
-    ::localtime_r(&adesso, &locale);
+    ::localtime_r(&istante, &locale);
     char nome[32];
     std::strftime(nome, sizeof nome, "ML%d%m%y.log", &locale);
     return nome;
@@ -220,6 +221,7 @@ TEST_F(Guasti, WithoutADisplayASendThatTurnsOutToNeedTheWindowSaysSo) {
 }
 
 TEST_F(Guasti, AnUnattendedFailureLeavesALineInTheSendLog) {
+  const std::string prima = NomeDelLog();  // midnight may pass meanwhile
   const Esecuzione esecuzione =
       Invia({"--cliente", "1004", "--modo", "semi", "--allegato", cartella.Write("fattura.pdf", "x")});
   EXPECT_EQ(esecuzione.stato, 4) << esecuzione;
@@ -227,8 +229,9 @@ TEST_F(Guasti, AnUnattendedFailureLeavesALineInTheSendLog) {
   const std::string destinatario = "Ferramenta del Borgo S.a.s.                ErroreInvio   ";
   EXPECT_THAT(esecuzione.errori, StartsWith("Messaggio non inviato: serviva la finestra di invio. "));
   EXPECT_THAT(esecuzione.errori, HasSubstr("\n  registro degli errori: " + destinatario));
+  const std::filesystem::path temporanea = File("orve-mail-" + std::to_string(::geteuid()));
   const std::string log =
-      support::ReadFile(File("orve-mail-" + std::to_string(::geteuid())) + "/" + NomeDelLog());
+      support::ReadFile(temporanea / (std::filesystem::exists(temporanea / prima) ? prima : NomeDelLog()));
   EXPECT_THAT(
       log, StartsWith("Destinatario --- StatoInvio --- MetodoFallito --- NomeFile --- Data --- Ora\r\n\r\n" +
                       destinatario));
@@ -261,13 +264,18 @@ TEST_F(Guasti, WithoutTheSystemsOwnTemporaryDirectoryNothingIsTried) {
 TEST_F(Guasti, AFullTemporaryDirectoryCostsTheLogLineOnly) {
   const std::filesystem::path temporanea = cartella.Path() / "piena";
   std::filesystem::create_directory(temporanea);
-  // The device that is always full, in the place of today's log.
-  std::filesystem::create_symlink("/dev/full", temporanea / NomeDelLog());
+  // The device that is always full, in the place of today's log, and of tomorrow's when midnight is near.
+  const std::string oggi = NomeDelLog();
+  const std::string traPoco = NomeDelLog(std::time(nullptr) + 3600);
+  for (const std::string& nome : std::set<std::string>{oggi, traPoco}) {
+    std::filesystem::create_symlink("/dev/full", temporanea / nome);
+  }
   Sql("UPDATE FW24_FAXCONFIG SET FW24_PATHTMP = '" + temporanea.string() + "' WHERE FW24_INDCANALE = 1");
   const Esecuzione esecuzione = Invia({"--cliente", "1004", "--modo", "semi"});
   EXPECT_EQ(esecuzione.stato, 4) << esecuzione;
-  EXPECT_THAT(esecuzione.errori, HasSubstr("  registro degli errori non scritto: Disco pieno: " +
-                                           Rovesciato((temporanea / NomeDelLog()).string())));
+  const std::string inizio = "  registro degli errori non scritto: Disco pieno: ";
+  EXPECT_THAT(esecuzione.errori, AnyOf(HasSubstr(inizio + Rovesciato((temporanea / oggi).string())),
+                                       HasSubstr(inizio + Rovesciato((temporanea / traPoco).string()))));
 }
 
 TEST_F(Guasti, ATemporaryDirectoryThatMayNotBeWrittenCostsTheLogLineOnly) {
