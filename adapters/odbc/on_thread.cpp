@@ -1,8 +1,8 @@
 #include "odbc/on_thread.h"
 
-#include <locale.h>
 #include <pthread.h>
 
+#include <clocale>
 #include <csignal>
 #include <system_error>
 #include <thread>
