@@ -9,6 +9,7 @@
 
 namespace orve::adapters::ldap {
 
+// NOLINTNEXTLINE(bugprone-forward-declaration-namespace): the SMTP adapter has a session of its own
 class Session;
 
 class LdapDirectory : public host::Directory {

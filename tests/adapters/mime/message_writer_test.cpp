@@ -336,32 +336,32 @@ std::string Repeated(const std::string& unit, std::size_t size) {
   return text;
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, HostileTexts,
-                         testing::Values(HostileText{"Empty", ""}, HostileText{"Blanks", "   "},
-                                         HostileText{"LineEnds", "a\r\nBcc: x@y.it\r\n\r\nb\nc\rd\r\n"},
-                                         HostileText{"LineEndsFirst", "\r\n\r\n.\r\n"},
-                                         HostileText{"Nul", std::string("a\0b\0", 4)},
-                                         HostileText{"Controls", "a\x01\x08\x0b\x1b[31m\x7f"},
-                                         HostileText{"Utf8Controls",
-                                                     "a\xc2\x85"
-                                                     "b\xe2\x80\xa8"
-                                                     "c\xe2\x80\xa9"},
-                                         HostileText{"InvalidUtf8", "a\xff\xfe\xc3(\xe2\x82"},
-                                         HostileText{"Overlong", "\xc0\xaf\xed\xa0\x80\xf8\x88\x80\x80\x80"},
-                                         HostileText{"Quotes", "\"'\\\"\\\\\"\";<>(),:@[]"},
-                                         HostileText{"Brackets", "<<a@b>>;<c@d>"},
-                                         HostileText{"EncodedWord", "=?utf-8?q?=0d=0aBcc:_x@y.it?="},
-                                         HostileText{"EncodedWordUnknown", "=?x-ignoto?q?a?= =?utf-8?b?!?="},
-                                         HostileText{"OneMegabyteOfOneWord", std::string(1 << 20, 'x')},
-                                         HostileText{"OneMegabyteOfWords", Repeated("parola ", 1 << 20)},
-                                         HostileText{"OneMegabyteOfAccents", Repeated("è", 1 << 20)},
-                                         HostileText{"OneMegabyteOfEncodedWords",
-                                                     Repeated("=?utf-8?q?x?= ", 1 << 20)},
-                                         HostileText{"OneMegabyteOfDots", Repeated(".", 1 << 20)},
-                                         HostileText{"OneMegabyteOfQuotes", Repeated("\"", 1 << 20)},
-                                         HostileText{"OneMegabyteOfLines", Repeated(".\r\n", 1 << 20)},
-                                         HostileText{"OneMegabyteOfNul", std::string(1 << 20, '\0')}),
-                         [](const auto& test) { return test.param.label; });
+INSTANTIATE_TEST_SUITE_P(
+    Table, HostileTexts,
+    testing::Values(HostileText{"Empty", ""}, HostileText{"Blanks", "   "},
+                    HostileText{"LineEnds", "a\r\nBcc: x@y.it\r\n\r\nb\nc\rd\r\n"},
+                    HostileText{"LineEndsFirst", "\r\n\r\n.\r\n"},
+                    HostileText{"Nul", std::string("a\0b\0", 4)},
+                    HostileText{"Controls", "a\x01\x08\x0b\x1b[31m\x7f"},
+                    HostileText{"Utf8Controls",
+                                "a\xc2\x85"
+                                "b\xe2\x80\xa8"
+                                "c\xe2\x80\xa9"},
+                    HostileText{"InvalidUtf8", "a\xff\xfe\xc3(\xe2\x82"},
+                    HostileText{"Overlong", "\xc0\xaf\xed\xa0\x80\xf8\x88\x80\x80\x80"},
+                    HostileText{"Quotes", "\"'\\\"\\\\\"\";<>(),:@[]"},
+                    HostileText{"Brackets", "<<a@b>>;<c@d>"},
+                    HostileText{"EncodedWord", "=?utf-8?q?=0d=0aBcc:_x@y.it?="},
+                    HostileText{"EncodedWordUnknown", "=?x-ignoto?q?a?= =?utf-8?b?!?="},
+                    HostileText{"SixtyFourKilobytesOfOneWord", std::string(1 << 16, 'x')},
+                    HostileText{"OneMegabyteOfWords", Repeated("parola ", 1 << 20)},
+                    HostileText{"SixtyFourKilobytesOfAccents", Repeated("è", 1 << 16)},
+                    HostileText{"SixtyFourKilobytesOfEncodedWords", Repeated("=?utf-8?q?x?= ", 1 << 16)},
+                    HostileText{"SixtyFourKilobytesOfDots", Repeated(".", 1 << 16)},
+                    HostileText{"SixtyFourKilobytesOfQuotes", Repeated("\"", 1 << 16)},
+                    HostileText{"OneMegabyteOfLines", Repeated(".\r\n", 1 << 20)},
+                    HostileText{"OneMegabyteOfNul", std::string(1 << 20, '\0')}),
+    [](const auto& test) { return test.param.label; });
 
 TEST(UnfitAddresses, NeverReachAHeader) {
   for (const std::string address :

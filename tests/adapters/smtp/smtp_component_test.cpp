@@ -175,17 +175,17 @@ std::string Repeated(const std::string& unit, std::size_t size) {
   return text;
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, HostileTexts,
-                         testing::Values(HostileText{"Empty", ""},
-                                         HostileText{"LineEnds", "a\r\nBcc: x@y.it\r\n\r\n.\r\nQUIT\r\n"},
-                                         HostileText{"LoneDot", ".\r\nMAIL FROM:<x@y.it>\r\n"},
-                                         HostileText{"Nul", std::string("a\0b", 3)},
-                                         HostileText{"InvalidUtf8", "citt\xe0 \xff\xfe"},
-                                         HostileText{"Quotes", "\"'\\\"<>;,@[]"},
-                                         HostileText{"BareLineFeedDot", "a\n.\nb\r.\rc"},
-                                         HostileText{"OneMegabyte", Repeated("parola è ", 1 << 20)},
-                                         HostileText{"OneMegabyteOfOneWord", std::string(1 << 20, 'x')}),
-                         [](const auto& test) { return test.param.label; });
+INSTANTIATE_TEST_SUITE_P(
+    Table, HostileTexts,
+    testing::Values(HostileText{"Empty", ""},
+                    HostileText{"LineEnds", "a\r\nBcc: x@y.it\r\n\r\n.\r\nQUIT\r\n"},
+                    HostileText{"LoneDot", ".\r\nMAIL FROM:<x@y.it>\r\n"},
+                    HostileText{"Nul", std::string("a\0b", 3)},
+                    HostileText{"InvalidUtf8", "citt\xe0 \xff\xfe"}, HostileText{"Quotes", "\"'\\\"<>;,@[]"},
+                    HostileText{"BareLineFeedDot", "a\n.\nb\r.\rc"},
+                    HostileText{"OneMegabyte", Repeated("parola è ", 1 << 20)},
+                    HostileText{"SixtyFourKilobytesOfOneWord", std::string(1 << 16, 'x')}),
+    [](const auto& test) { return test.param.label; });
 
 TEST(HostileCredentials, NeverReachACommand) {
   support::SmtpServerOptions serving;
