@@ -7,6 +7,7 @@
 #include <iterator>
 #include <string>
 
+// NOLINTNEXTLINE(readability-redundant-declaration): the linter sees the fuzzer beside it
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 int main(int argc, char** argv) try {

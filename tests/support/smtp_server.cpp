@@ -14,7 +14,7 @@ namespace {
 
 std::vector<std::string> Command(const SmtpServerOptions& options, const std::filesystem::path& directory) {
   std::vector<std::string> command = {"/usr/bin/python3", "-Xutf8",
-                                      ORVE_SOURCE_DIR "/tests/support/smtp_server.py",
+                                      std::string(ORVE_SOURCE_DIR) + "/tests/support/smtp_server.py",
                                       "--directory=" + directory.string(), "--tls=" + options.tls};
   const auto add = [&](const std::string& name, const std::string& value) {
     if (!value.empty()) command.push_back(name + '=' + value);
