@@ -35,8 +35,9 @@ bool CreaFileVuoto(const std::string& percorso) {
   }
   std::fclose(file);
   std::error_code ignorato;  // a file system without permissions is no reason to stop
-  std::filesystem::permissions(
-      PercorsoFile(percorso), std::filesystem::perms::owner_read | std::filesystem::perms::owner_write, ignorato);
+  std::filesystem::permissions(PercorsoFile(percorso),
+                               std::filesystem::perms::owner_read | std::filesystem::perms::owner_write,
+                               ignorato);
   return true;
 }
 

@@ -6,8 +6,9 @@ namespace orve::app {
 
 namespace {
 
-volatile std::sig_atomic_t interruzioneRichiesta = 0;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables):
-                                                       // a signal handler reaches nothing else
+volatile std::sig_atomic_t interruzioneRichiesta =
+    0;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables):
+        // a signal handler reaches nothing else
 
 }  // namespace
 
