@@ -135,7 +135,7 @@ class FakeRisolutore : public host::RisolutorePercorsi {
     return percorso_;
   }
   void ImpostaPercorso(const std::string& percorso, bool indicatore) override {
-    journal_->Add("RisolutorePercorsi.ImpostaPercorso " + percorso + "|" + Mostra(indicatore));
+    journal_->Add("RisolutorePercorsi.ImpostaPercorso " + percorso + "|" + SiNo(indicatore));
     percorso_ = percorso;
   }
 
