@@ -23,7 +23,7 @@ namespace orve::com {
 namespace {
 
 constexpr const wchar_t* kNomeLibreria = L"ORVE_MAILSERVER";
-constexpr const wchar_t* kClassi = L"Software\\Classes\\";
+constexpr const wchar_t* kRadiceClassi = L"Software\\Classes\\";
 
 std::wstring TestoGuid(REFGUID guid) {
   std::array<wchar_t, 40> testo{};
@@ -36,7 +36,7 @@ std::wstring ProgId(const ClasseCreabile& classe) {
 }
 
 std::wstring ChiaveClasse(const ClasseCreabile& classe) {
-  return std::wstring(kClassi) + L"CLSID\\" + TestoGuid(*classe.identificatore);
+  return std::wstring(kRadiceClassi) + L"CLSID\\" + TestoGuid(*classe.identificatore);
 }
 
 void Esige(LSTATUS esito) {
@@ -64,8 +64,8 @@ void ScriviClasse(HKEY radice, const ClasseCreabile& classe, const std::wstring&
   Scrivi(radice, chiave + L"\\Programmable", nullptr, {});
   Scrivi(radice, chiave + L"\\TypeLib", nullptr, TestoGuid(LIBID_ORVE_MAILSERVER));
   Scrivi(radice, chiave + L"\\Version", nullptr, L"1.0");
-  Scrivi(radice, kClassi + progId, nullptr, progId);
-  Scrivi(radice, kClassi + progId + L"\\CLSID", nullptr, TestoGuid(*classe.identificatore));
+  Scrivi(radice, kRadiceClassi + progId, nullptr, progId);
+  Scrivi(radice, kRadiceClassi + progId + L"\\CLSID", nullptr, TestoGuid(*classe.identificatore));
 }
 
 using ScriviLibreria = HRESULT(STDAPICALLTYPE*)(ITypeLib*, OLECHAR*, OLECHAR*);
@@ -120,7 +120,7 @@ HRESULT TogliSotto(HKEY radice, TogliLibreria togliLibreria) {
   };
   for (const auto& classe : ClassiCreabili()) {
     togli(ChiaveClasse(classe));
-    if (!RegistrataPerAltraLarghezza(radice, classe)) togli(kClassi + ProgId(classe));
+    if (!RegistrataPerAltraLarghezza(radice, classe)) togli(kRadiceClassi + ProgId(classe));
   }
   rimozione.Nota(togliLibreria(LIBID_ORVE_MAILSERVER, 1, 0, LOCALE_NEUTRAL, kSistema));
   return rimozione.Esito();

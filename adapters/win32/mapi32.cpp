@@ -15,7 +15,7 @@ namespace orve::win32 {
 
 namespace {
 
-constexpr const char* kSorgente = "ORVE_MAILSERVER";
+constexpr const char* kSorgenteMapi = "ORVE_MAILSERVER";
 enum : std::int32_t { kFileNonTrovato = 53, kIngressoNonTrovato = 453 };
 
 using Logon = ULONG(WINAPI*)(ULONG_PTR, LPSTR, LPSTR, ULONG, ULONG, ULONG_PTR*);
@@ -27,7 +27,7 @@ HMODULE Libreria(const std::wstring& nome) {
   // Never from the current folder, where anybody may have left a library of that name.
   HMODULE libreria = LoadLibraryExW(nome.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
   if (libreria == nullptr) {
-    throw host::Errore(kFileNonTrovato, kSorgente, "Impossibile trovare il file " + ToUtf8(nome));
+    throw host::Errore(kFileNonTrovato, kSorgenteMapi, "Impossibile trovare il file " + ToUtf8(nome));
   }
   return libreria;
 }
@@ -37,7 +37,7 @@ Funzione Ingresso(const std::wstring& libreria, const char* nome) {
   const FARPROC ingresso = GetProcAddress(Libreria(libreria), nome);
   if (ingresso == nullptr) {
     throw host::Errore(
-        kIngressoNonTrovato, kSorgente,
+        kIngressoNonTrovato, kSorgenteMapi,
         std::string("Impossibile trovare il punto di ingresso ") + nome + " nella DLL " + ToUtf8(libreria));
   }
   // The declared type of the library's function; the detour tells the compiler that it is meant.
