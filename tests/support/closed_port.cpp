@@ -1,19 +1,18 @@
 #include "support/closed_port.h"
 
-#include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <stdexcept>
 
+#include "support/loopback.h"
+
 namespace orve::support {
 
 // Bound and not listening: the system refuses connections, and gives the port to nobody else.
 ClosedPort::ClosedPort() : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  sockaddr_in address = Loopback(0);
   socklen_t length = sizeof address;
   auto* const generic = reinterpret_cast<sockaddr*>(&address);
   if (::bind(socket_, generic, length) != 0 || ::getsockname(socket_, generic, &length) != 0) {
