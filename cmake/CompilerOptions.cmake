@@ -9,6 +9,9 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   add_compile_options(-Wno-restrict)
 endif()
 
+# Nothing compiled tells where the sources lay, so that it is the same from any checkout.
+add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=")
+
 option(ORVE_SANITIZE "Build with Clang's address and undefined-behaviour sanitizers, and the fuzzers with libFuzzer" OFF)
 if(ORVE_SANITIZE)
   add_compile_options(-fsanitize=address,undefined,fuzzer-no-link -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "apps/processi.h"
+#include "places.h"
 #include "support/process.h"
 #include "support/temp_dir.h"
 
@@ -18,7 +19,7 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 
 support::ProcessResult Dimostrazione(const std::string& build, const std::string& uscita) {
-  return support::RunProgram({ORVE_SOURCE_DIR "/scripts/demo", build, uscita});
+  return support::RunProgram({places::Source("scripts/demo"), build, uscita});
 }
 
 }  // namespace
@@ -26,14 +27,14 @@ support::ProcessResult Dimostrazione(const std::string& build, const std::string
 TEST(Demo, ShowsTheFiveCasesCountsThemAndLeavesNothingRunning) {
   const support::TempDir cartella;
   const std::string uscita = (cartella.Path() / "uscita").string();
-  const support::ProcessResult risultato = Dimostrazione(ORVE_BINARY_DIR, uscita);
+  const support::ProcessResult risultato = Dimostrazione(places::Build(), uscita);
   EXPECT_EQ(risultato.status, 0) << risultato.output;
   EXPECT_THAT(risultato.output,
               HasSubstr("\nAll as it should be: sent 3, refused 1, failed 1; register lines 7, events 7 ("));
   EXPECT_THAT(risultato.output, Not(HasSubstr("WRONG")));
   EXPECT_FALSE(QualcunoUsa(uscita));
   // A second time over its own output.
-  const support::ProcessResult seconda = Dimostrazione(ORVE_BINARY_DIR, uscita);
+  const support::ProcessResult seconda = Dimostrazione(places::Build(), uscita);
   EXPECT_EQ(seconda.status, 0) << seconda.output;
 }
 
@@ -42,8 +43,8 @@ TEST(Demo, NoticesAProgramThatOnlyClaimsToHaveSent) {
   const std::filesystem::path falso = cartella.Path() / "build/apps/orve-mail";
   std::filesystem::create_directories(falso);
   // Everything goes to the real program but the sends, which it calls done.
-  std::ofstream(falso / "orve-mail") << "#!/bin/sh\n[ \"$1\" = invia ] && exit 0\nexec '" ORVE_MAIL_PROGRAM
-                                        "' \"$@\"\n";
+  std::ofstream(falso / "orve-mail") << "#!/bin/sh\n[ \"$1\" = invia ] && exit 0\nexec '" << places::Program()
+                                     << "' \"$@\"\n";
   std::filesystem::permissions(falso / "orve-mail", std::filesystem::perms::owner_all);
   const support::ProcessResult risultato =
       Dimostrazione((cartella.Path() / "build").string(), (cartella.Path() / "uscita").string());
@@ -55,7 +56,7 @@ TEST(Demo, NoticesAProgramThatOnlyClaimsToHaveSent) {
 TEST(Demo, NeverEmptiesAFolderThatIsNotItsOwn) {
   const support::TempDir cartella;
   cartella.Write("prezioso.txt", "x");
-  const support::ProcessResult risultato = Dimostrazione(ORVE_BINARY_DIR, cartella.Path().string());
+  const support::ProcessResult risultato = Dimostrazione(places::Build(), cartella.Path().string());
   EXPECT_EQ(risultato.status, 1) << risultato.output;
   EXPECT_EQ(support::ReadFile(cartella.Path() / "prezioso.txt"), "x");
 }

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "apps/processi.h"
+#include "places.h"
 #include "support/process.h"
 #include "support/temp_dir.h"
 
@@ -22,7 +23,7 @@ using ::testing::Not;
 using ::testing::StartsWith;
 
 support::ProcessResult DimostrazioneFinestra(const std::string& build, const std::string& uscita) {
-  const std::string programma = ORVE_SOURCE_DIR "/scripts/demo-window";
+  const std::string programma = places::Source("scripts/demo-window");
   return support::RunProgram({"/usr/bin/env", "--unset=DISPLAY", "--unset=WAYLAND_DISPLAY",
                               "--unset=QT_QPA_PLATFORM", programma, build, uscita},
                              std::chrono::seconds(110));
@@ -38,7 +39,7 @@ TEST(DemoWindow, PlaysItsScriptSendsAndLeavesPicturesAndNoProcess) {
   if (MancaUnoStrumento()) GTEST_SKIP() << "no Xvfb or no xdotool";
   const support::TempDir cartella;
   const std::filesystem::path uscita = cartella.Path() / "uscita";
-  const support::ProcessResult risultato = DimostrazioneFinestra(ORVE_BINARY_DIR, uscita.string());
+  const support::ProcessResult risultato = DimostrazioneFinestra(places::Build(), uscita.string());
   EXPECT_EQ(risultato.status, 0) << risultato.output;
   EXPECT_THAT(risultato.output, HasSubstr("   | Messaggio inviato a 3 destinatari.\n"));
   EXPECT_THAT(risultato.output, EndsWith("\nAll as it should be\n"));
@@ -59,7 +60,7 @@ TEST(DemoWindow, NoticesAProgramThatOpensNoWindow) {
   std::filesystem::create_directories(falso);
   // Everything goes to the real program but what wants a window, which it calls done.
   std::ofstream(falso / "orve-mail") << "#!/bin/sh\ncase $1 in invia|parametri) exit 0;; esac\nexec '"
-                                     << ORVE_MAIL_PROGRAM "' \"$@\"\n";
+                                     << places::Program() << "' \"$@\"\n";
   std::filesystem::permissions(falso / "orve-mail", std::filesystem::perms::owner_all);
   const std::string uscita = (cartella.Path() / "uscita").string();
   const support::ProcessResult risultato =

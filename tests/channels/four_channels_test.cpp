@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "fakes/servizio_di_prova.h"
+#include "places.h"
 #include "text/text.h"
 
 namespace orve {
@@ -147,7 +148,7 @@ std::string ConBianchiVisibili(const std::string& testo) {
 }
 
 std::string Contenuto(const std::string& nome) {
-  std::ifstream file(ORVE_SOURCE_DIR "/tests/channels/four_channels/" + nome + ".txt");
+  std::ifstream file(places::Source("tests/channels/four_channels/" + nome + ".txt"));
   std::ostringstream testo;
   testo << file.rdbuf();
   return testo.str();

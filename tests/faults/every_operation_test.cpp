@@ -15,6 +15,7 @@
 
 #include "faults/prova.h"
 #include "faults/scene.h"
+#include "places.h"
 
 namespace orve::faults {
 
@@ -29,7 +30,7 @@ struct Tabella {
 
 // "[outcome]" and lines up to an empty one; then, behind "operations:", "operation => outcome".
 Tabella Leggi(const std::string& nome) {
-  std::ifstream file(ORVE_SOURCE_DIR "/tests/faults/tables/" + nome + ".txt");
+  std::ifstream file(places::Source("tests/faults/tables/" + nome + ".txt"));
   if (!file) ADD_FAILURE() << "no table " << nome;
   Tabella tabella;
   std::string esito;

@@ -4,6 +4,7 @@
 #include <functional>
 #include <sstream>
 
+#include "places.h"
 #include "service/CLSFW_MAILSERVER.h"
 #include "text/text.h"
 
@@ -193,13 +194,12 @@ std::string Recita(const Scena& scena) {
   return text::Replace(text::Replace(giornale, "\r\n", "¶"), "\r", "¬");
 }
 
-std::string Differenza(const std::string& visto, const std::string& cartellaDeiSorgenti,
-                       const std::string& cartellaDiCostruzione) {
-  std::ifstream file(cartellaDeiSorgenti + "/tests/journals/whole_sends.txt", std::ios::binary);
+std::string Differenza(const std::string& visto) {
+  std::ifstream file(places::Source("tests/journals/whole_sends.txt"), std::ios::binary);
   std::ostringstream atteso;
   atteso << file.rdbuf();
   if (visto == atteso.str()) return {};
-  std::ofstream(cartellaDiCostruzione + "/whole_sends.txt", std::ios::binary) << visto;
+  std::ofstream(places::Build("whole_sends.txt"), std::ios::binary) << visto;
   std::istringstream righeViste(visto);
   std::istringstream righeAttese(atteso.str());
   std::string vista;

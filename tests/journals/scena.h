@@ -30,7 +30,6 @@ struct Scena {
 
 /// Where a journal first differs from the one that every platform is held to, both lines told; empty when it
 /// does not. A journal that differs is left in the folder of the build, to be laid beside the other.
-[[nodiscard]] std::string Differenza(const std::string& visto, const std::string& cartellaDeiSorgenti,
-                                     const std::string& cartellaDiCostruzione);
+[[nodiscard]] std::string Differenza(const std::string& visto);
 
 }  // namespace orve::journals

@@ -10,7 +10,7 @@ TEST(GiornaliInteri, WholeSendsAskOfTheOutsideWhatTheJournalSays) {
   const auto finto = CreaFinto();
   const auto database = CreaDatabase(finto->journal);
   const std::string visto = Recita({finto, database, finto, database, fakes::CreaFakeInterfaccia(*finto)});
-  EXPECT_EQ(Differenza(visto, ORVE_SOURCE_DIR, ORVE_BINARY_DIR), "");
+  EXPECT_EQ(Differenza(visto), "");
 }
 
 }  // namespace

@@ -1,10 +1,12 @@
 #include "support/h2_server.h"
 
+#include "places.h"
+
 namespace orve::support {
 
 H2Server::H2Server()
     : process_(std::make_unique<Process>(
-          std::vector<std::string>{"/usr/bin/python3", ORVE_SOURCE_DIR "/tests/support/h2_server.py",
+          std::vector<std::string>{"/usr/bin/python3", places::Source("tests/support/h2_server.py"),
                                    "--directory=" + directory_.Path().string()})) {
   port_ = std::stoi(process_->WaitForLine("READY ").substr(6));
 }

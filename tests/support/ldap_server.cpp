@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include "places.h"
 #include "support/loopback.h"
 
 namespace orve::support {
@@ -54,7 +55,7 @@ std::string Configuration(const LdapServerOptions& options, const TempDir& direc
   for (const char* schema : {"core", "cosine", "inetorgperson"}) {
     text += "include /etc/ldap/schema/" + std::string(schema) + ".schema\n";
   }
-  text += "include " + Quoted(ORVE_SOURCE_DIR "/tests/support/person.schema") + "\n";
+  text += "include " + Quoted(places::Source("tests/support/person.schema")) + "\n";
   text += "modulepath /usr/lib/ldap\nmoduleload back_mdb\npidfile " + Quoted(here / "slapd.pid") + "\n";
   if (!options.certificate.empty()) {
     text += "TLSCertificateFile " + Quoted(options.certificate) + "\nTLSCertificateKeyFile " +
@@ -87,7 +88,7 @@ LdapServer::LdapServer(const LdapServerOptions& options) {
   // A program of another path, so that rules which a machine lays on the installed one do not hold for it.
   const std::string program = (directory_.Path() / "directory-server").string();
   std::filesystem::copy_file("/usr/sbin/slapd", program);
-  Fill(program, ORVE_SOURCE_DIR "/tests/support/people.ldif");
+  Fill(program, places::Source("tests/support/people.ldif"));
   if (!options.entries.empty()) Fill(program, directory_.Write("entries.ldif", options.entries));
   constexpr int kAttempts = 5;
   for (int attempt = 1; !Start(program, options); ++attempt) {

@@ -6,6 +6,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "places.h"
 #include "support/process.h"
 
 namespace orve::support {
@@ -63,8 +64,8 @@ std::string ReceivedMessage::Header(const std::string& name) const {
 
 ReceivedMessage ReadMessage(const std::filesystem::path& file, const std::filesystem::path& directory) {
   const ProcessResult result =
-      RunProgram({"/usr/bin/python3", "-Xutf8", std::string(ORVE_SOURCE_DIR) + "/tests/support/parse_mail.py",
-                  file.string(), directory.string()});
+      RunProgram({"/usr/bin/python3", "-Xutf8", places::Source("tests/support/parse_mail.py"), file.string(),
+                  directory.string()});
   if (result.status != 0) throw std::runtime_error("parse_mail.py: " + result.output);
   ReceivedMessage message;
   message.file = file;

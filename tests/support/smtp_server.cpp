@@ -8,13 +8,15 @@
 #include <stdexcept>
 #include <thread>
 
+#include "places.h"
+
 namespace orve::support {
 
 namespace {
 
 std::vector<std::string> Command(const SmtpServerOptions& options, const std::filesystem::path& directory) {
   std::vector<std::string> command = {"/usr/bin/python3", "-Xutf8",
-                                      std::string(ORVE_SOURCE_DIR) + "/tests/support/smtp_server.py",
+                                      places::Source("tests/support/smtp_server.py"),
                                       "--directory=" + directory.string(), "--tls=" + options.tls};
   const auto add = [&](const std::string& name, const std::string& value) {
     if (!value.empty()) command.push_back(name + '=' + value);

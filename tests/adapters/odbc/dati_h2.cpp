@@ -8,13 +8,14 @@
 #include <vector>
 
 #include "adapters/odbc/motore.h"
+#include "places.h"
 
 namespace orve::adapters::odbc {
 
 namespace {
 
 std::string Contenuto(const std::string& file) {
-  std::ifstream flusso(ORVE_SOURCE_DIR "/" + file);
+  std::ifstream flusso(places::Source(file));
   std::stringstream testo;
   testo << flusso.rdbuf();
   return testo.str();

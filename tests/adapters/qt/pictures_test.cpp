@@ -7,6 +7,7 @@
 
 #include "orve-mail/rubrica_finestra.h"
 #include "orve-mail/rubrica_manager.h"
+#include "places.h"
 #include "prova.h"
 #include "sqlite/schema.h"
 #include "sqlite/sqlite_connection.h"
@@ -18,7 +19,7 @@ class Immagini : public FinestraVera {
  protected:
   static void Ritrae(QWidget& finestra, const std::string& nome) {
     Respira();
-    const std::filesystem::path cartellaImmagini = std::filesystem::path(ORVE_BINARY_DIR) / "immagini";
+    const std::filesystem::path cartellaImmagini = places::Build("immagini");
     std::filesystem::create_directories(cartellaImmagini);
     const QPixmap immagine = finestra.grab();
     EXPECT_EQ(immagine.deviceIndependentSize().toSize(), finestra.size());

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "apps/orve-mail/prova_intera.h"
+#include "places.h"
 #include "sqlite/schema.h"
 #include "support/process.h"
 
@@ -18,7 +19,7 @@ using ::testing::HasSubstr;
 using ::testing::StartsWith;
 using Riga = std::vector<std::string>;
 
-constexpr const char* kManuale = ORVE_SOURCE_DIR "/apps/orve-mail/orve-mail.1";
+const std::string kManuale = places::Source("apps/orve-mail/orve-mail.1");
 
 class Comandi : public ProvaIntera {
  protected:
@@ -154,7 +155,7 @@ TEST_F(Comandi, AnEmptyListIsStillAList) {
 
 TEST_F(Comandi, AResultThatCannotBeWrittenIsNoSuccess) {
   const support::ProcessResult risultato = support::RunProgram(
-      {"/bin/sh", "-c", R"("$0" registro --db "$1" >/dev/full)", ORVE_MAIL_PROGRAM, Db()});
+      {"/bin/sh", "-c", R"("$0" registro --db "$1" >/dev/full)", places::Program(), Db()});
   EXPECT_EQ(risultato.status, 7);
   EXPECT_EQ(risultato.output, "orve-mail: errore nella scrittura del risultato\n");
 }
@@ -218,7 +219,7 @@ TEST_F(Comandi, WhatTheCommandLineLacksOrHasTooMuchIsToldInItalian) {
 
 TEST_F(Comandi, WithoutADatabaseTheProgramAsksForOne) {
   const support::ProcessResult risultato =
-      support::RunProgram({"/usr/bin/env", "-u", "ORVE_MAIL_DB", ORVE_MAIL_PROGRAM, "registro"});
+      support::RunProgram({"/usr/bin/env", "-u", "ORVE_MAIL_DB", places::Program(), "registro"});
   EXPECT_EQ(risultato.status, 2);
   EXPECT_THAT(risultato.output, StartsWith("orve-mail registro: --db: indicare il file del database\n"));
 }

@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "apps/orve-mail/prova_intera.h"
+#include "places.h"
 #include "support/process.h"
 
 namespace orve::app {
@@ -66,7 +67,7 @@ class Traccia : public ProvaIntera {
     std::vector<std::string> comando = {"/usr/bin/env",
                                         "TMPDIR=" + cartella.Path().string(),
                                         "ORVE_MAIL_DB=" + Db(),
-                                        ORVE_MAIL_PROGRAM,
+                                        places::Program(),
                                         "--traccia",
                                         traccia};
     comando.insert(comando.end(), argomenti.begin(), argomenti.end());

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "apps/orve-mail/prova_intera.h"
+#include "places.h"
 #include "support/process.h"
 
 namespace orve::app {
@@ -18,7 +19,7 @@ using ::testing::HasSubstr;
 // The example as it was built in the tree, or the one that somebody built over the installed package.
 std::string Programma() {
   const char* installato = std::getenv("ORVE_ESEMPIO_INSTALLATO");
-  return installato != nullptr ? installato : ORVE_ESEMPIO;
+  return installato != nullptr ? installato : places::Build("examples/invia-fattura");
 }
 
 class Esempio : public ProvaIntera {
@@ -31,7 +32,7 @@ class Esempio : public ProvaIntera {
 
 // The first block of C++ in the README, line by line.
 std::vector<std::string> RigheDelReadme() {
-  std::istringstream readme(support::ReadFile(ORVE_SOURCE_DIR "/README.md"));
+  std::istringstream readme(support::ReadFile(places::Source("README.md")));
   std::vector<std::string> righe;
   bool dentro = false;
   for (std::string riga; std::getline(readme, riga);) {
@@ -65,7 +66,7 @@ TEST_F(Esempio, TheExampleTellsAFailureByItsState) {
 }
 
 TEST_F(Esempio, TheReadmeShowsTheExampleAsItStands) {
-  const std::string sorgente = support::ReadFile(ORVE_SOURCE_DIR "/examples/invia_fattura.cpp");
+  const std::string sorgente = support::ReadFile(places::Source("examples/invia_fattura.cpp"));
   const auto righe = RigheDelReadme();
   ASSERT_GT(righe.size(), 8U);
   for (const auto& riga : righe) EXPECT_THAT(sorgente, HasSubstr("  " + riga + "\n"));

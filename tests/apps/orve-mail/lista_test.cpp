@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "apps/orve-mail/prova_intera.h"
+#include "places.h"
 #include "support/process.h"
 #include "support/scripted_server.h"
 
@@ -70,7 +71,7 @@ class Lista : public ProvaIntera {
     std::vector<std::string> comando = {"/usr/bin/env", "TMPDIR=" + cartella.Path().string(),
                                         "ORVE_MAIL_DB=" + Db()};
     comando.insert(comando.end(), ambiente.begin(), ambiente.end());
-    comando.insert(comando.end(), {ORVE_MAIL_PROGRAM, "lista", Elenco(), "--ca", Ca(), "--corpo", "x"});
+    comando.insert(comando.end(), {places::Program(), "lista", Elenco(), "--ca", Ca(), "--corpo", "x"});
     comando.insert(comando.end(), opzioni.begin(), opzioni.end());
     return std::make_unique<support::Process>(comando);
   }
@@ -281,7 +282,7 @@ TEST_F(Lista, RowsAddedAtTheEndAreSent) {
 
 TEST_F(Lista, TheSampleListIsSent) {
   auto& server = AvviaServerSemplice();
-  Scrivi(support::ReadFile(ORVE_SOURCE_DIR "/examples/elenco.csv"));
+  Scrivi(support::ReadFile(places::Source("examples/elenco.csv")));
   const Esecuzione esecuzione = Manda({"--oggetto", "Listino 2026"});
   EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
   EXPECT_EQ(server.Count(), 5U);
@@ -485,7 +486,7 @@ TEST_P(ListaUccisa, AtAnyMomentSendsNothingTwiceAndLosesNoResult) {
     elenco << "nome;indirizzo\nUno;uno" << dominio << "\nNo;no@example.org\nDue;due" << dominio << "\n";
     Scrivi(elenco.str());
     // By its name and folder: a whole path would end at the first blank in it.
-    const std::filesystem::path uccisore = ORVE_KILL_AT_CALL;
+    const std::filesystem::path uccisore = places::Build("tests/libkill-at-call.so");
     std::vector<std::string> ambiente = {
         "LD_LIBRARY_PATH=" + uccisore.parent_path().string(), "LD_PRELOAD=" + uccisore.filename().string(),
         "KILL_FILES=.esito", "KILL_AT=" + std::to_string(chiamata),
@@ -540,7 +541,7 @@ TEST_F(Lista, AFullDiskStopsTheRunBeforeAMessageLeaves) {
   const support::ProcessResult pieno = support::RunProgram(
       {"/bin/sh", "-c", R"(ulimit -f "$1"; shift; exec "$@")", "prova",
        std::to_string(esiti.size() / kBlocco), "/usr/bin/env", "TMPDIR=" + cartella.Path().string(),
-       "ORVE_MAIL_DB=" + Db(), ORVE_MAIL_PROGRAM, "lista", Elenco(), "--corpo", "x"});
+       "ORVE_MAIL_DB=" + Db(), places::Program(), "lista", Elenco(), "--corpo", "x"});
   EXPECT_EQ(pieno.status, 6) << pieno.output;
   EXPECT_THAT(pieno.output, HasSubstr("orve-mail: File dei risultati " + FileEsiti() + ": "));
   EXPECT_EQ(server.Count(), 0U);
@@ -567,7 +568,7 @@ TEST_F(Lista, OnAScreenThereIsABarAndOnlyTroubleHasLines) {
   const support::ProcessResult schermo = support::RunProgram(
       {"/usr/bin/env", "TERM=xterm", "TMPDIR=" + cartella.Path().string(), "ORVE_MAIL_DB=" + Db(),
        "/usr/bin/python3", "-c",
-       "import os, pty, sys; sys.exit(os.waitstatus_to_exitcode(pty.spawn(sys.argv[1:])))", ORVE_MAIL_PROGRAM,
+       "import os, pty, sys; sys.exit(os.waitstatus_to_exitcode(pty.spawn(sys.argv[1:])))", places::Program(),
        "lista", Elenco(), "--corpo", "x"});
   EXPECT_EQ(schermo.status, 9) << schermo.output;
   EXPECT_THAT(schermo.output, StartsWith("\r[........................................]   0%  0/4\x1B[K"));

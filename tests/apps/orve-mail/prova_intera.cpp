@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "orve-mail/controllo_traccia.h"
+#include "places.h"
 #include "sqlite/schema.h"
 #include "support/process.h"
 
@@ -78,7 +79,7 @@ std::vector<std::string> ProvaIntera::Ambiente() const {
 
 Esecuzione ProvaIntera::Esegui(const std::vector<std::string>& argomenti, const std::string& ingresso) const {
   std::vector<std::string> comando = Ambiente();
-  comando.insert(comando.end(), {ORVE_MAIL_PROGRAM, "--traccia", TracciaIstanze()});
+  comando.insert(comando.end(), {places::Program(), "--traccia", TracciaIstanze()});
   comando.insert(comando.end(), argomenti.begin(), argomenti.end());
   return EseguiComando(comando, ingresso);
 }
@@ -87,7 +88,7 @@ Esecuzione ProvaIntera::EseguiConAmbiente(const std::vector<std::string>& variab
                                           const std::vector<std::string>& argomenti) const {
   std::vector<std::string> comando = Ambiente();
   comando.insert(comando.end(), variabili.begin(), variabili.end());
-  comando.emplace_back(ORVE_MAIL_PROGRAM);
+  comando.emplace_back(places::Program());
   comando.insert(comando.end(), argomenti.begin(), argomenti.end());
   return EseguiComando(comando, "");
 }
@@ -96,7 +97,7 @@ Esecuzione ProvaIntera::EseguiDaUtenteOrdinario(const std::vector<std::string>& 
   if (::geteuid() != 0) return Esegui(argomenti);
   constexpr uid_t kNessuno = 65534;
   // The program goes along, since its own folder may be closed to others.
-  std::filesystem::copy_file(ORVE_MAIL_PROGRAM, File("orve-mail"),
+  std::filesystem::copy_file(places::Program(), File("orve-mail"),
                              std::filesystem::copy_options::overwrite_existing);
   for (const auto& voce : std::filesystem::directory_iterator(cartella.Path())) {
     if (::lchown(voce.path().c_str(), kNessuno, kNessuno) != 0) throw std::runtime_error("lchown");

@@ -64,7 +64,7 @@ TEST(GiornaliDiWindows, WholeSendsAskOfTheOutsideWhatTheJournalSays) {
   const std::string visto = journals::Recita({finto, database, std::make_shared<AmbienteFermo>(finto),
                                               win32::ConnessioneDa(connessione.Get()),
                                               win32::InterfacciaHostDa(interfaccia.Get())});
-  EXPECT_EQ(journals::Differenza(visto, ORVE_SOURCE_DIR, ORVE_BINARY_DIR), "");
+  EXPECT_EQ(journals::Differenza(visto), "");
   EXPECT_EQ(connessione->Riferiti(), 1U);
   EXPECT_EQ(interfaccia->Riferiti(), 1U);
 }
