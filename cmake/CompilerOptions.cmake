@@ -12,6 +12,11 @@ endif()
 # Nothing compiled tells where the sources lay, so that it is the same from any checkout.
 add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=")
 
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # Of files compiled as one it takes those included, .cpp files, for headers.
+  add_compile_options(-Wno-subobject-linkage)
+endif()
+
 option(ORVE_SANITIZE "Build with Clang's address and undefined-behaviour sanitizers, and the fuzzers with libFuzzer" OFF)
 if(ORVE_SANITIZE)
   add_compile_options(-fsanitize=address,undefined,fuzzer-no-link -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -12,7 +12,7 @@ namespace orve::app {
 
 namespace {
 
-enum class Forma { kColonne, kJson, kCsv };
+enum class Forma { kTesto, kJson, kCsv };
 
 using Riga = std::vector<std::string>;
 
@@ -146,7 +146,7 @@ void AggiungiElenco(CLI::App& programma, Contesto& contesto, const Elenco& elenc
     if (argomenti->json && argomenti->csv) {
       throw ErroreProgramma(Uscita::kComandoErrato, "indicare --json oppure --csv, non entrambi");
     }
-    const Forma forma = argomenti->json ? Forma::kJson : argomenti->csv ? Forma::kCsv : Forma::kColonne;
+    const Forma forma = argomenti->json ? Forma::kJson : argomenti->csv ? Forma::kCsv : Forma::kTesto;
     contesto.uscita =
         Mostra(elenco, argomenti->posizione, argomenti->ultimi, forma, contesto.terminale.uscita);
   });
