@@ -292,6 +292,31 @@ TEST_F(EventoPrimaDelInvio, AllegatiStartsAfreshAtEachSend) {
   EXPECT_EQ(servizio->Allegati(), "C:\\f.pdf");
 }
 
+// The six texts are the only way in: everything that they stand for is made anew from them.
+TEST_F(EventoPrimaDelInvio, WhatTheHandlerWritesIntoTheServiceItselfIsUndone) {
+  Collezione().AddFromLista("a@x.example", "Anna", "Acme", 0);
+  servizio->vOggetto = "Fattura 12";
+  servizio->vMailAttachment = "C:\\f.pdf";
+  servizio->BeforeSendMail = [&](auto&, auto&, auto&, auto&, auto&, auto&) {
+    servizio->vOggetto = "altro oggetto";
+    servizio->vCorpoMail = "altro corpo";
+    servizio->vCollDestinatari->AddFromLista("b@x.example", "Bea", "", 0);
+    servizio->vElencoAllegati = Variant::Array{"C:\\altro.pdf"};
+    servizio->Allegati("C:\\altro.pdf");
+    servizio->DestinatariA("Bea<b@x.example>");
+    servizio->DestinatariCC("Carlo<c@x.example>");
+    servizio->DestinatariCCn("Nino<n@x.example>");
+  };
+  Gestisci();
+  EXPECT_EQ(servizio->vOggetto, "Fattura 12");
+  EXPECT_EQ(servizio->vCorpoMail, "corpo");
+  EXPECT_THAT(Recipienti(), ElementsAre("Anna<a@x.example>Acme/0"));
+  EXPECT_THAT(Elenco(), ElementsAre("C:\\f.pdf"));
+  EXPECT_EQ(servizio->Allegati(), "C:\\f.pdf");
+  EXPECT_EQ(servizio->DestinatariA() + servizio->DestinatariCC() + servizio->DestinatariCCn(),
+            "Anna<a@x.example>");
+}
+
 TEST_F(EventoPrimaDelInvio, AHandlerThatClearsTheAttachmentsSendsNone) {
   servizio->vMailAttachment = "C:\\f.pdf";
   servizio->BeforeSendMail = [](auto&, auto&, auto&, auto&, auto&, auto& allegati) { allegati.clear(); };

@@ -130,6 +130,45 @@ TEST_F(Invio, AFailingHandlerDoesNotStopTheSend) {
   EXPECT_TRUE(Consegnato());
 }
 
+// Only what comes behind the event puts the main document into the list that a channel attaches.
+TEST_F(Invio, AFailingHandlerLetsTheMessageLeaveWithoutItsMainDocument) {
+  Collezione().AddFromLista("a@x.example", "Anna", "", 0);
+  servizio->ModalitaInvio(kvAutomatico);
+  servizio->vMailAttachment = "C:\\fattura.pdf";
+  servizio->AddAllegato("C:\\condizioni.pdf");
+  servizio->BeforeSendMail = [](auto& oggetto, auto&, auto&, auto&, auto&, auto&) {
+    oggetto = "perduto";
+    throw host::Errore(1001, "Chiamante", "no");
+  };
+  servizio->AvviaProceduraInvio();
+  EXPECT_THAT(journal->Righe({"smtp.AddAttachment", "smtp.Subject"}),
+              ElementsAre("smtp.AddAttachment C:\\condizioni.pdf", "smtp.Subject "));
+  EXPECT_TRUE(Consegnato());
+}
+
+// The nearest thing to a veto, and not one by collection.
+TEST_F(Invio, AHandlerThatLeavesNobodyIsRefusedByLookUpAndDeliveredToNobodyByCollection) {
+  ConRegistro();
+  servizio->ModalitaInvio(kvAutomatico);
+  servizio->BeforeSendMail = [](auto&, auto&, auto& a, auto& cc, auto& ccn, auto&) {
+    a.clear();
+    cc.clear();
+    ccn.clear();
+  };
+  servizio->vIndDestinatario = "a@x.example";
+  servizio->AvviaProceduraInvio();
+  EXPECT_FALSE(Consegnato());
+  EXPECT_THAT(journal->Righe({"ObjRegistroInvio.RegistraInvio"}),
+              ElementsAre("ObjRegistroInvio.RegistraInvio ||||Non inviato. Indirizzo mancante.||"));
+
+  journal->Svuota();
+  Collezione().Add("a@x.example", "Anna");
+  servizio->AvviaProceduraInvio();
+  EXPECT_THAT(journal->Righe({"smtp.AddRecipientEx"}), ElementsAre("smtp.AddRecipientEx  0"));
+  EXPECT_TRUE(Consegnato());
+  EXPECT_THAT(journal->Righe({"ObjRegistroInvio.RegistraInvio"}), IsEmpty());
+}
+
 // The collection is made behind the event, so that it is missing then.
 TEST_F(Invio, AFailingHandlerOnTheLookUpRouteEndsTheSendInTheProceduresHandler) {
   interno.PathTemp() = "C:\\Temp";

@@ -2,9 +2,12 @@
 // find what the sample data hold.
 #include <gmock/gmock.h>
 
+#include <sstream>
+
 #include "adapters/sqlite/prova.h"
 #include "fakes/accesso_interno.h"
 #include "fakes/fake_ambiente.h"
+#include "places.h"
 #include "service/CLSFW_MAILSERVER.h"
 
 namespace orve::adapters::sqlite {
@@ -197,6 +200,36 @@ TEST_F(ServiceOnSqlite, SignsHtmlMailWithTheUsersOwnFont) {
     EXPECT_EQ(font, caso.wantFont) << caso.utente;
     EXPECT_EQ(dimensione, caso.wantDimensione) << caso.utente;
   }
+}
+
+// The statements of the guide for calling applications, on settings that have neither.
+TEST_F(ServiceOnSqlite, TheGuidesStatementsSwitchHtmlAndSignatureOn) {
+  (void)Esegui("DELETE FROM FW95_SETTINGS");
+  std::istringstream guida(posix::Contenuto(places::Source("docs/for-integrators.md")));
+  bool dentro = false;
+  int eseguiti = 0;
+  for (std::string riga; std::getline(guida, riga);) {
+    if (riga == "```") dentro = false;
+    if (dentro) {
+      (void)Esegui(riga);
+      ++eseguiti;
+    }
+    if (riga == "```sql") dentro = true;
+  }
+  EXPECT_EQ(eseguiti, 4);
+
+  // The signature is that of the person logged in, whoever the register was told.
+  servizio->ActiveInterface = fakes::CreaFakeInterfaccia(*ambiente, 7);
+  (void)servizio->GetImpostazioni();
+  servizio->InizializzaRegistroInvioMailMultiprofilo("voce", "oggetto", 1, "Fattura");
+  servizio->vFlagCorpo = 1;
+  servizio->vCorpoMail = "Buongiorno";
+  servizio->AvviaProceduraInvio(1001, kvDestinatarioFaxCliente);
+  EXPECT_THAT(ambiente->journal->Righe({"smtp.BodyFormat", "smtp.BodyText"}),
+              ElementsAre("smtp.BodyFormat 1",
+                          "smtp.BodyText <!DOCTYPE html>\r\n<html>\r\n<body>\r\n<font face = \"Verdana\" "
+                          "size = \"2\">Buongiorno</font><br/>\r\n</body>\r\n</html>\r\n"
+                          "<p>Anna Rossi<br/>Amministrazione</p>"));
 }
 
 TEST_F(ServiceOnSqlite, RegistersAnEventForTheUserOfTheConnection) {
