@@ -22,7 +22,7 @@ class AmbienteWin32 final : public host::Ambiente {
     return AvvolgiMessaggi(CreaOggetto(classi::kMessaggi));
   }
   [[nodiscard]] std::shared_ptr<host::FormatoData> CreaFormatoData() override {
-    if (!ClasseRegistrata(classi::kFormatoData)) return std::make_shared<forms::FormatoDataSql>();
+    if (!ClasseRegistrata(classi::kFormatoData)) return std::make_shared<FormatoDataWin32>();
     return AvvolgiFormatoData(CreaOggetto(classi::kFormatoData));
   }
   [[nodiscard]] std::shared_ptr<host::FormatoNumero> CreaFormatoNumero() override {

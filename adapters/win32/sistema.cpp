@@ -93,6 +93,12 @@ std::string OrologioWin32::TestoOra(host::DataOra istante) {
   return ToUtf8(testo.data());
 }
 
+void FormatoDataWin32::Data(const std::string& testo) {
+  DATE giorni = 0;
+  const bool buona = SUCCEEDED(VarDateFromStr(ToBstr(testo).Get(), LOCALE_USER_DEFAULT, 0, &giorni));
+  FormatoDataSql::Data(buona ? host::Variant(host::DataOra{giorni}).ToText() : std::string());
+}
+
 void DebugOutputWin32::Scrivi(const std::string& riga) noexcept {
   try {
     OutputDebugStringA(ToSingleByte(riga).c_str());

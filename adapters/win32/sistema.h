@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "forms/formatori_sql.h"
 #include "host/orologio.h"
 #include "host/risolutore_percorsi.h"
 #include "host/sistema.h"
@@ -18,6 +19,12 @@ class OrologioWin32 final : public host::Orologio {
   /// dd/mm/yyyy.
   [[nodiscard]] std::string TestoData(host::DataOra istante) override;
   [[nodiscard]] std::string TestoOra(host::DataOra istante) override;
+};
+
+/// Without a library of the host: dates in the forms that the regional settings let a person write.
+class FormatoDataWin32 final : public forms::FormatoDataSql {
+ public:
+  void Data(const std::string& testo) override;
 };
 
 /// In the system's single-byte code page.

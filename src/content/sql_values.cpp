@@ -3,6 +3,7 @@
 // Values are joined unescaped: a text with a quote breaks its statement, and the failure takes the way of the
 // procedure that runs it. Whoever changes that changes what every look-up sends to the database.
 #include <string>
+#include <type_traits>
 
 #include "service/CLSFW_MAILSERVER.h"
 
@@ -14,6 +15,21 @@ enum TipoValore : std::int32_t { kTesto = 0, kDecimale = 1, kNumero = 2, kData =
 
 std::string TraApici(const std::string& testo) {
   return "'" + testo + "'";
+}
+
+// The date formatter reads the form of the regional settings, which only the system's clock knows.
+std::string TestoPerFormatoData(const host::Variant& valore, host::Orologio& orologio) {
+  return valore.Visita([&](const auto& contenuto) {
+    if constexpr (std::is_same_v<std::decay_t<decltype(contenuto)>, host::DataOra>) {
+      if (!contenuto.HaData()) return orologio.TestoOra(contenuto);
+      const host::CampiDataOra campi = host::Campi(contenuto);
+      const bool mezzanotte = campi.ora == 0 && campi.minuto == 0 && campi.secondo == 0;
+      const std::string data = orologio.TestoData(contenuto);
+      return mezzanotte ? data : data + " " + orologio.TestoOra(contenuto);
+    } else {
+      return valore.ToText();
+    }
+  });
 }
 
 }  // namespace
@@ -58,7 +74,7 @@ host::Variant CLSFW_MAILSERVER::FormatoDBPresente(const host::Variant& valore, s
       return host::Richiesto(ObjFormatoNumero).NumeroDB(valore);
     case kData: {
       auto& formato = host::Richiesto(ObjFormatoData);
-      formato.Data(valore.ToText());
+      formato.Data(TestoPerFormatoData(valore, ambiente_->OrologioDiSistema()));
       if (formato.Stato() != 0) return {};
       return TraApici(formato.DataDB());
     }

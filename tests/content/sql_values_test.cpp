@@ -83,6 +83,18 @@ TEST_F(FormatoDB, HandsTheFormattersTheValueOnce) {
   EXPECT_THAT(journal->Righe(), ElementsAre("ObjFormatoData.Data 14/11/2026", "ObjFormatoNumero.NumeroDB 5"));
 }
 
+TEST_F(FormatoDB, HandsTheDateFormatterADateInTheFormOfTheRegionalSettings) {
+  ambiente->testoData = "11/4/2026";
+  ambiente->testoOra = "9:05:07 AM";
+  interno.FormatoDB(host::DataOra::Da(2026, 11, 4), kData, false);
+  interno.FormatoDB(host::DataOra::Da(2026, 11, 4, 9, 5, 7), kData, false);
+  interno.FormatoDB(host::DataOra{0.25}, kData, false);
+  interno.FormatoDB("04-11-26", kData, false);
+  EXPECT_THAT(journal->Righe(),
+              ElementsAre("ObjFormatoData.Data 11/4/2026", "ObjFormatoData.Data 11/4/2026 9:05:07 AM",
+                          "ObjFormatoData.Data 9:05:07 AM", "ObjFormatoData.Data 04-11-26"));
+}
+
 TEST_F(FormatoDB, ADateThatTheFormatterDoesNotAcceptGivesNothingWithoutAMessage) {
   ambiente->statoFormatoData = 1;
   EXPECT_EQ(interno.FormatoDB("31/02/2026", kData, false), host::Variant());

@@ -17,6 +17,21 @@
 namespace orve::win32 {
 namespace {
 
+// The person's short form of dates, for as long as it lives.
+class FormaDiData {
+ public:
+  explicit FormaDiData(const wchar_t* forma) {
+    GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, prima_.data(), static_cast<int>(prima_.size()));
+    EXPECT_TRUE(SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, forma));
+  }
+  FormaDiData(const FormaDiData&) = delete;
+  FormaDiData& operator=(const FormaDiData&) = delete;
+  ~FormaDiData() { SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, prima_.data()); }
+
+ private:
+  std::array<wchar_t, 80> prima_{};
+};
+
 class SistemaTest : public testing::Test {
  protected:
   prova::AppartamentoCom appartamento;
@@ -50,6 +65,37 @@ TEST_F(SistemaTest, DateAndTimeHaveTheFormsOfTheRegionalSettings) {
 
 TEST_F(SistemaTest, ADateThatTheSystemCannotWriteReadsAsInItaly) {
   EXPECT_EQ(ambiente->OrologioDiSistema().TestoData(host::DataOra::Da(1500, 2, 3)), "03/02/1500");
+}
+
+TEST_F(SistemaTest, ADateOfTheClockIsTheSameDateForTheDatabaseWhateverTheRegionalSettings) {
+  struct Caso {
+    const wchar_t* forma;
+    const char* wantTesto;
+  };
+  for (const Caso& caso : {Caso{L"dd/MM/yyyy", "04/11/2026"}, Caso{L"M/d/yyyy", "11/4/2026"},
+                           Caso{L"yyyy-MM-dd", "2026-11-04"}, Caso{L"dd.MM.yyyy", "04.11.2026"}}) {
+    const FormaDiData regionale(caso.forma);
+    auto& orologio = ambiente->OrologioDiSistema();
+    const auto istante = host::DataOra::Da(2026, 11, 4, 9, 5, 7);
+    ASSERT_EQ(orologio.TestoData(istante), caso.wantTesto);
+    FormatoDataWin32 formato;
+    for (const auto& testo :
+         {orologio.TestoData(istante), orologio.TestoData(istante) + " " + orologio.TestoOra(istante)}) {
+      formato.Data(testo);
+      EXPECT_EQ(formato.Stato(), 0) << testo;
+      EXPECT_EQ(formato.DataDB(), "20261104") << testo;
+    }
+  }
+}
+
+TEST_F(SistemaTest, WhatIsNoDateHasAStateAndNoDatabaseForm) {
+  FormatoDataWin32 formato;
+  formato.Data("11/12/2026");
+  for (const char* testo : {"31/02/2026", "oggi", "", "01/01/1752"}) {
+    formato.Data(testo);
+    EXPECT_EQ(formato.Stato(), 1) << testo;
+    EXPECT_EQ(formato.DataDB(), "") << testo;
+  }
 }
 
 TEST_F(SistemaTest, IdentifiersAreNewEachTime) {
