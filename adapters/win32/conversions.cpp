@@ -3,6 +3,7 @@
 #include <climits>
 #include <limits>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "host/errore.h"
@@ -167,7 +168,10 @@ std::string FromBstr(BSTR testo) {
 std::string ToSingleByte(std::string_view testo) {
   // A system whose code page is UTF-8 lacks nothing, and refuses to be told what to do if it did.
   if (GetACP() == CP_UTF8) return ToUtf8(ToWide(testo));
-  return Stringi(CP_ACP, WC_NO_BEST_FIT_CHARS, "?", ToWide(testo));
+  std::wstring largo = ToWide(testo);
+  // No other page has a character beyond the first plane; its second half would be a "?" more.
+  std::erase_if(largo, [](wchar_t unita) { return IS_LOW_SURROGATE(unita); });
+  return Stringi(CP_ACP, WC_NO_BEST_FIT_CHARS, "?", largo);
 }
 
 std::string FromSingleByte(std::string_view byte) {

@@ -19,7 +19,8 @@ namespace orve::win32 {
 /// Null reads as the empty text.
 [[nodiscard]] std::string FromBstr(BSTR testo);
 
-/// The form of a text in the system's single-byte code page, with "?" for what it lacks, and back.
+/// The form of a text in the system's single-byte code page, with "?" for each character that it lacks,
+/// and back.
 [[nodiscard]] std::string ToSingleByte(std::string_view testo);
 [[nodiscard]] std::string FromSingleByte(std::string_view byte);
 

@@ -9,7 +9,10 @@ namespace {
 class TextStreamCom final : public Involucro<host::TextStream> {
  public:
   using Involucro::Involucro;
-  void WriteLine(const std::string& testo) override { Oggetto().Run("WriteLine", testo); }
+  void WriteLine(const std::string& testo) override {
+    // A single-byte stream refuses the whole line for one character that its code page lacks.
+    Oggetto().Run("WriteLine", FromSingleByte(ToSingleByte(testo)));
+  }
   void Close() override { Oggetto().Run("Close"); }
 };
 

@@ -213,6 +213,7 @@ TEST(Conversioni, TheSystemsCodePageHasAQuestionMarkForWhatItLacks) {
   EXPECT_EQ(ToSingleByte("Perché € Łódź"),
             "Perch\xE9 \x80 ?\xF3"
             "d?");
+  EXPECT_EQ(ToSingleByte("a😀b漢字"), "a?b??");
   EXPECT_EQ(FromSingleByte("Perch\xE9 \x80"), "Perché €");
 }
 

@@ -10,7 +10,9 @@
 #include "host/errore.h"
 #include "service/address_check.h"
 #include "win32/ambiente_win32.h"
+#include "win32/conversions.h"
 #include "win32/dispatch.h"
+#include "win32/file_system.h"
 #include "windows/win32/doppio.h"
 
 namespace orve::win32 {
@@ -55,6 +57,32 @@ TEST_F(FileSystemTest, LinesAreAppendedInTheSystemsCodePage) {
   EXPECT_TRUE(fileSystem->FileExists(file));
   std::ifstream letto(file, std::ios::binary);
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(letto), {}), "Societ\xE0\r\nseconda\r\n");
+}
+
+TEST_F(FileSystemTest, ALineKeepsAQuestionMarkForWhatTheCodePageLacks) {
+  const auto flusso =
+      fileSystem->OpenTextFile(file, host::FileSystem::kAccoda, true, host::FileSystem::kSingoloByte);
+  flusso->WriteLine("Łukasz 😀 漢, Società");
+  flusso->Close();
+  std::ifstream letto(file, std::ios::binary);
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(letto), {}), "?ukasz ? ?, Societ\xE0\r\n");
+}
+
+// Not every system's stream makes do with a "?", as the one of these tests does.
+TEST_F(FileSystemTest, AStreamThatRefusesWhatItsCodePageLacksIsNotAskedForIt) {
+  const auto giornale = std::make_shared<std::vector<std::string>>();
+  const auto flusso = prova::CreaDoppio("TextStream", giornale);
+  flusso->Membro("WriteLine", DISPATCH_METHOD, [](const prova::ArrivoCom& arrivo) -> VariantCom {
+    const std::string testo = arrivo.Valore(0).ToText();
+    if (FromSingleByte(ToSingleByte(testo)) != testo) throw host::Errore(host::kArgomentoNonValido);
+    return {};
+  });
+  const auto apre = prova::CreaDoppio("FileSystem", giornale);
+  apre->Membro("OpenTextFile", DISPATCH_METHOD, prova::Oggetto(flusso));
+  AvvolgiFileSystem(Dispatch(apre.Get()))
+      ->OpenTextFile("C:\\a.log", host::FileSystem::kAccoda, true, host::FileSystem::kSingoloByte)
+      ->WriteLine("Łukasz");
+  EXPECT_EQ(giornale->back(), "TextStream.WriteLine chiamata (?ukasz)");
 }
 
 TEST_F(FileSystemTest, AFileThatIsMissingIsError53) {
