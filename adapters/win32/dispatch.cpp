@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <memory>
 #include <vector>
 
@@ -76,6 +77,13 @@ Esito Prova(IDispatch& oggetto, DISPID membro, WORD tipo, Chiamata& chiamata) {
   esito.codice = oggetto.Invoke(membro, IID_NULL, LOCALE_USER_DEFAULT, tipo, &parametri,
                                 scrittura ? nullptr : esito.risultato.Uscita(), &esito.eccezione, &argomento);
   return esito;
+}
+
+host::Errore NonCreabile(const wchar_t* classe, HRESULT esito) {
+  std::array<char, 16> codice{};
+  std::snprintf(codice.data(), codice.size(), "0x%08lX", static_cast<unsigned long>(esito));
+  return {host::kOggettoNonCreabile, "ORVE_MAILSERVER",
+          "Impossibile creare l'oggetto " + ToUtf8(classe) + " (" + codice.data() + ")"};
 }
 
 }  // namespace
@@ -171,9 +179,9 @@ Dispatch CreaOggetto(const wchar_t* classe) {
   CLSID identificatore;
   ComPtr<IDispatch> oggetto;
   SetErrorInfo(0, nullptr);
-  if (FAILED(CLSIDFromString(classe, &identificatore)) ||
-      FAILED(CoCreateInstance(identificatore, nullptr, CLSCTX_SERVER, IID_IDispatch, oggetto.UscitaVoid()))) {
-    throw host::Errore(host::kOggettoNonCreabile);
+  HRESULT esito = CLSIDFromString(classe, &identificatore);
+  if (SUCCEEDED(esito)) {
+    esito = CoCreateInstance(identificatore, nullptr, CLSCTX_SERVER, IID_IDispatch, oggetto.UscitaVoid());
   }
   return Dispatch(std::move(oggetto));
 }
@@ -184,3 +192,4 @@ bool ClasseRegistrata(const wchar_t* classe) noexcept {
 }
 
 }  // namespace orve::win32
+  if (FAILED(esito)) throw NonCreabile(classe, esito);

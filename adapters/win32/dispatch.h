@@ -121,7 +121,8 @@ class Dispatch {
 };
 
 /// A new object of the class with that name ("Outlook.Application") or identifier
-/// ("{DF8A4FE2-221A-4504-987A-3FD4720DB929}"); raises 429 where the machine cannot make one.
+/// ("{DF8A4FE2-221A-4504-987A-3FD4720DB929}"); raises 429, with the class and the
+/// system's code, where the machine cannot make one.
 [[nodiscard]] Dispatch CreaOggetto(const wchar_t* classe);
 /// Whether the machine knows the class at all.
 [[nodiscard]] bool ClasseRegistrata(const wchar_t* classe) noexcept;

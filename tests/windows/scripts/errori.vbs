@@ -52,14 +52,16 @@ s.InvioSMTP = True
 s.GetImpostazioni
 s.AddDestinatario "anna@x.example", "Anna"
 giornale = Banco.Giornale
+Dim manca
+manca = "Impossibile creare l'oggetto {DF8A4FE2-221A-4504-987A-3FD4720DB929} (0x80040154)"
 Uguale "InviaMailSMTP", s.InviaMailSMTP("Avviso", "Testo"), False
-If InStr(Banco.Giornale, "MostraMsg Impossibile creare l'oggetto|48|ORVE_MAIL: InviaMailSMTP") = 0 Then
+If InStr(Banco.Giornale, "MostraMsg " & manca & "|48|ORVE_MAIL: InviaMailSMTP") = 0 Then
   Banco.Fallisce "messaggio di InviaMailSMTP"
 End If
 Uguale "errNumber senza silentMode", s.errNumber, ""
 s.silentMode = True
 Uguale "InviaMailSMTP in silenzio", s.InviaMailSMTP("Avviso", "Testo"), False
 Uguale "errNumber", s.errNumber, "429"
-Uguale "errDescription", s.errDescription, "Impossibile creare l'oggetto in ORVE_MAIL: InviaMailSMTP"
+Uguale "errDescription", s.errDescription, manca & " in ORVE_MAIL: InviaMailSMTP"
 giornale = Banco.Giornale
 If InStr(giornale, "MostraMsg") > 0 Then Banco.Fallisce "silentMode non tace: " & giornale

@@ -203,6 +203,16 @@ TEST_F(DispatchTest, AClassThatTheMachineLacksIsError429) {
   EXPECT_FALSE(ClasseRegistrata(L"ORVE_Prova.NonEsiste"));
 }
 
+TEST_F(DispatchTest, WhatCannotBeCreatedIsNamedWithTheReasonOfTheSystem) {
+  EXPECT_EQ(ErroreDa([] { (void)CreaOggetto(L"ORVE_Prova.NonEsiste"); }).Descrizione(),
+            "Impossibile creare l'oggetto ORVE_Prova.NonEsiste (0x800401F3)");
+  EXPECT_EQ(ErroreDa([] { (void)CreaOggetto(L"{DF8A4FE2-221A-4504-987A-3FD4720DB929}"); }).Descrizione(),
+            "Impossibile creare l'oggetto {DF8A4FE2-221A-4504-987A-3FD4720DB929} (0x80040154)");
+  const prova::ClasseCom classe(L"ORVE_Prova.Rifiuta", [] { return ComPtr<IDispatch>(); });
+  EXPECT_THAT(ErroreDa([] { (void)CreaOggetto(L"ORVE_Prova.Rifiuta"); }).Descrizione(),
+              testing::StartsWith("Impossibile creare l'oggetto ORVE_Prova.Rifiuta (0x8"));
+}
+
 TEST_F(DispatchTest, AClassIsCreatedByItsName) {
   const prova::ClasseCom classe(L"ORVE_Prova.Doppio", [&] { return ComPtr<IDispatch>(doppio.Get()); });
   EXPECT_TRUE(ClasseRegistrata(L"ORVE_Prova.Doppio"));
