@@ -35,7 +35,14 @@ class InterfacciaHostCom final : public Involucro<host::InterfacciaHost> {
 class ManagerRubricaCom final : public Involucro<host::ManagerRubrica> {
  public:
   using Involucro::Involucro;
-  void DittaRubrica(const host::Variant& ditta) override { Oggetto().PutValore("DittaRubrica", ditta); }
+  void DittaRubrica(const host::Variant& ditta) override {
+    // An object is a reference already.
+    if (ditta.IsObject()) {
+      Oggetto().PutValore("DittaRubrica", ditta);
+    } else {
+      Oggetto().Put("DittaRubrica", Argomento::PerRiferimento(ditta));
+    }
+  }
   void TipoRubrica(std::int32_t tipo) override { Oggetto().Put("TipoRubrica", tipo); }
   void CodiceScelto(const host::Variant& codice) override { Oggetto().PutValore("CodiceScelto", codice); }
   [[nodiscard]] host::Variant CodiceScelto() override { return Oggetto().Get("CodiceScelto"); }

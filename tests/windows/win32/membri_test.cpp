@@ -232,7 +232,7 @@ TEST_F(MembriTest, TheAddressBookManagerIsUsedInTheOrderOfTheCalls) {
   EXPECT_EQ(manager->IndirizzoScelto().ToText(), "");
   manager->Interfaccia(nullptr);
   EXPECT_THAT(*giornale,
-              ElementsAre("Rubrica.DittaRubrica scrittura (1:8)", "Rubrica.TipoRubrica scrittura (3:3)",
+              ElementsAre("Rubrica.DittaRubrica scrittura (&1:12)", "Rubrica.TipoRubrica scrittura (3:3)",
                           "Rubrica.CodiceScelto scrittura ((vuoto):0)",
                           "Rubrica.NomeScelto scrittura (Rossi:8)", "Rubrica.IndirizzoScelto scrittura (:8)",
                           "Rubrica.Interfaccia assegnazione ((oggetto):9)", "Rubrica.ApriRubrica chiamata",
