@@ -310,6 +310,7 @@ void Combo::Scelta() {
     voci_.SelezionaPosizione(scelta);
     host::Solleva(Change, scelta);
   });
+  Seleziona();  // the entry that counts, also when another action was running and this one did not
 }
 
 // Turning the wheel over a box that is not in use would change the sender unseen.

@@ -379,6 +379,22 @@ TEST_F(FinestraDiInvio, WhileTheMessageIsDeliveredTheButtonIsOff) {
   EXPECT_EQ(consegne, 1);
 }
 
+TEST_F(FinestraDiInvio, ASenderChosenDuringTheDeliveryIsNotShownAsTheSenderUsed) {
+  Collezione().AddFromLista("luca@cliente.example", "Luca", "", 0);
+  Accounts({RigaAccount(12, "noi@azienda.example"), RigaAccount(13, "altro@azienda.example")});
+  std::string mostrato;
+  Apri([&](const Vista& finestra) {
+    ambiente->allaConsegna = [&] {
+      auto* combo = finestra.Trova("CMB_ACCOUNT");
+      SendMessageW(combo, WM_KEYDOWN, VK_DOWN, 1);
+      mostrato = finestra.Contenuto("CMB_ACCOUNT");
+    };
+    finestra.Clicca("cmd_Invia");
+    EXPECT_TRUE(Attendi([&] { return !finestra.Aperta(); }));
+  });
+  EXPECT_EQ(mostrato, "noi@azienda.example - Mail");
+}
+
 TEST_F(FinestraDiInvio, AnErrorThatLeavesAHandlerIsToldAndTheWindowStays) {
   Accounts({RigaAccount(12, "noi@azienda.example"), RigaAccount(13, "altro@azienda.example")});
   Apri([this](const Vista& finestra) {
