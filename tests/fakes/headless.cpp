@@ -18,7 +18,7 @@ class FakeConfigurazioneGriglia : public host::ConfigurazioneGriglia {
   }
   std::string ColonnaChiave() override { return colonna_; }
   void SelezioneRiga(bool attiva) override {
-    journal_->Add("ConfigurazioneGriglia.SelezioneRiga " + headless::Mostra(attiva));
+    journal_->Add("ConfigurazioneGriglia.SelezioneRiga " + SiNo(attiva));
     selezione_ = attiva;
   }
   bool SelezioneRiga() override { return selezione_; }
@@ -93,7 +93,7 @@ float HeadlessForm::Width() {
   return width_;
 }
 void HeadlessForm::Width(float twip) {
-  journal_->Add(nome_ + ".Width " + headless::Mostra(twip));
+  journal_->Add(nome_ + ".Width " + Mostra(twip));
   width_ = twip;
 }
 float HeadlessForm::Height() {
@@ -101,7 +101,7 @@ float HeadlessForm::Height() {
   return height_;
 }
 void HeadlessForm::Height(float twip) {
-  journal_->Add(nome_ + ".Height " + headless::Mostra(twip));
+  journal_->Add(nome_ + ".Height " + Mostra(twip));
   height_ = twip;
 }
 

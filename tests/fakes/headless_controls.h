@@ -15,13 +15,6 @@
 
 namespace orve::fakes::headless {
 
-inline std::string Mostra(bool valore) {
-  return valore ? "true" : "false";
-}
-inline std::string Mostra(float valore) {
-  return host::Variant(valore).ToText();
-}
-
 /// What every control has, whatever its kind.
 struct Stato {
   Stato(JournalPtr journalComune, const host::LayoutControllo& layout)
@@ -72,9 +65,12 @@ class Controllo : public Base, public Stato {
     Legge(membro);
     return campo;
   }
-  template <class T>
-  void Scrivi(const char* membro, T& campo, T valore) {
-    Scrive(membro, headless::Mostra(valore));
+  void Scrivi(const char* membro, float& campo, float twip) {
+    Scrive(membro, Mostra(twip));
+    campo = twip;
+  }
+  void Scrivi(const char* membro, bool& campo, bool valore) {
+    Scrive(membro, SiNo(valore));
     campo = valore;
   }
 };
@@ -87,7 +83,7 @@ class Pulsante : public Controllo<host::KVL_TBARMENU> {
     voci.Aggiungi(didascalia, chiave);
   }
   void EnableMenuItem(const host::Variant& chiaveOPosizione, bool attiva) override {
-    Scrive("EnableMenuItem", fakes::Mostra(chiaveOPosizione) + "|" + headless::Mostra(attiva));
+    Scrive("EnableMenuItem", Mostra(chiaveOPosizione) + "|" + SiNo(attiva));
     voci.Abilita(chiaveOPosizione, attiva);
   }
   forms::VociMenu voci;
@@ -140,7 +136,7 @@ class Combo : public Controllo<host::KVL_COMBO> {
     Scrive("EraseCombo", "");
     voci.Svuota();
   }
-  void AutoOpen(bool apre) override { Scrive("AutoOpen", headless::Mostra(apre)); }
+  void AutoOpen(bool apre) override { Scrive("AutoOpen", SiNo(apre)); }
   void AddItemData(const std::string& testo, std::int16_t dati) override {
     Scrive("AddItemData", testo + "|" + std::to_string(dati));
     voci.Aggiungi(testo, dati);
@@ -150,7 +146,7 @@ class Combo : public Controllo<host::KVL_COMBO> {
     return voci.Valore();
   }
   void Text(const host::Variant& valore) override {
-    Scrive("Text", fakes::Mostra(valore));
+    Scrive("Text", Mostra(valore));
     voci.SelezionaValore(valore);
     host::Solleva(Change, voci.Selezionata());
   }
@@ -192,7 +188,7 @@ class Griglia : public Controllo<host::KVL_QGRIDWRAPPER> {
   void AggiungiColonna(const std::string& campo, const std::string& didascalia, std::int32_t numero,
                        float larghezza, bool visibile) override {
     Scrive("AggiungiColonna", campo + "|" + didascalia + "|" + std::to_string(numero) + "|" +
-                                  headless::Mostra(larghezza) + "|" + headless::Mostra(visibile));
+                                  Mostra(larghezza) + "|" + SiNo(visibile));
     colonne_.push_back(campo);
   }
   void FineColonne() override { Scrive("FineColonne", ""); }
