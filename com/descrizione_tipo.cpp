@@ -6,6 +6,7 @@
 
 #include "errori.h"
 #include "win32/conversions.h"
+#include "win32/dispatch.h"
 
 namespace orve::com {
 
@@ -124,8 +125,9 @@ void DescrizioneTipo::LeggiTipo(const TYPEDESC& tipo, Parametro& parametro) cons
   nominato->ReleaseTypeAttr(attributi);
 }
 
-// The value in the form told. An object stays the one that it is, since its default member is not asked for;
-// one of another class is a mismatch, for which not every system has the same code.
+// The value in the form told. An object stays the one that it is where an object is told; one of another
+// class is a mismatch, for which not every system has the same code. Where a value is told its default member
+// is asked for; a value of any type may also be a Set, so that the member itself has to know.
 HRESULT DescrizioneTipo::Converti(const VARIANT& dato, const Parametro& parametro, LCID lingua,
                                   VariantCom& valore) {
   const HRESULT copiato = VariantCopyInd(valore.Uscita(), const_cast<VARIANT*>(&dato));
@@ -137,6 +139,7 @@ HRESULT DescrizioneTipo::Converti(const VARIANT& dato, const Parametro& parametr
         !oggetto || parametro.interfaccia == IID_NULL || oggetto.Come<IUnknown>(parametro.interfaccia);
     return adatto ? S_OK : DISP_E_TYPEMISMATCH;
   }
+  if (EOggetto(valore.Get())) valore = win32::ValorePredefinito(valore.Get());
   if (V_VT(&valore.Get()) == parametro.tipo) return S_OK;
   return VariantChangeTypeEx(&valore.Get(), &valore.Get(), lingua, 0, parametro.tipo);
 }
@@ -192,9 +195,13 @@ HRESULT DescrizioneTipo::Invoca(void* istanza, DISPID membro, LCID lingua, WORD 
       continue;
     }
     const VARIANT& dato = omesso ? parametro.predefinito.Get() : Dietro(argomenti->rgvarg[*posto]);
-    if (const HRESULT esito = Converti(dato, parametro, lingua, valori[indice]); FAILED(esito)) {
-      if (posto && argomentoErrato != nullptr) *argomentoErrato = *posto;
-      return esito;
+    try {
+      if (const HRESULT esito = Converti(dato, parametro, lingua, valori[indice]); FAILED(esito)) {
+        if (posto && argomentoErrato != nullptr) *argomentoErrato = *posto;
+        return esito;
+      }
+    } catch (const host::Errore& errore) {
+      return Racconta(errore, eccezione);
     }
     disposto = parametro.perRiferimento ? RiferimentoA(valori[indice]) : valori[indice].Get();
   }

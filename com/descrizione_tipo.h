@@ -43,6 +43,7 @@ class DescrizioneTipo {
   using Membro = std::pair<DISPID, INVOKEKIND>;
   using Membri = std::map<Membro, Parametri>;
 
+  /// Raises what the default member of an object raises.
   static HRESULT Converti(const VARIANT& dato, const Parametro& parametro, LCID lingua,
                           win32::VariantCom& valore);
   [[nodiscard]] Parametri Leggi(const FUNCDESC& funzione) const;

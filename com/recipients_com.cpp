@@ -27,11 +27,12 @@ HRESULT CollDestinatariCom::Add(BSTR* Indirizzo, BSTR* Nome, BSTR* Azienda, BSTR
 HRESULT CollDestinatariCom::get_Item(VARIANT vntIndexKey, IDestinatario** valore) {
   if (valore == nullptr) return E_POINTER;
   *valore = nullptr;
-  return Entra([&] { *valore = PubblicoDiDestinatario(N().Item(win32::FromCom(vntIndexKey))).Cedi(); });
+  return Entra(
+      [&] { *valore = PubblicoDiDestinatario(N().Item(Importa<host::Variant>(vntIndexKey))).Cedi(); });
 }
 
 HRESULT CollDestinatariCom::Remove(VARIANT vntIndexKey) {
-  return Entra([&] { N().Remove(win32::FromCom(vntIndexKey)); });
+  return Entra([&] { N().Remove(Importa<host::Variant>(vntIndexKey)); });
 }
 
 HRESULT CollDestinatariCom::get_NewEnum(IUnknown** valore) {

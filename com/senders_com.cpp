@@ -32,11 +32,11 @@ HRESULT CollMittentiCom::Add(BSTR* Indirizzo, BSTR* Server, short* Port, short* 
 HRESULT CollMittentiCom::get_Item(VARIANT vntIndexKey, IMittente** valore) {
   if (valore == nullptr) return E_POINTER;
   *valore = nullptr;
-  return Entra([&] { *valore = PubblicoDiMittente(N().Item(win32::FromCom(vntIndexKey))).Cedi(); });
+  return Entra([&] { *valore = PubblicoDiMittente(N().Item(Importa<host::Variant>(vntIndexKey))).Cedi(); });
 }
 
 HRESULT CollMittentiCom::Remove(VARIANT vntIndexKey) {
-  return Entra([&] { N().Remove(win32::FromCom(vntIndexKey)); });
+  return Entra([&] { N().Remove(Importa<host::Variant>(vntIndexKey)); });
 }
 
 HRESULT CollMittentiCom::get_NewEnum(IUnknown** valore) {

@@ -99,11 +99,11 @@ HRESULT CLSFW_MAILSERVERCom::putref_ActiveInterface(IDispatch* valore) {
 }
 
 HRESULT CLSFW_MAILSERVERCom::putref_DittaCorrente(VARIANT valore) {
-  return put_DittaCorrente(valore);
+  return Entra([&] { N().DittaCorrente = win32::FromCom(valore); });
 }
 
 HRESULT CLSFW_MAILSERVERCom::putref_vElencoAllegati(VARIANT valore) {
-  return put_vElencoAllegati(valore);
+  return Entra([&] { N().vElencoAllegati = win32::FromCom(valore); });
 }
 
 // --- objects of the library
@@ -154,7 +154,7 @@ HRESULT CLSFW_MAILSERVERCom::putref_MailParamAccount(IMittente* valore) {
 HRESULT CLSFW_MAILSERVERCom::AvviaProceduraInvio(VARIANT codice, ::kvTipologiaDestinatarioFAX Tipo) {
   return Entra([&] {
     std::optional<host::Variant> dato;
-    if (!Mancante(codice)) dato = win32::FromCom(codice);
+    if (!Mancante(codice)) dato = Importa<host::Variant>(codice);
     N().AvviaProceduraInvio(dato, static_cast<kvTipologiaDestinatarioFAX>(Tipo));
   });
 }

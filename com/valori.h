@@ -12,17 +12,19 @@
 
 #include "host/variant.h"
 #include "win32/conversions.h"
+#include "win32/dispatch.h"
 
 namespace orve::com {
 
-/// An argument as the library takes it; `T` is the library's type.
+/// An argument as the library takes it; `T` is the library's type. An object in a value of any type is there
+/// for the value of its default member.
 template <class T>
 [[nodiscard]] T Importa(BSTR testo) requires std::is_same_v<T, std::string> {
   return win32::FromBstr(testo);
 }
 template <class T>
 [[nodiscard]] T Importa(const VARIANT& valore) requires std::is_same_v<T, host::Variant> {
-  return win32::FromCom(valore);
+  return win32::SenzaOggetti(win32::FromCom(valore));
 }
 template <class T>
 [[nodiscard]] T Importa(VARIANT_BOOL valore) requires std::is_same_v<T, bool> {

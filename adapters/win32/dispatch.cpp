@@ -175,6 +175,26 @@ Dispatch Dispatch::Oggetto(const VariantCom& valore) {
   }
 }
 
+VariantCom ValorePredefinito(const VARIANT& valore) {
+  constexpr int kPassi = 16;  // an object may name itself as its value
+  VariantCom letto;
+  Verifica(VariantCopyInd(letto.Uscita(), const_cast<VARIANT*>(&valore)));
+  for (int passo = 0; V_VT(&letto.Get()) == VT_DISPATCH || V_VT(&letto.Get()) == VT_UNKNOWN; ++passo) {
+    if (passo == kPassi) throw host::Errore(host::kTipoNonCorrispondente);
+    letto = Dispatch::Oggetto(letto).GetDefault();
+  }
+  return letto;
+}
+
+host::Variant SenzaOggetti(host::Variant valore) {
+  if (valore.IsArray()) {
+    for (auto& elemento : valore.ToArray()) elemento = SenzaOggetti(std::move(elemento));
+  } else if (valore.IsObject()) {
+    return SenzaOggetti(FromCom(ValorePredefinito(ToCom(valore).Get()).Get()));
+  }
+  return valore;
+}
+
 Dispatch CreaOggetto(const wchar_t* classe) {
   CLSID identificatore;
   ComPtr<IDispatch> oggetto;
@@ -183,6 +203,7 @@ Dispatch CreaOggetto(const wchar_t* classe) {
   if (SUCCEEDED(esito)) {
     esito = CoCreateInstance(identificatore, nullptr, CLSCTX_SERVER, IID_IDispatch, oggetto.UscitaVoid());
   }
+  if (FAILED(esito)) throw NonCreabile(classe, esito);
   return Dispatch(std::move(oggetto));
 }
 
@@ -192,4 +213,3 @@ bool ClasseRegistrata(const wchar_t* classe) noexcept {
 }
 
 }  // namespace orve::win32
-  if (FAILED(esito)) throw NonCreabile(classe, esito);

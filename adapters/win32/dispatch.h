@@ -120,6 +120,13 @@ class Dispatch {
   ComPtr<IDispatch> oggetto_;
 };
 
+/// What an argument means where a value is wanted: for an object the value of its default member, and so on
+/// until it is no object; any other value as it is, references followed. Raises 91 for no object, 438 for an
+/// object without a default member, and whatever its reading raises.
+[[nodiscard]] VariantCom ValorePredefinito(const VARIANT& valore);
+/// The same for a value of the library, the elements of arrays included.
+[[nodiscard]] host::Variant SenzaOggetti(host::Variant valore);
+
 /// A new object of the class with that name ("Outlook.Application") or identifier
 /// ("{DF8A4FE2-221A-4504-987A-3FD4720DB929}"); raises 429, with the class and the
 /// system's code, where the machine cannot make one.

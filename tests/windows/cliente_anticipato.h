@@ -89,6 +89,25 @@ class MessaggiMuti final : public IClassFactory, public IDispatch {
   enum Membro : DISPID { kFine = 1, kRighe, kMessaggio, kAltro };
 };
 
+// A call by number, as languages make it that know no header. The arguments stand last to first, those by
+// name in front.
+struct ChiamataTardiva {
+  HRESULT esito = S_OK;
+  win32::VariantCom risultato;
+  EXCEPINFO eccezione{};
+
+  ChiamataTardiva(IDispatch* oggetto, const wchar_t* membro, WORD modo, std::vector<VARIANT> argomenti,
+                  std::vector<DISPID> nominati = {}) {
+    auto* nome = const_cast<LPOLESTR>(membro);
+    DISPID numero = DISPID_UNKNOWN;
+    EXPECT_EQ(oggetto->GetIDsOfNames(IID_NULL, &nome, 1, LOCALE_USER_DEFAULT, &numero), S_OK);
+    DISPPARAMS parametri{argomenti.data(), nominati.data(), static_cast<UINT>(argomenti.size()),
+                         static_cast<UINT>(nominati.size())};
+    esito = oggetto->Invoke(numero, IID_NULL, LOCALE_USER_DEFAULT, modo, &parametri, risultato.Uscita(),
+                            &eccezione, nullptr);
+  }
+};
+
 // A handler of the event in C++: notes the texts that it gets and puts its word behind the subject.
 class Ascoltatore final : public IDispatch {
  public:

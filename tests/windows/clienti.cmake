@@ -1,7 +1,8 @@
 # Real clients of the DLL: scripts of the system's engines, and a program built against the type library's header.
 add_subdirectory(script_host)
 
-add_executable(test-client early_bound_test.cpp event_test.cpp registrazione_test.cpp type_library_test.cpp)
+add_executable(test-client default_member_test.cpp early_bound_test.cpp event_test.cpp registrazione_test.cpp type_library_test.cpp
+               win32/doppio.cpp)
 target_include_directories(test-client PRIVATE "${CMAKE_SOURCE_DIR}/tests")
 target_link_libraries(test-client PRIVATE orve-com-idl orve-win32 GTest::gmock_main)
 target_compile_definitions(test-client PRIVATE "ORVE_DLL=L\"$<TARGET_FILE_NAME:orve-com>\"")
@@ -19,6 +20,7 @@ set(ORVE_SCRIPTS "${CMAKE_CURRENT_SOURCE_DIR}/scripts")
 set(ORVE_JOURNALS "${CMAKE_CURRENT_SOURCE_DIR}/journals")
 orve_add_script(collezioni "${ORVE_SCRIPTS}/collezioni.vbs")
 orve_add_script(membri "${ORVE_SCRIPTS}/membri.vbs")
+orve_add_script(valori_predefiniti "${ORVE_SCRIPTS}/valori_predefiniti.vbs")
 orve_add_script(errori "${ORVE_SCRIPTS}/errori.vbs")
 orve_add_script(evento "${ORVE_SCRIPTS}/evento.vbs" "${ORVE_JOURNALS}/smtp_per_codice.txt")
 orve_add_script(canali "${ORVE_SCRIPTS}/canali.vbs" "${ORVE_JOURNALS}/canali.txt")

@@ -21,6 +21,7 @@
 namespace orve {
 namespace {
 
+using prova::ChiamataTardiva;
 using prova::ClienteAnticipato;
 using prova::Esportata;
 using win32::Bstr;
@@ -77,25 +78,6 @@ TEST_F(ClienteAnticipato, AnUnlockTooManyIsNoHarm) {
   EXPECT_EQ(scaricabile_(), S_FALSE);
   bloccata->LockServer(FALSE);
 }
-
-// A call by number, as languages make it that know no header. The arguments stand last to first, those by
-// name in front.
-struct ChiamataTardiva {
-  HRESULT esito = S_OK;
-  VariantCom risultato;
-  EXCEPINFO eccezione{};
-
-  ChiamataTardiva(IDispatch* oggetto, const wchar_t* membro, WORD modo, std::vector<VARIANT> argomenti,
-                  std::vector<DISPID> nominati = {}) {
-    auto* nome = const_cast<LPOLESTR>(membro);
-    DISPID numero = DISPID_UNKNOWN;
-    EXPECT_EQ(oggetto->GetIDsOfNames(IID_NULL, &nome, 1, LOCALE_USER_DEFAULT, &numero), S_OK);
-    DISPPARAMS parametri{argomenti.data(), nominati.data(), static_cast<UINT>(argomenti.size()),
-                         static_cast<UINT>(nominati.size())};
-    esito = oggetto->Invoke(numero, IID_NULL, LOCALE_USER_DEFAULT, modo, &parametri, risultato.Uscita(),
-                            &eccezione, nullptr);
-  }
-};
 
 TEST_F(ClienteAnticipato, ArgumentsAreTakenByTheirNames) {
   const auto coll = Crea<ICollDestinatari>(CLSID_CollDestinatari);

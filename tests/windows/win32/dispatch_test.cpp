@@ -213,6 +213,24 @@ TEST_F(DispatchTest, WhatCannotBeCreatedIsNamedWithTheReasonOfTheSystem) {
               testing::StartsWith("Impossibile creare l'oggetto ORVE_Prova.Rifiuta (0x8"));
 }
 
+TEST_F(DispatchTest, AnObjectStandsForTheValueOfItsDefaultMember) {
+  const auto dentro = prova::CreaDoppio("dentro", giornale);
+  dentro->Predefinito(kLettura, prova::Valore("C001"));
+  doppio->Predefinito(kLettura, prova::Oggetto(dentro));
+  const host::Variant oggetto = FromCom(VariantCom::DiOggetto(doppio.Get()).Get());
+  EXPECT_EQ(SenzaOggetti(oggetto), host::Variant("C001"));
+  EXPECT_EQ(SenzaOggetti(host::Variant::Array{1, host::Variant::Array{oggetto}}),
+            (host::Variant::Array{1, host::Variant::Array{"C001"}}));
+  EXPECT_EQ(SenzaOggetti(host::Null{}), host::Variant(host::Null{}));
+  EXPECT_EQ(ErroreDa([] { (void)ValorePredefinito(VariantCom::DiOggetto(nullptr).Get()); }).Numero(), 91);
+}
+
+TEST_F(DispatchTest, AnObjectThatIsItsOwnValueIsAMismatch) {
+  doppio->Predefinito(kLettura, [this](const ArrivoCom&) { return VariantCom::DiOggetto(doppio.Get()); });
+  EXPECT_EQ(ErroreDa([this] { (void)ValorePredefinito(VariantCom::DiOggetto(doppio.Get()).Get()); }).Numero(),
+            13);
+}
+
 TEST_F(DispatchTest, AClassIsCreatedByItsName) {
   const prova::ClasseCom classe(L"ORVE_Prova.Doppio", [&] { return ComPtr<IDispatch>(doppio.Get()); });
   EXPECT_TRUE(ClasseRegistrata(L"ORVE_Prova.Doppio"));
