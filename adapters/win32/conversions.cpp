@@ -103,7 +103,7 @@ template <class Intero>
 Variant DaIntero(Intero numero) {
   if (std::in_range<std::int16_t>(numero) && sizeof(Intero) <= 2) return static_cast<std::int16_t>(numero);
   if (std::in_range<std::int32_t>(numero)) return static_cast<std::int32_t>(numero);
-  return static_cast<double>(numero);
+  return host::Decimale(std::to_string(numero));
 }
 
 Variant DaOggetto(ComPtr<IDispatch> oggetto) {
@@ -118,12 +118,27 @@ Variant DaIgnoto(IUnknown* ignoto) {
   return DaOggetto(std::move(oggetto));
 }
 
-Variant InVirgolaMobile(const VARIANT& valore) {
-  VariantCom numero;
-  if (FAILED(VariantChangeType(numero.Uscita(), const_cast<VARIANT*>(&valore), 0, VT_R8))) {
+Variant DaDecimale(DECIMAL numero) {
+  Bstr testo;
+  if (FAILED(VarBstrFromDec(&numero, LOCALE_INVARIANT, LOCALE_NOUSEROVERRIDE, testo.Uscita()))) {
     throw Errore(host::kTipoNonCorrispondente);
   }
-  return V_R8(&numero.Get());
+  return host::Decimale(FromBstr(testo.Get()));
+}
+
+Variant DaValuta(CY numero) {
+  DECIMAL decimale;
+  if (FAILED(VarDecFromCy(numero, &decimale))) throw Errore(host::kTipoNonCorrispondente);
+  return DaDecimale(decimale);
+}
+
+DECIMAL InDecimale(const host::Decimale& numero) {
+  DECIMAL decimale;
+  if (FAILED(VarDecFromStr(ToBstr(numero.Testo('.')).Get(), LOCALE_INVARIANT, LOCALE_NOUSEROVERRIDE,
+                           &decimale))) {
+    throw Errore(host::kOverflow);
+  }
+  return decimale;
 }
 
 void Scrivi(VARIANT& valore, const Variant::Array& elenco) {
@@ -200,6 +215,9 @@ VariantCom ToCom(const Variant& valore) {
     } else if constexpr (std::is_same_v<Tipo, double>) {
       V_VT(&com) = VT_R8;
       V_R8(&com) = contenuto;
+    } else if constexpr (std::is_same_v<Tipo, host::Decimale>) {
+      V_DECIMAL(&com) = InDecimale(contenuto);
+      V_VT(&com) = VT_DECIMAL;  // the number lies over its own kind
     } else if constexpr (std::is_same_v<Tipo, host::DataOra>) {
       V_VT(&com) = VT_DATE;
       V_DATE(&com) = contenuto.giorni;
@@ -257,8 +275,9 @@ Variant FromCom(const VARIANT& valore) {
     case VT_R8:
       return V_R8(&valore);
     case VT_CY:
+      return DaValuta(V_CY(&valore));
     case VT_DECIMAL:
-      return InVirgolaMobile(valore);
+      return DaDecimale(V_DECIMAL(&valore));
     case VT_DATE:
       return host::DataOra{V_DATE(&valore)};
     case VT_BSTR:

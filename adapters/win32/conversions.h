@@ -29,8 +29,8 @@ namespace orve::win32 {
 [[nodiscard]] VariantCom ToCom(const host::Variant& valore);
 
 /// A value from automation, by value or by reference. The kinds of number that the library does not have
-/// become the smallest that holds them: a short or 32-bit integer, else a 64-bit float; currency and decimals
-/// become 64-bit floats. Arrays of any kind and lower bound become arrays from 0; an array of several
+/// become the smallest that holds them: a short or 32-bit integer, else a decimal number; currency becomes a
+/// decimal number. Arrays of any kind and lower bound become arrays from 0; an array of several
 /// dimensions becomes an array of arrays, the first dimension outside. An object becomes an OggettoIgnoto, no
 /// object an absent one, an argument left out an empty value. Raises 13 for what has no counterpart, such as
 /// an error value.

@@ -69,7 +69,7 @@ host::Variant CLSFW_MAILSERVER::FormatoDBPresente(const host::Variant& valore, s
     case kTesto:
       return TraApici(valore.ToText());
     case kDecimale:
-      return valore.ToDouble();
+      return valore.ToDecimale();
     case kNumero:
       return host::Richiesto(ObjFormatoNumero).NumeroDB(valore);
     case kData: {

@@ -107,6 +107,7 @@ std::string Variant::ToText() const {
                          [](std::int32_t valore) { return std::to_string(valore); },
                          [](float valore) { return TestoDiNumero(static_cast<double>(valore), 7); },
                          [](double valore) { return TestoDiNumero(valore, 15); },
+                         [](const Decimale& valore) { return valore.Testo(); },
                          [](DataOra valore) { return TestoDiData(valore); },
                          [](const std::string& valore) { return valore; },
                          [](const auto&) -> std::string { throw Errore(kTipoNonCorrispondente); }},
@@ -124,10 +125,19 @@ double Variant::ToDouble() const {
            [](std::int16_t valore) { return static_cast<double>(valore); },
            [](std::int32_t valore) { return static_cast<double>(valore); },
            [](float valore) { return static_cast<double>(valore); }, [](double valore) { return valore; },
+           [](const Decimale& valore) { return valore.Numero(); },
            [](DataOra valore) { return valore.giorni; },
            [](const std::string& valore) { return NumeroDaTesto(valore); },
            [](const auto&) -> double { throw Errore(kTipoNonCorrispondente); }},
       valore_);
+}
+
+Decimale Variant::ToDecimale() const {
+  return std::visit(Casi{[](const Decimale& valore) { return valore; },
+                         [](const std::string& valore) { return Decimale(valore); },
+                         [this](float) { return Decimale(ToText()); },
+                         [this](const auto&) { return Decimale(Variant(ToDouble()).ToText()); }},
+                    valore_);
 }
 
 bool Variant::ToBoolean() const {

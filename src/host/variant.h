@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "host/data_ora.h"
+#include "host/decimale.h"
 #include "host/oggetto.h"
 
 namespace orve::host {
@@ -33,6 +34,7 @@ class Variant {
   Variant(std::int32_t valore) : valore_(valore) {}
   Variant(float valore) : valore_(valore) {}
   Variant(double valore) : valore_(valore) {}
+  Variant(Decimale valore) : valore_(std::move(valore)) {}
   Variant(DataOra valore) : valore_(valore) {}
   Variant(std::string valore) : valore_(std::move(valore)) {}
   Variant(std::string_view valore) : valore_(std::string(valore)) {}
@@ -56,6 +58,8 @@ class Variant {
   [[nodiscard]] std::int32_t ToInt32() const;
   [[nodiscard]] float ToFloat() const;
   [[nodiscard]] double ToDouble() const;
+  /// A floating-point number gives the digits of its text.
+  [[nodiscard]] Decimale ToDecimale() const;
   [[nodiscard]] DataOra ToDate() const;
   /// As ToText, but null joins as the empty text, as in automation's joining of texts.
   [[nodiscard]] std::string Joined() const;
@@ -67,7 +71,7 @@ class Variant {
   [[nodiscard]] OggettoPtr ToObject() const;
 
   /// Calls the function with the value as it is held: std::monostate for empty, Null, bool, the numbers,
-  /// DataOra, std::string, OggettoPtr or Array. For adapters, which hand values on in another form.
+  /// Decimale, DataOra, std::string, OggettoPtr or Array. For adapters, which hand values on in another form.
   template <class F>
   decltype(auto) Visita(F&& funzione) const {
     return std::visit(std::forward<F>(funzione), valore_);
@@ -77,8 +81,8 @@ class Variant {
   friend bool operator==(const Variant&, const Variant&) = default;
 
  private:
-  std::variant<std::monostate, Null, bool, std::int16_t, std::int32_t, float, double, DataOra, std::string,
-               OggettoPtr, Array>
+  std::variant<std::monostate, Null, bool, std::int16_t, std::int32_t, float, double, Decimale, DataOra,
+               std::string, OggettoPtr, Array>
       valore_;
 };
 

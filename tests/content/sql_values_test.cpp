@@ -61,8 +61,10 @@ TEST_F(FormatoDB, AValueByKind) {
       {"blanks are a value", "  ", kTesto, "'  '"},
       {"number as text", 12, kTesto, "'12'"},
       {"number 0 is a value", 0, kTesto, "'0'"},
-      {"decimal from text", "12,5", kDecimale, 12.5},
-      {"decimal from number", 7, kDecimale, 7.0},
+      {"decimal from text", "12,5", kDecimale, host::Decimale("12,5")},
+      {"decimal from number", 7, kDecimale, host::Decimale("7")},
+      {"decimal with all its digits", "12345678901234567,89", kDecimale,
+       host::Decimale("12345678901234567,89")},
       {"number through the formatter", 12.5, kNumero, "N12,5"},
       {"date as text", "14/11/2026", kData, "'20261114'"},
       {"date", host::DataOra::Da(2026, 11, 14), kData, "'20261114'"},
@@ -74,6 +76,12 @@ TEST_F(FormatoDB, AValueByKind) {
       EXPECT_EQ(interno.FormatoDB(caso.valore, caso.tipo, ammetteNull), caso.want) << caso.etichetta;
     }
   }
+  EXPECT_THAT(Messaggi(), IsEmpty());
+}
+
+TEST_F(FormatoDB, ADecimalNumberJoinsWithAllItsDigitsAndNoExponent) {
+  EXPECT_EQ(interno.FormatoDB("1234567890123456789.25", kDecimale, false).Joined(), "1234567890123456789,25");
+  EXPECT_EQ(interno.FormatoDB(1e20, kDecimale, false).Joined(), "100000000000000000000");
   EXPECT_THAT(Messaggi(), IsEmpty());
 }
 

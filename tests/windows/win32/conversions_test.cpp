@@ -87,27 +87,28 @@ TEST(Conversioni, KindsOfNumberThatTheLibraryLacksBecomeTheSmallestThatHoldsThem
   V_UI4(&valore) = 7;
   EXPECT_TRUE(letto() == Variant(std::int32_t{7}));
   V_UI4(&valore) = 4000000000U;
-  EXPECT_TRUE(letto() == Variant(4000000000.0));
+  EXPECT_TRUE(letto() == Variant(host::Decimale("4000000000")));
   V_VT(&valore) = VT_I8;
   V_I8(&valore) = -5;
   EXPECT_TRUE(letto() == Variant(std::int32_t{-5}));
-  V_I8(&valore) = 1LL << 40;
-  EXPECT_TRUE(letto() == Variant(1099511627776.0));
+  V_I8(&valore) = -9007199254740993;
+  EXPECT_TRUE(letto() == Variant(host::Decimale("-9007199254740993")));
   V_VT(&valore) = VT_UI8;
-  V_UI8(&valore) = 1ULL << 40;
-  EXPECT_TRUE(letto() == Variant(1099511627776.0));
+  V_UI8(&valore) = 18446744073709551615ULL;
+  EXPECT_TRUE(letto() == Variant(host::Decimale("18446744073709551615")));
 }
 
-TEST(Conversioni, CurrencyAndDecimalsBecomeFloats) {
+TEST(Conversioni, CurrencyAndDecimalsKeepAllTheirDigits) {
   VariantCom valore;
   V_VT(&valore.Get()) = VT_CY;
   V_CY(&valore.Get()).int64 = 123456;  // ten-thousandths
-  EXPECT_TRUE(FromCom(valore.Get()) == Variant(12.3456));
-  VariantCom decimale;
-  V_VT(&decimale.Get()) = VT_R8;
-  V_R8(&decimale.Get()) = -0.5;
-  ASSERT_EQ(VariantChangeType(&decimale.Get(), &decimale.Get(), 0, VT_DECIMAL), S_OK);
-  EXPECT_TRUE(FromCom(decimale.Get()) == Variant(-0.5));
+  EXPECT_TRUE(FromCom(valore.Get()) == Variant(host::Decimale("12.3456")));
+  for (const char* testo : {"-0,5", "0", "12345678901234567,89", "79228162514264337593543950335",
+                            "-0,0000000000000000000000000001"}) {
+    const VariantCom decimale = ToCom(host::Decimale(testo));
+    EXPECT_EQ(V_VT(&decimale.Get()), VT_DECIMAL);
+    EXPECT_EQ(FromCom(decimale.Get()).ToText(), testo);
+  }
 }
 
 TEST(Conversioni, AValueByReferenceIsReadWhereItLies) {
