@@ -68,10 +68,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Values values;
   for (std::string& value : values) value = input.Text();
   const std::string body(input.Rest());
-  // Blank columns of the database count as empty.
-  for (std::size_t column = 3; column <= 6; ++column) {
-    if (values[column].find_first_not_of(' ') == std::string::npos) values[column].clear();
-  }
   std::string wanted = body;
   if (!Fill(wanted, values)) return 0;
   const auto service = Service(ambiente, values);

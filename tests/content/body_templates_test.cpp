@@ -162,11 +162,22 @@ TEST_F(Corpo, APlaceholderWithoutAValueIsRemoved) {
   EXPECT_EQ(interno.CompilaTestoMail("a***(AzCorrProv)***b"), "ab");
 }
 
-TEST_F(Corpo, AValueThatHoldsALaterPlaceholderIsFilledInTurn) {
-  servizio->vNome = "***(Azienda)***";
-  servizio->vDitta = "***(AzCorrMail)***";
-  ConAzienda();
-  EXPECT_EQ(interno.CompilaTestoMail("***(Nome)***"), "privacy@orve.example");
+// Each value holds the placeholder that comes next: only in this order does the last value come out.
+TEST_F(Corpo, TheThirteenPlaceholdersAreFilledInTheirOrder) {
+  servizio->vNome = "1***(Azienda)***";
+  servizio->vDitta = "2***(IndEmail)***";
+  servizio->vIndDestinatario = "3***(Gruppo)***";
+  connessione->Risponde("FW06_CODICE",
+                        {{{"FW06_CODICE", "4***(Utente)***"}, {"FW06_DESCR", "6***(DescUtente)***"}}});
+  connessione->Risponde("FW07_USERNAME",
+                        {{{"FW07_USERNAME", "5***(DescGruppo)***"}, {"FW07_DESCR", "7***(AziendaCorr)***"}}});
+  interno.AziendaCorr() = "8***(AzCorrInd)***";
+  interno.AzCorrInd() = "9***(AzCorrCAP)***";
+  interno.AzCorrCAP() = "10***(AzCorrCitta)***";
+  interno.AzCorrCitta() = "11***(AzCorrProv)***";
+  interno.AzCorrProv() = "12***(AzCorrMail)***";
+  interno.AzCorrMail() = "13";
+  EXPECT_EQ(interno.CompilaTestoMail("***(Nome)***"), "12345678910111213");
 }
 
 TEST_F(Corpo, AValueThatHoldsItsOwnOrAnEarlierPlaceholderIsNotFilledAgain) {
@@ -191,6 +202,13 @@ TEST_F(Corpo, WithoutARowGroupAndUserAreEmptyAndTheDescriptionsStay) {
   interno.DescUtenteCorrente() = "Anna Verdi";
   EXPECT_EQ(interno.CompilaTestoMail("***(Gruppo)***|***(Utente)***|***(DescGruppo)***|***(DescUtente)***"),
             "||Vendite|Anna Verdi");
+}
+
+TEST_F(Corpo, BlanksOfUserAndGroupStandInTheTextAsTheyAre) {
+  connessione->Risponde("FW06_CODICE", {{{"FW06_CODICE", " "}, {"FW06_DESCR", "  "}}});
+  connessione->Risponde("FW07_USERNAME", {{{"FW07_USERNAME", "   "}, {"FW07_DESCR", "    "}}});
+  EXPECT_EQ(interno.CompilaTestoMail("***(Gruppo)***|***(Utente)***|***(DescGruppo)***|***(DescUtente)***"),
+            " |   |  |    ");
 }
 
 TEST_F(Corpo, AFailingLookUpReachesWhoAskedForTheCallersBody) {
