@@ -12,8 +12,7 @@ inline constexpr int kAutorizzazioneNegata = 70;
 inline constexpr int kErroreAccessoFile = 75;
 
 /// The path under which the file exists on this machine: `path` as it is given, when something stands there,
-/// else with
-/// `/` for each `\`.
+/// else with `/` for each `\`.
 [[nodiscard]] std::string LocalPath(std::string_view path);
 
 /// The absolute local path of a file that can be attached. Raises 53, 70 or 75 with an Italian description

@@ -27,10 +27,10 @@ struct WriteOptions {
 /// Writes the whole message to `sink`, each line ended by CR LF, the last one included, none longer than 998
 /// bytes.
 ///
-/// Files are opened when their turn comes. Raises 5 when an address, the sender's own absent one
-/// excepted, cannot stand in a header or the name of a
-/// header of the caller's is not its own, and the errors of mime/attachment.h when a file cannot be read to
-/// its end; what the sink has received until then is not a whole message.
+/// Files are opened when their turn comes. Raises 5 when an address, the sender's own absent one excepted,
+/// cannot stand in a header or the name of a header of the caller's is not its own, and the errors of
+/// mime/attachment.h when a file cannot be read to its end; what the sink has received until then is not a
+/// whole message.
 void WriteMessage(const Message& message, const ByteSink& sink, const WriteOptions& options = {});
 
 /// A message on its way out whose building may begin before there is anyone to take it: a transport prepares

@@ -91,9 +91,10 @@ void CLSFW_MAILSERVER::InviaARicerca(const std::optional<host::Variant>& codice,
   ApriForm_OpzInvio();
 }
 
-// Names and addresses of the A recipients, joined for the placeholders of the body. What the caller left in
-// the two fields stands in front; where nothing is joined it stays as it is. The result says whether anything
-// was joined.
+// Names and addresses joined for the placeholders of the body, of all recipients but those of the copies: a
+// box that nobody knows counts here. What the caller left in the two fields stands in front. As soon as
+// anything is joined to either of them both lose their last two characters; else both stay as they are. The
+// result says whether anything was joined.
 bool CLSFW_MAILSERVER::UnisciNomiEIndirizzi() {
   bool uniti = false;
   const auto unisci = [&uniti](std::string& campo, const std::string& valore) {
