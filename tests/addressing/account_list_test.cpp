@@ -250,15 +250,18 @@ TEST_F(ElencoAccount, ASecondLoadIntoTheSameListEndsInTheFailureMessageAtTheFirs
 }
 
 TEST_F(ElencoAccount, ColumnsThatMayBeEmptyAre) {
-  Riga riga = Account(12, "a@azienda.example");
-  for (const auto* colonna : {"FW98_USERNAME", "FW98_PASSWORD", "ALIAS", "FW23_SSL"}) {
-    riga[colonna] = host::Null{};
+  for (const auto& valore : {host::Variant(host::Null{}), host::Variant("  ")}) {
+    Riga riga = Account(12, "a@azienda.example");
+    for (const auto* colonna : {"FW98_USERNAME", "FW98_PASSWORD", "ALIAS", "FW23_SSL"}) {
+      riga[colonna] = valore;
+    }
+    connessione->Risponde(kElencoUtente, {riga});
+    servizio->vCollMittenti.reset();
+    EXPECT_TRUE(Carica());
+    const auto mittente = servizio->vCollMittenti->Item(1);
+    EXPECT_EQ(mittente->user() + mittente->Password() + mittente->Descrizione(), "") << fakes::Mostra(valore);
+    EXPECT_EQ(mittente->CryptType(), 0) << fakes::Mostra(valore);
   }
-  connessione->Risponde(kElencoUtente, {riga});
-  EXPECT_TRUE(Carica());
-  const auto mittente = servizio->vCollMittenti->Item(1);
-  EXPECT_EQ(mittente->user() + mittente->Password() + mittente->Descrizione(), "");
-  EXPECT_EQ(mittente->CryptType(), 0);
 }
 
 TEST_F(ElencoAccount, NoTextIsTrimmed) {

@@ -13,6 +13,7 @@
 namespace orve {
 namespace {
 
+using fakes::Con;
 using fakes::Riga;
 using fakes::Righe;
 using ::testing::ElementsAre;
@@ -268,13 +269,47 @@ std::vector<CasoEsito> CasiEsito() {
 INSTANTIATE_TEST_SUITE_P(Tabella, EsitoDellaRicerca, ::testing::ValuesIn(CasiEsito()),
                          [](const auto& caso) { return caso.param.etichetta; });
 
-TEST_F(RicercaDestinatario, ANullBusinessNameCountsAsEmpty) {
-  connessione->Risponde("CG16_ANAGGEN", {{{"CG16_INDEMAIL", "mail@rossi.example"},
-                                          {"CG16_EMAIL_PEC", host::Null{}},
-                                          {"CG16_RAGSOANAG", host::Null{}}}});
-  EXPECT_EQ(Cerca(5), kTrovato);
-  EXPECT_THAT(IndirizzoENome(), ElementsAre("mail@rossi.example", ""));
+// The record has an address; its name holds nothing.
+struct CasoSenzaNome {
+  const char* etichetta;
+  const char* codice;
+  std::int32_t tipo;
+  const char* tabella;
+  Riga riga;
+  const char* colonna_nome;
+};
+
+class NomeSenzaValore : public RicercaDestinatario, public ::testing::WithParamInterface<CasoSenzaNome> {};
+
+TEST_P(NomeSenzaValore, CountsAsEmptyAndTheAddressIsFoundAllTheSame) {
+  const CasoSenzaNome& caso = GetParam();
+  connessione->Risponde("MG22_CLIFORDEST", {Destinazione("", "")});
+  for (const auto& nome : {host::Variant(host::Null{}), host::Variant(""), host::Variant("   ")}) {
+    connessione->Risponde(caso.tabella, {Con(caso.riga, caso.colonna_nome, nome)});
+    servizio->vNome = "Prima";
+    EXPECT_NE(Cerca(caso.codice, caso.tipo), kNonTrovato) << fakes::Mostra(nome);
+    EXPECT_THAT(IndirizzoENome(), ElementsAre("mail@rossi.example", "")) << fakes::Mostra(nome);
+  }
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Tabella, NomeSenzaValore,
+    ::testing::Values(CasoSenzaNome{"Anagrafica", "5", kvDestinatarioFaxAnagrafica, "CG16_ANAGGEN",
+                                    Anagrafica("mail@rossi.example", ""), "CG16_RAGSOANAG"},
+                      CasoSenzaNome{"Cliente", "5", kvDestinatarioFaxCliente, "CG16_ANAGGEN",
+                                    Anagrafica("mail@rossi.example", ""), "CG16_RAGSOANAG"},
+                      CasoSenzaNome{"Fornitore", "5", kvDestinatarioFaxFornitore, "CG16_ANAGGEN",
+                                    Anagrafica("mail@rossi.example", ""), "CG16_RAGSOANAG"},
+                      CasoSenzaNome{"Agente", "5", kvDestinatarioFaxAgente, "CG16_ANAGGEN",
+                                    Anagrafica("mail@rossi.example", ""), "CG16_RAGSOANAG"},
+                      CasoSenzaNome{"Contatto", "5", kvDestinatarioFaxContatto, "CO02_ANAGCONTATTO",
+                                    Contatto("mail@rossi.example", ""), "CO02_COGNOMENOME"},
+                      CasoSenzaNome{"Destinazione", "1/2/0/D", kvDestinatarioFaxDestinatario,
+                                    "MG22_CLIFORDEST", Destinazione("mail@rossi.example", ""),
+                                    "MG22_DESTRAGSOC"},
+                      CasoSenzaNome{"PartnerDellaDestinazione", "1/2/0/D", kvDestinatarioFaxDestinatario,
+                                    "CG16_ANAGGEN", Anagrafica("mail@rossi.example", ""), "CG16_RAGSOANAG"}),
+    [](const auto& caso) { return caso.param.etichetta; });
 
 TEST_F(RicercaDestinatario, OnlyTheColumnsThatCountAreReadAndTheAddressFirst) {
   connessione->Risponde("CG16_ANAGGEN", {Anagrafica("mail@rossi.example", "pec@rossi.example")});
@@ -340,6 +375,8 @@ INSTANTIATE_TEST_SUITE_P(
         CasoDestinazione{"MailNeverFallsBackToPec", false, Righe{Destinazione("", "destpec@rossi.example")},
                          Righe{Anagrafica(host::Null{}, "pec@rossi.example")}, kSenzaIndirizzo, kPrima,
                          "Prima"},
+        CasoDestinazione{"BlankColumnOfThePartner", false, Righe{Destinazione(host::Null{}, "")},
+                         Righe{Anagrafica("   ", "pec@rossi.example")}, kSenzaIndirizzo, kPrima, "Prima"},
         CasoDestinazione{"NoDestinationRowAlthoughThePartnerHasAnAddress", false, Righe{},
                          Righe{Anagrafica("mail@rossi.example", "pec@rossi.example")}, kSenzaIndirizzo,
                          kPrima, "Prima"},
