@@ -212,16 +212,42 @@ TEST_F(EventoPrimaDelInvio, TheCompanyComesBackByAddressAndNameAndTheLastMatchWi
   collezione.AddFromLista("a@x.example", "Anna", "Prima", 0);
   collezione.AddFromLista("a@x.example", "Anna", "Seconda", 0);
   collezione.AddFromLista("a@x.example", "Altra", "Terza", 0);
-  collezione.AddFromLista("c@x.example", "Carlo", "   ", 1);
   Gestisci();
   EXPECT_THAT(Recipienti(), ElementsAre("Anna<a@x.example>Seconda/0", "Anna<a@x.example>Seconda/0",
-                                        "Altra<a@x.example>Terza/0", "Carlo<c@x.example>/1"));
+                                        "Altra<a@x.example>Terza/0"));
 }
 
-TEST_F(EventoPrimaDelInvio, ABlankCompanyOfAnARecipientStaysAsItStands) {
-  Collezione().AddFromLista("a@x.example", "Anna", "   ", 0);
+TEST_F(EventoPrimaDelInvio, ABlankCompanyStaysWithAnARecipientAndIsEmptiedInTheCopies) {
+  auto& collezione = Collezione();
+  collezione.AddFromLista("a@x.example", "Anna", "   ", 0);
+  collezione.AddFromLista("c@x.example", "Carlo", "   ", 1);
+  collezione.AddFromLista("n@x.example", "Nino", "   ", 2);
   Gestisci();
-  EXPECT_THAT(Recipienti(), ElementsAre("Anna<a@x.example>   /0"));
+  EXPECT_THAT(Recipienti(),
+              ElementsAre("Anna<a@x.example>   /0", "Carlo<c@x.example>/1", "Nino<n@x.example>/2"));
+}
+
+// Recipients of an earlier send stay in the lists, but nothing is known of them any more once the caller has
+// put others in their place.
+TEST_F(EventoPrimaDelInvio, TheCopyOfAnEarlierSendIsDropped) {
+  Collezione().AddFromLista("a@x.example", "Anna", "Acme", 0);
+  Gestisci();
+  const std::weak_ptr<CollDestinatari> vecchia = interno.CollDestinatariCopia();
+  servizio->vCollDestinatari.reset();
+  Collezione().AddFromLista("b@x.example", "Bea", "Beta", 0);
+  Gestisci();
+  EXPECT_TRUE(vecchia.expired());
+  ASSERT_EQ(interno.CollDestinatariCopia()->Count(), 1);
+  EXPECT_EQ(interno.CollDestinatariCopia()->Item(1)->Nome(), "Bea");
+  EXPECT_THAT(Recipienti(), ElementsAre("Anna<a@x.example>/0", "Bea<b@x.example>Beta/0"));
+
+  // The loose fields make a copy of their own too.
+  servizio->vCollDestinatari.reset();
+  servizio->DestinatariA("");
+  servizio->vIndDestinatario = "c@x.example";
+  Gestisci();
+  ASSERT_EQ(interno.CollDestinatariCopia()->Count(), 1);
+  EXPECT_EQ(interno.CollDestinatariCopia()->Item(1)->Indirizzo(), "c@x.example");
 }
 
 TEST_F(EventoPrimaDelInvio, AnAddressThatTheHandlerChangedHasNoCompany) {
@@ -362,6 +388,83 @@ TEST_F(EventoPrimaDelInvio, AnUnchangedBodyLeavesTheChoiceToTheChannel) {
   EXPECT_EQ(servizio->vFlagCorpo, 0);
   EXPECT_EQ(servizio->vCorpoMail, "dalle impostazioni");
   EXPECT_EQ(servizio->vOggetto, "altro");
+}
+
+// The handler's word is what it leaves in the six texts. What it writes into the service's own members beside
+// them is overwritten, also where it left the text as it was.
+TEST_F(EventoPrimaDelInvio, WhatTheHandlerWritesIntoTheMembersGivesWayToTheTexts) {
+  auto& collezione = Collezione();
+  collezione.AddFromLista("a@x.example", "Anna", "", 0);
+  collezione.AddFromLista("c@x.example", "Carlo", "", 1);
+  collezione.AddFromLista("n@x.example", "Nino", "", 2);
+  servizio->vOggetto = "oggetto";
+  servizio->vMailAttachment = "C:\\f.pdf";
+  servizio->BeforeSendMail = [&](auto&, auto&, auto&, auto&, auto&, auto&) {
+    servizio->DestinatariA("Zeno<z@x.example>");
+    servizio->DestinatariCC("Zita<z@x.example>");
+    servizio->DestinatariCCn("Zara<z@x.example>");
+    servizio->Allegati("C:\\z.pdf");
+    servizio->vElencoAllegati = Variant::Array{"C:\\z.pdf"};
+    servizio->vCollDestinatari.reset();
+    servizio->vOggetto = "dal membro";
+  };
+  Gestisci();
+  EXPECT_EQ(servizio->DestinatariA(), "Anna<a@x.example>");
+  EXPECT_EQ(servizio->DestinatariCC(), "Carlo<c@x.example>");
+  EXPECT_EQ(servizio->DestinatariCCn(), "Nino<n@x.example>");
+  EXPECT_EQ(servizio->Allegati(), "C:\\f.pdf");
+  EXPECT_THAT(Recipienti(),
+              ElementsAre("Anna<a@x.example>/0", "Carlo<c@x.example>/1", "Nino<n@x.example>/2"));
+  EXPECT_THAT(Elenco(), ElementsAre("C:\\f.pdf"));
+  EXPECT_EQ(servizio->vOggetto, "oggetto");
+}
+
+struct CasoCorpoScritto {
+  const char* label;
+  const char* membro;
+  const char* testo;
+  std::int16_t wantFlag;
+};
+
+// Whether the body counts as the caller's own is decided by member against text, not by what the text was
+// before.
+TEST_F(EventoPrimaDelInvio, ABodyWrittenIntoTheMemberCountsAsChangedUnlessTheTextSaysTheSame) {
+  const CasoCorpoScritto casi[] = {
+      {"member only", "nuovo", "dalle impostazioni", 1},
+      {"text only", "dalle impostazioni", "nuovo", 1},
+      {"both alike", "nuovo", "nuovo", 0},
+      {"both, unlike", "altro", "nuovo", 1},
+      {"case counts", "NUOVO", "nuovo", 1},
+  };
+  for (const auto& caso : casi) {
+    servizio->vFlagCorpo = 0;
+    servizio->FlgMsgPers = true;
+    servizio->MsgPers = "dalle impostazioni";
+    servizio->BeforeSendMail = [&](auto&, auto& corpo, auto&, auto&, auto&, auto&) {
+      servizio->vCorpoMail = caso.membro;
+      corpo = caso.testo;
+    };
+    Gestisci();
+    EXPECT_EQ(servizio->vFlagCorpo, caso.wantFlag) << caso.label;
+    EXPECT_EQ(servizio->vCorpoMail, caso.testo) << caso.label;
+  }
+}
+
+TEST_F(EventoPrimaDelInvio, MembersBesideTheSixTextsKeepWhatTheHandlerWrote) {
+  servizio->vMailAttachment = "C:\\f.pdf";
+  servizio->vElencoAllegati = Variant::Array{"C:\\a.pdf"};
+  servizio->BeforeSendMail = [&](auto&, auto&, auto&, auto&, auto&, auto&) {
+    servizio->vMailAttachment = "C:\\a.pdf";
+    servizio->vNome = "Nome";
+    servizio->vDitta = "Ditta";
+    servizio->vIndDestinatario = "i@x.example";
+    servizio->vFlagCorpo = 2;
+  };
+  Gestisci();
+  EXPECT_THAT(Elenco(), ElementsAre("C:\\f.pdf", "C:\\a.pdf"));
+  EXPECT_EQ(servizio->vMailAttachment, "C:\\a.pdf");
+  EXPECT_EQ(servizio->vNome + servizio->vDitta + servizio->vIndDestinatario, "NomeDittai@x.example");
+  EXPECT_EQ(servizio->vFlagCorpo, 2);
 }
 
 TEST_F(EventoPrimaDelInvio, ADirectSendKeepsTheBodyItWasGiven) {
