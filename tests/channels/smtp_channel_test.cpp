@@ -61,6 +61,7 @@ TEST_F(CanaleSmtp, AWholeSendInItsOrder) {
       "smtp.Subject Fattura 12",
       kStatementHTML,
       "smtp.BodyText Gentile Uno",
+      "smtp.FromAddr",
       "smtp.AddHeader Disposition-Notification-To: <info@orve.example>",
       "smtp.SendMail",
       "smtp.GetLastError",
@@ -75,6 +76,7 @@ TEST_F(CanaleSmtp, AWholeSendInItsOrder) {
           codaEvento,
       riga + "|Bianchi S.r.l.|<tre@bianchi.example>" + codaRiga,
       evento + ditta + "<MAIL_IND=<tre@bianchi.example>/>" + codaEvento,
+      "rilascio smtp",
   };
   EXPECT_EQ(SenzaRicercaUtente(), want);
   EXPECT_EQ(servizio->Stato(), kvOK);
@@ -218,13 +220,14 @@ TEST_F(CanaleSmtp, TheChosenSenderWinsOverTheLoadedAccount) {
   ConDestinatario("a@x.it", "Anna");
   interno.FlagBcc() = true;
   interno.SendWithSmtp();
-  EXPECT_THAT(journal->Righe({"smtp.ServerAddr", "smtp.UserName", "smtp.Password", "smtp.ServerPort",
-                              "smtp.ConnectType", "smtp.From", "smtp.DeliveryNotification", "smtp.AddHeader",
-                              "smtp.AddRecipientEx"}),
-              ElementsAre("smtp.ServerAddr smtp.altro.example", "smtp.ServerPort 465", "smtp.ConnectType 1",
-                          "smtp.From Vendite", "smtp.FromAddr <vendite@orve.example>",
-                          "smtp.AddRecipientEx Anna <a@x.it> 0", "smtp.AddRecipientEx vendite@orve.example 1",
-                          "smtp.AddHeader Disposition-Notification-To: <vendite@orve.example>"));
+  EXPECT_THAT(
+      journal->Righe({"smtp.ServerAddr", "smtp.UserName", "smtp.Password", "smtp.ServerPort",
+                      "smtp.ConnectType", "smtp.From", "smtp.DeliveryNotification", "smtp.AddHeader",
+                      "smtp.AddRecipientEx"}),
+      ElementsAre("smtp.ServerAddr smtp.altro.example", "smtp.ServerPort 465", "smtp.ConnectType 1",
+                  "smtp.From Vendite", "smtp.FromAddr <vendite@orve.example>",
+                  "smtp.AddRecipientEx Anna <a@x.it> 0", "smtp.AddRecipientEx vendite@orve.example 1",
+                  "smtp.FromAddr", "smtp.AddHeader Disposition-Notification-To: <vendite@orve.example>"));
   EXPECT_EQ(interno.SmtpServer(), "smtp.altro.example");
   EXPECT_EQ(interno.SmtpPorta(), 465);
   EXPECT_EQ(interno.SmtpAuth(), 0);
@@ -282,12 +285,22 @@ TEST_F(CanaleSmtp, WithoutAServerNothingIsSubmittedAndNothingRecorded) {
   journal->Svuota();
   interno.SendWithSmtp();
   EXPECT_EQ(servizio->Stato(), kvInvioNonImpostato);
-  EXPECT_THAT(journal->Righe({"smtp."}), ElementsAre("smtp.AddAttachment C:\\a.pdf"));
+  EXPECT_THAT(journal->Righe({"smtp.", "rilascio"}),
+              ElementsAre("smtp.AddAttachment C:\\a.pdf", "rilascio smtp"));
   EXPECT_THAT(Registro(), IsEmpty());
   EXPECT_THAT(Messaggi(), IsEmpty());
   EXPECT_EQ(servizio->vNome, "Anna");
   EXPECT_EQ(servizio->vIndDestinatario, "Anna <a@x.it>");
   EXPECT_EQ(servizio->vCorpoMail, "Gentile Anna");
+}
+
+TEST_F(CanaleSmtp, EachSendHasAComponentOfItsOwn) {
+  ConDestinatario("a@x.it", "Anna");
+  interno.SendWithSmtp();
+  interno.SendWithSmtp();
+  EXPECT_THAT(journal->Righe({"Ambiente.CreaComponenteSmtp", "smtp.SendMail", "rilascio"}),
+              ElementsAre("Ambiente.CreaComponenteSmtp", "smtp.SendMail", "rilascio smtp",
+                          "Ambiente.CreaComponenteSmtp", "smtp.SendMail", "rilascio smtp"));
 }
 
 TEST_F(CanaleSmtp, HostileTextIsHandedOnAsItStands) {

@@ -160,16 +160,17 @@ TEST_F(CanaleSmtp, EachFailureEndsTheRunWhereItStands) {
     kvEnum_ErroreMail wantStato;
     std::size_t wantInviati;
     std::size_t wantRegistrati;
+    std::size_t wantRilasciati;
   };
   const std::vector<Caso> casi = {
-      {"Ambiente.CreaComponenteSmtp", kvInvioNonImpostato, 0, 0},
+      {"Ambiente.CreaComponenteSmtp", kvInvioNonImpostato, 0, 0, 0},
       // The body of the caller is filled from the database before anything is submitted.
-      {"ConnectionADO.Execute -1", kvInvioNonImpostato, 0, 0},
-      {"ObjRegistroInvio.TipoCanale", kvOK, 1, 0},
-      {"ObjRegistroInvio.EsitoInvio", kvOK, 1, 0},
-      {"ObjRegistroInvio.MittenteInvio", kvOK, 1, 0},
-      {"ObjRegistroInvio.CanaleInvio", kvOK, 1, 0},
-      {"ObjRegistroInvio.RegistraInvio", kvOK, 1, 1},
+      {"ConnectionADO.Execute -1", kvInvioNonImpostato, 0, 0, 1},
+      {"ObjRegistroInvio.TipoCanale", kvOK, 1, 0, 1},
+      {"ObjRegistroInvio.EsitoInvio", kvOK, 1, 0, 1},
+      {"ObjRegistroInvio.MittenteInvio", kvOK, 1, 0, 1},
+      {"ObjRegistroInvio.CanaleInvio", kvOK, 1, 0, 1},
+      {"ObjRegistroInvio.RegistraInvio", kvOK, 1, 1, 1},
   };
   ConRegistro();
   ConDestinatario("a@x.it", "Anna");
@@ -184,6 +185,7 @@ TEST_F(CanaleSmtp, EachFailureEndsTheRunWhereItStands) {
     EXPECT_EQ(journal->Conta("smtp.SendMail"), caso.wantInviati) << caso.guasto;
     EXPECT_EQ(journal->Conta("ObjRegistroInvio.RegistraInvio"), caso.wantRegistrati) << caso.guasto;
     EXPECT_EQ(journal->Conta("ConnectionADO.CreateCommand"), 0U) << caso.guasto;
+    EXPECT_EQ(journal->Conta("rilascio smtp"), caso.wantRilasciati) << caso.guasto;
     EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg 1001-guasto di prova in "
                                         "ORVE_MAILSERVER:CLSFW_MAILSERVER - SendWithSmtp|0||(assente)"))
         << caso.guasto;

@@ -167,9 +167,32 @@ TEST_F(ConsegnaSmtp, TheReceiptHeaderCarriesTheAngleBrackets) {
   messaggio.ricevuta = true;
   (void)Consegna(messaggio);
   EXPECT_THAT(
-      journal->Righe({"smtp.BodyText", "smtp.AddHeader", "smtp.SendMail"}),
-      ElementsAre("smtp.BodyText Corpo", "smtp.AddHeader Disposition-Notification-To: <info@orve.example>",
-                  "smtp.SendMail"));
+      journal->Righe({"smtp.FromAddr", "smtp.BodyText", "smtp.AddHeader", "smtp.SendMail"}),
+      ElementsAre("smtp.FromAddr <info@orve.example>", "smtp.BodyText Corpo", "smtp.FromAddr",
+                  "smtp.AddHeader Disposition-Notification-To: <info@orve.example>", "smtp.SendMail"));
+}
+
+TEST_F(ConsegnaSmtp, TheReceiptGoesToTheAddressAsTheComponentHoldsIt) {
+  class ConAltroMittente : public fakes::FakeSmtp {
+   public:
+    using FakeSmtp::FakeSmtp;
+    using FakeSmtp::FromAddr;
+    std::string FromAddr() const override {
+      (void)FakeSmtp::FromAddr();
+      return "<come@componente.example>";
+    }
+  };
+  componente = std::make_shared<ConAltroMittente>(journal, -1);
+  Messaggio messaggio;
+  messaggio.ricevuta = true;
+  (void)Consegna(messaggio);
+  EXPECT_THAT(journal->Righe({"smtp.AddHeader"}),
+              ElementsAre("smtp.AddHeader Disposition-Notification-To: <come@componente.example>"));
+}
+
+TEST_F(ConsegnaSmtp, WithoutAReceiptTheAddressIsNotReadBack) {
+  (void)Consegna({});
+  EXPECT_EQ(journal->Conta("smtp.FromAddr"), 1U);
 }
 
 TEST_F(ConsegnaSmtp, TheHTMLMessageInItsOrderWithTheSignatureBehindTheDocument) {

@@ -87,15 +87,15 @@ TEST_F(InvioDaSolo, LoadsTheAccountSubmitsAndRecordsInThisOrder) {
   journal->Svuota();
   EXPECT_TRUE(servizio->InviaMailSMTP("Avviso", "Buongiorno ***(Nome)***"));
   EXPECT_THAT(
-      journal->Righe(
-          {"smtp.", "ObjRegistroInvio.", "ConnectionADO.CreateCommand", "Ambiente.CreaComponente"}),
+      journal->Righe({"smtp.", "rilascio", "ObjRegistroInvio.", "ConnectionADO.CreateCommand",
+                      "Ambiente.CreaComponente"}),
       ElementsAre(
           "Ambiente.CreaComponenteSmtp", "smtp.AddAttachment C:\\Doc\\a.pdf", "smtp.ClearRecipient",
           "smtp.ServerAddr smtp.azienda.example", "smtp.UserName utente", "smtp.Password ***",
           "smtp.ServerPort 587", "smtp.ConnectType 1", "smtp.From Ufficio Vendite",
           "smtp.FromAddr <posta@azienda.example>",
           "smtp.AddRecipientEx Anna <a@x.example>;Rossi, Bruno <b@x.example>; 0", "smtp.Subject Avviso",
-          "smtp.BodyText Buongiorno Anna, Rossi, Bruno",
+          "smtp.BodyText Buongiorno Anna, Rossi, Bruno", "smtp.FromAddr",
           "smtp.AddHeader Disposition-Notification-To: <posta@azienda.example>", "smtp.SendMail",
           "smtp.GetLastError", "ObjRegistroInvio.TipoCanale 3", "ObjRegistroInvio.EsitoInvio 0",
           "ObjRegistroInvio.MittenteInvio posta@azienda.example", "ObjRegistroInvio.CanaleInvio 1",
@@ -103,7 +103,7 @@ TEST_F(InvioDaSolo, LoadsTheAccountSubmitsAndRecordsInThisOrder) {
           "ConnectionADO.CreateCommand",
           "ObjRegistroInvio.RegistraInvio Rossi, Bruno|Acme S.p.A.|Rossi, Bruno "
           "<b@x.example>|||Avviso|Corpo dei campi",
-          "ConnectionADO.CreateCommand"));
+          "ConnectionADO.CreateCommand", "rilascio smtp"));
   EXPECT_EQ(servizio->vNome, "Anna, Rossi, Bruno");
   EXPECT_EQ(servizio->vIndDestinatario, "a@x.example, b@x.example");
   EXPECT_EQ(servizio->vDitta, "Acme S.p.A.");
@@ -291,7 +291,8 @@ TEST_F(InvioDaSolo, WithoutAServerNothingIsSubmittedOrRecordedAndTheAnswerIsTrue
   servizio->AddAllegato("C:\\Doc\\a.pdf");
   journal->Svuota();
   EXPECT_TRUE(servizio->InviaMailSMTP("Avviso", "Corpo"));
-  EXPECT_THAT(journal->Righe({"smtp."}), ElementsAre("smtp.AddAttachment C:\\Doc\\a.pdf"));
+  EXPECT_THAT(journal->Righe({"smtp.", "rilascio"}),
+              ElementsAre("smtp.AddAttachment C:\\Doc\\a.pdf", "rilascio smtp"));
   EXPECT_THAT(Registro(), IsEmpty());
   EXPECT_THAT(Messaggi(), IsEmpty());
 }

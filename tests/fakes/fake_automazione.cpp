@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "fakes/fake_ambiente.h"
-#include "service/ignora_errori.h"
 
 namespace orve::fakes {
 
@@ -13,13 +12,8 @@ namespace {
 // The common ground of these fakes: a name in the journal, and a line there when the object is let go.
 class Giornale {
  public:
-  Giornale(JournalPtr journal, std::string oggetto)
-      : journal_(std::move(journal)), oggetto_(std::move(oggetto)) {}
-  Giornale(const Giornale&) = delete;
-  Giornale& operator=(const Giornale&) = delete;
-  ~Giornale() {
-    IgnoraErrori([&] { journal_->Add("rilascio " + oggetto_); });
-  }
+  Giornale(const JournalPtr& journal, const std::string& oggetto)
+      : journal_(journal), oggetto_(oggetto), rilascio_(journal, oggetto) {}
   void operator()(const std::string& membro) const { journal_->Add(oggetto_ + "." + membro); }
   void operator()(const std::string& membro, const std::string& valore) const {
     journal_->Add(oggetto_ + "." + membro + " " + valore);
@@ -31,11 +25,12 @@ class Giornale {
  private:
   JournalPtr journal_;
   std::string oggetto_;
+  Rilascio rilascio_;
 };
 
 class FakeAttachments : public host::OutlookAttachments {
  public:
-  explicit FakeAttachments(JournalPtr journal) : giornale_(std::move(journal), "Attachments") {}
+  explicit FakeAttachments(const JournalPtr& journal) : giornale_(journal, "Attachments") {}
   void Add(const std::string& percorso) override { giornale_("Add", percorso); }
 
  private:
@@ -169,7 +164,7 @@ class FakeMAPISession : public host::MAPISession {
 
 class FakeMAPIMessages : public host::MAPIMessages {
  public:
-  explicit FakeMAPIMessages(JournalPtr journal) : giornale_(std::move(journal), "MAPIMessages") {}
+  explicit FakeMAPIMessages(const JournalPtr& journal) : giornale_(journal, "MAPIMessages") {}
   void SessionID(const host::Variant& sessione) override { giornale_("SessionID", fakes::Mostra(sessione)); }
   void SessioneID(const host::Variant& sessione) override {
     giornale_("SessioneID", fakes::Mostra(sessione));

@@ -1,5 +1,5 @@
-// The SMTP component as a fake: it journals each member as "smtp.Member values" and answers with the result
-// it was given. The password stands in the journal as "***".
+// The SMTP component as a fake: it journals each member as "smtp.Member values" and its release as "rilascio
+// smtp", and answers with the result it was given. The password stands in the journal as "***".
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ namespace orve::fakes {
 class FakeSmtp : public host::ComponenteSmtp {
  public:
   FakeSmtp(JournalPtr journal, host::Variant risultato)
-      : journal_(std::move(journal)), risultato_(std::move(risultato)) {}
+      : journal_(std::move(journal)), risultato_(std::move(risultato)), rilascio_(journal_, "smtp") {}
 
   void ClearRecipient() override { journal_->Add("smtp.ClearRecipient"); }
   void ServerAddr(const std::string& server) override { journal_->Add("smtp.ServerAddr " + server); }
@@ -29,7 +29,10 @@ class FakeSmtp : public host::ComponenteSmtp {
     fromAddr_ = indirizzo;
     journal_->Add("smtp.FromAddr " + indirizzo);
   }
-  std::string FromAddr() const override { return fromAddr_; }
+  std::string FromAddr() const override {
+    journal_->Add("smtp.FromAddr");
+    return fromAddr_;
+  }
   void DeliveryNotification(std::int16_t valore) override {
     journal_->Add("smtp.DeliveryNotification " + std::to_string(valore));
   }
@@ -62,6 +65,7 @@ class FakeSmtp : public host::ComponenteSmtp {
   JournalPtr journal_;
   host::Variant risultato_;
   std::string fromAddr_;
+  Rilascio rilascio_;
 };
 
 }  // namespace orve::fakes

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "host/errore.h"
+#include "service/ignora_errori.h"
 
 namespace orve::fakes {
 
@@ -57,5 +58,21 @@ class Journal {
 };
 
 using JournalPtr = std::shared_ptr<Journal>;
+
+/// Member of a fake whose end a test looks at: then a line "rilascio object" goes into the journal.
+class Rilascio {
+ public:
+  Rilascio(JournalPtr journal, std::string oggetto)
+      : journal_(std::move(journal)), oggetto_(std::move(oggetto)) {}
+  Rilascio(const Rilascio&) = delete;
+  Rilascio& operator=(const Rilascio&) = delete;
+  ~Rilascio() {
+    IgnoraErrori([&] { journal_->Add("rilascio " + oggetto_); });
+  }
+
+ private:
+  JournalPtr journal_;
+  std::string oggetto_;
+};
 
 }  // namespace orve::fakes

@@ -368,7 +368,7 @@ TEST_F(GuidaIntegratori, AStandingMessageByLookUpNamesTheRecipientTwice) {
 TEST_F(GuidaIntegratori, ADirectSendFromAnUnknownAccountLeavesFromTheOneThatIsLoaded) {
   Prepara();
   servizio->InviaMailDiretta(99, "Anna<anna@cliente.example>");
-  EXPECT_THAT(journal->Righe({"smtp.FromAddr", "smtp.AddRecipientEx"}),
+  EXPECT_THAT(journal->Righe({"smtp.FromAddr ", "smtp.AddRecipientEx"}),
               ElementsAre("smtp.FromAddr <noi@azienda.example>",
                           "smtp.AddRecipientEx Anna <anna@cliente.example> 0"));
   EXPECT_EQ(servizio->Stato(), kvOK);
