@@ -1,4 +1,5 @@
 // Creation, teardown, properties and the message procedure of the service.
+#include "fakes/fake_rubrica.h"
 #include "fakes/servizio_di_prova.h"
 
 namespace orve {
@@ -203,56 +204,106 @@ TEST_F(Servizio, AFailingMessageObjectFailsItsCaller) {
   EXPECT_THROW(interno.MostraMessaggio("testo", 0, "", nullptr), host::Errore);
 }
 
-// What teardown does, one line each, with the objects that have no operation to be seen by watched through
-// weak pointers.
+// What teardown does, one line each. Whatever it leaves undone the fields do by themselves, last field first:
+// only the order shows that a step was made.
+class FineDelServizio : public Servizio {
+ protected:
+  FineDelServizio() {
+    ConRegistro();
+    servizio->vCollDestinatari = std::make_shared<CollDestinatari>(ambiente);
+    servizio->vCollMittenti = std::make_shared<CollMittenti>(ambiente);
+    servizio->ManagerRubrica = std::make_shared<fakes::FakeRubrica>(journal);
+    servizio->ActiveInterface = CreaFakeInterfaccia(*ambiente);
+    Osserva(interno.ObjMessaggi(), "ObjMessaggi");
+    Osserva(interno.ObjRegistroInvio(), "ObjRegistroInvio");
+    Osserva(servizio->vCollDestinatari, "vCollDestinatari");
+    Osserva(servizio->vCollMittenti, "vCollMittenti");
+    Osserva(servizio->ManagerRubrica, "ManagerRubrica");
+    Osserva(servizio->ConnectionADO, "ConnectionADO");
+    Osserva(servizio->ActiveInterface, "ActiveInterface");
+    Osserva(interno.ObjFormatoData(), "ObjFormatoData");
+    Osserva(interno.ObjFormatoNumero(), "ObjFormatoNumero");
+  }
 
-TEST_F(Servizio, TeardownTracesThenClearsTheRegistersConnection) {
-  ConRegistro();
+  /// Releases the service, and gives what it did from first to last.
+  std::vector<std::string> Passi() {
+    journal->Svuota();
+    servizio.reset();
+    return journal->Righe({"rilascio", "ObjRegistroInvio", "MAPISession"});
+  }
+  std::vector<std::string> PassiCon(const std::vector<std::string>& delCanale) const {
+    std::vector<std::string> passi = {"rilascio ObjMessaggi", "ObjRegistroInvio.Connessione (assente)",
+                                      "rilascio ObjRegistroInvio"};
+    passi.insert(passi.end(), delCanale.begin(), delCanale.end());
+    passi.insert(passi.end(),
+                 {"rilascio vCollDestinatari", "rilascio vCollMittenti", "rilascio ManagerRubrica",
+                  "rilascio ConnectionADO", "rilascio ActiveInterface", "rilascio ObjFormatoData",
+                  "rilascio ObjFormatoNumero"});
+    return passi;
+  }
+
+ private:
+  /// From now on the field's letting go of its object stands in the journal.
+  template <class T>
+  void Osserva(std::shared_ptr<T>& campo, const std::string& nome) const {
+    auto* const oggetto = campo.get();
+    campo = std::shared_ptr<T>(
+        oggetto, [vero = campo, giornale = journal, nome](T*) { giornale->Add("rilascio " + nome); });
+  }
+};
+
+TEST_F(FineDelServizio, IsTracedFirst) {
   servizio->SrvMailInstallato = kvSMTPMail;
   journal->Svuota();
   servizio.reset();
-  EXPECT_THAT(journal->Righe(),
-              ElementsAre(StartsWith("debug QLNA:|"), "ObjRegistroInvio.Connessione (assente)"));
+  EXPECT_THAT(journal->Righe()[0], StartsWith("debug QLNA:|"));
   EXPECT_TRUE(journal->Righe()[0].ends_with("|TER|ORVE_MAILSERVER|CLSFW_MAILSERVER"));
 }
 
-TEST_F(Servizio, TeardownOnSimpleMapiSignsOff) {
+TEST_F(FineDelServizio, TakesEveryStepInItsOrderOnChannelsWithoutAnObject) {
+  servizio->SrvMailInstallato = kvSMTPMail;
+  interno.objMapiSession() = ambiente->CreaMAPISession();  // of another channel: goes with the object
+  auto passi = Passi();
+  ASSERT_FALSE(passi.empty());
+  EXPECT_EQ(passi.back(), "rilascio MAPISession");
+  passi.pop_back();
+  EXPECT_EQ(passi, PassiCon({}));
+}
+
+TEST_F(FineDelServizio, SignsOffOnSimpleMapiAndGoesOn) {
   interno.objMapiSession() = ambiente->CreaMAPISession();
-  const std::weak_ptr<host::MAPISession> sessione = interno.objMapiSession();
-  servizio.reset();
-  EXPECT_EQ(journal->Conta("MAPISession.SignOff"), 1U);
-  EXPECT_TRUE(sessione.expired());
-}
-
-TEST_F(Servizio, TeardownWithoutASessionTriesSignOffAndGoesOn) {
-  servizio->vCollDestinatari = std::make_shared<CollDestinatari>(ambiente);
-  const std::weak_ptr<CollDestinatari> collezione = servizio->vCollDestinatari;
   ASSERT_EQ(servizio->SrvMailInstallato, kvSimpleMAPI);
-  EXPECT_NO_THROW(servizio.reset());
-  EXPECT_TRUE(collezione.expired());
-  EXPECT_EQ(connessione.use_count(), 1);
+  EXPECT_EQ(Passi(), PassiCon({"MAPISession.SignOff", "rilascio MAPISession"}));
 }
 
-TEST_F(Servizio, EachStepOfTeardownIsTriedWhateverTheOneBeforeDid) {
-  ConRegistro();
+TEST_F(FineDelServizio, GoesOnWithoutASession) {
+  ASSERT_EQ(servizio->SrvMailInstallato, kvSimpleMAPI);
+  EXPECT_EQ(Passi(), PassiCon({}));
+}
+
+TEST_F(FineDelServizio, TriesEachStepWhateverTheOneBeforeDid) {
   interno.objMapiSession() = ambiente->CreaMAPISession();
   journal->Fallisce("ObjRegistroInvio.Connessione");
   journal->Fallisce("MAPISession.SignOff");
-  EXPECT_NO_THROW(servizio.reset());
-  EXPECT_EQ(journal->Conta("MAPISession.SignOff"), 1U);
-  EXPECT_EQ(connessione.use_count(), 1);
+  EXPECT_EQ(Passi(), PassiCon({"MAPISession.SignOff", "rilascio MAPISession"}));
 }
 
-TEST_F(Servizio, TeardownOnOutlookReleasesEverythingAllTheSame) {
+TEST_F(FineDelServizio, GoesOnWithoutARegister) {
+  interno.ObjRegistroInvio().reset();
+  servizio->SrvMailInstallato = kvMAPI;
+  std::vector<std::string> attesi = PassiCon({});
+  attesi.erase(attesi.begin() + 1, attesi.begin() + 3);
+  EXPECT_EQ(Passi(), attesi);
+}
+
+TEST_F(FineDelServizio, EndsOnOutlookWithTheApplicationAndTheConnectionAndTheRestGoesWithTheObject) {
   interno.objOutlookApp() = ambiente->CreaOutlook();
   servizio->SrvMailInstallato = kvOutlook;
-  servizio->vCollDestinatari = std::make_shared<CollDestinatari>(ambiente);
-  const std::weak_ptr<CollDestinatari> collezione = servizio->vCollDestinatari;
-  journal->Svuota();
-  servizio.reset();
-  EXPECT_EQ(journal->Conta("MAPISession"), 0U);
-  EXPECT_TRUE(collezione.expired());
-  EXPECT_EQ(connessione.use_count(), 1);
+  EXPECT_THAT(Passi(),
+              ElementsAre("rilascio ObjMessaggi", "ObjRegistroInvio.Connessione (assente)",
+                          "rilascio ObjRegistroInvio", "rilascio Outlook", "rilascio ConnectionADO",
+                          "rilascio ObjFormatoNumero", "rilascio ObjFormatoData", "rilascio ActiveInterface",
+                          "rilascio vCollMittenti", "rilascio ManagerRubrica", "rilascio vCollDestinatari"));
 }
 
 }  // namespace
