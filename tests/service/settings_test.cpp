@@ -166,6 +166,17 @@ TEST_F(Impostazioni, OutlookThatCannotBeCreatedIsToldAndNoError) {
                           "CLSFW_MAILSERVER: GetImpostazioni|(assente)"));
 }
 
+TEST_F(Impostazioni, OutlookThatCannotBeCreatedAgainIsNoLongerThere) {
+  Con("FW24_INDFAXATTIVO", 1);
+  servizio->GetImpostazioni();
+  const std::weak_ptr<host::OutlookApplication> primo = interno.objOutlookApp();
+  ASSERT_FALSE(primo.expired());
+  journal->Fallisce("Ambiente.CreaOutlook", host::Errore(host::kOggettoNonCreabile));
+  servizio->GetImpostazioni();
+  EXPECT_EQ(interno.objOutlookApp(), nullptr);
+  EXPECT_TRUE(primo.expired());
+}
+
 struct CasoColonna {
   const char* label;
   const char* colonna;
