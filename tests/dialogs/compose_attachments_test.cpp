@@ -351,6 +351,19 @@ TEST_F(Allegati, AnsweringNoLeavesEverythingAsItWas) {
   });
 }
 
+// A box of the host may have other buttons, or be closed in another way.
+TEST_F(Allegati, AnyAnswerButNoRemovesAll) {
+  Mostra([&](HeadlessForm& finestra) {
+    for (const std::int32_t risposta : {-1, 0, 1, 2, 3, 4, 5, 6, 8}) {
+      ambiente->rispostaMessaggio = risposta;
+      Allega(finestra, "C:\\a.pdf");
+      finestra.Sceglie("BTN_ELIMINA", "DelAll");
+      EXPECT_THAT(finestra.Righe("GRID_ALLEGATI"), IsEmpty()) << risposta;
+      EXPECT_THAT(Percorsi(), IsEmpty()) << risposta;
+    }
+  });
+}
+
 TEST_F(Allegati, AfterRemovingAllTheServicesListGoesEmptyOnSend) {
   ambiente->rispostaMessaggio = 6;
   servizio->vElencoAllegati = Variant::Array{"C:\\a.pdf"};
