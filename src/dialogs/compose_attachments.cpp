@@ -1,6 +1,8 @@
 // The attachments of the compose window. They live twice: the collection FileAllegati is the truth, the
 // record set RstAllegati is what the grid shows of it, one row per file with the file's position. Only the
 // send hands the list to the service.
+#include <algorithm>
+
 #include "dialogs/FRMRW_OPZMAIL.h"
 #include "dialogs/attachment_paths.h"
 #include "service/ignora_errori.h"
@@ -145,6 +147,13 @@ void FRMRW_OPZMAIL::EliminaAllegato_Click() try {
   if (indice.ToText().empty()) return;
   if (FileAllegati && FileAllegati->Count() > 0) FileAllegati->Remove(indice.ToInt32());
   RicaricaRstAllegati();
+  // The row that stands now where the removed one stood, or the last: what the person removes next.
+  IgnoraErrori([&] {
+    auto& righe = Richiesto(RstAllegati);
+    if (righe.RecordCount() > 0) {
+      righe.AbsolutePosition(std::min(indice.ToInt32() + 1, righe.RecordCount()));
+    }
+  });
   GRID_ALLEGATI->DataSource(RstAllegati);
 } catch (...) {
   SegnalaErroreConTitolo(" EliminaAllegato_Click");

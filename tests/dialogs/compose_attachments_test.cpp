@@ -299,6 +299,20 @@ TEST_F(Allegati, TheSelectedRowIsRemovedAndTheRowsAreNumberedAnew) {
   });
 }
 
+TEST_F(Allegati, AfterARemovalTheRowInItsPlaceIsSelectedAndBehindTheLastOneTheNewLast) {
+  Mostra([&](HeadlessForm& finestra) {
+    for (const char* file : {"C:\\a.pdf", "C:\\b.pdf", "C:\\c.pdf"}) Allega(finestra, file);
+    finestra.SelezionaRiga("GRID_ALLEGATI", 1);
+    finestra.Sceglie("BTN_ELIMINA", "Del");
+    EXPECT_THAT(finestra.Righe("GRID_ALLEGATI"), ElementsAre("b.pdf", "c.pdf"));
+    EXPECT_EQ(finestra.RigaSelezionata("GRID_ALLEGATI"), 1);
+    finestra.SelezionaRiga("GRID_ALLEGATI", 2);
+    finestra.Sceglie("BTN_ELIMINA", "Del");
+    EXPECT_EQ(finestra.RigaSelezionata("GRID_ALLEGATI"), 1);
+    EXPECT_THAT(Percorsi(), ElementsAre("C:\\b.pdf"));
+  });
+}
+
 TEST_F(Allegati, AfterARemovalTheRowsShowTheFilesNames) {
   Aggiungi("C:\\a.pdf", "a.pdf - Standard");
   Aggiungi("C:\\b.pdf", "Allegato secondo");

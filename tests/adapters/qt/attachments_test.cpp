@@ -99,6 +99,22 @@ TEST_F(Allegati, TheRowThatIsClickedIsTheOneThatGoes) {
   EXPECT_THAT(Consegnati(), IsEmpty());
 }
 
+TEST_F(Allegati, AfterARemovalTheRowInItsPlaceIsMarked) {
+  servizio->vElencoAllegati =
+      Variant::Array{PerLibreria(cartella.File("a.txt")), PerLibreria(cartella.File("b.txt")),
+                     PerLibreria(cartella.File("c.txt"))};
+  Apri([&](QWidget& finestra) {
+    auto& tabella = Trova<QTableWidget>(finestra, "GRID_ALLEGATI");
+    tabella.setFocus();
+    QTest::keyClick(&tabella, Qt::Key_Home, Qt::ControlModifier);
+    Sceglie(finestra, "BTN_ELIMINA", "Del");
+    EXPECT_EQ(RigaSelezionata(finestra), 1);
+    Sceglie(finestra, "BTN_ELIMINA", "Del");
+    EXPECT_THAT(Righe(finestra), ElementsAre("c.txt"));
+    EXPECT_EQ(RigaSelezionata(finestra), 1);
+  });
+}
+
 TEST_F(Allegati, TheRowThatWouldGoIsAlwaysMarked) {
   servizio->vElencoAllegati =
       Variant::Array{PerLibreria(cartella.File("a.txt")), PerLibreria(cartella.File("b.txt"))};

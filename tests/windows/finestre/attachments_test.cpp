@@ -144,6 +144,22 @@ TEST_F(Allegati, TheRowThatIsChosenIsTheOneThatGoes) {
   EXPECT_EQ(Consegnati().size(), 2U);
 }
 
+TEST_F(Allegati, AfterARemovalTheRowInItsPlaceIsSelected) {
+  servizio->vElencoAllegati =
+      Variant::Array{cartella.File("a.txt"), cartella.File("b.txt"), cartella.File("c.txt")};
+  Apri([&](const Vista& finestra) {
+    finestra.Fuoco("GRID_ALLEGATI");
+    finestra.Tasto(VK_HOME);
+    finestra.Sceglie("BTN_ELIMINA", "Elimina allegato");
+    EXPECT_TRUE(Attendi([&] { return finestra.Righe().size() == 2; }));
+    programma.Respira();
+    EXPECT_EQ(finestra.RigaSelezionata(), 1);
+    finestra.Sceglie("BTN_ELIMINA", "Elimina allegato");
+    EXPECT_TRUE(Attendi([&] { return finestra.Righe().size() == 1; }));
+    EXPECT_THAT(finestra.Righe(), ElementsAre("c.txt"));
+  });
+}
+
 TEST_F(Allegati, AllOfThemGoOnlyWhenThePersonSaysYes) {
   servizio->vElencoAllegati = Variant::Array{cartella.File("a.txt"), cartella.File("b.txt")};
   Apri([&](const Vista& finestra) {
