@@ -118,21 +118,18 @@ class Combo::Lista : public QComboBox {
                             evento->reason() == Qt::ShortcutFocusReason;
     if (apreDaSola && daTastiera) showPopup();
   }
-  // Turning the wheel over a box that is not in use would change the sender unseen.
-  void wheelEvent(QWheelEvent* evento) override {
-    if (hasFocus()) {
-      QComboBox::wheelEvent(evento);
-    } else {
-      evento->ignore();
-    }
-  }
+  // The window opens with the keyboard in this box: turning the wheel over it would change the sender unseen.
+  // The list that is open takes the wheel by itself.
+  void wheelEvent(QWheelEvent* evento) override { evento->ignore(); }
 };
 
 Combo::Combo(std::shared_ptr<QWidget> finestra, const host::LayoutControllo& layout, QWidget* padre)
     : Controllo(std::move(finestra), layout, new Lista(padre)), lista_(static_cast<Lista*>(widget)) {
+  // Emitted also when the person confirms the entry that stands.
   QObject::connect(lista_, &QComboBox::activated, &ascolto, [this](int posizione) {
+    const auto scelta = static_cast<std::int16_t>(posizione);
+    if (scelta == voci_.Selezionata()) return;
     Azione(widget, [&] {
-      const auto scelta = static_cast<std::int16_t>(posizione);
       voci_.SelezionaPosizione(scelta);
       host::Solleva(Change, scelta);
     });

@@ -112,7 +112,8 @@ class KVL_COMBO : public Controllo {
   /// Selects the entry at a position and raises Change; raises 9 when there is no such position.
   virtual void SelezionaPosizione(std::int16_t posizione) = 0;
 
-  /// The position selected, -1 for none.
+  /// The position selected, -1 for none. Raised by every selection of the program's, and by the person's of
+  /// another entry than the one that stands.
   std::function<void(std::int16_t posizione)> Change;
 };
 

@@ -363,12 +363,13 @@ TEST_F(FormAttivato, ANegativePositionDoesNothingAndAnUnknownAccountFails) {
   Mostra([&](HeadlessForm& finestra) {
     const auto combo = host::ControlloDi<host::KVL_COMBO>(form->Finestra(), "CMB_ACCOUNT");
     combo->AddItemData("noi - Mail", 12);
+    combo->AddItemData("vendite - Mail", 7);
     EXPECT_EQ(fakes::NumeroDi([&] { combo->Text(99); }), 0);  // no such entry: position -1
     EXPECT_FALSE(servizio->vMittente);
     // The handler has no trap: what it raises leaves the call, or the person's action.
     EXPECT_EQ(fakes::NumeroDi([&] { combo->Text(std::int16_t{12}); }), 91);
     servizio->vCollMittenti = std::make_shared<CollMittenti>(ambiente);
-    EXPECT_EQ(fakes::NumeroDi([&] { finestra.SceglieVoce("CMB_ACCOUNT", 0); }), 5);
+    EXPECT_EQ(fakes::NumeroDi([&] { finestra.SceglieVoce("CMB_ACCOUNT", 1); }), 5);
     EXPECT_TRUE(finestra.Aperta());
     EXPECT_THAT(Mostrati(), IsEmpty());
   });

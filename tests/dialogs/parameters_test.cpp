@@ -491,6 +491,7 @@ TEST_F(Parametri, AnErrorOfTheOpeningEndsInSilenceAndKeepsTheOldAnswers) {
 
 // The handlers of both closing buttons and of the two lists have no trap: their errors reach the toolkit.
 TEST_F(Parametri, WhatTheUntrappedHandlersRaiseLeavesThem) {
+  Accounts({RigaAccount(12, "noi@azienda.example"), RigaAccount(7, "vendite@azienda.example")});
   ApriParametri([&](HeadlessForm& finestra) {
     const auto prova = [&](const char* riga, const std::function<void()>& azione) {
       journal->DimenticaPiani();
@@ -498,7 +499,7 @@ TEST_F(Parametri, WhatTheUntrappedHandlersRaiseLeavesThem) {
       EXPECT_EQ(fakes::NumeroDi(azione), 1001) << riga;
       EXPECT_TRUE(finestra.Aperta()) << riga;
     };
-    prova("legge CMB_ACCOUNT.ItemKey", [&] { finestra.SceglieVoce("CMB_ACCOUNT", 0); });
+    prova("legge CMB_ACCOUNT.ItemKey", [&] { finestra.SceglieVoce("CMB_ACCOUNT", 1); });
     prova("CMB_ACCOUNT.EraseCombo", [&] { finestra.SceglieVoce("CMB_TIPO", 1); });
     prova("legge CHK_READ.Text", [&] { finestra.Preme("CMD_OK"); });
     prova("FRMFW_MAILPARAMS.Chiudi", [&] { finestra.Preme("CMD_ANNULLA"); });

@@ -201,7 +201,8 @@ void HeadlessForm::Spunta(std::string_view casella, bool valore) {
 }
 
 void HeadlessForm::SceglieVoce(std::string_view combo, std::int16_t posizione) {
-  if (auto* scelta = Raggiunge<headless::Combo>(combo); scelta != nullptr) scelta->Sceglie(posizione);
+  auto* scelta = Raggiunge<headless::Combo>(combo);
+  if (scelta != nullptr && scelta->voci.Selezionata() != posizione) scelta->Sceglie(posizione);
 }
 
 void HeadlessForm::SelezionaRiga(std::string_view griglia, std::int32_t riga) {

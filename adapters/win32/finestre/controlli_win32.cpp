@@ -313,9 +313,10 @@ void Combo::Scelta() {
   Seleziona();  // the entry that counts, also when another action was running and this one did not
 }
 
-// Turning the wheel over a box that is not in use would change the sender unseen.
+// The window opens with the keyboard in this box, where the wheel goes too: turning it would change the
+// sender unseen, unless the list is open.
 LRESULT Combo::Messaggio(UINT messaggio, WPARAM wParam, LPARAM lParam) {
-  if (messaggio == WM_MOUSEWHEEL && GetFocus() != Maniglia()) return 0;
+  if (messaggio == WM_MOUSEWHEEL && Manda(CB_GETDROPPEDSTATE) == FALSE) return 0;
   return Predefinito(messaggio, wParam, lParam);
 }
 

@@ -1,4 +1,5 @@
 // What a box takes from the person and what from the program.
+#include <QAbstractItemView>
 #include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
@@ -6,6 +7,7 @@
 #include <QPlainTextEdit>
 #include <QTest>
 #include <QUrl>
+#include <QWheelEvent>
 #include <memory>
 #include <string>
 
@@ -241,6 +243,43 @@ TEST_F(Caselle, SelectingByProgramRaisesChangeOnceAndByThePersonToo) {
     QTest::keyClick(&lista, Qt::Key_Down);
     EXPECT_EQ(combo->Text(), "7");
     EXPECT_EQ(scelte, (std::vector<int>{1, -1, 0}));
+  });
+}
+
+TEST_F(Caselle, ConfirmingTheEntryThatStandsIsNoChange) {
+  Mostra([this](QWidget& finestra) {
+    const auto combo = Controllo<host::KVL_COMBO>("CMB_ACCOUNT");
+    combo->AddItemData("uno", 7);
+    combo->AddItemData("due", 9);
+    combo->SelezionaPosizione(1);
+    int cambi = 0;
+    combo->Change = [&](std::int16_t) { ++cambi; };
+    auto& lista = Trova<QComboBox>(finestra, "CMB_ACCOUNT");
+    int confermate = 0;
+    QObject::connect(&lista, &QComboBox::activated, &lista, [&] { ++confermate; });
+    lista.showPopup();
+    QTest::keyClick(lista.view(), Qt::Key_Return);
+    EXPECT_EQ(confermate, 1);
+    EXPECT_EQ(cambi, 0);
+    EXPECT_EQ(combo->Text(), "9");
+  });
+}
+
+TEST_F(Caselle, TheWheelOverAClosedListChoosesNothing) {
+  Mostra([this](QWidget& finestra) {
+    const auto combo = Controllo<host::KVL_COMBO>("CMB_ACCOUNT");
+    combo->AddItemData("uno", 7);
+    combo->AddItemData("due", 9);
+    combo->SelezionaPosizione(0);
+    auto& lista = Trova<QComboBox>(finestra, "CMB_ACCOUNT");
+    lista.setFocus();
+    const QPointF mezzo = lista.rect().center();
+    constexpr int kUnoScatto = 120;
+    QWheelEvent giro(mezzo, lista.mapToGlobal(mezzo), QPoint(), QPoint(0, -kUnoScatto), Qt::NoButton,
+                     Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&lista, &giro);
+    EXPECT_EQ(combo->Text(), "7");
+    EXPECT_EQ(lista.currentIndex(), 0);
   });
 }
 

@@ -180,6 +180,29 @@ TEST_F(FinestraDiInvio, LookingThroughTheOpenListChangesNothingUntilAChoice) {
   });
 }
 
+TEST_F(FinestraDiInvio, ConfirmingTheSenderThatStandsLeavesTheReceiptAsItIs) {
+  Accounts({RigaAccount(12, "noi@azienda.example"), RigaAccount(13, "altro@azienda.example")});
+  Apri([](const Vista& finestra) {
+    finestra.Clicca("CHK_RICEVUTA");
+    EXPECT_TRUE(Attendi([&] { return finestra.Spuntata("CHK_RICEVUTA"); }));
+    finestra.Fuoco("CMB_ACCOUNT");
+    SendMessageW(finestra.Trova("CMB_ACCOUNT"), CB_SHOWDROPDOWN, TRUE, 0);
+    finestra.Tasto(VK_RETURN);
+    EXPECT_TRUE(finestra.Spuntata("CHK_RICEVUTA"));
+    finestra.Tasto(VK_DOWN);
+    EXPECT_FALSE(finestra.Spuntata("CHK_RICEVUTA"));
+  });
+}
+
+TEST_F(FinestraDiInvio, TheWheelOverTheClosedListKeepsTheSender) {
+  Accounts({RigaAccount(12, "noi@azienda.example"), RigaAccount(13, "altro@azienda.example")});
+  Apri([](const Vista& finestra) {
+    finestra.Fuoco("CMB_ACCOUNT");
+    SendMessageW(finestra.Trova("CMB_ACCOUNT"), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+    EXPECT_EQ(finestra.Contenuto("CMB_ACCOUNT"), "noi@azienda.example - Mail");
+  });
+}
+
 TEST_F(FinestraDiInvio, AnAccountFixedByTheParametersCannotBeChanged) {
   servizio->IsInvioMailConParams(true);
   Apri([](const Vista& finestra) {
