@@ -108,6 +108,15 @@ void CasellaRiga::Rifai(const QString& voluto, qsizetype cursore) {
   prima_ = text();
 }
 
+void CasellaPercorso::Scrive(const std::string& testo) {
+  scritto_ = testo;
+  CasellaRiga::Scrive(text::Replace(testo, "\\", "/"));
+}
+
+std::string CasellaPercorso::Legge() const {
+  return isModified() ? text::Replace(CasellaRiga::Legge(), "/", "\\") : scritto_;
+}
+
 CasellaTesto::CasellaTesto(std::int32_t maxchar, QWidget* padre) : QPlainTextEdit(padre), maxchar_(maxchar) {
   setTabChangesFocus(true);  // the keyboard can leave the box
 }

@@ -30,7 +30,20 @@ class CasellaRiga : public QLineEdit {
   bool corregge_ = false;
 };
 
-/// A box of several lines of plain text.
+/// A box of one line that holds a path: with `/` for the person, who may type `\` too, and with `\` for the
+/// program.
+class CasellaPercorso : public CasellaRiga {
+ public:
+  using CasellaRiga::CasellaRiga;
+  void Scrive(const std::string& testo);
+  [[nodiscard]] std::string Legge() const;
+
+ private:
+  std::string scritto_;
+};
+
+/// A box of several lines of plain text. What the program adds to it under the person's eyes is a step that
+/// can be undone, and leaves caret and view behind it; another text takes the place of the old one for good.
 class CasellaTesto : public QPlainTextEdit {
  public:
   CasellaTesto(std::int32_t maxchar, QWidget* padre);

@@ -174,6 +174,7 @@ std::shared_ptr<host::Controllo> CreaControllo(const std::shared_ptr<QWidget>& f
     case host::TipoControllo::kTbarMenu:
       return std::make_shared<PulsanteMenu>(finestra, layout, padre);
     case host::TipoControllo::kTxtEdit:
+      if (layout.disegno.percorso) return std::make_shared<RigaPercorso>(finestra, layout, padre);
       return std::make_shared<Riga>(finestra, layout, padre);
     case host::TipoControllo::kRichTextBox:
       return std::make_shared<Corpo>(finestra, layout, padre);

@@ -43,6 +43,7 @@ class ControlloDiTesto : public Controllo<Base> {
 };
 
 using Riga = ControlloDiTesto<host::TxtEdit, CasellaRiga>;
+using RigaPercorso = ControlloDiTesto<host::TxtEdit, CasellaPercorso>;
 using Corpo = ControlloDiTesto<host::KvlRichTextBox, CasellaTesto>;
 
 class Spunta : public Controllo<host::KVL_CHECKBOX> {

@@ -56,7 +56,7 @@ constexpr auto kControlliParametri = std::to_array<LayoutControllo>({
      .cornice = "FRM_PARAM",
      .posizione = {1300, 960, 6195, 300},
      .tabIndex = 5,
-     .disegno = {.maxchar = 100, .maxwidth = 51, .gettextmode = 1}},
+     .disegno = {.maxchar = 100, .maxwidth = 51, .gettextmode = 1, .percorso = true}},
     {.nome = "CMB_ACCOUNT",
      .tipo = kCombo,
      .cornice = "FRM_PARAM",

@@ -40,6 +40,7 @@ struct ValoriDiDisegno {
   std::int32_t gettextmode = 0;
   std::int32_t kvlalignment = 0;
   std::string_view tag = {};
+  bool percorso = false;  // a box that holds a path: the person sees and types it as the system writes paths
 };
 
 struct LayoutControllo {

@@ -65,6 +65,7 @@ std::string Riga(const LayoutControllo& controllo) {
   if (disegno.gettextmode != 0) riga += " gettextmode " + std::to_string(disegno.gettextmode);
   if (disegno.kvlalignment != 0) riga += " kvlalignment " + std::to_string(disegno.kvlalignment);
   if (!disegno.tag.empty()) riga += " tag \"" + std::string(disegno.tag) + "\"";
+  if (disegno.percorso) riga += " path";
   return riga;
 }
 
@@ -121,7 +122,7 @@ TEST(Layout, TheParametersWindowHasEveryControlAtItsPlace) {
       R"x(CHK_DELIVERY in FRM_PARAM KVL_CHECKBOX "Notifica" 6000,240,1455,300 #2)x",
       R"x(CHK_READ in FRM_PARAM KVL_CHECKBOX "Lettura" 4300,240,1455,300 #1)x",
       R"x(KVL_LABEL3 in FRM_PARAM KVL_LABEL "Corpo (Email)" 30,1440,1215,300 #-1 kvlalignment 1)x",
-      R"x(TXT_ALLEGATO in FRM_PARAM TxtEdit "" 1300,960,6195,300 #5 maxchar 100 maxwidth 51 gettextmode 1)x",
+      R"x(TXT_ALLEGATO in FRM_PARAM TxtEdit "" 1300,960,6195,300 #5 maxchar 100 maxwidth 51 gettextmode 1 path)x",
       R"x(CMB_ACCOUNT in FRM_PARAM KVL_COMBO "" 1110,600,6345,315 #3 maxchar 62)x",
       R"x(CMB_TIPO in FRM_PARAM KVL_COMBO "" 1110,240,2145,315 #0 maxchar 20)x",
       R"x(KVL_LABEL2 in FRM_PARAM KVL_LABEL "Mittente" 120,600,735,300 #-1 kvlalignment 1)x",

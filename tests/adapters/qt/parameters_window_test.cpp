@@ -59,7 +59,7 @@ TEST_F(FinestraDeiParametri, TheAnswersReachTheService) {
   Parametri([&](QWidget& finestra) {
     regia.ScegliFile(file);
     Clicca(finestra, "KVL_ALLEGA");
-    EXPECT_EQ(Contenuto(finestra, "TXT_ALLEGATO"), PerLibreria(file));
+    EXPECT_EQ(Contenuto(finestra, "TXT_ALLEGATO"), file);
     Clicca(finestra, "CHK_READ");
     Riscrive(finestra, "TXT_CORPO", "Dopo");
     Clicca(finestra, "CMD_OK");
@@ -80,6 +80,31 @@ TEST_F(FinestraDeiParametri, APathThatDoesNotExistIsToldAndTheWindowStays) {
     EXPECT_TRUE(finestra.isVisible());
   });
   EXPECT_FALSE(servizio->MailParamIsValoriValidi());
+}
+
+TEST_F(FinestraDeiParametri, APathIsTypedWithTheSeparatorOfTheSystemOrOfTheLibrary) {
+  const std::string file = cartella.File("listino.pdf");
+  for (const std::string& scritto : {file, PerLibreria(file)}) {
+    servizio->MailParamAllegatoUnico("");
+    Parametri([&](QWidget& finestra) {
+      Digita(finestra, "TXT_ALLEGATO", scritto);
+      Clicca(finestra, "CMD_OK");
+      EXPECT_FALSE(finestra.isVisible());
+    });
+    EXPECT_EQ(servizio->MailParamAllegatoUnico(), PerLibreria(file)) << scritto;
+  }
+}
+
+TEST_F(FinestraDeiParametri, APathThatIsChangedByHandAfterItsChoiceIsTheOneThatCounts) {
+  const std::string scelto = cartella.File("listino.pdf");
+  const std::string scritto = cartella.File("listino.pdf.p7m");
+  Parametri([&](QWidget& finestra) {
+    regia.ScegliFile(scelto);
+    Clicca(finestra, "KVL_ALLEGA");
+    Digita(finestra, "TXT_ALLEGATO", ".p7m");
+    Clicca(finestra, "CMD_OK");
+  });
+  EXPECT_EQ(servizio->MailParamAllegatoUnico(), PerLibreria(scritto));
 }
 
 TEST_F(FinestraDeiParametri, APathWithoutItsSeparatorIsToldAndTheWindowStays) {
@@ -126,7 +151,7 @@ TEST_F(FinestraDeiParametri, TheMnemonicsConfirmAttachAndLeave) {
     ASSERT_EQ(finestra.focusWidget()->objectName().toStdString(), "KVL_ALLEGA");
     regia.ScegliFile(file);
     QTest::keyClick(finestra.focusWidget(), Qt::Key_Return);
-    EXPECT_EQ(Contenuto(finestra, "TXT_ALLEGATO"), PerLibreria(file));
+    EXPECT_EQ(Contenuto(finestra, "TXT_ALLEGATO"), file);
     finestra.activateWindow();  // what a window manager does once the choice has gone
     ASSERT_TRUE(QTest::qWaitForWindowActive(&finestra, kPazienza));
     premeA();
@@ -163,7 +188,7 @@ TEST_F(FinestraDeiParametri, APathIsLimitedForThePersonAndNotForTheChoice) {
     EXPECT_EQ(Contenuto(finestra, "TXT_ALLEGATO"), std::string(100, 'x'));
     regia.ScegliFile(lungo);
     Clicca(finestra, "KVL_ALLEGA");
-    EXPECT_EQ(Contenuto(finestra, "TXT_ALLEGATO"), PerLibreria(lungo));
+    EXPECT_EQ(Contenuto(finestra, "TXT_ALLEGATO"), lungo);
     Clicca(finestra, "CMD_OK");
   });
   EXPECT_EQ(servizio->MailParamAllegatoUnico(), PerLibreria(lungo));
