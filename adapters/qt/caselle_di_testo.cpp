@@ -122,9 +122,20 @@ CasellaTesto::CasellaTesto(std::int32_t maxchar, QWidget* padre) : QPlainTextEdi
 }
 
 void CasellaTesto::Scrive(const std::string& testo) {
+  const std::string ora = Legge();
+  if (isVisible() && testo.starts_with(ora)) {
+    Aggiunge(Testo(testo.substr(ora.size())));
+  } else {
+    setPlainText(Testo(testo));
+  }
   scritto_ = testo;
-  setPlainText(Testo(testo));
   document()->setModified(false);
+}
+
+void CasellaTesto::Aggiunge(const QString& seguito) {
+  moveCursor(QTextCursor::End);
+  textCursor().insertText(seguito);
+  ensureCursorVisible();
 }
 
 std::string CasellaTesto::Legge() const {

@@ -58,6 +58,7 @@ class CasellaTesto : public QPlainTextEdit {
   [[nodiscard]] bool canInsertFromMimeData(const QMimeData* dati) const override;
 
  private:
+  void Aggiunge(const QString& seguito);
   /// What of the text fits in the place of the selection.
   [[nodiscard]] QString Accettato(const QString& testo) const;
 

@@ -55,9 +55,12 @@ std::string CasellaDiTesto::Legge() const {
 }
 
 void CasellaDiTesto::Scrive(const std::string& testo) {
+  const std::string ora = Legge();
   scrive_ = true;
-  SetWindowTextW(Maniglia(), Largo(testo).c_str());
-  Manda(EM_EMPTYUNDOBUFFER);
+  if (!testo.starts_with(ora) || !Aggiunge(Largo(testo.substr(ora.size())))) {
+    SetWindowTextW(Maniglia(), Largo(testo).c_str());
+    Manda(EM_EMPTYUNDOBUFFER);
+  }
   scrive_ = false;
   scritto_ = testo;
   mostrato_ = Mostrato();
@@ -237,6 +240,15 @@ std::wstring CasellaCorpo::Mostrato() const {
 
 std::wstring CasellaCorpo::Contato() const {
   return Testo(false);
+}
+
+bool CasellaCorpo::Aggiunge(const std::wstring& seguito) {
+  if (IsWindowVisible(Maniglia()) == FALSE) return false;
+  const auto fine = static_cast<LONG>(Contato().size());
+  Seleziona({fine, fine});
+  Manda(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(seguito.c_str()));
+  Manda(WM_VSCROLL, SB_BOTTOM);  // the view follows the caret only where the keyboard is
+  return true;
 }
 
 CasellaDiTesto::Selezione CasellaCorpo::Scelta() const {

@@ -31,6 +31,8 @@ class CasellaDiTesto : public Elemento {
   [[nodiscard]] virtual std::wstring Contato() const { return Mostrato(); }
   [[nodiscard]] virtual Selezione Scelta() const = 0;
   virtual void Seleziona(Selezione selezione) = 0;
+  /// Puts the program's text behind the one that stands; false where the box knows no such step.
+  virtual bool Aggiunge(const std::wstring& /*seguito*/) { return false; }
   /// Pastes in the place of the selection, as far as there is room.
   void Incolla();
 
@@ -71,6 +73,7 @@ class CasellaCorpo : public CasellaDiTesto {
   [[nodiscard]] std::wstring Contato() const override;
   [[nodiscard]] Selezione Scelta() const override;
   void Seleziona(Selezione selezione) override;
+  bool Aggiunge(const std::wstring& seguito) override;
 
  private:
   [[nodiscard]] std::wstring Testo(bool conLineFeed) const;

@@ -150,6 +150,21 @@ TEST_F(Caselle, TheBodyIsLimitedForThePersonAndNotForTheProgram) {
   });
 }
 
+TEST_F(Caselle, WhatTheProgramAddsToAnEmptyBodyCanBeUndone) {
+  Mostra([this](QWidget& finestra) {
+    const auto corpo = Controllo<host::KvlRichTextBox>("TXT_CORPO");
+    Digita(finestra, "TXT_CORPO", "a");
+    QTest::keyClick(&Trova(finestra, "TXT_CORPO"), Qt::Key_Backspace);
+    corpo->Text("uno\r\ndue\ntre");
+    EXPECT_EQ(corpo->Text(), "uno\r\ndue\ntre");
+    EXPECT_EQ(Contenuto(finestra, "TXT_CORPO"), "uno\ndue\ntre");
+    QTest::keyClick(&Trova(finestra, "TXT_CORPO"), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(corpo->Text(), "");
+    QTest::keyClick(&Trova(finestra, "TXT_CORPO"), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(corpo->Text(), "uno\r\ndue\ntre");
+  });
+}
+
 TEST_F(Caselle, AFullBodyTakesNoCharacterOfAnyKindFromTheKeyboard) {
   Mostra([this](QWidget& finestra) {
     const std::string pieno = Volte(kFaccina, 2000);

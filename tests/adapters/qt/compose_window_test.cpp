@@ -3,6 +3,8 @@
 #include <QComboBox>
 #include <QCursor>
 #include <QGuiApplication>
+#include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QTableWidget>
 #include <QTest>
 #include <string>
@@ -330,6 +332,30 @@ TEST_F(FinestraDiInvio, ASpecialFieldGoesToTheEndOfTheBody) {
     Sceglie(finestra, "CMD_LEGENDA", "#NOME");
     EXPECT_EQ(Contenuto(finestra, "TXT_CORPO"), "Gentile ***(NOME)***");
   });
+}
+
+TEST_F(FinestraDiInvio, ASpecialFieldLeavesCaretAndViewBehindItAndCanBeUndone) {
+  servizio->vFlagCorpo = 1;
+  for (int i = 0; i < 60; ++i) servizio->vCorpoMail += "riga\r\n";
+  const std::string prima = servizio->vCorpoMail;
+  ambiente->parametriCorpo = Variant::Array{Variant::Array{"Nome cliente", "#NOME"}};
+  Apri([](QWidget& finestra) {
+    auto& corpo = Trova<QPlainTextEdit>(finestra, "TXT_CORPO");
+    corpo.moveCursor(QTextCursor::Start);
+    QTest::keyClicks(&corpo, QStringLiteral("x"));
+    Sceglie(finestra, "CMD_LEGENDA", "#NOME");
+    EXPECT_TRUE(corpo.textCursor().atEnd());
+    EXPECT_FALSE(corpo.textCursor().hasSelection());
+    EXPECT_TRUE(corpo.viewport()->rect().contains(corpo.cursorRect().center()));
+    QTest::keyClick(&corpo, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(Contenuto(finestra, "TXT_CORPO").starts_with("xriga\n"));
+    EXPECT_TRUE(Contenuto(finestra, "TXT_CORPO").ends_with("riga\n"));
+    QTest::keyClick(&corpo, Qt::Key_Z, Qt::ControlModifier);
+    Digita(finestra, "TXT_EMAIL", "anna@x.example");
+    Clicca(finestra, "cmd_Invia");
+  });
+  EXPECT_TRUE(Consegnato());
+  EXPECT_EQ(servizio->vCorpoMail, prima);
 }
 
 TEST_F(FinestraDiInvio, WhileTheMessageIsDeliveredThePointerWaitsAndTheButtonIsOff) {

@@ -225,6 +225,17 @@ TEST_F(Caselle, TheMenuOfTheBodyPastesAsFarAsThereIsRoom) {
   });
 }
 
+TEST_F(Caselle, WhatTheProgramAddsToAnEmptyBodyCanBeUndone) {
+  Mostra([this](const Vista& finestra) {
+    finestra.Digita("TXT_CORPO", "a");
+    finestra.Riscrive("TXT_CORPO", "");
+    Scritto<host::KvlRichTextBox>("TXT_CORPO", "uno\r\ndue\ntre");
+    EXPECT_EQ(Corpo(), "uno\r\ndue\ntre");
+    SendMessageW(finestra.Trova("TXT_CORPO"), EM_UNDO, 0, 0);
+    EXPECT_EQ(Corpo(), "");
+  });
+}
+
 TEST_F(Caselle, RightToLeftTextComesBackAsTyped) {
   Mostra([this](const Vista& finestra) {
     const std::string scritto = "שלום ‏abc‎ مرحبا";

@@ -1,4 +1,6 @@
 // The compose window as the person has it: real controls, driven by messages.
+#include <richedit.h>
+
 #include <string>
 #include <vector>
 
@@ -367,6 +369,38 @@ TEST_F(FinestraDiInvio, ASpecialFieldGoesToTheEndOfTheBody) {
     finestra.Sceglie("CMD_LEGENDA", "Nome cliente");
     EXPECT_TRUE(Attendi([&] { return finestra.Contenuto("TXT_CORPO") == "Gentile ***(NOME)***"; }));
   });
+}
+
+TEST_F(FinestraDiInvio, ASpecialFieldLeavesCaretAndViewBehindItAndCanBeUndone) {
+  servizio->vFlagCorpo = 1;
+  for (int i = 0; i < 60; ++i) servizio->vCorpoMail += "riga\r\n";
+  const std::string prima = servizio->vCorpoMail;
+  ambiente->parametriCorpo = Variant::Array{Variant::Array{"Nome cliente", "#NOME"}};
+  Collezione().AddFromLista("anna@x.example", "Anna", "", 0);
+  Apri([&](const Vista& finestra) {
+    auto* corpo = finestra.Trova("TXT_CORPO");
+    finestra.Fuoco("TXT_CORPO");
+    finestra.Seleziona("TXT_CORPO", 0, 0);
+    SendMessageW(corpo, WM_CHAR, L'x', 1);
+    finestra.Sceglie("CMD_LEGENDA", "Nome cliente");
+    EXPECT_TRUE(Attendi([&] { return finestra.Contenuto("TXT_CORPO").ends_with(" ***(NOME)***"); }));
+    CHARRANGE cursore = {};
+    SendMessageW(corpo, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&cursore));
+    EXPECT_EQ(cursore.cpMin, cursore.cpMax);
+    EXPECT_EQ(cursore.cpMax, 1 + 60 * 5 + 13);  // a line's end counts as one
+    POINT dove = {};
+    SendMessageW(corpo, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&dove), cursore.cpMax);
+    RECT vista = {};
+    GetClientRect(corpo, &vista);
+    EXPECT_TRUE(dove.y >= vista.top && dove.y < vista.bottom) << dove.y;
+    SendMessageW(corpo, EM_UNDO, 0, 0);
+    EXPECT_EQ(finestra.Contenuto("TXT_CORPO"), "x" + prima);
+    SendMessageW(corpo, EM_UNDO, 0, 0);
+    finestra.Clicca("cmd_Invia");
+    EXPECT_TRUE(Attendi([&] { return !finestra.Aperta(); }));
+  });
+  EXPECT_TRUE(Consegnato());
+  EXPECT_EQ(servizio->vCorpoMail, prima);
 }
 
 TEST_F(FinestraDiInvio, TheArrowBringsAMenuUp) {
