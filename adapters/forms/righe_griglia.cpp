@@ -12,9 +12,8 @@ void OrdinaColonne(std::vector<ColonnaGriglia>& colonne) {
                    [](const ColonnaGriglia& a, const ColonnaGriglia& b) { return a.numero < b.numero; });
 }
 
-std::vector<std::vector<std::string>> RigheDi(host::RecordSetScollegato& righe,
-                                              const std::vector<ColonnaGriglia>& colonne) {
-  std::vector<std::vector<std::string>> testi;
+RigheMostrate RigheDi(host::RecordSetScollegato& righe, const std::vector<ColonnaGriglia>& colonne) {
+  RigheMostrate testi;
   const std::int32_t corrente = righe.AbsolutePosition();
   if (righe.RecordCount() > 0) righe.MoveFirst();
   for (; !righe.Eof(); righe.MoveNext()) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/griglia.h"
@@ -29,11 +30,25 @@ struct ColonnaGriglia {
   bool visibile = true;
 };
 
+using RigheMostrate = std::vector<std::vector<std::string>>;
+
+/// A grid that tells what it shows.
+class GrigliaMostrata : public host::KVL_QGRIDWRAPPER {
+ public:
+  [[nodiscard]] const RigheMostrate& Righe() const { return mostrate_; }
+
+ protected:
+  void Mostrate(RigheMostrate righe) { mostrate_ = std::move(righe); }
+
+ private:
+  RigheMostrate mostrate_;
+};
+
 /// By their numbers, and as they came where these are equal.
 void OrdinaColonne(std::vector<ColonnaGriglia>& colonne);
 
 /// The texts of every row, a cell for each column. The record set stands afterwards where it stood.
-[[nodiscard]] std::vector<std::vector<std::string>> RigheDi(host::RecordSetScollegato& righe,
-                                                            const std::vector<ColonnaGriglia>& colonne);
+[[nodiscard]] RigheMostrate RigheDi(host::RecordSetScollegato& righe,
+                                    const std::vector<ColonnaGriglia>& colonne);
 
 }  // namespace orve::forms

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QScreen>
 #include <QUrl>
@@ -49,6 +50,14 @@ Finestra::Finestra()
 void Finestra::done(int esito) {
   QDialog::done(esito);
   if (Chiusa) Chiusa();
+}
+
+void Finestra::keyPressEvent(QKeyEvent* evento) {
+  if (evento->matches(QKeySequence::Cancel) && Abbandonata) {
+    Abbandonata();
+    return;
+  }
+  QDialog::keyPressEvent(evento);
 }
 
 void Finestra::changeEvent(QEvent* evento) {
@@ -111,6 +120,7 @@ FormQt::FormQt(const host::LayoutForm& layout, std::shared_ptr<FileLasciati> las
     if (!std::exchange(aperta_, false)) return;
     Azione(nullptr, [this] { host::Solleva(Unload); });
   };
+  finestra_->Abbandonata = [this] { Azione(finestra_.get(), [this] { Abbandona(); }); };
   finestra_->Lasciati = [this](const QStringList& file) { Allega(file); };
 }
 
@@ -119,6 +129,7 @@ FormQt::~FormQt() {
   finestra_->Ridimensionata = nullptr;
   finestra_->Attivata = nullptr;
   finestra_->Chiusa = nullptr;
+  finestra_->Abbandonata = nullptr;
   finestra_->Lasciati = nullptr;
   finestra_->hide();
 }
@@ -214,6 +225,7 @@ void FormQt::Show(std::int16_t modo, const std::shared_ptr<host::Form>& propriet
     static_cast<void>(finestra_->winId());  // makes the window to tie to its owner
     finestra_->windowHandle()->setTransientParent(padre->windowHandle());
   }
+  contenuto_ = forms::ContenutoDi(controlli_);
   const auto finestra = finestra_;  // lives as long as it is shown
   if (modo == kModale) {
     finestra->exec();
@@ -226,6 +238,15 @@ void FormQt::Chiudi() {
   if (!std::exchange(aperta_, false)) return;
   finestra_->done(QDialog::Accepted);
   host::Solleva(Unload);
+}
+
+void FormQt::Abbandona() {
+  const bool cambiata = forms::ContenutoDi(controlli_) != contenuto_;
+  if (cambiata && MostraCasella(forms::kDomandaAbbandono, forms::kStileAbbandono, didascalia_,
+                                finestra_.get()) != host::kRispostaSi) {
+    return;
+  }
+  finestra_->reject();
 }
 
 // One file at a time goes through the steps of the button, which asks for a file and finds this one. While a

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "forms/contenuto.h"
 #include "host/controlli.h"
 #include "host/layout.h"
 #include "qt/elemento.h"
@@ -28,10 +29,13 @@ class Finestra : public QDialog {
   std::function<void()> Chiusa;
   std::function<void(const QStringList&)> Lasciati;  // files dropped on the window
 
-  /// The close button and Escape end here.
+  std::function<void()> Abbandonata;  // Escape
+
+  /// The close button ends here.
   void done(int esito) override;
 
  protected:
+  void keyPressEvent(QKeyEvent* evento) override;
   void changeEvent(QEvent* evento) override;
   void resizeEvent(QResizeEvent* evento) override;
   void dragEnterEvent(QDragEnterEvent* evento) override;
@@ -70,6 +74,7 @@ class FormQt : public host::Form {
   void MostraPulsantePrincipale() const;
   void AdattaFinestra();
   void Allega(const QStringList& file);
+  void Abbandona();
 
   std::shared_ptr<Finestra> finestra_;
   std::shared_ptr<FileLasciati> lasciati_;
@@ -83,6 +88,7 @@ class FormQt : public host::Form {
   std::vector<Elemento*> elementi_;  // in the order of the table
   std::shared_ptr<Proporzioni> proporzioni_;
   std::map<std::string, std::shared_ptr<host::Controllo>> controlli_;  // by folded name
+  forms::Contenuto contenuto_;                                         // as it was shown
 };
 
 }  // namespace orve::adapters::qt

@@ -74,6 +74,7 @@ void Griglia::DataSource(const std::shared_ptr<host::RecordSetScollegato>& righe
   righe_ = righe;
   muove_ = true;
   tabella_->setRowCount(0);
+  Mostrate({});
   try {
     if (righe_ && configurata_ && !colonne_.empty()) Copia();
   } catch (...) {
@@ -92,7 +93,8 @@ void Griglia::Lascia() {
 }
 
 void Griglia::Copia() {
-  const auto righe = forms::RigheDi(*righe_, colonne_);
+  Mostrate(forms::RigheDi(*righe_, colonne_));
+  const auto& righe = Righe();
   tabella_->setRowCount(static_cast<int>(righe.size()));
   for (int riga = 0; riga < tabella_->rowCount(); ++riga) {
     for (int i = 0; i < tabella_->columnCount(); ++i) {

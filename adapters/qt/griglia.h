@@ -12,7 +12,7 @@
 
 namespace orve::adapters::qt {
 
-class Griglia : public Controllo<host::KVL_QGRIDWRAPPER> {
+class Griglia : public Controllo<forms::GrigliaMostrata> {
  public:
   Griglia(std::shared_ptr<QWidget> finestra, const host::LayoutControllo& layout, QWidget* padre);
   Griglia(const Griglia&) = delete;

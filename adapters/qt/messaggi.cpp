@@ -18,7 +18,8 @@ namespace {
 constexpr std::int32_t kRispostaOk = 1;
 constexpr std::int32_t kPulsanti = 15;  // the bits of a style that choose the buttons
 constexpr std::int32_t kSiNo = 4;
-constexpr std::int32_t kFigura = 0x70;  // and those that choose the picture
+constexpr std::int32_t kFigura = 0x70;        // and those that choose the picture
+constexpr std::int32_t kPredefinito = 0x300;  // and the button that Return presses
 constexpr qsizetype kTestoIntero = 2000;
 
 QMessageBox::Icon Figura(std::int32_t stile) {
@@ -77,7 +78,7 @@ std::int32_t MostraCasella(const std::string& testo, std::int32_t stile, const s
   }
   auto* si = casella.addButton(QStringLiteral("&Sì"), QMessageBox::YesRole);
   auto* no = casella.addButton(QStringLiteral("&No"), QMessageBox::NoRole);
-  casella.setDefaultButton(si);
+  casella.setDefaultButton((stile & kPredefinito) == host::kSecondoPredefinito ? no : si);
   casella.setEscapeButton(no);
   casella.exec();
   return casella.clickedButton() == si ? host::kRispostaSi : host::kRispostaNo;

@@ -16,7 +16,8 @@ enum StileMessaggio : std::int32_t {
   kCritico = 16,
   kAvviso = 48,
   kDomanda = 52,  // yes and no, with a warning sign
-  kInformazione = 64
+  kInformazione = 64,
+  kSecondoPredefinito = 256  // added to a question: Return answers with the second button
 };
 /// The answers that the library looks for.
 enum RispostaMessaggio : std::int32_t { kRispostaSi = 6, kRispostaNo = 7 };

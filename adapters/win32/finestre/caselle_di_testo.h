@@ -62,7 +62,8 @@ class CasellaRiga : public CasellaDiTesto {
   void Seleziona(Selezione selezione) override;
 };
 
-/// A box of several lines of plain text.
+/// A box of several lines of plain text. What the program adds to it under the person's eyes is a step that
+/// can be undone, and leaves caret and view behind it; another text takes the place of the old one for good.
 class CasellaCorpo : public CasellaDiTesto {
  public:
   CasellaCorpo(Posto posto, const host::LayoutControllo& layout);

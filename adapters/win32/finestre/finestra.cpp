@@ -218,7 +218,7 @@ std::optional<LRESULT> Finestra::Messaggio(UINT messaggio, WPARAM wParam, LPARAM
       return trovato == elementi_.end() ? 0 : trovato->second->Notifica(*notifica);
     }
     case WM_CLOSE:
-      VuoleChiudere();
+      VuoleUscire(Chiusa);
       return 0;
     case WM_SIZE:
       if (wParam != SIZE_MINIMIZED && Ridimensionata) Ridimensionata();
@@ -254,7 +254,7 @@ std::optional<LRESULT> Finestra::Messaggio(UINT messaggio, WPARAM wParam, LPARAM
 void Finestra::Comando(int identificatore, int codice, HWND controllo) {
   if (controllo == nullptr) {
     // Escape. Return comes as IDOK, and in a box it is no order to send.
-    if (identificatore == IDCANCEL) VuoleChiudere();
+    if (identificatore == IDCANCEL) VuoleUscire(Abbandonata);
     return;
   }
   const auto trovato = elementi_.find(controllo);
@@ -262,12 +262,12 @@ void Finestra::Comando(int identificatore, int codice, HWND controllo) {
 }
 
 // Not while an action is under way, or something in front of the window waits for its answer.
-void Finestra::VuoleChiudere() {
+void Finestra::VuoleUscire(const std::function<void()>& uscita) const {
   if (inAzione_ || IsWindowEnabled(maniglia_) == FALSE) {
     MessageBeep(MB_OK);
     return;
   }
-  if (Chiusa) Chiusa();
+  if (uscita) uscita();
 }
 
 void Finestra::Limiti(MINMAXINFO& limiti) const {

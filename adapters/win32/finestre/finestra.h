@@ -78,6 +78,8 @@ class Finestra : public std::enable_shared_from_this<Finestra> {
   std::function<void()> Attivata;
   /// The person wants the window closed, or Windows has destroyed it.
   std::function<void()> Chiusa;
+  /// The person hit Escape.
+  std::function<void()> Abbandonata;
   /// Other dots to the inch: fonts and places are to be taken anew.
   std::function<void()> CambiatoDpi;
   std::function<void(const std::vector<std::wstring>&)> Lasciati;  // files dropped on the window
@@ -92,7 +94,7 @@ class Finestra : public std::enable_shared_from_this<Finestra> {
   void Limiti(MINMAXINFO& limiti) const;
   void NuovoDpi(int dpi, const RECT& posto);
   void FileLasciati(WPARAM lasciati) const;
-  void VuoleChiudere();
+  void VuoleUscire(const std::function<void()>& uscita) const;
   void Centra(HWND proprietario) const;
   void Gira();
   void CaricaFont();

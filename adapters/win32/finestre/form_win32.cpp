@@ -107,6 +107,7 @@ FormWin32::FormWin32(const host::LayoutForm& layout, std::shared_ptr<FileLasciat
     finestra_->Nascondi();
     Protetta(nullptr, [this] { host::Solleva(Unload); });
   };
+  finestra_->Abbandonata = [this] { finestra_->Azione([this] { Abbandona(); }); };
   finestra_->CambiatoDpi = [this] {
     for (auto* elemento : elementi_) {
       elemento->CambiaCarattere();
@@ -125,6 +126,7 @@ FormWin32::~FormWin32() {
   finestra_->Ridimensionata = nullptr;
   finestra_->Attivata = nullptr;
   finestra_->Chiusa = nullptr;
+  finestra_->Abbandonata = nullptr;
   finestra_->CambiatoDpi = nullptr;
   finestra_->Lasciati = nullptr;
   finestra_->Nascondi();
@@ -214,6 +216,7 @@ void FormWin32::Show(std::int16_t modo, const std::shared_ptr<host::Form>& propr
     host::Solleva(Activate);
   }
   if (!aperta_) return;
+  contenuto_ = forms::ContenutoDi(controlli_);
   auto* padrone = ManigliaDi(proprietario.get());
   finestra_->Mostra(padrone != nullptr ? padrone : GetActiveWindow(), modo == kModale);
 }
@@ -222,6 +225,15 @@ void FormWin32::Chiudi() {
   if (!std::exchange(aperta_, false)) return;
   finestra_->Nascondi();
   host::Solleva(Unload);
+}
+
+void FormWin32::Abbandona() {
+  const bool cambiata = forms::ContenutoDi(controlli_) != contenuto_;
+  if (cambiata && MostraCasella(forms::kDomandaAbbandono, forms::kStileAbbandono, didascalia_,
+                                finestra_->Maniglia()) != host::kRispostaSi) {
+    return;
+  }
+  if (finestra_->Chiusa) finestra_->Chiusa();
 }
 
 // One file at a time goes through the steps of the button, which asks for a file and finds this one. While a

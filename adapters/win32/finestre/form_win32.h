@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "forms/contenuto.h"
 #include "host/controlli.h"
 #include "host/layout.h"
 #include "win32/finestre/elemento.h"
@@ -50,6 +51,7 @@ class FormWin32 : public host::Form {
   void AdattaFinestra();
   void Segui();
   void Allega(const std::vector<std::wstring>& file);
+  void Abbandona();
 
   std::shared_ptr<Finestra> finestra_;
   std::shared_ptr<FileLasciati> lasciati_;
@@ -62,6 +64,7 @@ class FormWin32 : public host::Form {
   std::vector<Elemento*> elementi_;  // in the order of the table
   std::shared_ptr<Proporzioni> proporzioni_;
   std::map<std::string, std::shared_ptr<host::Controllo>> controlli_;  // by folded name
+  forms::Contenuto contenuto_;                                         // as it was shown
 };
 
 /// The window of a form of this toolkit; null for anything else.

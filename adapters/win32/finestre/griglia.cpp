@@ -79,6 +79,7 @@ void Griglia::DataSource(const std::shared_ptr<host::RecordSetScollegato>& righe
   righe_ = righe;
   muove_ = true;
   Manda(LVM_DELETEALLITEMS);
+  Mostrate({});
   try {
     if (righe_ && configurata_ && !colonne_.empty()) Copia();
   } catch (...) {
@@ -99,7 +100,8 @@ void Griglia::Lascia() {
 
 void Griglia::Copia() {
   int riga = 0;
-  for (const auto& celle : forms::RigheDi(*righe_, colonne_)) {
+  Mostrate(forms::RigheDi(*righe_, colonne_));
+  for (const auto& celle : Righe()) {
     for (int i = 0; i < static_cast<int>(celle.size()); ++i) {
       std::wstring testo = Largo(celle[static_cast<std::size_t>(i)]);
       LVITEMW voce = {};

@@ -11,7 +11,7 @@
 
 namespace orve::adapters::win32::finestre {
 
-class Griglia : public Controllo<host::KVL_QGRIDWRAPPER> {
+class Griglia : public Controllo<forms::GrigliaMostrata> {
  public:
   Griglia(Posto posto, const host::LayoutControllo& layout);
   Griglia(const Griglia&) = delete;

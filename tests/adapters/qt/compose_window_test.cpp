@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "dialogs/layouts.h"
+#include "forms/contenuto.h"
 #include "prova.h"
 #include "qt/misure.h"
 
@@ -214,17 +215,83 @@ TEST_P(FinestraLasciata, LeavesNoTrace) {
   EXPECT_FALSE(Consegnato());
 }
 
+INSTANTIATE_TEST_SUITE_P(Modi, FinestraLasciata,
+                         ::testing::Values(Fine{"Annulla", [](QWidget& f) { Clicca(f, "cmd_Annulla"); }},
+                                           Fine{"Mnemonico",
+                                                [](QWidget& f) {
+                                                  QTest::keyClick(&f, Qt::Key_A, Qt::AltModifier);
+                                                  static_cast<void>(QTest::qWaitFor(
+                                                      [&] { return !f.isVisible(); }, kPazienza));
+                                                }},
+                                           Fine{"Chiudi", [](QWidget& f) { f.close(); }}),
+                         [](const auto& caso) { return std::string(caso.param.nome); });
+
+class Abbandono : public FinestraVera {
+ protected:
+  Abbandono() {
+    servizio->vOggetto = "Prima";
+    Collezione().AddFromLista("anna@x.example", "Anna", "", 0);
+    Accounts({RigaAccount(12, "noi@azienda.example"), RigaAccount(13, "altro@azienda.example")});
+  }
+  static void Esc(QWidget& finestra) {
+    QTest::keyClick(&Trova(finestra, "TXT_CORPO"), Qt::Key_Escape);
+    Respira();
+  }
+};
+
+TEST_F(Abbandono, EscapeLeavesAnUnchangedMessageWithoutAsking) {
+  Apri([](QWidget& finestra) {
+    Digita(finestra, "TXT_OGGETTO", "!");
+    QTest::keyClick(&Trova(finestra, "TXT_OGGETTO"), Qt::Key_Backspace);
+    Esc(finestra);
+    EXPECT_FALSE(finestra.isVisible());
+  });
+}
+
+TEST_F(Abbandono, EscapeAsksBeforeAChangedMessageIsLost) {
+  Apri([this](QWidget& finestra) {
+    Riscrive(finestra, "TXT_OGGETTO", "Dopo");
+    regia.Poi("MostraMsg", [](QWidget& domanda) {
+      EXPECT_EQ(dynamic_cast<QMessageBox&>(domanda).text().toStdString(), forms::kDomandaAbbandono);
+      EXPECT_EQ(domanda.windowTitle().toStdString(), "Invio email...");
+      QTest::keyClick(&domanda, Qt::Key_Return);  // whoever only wants the box gone loses nothing
+    });
+    Esc(finestra);
+    EXPECT_TRUE(finestra.isVisible());
+    EXPECT_EQ(Contenuto(finestra, "TXT_OGGETTO"), "Dopo");
+    regia.Risponde(forms::kDomandaAbbandono, "Sì");
+    Esc(finestra);
+    EXPECT_FALSE(finestra.isVisible());
+  });
+  EXPECT_EQ(servizio->vOggetto, "Prima");
+  EXPECT_FALSE(Consegnato());
+}
+
+class AbbandonoDiUnCambio : public Abbandono, public ::testing::WithParamInterface<Fine> {};
+
+TEST_P(AbbandonoDiUnCambio, IsAskedFor) {
+  servizio->vElencoAllegati = Variant::Array{PerLibreria(cartella.File("a.txt"))};
+  ambiente->parametriCorpo = Variant::Array{Variant::Array{"Nome cliente", "#NOME"}};
+  Apri([this](QWidget& finestra) {
+    GetParam().azione(finestra);
+    regia.Risponde(forms::kDomandaAbbandono, "No");
+    Esc(finestra);
+    EXPECT_TRUE(finestra.isVisible());
+  });
+}
+
 INSTANTIATE_TEST_SUITE_P(
-    Modi, FinestraLasciata,
-    ::testing::Values(Fine{"Annulla", [](QWidget& f) { Clicca(f, "cmd_Annulla"); }},
-                      Fine{"Mnemonico",
+    Cambi, AbbandonoDiUnCambio,
+    ::testing::Values(Fine{"Indirizzi", [](QWidget& f) { Digita(f, "TXT_EMAIL_CCN", "b@x.example"); }},
+                      Fine{"Corpo", [](QWidget& f) { Digita(f, "TXT_CORPO", "!"); }},
+                      Fine{"CampoSpeciale", [](QWidget& f) { Sceglie(f, "CMD_LEGENDA", "#NOME"); }},
+                      Fine{"Allegati", [](QWidget& f) { Sceglie(f, "BTN_ELIMINA", "Del"); }},
+                      Fine{"Ricevuta", [](QWidget& f) { Clicca(f, "CHK_RICEVUTA"); }},
+                      Fine{"Mittente",
                            [](QWidget& f) {
-                             QTest::keyClick(&f, Qt::Key_A, Qt::AltModifier);
-                             static_cast<void>(QTest::qWaitFor([&] { return !f.isVisible(); }, kPazienza));
-                           }},
-                      Fine{"Esc",
-                           [](QWidget& f) { QTest::keyClick(&Trova(f, "TXT_CORPO"), Qt::Key_Escape); }},
-                      Fine{"Chiudi", [](QWidget& f) { f.close(); }}),
+                             Trova(f, "CMB_ACCOUNT").setFocus();
+                             QTest::keyClick(&Trova(f, "CMB_ACCOUNT"), Qt::Key_Down);
+                           }}),
     [](const auto& caso) { return std::string(caso.param.nome); });
 
 struct Canale {

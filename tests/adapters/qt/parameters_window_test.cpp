@@ -5,6 +5,7 @@
 #include <string>
 
 #include "dialogs/layouts.h"
+#include "forms/contenuto.h"
 #include "prova.h"
 #include "qt/misure.h"
 
@@ -137,6 +138,17 @@ TEST_F(FinestraDeiParametri, EscapeLeavesTheAnswersUnconfirmed) {
   Parametri([&](QWidget& finestra) { QTest::keyClick(&Trova(finestra, "TXT_CORPO"), Qt::Key_Escape); });
   EXPECT_FALSE(servizio->MailParamIsValoriValidi());
   EXPECT_EQ(servizio->MailParamCorpoUnico(), "Prima");
+}
+
+TEST_F(FinestraDeiParametri, EscapeAsksBeforeWhatWasWrittenIsLost) {
+  Parametri([&](QWidget& finestra) {
+    Digita(finestra, "TXT_CORPO", "Scritto a lungo");
+    regia.Risponde(forms::kDomandaAbbandono, "No");
+    QTest::keyClick(&Trova(finestra, "TXT_CORPO"), Qt::Key_Escape);
+    EXPECT_TRUE(finestra.isVisible());
+    Clicca(finestra, "CMD_OK");
+  });
+  EXPECT_EQ(servizio->MailParamCorpoUnico(), "Scritto a lungo");
 }
 
 // Two captions share the letter: it moves between them, and Return presses the one that has the keyboard.

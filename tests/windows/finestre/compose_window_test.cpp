@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "forms/contenuto.h"
 #include "forms/misure.h"
 #include "prova.h"
 
@@ -247,17 +248,79 @@ TEST_P(FinestraLasciata, LeavesNoTrace) {
 INSTANTIATE_TEST_SUITE_P(Modi, FinestraLasciata,
                          ::testing::Values(Fine{"Annulla", [](const Vista& f) { f.Clicca("cmd_Annulla"); }},
                                            Fine{"Mnemonico", [](const Vista& f) { f.Mnemonico('a'); }},
-                                           Fine{"EscNelCorpo",
-                                                [](const Vista& f) {
-                                                  f.Fuoco("TXT_CORPO");
-                                                  f.Tasto(VK_ESCAPE);
-                                                }},
-                                           Fine{"EscInUnaRiga",
-                                                [](const Vista& f) {
-                                                  f.Fuoco("TXT_EMAIL");
-                                                  f.Tasto(VK_ESCAPE);
-                                                }},
                                            Fine{"Chiudi", [](const Vista& f) { f.Chiude(); }}),
+                         [](const auto& caso) { return std::string(caso.param.nome); });
+
+class Abbandono : public FinestraVera {
+ protected:
+  Abbandono() {
+    servizio->vOggetto = "Prima";
+    Collezione().AddFromLista("anna@x.example", "Anna", "", 0);
+    Accounts({RigaAccount(12, "noi@azienda.example"), RigaAccount(13, "altro@azienda.example")});
+  }
+  static void Esc(const Vista& finestra, const char* controllo) {
+    finestra.Fuoco(controllo);
+    finestra.Tasto(VK_ESCAPE);
+  }
+};
+
+TEST_F(Abbandono, EscapeLeavesAnUnchangedMessageWithoutAsking) {
+  for (const char* controllo : {"TXT_CORPO", "TXT_EMAIL"}) {
+    servizio->vCollMittenti.reset();
+    Apri([&](const Vista& finestra) {
+      finestra.Riscrive("TXT_OGGETTO", "Prima");
+      Esc(finestra, controllo);
+      EXPECT_TRUE(Attendi([&] { return !finestra.Aperta(); }));
+    });
+  }
+}
+
+TEST_F(Abbandono, EscapeAsksBeforeAChangedMessageIsLost) {
+  Apri([this](const Vista& finestra) {
+    finestra.Riscrive("TXT_OGGETTO", "Dopo");
+    Esc(finestra, "TXT_CORPO");
+    EXPECT_EQ(Risponde(programma, forms::kDomandaAbbandono, IDNO),
+              "Invio email...|" + std::to_string(IDYES) + ";" + std::to_string(IDNO) + ";");
+    EXPECT_TRUE(finestra.Aperta());
+    EXPECT_EQ(finestra.Contenuto("TXT_OGGETTO"), "Dopo");
+    Esc(finestra, "TXT_EMAIL");
+    Risponde(programma, forms::kDomandaAbbandono, IDYES);
+    EXPECT_TRUE(Attendi([&] { return !finestra.Aperta(); }));
+  });
+  EXPECT_EQ(servizio->vOggetto, "Prima");
+  EXPECT_FALSE(Consegnato());
+}
+
+class AbbandonoDiUnCambio : public Abbandono, public ::testing::WithParamInterface<Fine> {};
+
+TEST_P(AbbandonoDiUnCambio, IsAskedFor) {
+  servizio->vElencoAllegati = Variant::Array{cartella.File("a.txt")};
+  Apri([this](const Vista& finestra) {
+    GetParam().azione(finestra);
+    Esc(finestra, "TXT_EMAIL");
+    Risponde(programma, forms::kDomandaAbbandono, IDNO);
+    EXPECT_TRUE(finestra.Aperta());
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Cambi, AbbandonoDiUnCambio,
+                         ::testing::Values(Fine{"Corpo", [](const Vista& f) { f.Digita("TXT_CORPO", "!"); }},
+                                           Fine{"Allegati",
+                                                [](const Vista& f) {
+                                                  f.Sceglie("BTN_ELIMINA", "Elimina allegato");
+                                                  EXPECT_TRUE(Attendi([&] { return f.Righe().empty(); }));
+                                                }},
+                                           Fine{"Ricevuta",
+                                                [](const Vista& f) {
+                                                  f.Clicca("CHK_RICEVUTA");
+                                                  EXPECT_TRUE(
+                                                      Attendi([&] { return f.Spuntata("CHK_RICEVUTA"); }));
+                                                }},
+                                           Fine{"Mittente",
+                                                [](const Vista& f) {
+                                                  f.Fuoco("CMB_ACCOUNT");
+                                                  f.Tasto(VK_DOWN);
+                                                }}),
                          [](const auto& caso) { return std::string(caso.param.nome); });
 
 struct Canale {
