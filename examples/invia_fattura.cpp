@@ -8,12 +8,38 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "orve-mail/ambiente.h"
 #include "orve-mail/archivio.h"
+#include "orve-mail/osservazioni.h"
 #include "orve-mail/percorsi_host.h"
 #include "posix/percorsi.h"
 #include "service/CLSFW_MAILSERVER.h"
+
+namespace {
+
+// A message that was refused before it left changes no `Stato`. What became of it stands in the register: a
+// line for each recipient, or a single one that tells why nothing left.
+bool Inviato(const std::vector<orve::app::RigaRegistro>& registro, const std::string& cliente) {
+  bool inviato = !registro.empty();
+  if (!inviato)
+    std::cout << "Non inviato: manca un account, oppure un errore sta nel registro degli errori\n";
+  for (const auto& riga : registro) {
+    if (riga.esito == orve::host::kInviato) {
+      std::cout << "Inviato: " << riga.indirizzo << "\n";
+      continue;
+    }
+    inviato = false;
+    // Who is in the master data has a name, with or without an address.
+    std::cout << (riga.nome.empty() ? "Cliente " + cliente + " sconosciuto" : riga.nome) << ": "
+              << riga.risultato << "\n";
+  }
+  return inviato;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) try {
   if (argc != 5) {
@@ -27,14 +53,16 @@ int main(int argc, char** argv) try {
   smtp.caFile = argv[4];
   const auto chiave =
       std::make_shared<const orve::app::Chiave>(orve::app::Chiave::Leggi(orve::app::FileChiave(posizione)));
+  const auto note = std::make_shared<orve::app::Osservazioni>();
   const auto ambiente = std::make_shared<orve::app::AmbienteProgramma>(
       orve::app::Terminale{std::cin, std::cout, std::cerr}, chiave, smtp,
-      std::filesystem::current_path().string(), std::make_shared<orve::app::Osservazioni>());
+      std::filesystem::current_path().string(), note);
 
   orve::CLSFW_MAILSERVER servizio(ambiente);
   servizio.ConnectionADO = database;
   servizio.DittaCorrente = 1;
   servizio.GetImpostazioni();
+  servizio.ModalitaInvio(orve::kvAutomatico);
   servizio.InizializzaRegistroInvioMailMultiprofilo("fatture", "stampa", 1, "Fattura di vendita");
   servizio.vOggetto = "Fattura 12/2026";
   servizio.vMailAttachment = orve::adapters::posix::PercorsoLibreriaAssoluto(argv[3]);
@@ -42,8 +70,7 @@ int main(int argc, char** argv) try {
     oggetto += " (originale)";
   };
   servizio.AvviaProceduraInvio(argv[2], orve::kvDestinatarioFaxCliente);
-  std::cout << "Stato: " << servizio.Stato() << "\n";
-  return servizio.Stato() == orve::kvOK ? 0 : 1;
+  return Inviato(note->registro, argv[2]) ? 0 : 1;
 } catch (const std::exception& errore) {
   std::cerr << errore.what() << "\n";
   return 1;

@@ -10,6 +10,25 @@ function Mail_BeforeSendMail(oggetto, corpo, destinatariA, destinatariCC, destin
   WScript.Echo("Invio a " + destinatariA);
 }
 
+// Che cosa ne è stato di ogni destinatario lo dice il registro degli invii, che è dell'applicazione, con le tabelle e
+// le colonne sue. Stato dice solo se la consegna è fallita: resta a 0 anche quando il messaggio non è partito affatto.
+function inviato(connessione, invio) {
+  var righe = connessione.Execute(
+    "SELECT ESITOINVIO, INDIRIZZO, RISULTATO FROM REGISTRO_INVII WHERE NUMREG = '" + invio + "' ORDER BY ID");
+  var tutti = !righe.EOF;
+  if (righe.EOF) WScript.Echo("Non inviato: manca un account, oppure un errore sta nel registro degli errori");
+  for (; !righe.EOF; righe.MoveNext()) {
+    if (righe.Fields.Item("ESITOINVIO").Value == 0) {
+      WScript.Echo("Inviato: " + righe.Fields.Item("INDIRIZZO").Value);
+    } else {
+      WScript.Echo(righe.Fields.Item("INDIRIZZO").Value + ": " + righe.Fields.Item("RISULTATO").Value);
+      tutti = false;
+    }
+  }
+  righe.Close();
+  return tutti;
+}
+
 function invia(argomenti) {
   var connessione = new ActiveXObject("ADODB.Connection");
   connessione.Open(argomenti.Item(0));
@@ -18,6 +37,8 @@ function invia(argomenti) {
   mail.ConnectionADO = connessione;
   mail.DittaCorrente = argomenti.Item(1);
   mail.GetImpostazioni();
+  var invio = String(new Date().getTime());  // con cui ritrovarlo nel registro
+  mail.INFO_NumReg = invio;
   mail.InizializzaRegistroInvioMail("MESSAGGI", "", "", "", "Messaggio");
 
   var destinatari = new ActiveXObject("ORVE_MAILSERVER.CollDestinatari");
@@ -28,8 +49,7 @@ function invia(argomenti) {
   mail.vFlagCorpo = 1;
   mail.AvviaProceduraInvio();
 
-  WScript.Echo("Stato: " + mail.Stato);
-  return mail.Stato;
+  return inviato(connessione, invio) ? 0 : 1;
 }
 
 if (WScript.Arguments.Count() < 3) {

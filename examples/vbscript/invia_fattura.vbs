@@ -12,7 +12,29 @@ Sub Mail_BeforeSendMail(Oggetto, Corpo, DestinatariA, DestinatariCC, Destinatari
   Oggetto = Oggetto & " (copia di cortesia)"
 End Sub
 
-Dim connessione, mail
+' Stato resta a 0 quando il messaggio è rifiutato prima di partire. Che cosa ne è stato lo dice il registro degli
+' invii, che è dell'applicazione, con le tabelle e le colonne sue: una riga per destinatario, o una sola con il motivo.
+Function Inviato(invio)
+  Dim righe, nome
+  Set righe = connessione.Execute("SELECT ESITOINVIO, NOME, INDIRIZZO, RISULTATO FROM REGISTRO_INVII" & _
+    " WHERE NUMREG = '" & invio & "' ORDER BY ID", , 1) ' adCmdText
+  Inviato = Not righe.EOF
+  If righe.EOF Then WScript.Echo "Non inviato: manca un account, oppure un errore sta nel registro degli errori"
+  Do Until righe.EOF
+    nome = righe.Fields.Item("NOME").Value & ""
+    If nome = "" Then nome = "Cliente " & WScript.Arguments(2) & " sconosciuto"
+    If righe.Fields.Item("ESITOINVIO").Value = 0 Then
+      WScript.Echo "Inviato: " & righe.Fields.Item("INDIRIZZO").Value
+    Else
+      WScript.Echo nome & ": " & righe.Fields.Item("RISULTATO").Value
+      Inviato = False
+    End If
+    righe.MoveNext
+  Loop
+  righe.Close
+End Function
+
+Dim connessione, mail, invio
 If WScript.Arguments.Count <> 4 Then
   WScript.Echo "uso: cscript //nologo invia_fattura.vbs CONNESSIONE DITTA CLIENTE FILE"
   WScript.Quit 2
@@ -25,6 +47,8 @@ Set mail = WScript.CreateObject("ORVE_MAILSERVER.CLSFW_MAILSERVER", "Mail_")
 Set mail.ConnectionADO = connessione
 mail.DittaCorrente = WScript.Arguments(1)
 mail.GetImpostazioni
+invio = CLng(Date) & "-" & Replace(Timer, ",", ".") ' con cui ritrovarlo nel registro
+mail.INFO_NumReg = invio
 mail.InizializzaRegistroInvioMail "FATTURE", "", "", "", "Fattura"
 mail.ModalitaInvio = 1 ' kvAutomatico: mai una finestra
 
@@ -34,5 +58,4 @@ mail.vFlagCorpo = 1
 mail.vMailAttachment = WScript.Arguments(3)
 mail.AvviaProceduraInvio WScript.Arguments(2), 1 ' kvDestinatarioFaxCliente
 
-WScript.Echo "Stato: " & mail.Stato
-WScript.Quit mail.Stato
+If Not Inviato(invio) Then WScript.Quit 1

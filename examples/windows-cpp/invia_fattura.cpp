@@ -16,6 +16,8 @@
 #include <ocidl.h>
 #include <stdio.h>
 
+#include <string>
+
 #include <initguid.h>
 // Dopo initguid.h: gli identificatori delle classi stanno in questo file.
 #include "orve_mailserver.h"
@@ -44,22 +46,75 @@ IDispatchPtr Crea(const wchar_t* nome) {
   return {oggetto, false};
 }
 
-IDispatchPtr ApriConnessione(const wchar_t* stringa) {
-  IDispatchPtr connessione = Crea(L"ADODB.Connection");
-  wchar_t apri[] = L"Open";
-  wchar_t* nome = apri;
+// Chiama un membro, o ne legge il valore, per nome.
+_variant_t Membro(IDispatch* oggetto, const wchar_t* nome, const wchar_t* argomento = nullptr) {
   DISPID membro = 0;
-  Verifica(connessione->GetIDsOfNames(IID_NULL, &nome, 1, LOCALE_USER_DEFAULT, &membro));
-  _variant_t argomento(stringa);
-  DISPPARAMS parametri = {&argomento, nullptr, 1, 0};
+  auto* cercato = const_cast<wchar_t*>(nome);
+  Verifica(oggetto->GetIDsOfNames(IID_NULL, &cercato, 1, LOCALE_USER_DEFAULT, &membro));
+  _variant_t dato;
+  if (argomento != nullptr) dato = argomento;
+  DISPPARAMS parametri = {&dato, nullptr, argomento != nullptr ? 1U : 0U, 0};
   EXCEPINFO eccezione = {};
-  const HRESULT esito = connessione->Invoke(membro, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
-                                            &parametri, nullptr, &eccezione, nullptr);
+  _variant_t risultato;
+  const HRESULT esito =
+      oggetto->Invoke(membro, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                      &parametri, &risultato, &eccezione, nullptr);
   const _bstr_t sorgente(eccezione.bstrSource, false);
   const _bstr_t descrizione(eccezione.bstrDescription, false);
   if (descrizione.length() > 0) wprintf(L"%ls\n", static_cast<const wchar_t*>(descrizione));
   Verifica(esito);
+  return risultato;
+}
+
+IDispatchPtr ApriConnessione(const wchar_t* stringa) {
+  IDispatchPtr connessione = Crea(L"ADODB.Connection");
+  Membro(connessione, L"Open", stringa);
   return connessione;
+}
+
+_variant_t Colonna(IDispatch* righe, const wchar_t* nome) {
+  const IDispatchPtr campi(Membro(righe, L"Fields"));
+  const IDispatchPtr campo(Membro(campi, L"Item", nome));
+  return Membro(campo, L"Value");
+}
+
+std::wstring Testo(const _variant_t& valore) {
+  if (V_VT(&valore) == VT_NULL) return {};
+  const _bstr_t testo(valore);
+  return {static_cast<const wchar_t*>(testo), testo.length()};
+}
+
+// Con cui ritrovare l'invio nel registro.
+std::wstring NumeroDiInvio() {
+  GUID guid = {};
+  Verifica(CoCreateGuid(&guid));
+  wchar_t testo[40] = {};
+  StringFromGUID2(guid, testo, 40);
+  return testo;
+}
+
+// Stato resta a 0 quando il messaggio è rifiutato prima di partire. Che cosa ne è stato lo dice il registro
+// degli invii, che è dell'applicazione, con le tabelle e le colonne sue: una riga per destinatario, o una
+// sola con il motivo.
+bool Inviato(IDispatch* connessione, const std::wstring& invio, const wchar_t* cliente) {
+  const std::wstring domanda =
+      L"SELECT ESITOINVIO, NOME, INDIRIZZO, RISULTATO FROM REGISTRO_INVII WHERE NUMREG = '" + invio +
+      L"' ORDER BY ID";
+  const IDispatchPtr righe(Membro(connessione, L"Execute", domanda.c_str()));
+  bool inviato = !static_cast<bool>(Membro(righe, L"EOF"));
+  if (!inviato) wprintf(L"Non inviato: manca un account, oppure un errore sta nel registro degli errori\n");
+  for (; !static_cast<bool>(Membro(righe, L"EOF")); Membro(righe, L"MoveNext")) {
+    if (static_cast<long>(Colonna(righe, L"ESITOINVIO")) == 0) {
+      wprintf(L"Inviato: %ls\n", Testo(Colonna(righe, L"INDIRIZZO")).c_str());
+      continue;
+    }
+    std::wstring nome = Testo(Colonna(righe, L"NOME"));
+    if (nome.empty()) nome = std::wstring(L"Cliente ") + cliente + L" sconosciuto";
+    wprintf(L"%ls: %ls\n", nome.c_str(), Testo(Colonna(righe, L"RISULTATO")).c_str());
+    inviato = false;
+  }
+  Membro(righe, L"Close");
+  return inviato;
 }
 
 // L'ultima parola prima dell'invio: ogni testo si può cambiare. Vive più a lungo del servizio, e non
@@ -110,6 +165,8 @@ int Invia(wchar_t** argomenti) {
   Verifica(mail->put_DittaCorrente(_variant_t(argomenti[2])));
   _variant_t ignorato;
   Verifica(mail->GetImpostazioni(&ignorato));
+  const std::wstring invio = NumeroDiInvio();
+  Verifica(mail->put_INFO_NumReg(_bstr_t(invio.c_str())));
   const _bstr_t vuoto(L"");
   Verifica(mail->InizializzaRegistroInvioMail(_bstr_t(L"FATTURE"), vuoto, vuoto, vuoto, _bstr_t(L"Fattura")));
   Verifica(mail->put_ModalitaInvio(kvAutomatico));  // mai una finestra
@@ -120,11 +177,8 @@ int Invia(wchar_t** argomenti) {
   Verifica(mail->put_vMailAttachment(_bstr_t(argomenti[4])));
   Verifica(mail->AvviaProceduraInvio(_variant_t(argomenti[3]), kvDestinatarioFaxCliente));
 
-  kvEnum_ErroreMail stato = kvOK;
-  Verifica(mail->get_Stato(&stato));
-  wprintf(L"Stato: %d\n", static_cast<int>(stato));
   Verifica(eventi->Unadvise(collegamento));
-  return stato;
+  return Inviato(connessione, invio, argomenti[3]) ? 0 : 1;
 }
 
 }  // namespace

@@ -31,12 +31,27 @@ add_test(NAME dll-imports COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/dll_imports" "${C
 
 # The samples, unchanged, with what stands behind them played by a script in front.
 set(ORVE_EXAMPLES "${CMAKE_SOURCE_DIR}/examples")
-add_test(NAME sample-vbscript
-         COMMAND script_host --register "$<TARGET_FILE:orve-com>" "${ORVE_SCRIPTS}/comuni.vbs" "${ORVE_SCRIPTS}/recitati.vbs"
-                 "${ORVE_EXAMPLES}/vbscript/invia_fattura.vbs" -- "Provider=prova" 1 501 "C:\\fattura.pdf")
-add_test(NAME sample-jscript
-         COMMAND script_host --register "$<TARGET_FILE:orve-com>" "${ORVE_SCRIPTS}/recitati.js"
-                 "${ORVE_EXAMPLES}/jscript/invia_messaggio.js" -- "Provider=prova" 1 anna@x.example bruno@x.example)
-set_tests_properties(sample-vbscript sample-jscript PROPERTIES TIMEOUT 120 PASS_REGULAR_EXPRESSION
-                                                               "consegnato[\r\n]+Stato: 0")
+# orve_add_sample(NAME SCRIPTS OUTPUT ARGS...): the sample that the last script is ends with this output and status
+function(orve_add_sample name scripts output)
+  add_test(NAME "sample-${name}"
+           COMMAND script_host --tell-status --register "$<TARGET_FILE:orve-com>" ${scripts} -- "Provider=prova" 1 ${ARGN})
+  set_tests_properties("sample-${name}" PROPERTIES TIMEOUT 120 PASS_REGULAR_EXPRESSION "${output}[\r\n]+$")
+endfunction()
+set(ORVE_VBSCRIPT "${ORVE_SCRIPTS}/comuni.vbs;${ORVE_SCRIPTS}/recitati.vbs;${ORVE_EXAMPLES}/vbscript/invia_fattura.vbs")
+orve_add_sample(vbscript "${ORVE_VBSCRIPT}"
+                "consegna[\r\n]+Inviato: Società Più S.r.l.<anna@x.example>[\r\n]+esito 0" 501 "C:\\fattura.pdf")
+orve_add_sample(vbscript-refused "${ORVE_VBSCRIPT}"
+                "consegna[\r\n]+Società Più S.r.l.: Server si rifiuta di inoltrare mail .*[\r\n]+esito 1" 503 "C:\\fattura.pdf")
+orve_add_sample(vbscript-without-address "${ORVE_VBSCRIPT}"
+                "^Invio a [^\r\n]+[\r\n]+Società Più S.r.l.: Non inviato. Indirizzo mancante.[\r\n]+esito 1" 502 "C:\\fattura.pdf")
+orve_add_sample(vbscript-unknown-customer "${ORVE_VBSCRIPT}"
+                "^Invio a [^\r\n]+[\r\n]+Cliente 999 sconosciuto: Non inviato. Indirizzo mancante.[\r\n]+esito 1" 999 "C:\\fattura.pdf")
+set(ORVE_JSCRIPT "${ORVE_SCRIPTS}/recitati.js;${ORVE_EXAMPLES}/jscript/invia_messaggio.js")
+orve_add_sample(
+  jscript "${ORVE_JSCRIPT}"
+  "consegna[\r\n]+Inviato: Cliente 1<anna@x.example>[\r\n]+Inviato: Cliente 2<bruno@x.example>[\r\n]+esito 0"
+  anna@x.example bruno@x.example)
+orve_add_sample(jscript-refused "${ORVE_JSCRIPT}"
+                "consegna[\r\n]+Cliente 1<rifiutata@x.example>: Server si rifiuta di inoltrare mail .*[\r\n]+esito 1"
+                rifiutata@x.example)
 add_subdirectory(dll)

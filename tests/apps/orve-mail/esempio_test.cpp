@@ -15,6 +15,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::IsEmpty;
 
 // The example as it was built in the tree, or the one that somebody built over the installed package.
 std::string Programma() {
@@ -49,7 +50,7 @@ TEST_F(Esempio, TheExampleSendsAnInvoiceToACustomer) {
   auto& server = AvviaServerOrdinario();
   const auto fine = Fattura("1001");
   EXPECT_EQ(fine.status, 0) << fine.output;
-  EXPECT_EQ(fine.output, "Stato: 0\n");
+  EXPECT_EQ(fine.output, "Inviato: Officine Bellariva S.r.l.<acquisti@bellariva.example>\n");
   const support::ReceivedMessage messaggio = server.OnlyMessage();
   EXPECT_THAT(messaggio.recipients, ElementsAre("acquisti@bellariva.example"));
   EXPECT_EQ(messaggio.subject, "Fattura 12/2026 (originale)");
@@ -58,11 +59,36 @@ TEST_F(Esempio, TheExampleSendsAnInvoiceToACustomer) {
   EXPECT_EQ(CodiciEventi().size(), 1U);
 }
 
-TEST_F(Esempio, TheExampleTellsAFailureByItsState) {
+TEST_F(Esempio, TheExampleTellsThatTheServerRefused) {
   AvviaServerOrdinario({"acquisti@bellariva.example"});
   const auto fine = Fattura("1001");
   EXPECT_EQ(fine.status, 1);
-  EXPECT_EQ(fine.output, "Stato: 2\n");
+  EXPECT_EQ(fine.output,
+            "Officine Bellariva S.r.l.: Server si rifiuta di inoltrare mail ad uno o più indirizzi\n");
+}
+
+TEST_F(Esempio, TheExampleTellsThatTheAddressIsMissing) {
+  auto& server = AvviaServerOrdinario();
+  const auto fine = Fattura("1004");
+  EXPECT_EQ(fine.status, 1);
+  EXPECT_EQ(fine.output, "Ferramenta del Borgo S.a.s.: Non inviato. Indirizzo mancante.\n");
+  EXPECT_THAT(server.Messages(), IsEmpty());
+}
+
+TEST_F(Esempio, TheExampleTellsThatTheCustomerIsUnknown) {
+  auto& server = AvviaServerOrdinario();
+  const auto fine = Fattura("9999");
+  EXPECT_EQ(fine.status, 1);
+  EXPECT_EQ(fine.output, "Cliente 9999 sconosciuto: Non inviato. Indirizzo mancante.\n");
+  EXPECT_THAT(server.Messages(), IsEmpty());
+}
+
+TEST_F(Esempio, TheExampleTellsThatThereIsNoAccountToSendFrom) {
+  static_cast<void>(Sql("DELETE FROM FW99_MAILUSERACCOUNT"));
+  static_cast<void>(Sql("DELETE FROM FW9A_MAILAZIENDAACCOUNT"));
+  const auto fine = Fattura("1001");
+  EXPECT_EQ(fine.status, 1);
+  EXPECT_EQ(fine.output, "Non inviato: manca un account, oppure un errore sta nel registro degli errori\n");
 }
 
 TEST_F(Esempio, TheReadmeShowsTheExampleAsItStands) {

@@ -1,4 +1,5 @@
 // campione DLL ARGUMENT...: runs the sample in C++, unchanged, with what stands behind it played here.
+// Customer 502 has no address, 503 is refused by the server, 999 does not exist.
 #include <windows.h>
 
 #include <fcntl.h>
@@ -21,7 +22,10 @@ int wmain(int quanti, wchar_t** argomenti) {
   int esito = 3;
   std::string giornale;
   {
-    const orve::prova::HostRecitato host;
+    orve::prova::HostRecitato host;
+    host.Risposta("CG44_CLIFOR = 502", "CG16_INDEMAIL", "");
+    host.Risposta("CG44_CLIFOR = 503", "CG16_INDEMAIL", "rifiutata@x.example");
+    host.SenzaRighe("CG44_CLIFOR = 999");
     esito = InviaFatturaCampione(quanti - 1, argomenti + 1);
     giornale = host.Giornale();
   }

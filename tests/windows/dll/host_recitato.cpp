@@ -1,6 +1,8 @@
 #include "host_recitato.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -59,16 +61,14 @@ HostRecitato::HostRecitato()
         Con({{L"TitoloFinestra", [](const Argomenti& dati) { return VariantCom(ToCom(dati.Testo(0))); }},
              {L"MostraMsg", [](const Argomenti&) { return ToCom(1); }}}));
   });
-  recita(win32::classi::kRegistroInvio, [this] { return Annotante(L"registro", Con({})); });
+  recita(win32::classi::kRegistroInvio, [this] { return Annotante(L"registro", Registro()); });
   recita(win32::classi::kParametri, [this] {
     return Annotante(L"parametri", Con({{L"GetParametriCorpoMail", [](const Argomenti&) {
                                            return ToCom(host::Variant::Array{host::Variant(
                                                host::Variant::Array{"Ragione sociale", "RagSoc"})});
                                          }}}));
   });
-  recita(win32::classi::kComponenteSmtp, [this] {
-    return Annotante(L"smtp", Con({{L"GetLastError", [](const Argomenti&) { return ToCom(-1); }}}));
-  });
+  recita(win32::classi::kComponenteSmtp, [this] { return Annotante(L"smtp", Smtp()); });
 }
 
 bool HostRecitato::Annotato(const std::string& riga) const {
@@ -85,29 +85,81 @@ ComPtr<IDispatch> HostRecitato::Connessione() {
                  if (!dati.Testo(0).starts_with("Provider=")) throw host::Errore(host::kArgomentoNonValido);
                  return {};
                }},
-              {L"Execute", [this](const Argomenti&) { return VariantCom::DiOggetto(Righe().Get()); }}});
+              {L"Execute", [this](const Argomenti& dati) {
+                 return VariantCom::DiOggetto(Righe(Trova(dati.Testo(0))).Get());
+               }}});
 }
 
-ComPtr<IDispatch> HostRecitato::Righe() {
-  const auto finite = std::make_shared<bool>(false);
+std::vector<HostRecitato::Riga> HostRecitato::Trova(const std::string& domanda) const {
+  std::vector<Riga> trovate;
+  if (domanda.find("FROM REGISTRO_INVII") != std::string::npos) {
+    std::copy_if(registrate_.begin(), registrate_.end(), std::back_inserter(trovate), [&](const Riga& riga) {
+      return domanda.find("NUMREG = '" + riga.at("NUMREG").ToText() + "'") != std::string::npos;
+    });
+    return trovate;
+  }
+  if (!senzaRighe_.empty() && domanda.find(senzaRighe_) != std::string::npos) return trovate;
+  trovate.push_back(colonne_);
+  for (const auto& [parte, riga] : risposte_) {
+    if (domanda.find(parte) == std::string::npos) continue;
+    for (const auto& [colonna, valore] : riga) trovate.front()[colonna] = valore;
+  }
+  return trovate;
+}
+
+ComPtr<IDispatch> HostRecitato::Righe(std::vector<Riga> trovate) {
+  const auto righe = std::make_shared<const std::vector<Riga>>(std::move(trovate));
+  const auto posto = std::make_shared<std::size_t>(0);
   const ComPtr<IDispatch> campi =
-      Con({{L"Item", [this](const Argomenti& dati) {
-              const auto trovata = colonne_.find(dati.Testo(0));
-              const auto valore = trovata == colonne_.end() ? host::Variant("") : trovata->second;
+      Con({{L"Item", [righe, posto](const Argomenti& dati) {
+              const Riga& riga = righe->at(*posto);
+              const auto trovata = riga.find(dati.Testo(0));
+              const auto valore = trovata == riga.end() ? host::Variant("") : trovata->second;
               return VariantCom::DiOggetto(
                   Con({{L"Value", [valore](const Argomenti&) { return ToCom(valore); }}}).Get());
             }}});
   const auto nulla = [](const Argomenti&) { return VariantCom(); };
-  return Con({{L"EOF", [finite](const Argomenti&) { return ToCom(*finite); }},
+  return Con({{L"EOF", [righe, posto](const Argomenti&) { return ToCom(*posto >= righe->size()); }},
               {L"State", [](const Argomenti&) { return ToCom(1); }},
               {L"Fields", [campi](const Argomenti&) { return VariantCom::DiOggetto(campi.Get()); }},
               {L"MoveFirst", nulla},
               {L"MoveNext",
-               [finite](const Argomenti&) {
-                 *finite = true;
+               [posto](const Argomenti&) {
+                 ++*posto;
                  return VariantCom();
                }},
               {L"Close", nulla}});
+}
+
+ComPtr<IDispatch> HostRecitato::Registro() {
+  const auto prossima = std::make_shared<Riga>();
+  const auto colonna = [prossima](const char* nome) {
+    return [prossima, nome](const Argomenti& dati) {
+      (*prossima)[nome] = dati.Testo(0);
+      return VariantCom();
+    };
+  };
+  return Con({{L"NumReg", colonna("NUMREG")},
+              {L"EsitoInvio", colonna("ESITOINVIO")},
+              {L"RegistraInvio", [this, prossima](const Argomenti& dati) {
+                 Riga riga = *prossima;
+                 riga["NOME"] = dati.Testo(0);
+                 riga["INDIRIZZO"] = dati.Testo(2);
+                 riga["RISULTATO"] = dati.Testo(4);
+                 registrate_.push_back(std::move(riga));
+                 return VariantCom();
+               }}});
+}
+
+ComPtr<IDispatch> HostRecitato::Smtp() {
+  const auto fine = std::make_shared<std::int32_t>(-1);
+  return Con({{L"AddRecipientEx",
+               [fine](const Argomenti& dati) {
+                 constexpr std::int32_t kRifiutata = 4;
+                 if (dati.Testo(0).find("<rifiutata@") != std::string::npos) *fine = kRifiutata;
+                 return VariantCom();
+               }},
+              {L"GetLastError", [fine](const Argomenti&) { return ToCom(*fine); }}});
 }
 
 bool RegistraDll(const std::wstring& percorso) {

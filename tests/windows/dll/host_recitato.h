@@ -5,6 +5,8 @@
 
 #include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "classi_recitate.h"
 #include "host/variant.h"
@@ -13,13 +15,20 @@
 namespace orve::prova {
 
 /// As long as it lives, the library finds these objects on the present thread. A database answers every
-/// question with one row that has every column.
+/// question with one row that has every column, but for the questions that Risposta and SenzaRighe name and
+/// for REGISTRO_INVII, of which it gives the rows whose NUMREG stands in the question. The SMTP component is
+/// refused a recipient whose address begins with "rifiutata".
 class HostRecitato {
  public:
   HostRecitato();
 
   /// A column's value in every row; the columns that nobody names are empty texts.
   void Colonna(const std::string& nome, host::Variant valore) { colonne_[nome] = std::move(valore); }
+  /// The same for the questions that hold this text.
+  void Risposta(const std::string& domanda, const std::string& colonna, host::Variant valore) {
+    risposte_[domanda][colonna] = std::move(valore);
+  }
+  void SenzaRighe(const std::string& domanda) { senzaRighe_ = domanda; }
   [[nodiscard]] win32::ComPtr<IDispatch> Connessione();
 
   /// The calls of the SMTP component and the messages shown, one a line.
@@ -28,11 +37,19 @@ class HostRecitato {
   [[nodiscard]] bool Annotato(const std::string& riga) const;
 
  private:
-  [[nodiscard]] win32::ComPtr<IDispatch> Righe();
+  using Riga = std::map<std::string, host::Variant>;
+
+  [[nodiscard]] std::vector<Riga> Trova(const std::string& domanda) const;
+  [[nodiscard]] static win32::ComPtr<IDispatch> Righe(std::vector<Riga> trovate);
+  [[nodiscard]] win32::ComPtr<IDispatch> Registro();
+  [[nodiscard]] win32::ComPtr<IDispatch> Smtp();
   [[nodiscard]] win32::ComPtr<IDispatch> Annotante(const std::wstring& nome,
                                                    win32::ComPtr<IDispatch> oggetto);
 
-  std::map<std::string, host::Variant> colonne_;
+  Riga colonne_;
+  std::map<std::string, Riga> risposte_;
+  std::string senzaRighe_;
+  std::vector<Riga> registrate_;
   std::string giornale_;
   ClassiRecitate classi_;
 };

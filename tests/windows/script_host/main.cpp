@@ -1,9 +1,10 @@
-// script_host [--register DLL] SCRIPT... [-- ARGUMENT...]
+// script_host [--tell-status] [--register DLL] SCRIPT... [-- ARGUMENT...]
 //
 // Runs scripts of the system's script engines as the real clients that they are: text in and out is UTF-8, an
 // error that the script does not catch is told with its line and ends the program with status 2. The files
 // are one script; the last file's ending tells the language. With --register a DLL's classes are entered
-// first.
+// first. With --tell-status the exit status is also the last line of output, for ctest, which looks at one or
+// the other.
 #include <windows.h>
 
 #include <fcntl.h>
@@ -12,6 +13,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/errore.h"
@@ -50,7 +52,8 @@ int Esegui(const std::vector<std::wstring>& parole) {
   for (; indice < parole.size() && parole[indice] != L"--"; ++indice) file.emplace_back(parole[indice]);
   for (++indice; indice < parole.size(); ++indice) argomenti.push_back(parole[indice]);
   if (file.empty()) {
-    orve::prova::ScriviErrore("uso: script_host [--register DLL] SCRIPT... [-- ARGOMENTO...]");
+    orve::prova::ScriviErrore(
+        "uso: script_host [--tell-status] [--register DLL] SCRIPT... [-- ARGOMENTO...]");
     return 3;
   }
   Motore motore(file.back().extension() == L".js" ? L"JScript" : L"VBScript");
@@ -65,7 +68,9 @@ int wmain(int quante, wchar_t** parole) {
   if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 3;
   int stato = 3;
   try {
-    stato = Esegui({parole + 1, parole + quante});
+    const bool dice = quante > 1 && std::wstring_view(parole[1]) == L"--tell-status";
+    stato = Esegui({parole + (dice ? 2 : 1), parole + quante});
+    if (dice) orve::prova::ScriviRiga("esito " + std::to_string(stato));
   } catch (...) {
     const orve::host::Errore errore = orve::host::ErroreCorrente();
     orve::prova::ScriviErrore(errore.Sorgente() + ": " + std::to_string(errore.Numero()) + " " +

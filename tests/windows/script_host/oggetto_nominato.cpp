@@ -96,7 +96,8 @@ HRESULT OggettoNominato::GetIDsOfNames(REFIID /*riservato*/, LPOLESTR* nomi, UIN
 HRESULT OggettoNominato::Invoke(DISPID membro, REFIID /*riservato*/, LCID /*lingua*/, WORD modi,
                                 DISPPARAMS* argomenti, VARIANT* risultato, EXCEPINFO* eccezione,
                                 UINT* /*argomentoErrato*/) {
-  if ((modi & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)) == 0) return DISP_E_MEMBERNOTFOUND;
+  if ((modi & (DISPATCH_METHOD | DISPATCH_PROPERTYGET | DISPATCH_PROPERTYPUT)) == 0)
+    return DISP_E_MEMBERNOTFOUND;
   for (std::size_t indice = 0; indice < membri_.size(); ++indice) {
     const bool predefinito = membro == DISPID_VALUE && membri_[indice].nome.empty();
     if (!predefinito && membro != static_cast<DISPID>(indice + 1)) continue;

@@ -62,7 +62,7 @@ class OggettoNominato : public OggettoContato {
  public:
   using Membro = std::function<win32::VariantCom(const Argomenti&)>;
 
-  /// The member is called as a method or read as a property. An empty name is the default member.
+  /// The member is called as a method, or read or written as a property. An empty name is the default member.
   void Aggiungi(std::wstring nome, Membro membro) { membri_.push_back({std::move(nome), std::move(membro)}); }
 
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID riservato, LPOLESTR* nomi, UINT quanti, LCID lingua,

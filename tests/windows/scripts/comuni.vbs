@@ -43,8 +43,19 @@ Function NuoviMessaggi()
   Set NuoviMessaggi = New MessaggiRecitati
 End Function
 
+' The register object: of what it takes, the lines are kept.
+Class RegistroRecitato
+  Public EsitoInvio
+  Public NumReg
+  Public Function RegistraInvio(nome, ditta, indirizzo, allegato, esito, oggetto, corpo)
+    Registrate.Add Registrate.Count, Array(NumReg, EsitoInvio, nome, indirizzo, esito)
+  End Function
+End Class
+Dim Registrate
+Set Registrate = CreateObject("Scripting.Dictionary")
+
 Function NuovoRegistro()
-  Set NuovoRegistro = Banco.Spia("ObjRegistroInvio", New Nessuno)
+  Set NuovoRegistro = Banco.Spia("ObjRegistroInvio", New RegistroRecitato)
 End Function
 
 ' A database whose every question has one row with everything in it, but for what Vuoto names.

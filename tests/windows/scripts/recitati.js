@@ -21,10 +21,23 @@ function Risultato() {
   this.MoveNext = function () { righe = false; };
   this.Close = function () {};
 }
+// Read by the sample itself, so that its members are values as with the real one.
+function RigheDelRegistro(statement) {
+  var trovate = [], posto = 0, questo = this;
+  for (var i = 0; i < registrate.length; i++) {
+    if (statement.indexOf("NUMREG = '" + registrate[i].NUMREG + "'") >= 0) trovate.push(registrate[i]);
+  }
+  this.EOF = trovate.length === 0;
+  this.Fields = {Item: function (nome) { return {Value: trovate[posto][nome]}; }};
+  this.MoveNext = function () { posto++; questo.EOF = posto >= trovate.length; };
+  this.Close = function () {};
+}
 function NuovaConnessione() {
   return Banco.Spia("ConnectionADO", {
     Open: function (stringa) { if (stringa.indexOf("Provider=") !== 0) throw new Error("stringa"); },
-    Execute: function (statement, quanti, opzione) { return new Risultato(); }
+    Execute: function (statement, quanti, opzione) {
+      return statement.indexOf("FROM REGISTRO_INVII") >= 0 ? new RigheDelRegistro(statement) : new Risultato();
+    }
   });
 }
 function NuoviMessaggi() {
@@ -33,13 +46,28 @@ function NuoviMessaggi() {
     MostraMsg: function (testo, stile, titolo, proprietario) { WScript.Echo("messaggio: " + testo); return 1; }
   });
 }
-function NuovoRegistro() { return Banco.Spia("ObjRegistroInvio", {}); }
+var registrate = [];
+function NuovoRegistro() {
+  var registro = {
+    NumReg: "",
+    EsitoInvio: 0,
+    RegistraInvio: function (nome, ditta, indirizzo, allegato, esito, oggetto, corpo) {
+      registrate.push(
+        {NUMREG: registro.NumReg, ESITOINVIO: registro.EsitoInvio, NOME: nome, INDIRIZZO: indirizzo, RISULTATO: esito});
+    }
+  };
+  return Banco.Spia("ObjRegistroInvio", registro);
+}
+// Refuses a message to an address that begins with "rifiutata".
 function NuovoComponente() {
+  var fine = -1;
   return Banco.Spia("smtp", {
     FromAddr: "",
-    AddRecipientEx: function (elenco, tipo) { WScript.Echo("destinatari: " + elenco); },
-    SendMail: function () { WScript.Echo("consegnato"); },
-    GetLastError: function () { return -1; }
+    AddRecipientEx: function (elenco, tipo) {
+      if (elenco.indexOf("<rifiutata@") >= 0) fine = 4;
+    },
+    SendMail: function () { WScript.Echo("consegna"); },
+    GetLastError: function () { return fine; }
   });
 }
 Banco.RegisterClass("ORVE_LibSrv.Messaggi", "NuoviMessaggi");
