@@ -12,6 +12,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <string_view>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -32,6 +33,8 @@ constexpr unsigned long kSmb2 = 0xFE534D42UL;
 constexpr unsigned long kCeph = 0x00C36400UL;
 constexpr unsigned long kFuse = 0x65735546UL;
 constexpr unsigned long kNoveP = 0x01021997UL;
+
+constexpr std::string_view kPrefissoCopie = "orve-allegati-";
 
 bool FileSystemRemoto(const std::string& nativo) {
   constexpr std::array<unsigned long, 8> kRemoti = {
@@ -116,16 +119,30 @@ void CopiaContenuto(const std::string& da, const std::string& in) {
   }
 }
 
+bool CopieVecchie(const fs::path& cartella) {
+  struct stat stato {};
+  if (::lstat(cartella.c_str(), &stato) != 0 || !S_ISDIR(stato.st_mode) || stato.st_uid != ::geteuid()) {
+    return false;
+  }
+  std::error_code codice;
+  const auto ultima = fs::last_write_time(cartella, codice);
+  return !codice && fs::file_time_type::clock::now() - ultima > kVitaDelleCopie;
+}
+
+// What cannot be removed is left to the next time.
+void RimuoviCopieVecchie(const fs::path& genitore) {
+  std::error_code ignorato;
+  for (auto voce = fs::directory_iterator(genitore, ignorato); voce != fs::directory_iterator();
+       voce.increment(ignorato)) {
+    const bool nostra = voce->path().filename().string().starts_with(kPrefissoCopie);
+    if (nostra && CopieVecchie(voce->path())) fs::remove_all(voce->path(), ignorato);
+  }
+}
+
 }  // namespace
 
 bool SuSupportoEsterno(const std::string& nativo) {
   return FileSystemRemoto(nativo) || DiscoEstraibile(nativo);
-}
-
-CartellaCopie::~CartellaCopie() {
-  if (radice_.empty()) return;
-  std::error_code ignorato;  // a destructor has nobody to tell
-  fs::remove_all(radice_, ignorato);
 }
 
 std::string CartellaCopie::PostoPer(const std::string& nome) {
@@ -133,9 +150,10 @@ std::string CartellaCopie::PostoPer(const std::string& nome) {
   if (radice_.empty()) {
     std::error_code codice;
     const fs::path genitore = genitore_.empty() ? fs::temp_directory_path(codice) : fs::path(genitore_);
-    std::string modello = (genitore / "orve-allegati-XXXXXX").string();
+    std::string modello = (genitore / (std::string(kPrefissoCopie) + "XXXXXX")).string();
     if (codice || ::mkdtemp(modello.data()) == nullptr) throw ErroreDiSistema(errno, modello);
     radice_ = modello;
+    RimuoviCopieVecchie(genitore);
   }
   const std::string cartella = radice_ + "/" + std::to_string(++copie_);
   if (::mkdir(cartella.c_str(), S_IRWXU) != 0) throw ErroreDiSistema(errno, cartella);

@@ -1,14 +1,16 @@
 // The host's file objects on the files of Unix.
 //
 // A file that does not outlive the choice is copied before it is attached: one on a medium that the person
-// can take out, and one on another machine, which may be gone when the message leaves. The copies lie in a
-// private folder that goes with its CartellaCopie; whoever makes file objects keeps one for as long as their
-// paths are in use.
+// can take out, and one on another machine, which may be gone when the message leaves. The path of the copy
+// is handed on as a text, to whoever sends in the end: another service object, another program. So the copies
+// stay, in a private folder, and are removed when they are old.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "host/oggetti_file.h"
 
@@ -18,16 +20,15 @@ namespace orve::adapters::posix {
 /// that cannot be looked at.
 [[nodiscard]] bool SuSupportoEsterno(const std::string& nativo);
 
-/// A folder of one's own for copies, made at the first one and removed with all of them at the end.
+/// How long copies are kept, since the last one of their folder was made.
+inline constexpr std::chrono::hours kVitaDelleCopie{7 * 24};
+
+/// A folder of one's own for copies, made at the first one. It outlives the object; at the making of a folder
+/// those of the same user that are older than kVitaDelleCopie are removed.
 class CartellaCopie {
  public:
   /// `genitore`: where the folder is made; empty for the system's temporary folder.
   explicit CartellaCopie(std::string genitore = {}) : genitore_(std::move(genitore)) {}
-  CartellaCopie(const CartellaCopie&) = delete;
-  CartellaCopie& operator=(const CartellaCopie&) = delete;
-  CartellaCopie(CartellaCopie&&) = delete;
-  CartellaCopie& operator=(CartellaCopie&&) = delete;
-  ~CartellaCopie();
 
   /// A path for a file of this name, alone in a folder, in the system's form. Raises 52 for a text that is no
   /// plain file name, and the error of the file system when the folder cannot be made.

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <string_view>
 #include <system_error>
 
 #include "host/errore.h"
@@ -86,6 +87,8 @@ host::Errore ErroreDiSistema(const std::string& percorso) {
   return ErroreFile(Numero(GetLastError()), percorso);
 }
 
+constexpr std::wstring_view kPrefissoCopie = L"orve-allegati-";
+
 bool NomeSemplice(const std::string& nome) {
   return !nome.empty() && nome.find_first_not_of('.') != std::string::npos &&
          nome.find_first_of("\\/:*?\"<>|") == std::string::npos && nome.find('\0') == std::string::npos;
@@ -98,7 +101,7 @@ std::wstring NomeNuovo() {
   if (FAILED(CoCreateGuid(&guid)) || StringFromGUID2(guid, testo.data(), kLungo) == 0) {
     throw host::Errore(host::kOggettoNonCreabile);
   }
-  return L"orve-allegati-" + std::wstring(testo.data());
+  return std::wstring(kPrefissoCopie) + testo.data();
 }
 
 std::wstring CartellaTemporanea() {
@@ -117,6 +120,27 @@ void TogliProtezione(const fs::path& radice) {
   }
 }
 
+bool CopieVecchie(const fs::path& cartella) {
+  const DWORD attributi = GetFileAttributesW(cartella.c_str());
+  const bool vera = attributi != INVALID_FILE_ATTRIBUTES && (attributi & FILE_ATTRIBUTE_DIRECTORY) != 0 &&
+                    (attributi & FILE_ATTRIBUTE_REPARSE_POINT) == 0;
+  std::error_code codice;
+  const auto ultima = fs::last_write_time(cartella, codice);
+  return vera && !codice && fs::file_time_type::clock::now() - ultima > kVitaDelleCopie;
+}
+
+// What cannot be removed is left to the next time.
+void RimuoviCopieVecchie(const fs::path& genitore) {
+  std::error_code ignorato;
+  for (auto voce = fs::directory_iterator(genitore, ignorato); voce != fs::directory_iterator();
+       voce.increment(ignorato)) {
+    const bool nostra = voce->path().filename().native().starts_with(kPrefissoCopie);
+    if (!nostra || !CopieVecchie(voce->path())) continue;
+    TogliProtezione(voce->path());
+    fs::remove_all(voce->path(), ignorato);
+  }
+}
+
 }  // namespace
 
 bool SuSupportoEsterno(const std::string& percorso) {
@@ -126,25 +150,14 @@ bool SuSupportoEsterno(const std::string& percorso) {
   return tipo == DRIVE_REMOVABLE || tipo == DRIVE_REMOTE || tipo == DRIVE_CDROM;
 }
 
-CartellaCopie::~CartellaCopie() {
-  if (radice_.empty()) return;
-  // A destructor has nobody to tell.
-  try {
-    TogliProtezione(radice_);
-    std::error_code ignorato;
-    fs::remove_all(radice_, ignorato);
-  } catch (...) {
-    return;
-  }
-}
-
 std::string CartellaCopie::PostoPer(const std::string& nome) {
   if (!NomeSemplice(nome)) throw ErroreFile(kNomeFileNonValido, nome);
   if (radice_.empty()) {
-    const fs::path radice =
-        fs::path(genitore_.empty() ? CartellaTemporanea() : Largo(genitore_)) / NomeNuovo();
+    const fs::path genitore = genitore_.empty() ? CartellaTemporanea() : Largo(genitore_);
+    const fs::path radice = genitore / NomeNuovo();
     if (CreateDirectoryW(radice.c_str(), nullptr) == FALSE) throw ErroreDiSistema(Stretto(radice.native()));
     radice_ = radice.native();
+    RimuoviCopieVecchie(genitore);
   }
   const std::wstring cartella = radice_ + L"\\" + std::to_wstring(++copie_);
   if (CreateDirectoryW(cartella.c_str(), nullptr) == FALSE) throw ErroreDiSistema(Stretto(cartella));

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <string>
 
@@ -107,18 +108,38 @@ TEST_F(FileDellOspite, ACopyHasTheContentTheNameAndAPlaceOfItsOwn) {
   EXPECT_EQ(stato.st_mode & 0777, 0600U);
 }
 
-TEST_F(FileDellOspite, TheCopiesGoWithTheirFolder) {
+TEST_F(FileDellOspite, ACopyOutlivesWhoeverMadeIt) {
   Scrivi("a", "x");
   auto copia = Nuovo();
   copia->Crea(host::OggettoFile::kCopia, "a", "", 0);
   Aperto("a")->CopiaIn(copia, 0);
   const std::string percorso = Unix(copia->Percorso());
-  EXPECT_TRUE(fs::exists(percorso));
   copia.reset();
-  EXPECT_TRUE(fs::exists(percorso)) << "the path may still be in use";
   copie.reset();
-  EXPECT_FALSE(fs::exists(percorso));
-  EXPECT_EQ(std::distance(fs::directory_iterator(cartella.Radice()), fs::directory_iterator()), 1);
+  EXPECT_TRUE(fs::exists(percorso));
+}
+
+TEST_F(FileDellOspite, OldCopiesAreRemovedWhenTheNextFolderIsMade) {
+  const auto cartellaDi = [this] {
+    return fs::path(Unix(CartellaCopie(cartella.Radice()).PostoPer("a"))).parent_path().parent_path();
+  };
+  const auto invecchia = [](const fs::path& quale, std::chrono::hours ore) {
+    fs::last_write_time(quale, fs::file_time_type::clock::now() - ore);
+  };
+  const fs::path vecchia = cartellaDi();
+  const fs::path recente = cartellaDi();
+  const fs::path daltri = cartella / "altro-XXXXXX";
+  fs::create_directory(daltri);
+  fs::create_directory_symlink(daltri, cartella / "orve-allegati-legame");
+  invecchia(vecchia, kVitaDelleCopie + std::chrono::hours(1));
+  invecchia(recente, kVitaDelleCopie - std::chrono::hours(1));
+  invecchia(daltri, kVitaDelleCopie + std::chrono::hours(1));
+  const fs::path nuova = cartellaDi();
+  EXPECT_FALSE(fs::exists(vecchia));
+  EXPECT_TRUE(fs::exists(recente));
+  EXPECT_TRUE(fs::exists(nuova));
+  EXPECT_TRUE(fs::exists(cartella / "orve-allegati-legame")) << "a link is nobody's copy";
+  EXPECT_TRUE(fs::exists(daltri));
 }
 
 TEST_F(FileDellOspite, ACopyThatFailsLeavesNoFile) {

@@ -195,12 +195,28 @@ TEST_F(Allegati, AFileFromOutsideTravelsAsACopy) {
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(flusso), {}), "dati");
 }
 
-TEST(FileDiWindows, TheCopiesGoWithTheirFolderAlsoWhenNobodyMayWriteThem) {
+// Sets the time of a folder's last change so far back.
+void Invecchia(const std::filesystem::path& cartella, std::chrono::hours ore) {
+  auto* aperta = CreateFileW(cartella.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                             nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  ASSERT_NE(aperta, INVALID_HANDLE_VALUE);
+  FILETIME adesso = {};
+  GetSystemTimeAsFileTime(&adesso);
+  constexpr std::int64_t kTacchePerOra = 36'000'000'000;  // of 100 nanoseconds
+  ULARGE_INTEGER tacche = {};
+  tacche.LowPart = adesso.dwLowDateTime;
+  tacche.HighPart = adesso.dwHighDateTime;
+  tacche.QuadPart -= static_cast<std::uint64_t>(ore.count() * kTacchePerOra);
+  const FILETIME allora = {tacche.LowPart, tacche.HighPart};
+  EXPECT_NE(SetFileTime(aperta, nullptr, nullptr, &allora), FALSE);
+  CloseHandle(aperta);
+}
+
+TEST(FileDiWindows, ACopyOutlivesWhoeverMadeItUntilItIsOldAlsoWhenNobodyMayWriteIt) {
   const CartellaDiProva cartella;
   const std::string origine = cartella.File("sola lettura è.txt", "dati");
   SetFileAttributesW(Largo(origine).c_str(), FILE_ATTRIBUTE_READONLY);
-  std::string copia;
-  {
+  const auto copiata = [&] {
     const auto copie = std::make_shared<CartellaCopie>(cartella.Radice());
     OggettoFile file(copie);
     file.Apri("sola lettura è.txt", cartella.Radice(), 0);
@@ -209,9 +225,16 @@ TEST(FileDiWindows, TheCopiesGoWithTheirFolderAlsoWhenNobodyMayWriteThem) {
     EXPECT_FALSE(nuovo->Esiste());
     file.CopiaIn(nuovo, 0);
     EXPECT_TRUE(nuovo->Esiste());
-    copia = nuovo->Percorso();
-  }
-  EXPECT_FALSE(std::filesystem::exists(Largo(copia)));
+    return std::filesystem::path(Largo(nuovo->Percorso()));
+  };
+  const std::filesystem::path vecchia = copiata();
+  const std::filesystem::path recente = copiata();
+  EXPECT_TRUE(std::filesystem::exists(vecchia));
+  Invecchia(vecchia.parent_path().parent_path(), kVitaDelleCopie + std::chrono::hours(1));
+  Invecchia(recente.parent_path().parent_path(), kVitaDelleCopie - std::chrono::hours(1));
+  EXPECT_TRUE(std::filesystem::exists(copiata()));
+  EXPECT_FALSE(std::filesystem::exists(vecchia));
+  EXPECT_TRUE(std::filesystem::exists(recente));
   SetFileAttributesW(Largo(origine).c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
