@@ -20,6 +20,13 @@ class DebugOutput : public host::DebugOutput {
   void Scrivi(const std::string& riga) noexcept override;
 };
 
+/// Nowhere. The library writes two lines for each of its objects, which nobody's system log should take
+/// unasked.
+class DebugOutputMuto : public host::DebugOutput {
+ public:
+  void Scrivi(const std::string& /*riga*/) noexcept override {}
+};
+
 class GeneratoreGuid : public host::GeneratoreGuid {
  public:
   /// A random identifier (version 4 of RFC 4122) from the kernel's generator.

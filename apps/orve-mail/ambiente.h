@@ -56,8 +56,9 @@ class AmbienteProgramma : public host::Ambiente {
   std::shared_ptr<host::Mapi32> CreaMapi32() override;
   std::shared_ptr<host::FileSystem> CreaFileSystem() override;
   host::Orologio& OrologioDiSistema() override { return orologio_; }
+  /// The terminal's trace; without one the lines go nowhere.
   host::DebugOutput& UscitaDiDebug() override {
-    return terminale_.traccia != nullptr ? *terminale_.traccia : debug_;
+    return terminale_.traccia != nullptr ? *terminale_.traccia : nessunaTraccia_;
   }
   host::GeneratoreGuid& Identificatori() override { return identificatori_; }
   host::Environment& VariabiliDiAmbiente() override { return variabili_; }
@@ -74,7 +75,7 @@ class AmbienteProgramma : public host::Ambiente {
   OsservazioniPtr note_;
   std::shared_ptr<adapters::sqlite::SqliteConnection> registro_;
   adapters::posix::Orologio orologio_;
-  adapters::posix::DebugOutput debug_;
+  adapters::posix::DebugOutputMuto nessunaTraccia_;
   adapters::posix::GeneratoreGuid identificatori_;
   adapters::posix::Environment variabili_;
   adapters::posix::Rete rete_;

@@ -17,7 +17,7 @@ struct Terminale {
   bool interattivo = false;  // somebody sits at `ingresso` and can answer
   int colonne = 0;           // of the screen that `uscita` goes to; 0: it goes to none, or to one that only
                              // takes line after line
-  /// Where the library's instance trace goes; absent: to the system's debug output.
+  /// Where the library's instance trace goes; absent: nowhere.
   host::DebugOutput* traccia = nullptr;
 };
 
