@@ -67,6 +67,14 @@ std::string NomeSenzaDominio(const std::string& nome) {
   return chiocciola == 0 ? nome : nome.substr(0, chiocciola);
 }
 
+std::int32_t NomeNelBuffer(const std::string& nome, std::string& buffer) {
+  const std::string testo = NomeSenzaDominio(nome);
+  if (text::Length(testo) >= buffer.size()) return Rete::kBufferTroppoCorto;
+  if (testo.size() >= buffer.size()) buffer.resize(testo.size() + 1);
+  buffer.replace(0, testo.size() + 1, testo + '\0');
+  return 0;
+}
+
 std::int32_t Rete::WNetGetUserA(std::string& buffer) {
   constexpr std::size_t kPrimaMisura = 1024;
   constexpr std::size_t kUltimaMisura = 1024UL * 1024UL;
@@ -79,11 +87,7 @@ std::int32_t Rete::WNetGetUserA(std::string& buffer) {
     spazio.resize(spazio.size() * 2);
   }
   if (esito != 0 || trovata == nullptr) return kNessunUtente;
-  const std::string nome = text::ToWindows1252(NomeSenzaDominio(trovata->pw_name));
-  if (nome.size() >= buffer.size()) return kBufferTroppoCorto;
-  std::copy(nome.begin(), nome.end(), buffer.begin());
-  buffer[nome.size()] = '\0';
-  return 0;
+  return NomeNelBuffer(trovata->pw_name, buffer);
 }
 
 }  // namespace orve::adapters::posix

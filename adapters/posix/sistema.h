@@ -42,6 +42,11 @@ class Environment : public host::Environment {
 /// "arossi@azienda.example" are "arossi".
 [[nodiscard]] std::string NomeSenzaDominio(const std::string& nome);
 
+/// Puts a user's name, without its domain, into the buffer as a NUL-ended text; gives what
+/// Rete::WNetGetUserA gives. The buffer's length counts letters, and the buffer grows when they need more
+/// bytes.
+[[nodiscard]] std::int32_t NomeNelBuffer(const std::string& nome, std::string& buffer);
+
 /// The name of the user on whose behalf the process runs, from the system's user database; that is where a
 /// machine in a domain has its network users. Without the domain.
 class Rete : public host::Rete {

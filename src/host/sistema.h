@@ -39,8 +39,8 @@ class Environment : public Oggetto {
 class Rete : public Oggetto {
  public:
   /// Writes the user name of the current network connection into the buffer as a NUL-ended text and returns
-  /// 0. Returns an error number, with the buffer as it was, when there is no such user or the buffer is too
-  /// short.
+  /// 0. The buffer's length counts letters; it grows when they need more bytes. Returns an error number, with
+  /// the buffer as it was, when there is no such user or the buffer is too short.
   virtual std::int32_t WNetGetUserA(std::string& buffer) = 0;
 };
 

@@ -125,6 +125,18 @@ TEST(Rete, ABufferThatIsTooShortStaysAsItWas) {
   EXPECT_EQ(Rete().WNetGetUserA(vuoto), Rete::kBufferTroppoCorto);
 }
 
+TEST(Rete, ANameKeepsItsLettersWhateverBytesTheyNeed) {
+  std::string buffer(8, ' ');
+  EXPECT_EQ(NomeNelBuffer("AZIENDA\\niccolò", buffer), 0);
+  EXPECT_EQ(buffer, "niccolò\0"s);
+  std::string uno(7, ' ');
+  EXPECT_EQ(NomeNelBuffer("niccolò", uno), Rete::kBufferTroppoCorto) << "no place for the end";
+  EXPECT_EQ(uno, std::string(7, ' '));
+  std::string altra(100, ' ');
+  EXPECT_EQ(NomeNelBuffer("Αθηνά@azienda.example", altra), 0);
+  EXPECT_EQ(altra.substr(0, altra.find('\0')), "Αθηνά");
+}
+
 TEST(Rete, AUserWithoutANameIsAnError) {
   if (::geteuid() != 0) GTEST_SKIP() << "only root can become a user that nobody knows";
   constexpr uid_t kSconosciuto = 3999999999U;
