@@ -27,4 +27,10 @@ class LdapFailure : public host::Errore {
   std::string words_;
 };
 
+/// The same failure once more, without a new try: the server failed a short while ago and is left alone.
+class LeftAlone : public LdapFailure {
+ public:
+  explicit LeftAlone(const LdapFailure& failure) : LdapFailure(failure) {}
+};
+
 }  // namespace orve::adapters::ldap

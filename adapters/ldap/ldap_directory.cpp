@@ -1,7 +1,10 @@
 #include "ldap/ldap_directory.h"
 
+#include <chrono>
 #include <functional>
 #include <map>
+#include <optional>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -21,14 +24,18 @@ constexpr const char* kNamingContexts = "namingContexts";  // what every directo
 constexpr const char* kAnyObject = "(objectClass=*)";
 constexpr std::int32_t kClosedObject = forms::RecordSetInMemoria::kOggettoChiuso;
 
+constexpr int kServerDown = -1;  // libldap's own code
+
 using SessionPtr = std::shared_ptr<Session>;
+/// Asks over a connection that it holds.
+using Ask = std::function<std::vector<Entry>(const Query&)>;
 
 class DirectoryObject : public host::DirectoryObject {
  public:
   /// Reads the entry, with the attributes that are likely to be asked for. Raises LdapFailure when it is not
   /// there.
-  DirectoryObject(SessionPtr session, std::string name, std::string searchBase)
-      : session_(std::move(session)), name_(std::move(name)), searchBase_(std::move(searchBase)) {
+  DirectoryObject(Ask ask, std::string name, std::string searchBase)
+      : ask_(std::move(ask)), name_(std::move(name)), searchBase_(std::move(searchBase)) {
     Read(name_.empty() ? std::vector<std::string>{kNamingContext, kNamingContexts} : PersonAttributes());
   }
 
@@ -71,7 +78,7 @@ class DirectoryObject : public host::DirectoryObject {
   }
 
   void Read(const std::vector<std::string>& attributes) {
-    const auto found = session_->Search({name_, kAnyObject, attributes, Depth::kBase});
+    const auto found = ask_({name_, kAnyObject, attributes, Depth::kBase});
     if (found.empty()) throw LdapFailure(kNoSuchObject, "");
     for (const std::string& attribute : attributes) {
       known_[text::FoldCase(attribute)] = found.front().Values(attribute);
@@ -80,7 +87,7 @@ class DirectoryObject : public host::DirectoryObject {
 
   static constexpr int kNoSuchObject = 32;
 
-  SessionPtr session_;
+  Ask ask_;
   std::string name_;
   std::string searchBase_;
   std::map<std::string, std::vector<std::string>> known_;  // by folded name
@@ -110,32 +117,79 @@ std::shared_ptr<host::RecordSet> Result(const Query& query, const std::vector<En
 
 }  // namespace
 
-struct LdapDirectory::Shared {
+struct LdapDirectory::Shared : std::enable_shared_from_this<Shared> {
   explicit Shared(LdapOptions chosen) : options(std::move(chosen)) {}
 
-  SessionPtr Connect() {
-    SessionPtr session = last.lock();
-    if (!session || session->Broken()) {
+  Ask Asker() {
+    auto [session, waited] = Connect();
+    return [self = shared_from_this(), session = std::move(session),
+            waited = waited](const Query& query) mutable {
+      try {
+        auto found = self->Search(*session, query);
+        waited = false;
+        return found;
+      } catch (const LdapFailure& why) {
+        if (!waited || why.Code() != kServerDown) throw;
+      }
+      // While it waited, the server closed it.
+      std::tie(session, waited) = self->Connect();
+      return self->Search(*session, query);
+    };
+  }
+
+  /// A connection, and whether it was there already.
+  std::pair<SessionPtr, bool> Connect() {
+    if (SessionPtr session = last.lock(); session && !session->Broken()) return {session, true};
+    kept.reset();
+    if (failure && Clock::now() - failedAt < options.pauseAfterFailure) throw LeftAlone(*failure);
+    failure.reset();
+    SessionPtr session;
+    try {
       session = std::make_shared<Session>(options);
-      last = session;
+    } catch (const LdapFailure& why) {
+      Remember(why);
+      throw;
     }
-    return session;
+    last = session;
+    if (options.keepConnection) kept = session;
+    return {session, false};
+  }
+
+  std::vector<Entry> Search(Session& session, const Query& query) {
+    try {
+      return session.Search(query);
+    } catch (const LdapFailure& why) {
+      if (session.Broken() && why.Code() != kServerDown) Remember(why);
+      throw;
+    }
   }
 
   LdapOptions options;
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  void Remember(const LdapFailure& why) {
+    failure = why;
+    failedAt = Clock::now();
+  }
+
   std::weak_ptr<Session> last;
+  SessionPtr kept;
+  std::optional<LdapFailure> failure;  // of the last try
+  Clock::time_point failedAt;
 };
 
 namespace {
 
 class DirectoryConnection : public host::DirectoryConnection {
  public:
-  explicit DirectoryConnection(std::function<SessionPtr()> connect) : connect_(std::move(connect)) {}
+  explicit DirectoryConnection(std::function<Ask()> connect) : connect_(std::move(connect)) {}
 
-  void Open(const std::string& /*origine*/) override { session_ = connect_(); }
+  void Open(const std::string& /*origine*/) override { ask_ = connect_(); }
 
   [[nodiscard]] std::shared_ptr<host::RecordSet> Execute(const std::string& interrogazione) override {
-    if (!session_) throw host::Errore(kClosedObject, "Directory", "La connessione alla directory è chiusa");
+    if (!ask_) throw host::Errore(kClosedObject, "Directory", "La connessione alla directory è chiusa");
     const Query query = ReadQuery(interrogazione);
     Query asked = query;
     asked.attributes.clear();
@@ -143,15 +197,15 @@ class DirectoryConnection : public host::DirectoryConnection {
       if (!text::EqualsIgnoreCase(attribute, kPathAttribute))
         asked.attributes.push_back(AttributeOf(attribute));
     }
-    return Result(query, session_->Search(asked));
+    return Result(query, ask_(asked));
   }
 
-  [[nodiscard]] std::int32_t State() override { return session_ ? 1 : 0; }
-  void Close() override { session_.reset(); }
+  [[nodiscard]] std::int32_t State() override { return ask_ ? 1 : 0; }
+  void Close() override { ask_ = nullptr; }
 
  private:
-  std::function<SessionPtr()> connect_;
-  SessionPtr session_;
+  std::function<Ask()> connect_;
+  Ask ask_;
 };
 
 }  // namespace
@@ -161,7 +215,7 @@ LdapDirectory::LdapDirectory(LdapOptions options) : shared_(std::make_shared<Sha
 }
 
 std::shared_ptr<host::DirectoryConnection> LdapDirectory::CreaConnessione() {
-  return std::make_shared<DirectoryConnection>([shared = shared_] { return shared->Connect(); });
+  return std::make_shared<DirectoryConnection>([shared = shared_] { return shared->Asker(); });
 }
 
 std::shared_ptr<host::RecordSet> LdapDirectory::CreaRecordSet() {
@@ -170,7 +224,7 @@ std::shared_ptr<host::RecordSet> LdapDirectory::CreaRecordSet() {
 
 std::shared_ptr<host::DirectoryObject> LdapDirectory::ApriOggetto(const std::string& percorso) {
   std::string name = NameOfPath(percorso);
-  return std::make_shared<DirectoryObject>(shared_->Connect(), std::move(name), shared_->options.searchBase);
+  return std::make_shared<DirectoryObject>(shared_->Asker(), std::move(name), shared_->options.searchBase);
 }
 
 }  // namespace orve::adapters::ldap

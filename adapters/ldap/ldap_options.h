@@ -34,6 +34,12 @@ struct LdapOptions {
   std::chrono::milliseconds connectTimeout{10'000};
   /// The whole answer to one request.
   std::chrono::milliseconds operationTimeout{15'000};
+
+  /// Keeps the connection from one look-up to the next, for as long as the directory object lives.
+  bool keepConnection = false;
+  /// How long a server that could not be connected to, refused the asker or did not answer is asked no more:
+  /// until then look-ups end at once with the same failure.
+  std::chrono::milliseconds pauseAfterFailure{60'000};
 };
 
 }  // namespace orve::adapters::ldap

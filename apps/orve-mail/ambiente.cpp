@@ -35,7 +35,7 @@ AmbienteProgramma::AmbienteProgramma(Terminale terminale, std::shared_ptr<const 
                                      adapters::smtp::SmtpOptions smtp, std::string cartellaBase,
                                      OsservazioniPtr note, adapters::mapi::MapiOptions mapi,
                                      std::shared_ptr<adapters::smtp::ConnectionPool> connessioni,
-                                     const std::optional<adapters::ldap::LdapOptions>& directory)
+                                     std::shared_ptr<host::Directory> directory)
     : terminale_(terminale),
       chiave_(std::move(chiave)),
       smtp_(std::move(smtp)),
@@ -43,7 +43,7 @@ AmbienteProgramma::AmbienteProgramma(Terminale terminale, std::shared_ptr<const 
       posta_(std::make_shared<adapters::mapi::MailSystem>(std::move(mapi))),
       cartellaBase_(std::move(cartellaBase)),
       note_(std::move(note)),
-      directory_(ApriDirectory(directory, note_)) {}
+      directory_(OsservaDirectory(std::move(directory), note_)) {}
 
 std::shared_ptr<host::Messaggi> AmbienteProgramma::CreaMessaggi() {
   return Osserva(std::make_shared<MessaggiTerminale>(terminale_), note_);

@@ -3,12 +3,10 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 
 #include "host/ambiente.h"
-#include "ldap/ldap_options.h"
 #include "mapi/mail_system.h"
 #include "orve-mail/chiave.h"
 #include "orve-mail/osservatori.h"
@@ -29,13 +27,12 @@ class AmbienteProgramma : public host::Ambiente {
  public:
   /// The terminal's streams and trace must outlive the object. `cartellaBase` is the folder from which a
   /// relative configured path counts. `connessioni`: kept by the host for several of these objects; empty:
-  /// this one keeps its own. Without a directory the library gets one that knows nobody. Raises 5 for a
-  /// directory whose options make no sense.
+  /// this one keeps its own. `directory`: the company's; empty: the library gets one that knows nobody.
   AmbienteProgramma(Terminale terminale, std::shared_ptr<const Chiave> chiave,
                     adapters::smtp::SmtpOptions smtp, std::string cartellaBase, OsservazioniPtr note,
                     adapters::mapi::MapiOptions mapi = {},
                     std::shared_ptr<adapters::smtp::ConnectionPool> connessioni = nullptr,
-                    const std::optional<adapters::ldap::LdapOptions>& directory = std::nullopt);
+                    std::shared_ptr<host::Directory> directory = nullptr);
 
   /// The register of sends goes there, whatever database the library works on.
   void RegistraIn(std::shared_ptr<adapters::sqlite::SqliteConnection> archivio) {

@@ -45,9 +45,9 @@ AmbienteFinestre::AmbienteFinestre(Terminale terminale, std::shared_ptr<const Ch
                                    adapters::smtp::SmtpOptions smtp, std::string cartellaBase,
                                    const OsservazioniPtr& note, adapters::mapi::MapiOptions mapi,
                                    std::shared_ptr<adapters::smtp::ConnectionPool> connessioni,
-                                   const std::optional<adapters::ldap::LdapOptions>& directory)
+                                   std::shared_ptr<host::Directory> directory)
     : AmbienteProgramma(terminale, std::move(chiave), std::move(smtp), std::move(cartellaBase), note,
-                        std::move(mapi), std::move(connessioni), directory),
+                        std::move(mapi), std::move(connessioni), std::move(directory)),
       note_(note),
       finestre_({.programma = kProgramma, .mostra = [note] { ++note->finestreMostrate; }}) {}
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "orve-mail/ambiente.h"
@@ -22,7 +21,7 @@ class AmbienteFinestre : public AmbienteProgramma {
                    adapters::smtp::SmtpOptions smtp, std::string cartellaBase, const OsservazioniPtr& note,
                    adapters::mapi::MapiOptions mapi = {},
                    std::shared_ptr<adapters::smtp::ConnectionPool> connessioni = nullptr,
-                   const std::optional<adapters::ldap::LdapOptions>& directory = std::nullopt);
+                   std::shared_ptr<host::Directory> directory = nullptr);
 
   /// Raises 429 without a display, and notes it.
   std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override;

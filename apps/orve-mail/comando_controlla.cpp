@@ -17,6 +17,7 @@
 #include "orve-mail/comandi.h"
 #include "orve-mail/controllo_database.h"
 #include "orve-mail/controllo_server.h"
+#include "orve-mail/directory_osservata.h"
 #include "orve-mail/opzioni_invio.h"
 #include "orve-mail/referto.h"
 #include "posix/percorsi.h"
@@ -35,7 +36,7 @@ class Controllo {
     ApriDatabase();
     ambiente_ = std::make_shared<AmbienteProgramma>(terminale_, chiave_, richiesta_.smtp,
                                                     CartellaBase(richiesta_.archivio), note_, richiesta_.mapi,
-                                                    nullptr, richiesta_.directory);
+                                                    nullptr, CreaDirectory(richiesta_.directory));
     if (archivio_) ControllaDati();
     ControllaCartella();
     ControllaDirectory();

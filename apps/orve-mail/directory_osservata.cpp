@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "ldap/failure.h"
 #include "ldap/ldap_directory.h"
 #include "posix/directory_assente.h"
 
@@ -13,6 +14,8 @@ template <class Passo>
 auto Annotando(const OsservazioniPtr& note, Passo&& passo) {
   try {
     return std::forward<Passo>(passo)();
+  } catch (const adapters::ldap::LeftAlone&) {
+    throw;
   } catch (const host::Errore& errore) {
     note->erroriDirectory.push_back(errore.Descrizione());
     throw;
@@ -39,7 +42,7 @@ class ConnessioneDirectoryOsservata : public host::DirectoryConnection {
 
 class DirectoryOsservata : public host::Directory {
  public:
-  DirectoryOsservata(std::unique_ptr<host::Directory> vera, OsservazioniPtr note)
+  DirectoryOsservata(std::shared_ptr<host::Directory> vera, OsservazioniPtr note)
       : vera_(std::move(vera)), note_(std::move(note)) {}
   std::shared_ptr<host::DirectoryConnection> CreaConnessione() override {
     return std::make_shared<ConnessioneDirectoryOsservata>(vera_->CreaConnessione(), note_);
@@ -50,17 +53,20 @@ class DirectoryOsservata : public host::Directory {
   }
 
  private:
-  std::unique_ptr<host::Directory> vera_;
+  std::shared_ptr<host::Directory> vera_;
   OsservazioniPtr note_;
 };
 
 }  // namespace
 
-std::unique_ptr<host::Directory> ApriDirectory(const std::optional<adapters::ldap::LdapOptions>& opzioni,
-                                               OsservazioniPtr note) {
-  if (!opzioni) return std::make_unique<adapters::posix::DirectoryAssente>();
-  return std::make_unique<DirectoryOsservata>(std::make_unique<adapters::ldap::LdapDirectory>(*opzioni),
-                                              std::move(note));
+std::shared_ptr<host::Directory> CreaDirectory(const std::optional<adapters::ldap::LdapOptions>& opzioni) {
+  return opzioni ? std::make_shared<adapters::ldap::LdapDirectory>(*opzioni) : nullptr;
+}
+
+std::unique_ptr<host::Directory> OsservaDirectory(std::shared_ptr<host::Directory> vera,
+                                                  OsservazioniPtr note) {
+  if (!vera) return std::make_unique<adapters::posix::DirectoryAssente>();
+  return std::make_unique<DirectoryOsservata>(std::move(vera), std::move(note));
 }
 
 }  // namespace orve::app

@@ -11,9 +11,13 @@
 
 namespace orve::app {
 
-/// Without options a directory that knows nobody. Raises 5 for options that make no sense. `note` gets what
-/// ends a look-up; an attribute that a person does not have does not.
-[[nodiscard]] std::unique_ptr<host::Directory> ApriDirectory(
-    const std::optional<adapters::ldap::LdapOptions>& opzioni, OsservazioniPtr note);
+/// The directory of these options; empty without them. Raises 5 for options that make no sense.
+[[nodiscard]] std::shared_ptr<host::Directory> CreaDirectory(
+    const std::optional<adapters::ldap::LdapOptions>& opzioni);
+
+/// Without a directory one that knows nobody. `note` gets what ends a look-up, once for a server that is then
+/// left alone; an attribute that a person does not have ends none.
+[[nodiscard]] std::unique_ptr<host::Directory> OsservaDirectory(std::shared_ptr<host::Directory> vera,
+                                                                OsservazioniPtr note);
 
 }  // namespace orve::app

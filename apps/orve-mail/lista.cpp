@@ -49,7 +49,7 @@ std::string Unisci(std::string testo, const std::vector<std::string>& altri) {
 // `messaggi` is what the library showed meanwhile.
 EsitoConMotivo Giudica(const Resoconto& resoconto, const std::string& messaggi) {
   const Uscita uscita = Valuta(resoconto);
-  if (uscita == Uscita::kInviato) return {EsitoRiga::kInviato, ""};
+  if (uscita == Uscita::kInviato) return {EsitoRiga::kInviato, Unisci("", resoconto.note.erroriDirectory)};
   std::vector<std::string> dettagli = Dettagli(resoconto);
   if (!messaggi.empty()) dettagli.insert(dettagli.begin(), messaggi);
   if (uscita == Uscita::kConRiserva || resoconto.note.accettate > 0)
@@ -83,7 +83,7 @@ class InvioLista {
       : richiesta_(richiesta),
         terminale_(terminale),
         righe_(richiesta.file),
-        sede_(richiesta.comune.archivio, richiesta.comune.utente, richiesta.comune.smtp),
+        sede_(richiesta.comune),
         esiti_(richiesta.esiti, NuovaLista()) {
     Verifica();
   }
@@ -157,7 +157,7 @@ class InvioLista {
     conto_.Segna(fine.esito);
     std::string testo = Nella(riga.riga) + riga.destinatario + ": " + std::string(Parola(fine.esito));
     if (!fine.motivo.empty()) testo += ": " + fine.motivo;
-    if (fine.esito == EsitoRiga::kInviato) {
+    if (fine.esito == EsitoRiga::kInviato && fine.motivo.empty()) {
       avanzamento.Passo(testo);
     } else {
       avanzamento.PassoConAvviso(testo);

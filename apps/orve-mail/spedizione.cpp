@@ -7,6 +7,7 @@
 #include "addressing/recipients.h"
 #include "orve-mail/account.h"
 #include "orve-mail/ambiente_finestre.h"
+#include "orve-mail/directory_osservata.h"
 #include "orve-mail/interfaccia_programma.h"
 #include "orve-mail/osservatori.h"
 #include "orve-mail/rubrica_finestra.h"
@@ -52,7 +53,7 @@ class Spedizione {
         sede_(sede),
         ambiente_(std::make_shared<AmbienteFinestre>(terminale, sede.chiave, richiesta.smtp,
                                                      CartellaBase(richiesta.archivio), note_, richiesta.mapi,
-                                                     sede.connessioni, richiesta.directory)),
+                                                     sede.connessioni, sede.directory)),
         servizio_(ambiente_) {
     ambiente_->RegistraIn(sede.registro);
     if (richiesta.mittente) RichiediAccount(*sede.archivio.connessione, *richiesta.mittente, richiesta.pec);
@@ -102,7 +103,8 @@ class Spedizione {
 
   [[nodiscard]] Resoconto Esito() const {
     Resoconto resoconto{
-        *note_, servizio_.Stato(), servizio_.Descrizione().Joined(), servizio_.vSenderAddress, daSola_, {}};
+        *note_, servizio_.Stato(), servizio_.Descrizione().Joined(), servizio_.vSenderAddress, daSola_, {},
+        false};
     if (!servizio_.errNumber.empty()) resoconto.errore = servizio_.errNumber + " " + servizio_.errDescription;
     return resoconto;
   }
@@ -178,6 +180,12 @@ class Spedizione {
   bool daSola_ = false;
 };
 
+// One connection for all look-ups.
+std::optional<adapters::ldap::LdapOptions> CheResta(std::optional<adapters::ldap::LdapOptions> directory) {
+  if (directory) directory->keepConnection = true;
+  return directory;
+}
+
 void Prepara(Spedizione& spedizione, bool daSola) {
   try {
     spedizione.Prepara(daSola);
@@ -190,13 +198,13 @@ void Prepara(Spedizione& spedizione, bool daSola) {
 
 }  // namespace
 
-SedeInvio::SedeInvio(const PosizioneArchivio& posizione, const UtenteIndicato& indicato,
-                     const adapters::smtp::SmtpOptions& smtp)
-    : chiave(std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(posizione)))),
-      archivio(ApriArchivio(posizione)),
-      registro(ApriRegistro(posizione, archivio)),
-      utente(TrovaUtente(*archivio.connessione, indicato)),
-      connessioni(CreaConnessioni(smtp)) {
+SedeInvio::SedeInvio(const RichiestaInvio& richiesta)
+    : chiave(std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(richiesta.archivio)))),
+      archivio(ApriArchivio(richiesta.archivio)),
+      registro(ApriRegistro(richiesta.archivio, archivio)),
+      utente(TrovaUtente(*archivio.connessione, richiesta.utente)),
+      connessioni(CreaConnessioni(richiesta.smtp)),
+      directory(CreaDirectory(CheResta(richiesta.directory))) {
   archivio.DiUtente(utente);
 }
 
@@ -210,13 +218,11 @@ Resoconto Consegna(const RichiestaInvio& richiesta, const SedeInvio& sede, Termi
 }
 
 Uscita Spedisci(const RichiestaInvio& richiesta, Terminale terminale) {
-  return Racconta(
-      Consegna(richiesta, SedeInvio(richiesta.archivio, richiesta.utente, richiesta.smtp), terminale),
-      terminale);
+  return Racconta(Consegna(richiesta, SedeInvio(richiesta), terminale), terminale);
 }
 
 Uscita SpedisciDaSola(const RichiestaInvio& richiesta, bool silenzioso, Terminale terminale) {
-  const SedeInvio sede(richiesta.archivio, richiesta.utente, richiesta.smtp);
+  const SedeInvio sede(richiesta);
   Spedizione spedizione(richiesta, sede, terminale);
   Prepara(spedizione, true);
   spedizione.InviaDaSola(silenzioso);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/data_ora.h"
+#include "host/directory.h"
 #include "ldap/ldap_options.h"
 #include "mapi/mapi_options.h"
 #include "orve-mail/archivio.h"
@@ -63,16 +64,18 @@ struct RichiestaInvio {
 };
 
 /// What all sends of one run share: the open database, its key, the register, the user, and the connections
-/// to servers. Raises ErroreProgramma (kNonUtilizzabile, kComandoErrato).
+/// to servers and to the directory. Raises ErroreProgramma (kNonUtilizzabile, kComandoErrato), and 5 for a
+/// directory whose options make no sense.
 struct SedeInvio {
-  SedeInvio(const PosizioneArchivio& posizione, const UtenteIndicato& indicato,
-            const adapters::smtp::SmtpOptions& smtp);
+  /// Made for the sends of this request and those like it.
+  explicit SedeInvio(const RichiestaInvio& richiesta);
 
   std::shared_ptr<const Chiave> chiave;
   Archivio archivio;
   std::shared_ptr<adapters::sqlite::SqliteConnection> registro;
   std::int32_t utente;
   std::shared_ptr<adapters::smtp::ConnectionPool> connessioni;
+  std::shared_ptr<host::Directory> directory;  // empty: nobody is looked up
 };
 
 /// Sends with a service object of its own and gives what was seen of it. `primaDiInviare` runs when all is

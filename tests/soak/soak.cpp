@@ -71,7 +71,7 @@ void Report(const char* when) {
 void Send(const std::string& database, std::size_t messages, const std::string& attachment,
           std::ostream& outcomes) {
   const orve::app::RichiestaInvio first = Message(database, 0, attachment);
-  const orve::app::SedeInvio place(first.archivio, first.utente, first.smtp);
+  const orve::app::SedeInvio place(first);
   for (std::size_t number = 1; number <= messages; ++number) {
     std::istringstream nobody;
     std::ostringstream shown;

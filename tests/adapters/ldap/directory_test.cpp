@@ -2,19 +2,27 @@
 // and against servers that misbehave.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <poll.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "addressing/active_directory.h"
 #include "fakes/errori.h"
+#include "host/sistema.h"
 #include "ldap/failure.h"
 #include "ldap/ldap_directory.h"
+#include "posix/sistema.h"
 #include "support/certificates.h"
 #include "support/closed_port.h"
 #include "support/ldap_server.h"
@@ -105,6 +113,38 @@ class Directory : public ::testing::Test {
   DatiUtenteDirectory person;
 };
 
+// A network that knows its user by this name.
+class ReteDi : public host::Rete {
+ public:
+  explicit ReteDi(std::string nome) : nome_(std::move(nome)) {}
+  std::int32_t WNetGetUserA(std::string& buffer) override { return posix::NomeNelBuffer(nome_, buffer); }
+
+ private:
+  std::string nome_;
+};
+
+// What this process has open.
+std::set<std::string> Descriptors() {
+  std::set<std::string> open;
+  for (const auto& one : std::filesystem::directory_iterator("/proc/self/fd")) {
+    open.insert(one.path().filename().string());
+  }
+  return open;
+}
+
+// This end of the connections that the process has open.
+std::set<int> OwnPorts() {
+  std::set<int> ports;
+  for (const std::string& descriptor : Descriptors()) {
+    sockaddr_in own{};
+    socklen_t size = sizeof own;
+    void* const place = &own;
+    const bool socket = ::getsockname(std::stoi(descriptor), static_cast<sockaddr*>(place), &size) == 0;
+    if (socket && own.sin_family == AF_INET) ports.insert(ntohs(own.sin_port));
+  }
+  return ports;
+}
+
 support::ScriptedServer Silent() {
   return support::ScriptedServer({ThenStall(support::Say(""))});
 }
@@ -134,6 +174,24 @@ TEST_F(Directory, TheAccountNameIsComparedWithoutCase) {
   const LdapServer server(Encrypted());
   EXPECT_TRUE(LookUp(AsReader(server.SecureUrl()), "ARossi"));
   EXPECT_EQ(person.LastName, "Rossi");
+}
+
+TEST_F(Directory, AnAccentedAccountIsFoundUnderTheNameThatTheNetworkGives) {
+  LdapServerOptions server = Encrypted();
+  server.entries =
+      "dn: cn=Accento,dc=azienda,dc=example\nobjectClass: user\ncn: Accento\n"
+      "sAMAccountName:: bmljY29sw7I=\n"  // niccolò
+      "objectCategory: person\nmail: niccolo@azienda.example\n";
+  const LdapServer started(server);
+  ReteDi rete("AZIENDA\\niccolò");
+  EXPECT_TRUE(LookUp(AsReader(started.SecureUrl()), MDL_ACTIVEDIRECTORY::GetNomeUtenteRete(rete)));
+  EXPECT_EQ(person.EmailAddress, "niccolo@azienda.example");
+}
+
+TEST_F(Directory, AnEmptyAccountNameFindsNobody) {
+  const LdapServer server(Encrypted());
+  EXPECT_TRUE(LookUp(AsReader(server.SecureUrl()), ""));
+  EXPECT_EQ(Fields(), kNothing);
 }
 
 TEST_F(Directory, NobodyFoundLeavesTheRecordEmptyAndTheLookUpTrue) {
@@ -369,6 +427,7 @@ TEST_F(Directory, ADirectoryThatStopsBetweenTwoQuestionsIsGivenUpAndAskedAnewThe
   const auto attempt = [&](milliseconds timeout) {
     LdapOptions options = AsReader(server.SecureUrl());
     options.operationTimeout = timeout;
+    options.pauseAfterFailure = milliseconds(0);
     LdapDirectory directory(options);
     std::shared_ptr<host::DirectoryObject> root;
     Outcome outcome;
@@ -478,17 +537,123 @@ TEST_F(Directory, AServerIsAnLdapAddressAndNothingElse) {
 TEST_F(Directory, NothingIsConnectedBeforeTheFirstQuestionAndNothingStaysConnectedAfterTheLast) {
   LdapServer server;
   LdapDirectory directory(Anonymous(server.Url()));
-  const auto descriptors = [] {
-    const std::filesystem::directory_iterator all("/proc/self/fd");
-    return std::distance(begin(all), end(all));
-  };
-  const auto before = descriptors();
+  const auto before = Descriptors().size();
   {
     const auto root = directory.ApriOggetto("LDAP://rootDSE");
     const auto again = directory.ApriOggetto("LDAP://rootDSE");
-    EXPECT_EQ(descriptors(), before + 1);
+    EXPECT_EQ(Descriptors().size(), before + 1);
   }
-  EXPECT_EQ(descriptors(), before);
+  EXPECT_EQ(Descriptors().size(), before);
+}
+
+TEST_F(Directory, AConnectionToBeKeptServesTheNextLookUpsAndEndsWithTheDirectory) {
+  const LdapServer server(Encrypted());
+  LdapOptions options = AsReader(server.SecureUrl());
+  options.keepConnection = true;
+  const auto before = Descriptors().size();
+  {
+    LdapDirectory directory(options);
+    ASSERT_TRUE(GetDatiUtenteDirectory(directory, "arossi", person));
+    EXPECT_EQ(Descriptors().size(), before + 1);
+    ASSERT_TRUE(GetDatiUtenteDirectory(directory, "bverdi", person));
+    EXPECT_EQ(Descriptors().size(), before + 1);
+    EXPECT_EQ(person.FirstName, "Bruno");
+  }
+  EXPECT_EQ(Descriptors().size(), before);
+}
+
+TEST_F(Directory, AKeptConnectionThatTheServerClosedIsReplacedUnnoticed) {
+  LdapServerOptions idle = Encrypted();
+  idle.configuration = {"idletimeout 1"};
+  const LdapServer server(idle);
+  LdapOptions options = AsReader(server.SecureUrl());
+  options.keepConnection = true;
+  LdapDirectory directory(options);
+  const auto before = Descriptors();
+  ASSERT_TRUE(GetDatiUtenteDirectory(directory, "arossi", person));
+  for (const std::string& descriptor : Descriptors()) {
+    if (before.contains(descriptor)) continue;
+    pollfd connection{std::stoi(descriptor), POLLRDHUP, 0};
+    ASSERT_EQ(::poll(&connection, 1, static_cast<int>(kLong.count())), 1) << "the server did not close it";
+  }
+  ASSERT_TRUE(GetDatiUtenteDirectory(directory, "bverdi", person));
+  EXPECT_EQ(person.FirstName, "Bruno");
+}
+
+TEST_F(Directory, AServerThatFailedIsLeftAloneForAWhile) {
+  LdapServer server(Encrypted());
+  LdapOptions options = AsReader(server.SecureUrl());
+  options.password = "sbagliata";
+  options.pauseAfterFailure = std::chrono::hours(1);
+  LdapDirectory directory(options);
+  std::optional<LdapFailure> first;
+  try {
+    static_cast<void>(directory.ApriOggetto("LDAP://rootDSE"));
+  } catch (const LdapFailure& failure) {
+    first = failure;
+  }
+  ASSERT_TRUE(first);
+  server.Stop();  // a new try would find nobody there
+  try {
+    static_cast<void>(directory.ApriOggetto("LDAP://rootDSE"));
+    ADD_FAILURE() << "no error";
+  } catch (const LeftAlone& failure) {
+    EXPECT_EQ(failure.Code(), first->Code());
+    EXPECT_EQ(failure.Descrizione(), first->Descrizione());
+  }
+}
+
+TEST_F(Directory, AfterItsPauseAServerIsAskedAgain) {
+  const support::ClosedPort closed;
+  LdapOptions options = AsReader("ldaps://127.0.0.1:" + std::to_string(closed.Number()));
+  options.pauseAfterFailure = milliseconds(0);
+  LdapDirectory directory(options);
+  for (int i = 0; i < 2; ++i) {
+    try {
+      static_cast<void>(directory.ApriOggetto("LDAP://rootDSE"));
+      ADD_FAILURE() << "no error";
+    } catch (const LeftAlone&) {
+      ADD_FAILURE() << "left alone";
+    } catch (const LdapFailure&) {
+      continue;
+    }
+  }
+}
+
+TEST_F(Directory, AConnectionThatBrokeIsNotUsedAgain) {
+  const LdapServer server(Encrypted());
+  struct Outcome {
+    bool failed = false;
+    std::set<int> before;
+    std::set<int> after;
+  };
+  // The object holds the connection, which could still carry an answer once the server goes on.
+  const auto attempt = [&](milliseconds timeout) {
+    LdapOptions options = AsReader(server.SecureUrl());
+    options.operationTimeout = timeout;
+    options.pauseAfterFailure = milliseconds(0);
+    LdapDirectory directory(options);
+    std::shared_ptr<host::DirectoryObject> root;
+    std::shared_ptr<host::DirectoryObject> again;
+    Outcome outcome;
+    static_cast<void>(ErroreDi([&] { root = directory.ApriOggetto("LDAP://rootDSE"); }));
+    outcome.before = OwnPorts();
+    server.Freeze(true);
+    outcome.failed = ErroreDi([&] {
+                       static_cast<void>(directory.ApriOggetto("LDAP://dc=azienda,dc=example"));
+                     }).has_value();
+    server.Freeze(false);
+    static_cast<void>(ErroreDi([&] { again = directory.ApriOggetto("LDAP://rootDSE"); }));
+    outcome.failed = outcome.failed && root && again;
+    outcome.after = OwnPorts();
+    return outcome;
+  };
+  const Outcome outcome = support::WithPatience(attempt, [](const Outcome& one) { return one.failed; },
+                                                {milliseconds(1'000), milliseconds(10'000)});
+  ASSERT_TRUE(outcome.failed);
+  EXPECT_FALSE(
+      std::includes(outcome.before.begin(), outcome.before.end(), outcome.after.begin(), outcome.after.end()))
+      << "no new connection";
 }
 
 TEST_F(Directory, AConnectionThatIsNotOpenCannotBeAsked) {

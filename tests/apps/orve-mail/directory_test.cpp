@@ -167,6 +167,38 @@ TEST_F(InvioConDirectory, ADirectoryThatFailsHoldsNoMessageUpAndIsToldOf) {
   EXPECT_EQ(server.Count(), prima + 1);
 }
 
+TEST_F(InvioConDirectory, AListTellsOnceThatTheDirectoryFailsAndLeavesItAlone) {
+  auto& server = AvviaServerOrdinario();
+  Sql("UPDATE FW98_MAILACCOUNT SET FW98_MAILADDRESS = 'conto@arvenia.example'");
+  const LdapServer directory(opzioni);
+  const std::string elenco =
+      cartella.Write("elenco.csv", "tipo;codice\ncliente;1001\ncliente;1002\ncliente;1006\n");
+  std::vector<std::string> argomenti = {"lista",     elenco,    "--ca",    Ca(),
+                                        "--oggetto", "Listino", "--corpo", "x"};
+  const auto come = ComeLettore(directory.SecureUrl(), FilePassword("password-sbagliata"));
+  argomenti.insert(argomenti.end(), come.begin(), come.end());
+  const Esecuzione esecuzione = EseguiConAmbiente({}, argomenti);
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
+  EXPECT_EQ(server.Count(), 3U);
+  const std::string detto = "la directory rifiuta nome utente o password";
+  const std::size_t primo = esecuzione.errori.find(detto);
+  ASSERT_NE(primo, std::string::npos) << esecuzione;
+  EXPECT_EQ(esecuzione.errori.find(detto, primo + 1), std::string::npos) << esecuzione;
+}
+
+TEST_F(InvioConDirectory, AListTakesEachSenderFromTheDirectory) {
+  auto& server = AvviaServerOrdinario();
+  const LdapServer directory(opzioni);
+  const std::string elenco = cartella.Write("elenco.csv", "tipo;codice\ncliente;1001\ncliente;1002\n");
+  std::vector<std::string> argomenti = {"lista",     elenco,    "--ca",    Ca(),
+                                        "--oggetto", "Listino", "--corpo", "x"};
+  const auto come = ComeLettore(directory.SecureUrl(), FilePassword(LdapServer::kPassword));
+  argomenti.insert(argomenti.end(), come.begin(), come.end());
+  EXPECT_EQ(EseguiConAmbiente({}, argomenti).stato, 0);
+  ASSERT_EQ(server.Count(), 2U);
+  for (const auto& messaggio : server.Messages()) EXPECT_EQ(messaggio.sender, "dora.bianchi@azienda.example");
+}
+
 TEST_F(InvioConDirectory, APasswordFileThatOthersCanReadIsRefused) {
   const Esecuzione esecuzione =
       InviaACliente(ComeLettore("ldaps://127.0.0.1", FilePassword(LdapServer::kPassword, S_IRUSR | S_IRGRP)));
