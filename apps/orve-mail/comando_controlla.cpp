@@ -101,6 +101,10 @@ class Controllo {
     impostazioni_ = ControllaImpostazioni(connessione, referto_);
     const bool smtp = impostazioni_.canale && CanaleSmtp(*impostazioni_.canale);
     const auto account = ControllaAccount(connessione, utente.value_or(0), richiesta_.ditta, smtp, referto_);
+    if (smtp) {
+      ControllaAccountDelleFinestre(connessione, utente.value_or(0), richiesta_.ditta,
+                                    impostazioni_.conFinestra, referto_);
+    }
     for (const AccountLetto& uno : account)
       ControllaServer(uno, InChiaro(uno.password), richiesta_.smtp, referto_);
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <string_view>
 #include <utility>
 
 #include "host/errore.h"
@@ -134,6 +135,40 @@ AccountLetto LeggiAccount(host::Connection& connessione, std::int32_t id) {
   return account;
 }
 
+std::shared_ptr<host::RecordSet> AccountDelleFinestre(host::Connection& connessione,
+                                                      const std::string& titolare, bool pec) {
+  return Esegui(connessione,
+                "SELECT FW98_IDACCOUNT, FW98_MAILADDRESS, FW23_SERVERNAME, FW23_PORT, FW23_TIMEOUT,"
+                " FW23_INDAUTH, FW23_SSL, FW98_INDREADRCPT, FW98_INDDELIVERYSTATUS FROM FW98_MAILACCOUNT"
+                " INNER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER INNER JOIN " +
+                    titolare + " AND FW23_INDTIPO = " + (pec ? "2" : "1") + " ORDER BY FW98_IDACCOUNT");
+}
+
+// What the windows cannot read of the account; empty when they can.
+std::string IllegibileDallaFinestra(const host::RecordSet& riga) {
+  std::string difetti;
+  const auto difetto = [&difetti](const char* colonna, const std::string& quale) {
+    difetti += (difetti.empty() ? "" : ", ") + (colonna + (" " + quale));
+  };
+  for (const char* colonna : {"FW98_MAILADDRESS", "FW23_SERVERNAME"}) {
+    if (host::Leggi(riga, colonna).IsNull()) difetto(colonna, "è vuoto");
+  }
+  for (const char* colonna : {"FW98_IDACCOUNT", "FW23_PORT", "FW23_TIMEOUT", "FW23_INDAUTH",
+                              "FW98_INDREADRCPT", "FW98_INDDELIVERYSTATUS", "FW23_SSL"}) {
+    const host::Variant valore = host::Leggi(riga, colonna);
+    const bool conAltrimenti = colonna == std::string_view("FW23_SSL");
+    if (conAltrimenti && text::Trim(valore.Joined()).empty()) continue;
+    try {
+      static_cast<void>(valore.ToInt16());
+    } catch (const host::Errore& errore) {
+      difetto(colonna, valore.IsNull()                      ? "è vuoto"
+                       : errore.Numero() == host::kOverflow ? "è " + valore.Joined() + ", oltre i 16 bit"
+                                                            : "non è un numero");
+    }
+  }
+  return difetti;
+}
+
 }  // namespace
 
 void ControllaTabelle(const Archivio& archivio, Referto& referto) {
@@ -238,6 +273,7 @@ ImpostazioniLette ControllaImpostazioni(host::Connection& connessione, Referto& 
     const std::int32_t modo = host::Leggi(*riga, "FW24_INDMODALITA").ToInt32();
     lette.canale = static_cast<kvEnum_ServizioMail>(canale);
     lette.cartella = Testo(*riga, "FW24_PATHTMP");
+    lette.conFinestra = modo != kvAutomatico;
     const std::string dettaglio = NomeCanale(canale) + ", modo " + Modo(modo);
     if (canale == kvNoMail) {
       referto.Avviso("impostazioni", "l'invio è disabilitato", "scegliere un canale in FW24_INDFAXATTIVO");
@@ -295,6 +331,44 @@ std::vector<AccountLetto> ControllaAccount(host::Connection& connessione, std::i
     }
   }
   return account;
+}
+
+void ControllaAccountDelleFinestre(host::Connection& connessione, std::int32_t utente,
+                                   const std::string& ditta, bool conFinestra, Referto& referto) {
+  const std::string dellUtente =
+      "FW99_MAILUSERACCOUNT ON FW98_IDACCOUNT = FW99_IDACCOUNT_FW98 WHERE FW99_ID_FW07 = " +
+      std::to_string(utente);
+  const std::string dellaDitta =
+      "FW9A_MAILAZIENDAACCOUNT ON FW98_IDACCOUNT = FW9A_IDACCOUNT_FW98 WHERE FW9A_DITTA_CG18 = " + ditta;
+  for (const bool pec : {false, true}) {
+    const std::string nome = pec ? "account PEC nelle finestre" : "account nelle finestre";
+    std::string difetti;
+    int quanti = 0;
+    try {
+      auto riga = AccountDelleFinestre(connessione, dellUtente, pec);
+      if (riga->Eof()) riga = AccountDelleFinestre(connessione, dellaDitta, pec);
+      for (; !riga->Eof(); riga->MoveNext(), ++quanti) {
+        const std::string suoi = IllegibileDallaFinestra(*riga);
+        if (suoi.empty()) continue;
+        difetti +=
+            (difetti.empty() ? "" : "; ") + ("account " + Testo(*riga, "FW98_IDACCOUNT")) + ": " + suoi;
+      }
+    } catch (const host::Errore& errore) {
+      difetti = errore.Descrizione();
+    }
+    const std::string rimedio =
+        "compilare queste colonne; finché una sola manca, la finestra di invio e "
+        "quella dei parametri non si aprono";
+    if (!difetti.empty() && conFinestra) {
+      referto.Errore(nome, difetti, rimedio);
+    } else if (!difetti.empty()) {
+      referto.Avviso(nome, difetti, rimedio);
+    } else if (quanti == 0) {
+      referto.Saltato(nome, "nessuno da elencare");
+    } else {
+      referto.Ok(nome, std::to_string(quanti) + (quanti == 1 ? " leggibile" : " leggibili"));
+    }
+  }
 }
 
 }  // namespace orve::app

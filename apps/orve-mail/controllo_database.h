@@ -17,6 +17,8 @@ namespace orve::app {
 struct ImpostazioniLette {
   std::optional<kvEnum_ServizioMail> canale;
   std::string cartella;  // as configured; empty: the system's
+  /// Messages may open the compose window without being asked to.
+  bool conFinestra = false;
 };
 
 /// A sender account and its server, with the values that the library takes where a column is empty.
@@ -48,5 +50,11 @@ bool ControllaDitta(host::Connection& connessione, const std::string& ditta, Ref
 [[nodiscard]] std::vector<AccountLetto> ControllaAccount(host::Connection& connessione, std::int32_t utente,
                                                          const std::string& ditta, bool serveOrdinario,
                                                          Referto& referto);
+
+/// The accounts that the two windows offer the user, ordinary and certified. The windows read columns that a
+/// send without one does not need, and one account that they cannot read keeps them from opening: an error
+/// when `conFinestra`, else a warning.
+void ControllaAccountDelleFinestre(host::Connection& connessione, std::int32_t utente,
+                                   const std::string& ditta, bool conFinestra, Referto& referto);
 
 }  // namespace orve::app

@@ -91,6 +91,8 @@ TEST_F(Controlla, AnInstallationInOrderHasALineForEachCheckAndStatusZero) {
                                        std::string("impostazioni"),
                                        std::string("account dell'utente"),
                                        std::string("account PEC dell'utente"),
+                                       std::string("account nelle finestre"),
+                                       std::string("account PEC nelle finestre"),
                                        Di("nome del server"),
                                        Di("connessione"),
                                        Di("TLS"),
@@ -130,6 +132,45 @@ TEST_F(Controlla, AServerNameThatNobodyKnowsStopsThere) {
   EXPECT_EQ(esecuzione.stato, 1) << esecuzione;
   EXPECT_THAT(Riga(esecuzione, Di("nome del server")), StartsWith("[ERRORE]")) << esecuzione;
   EXPECT_THAT(Riga(esecuzione, Di("connessione")), StartsWith("[saltato]"));
+}
+
+TEST_F(Controlla, AnAccountThatKeepsTheWindowsFromOpeningIsToldByItsColumns) {
+  UnSoloAccount();
+  ImpostaServerSemplice(1);
+  struct Caso {
+    const char* guasto;
+    const char* voluto;
+  };
+  for (const Caso& caso :
+       {Caso{"UPDATE FW98_MAILACCOUNT SET FW98_INDREADRCPT = NULL", "account 1: FW98_INDREADRCPT è vuoto"},
+        Caso{"UPDATE FW98_MAILACCOUNT SET FW98_INDREADRCPT = 1, FW98_INDDELIVERYSTATUS = 'x'",
+             "account 1: FW98_INDDELIVERYSTATUS non è un numero"},
+        Caso{"UPDATE FW98_MAILACCOUNT SET FW98_INDDELIVERYSTATUS = 70000",
+             "account 1: FW98_INDDELIVERYSTATUS è 70000, oltre i 16 bit"},
+        Caso{"UPDATE FW98_MAILACCOUNT SET FW98_INDDELIVERYSTATUS = 1, FW98_MAILADDRESS = NULL",
+             "account 1: FW98_MAILADDRESS è vuoto"},
+        Caso{"UPDATE FW23_FAXER SET FW23_PORT = NULL, FW23_INDAUTH = NULL, FW23_SSL = NULL",
+             "account 1: FW98_MAILADDRESS è vuoto, FW23_PORT è vuoto, FW23_INDAUTH è vuoto"}}) {
+    Sql(caso.guasto);
+    Sql("UPDATE FW24_FAXCONFIG SET FW24_INDMODALITA = 2 WHERE FW24_CODICE = 'MAIL'");
+    const Esecuzione esecuzione = Controllo();
+    EXPECT_EQ(esecuzione.stato, 1);
+    EXPECT_THAT(Riga(esecuzione, "account nelle finestre"),
+                AllOf(StartsWith("[ERRORE]"), HasSubstr(caso.voluto)))
+        << esecuzione;
+    Sql("UPDATE FW24_FAXCONFIG SET FW24_INDMODALITA = 1 WHERE FW24_CODICE = 'MAIL'");
+    EXPECT_THAT(Riga(Controllo(), "account nelle finestre"),
+                AllOf(StartsWith("[avviso]"), HasSubstr(caso.voluto)));
+  }
+}
+
+TEST_F(Controlla, AnAccountNumberTooLargeForTheWindowsIsTold) {
+  UnSoloAccount();
+  ImpostaServerSemplice(1);
+  Sql("UPDATE FW98_MAILACCOUNT SET FW98_IDACCOUNT = 40000 WHERE FW98_IDACCOUNT = 1");
+  Sql("UPDATE FW99_MAILUSERACCOUNT SET FW99_IDACCOUNT_FW98 = 40000");
+  EXPECT_THAT(Riga(Controllo(), "account nelle finestre"),
+              AllOf(StartsWith("[avviso]"), HasSubstr("FW98_IDACCOUNT è 40000, oltre i 16 bit")));
 }
 
 TEST_F(Controlla, AnAccountWithoutAServerIsTold) {
