@@ -72,6 +72,15 @@ std::string MotivoNonPartito(const Resoconto& resoconto) {
                                  : "l'invio è stato interrotto da un errore";
 }
 
+std::string MotivoFallito(const Resoconto& resoconto) {
+  if (resoconto.corpoRichiesto) {
+    return "il canale Simple MAPI non invia messaggi senza corpo. Scrivere un corpo, o impostarne uno per "
+           "tutti "
+           "i messaggi";
+  }
+  return PrimoMotivo(resoconto, "errore di invio");
+}
+
 bool Fallito(const Resoconto& resoconto) {
   if (!resoconto.daSola) return resoconto.stato == kvErroreInvioMail;
   return resoconto.note.consegne > 0 || !Motivi(resoconto.note).empty();
@@ -103,7 +112,7 @@ std::string Spiega(const Resoconto& resoconto, Uscita uscita) {
     case Uscita::kConRiserva:
       return "Messaggio inviato, ma non tutto è andato a buon fine.";
     case Uscita::kInvioFallito:
-      return "Messaggio non inviato: " + RigaSicura(PrimoMotivo(resoconto, "errore di invio"));
+      return "Messaggio non inviato: " + RigaSicura(MotivoFallito(resoconto));
     case Uscita::kRifiutato:
       return "Invio rifiutato: " + RigaSicura(PrimoMotivo(resoconto, "nessun motivo"));
     case Uscita::kAnnullato:

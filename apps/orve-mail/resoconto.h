@@ -18,6 +18,8 @@ struct Resoconto {
   std::string mittente;  // empty: no account was found
   bool daSola = false;   // a call past the send procedure: it refuses nothing and leaves Stato as it was
   std::string errore;    // that the library kept for its caller instead of showing it
+  /// The channel takes no message without a body, and this one had none.
+  bool corpoRichiesto = false;
 };
 
 /// The status that the observations allow. A status "sent" needs both the library's word and a delivery that

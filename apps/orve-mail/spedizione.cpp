@@ -105,6 +105,9 @@ class Spedizione {
     Resoconto resoconto{
         *note_, servizio_.Stato(), servizio_.Descrizione().Joined(), servizio_.vSenderAddress, daSola_, {},
         false};
+    resoconto.corpoRichiesto = servizio_.SrvMailInstallato == kvSimpleMAPI && SenzaCorpo() &&
+                               servizio_.Stato() == kvErroreInvioMail && note_->consegne == 0 &&
+                               !note_->MapiNonDisponibile();
     if (!servizio_.errNumber.empty()) resoconto.errore = servizio_.errNumber + " " + servizio_.errDescription;
     return resoconto;
   }
@@ -114,6 +117,13 @@ class Spedizione {
   [[nodiscard]] bool ApreLaFinestra() const {
     return richiesta_.codice && servizio_.ModalitaInvio() == kvManuale &&
            servizio_.SrvMailInstallato != kvNoMail;
+  }
+
+  // The body of a send by code that gives none comes from the settings, and reaches the field only on
+  // delivery.
+  [[nodiscard]] bool SenzaCorpo() const {
+    const bool delleImpostazioni = richiesta_.codice && !richiesta_.corpo && note_->finestreMostrate == 0;
+    return !delleImpostazioni && servizio_.vCorpoMail.empty();
   }
 
   void InizializzaRegistro() {

@@ -18,6 +18,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::SizeIs;
+using ::testing::StartsWith;
 using Riga = std::vector<std::string>;
 
 constexpr int kSimpleMapi = 0;
@@ -95,6 +96,21 @@ TEST_F(InvioMapi, TheControlsDeliverAndAreRecorded) {
                           Riga{"0", "0", "Simple Mapi:", "<anna@x.example>", ""},
                           Riga{"0", "0", "Simple Mapi:", "Segreta<segreta@x.example>", ""}));
   EXPECT_THAT(CodiciEventi(), ElementsAre("89", "89", "89"));
+}
+
+TEST_F(InvioMapi, WithoutABodyTheControlsSendNothingAndThePersonLearnsWhatToDo) {
+  const support::SmtpServer server;
+  ImpostaCanale(kSimpleMapi);
+  const Esecuzione esecuzione =
+      Invia({"--sendmail", Msmtp(server), "--a", "anna@x.example", "--oggetto", "Vuoto"});
+  EXPECT_EQ(esecuzione.stato, 1) << esecuzione;
+  EXPECT_THAT(
+      esecuzione.errori,
+      StartsWith("Messaggio non inviato: il canale Simple MAPI non invia messaggi senza corpo. Scrivere un "
+                 "corpo, o impostarne uno per tutti i messaggi\n"));
+  EXPECT_EQ(server.Count(), 0U);
+  ImpostaCanale(kMapi32);
+  EXPECT_EQ(Invia({"--sendmail", Msmtp(server), "--a", "anna@x.example", "--oggetto", "Vuoto"}).stato, 0);
 }
 
 TEST_F(InvioMapi, TheLibraryDeliversTellsThePersonAndIsRecorded) {
