@@ -15,6 +15,7 @@
 
 #include "mime/address_list.h"
 #include "smtp/failure.h"
+#include "smtp/hello.h"
 #include "text/text.h"
 
 namespace orve::adapters::smtp {
@@ -59,13 +60,6 @@ std::string LoginOptions(const std::vector<AuthMechanism>& mechanisms) {
   return options;
 }
 
-bool IsAddressLiteralOrName(std::string_view name) {
-  return !name.empty() && std::all_of(name.begin(), name.end(), [](char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-           std::string_view("-._:[]%").find(c) != std::string_view::npos;
-  });
-}
-
 /// The host as it stands in a URL; none when nothing of that name can be looked up.
 std::optional<std::string> UrlHost(std::string_view host) {
   const std::optional<std::string> ascii = mime::AsciiDomain(text::Trim(host));
@@ -74,23 +68,12 @@ std::optional<std::string> UrlHost(std::string_view host) {
   return bareIpv6 ? '[' + *ascii + ']' : *ascii;
 }
 
-std::string HelloName(const std::string& wanted) {
-  std::string name = mime::AsciiDomain(wanted).value_or("");
-  if (IsAddressLiteralOrName(name)) return name;
-  std::array<char, 256> machine{};
-  if (::gethostname(machine.data(), machine.size() - 1) == 0) {
-    const std::string_view found(machine.data());
-    if (found.find('.') != std::string_view::npos && IsAddressLiteralOrName(found)) return std::string(found);
-  }
-  // A name without a domain is refused by many servers; a literal is always in order.
-  return "[127.0.0.1]";
-}
-
 int MillisecondsUntil(Clock::time_point deadline) {
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
   return static_cast<int>(std::clamp<long long>(left, 0, 3'600'000));
 }
 
+constexpr const char* kLoopback = "[127.0.0.1]";
 constexpr const char* kPeerClosed = "il server ha chiuso la connessione";
 
 }  // namespace
@@ -138,12 +121,29 @@ struct Channel::Impl {
     Set(CURLOPT_DEBUGDATA, this);
     Set(CURLOPT_SOCKOPTFUNCTION, &Impl::OnSocket);
     Set(CURLOPT_SOCKOPTDATA, this);
-    SetUrl(options);
+    SetUrl(options, HelloName(options.ehloName));
     SetEncryption(options);
     SetCredentials(options);
   }
 
-  void SetUrl(const SmtpOptions& options) {
+  /// Without a name of its own the client goes by its address, which is known when the server's is.
+  void FindOwnAddress(const SmtpOptions& options) {
+    if (HelloName(options.ehloName)) return;
+    const Clock::time_point start = Clock::now();
+    std::optional<std::string> own;
+    Set(CURLOPT_VERBOSE, 0L);
+    Set(CURLOPT_OPENSOCKETFUNCTION, &Impl::OnAddress);
+    Set(CURLOPT_OPENSOCKETDATA, &own);
+    const CURLcode result = curl_easy_perform(handle.get());
+    if (result != CURLE_COULDNT_CONNECT) Fail(result);
+    Set(CURLOPT_OPENSOCKETFUNCTION, static_cast<curl_opensocket_callback>(nullptr));
+    Set(CURLOPT_VERBOSE, 1L);
+    const auto spent = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
+    Set(CURLOPT_CONNECTTIMEOUT_MS, std::max(options.connectTimeout - spent, std::chrono::milliseconds(1)));
+    SetUrl(options, own);
+  }
+
+  void SetUrl(const SmtpOptions& options, const std::optional<std::string>& hello) {
     if (target.port == 0) throw DeliveryFailure(ErrorNumber::kConnection, "nessuna porta indicata");
     const std::optional<std::string> host = UrlHost(target.host);
     if (!host) throw DeliveryFailure(ErrorNumber::kDns, "nome del server non valido");
@@ -151,7 +151,7 @@ struct Channel::Impl {
     const bool tlsFirst =
         target.encrypted && std::find(implicit.begin(), implicit.end(), target.port) != implicit.end();
     const Url url(curl_url());
-    const std::string path = '/' + HelloName(options.ehloName);
+    const std::string path = '/' + hello.value_or(kLoopback);
     const bool set =
         url != nullptr &&
         curl_url_set(url.get(), CURLUPART_SCHEME, tlsFirst ? "smtps" : "smtp", 0) == CURLUE_OK &&
@@ -195,6 +195,17 @@ struct Channel::Impl {
     Set(CURLOPT_LOGIN_OPTIONS, LoginOptions(mechanisms).c_str());
     Set(CURLOPT_USERNAME, target.user.c_str());
     Set(token ? CURLOPT_XOAUTH2_BEARER : CURLOPT_PASSWORD, target.password.c_str());
+  }
+
+  // The addresses are looked up and none is connected to.
+  static curl_socket_t OnAddress(void* own, curlsocktype /*purpose*/, curl_sockaddr* server) noexcept {
+    auto& found = *static_cast<std::optional<std::string>*>(own);
+    try {
+      if (!found) found = OwnAddressTowards(server->addr, static_cast<socklen_t>(server->addrlen));
+    } catch (...) {
+      found.reset();
+    }
+    return CURL_SOCKET_BAD;
   }
 
   static int OnSocket(void* self, curl_socket_t socket, curlsocktype /*purpose*/) {
@@ -273,6 +284,19 @@ struct Channel::Impl {
     return ErrorNumber::kConnection;
   }
 
+  /// Ends the attempt to connect.
+  [[noreturn]] void Fail(CURLcode result) {
+    const ErrorNumber number = NumberOf(result);
+    const std::string text = errorText[0] != '\0' ? errorText.data() : curl_easy_strerror(result);
+    Drop();
+    throw DeliveryFailure(number, text);
+  }
+
+  void Drop() noexcept {
+    handle.reset();
+    socket = CURL_SOCKET_BAD;
+  }
+
   /// Waits for one of `events`; false when the deadline passes.
   [[nodiscard]] bool Wait(short events, Clock::time_point deadline) const {
     pollfd entry{socket, events, 0};
@@ -308,16 +332,11 @@ const Target& Channel::Server() const {
 void Channel::Connect(const SmtpOptions& options) {
   RequireCurl();
   impl_->Prepare(options);
+  impl_->FindOwnAddress(options);
   CURLcode result = curl_easy_perform(impl_->handle.get());
   if (result == CURLE_OK)
     result = curl_easy_getinfo(impl_->handle.get(), CURLINFO_ACTIVESOCKET, &impl_->socket);
-  if (result != CURLE_OK) {
-    const ErrorNumber number = impl_->NumberOf(result);
-    const std::string text =
-        impl_->errorText[0] != '\0' ? impl_->errorText.data() : curl_easy_strerror(result);
-    Drop();
-    throw DeliveryFailure(number, text);
-  }
+  if (result != CURLE_OK) impl_->Fail(result);
   // What follows is traced by the session; libcurl would only talk of its own insides.
   impl_->Set(CURLOPT_VERBOSE, 0L);
 }
@@ -366,8 +385,7 @@ bool Channel::PeerSpoke() {
 }
 
 void Channel::Drop() noexcept {
-  impl_->handle.reset();
-  impl_->socket = CURL_SOCKET_BAD;
+  impl_->Drop();
 }
 
 }  // namespace orve::adapters::smtp

@@ -32,7 +32,8 @@ struct SmtpOptions {
   /// STARTTLS is required then.
   std::vector<std::uint16_t> implicitTlsPorts{465};
 
-  /// Name for EHLO; empty: the machine's when it is a full one, else an address literal.
+  /// Name for EHLO; empty: the machine's when it is a full one, else the literal of the address
+  /// from which it reaches the server.
   std::string ehloName;
 
   /// Mechanisms that may be used; the strongest of those that the server offers is. With kXoauth2 in the list

@@ -12,6 +12,7 @@
 #include "orve-mail/messaggio.h"
 #include "orve-mail/numeri.h"
 #include "orve-mail/riga_di_comando.h"
+#include "smtp/hello.h"
 
 namespace orve::app {
 
@@ -50,6 +51,8 @@ adapters::smtp::SmtpOptions OpzioniSmtp(const CLI::App& comando, const OpzioniIn
     smtp.finalReplyTimeout = smtp.replyTimeout;
     smtp.stallTimeout = smtp.replyTimeout;
   }
+  smtp.ehloName = opzioni.nomeEhlo;
+  smtp.implicitTlsPorts.insert(smtp.implicitTlsPorts.end(), opzioni.porteTls.begin(), opzioni.porteTls.end());
   smtp.trace = Dialogo(opzioni.dialogo, errori);
   return smtp;
 }
@@ -57,6 +60,12 @@ adapters::smtp::SmtpOptions OpzioniSmtp(const CLI::App& comando, const OpzioniIn
 adapters::mapi::MapiOptions OpzioniMapi(const CLI::App& comando, const OpzioniInvio& opzioni) {
   adapters::mapi::MapiOptions mapi;
   if (Indicata(comando, "--sendmail")) mapi.sendmail = opzioni.sendmail;
+  if (Indicata(comando, "--sendmail-mittente")) {
+    RichiediUtf8(opzioni.mittenteSendmail, "--sendmail-mittente");
+    const VoceDestinatario mittente = LeggiDestinatario(opzioni.mittenteSendmail);
+    mapi.senderAddress = mittente.indirizzo;
+    mapi.senderName = mittente.nome;
+  }
   if (Indicata(comando, "--attesa-risposta")) mapi.timeout = Millisecondi(opzioni.attesaRisposta);
   return mapi;
 }
@@ -134,6 +143,21 @@ void AggiungiRete(CLI::App& comando, OpzioniInvio& opzioni) {
   };
   rete("--ca", opzioni.ca, "Certificati delle autorità di cui fidarsi al posto di quelle del sistema",
        "FILE");
+  const CLI::Validator nomeDiMacchina(
+      [](std::string& testo) {
+        const bool nome = adapters::smtp::IsAddressLiteralOrName(testo);
+        return nome ? std::string() : "«" + testo + "» non è il nome di una macchina né un [indirizzo]";
+      },
+      "");
+  rete("--ehlo", opzioni.nomeEhlo,
+       "Nome con cui presentarsi ai server (se manca: quello completo della macchina, altrimenti il suo "
+       "indirizzo)",
+       "NOME")
+      ->check(nomeDiMacchina);
+  rete("--porta-tls", opzioni.porteTls,
+       "Porta su cui TLS comincia subito, oltre alla 465 (ripetibile); vale per gli account cifrati", "PORTA")
+      ->allow_extra_args(false)
+      ->check(CLI::Range(1, 65535));
   const CLI::Validator secondi(
       [](std::string& testo) {
         constexpr double kMinimo = 0.001;
@@ -149,6 +173,8 @@ void AggiungiRete(CLI::App& comando, OpzioniInvio& opzioni) {
       ->check(secondi);
   rete("--sendmail", opzioni.sendmail,
        "Comando a cui i canali MAPI affidano il messaggio (se manca: /usr/sbin/sendmail)", "PERCORSO");
+  rete("--sendmail-mittente", opzioni.mittenteSendmail,
+       "Mittente dei canali MAPI, «Nome <indirizzo>» (se manca: quello del sistema di posta)", "MITTENTE");
   rete("--dialogo", opzioni.dialogo,
        "Scrive il dialogo con il server, senza password; - per lo standard error", "FILE");
   AggiungiDirectory(comando, opzioni.directory);

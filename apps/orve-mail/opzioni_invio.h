@@ -5,6 +5,7 @@
 // who receives and in which mode it fills in by itself.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,9 @@ struct OpzioniInvio {
   std::string ca;
   std::string dialogo;
   std::string sendmail;
+  std::string mittenteSendmail;
+  std::string nomeEhlo;
+  std::vector<std::uint16_t> porteTls;
   OpzioniDirectory directory;
   double attesaConnessione = 0;
   double attesaRisposta = 0;
@@ -40,8 +44,8 @@ void AggiungiMessaggio(CLI::App& comando, OpzioniInvio& opzioni);
 void AggiungiData(CLI::App& comando, OpzioniInvio& opzioni);
 /// The database with its key, the company and the user.
 void AggiungiContesto(CLI::App& comando, OpzioniInvio& opzioni);
-/// Certificates, time limits, the sendmail command, where the dialogue with the server goes, and the
-/// company's directory.
+/// Certificates, the name in EHLO, ports of implicit TLS, time limits, the sendmail command with its sender,
+/// where the dialogue with the server goes, and the company's directory.
 void AggiungiRete(CLI::App& comando, OpzioniInvio& opzioni);
 
 /// The request, without recipients and mode; an option that the command does not have counts as not given.

@@ -273,6 +273,23 @@ TEST_F(Invio, TheAccountsWishesReachTheMessage) {
   EXPECT_THAT(messaggio.recipientOptions.at(0), HasSubstr("NOTIFY="));
 }
 
+TEST_F(Invio, TheNameInEhloAndAPortOfImplicitTlsMayBeGiven) {
+  support::SmtpServerOptions opzioni;
+  opzioni.user = "fatture@arvenia.example";
+  opzioni.password = adapters::sqlite::PasswordDiProva(1);
+  opzioni.tls = "implicit";
+  auto& server = AvviaServer(1, opzioni);
+  const std::string dialogo = File("dialogo.txt");
+  const Esecuzione esecuzione =
+      Invia({"--cliente", "1001", "--oggetto", "Prova", "--corpo", "x", "--ehlo", "posta.azienda.example",
+             "--porta-tls", std::to_string(server.Port()), "--dialogo", dialogo});
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
+  EXPECT_EQ(server.Count(), 1U);
+  EXPECT_THAT(support::ReadFile(dialogo), HasSubstr("C: EHLO posta.azienda.example"));
+  EXPECT_EQ(Invia({"--cliente", "1001", "--corpo", "x", "--ehlo", "due parole"}).stato, 2);
+  EXPECT_EQ(Invia({"--cliente", "1001", "--corpo", "x", "--porta-tls", "0"}).stato, 2);
+}
+
 TEST_F(Invio, DocumentDataTravelToTheRegister) {
   AvviaServerOrdinario();
   const Esecuzione esecuzione =

@@ -113,6 +113,21 @@ TEST_F(InvioMapi, WithoutABodyTheControlsSendNothingAndThePersonLearnsWhatToDo) 
   EXPECT_EQ(Invia({"--sendmail", Msmtp(server), "--a", "anna@x.example", "--oggetto", "Vuoto"}).stato, 0);
 }
 
+TEST_F(InvioMapi, TheSenderMayBeNamed) {
+  const support::SmtpServer server;
+  for (const int canale : {kSimpleMapi, kMapi32}) {
+    ImpostaCanale(canale);
+    EXPECT_EQ(Invia({"--sendmail", Msmtp(server), "--sendmail-mittente",
+                     "Ufficio Città <ufficio@azienda.example>", "--a", "anna@x.example", "--corpo", "Ciao"})
+                  .stato,
+              0);
+  }
+  ASSERT_THAT(server.Messages(), SizeIs(2));
+  for (const auto& messaggio : server.Messages()) {
+    EXPECT_THAT(messaggio.from, ElementsAre(support::Mailbox{"Ufficio Città", "ufficio@azienda.example"}));
+  }
+}
+
 TEST_F(InvioMapi, TheLibraryDeliversTellsThePersonAndIsRecorded) {
   const support::SmtpServer server;
   ImpostaCanale(kMapi32);

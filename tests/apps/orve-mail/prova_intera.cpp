@@ -117,8 +117,8 @@ Esecuzione ProvaIntera::Invia(std::vector<std::string> argomenti) const {
 }
 
 support::SmtpServer& ProvaIntera::AvviaServer(int idServer, support::SmtpServerOptions opzioni) {
-  opzioni.tls = "starttls";
-  opzioni.requireTls = true;
+  if (opzioni.tls != "implicit") opzioni.tls = "starttls";
+  opzioni.requireTls = opzioni.tls == "starttls";
   opzioni.requireAuth = true;
   opzioni.auth = {"PLAIN", "LOGIN"};
   opzioni.certificate = CertificatiDiProva().server.certificate;

@@ -1,0 +1,119 @@
+// What the client calls itself.
+#include "smtp/hello.h"
+
+#include <gtest/gtest.h>
+#include <ifaddrs.h>
+#include <net/if.h>
+#include <netdb.h>
+#include <netinet/in.h>
+#include <unistd.h>
+
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <thread>
+
+#include "smtp/smtp_component.h"
+
+namespace orve::adapters::smtp {
+namespace {
+
+// The text of an address, as the system writes it.
+std::string Written(const sockaddr& address, socklen_t size) {
+  std::array<char, NI_MAXHOST> text{};
+  EXPECT_EQ(::getnameinfo(&address, size, text.data(), text.size(), nullptr, 0, NI_NUMERICHOST), 0);
+  return text.data();
+}
+
+// Greets the first to connect over IPv6, takes a line and hangs up.
+class GreeterOverIpv6 {
+ public:
+  GreeterOverIpv6() : listener_(::socket(AF_INET6, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    sockaddr_in6 address{};
+    address.sin6_family = AF_INET6;
+    address.sin6_addr = in6addr_loopback;
+    void* const place = &address;
+    auto* const generic = static_cast<sockaddr*>(place);
+    socklen_t size = sizeof address;
+    ready_ = ::bind(listener_, generic, size) == 0 && ::listen(listener_, 1) == 0 &&
+             ::getsockname(listener_, generic, &size) == 0;
+    port_ = static_cast<std::int16_t>(ntohs(address.sin6_port));
+    if (ready_) thread_ = std::thread([this] { Serve(); });
+  }
+  GreeterOverIpv6(const GreeterOverIpv6&) = delete;
+  GreeterOverIpv6& operator=(const GreeterOverIpv6&) = delete;
+  GreeterOverIpv6(GreeterOverIpv6&&) = delete;
+  GreeterOverIpv6& operator=(GreeterOverIpv6&&) = delete;
+  ~GreeterOverIpv6() {
+    ::shutdown(listener_, SHUT_RDWR);
+    if (thread_.joinable()) thread_.join();
+    ::close(listener_);
+  }
+
+  [[nodiscard]] bool Ready() const { return ready_; }
+  [[nodiscard]] std::int16_t Port() const { return port_; }
+  [[nodiscard]] std::string Line() {
+    thread_.join();
+    return line_;
+  }
+
+ private:
+  void Serve() {
+    const int peer = ::accept(listener_, nullptr, nullptr);
+    if (peer < 0) return;
+    constexpr std::string_view kGreeting = "220 pronto\r\n";
+    if (::write(peer, kGreeting.data(), kGreeting.size()) > 0) {
+      char letter = 0;
+      while (::read(peer, &letter, 1) == 1 && letter != '\r') line_ += letter;
+    }
+    ::close(peer);
+  }
+
+  int listener_;
+  bool ready_ = false;
+  std::int16_t port_ = 0;
+  std::string line_;
+  std::thread thread_;
+};
+
+}  // namespace
+
+TEST(Hello, WithoutAFullNameTheClientGoesByTheAddressThatTheServerSees) {
+  GreeterOverIpv6 server;
+  if (!server.Ready()) GTEST_SKIP() << "no IPv6 on this machine";
+  SmtpComponent component{SmtpOptions{}};
+  component.ServerAddr("::1");
+  component.ServerPort(server.Port());
+  component.FromAddr("<ditta@rossi.it>");
+  std::string recipients = " <mario@bianchi.it>";
+  component.AddRecipientEx(recipients, 0);
+  static_cast<void>(component.SendMail());
+  EXPECT_EQ(server.Line(), "EHLO " + HelloName("").value_or("[IPv6:::1]"));
+}
+
+TEST(Hello, ANameThatWasGivenIsTaken) {
+  EXPECT_EQ(HelloName("posta.azienda.example"), "posta.azienda.example");
+  EXPECT_EQ(HelloName("[192.0.2.7]"), "[192.0.2.7]");
+  EXPECT_EQ(HelloName("città.example"), "xn--citt-3na.example");
+}
+
+TEST(Hello, AnAddressOfThisMachineIsReachedFromItself) {
+  ifaddrs* all = nullptr;
+  ASSERT_EQ(::getifaddrs(&all), 0);
+  const std::unique_ptr<ifaddrs, void (*)(ifaddrs*)> owned(all, ::freeifaddrs);
+  int looked = 0;
+  for (const ifaddrs* one = all; one != nullptr; one = one->ifa_next) {
+    if (one->ifa_addr == nullptr || (one->ifa_flags & IFF_UP) == 0) continue;
+    const bool six = one->ifa_addr->sa_family == AF_INET6;
+    if (!six && one->ifa_addr->sa_family != AF_INET) continue;
+    const socklen_t size = six ? sizeof(sockaddr_in6) : sizeof(sockaddr_in);
+    const std::string written = Written(*one->ifa_addr, size);
+    if (written.find('%') != std::string::npos) continue;  // of one link only
+    EXPECT_EQ(OwnAddressTowards(*one->ifa_addr, size), (six ? "[IPv6:" : "[") + written + "]");
+    ++looked;
+  }
+  EXPECT_GT(looked, 0);
+}
+
+}  // namespace orve::adapters::smtp
