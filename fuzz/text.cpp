@@ -70,7 +70,7 @@ void CheckTrim(std::string_view all) {
 
 void CheckCase(std::string_view all) {
   const std::string folded = text::FoldCase(all);
-  Require(folded.size() == all.size(), "folding keeps the length");
+  Require(text::Length(folded) == text::Length(all), "folding keeps the characters");
   RequireSame(text::FoldCase(folded), folded, "folding twice folds once");
   Require(text::EqualsIgnoreCase(all, folded), "a text equals its folded form");
 }

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <utility>
 
+#include "text/case_folding.h"
+
 namespace orve::text {
 
 namespace {
@@ -39,7 +41,31 @@ Character Front(std::string_view testo) {
     if (!IsContinuation(testo[i])) return {0xFFFD, 1};
     code = (code << 6U) | (static_cast<unsigned char>(testo[i]) & 0x3FU);
   }
+  constexpr std::array<char32_t, 5> kLeast = {0, 0, 0x80, 0x800, 0x10000};
+  const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
+  if (code < kLeast.at(size) || code > 0x10FFFF || surrogate) return {0xFFFD, 1};
   return {code, size};
+}
+
+void Append(std::string& testo, char32_t code) {
+  const auto continuation = [&](unsigned bits) {
+    testo.push_back(static_cast<char>(0x80U | ((code >> bits) & 0x3FU)));
+  };
+  if (code < 0x80) {
+    testo.push_back(static_cast<char>(code));
+  } else if (code < 0x800) {
+    testo.push_back(static_cast<char>(0xC0U | (code >> 6U)));
+    continuation(0);
+  } else if (code < 0x10000) {
+    testo.push_back(static_cast<char>(0xE0U | (code >> 12U)));
+    continuation(6);
+    continuation(0);
+  } else {
+    testo.push_back(static_cast<char>(0xF0U | (code >> 18U)));
+    continuation(12);
+    continuation(6);
+    continuation(0);
+  }
 }
 
 // The byte offset behind `count` characters.
@@ -179,14 +205,10 @@ std::string FoldCase(std::string_view testo) {
   folded.reserve(testo.size());
   while (!testo.empty()) {
     const auto [code, size] = Front(testo);
-    const bool upperLatin1 = code >= 0xC0 && code <= 0xDE && code != 0xD7;
     if (size == 1) {
-      folded.push_back(LowerAscii(testo.front()));
-    } else if (upperLatin1) {
-      folded.push_back(testo[0]);
-      folded.push_back(static_cast<char>(testo[1] + 0x20));
+      folded.push_back(LowerAscii(testo.front()));  // a byte that is no text stays as it is
     } else {
-      folded.append(testo.substr(0, size));
+      Append(folded, FoldedCase(code));
     }
     testo.remove_prefix(size);
   }
@@ -225,16 +247,7 @@ std::string FromWindows1252(std::string_view byte) {
     if (numero >= 0x80 && numero < 0xA0 && kCodePage1252[numero - 0x80] != 0) {
       code = kCodePage1252[numero - 0x80];
     }
-    if (code < 0x80) {
-      testo.push_back(c);
-    } else if (code < 0x800) {
-      testo.push_back(static_cast<char>(0xC0 | (code >> 6U)));
-      testo.push_back(static_cast<char>(0x80 | (code & 0x3FU)));
-    } else {
-      testo.push_back(static_cast<char>(0xE0 | (code >> 12U)));
-      testo.push_back(static_cast<char>(0x80 | ((code >> 6U) & 0x3FU)));
-      testo.push_back(static_cast<char>(0x80 | (code & 0x3FU)));
-    }
+    Append(testo, code);
   }
   return testo;
 }

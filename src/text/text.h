@@ -35,7 +35,8 @@ inline constexpr std::size_t kToEnd = static_cast<std::size_t>(-1);
 /// The same, comparing ASCII letters without case. A text that holds no `from` comes back without a copy.
 [[nodiscard]] std::string ReplaceIgnoreCase(std::string testo, std::string_view from, std::string_view to);
 
-/// A form in which texts that differ only in case are equal; covers ASCII and the Western European letters.
+/// A form in which texts that differ only in case are equal, in every alphabet. It has as many characters as
+/// the text, but not always as many bytes.
 [[nodiscard]] std::string FoldCase(std::string_view testo);
 [[nodiscard]] bool EqualsIgnoreCase(std::string_view a, std::string_view b);
 

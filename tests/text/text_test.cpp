@@ -24,8 +24,12 @@ TEST(Text, EveryByteThatIsNoUtf8IsOneCharacter) {
   EXPECT_EQ(Length("a\xC3"), 2U);  // a lead byte at the end
   EXPECT_EQ(Length("\xE2\x82"
                    "b"),
-            3U);                      // a sequence cut short
-  EXPECT_EQ(Length("\xC0\xAF"), 2U);  // an overlong form
+            3U);                              // a sequence cut short
+  EXPECT_EQ(Length("\xC0\xAF"), 2U);          // overlong forms
+  EXPECT_EQ(Length("\xE0\x81\x81"), 3U);      //
+  EXPECT_EQ(Length("\xF0\x80\x81\x81"), 4U);  //
+  EXPECT_EQ(Length("\xED\xA0\x80"), 3U);      // half of a pair
+  EXPECT_EQ(Length("\xF4\x90\x80\x80"), 4U);  // behind the last character
 }
 
 TEST(Text, LeftAndMidCutBetweenCharacters) {
@@ -90,11 +94,59 @@ TEST(Text, ReplaceIgnoreCaseFindsEveryCaseOfTheLetters) {
   EXPECT_EQ(ReplaceIgnoreCase("x***(Nome)***y", "***(Nome)***", ""), "xy");
 }
 
-TEST(Text, FoldCaseCoversTheWesternLetters) {
-  EXPECT_TRUE(EqualsIgnoreCase("CITTÀ", "città"));
-  EXPECT_TRUE(EqualsIgnoreCase("Conto", "CONTO"));
-  EXPECT_FALSE(EqualsIgnoreCase("×", "÷"));
-  EXPECT_FALSE(EqualsIgnoreCase("a", "b"));
+TEST(Text, CaseIsToldFromLettersInEveryAlphabet) {
+  struct Caso {
+    const char* a;
+    const char* b;
+    bool wantEqual;
+  };
+  const std::vector<Caso> casi = {
+      {"Conto", "CONTO", true},
+      {"CITTÀ", "città", true},
+      {"Ÿ", "ÿ", true},
+      {"ŠKODA, Œuvre, ŽIŽEK", "škoda, œuvre, žižek", true},
+      {"Đ, Ł, Ń, Ğ", "đ, ł, ń, ğ", true},
+      {"ΩΜΈΓΑ", "ωμέγα", true},
+      {"ΟΔΟΣ", "οδος", true},  // the small sigma has a form of its own at the end of a word
+      {"ΟΔΟΣ", "οδοσ", true},
+      {"ЖЁЛТЫЙ", "жёлтый", true},
+      {"ՀԱՅ", "հայ", true},
+      {"Ꭰ", "ꭰ", true},  // folded to the capital
+      {"Ⅻ", "ⅻ", true},
+      {"ＡＢＣ", "ａｂｃ", true},
+      {"𐐀", "𐐨", true},             // four bytes
+      {"Ⱥ", "ⱥ", true},             // two bytes and three
+      {"K", "\xE2\x84\xAA", true},  // one byte and three: the sign of the kelvin
+      {"ẞ", "ß", true},             // three bytes and two
+      {"a", "b", false},
+      {"×", "÷", false},  // where letters would be a pair
+      {"à", "a", false},  // an accent is no matter of case
+      {"Š", "s", false},
+      {"ß", "ss", false},  // nor is a second letter
+      {"ﬁ", "fi", false},
+      {"İ", "i", false},  // the Turkish letters are others than i
+      {"ı", "I", false},
+      {"ª", "º", false},  // letters without another case
+      {"ĸ", "Ĺ", false},
+      {"あ", "ア", false},
+      {"א", "ב", false},
+      {"\xC3", "\xE3", false},  // bytes that are no text
+      {"\xE0\x81\x81", "a", false},
+  };
+  for (const auto& [a, b, wantEqual] : casi) {
+    EXPECT_EQ(EqualsIgnoreCase(a, b), wantEqual) << a << " / " << b;
+    EXPECT_EQ(EqualsIgnoreCase(b, a), wantEqual) << b << " / " << a;
+  }
+}
+
+TEST(Text, WhatIsFoldedKeepsItsCharactersAndFoldsNoMore) {
+  for (const char* testo : {"Ⱥ\xC3K\xE2\x84\xAA\xED\xA0\x80ẞ", "😀 Š\xFF", "İı"}) {
+    const std::string piegato = FoldCase(testo);
+    EXPECT_EQ(Length(piegato), Length(testo)) << testo;
+    EXPECT_EQ(FoldCase(piegato), piegato) << testo;
+  }
+  EXPECT_EQ(FoldCase("Ⱥ"), "ⱥ");
+  EXPECT_EQ(FoldCase("\xC3K\xFF"), "\xC3k\xFF");
 }
 
 TEST(Text, CodePage1252TakesWhatItHasAndMarksTheRest) {
