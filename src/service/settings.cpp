@@ -33,12 +33,12 @@ std::string DirectoryDiSistema(host::Ambiente& ambiente, host::TipoPercorso tipo
   return percorso;
 }
 
-std::string PercorsoConfigurato(host::Ambiente& ambiente, const std::string& configurato) {
+// The path is the caller's as soon as it is read, whatever the resolver does at its end.
+void RisolviConfigurato(host::Ambiente& ambiente, const std::string& configurato, std::string& percorso) {
   const auto risolutore = ambiente.CreaRisolutorePercorsi();
   host::Richiesto(risolutore).ImpostaPercorso(configurato, true);
-  std::string percorso = risolutore->Percorso();
+  percorso = risolutore->Percorso();
   risolutore->ChiudiPercorsi();
-  return percorso;
 }
 
 }  // namespace
@@ -78,7 +78,7 @@ void CLSFW_MAILSERVER::LeggiRigaImpostazioni(const host::RecordSet& riga) {
   SrvMailInstallato = static_cast<kvEnum_ServizioMail>(Leggi(riga, "FW24_INDFAXATTIVO").ToInt32());
   ModalitaStampaDifferita = NVL(Leggi(riga, "FW24_MAILMODSTDIFF"), 0).ToInt32();
   ModalitaStandard = Leggi(riga, "FW24_INDMODALITA").ToInt32();
-  PathTemp = PercorsoConfigurato(*ambiente_, Leggi(riga, "FW24_PATHTMP").ToText());
+  RisolviConfigurato(*ambiente_, Leggi(riga, "FW24_PATHTMP").ToText(), PathTemp);
   // A configured plain SMTP channel always runs as the secure one.
   if (SrvMailInstallato == kvSMTPMail) SrvMailInstallato = kvSMTPSSLMail;
   FlagBcc = NVL(Leggi(riga, "FW24_BCC"), 0).ToBoolean();

@@ -99,6 +99,13 @@ TEST_F(Impostazioni, WithoutAConnectionTheDefaultsApplyAndAMapiSessionIsOpened) 
   EXPECT_EQ(interno.MapiSessionID(), Variant(4711));
 }
 
+TEST_F(Impostazioni, TheDirectoryIsKeptThoughTheResolverFailsAtItsEnd) {
+  Con(RigaMail());
+  journal->Fallisce("RisolutorePercorsi.ChiudiPercorsi");
+  EXPECT_EQ(ErroreDiLettura().Numero(), 1001);
+  EXPECT_EQ(servizio->tempPath(), "C:\\Invii");
+}
+
 TEST_F(Impostazioni, WithoutAMailRowTheDefaultsApplyAndTheStandingMessageIsCleared) {
   servizio->ReadReceipt = true;
   servizio->FlgMsgPers = true;
