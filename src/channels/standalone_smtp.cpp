@@ -3,12 +3,15 @@
 //
 // It is close to the SMTP channel but not the same: entries are not quoted and end in ";", a box that nobody
 // knows receives nothing, and the records show the fields of the service, not the message that left.
+//
+// Callers are told of errors by message; one that cannot be shown is no error of theirs either.
 #include <string>
 
 #include "channels/recipient_lists.h"
 #include "channels/register_lines.h"
 #include "channels/smtp_channel.h"
 #include "service/CLSFW_MAILSERVER.h"
+#include "service/ignora_errori.h"
 
 namespace orve {
 
@@ -37,7 +40,8 @@ bool CLSFW_MAILSERVER::AddDestinatario(const std::string& indMail, const std::st
     if (!vCollDestinatari) vCollDestinatari = std::make_shared<CollDestinatari>(ambiente_);
     vCollDestinatari->Add(indMail, descrDest);
   } catch (...) {
-    MostraMessaggio(host::ErroreCorrente().Descrizione(), host::kAvviso, kTitolo, nullptr);
+    IgnoraErrori(
+        [this] { MostraMessaggio(host::ErroreCorrente().Descrizione(), host::kAvviso, kTitolo, nullptr); });
   }
   return false;  // also on success: callers have never been told anything else
 }
@@ -51,13 +55,15 @@ bool CLSFW_MAILSERVER::InviaMailSMTP(std::string oggetto, std::string corpo, con
     ConsegnaDaSola(oggetto, corpo);
     return true;
   } catch (...) {
-    const host::Errore errore = host::ErroreCorrente();
-    if (silentMode) {
-      errDescription = errore.Descrizione() + " in ORVE_MAIL: InviaMailSMTP";
-      errNumber = std::to_string(errore.Numero());
-    } else {
-      MostraMessaggio(errore.Descrizione(), host::kAvviso, kTitolo, nullptr);
-    }
+    IgnoraErrori([this] {
+      const host::Errore errore = host::ErroreCorrente();
+      if (silentMode) {
+        errDescription = errore.Descrizione() + " in ORVE_MAIL: InviaMailSMTP";
+        errNumber = std::to_string(errore.Numero());
+      } else {
+        MostraMessaggio(errore.Descrizione(), host::kAvviso, kTitolo, nullptr);
+      }
+    });
     return false;
   }
 }

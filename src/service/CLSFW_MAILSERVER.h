@@ -39,7 +39,8 @@ class FRMRW_OPZMAIL;
 
 class CLSFW_MAILSERVER {
  public:
-  /// The ambiente gives the service every object that it makes by itself; it must not be absent.
+  /// The ambiente gives the service every object that it makes by itself. Raises 91 when it is absent, and
+  /// what the making of its objects raises.
   explicit CLSFW_MAILSERVER(std::shared_ptr<host::Ambiente> ambiente);
   CLSFW_MAILSERVER(const CLSFW_MAILSERVER&) = delete;
   CLSFW_MAILSERVER& operator=(const CLSFW_MAILSERVER&) = delete;
@@ -234,6 +235,8 @@ class CLSFW_MAILSERVER {
   [[nodiscard]] std::string GetPercorsoInstallazione();
 
   // --- service: send procedure
+  /// InviaMail, which reports by mode and raises only what the report raises.
+  void ConsegnaAlCanale();
   void PreparaMessaggioSimpleMAPI();
   void InviaACollezione();
   void InviaARicerca(const std::optional<host::Variant>& codice,

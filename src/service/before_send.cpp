@@ -9,6 +9,7 @@
 #include "addressing/address_list.h"
 #include "addressing/known_companies.h"
 #include "service/CLSFW_MAILSERVER.h"
+#include "service/ignora_errori.h"
 #include "service/nvl.h"
 #include "text/text.h"
 
@@ -144,7 +145,9 @@ void CLSFW_MAILSERVER::AddAllegato(const std::string& FileName) try {
     vElencoAllegati.ToArray().emplace_back(FileName);
   }
 } catch (...) {
-  MostraMessaggio(host::ErroreCorrente().Descrizione(), host::kAvviso, "ORVE_MAIL: InviaMailSMTP", nullptr);
+  IgnoraErrori([this] {
+    MostraMessaggio(host::ErroreCorrente().Descrizione(), host::kAvviso, "ORVE_MAIL: InviaMailSMTP", nullptr);
+  });
 }
 
 }  // namespace orve

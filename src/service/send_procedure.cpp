@@ -1,11 +1,15 @@
 // The entry of every normal send, and its last step. The message is refused, sent at once, or handed to the
 // person in the compose dialog; which of them depends on the route by which the recipients come and on the
 // mode.
+//
+// Nothing of a send reaches the caller as an error: what fails while a failure is told ends at the two public
+// entries. Inside, it goes on to the procedure around.
 #include <algorithm>
 #include <string>
 
 #include "content/management_events.h"
 #include "service/CLSFW_MAILSERVER.h"
+#include "service/ignora_errori.h"
 #include "text/text.h"
 
 namespace orve {
@@ -31,8 +35,10 @@ void CLSFW_MAILSERVER::AvviaProceduraInvio(const std::optional<host::Variant>& c
     InviaARicerca(codice, Tipo);
   }
 } catch (...) {
-  SegnalaPerModalita(host::ErroreCorrente(), "AvviaProceduraInvio", " ",
-                     " ORVE_MAILSERVER: CLSFW_MAILSERVER: AvviaProceduraInvio");
+  IgnoraErrori([this] {
+    SegnalaPerModalita(host::ErroreCorrente(), "AvviaProceduraInvio", " ",
+                       " ORVE_MAILSERVER: CLSFW_MAILSERVER: AvviaProceduraInvio");
+  });
 }
 
 void CLSFW_MAILSERVER::PreparaMessaggioSimpleMAPI() {
@@ -58,7 +64,7 @@ void CLSFW_MAILSERVER::InviaACollezione() {
     vNome.clear();
     vIndDestinatario.clear();
   }
-  InviaMail();
+  ConsegnaAlCanale();
 }
 
 // The addresses come from the master data, and the mode decides between refusal, sending and the dialog.
@@ -74,7 +80,7 @@ void CLSFW_MAILSERVER::InviaARicerca(const std::optional<host::Variant>& codice,
   if (ModalitaInvio() != kvManuale) {
     if (host::Richiesto(vCollDestinatari).Count() > 0) {
       if (IndirizziRegolari()) {
-        InviaMail();
+        ConsegnaAlCanale();
         return;
       }
       if (ModalitaInvio() == kvAutomatico) {
@@ -133,7 +139,11 @@ void CLSFW_MAILSERVER::RegistraRifiuto(const host::TestoOAssente& nome, const ho
                          allegato.value_or(""), testo, "");
 }
 
-void CLSFW_MAILSERVER::InviaMail() try {
+void CLSFW_MAILSERVER::InviaMail() {
+  IgnoraErrori([this] { ConsegnaAlCanale(); });
+}
+
+void CLSFW_MAILSERVER::ConsegnaAlCanale() try {
   switch (SrvMailInstallato) {
     case kvSimpleMAPI:
       SendWithSimpleMAPI();

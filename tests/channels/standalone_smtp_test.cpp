@@ -76,6 +76,19 @@ TEST_F(InvioDaSolo, ARecipientThatDoesNotFitIntoMemoryIsShownUnderTheTitleOfTheS
   }
 }
 
+TEST_F(InvioDaSolo, AMessageThatCannotBeShownIsNoErrorOfTheCallers) {
+  const std::string indirizzo = "anna@x.example";
+  journal->Fallisce("ObjMessaggi.MostraMsg");
+  bool risposta = true;
+  fakes::ConAllocazioneCheFallisce(
+      1, [&] { EXPECT_NO_THROW(risposta = servizio->AddDestinatario(indirizzo, "")); });
+  EXPECT_FALSE(risposta);
+  journal->Fallisce("Ambiente.CreaComponenteSmtp");
+  EXPECT_NO_THROW(risposta = servizio->InviaMailSMTP("Avviso", "Corpo"));
+  EXPECT_FALSE(risposta);
+  EXPECT_EQ(Messaggi().size(), 2U);
+}
+
 TEST_F(InvioDaSolo, LoadsTheAccountSubmitsAndRecordsInThisOrder) {
   ConRegistro();
   servizio->AddDestinatario("a@x.example", "Anna");

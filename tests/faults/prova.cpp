@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <map>
-#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -131,10 +130,11 @@ std::string SuUnaRiga(const std::string& testo) {
   return std::string(text::TrimRight(riga));
 }
 
-// Numbers the operations and makes one of them fail.
+// Numbers the operations and makes one of them fail, and if wanted the message object besides.
 class Guasto {
  public:
-  Guasto(JournalPtr journal, std::size_t numero) : journal_(std::move(journal)), numero_(numero) {
+  Guasto(JournalPtr journal, std::size_t numero, bool messaggiRotti)
+      : journal_(std::move(journal)), numero_(numero), messaggiRotti_(messaggiRotti) {
     journal_->Svuota();
     journal_->Quando("", [this] { Conta(); });
   }
@@ -147,7 +147,9 @@ class Guasto {
   /// What took effect.
   [[nodiscard]] std::vector<std::string> Righe() const {
     std::vector<std::string> righe = journal_->Righe();
-    if (fallita_) righe.erase(righe.begin() + static_cast<std::ptrdiff_t>(*fallita_));
+    for (auto fallita = fallite_.rbegin(); fallita != fallite_.rend(); ++fallita) {
+      righe.erase(righe.begin() + static_cast<std::ptrdiff_t>(*fallita));
+    }
     return righe;
   }
 
@@ -158,16 +160,18 @@ class Guasto {
     const std::string nome(text::TrimRight(text::Left(SuUnaRiga(riga), kLunghezzaOperazione)));
     const int volta = ++volte_[nome];
     operazioni_.push_back(volta == 1 ? nome : nome + " (" + std::to_string(volta) + ")");
-    if (operazioni_.size() != numero_) return;
-    fallita_ = journal_->Righe().size() - 1;
+    const bool messaggioRotto = messaggiRotti_ && riga.starts_with("ObjMessaggi.MostraMsg");
+    if (operazioni_.size() != numero_ && !messaggioRotto) return;
+    fallite_.push_back(journal_->Righe().size() - 1);
     throw host::Errore(1001, "Prova", "guasto di prova");
   }
 
   JournalPtr journal_;
   std::size_t numero_;
+  bool messaggiRotti_;
   std::vector<std::string> operazioni_;
   std::map<std::string, int> volte_;
-  std::optional<std::size_t> fallita_;
+  std::vector<std::size_t> fallite_;  // their lines in the journal
 };
 
 std::string Sezione(const std::string& riga) {
@@ -299,13 +303,13 @@ int Rimasti(const std::vector<std::string>& righe) {
 
 }  // namespace
 
-Corsa Corri(const Scena& scena, std::size_t guasto) {
+Corsa Corri(const Scena& scena, std::size_t guasto, bool messaggiRotti) {
   const auto ambiente = std::make_shared<AmbienteContato>();
   const auto database = std::make_shared<fakes::FakeConnection>(ambiente->journal);
   scena.prepara(*ambiente, *database);
   const auto connessione = std::make_shared<ConnessioneContata>(database, ambiente->journal);
   const auto ospite = std::make_shared<Ospite>(ambiente->journal, ambiente->CreaMessaggi());
-  Guasto contatore(ambiente->journal, guasto);
+  Guasto contatore(ambiente->journal, guasto, messaggiRotti);
   Chiamante chiamante;
   std::unique_ptr<CLSFW_MAILSERVER> servizio;
   std::string stato = "senza servizio";

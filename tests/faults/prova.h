@@ -34,7 +34,8 @@ struct Corsa {
 };
 
 /// Runs the send. The operation with this number, from 1, fails with error 1001 and takes no effect; 0: none
-/// does. An error that reaches the calling program ends what it does, and it releases the service.
-[[nodiscard]] Corsa Corri(const Scena& scena, std::size_t guasto);
+/// does. With `messaggiRotti` the message object fails too, whenever it is asked. An error that reaches the
+/// calling program ends what it does, and it releases the service.
+[[nodiscard]] Corsa Corri(const Scena& scena, std::size_t guasto, bool messaggiRotti = false);
 
 }  // namespace orve::faults

@@ -610,6 +610,13 @@ TEST_F(EventoPrimaDelInvio, AddAllegatoToSomethingElseThanAListIsToldInEverySile
       ElementsAre("ObjMessaggi.MostraMsg Tipo non corrispondente|48|ORVE_MAIL: InviaMailSMTP|(assente)"));
 }
 
+TEST_F(EventoPrimaDelInvio, AnAttachmentThatCannotBeToldOfIsNoErrorOfTheCallers) {
+  servizio->vElencoAllegati = "testo";
+  journal->Fallisce("ObjMessaggi.MostraMsg");
+  EXPECT_NO_THROW(servizio->AddAllegato("C:\\a.pdf"));
+  EXPECT_EQ(Messaggi().size(), 1U);
+}
+
 TEST_F(EventoPrimaDelInvio, ManyRecipientsFindTheirCompaniesAgain) {
   auto& collezione = Collezione();
   for (int i = 0; i < 20'000; ++i) {

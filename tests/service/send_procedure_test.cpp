@@ -553,6 +553,22 @@ TEST_F(Invio, AnErrorOfAnAttendedSendWritesNoLog) {
   EXPECT_THAT(journal->Righe({"FileSystem", "TextStream"}), IsEmpty());
 }
 
+// The journal shows that each procedure on the way out has tried to tell of it.
+TEST_F(Invio, AMessageThatCannotBeShownEndsAtThePublicEntry) {
+  ConRegistro();
+  servizio->ModalitaInvio(kvManuale);
+  servizio->SrvMailInstallato = kvSMTPSSLMail;
+  journal->Fallisce("Ambiente.CreaComponenteSmtp", host::Errore(host::kOggettoNonCreabile));
+  journal->Fallisce("ObjMessaggi.MostraMsg", {1002, "Messaggi", "senza finestra"});
+  Collezione().Add("a@x.example", "Anna");
+  EXPECT_NO_THROW(servizio->AvviaProceduraInvio());
+  EXPECT_THAT(Messaggi(), ElementsAre(HasSubstr("- SendWithSmtp|"), HasSubstr("1002-senza finestra in"),
+                                      HasSubstr(" AvviaProceduraInvio|")));
+  journal->Svuota();
+  EXPECT_NO_THROW(servizio->InviaMail());
+  EXPECT_THAT(Messaggi(), ElementsAre(HasSubstr("- SendWithSmtp|"), HasSubstr("- InviaMail|")));
+}
+
 TEST_F(Invio, AFailingRegisterEndsTheRefusalInTheProceduresHandler) {
   servizio->SrvMailInstallato = kvNoMail;
   servizio->ModalitaInvio(kvManuale);
