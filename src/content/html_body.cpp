@@ -74,7 +74,7 @@ std::string CLSFW_MAILSERVER::GetFirmaUtente(const std::string& tabella, std::st
         "SELECT TOP 1 1 FROM INFORMATION_SCHEMA.TABLES where TABLE_NAME = '" + tabella + "'",
         host::kComandoNonIndicato);
     if (host::Richiesto(esiste).Eof()) return firma;
-    const auto applicazione = host::Richiesto(ActiveInterface).Applicazione();
+    const auto applicazione = ApplicazioneDi(ActiveInterface);
     const auto utente = host::Richiesto(applicazione).UtenteCorrente();
     const std::int32_t id = host::Richiesto(utente).IdUtente();
     const auto riga = connessione.Execute(

@@ -134,7 +134,7 @@ void FRMRW_OPZMAIL::PrimaAttivazione() {
   CollDestinatariForm = std::make_shared<CollDestinatari>(ambiente_);
   KVL_RESIZEFORM1->Avvia();
   if (servizio.ActiveInterface) {
-    const auto messaggi = Richiesto(servizio.ActiveInterface->Applicazione()).Messaggi();
+    const auto messaggi = Richiesto(ApplicazioneDi(servizio.ActiveInterface)).Messaggi();
     finestra_->Caption(Richiesto(messaggi).TitoloFinestra(finestra_->Caption()));
   }
 }

@@ -130,7 +130,7 @@ void FRMFW_MAILPARAMS::OffriAccount() {
 void FRMFW_MAILPARAMS::Activate() try {
   KVL_RESIZEFORM1->Avvia();
   if (ActiveInterface) {
-    const auto messaggi = Richiesto(ActiveInterface->Applicazione()).Messaggi();
+    const auto messaggi = Richiesto(ApplicazioneDi(ActiveInterface)).Messaggi();
     finestra_->Caption(Richiesto(messaggi).TitoloFinestra(finestra_->Caption()));
   }
 } catch (...) {

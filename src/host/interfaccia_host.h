@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "host/errore.h"
 #include "host/messaggi.h"
 #include "host/oggetto.h"
 
@@ -31,5 +32,12 @@ class InterfacciaHost : public Oggetto {
   /// May be absent.
   [[nodiscard]] virtual std::shared_ptr<host::Applicazione> Applicazione() = 0;
 };
+
+/// The host application, which may be absent; raises 91 when the interface is. The interface lives through
+/// the call, also when the host lets go of it there.
+[[nodiscard]] inline std::shared_ptr<Applicazione> ApplicazioneDi(
+    const std::shared_ptr<InterfacciaHost>& interfaccia) {
+  return Richiesto(std::shared_ptr(interfaccia)).Applicazione();
+}
 
 }  // namespace orve::host

@@ -11,11 +11,12 @@ std::int32_t MostraMessaggioDi(const std::shared_ptr<host::InterfacciaHost>& int
                                const std::shared_ptr<host::Messaggi>& riserva, const std::string& testo,
                                std::int32_t stile, const std::string& titolo,
                                const std::shared_ptr<host::Oggetto>& proprietario) {
-  // Each test fetches its chain anew, since the host may answer differently from one moment to the next.
+  // Each test fetches its chain anew, since the host may answer differently from one moment to the next, and
+  // may by then have taken its interface away.
   const bool messaggiDelHost =
-      interfaccia && interfaccia->Applicazione() && host::Richiesto(interfaccia->Applicazione()).Messaggi();
-  if (!messaggiDelHost) return host::Richiesto(riserva).MostraMsg(testo, stile, titolo, proprietario);
-  const auto messaggi = host::Richiesto(interfaccia->Applicazione()).Messaggi();
+      interfaccia && ApplicazioneDi(interfaccia) && host::Richiesto(ApplicazioneDi(interfaccia)).Messaggi();
+  // The message object is held while it shows: a window that is activated behind its message makes a new one.
+  const auto messaggi = messaggiDelHost ? host::Richiesto(ApplicazioneDi(interfaccia)).Messaggi() : riserva;
   return host::Richiesto(messaggi).MostraMsg(testo, stile, titolo, proprietario);
 }
 

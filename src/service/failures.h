@@ -13,7 +13,8 @@
 namespace orve {
 
 /// Shows a message through the host's message object, if the chain from its interface reaches one, and else
-/// through `riserva`, which must then be there. Returns the person's answer; raises what the objects raise.
+/// through `riserva`, which must then be there. Both references may change while the message shows. Returns
+/// the person's answer; raises what the objects raise.
 std::int32_t MostraMessaggioDi(const std::shared_ptr<host::InterfacciaHost>& interfaccia,
                                const std::shared_ptr<host::Messaggi>& riserva, const std::string& testo,
                                std::int32_t stile, const std::string& titolo,

@@ -1,4 +1,5 @@
 // The compose window's life: its start, its body, its account list, its end.
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -87,6 +88,22 @@ TEST_F(FormAttivato, ASecondActivationOnlyRenewsTheMessageObject) {
     finestra.Riattiva();
     EXPECT_THAT(journal->Righe(), ElementsAre("FRMRW_OPZMAIL attiva", "Ambiente.CreaMessaggi"));
     EXPECT_NE(Dentro().ObjMessaggiForm(), primo);
+  });
+}
+
+TEST_F(FormAttivato, AMessageOutlivesAnActivationBehindIt) {
+  Mostra([&](HeadlessForm& finestra) {
+    const std::weak_ptr<host::Messaggi> mostrato = Dentro().ObjMessaggiForm();
+    journal->Quando("ObjMessaggi.MostraMsg", [&] {
+      finestra.Riattiva();
+      EXPECT_NE(Dentro().ObjMessaggiForm(), mostrato.lock());
+      EXPECT_FALSE(mostrato.expired()) << "gone while it shows";
+    });
+    finestra.Digita("TXT_EMAIL", "nessun indirizzo");
+    finestra.Preme("cmd_Invia");
+    EXPECT_THAT(Mostrati(), SizeIs(1));
+    EXPECT_TRUE(mostrato.expired());
+    journal->DimenticaPiani();
   });
 }
 
