@@ -2,6 +2,8 @@
 // null where a value is needed.
 #pragma once
 
+#include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -29,9 +31,20 @@ class Variant {
 
   Variant() = default;  // empty
   Variant(Null valore) : valore_(valore) {}
-  Variant(bool valore) : valore_(valore) {}
+  template <std::same_as<bool> T>  // and nothing that would only convert to it, as pointers do
+  Variant(T valore) : valore_(valore) {}
   Variant(std::int16_t valore) : valore_(valore) {}
   Variant(std::int32_t valore) : valore_(valore) {}
+  /// A wider integer, or one without a sign: held in 32 bits, or beyond these as a floating-point number. The
+  /// narrower ones become one of the two above by themselves.
+  template <std::integral T>
+  requires(sizeof(T) >= sizeof(std::int32_t)) Variant(T valore) {
+    if (std::in_range<std::int32_t>(valore)) {
+      valore_ = static_cast<std::int32_t>(valore);
+    } else {
+      valore_ = static_cast<double>(valore);
+    }
+  }
   Variant(float valore) : valore_(valore) {}
   Variant(double valore) : valore_(valore) {}
   Variant(Decimale valore) : valore_(std::move(valore)) {}
@@ -39,6 +52,7 @@ class Variant {
   Variant(std::string valore) : valore_(std::move(valore)) {}
   Variant(std::string_view valore) : valore_(std::string(valore)) {}
   Variant(const char* valore) : valore_(std::string(valore)) {}
+  Variant(std::nullptr_t) = delete;
   Variant(Array valore) : valore_(std::move(valore)) {}
   template <class T>
   requires std::is_base_of_v<Oggetto, T> Variant(std::shared_ptr<T> valore)

@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <limits>
 #include <memory>
 #include <string>
+#include <type_traits>
 
 #include "host/errore.h"
 
@@ -59,6 +62,32 @@ TEST(Variant, NumbersConvertByAutomationsRules) {
       {"float", 77.0F, 77},
   };
   for (const auto& caso : casi) EXPECT_EQ(caso.valore.ToInt32(), caso.want) << caso.label;
+}
+
+TEST(Variant, IntegersOfEveryWidthAreTakenForWhatTheyAre) {
+  EXPECT_EQ(Variant(std::int8_t{-3}), Variant(-3));
+  EXPECT_EQ(Variant(std::uint16_t{65535}), Variant(65535));
+  EXPECT_EQ(Variant(std::uint32_t{7}), Variant(7));
+  EXPECT_EQ(Variant(std::int64_t{-2147483648}), Variant(std::numeric_limits<std::int32_t>::min()));
+  EXPECT_EQ(Variant(2147483647LL), Variant(2147483647));
+  EXPECT_EQ(Variant(std::size_t{12}), Variant(12));
+  EXPECT_EQ(Variant(std::uint32_t{4000000000U}), Variant(4e9));
+  EXPECT_EQ(Variant(std::int64_t{-2147483649}), Variant(-2147483649.0));
+  EXPECT_EQ(Variant(std::uint64_t{1} << 53U), Variant(9007199254740992.0));
+  EXPECT_EQ(Variant(std::uint64_t{5000000000U}).ToText(), "5000000000");
+  EXPECT_EQ(NumeroDi([] { (void)Variant(std::uint64_t{2147483648U}).ToInt32(); }), 6);
+}
+
+TEST(Variant, OnlyATruthValueIsOne) {
+  static_assert(std::is_convertible_v<bool, Variant>);
+  static_assert(std::is_convertible_v<char*, Variant>);
+  static_assert(!std::is_convertible_v<void*, Variant>);
+  static_assert(!std::is_convertible_v<const int*, Variant>);
+  static_assert(!std::is_convertible_v<Cosa*, Variant>);
+  static_assert(!std::is_convertible_v<void (*)(), Variant>);
+  static_assert(!std::is_convertible_v<std::nullptr_t, Variant>);
+  EXPECT_EQ(Variant(true).ToText(), "Vero");
+  EXPECT_EQ(Variant("Vero"), Variant(std::string("Vero")));
 }
 
 TEST(Variant, NumbersThatDoNotFitOverflow) {
