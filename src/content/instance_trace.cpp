@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "host/errore.h"
 #include "service/ignora_errori.h"
 
 namespace orve {
@@ -31,7 +32,12 @@ std::string GeneraIdIstanza(host::GeneratoreGuid& generatore) {
 }
 
 TracciaIstanza::TracciaIstanza(std::shared_ptr<host::Ambiente> ambiente, std::string_view classe)
-    : ambiente_(std::move(ambiente)), classe_(classe) {}
+    : ambiente_(std::move(ambiente)), classe_(classe) {
+  // Every object of the library has a trace, so that each refuses to be born without an Ambiente.
+  if (ambiente_) return;
+  throw host::Errore(host::kOggettoNonImpostato, "ORVE_MAILSERVER",
+                     "Impossibile creare " + std::string(classe_) + " senza un Ambiente");
+}
 
 void TracciaIstanza::Inizio() noexcept {
   Scrivi("INI");

@@ -13,7 +13,8 @@ namespace orve {
 
 class TracciaIstanza {
  public:
-  /// `classe` is the name of the class as it stands in the line; it must outlive the trace.
+  /// `classe` is the name of the class as it stands in the line; it must outlive the trace. Raises 91 when
+  /// the ambiente is absent.
   TracciaIstanza(std::shared_ptr<host::Ambiente> ambiente, std::string_view classe);
 
   /// The line at creation, "INI", and at destruction, "TER".

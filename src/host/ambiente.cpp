@@ -1,36 +1,48 @@
 // A host without windows: what it cannot make, it says so.
 #include "host/ambiente.h"
 
+#include <string>
+#include <string_view>
+
 #include "host/errore.h"
 
 namespace orve::host {
 
-std::shared_ptr<Form> Ambiente::CreaForm(const LayoutForm& /*layout*/) {
-  throw Errore(kOggettoNonCreabile);
+namespace {
+
+[[noreturn]] void NonCreabile(std::string_view oggetto) {
+  throw Errore(kOggettoNonCreabile, "ORVE_MAILSERVER",
+               "Impossibile creare l'oggetto " + std::string(oggetto));
+}
+
+}  // namespace
+
+std::shared_ptr<Form> Ambiente::CreaForm(const LayoutForm& layout) {
+  NonCreabile(layout.nome);
 }
 
 std::shared_ptr<ConfigurazioneGriglia> Ambiente::CreaConfigurazioneGriglia() {
-  throw Errore(kOggettoNonCreabile);
+  NonCreabile("ConfigurazioneGriglia");
 }
 
 std::shared_ptr<RecordSetScollegato> Ambiente::CreaRecordSetScollegato() {
-  throw Errore(kOggettoNonCreabile);
+  NonCreabile("RecordSetScollegato");
 }
 
 std::shared_ptr<SelettoreFile> Ambiente::CreaSelettoreFile() {
-  throw Errore(kOggettoNonCreabile);
+  NonCreabile("SelettoreFile");
 }
 
 std::shared_ptr<OggettoFile> Ambiente::CreaOggettoFile() {
-  throw Errore(kOggettoNonCreabile);
+  NonCreabile("OggettoFile");
 }
 
 std::shared_ptr<CollezioneFile> Ambiente::CreaCollezioneFile() {
-  throw Errore(kOggettoNonCreabile);
+  NonCreabile("CollezioneFile");
 }
 
 std::shared_ptr<CLSFW_Parametri> Ambiente::CreaParametri() {
-  throw Errore(kOggettoNonCreabile);
+  NonCreabile("CLSFW_Parametri");
 }
 
 }  // namespace orve::host

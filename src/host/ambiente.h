@@ -50,7 +50,7 @@ class Ambiente {
   [[nodiscard]] virtual std::shared_ptr<FileSystem> CreaFileSystem() = 0;
 
   // What the windows are made of, a new object at each call. A host without windows leaves these as they are:
-  // each raises 429.
+  // each raises 429, with the object's name.
 
   /// A window built from the layout, not shown yet. The tables behind the layout live as long as the program.
   [[nodiscard]] virtual std::shared_ptr<Form> CreaForm(const LayoutForm& layout);

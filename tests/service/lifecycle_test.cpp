@@ -1,4 +1,10 @@
 // Creation, teardown, properties and the message procedure of the service.
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "fakes/errori.h"
 #include "fakes/fake_rubrica.h"
 #include "fakes/servizio_di_prova.h"
 
@@ -7,6 +13,7 @@ namespace {
 
 using fakes::CreaFakeInterfaccia;
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
 class Servizio : public fakes::ServizioDiProva {};
@@ -197,6 +204,46 @@ TEST_F(Servizio, AHostWithoutMessageObjectIsNoError) {
   servizio->ActiveInterface = CreaFakeInterfaccia(*ambiente, 7, true, false);
   interno.MostraMessaggio("testo", 0, "", nullptr);
   EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg testo|0||(assente)"));
+}
+
+TEST_F(Servizio, AHostThatTakesItsInterfaceAwayWhileItIsAskedIsAnError91) {
+  for (const int volta : {1, 2, 3}) {
+    servizio->ActiveInterface = CreaFakeInterfaccia(*ambiente);
+    const std::weak_ptr<host::InterfacciaHost> tolta = servizio->ActiveInterface;
+    int chiesta = 0;
+    journal->DimenticaPiani();
+    journal->Svuota();
+    journal->Quando("ActiveInterface.Applicazione", [&] {
+      if (++chiesta != volta) return;
+      servizio->ActiveInterface.reset();
+      EXPECT_FALSE(tolta.expired()) << "gone in the middle of its own call";
+    });
+    const bool inTempo = volta == 3;  // the last thing that is asked of it
+    const auto numero = fakes::NumeroDi([&] { interno.MostraMessaggio("testo", 0, "", nullptr); });
+    EXPECT_EQ(numero, inTempo ? 0 : host::kOggettoNonImpostato) << volta;
+    EXPECT_EQ(journal->Conta("Host.Messaggi.MostraMsg"), inTempo ? 1U : 0U) << volta;
+    EXPECT_THAT(Messaggi(), IsEmpty()) << volta;
+    EXPECT_TRUE(tolta.expired()) << volta;
+  }
+}
+
+TEST_F(Servizio, NothingIsBornWithoutAnAmbiente) {
+  const std::shared_ptr<host::Ambiente> assente;
+  const std::pair<const char*, std::function<void()>> casi[] = {
+      {"CLSFW_MAILSERVER", [&] { const CLSFW_MAILSERVER nato(assente); }},
+      {"CollDestinatari", [&] { const CollDestinatari nato(assente); }},
+      {"CollMittenti", [&] { const CollMittenti nato(assente); }},
+      {"Mittente", [&] { const Mittente nato(assente); }},
+  };
+  for (const auto& [classe, crea] : casi) {
+    try {
+      crea();
+      ADD_FAILURE() << classe;
+    } catch (const host::Errore& errore) {
+      EXPECT_EQ(errore.Numero(), host::kOggettoNonImpostato) << classe;
+      EXPECT_EQ(errore.Descrizione(), "Impossibile creare " + std::string(classe) + " senza un Ambiente");
+    }
+  }
 }
 
 TEST_F(Servizio, AFailingMessageObjectFailsItsCaller) {
