@@ -5,8 +5,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "channels/recipient_lists.h"
+#include "channels/smtp_channel.h"
 #include "host/errore.h"
 #include "mime/address_list.h"
 #include "mime/header_text.h"
@@ -89,27 +92,51 @@ void CheckList(std::string_view list) {
   CheckHeader(addresses);
 }
 
-/// A text without what has a meaning in a list, and without blanks at its ends.
-std::string Plain(std::string_view text) {
-  std::string plain;
+/// The text without control characters and without those given.
+std::string Without(std::string_view text, std::string_view characters) {
+  std::string rest;
   for (const char c : text) {
-    if (static_cast<unsigned char>(c) > ' ' && !Held("<>;\"\\@,", {&c, 1})) plain.push_back(c);
+    if (static_cast<unsigned char>(c) >= ' ' && !Held({&c, 1}, characters)) rest.push_back(c);
   }
-  return plain;
+  return rest;
 }
 
-/// Entries as the channels write them, of names and addresses that can be mistaken for nothing else.
+/// A name as people type them: with commas, quotes and brackets, but nothing that could as well be the end of
+/// its entry or a quoted address.
+std::string Name(std::string_view text) {
+  const std::string name = Without(text, Held(text, "<>") ? ";\\@" : ";\\");
+  if (name.find("<\"") != std::string::npos) return {};
+  const std::size_t first = name.find_first_not_of(' ');
+  if (first == std::string::npos) return {};
+  return name.substr(first, name.find_last_not_of(' ') - first + 1);
+}
+
+/// The entries that the SMTP channel writes come back, the last one also in no known box: then no ";" stands
+/// between it and the one before.
 void CheckRoundTrip(std::string_view text) {
   std::vector<Address> wanted;
   std::string list;
-  const auto words = Parts(text, ' ');
-  for (std::size_t i = 0; i + 1 < words.size(); i += 2) {
-    const Address address{Plain(words[i]), Plain(words[i + 1]) + "@x.example"};
-    if (!list.empty()) list += ';';
-    list += address.name + " <" + address.address + ">";
-    wanted.push_back(address);
+  const auto pieces = Parts(text, '\n');
+  for (std::size_t i = 0; i + 1 < pieces.size(); i += 2) {
+    Address entry{Name(pieces[i]), Without(pieces[i + 1], " <>;\"\\@,") + "@x.example"};
+    const bool opensPlainly = QuotaNome(entry.name).find_first_of("\",") != 0;
+    const bool unknownBox = i + 3 >= pieces.size() && opensPlainly;
+    if (unknownBox) {
+      AccodaVoce(list, QuotaNome(entry.name), entry.address);
+      list += ';';
+    } else {
+      AccodaVoceSeparata(list, QuotaNome(entry.name), entry.address);
+    }
+    wanted.push_back(std::move(entry));
   }
-  Require(ParseAddressList(list) == wanted, "entries written are read as they were");
+  const std::vector<Address> read = ParseAddressList(list);
+  Require(read.size() == wanted.size(), "every entry is read, and nothing else");
+  for (std::size_t i = 0; i < read.size(); ++i) {
+    RequireSame(read[i].address, wanted[i].address, "the address is what was written");
+    // Quotes round a name may be the channel's or the name's own.
+    const std::string& name = wanted[i].name;
+    if (!name.starts_with('"')) RequireSame(read[i].name, name, "the name is what was written");
+  }
 }
 
 }  // namespace

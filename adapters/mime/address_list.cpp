@@ -62,18 +62,40 @@ class ListReader {
   }
 
  private:
+  struct Bracket {
+    std::size_t open;
+    std::size_t end;  // the ">", or what ends the address in its place
+  };
+
   void ReadEntry() {
     const std::size_t start = std::min(list_.find_first_not_of(kSpaceAndLineEnds, position_), list_.size());
     position_ = start;
-    while (position_ < list_.size()) {
-      const char c = list_[position_];
-      if (c == ';') return EndBare(start);
-      if (c == '<') {
-        if (const std::size_t end = BracketEnd(position_); end != kNone) return EndBracketed(start, end);
+    std::optional<Bracket> last;
+    while (position_ < list_.size() && list_[position_] != ';') {
+      const std::size_t end = list_[position_] == '<' ? BracketEnd(position_) : kNone;
+      if (end == kNone) {
+        position_ = list_[position_] == '"' ? PastQuote(start) : position_ + 1;
+        continue;
       }
-      position_ = c == '"' ? PastQuote(start) : position_ + 1;
+      if (last && EndsEntry(*last, position_)) break;
+      last = Bracket{position_, end};
+      if (end == list_.size() || list_[end] != '>') break;
+      position_ = end + 1;
     }
+    if (last) return EndBracketed(start, *last);
     EndBare(start);
+  }
+
+  /// True when the ";" is missing between the two brackets. The application leaves it out behind an address
+  /// and goes on with the next name at once; when that is empty, with a blank and the next bracket.
+  [[nodiscard]] bool EndsEntry(const Bracket& bracket, std::size_t nextOpen) const {
+    const std::string_view inside = list_.substr(bracket.open + 1, bracket.end - bracket.open - 1);
+    const std::size_t next = list_.find_first_not_of(kBlanks, bracket.end + 1);
+    return HoldsAddress(inside) && (next == bracket.end + 1 || next == nextOpen);
+  }
+
+  static bool HoldsAddress(std::string_view inside) {
+    return inside.find_first_of(kMarksOfAnAddress) != kNone;
   }
 
   /// Where the address that opens at `open` ends: at its ">", or, when that is missing, at the ";" or the
@@ -87,13 +109,12 @@ class ListReader {
     }
     const std::size_t end = list_.find_first_of("<>;", from);
     if (end == kNone) return list_.size();
-    const bool address = list_.substr(from, end - from).find_first_of(kMarksOfAnAddress) != kNone;
-    return list_[end] == '<' && !address ? kNone : end;
+    return list_[end] == '<' && !HoldsAddress(list_.substr(from, end - from)) ? kNone : end;
   }
 
   /// The position behind the quoted section that opens here, or behind the quote alone when it opens none.
-  [[nodiscard]] std::size_t PastQuote(std::size_t start) {
-    const std::size_t close = NextQuote(position_ + 1);
+  [[nodiscard]] std::size_t PastQuote(std::size_t start) const {
+    const std::size_t close = list_.find('"', position_ + 1);
     if (close == kNone) return position_ + 1;
     const std::string_view inside = list_.substr(position_ + 1, close - position_ - 1);
     if (inside.find('<') == kNone) return close + 1;
@@ -102,32 +123,35 @@ class ListReader {
     const bool opensEntry = position_ == start;
     const std::size_t next = list_.find_first_not_of(kBlanks, close + 1);
     const bool addressFollows = next != kNone && list_[next] == '<';
-    return opensEntry && addressFollows && !EndsEntry(inside) ? close + 1 : position_ + 1;
+    return opensEntry && addressFollows && !HoldsEntryEnd(inside) ? close + 1 : position_ + 1;
   }
 
-  /// The next double quote. Remembered, so that a list full of unpaired quotes is still read in linear time.
-  [[nodiscard]] std::size_t NextQuote(std::size_t from) {
-    if (nextQuote_ < from || !nextQuoteKnown_) {
-      nextQuote_ = list_.find('"', from);
-      nextQuoteKnown_ = true;
-    }
-    return nextQuote_;
-  }
-
-  /// True when a ">" is followed by ";" or the end, as it is where an entry ends.
-  static bool EndsEntry(std::string_view text) {
-    for (std::size_t i = text.find('>'); i != kNone; i = text.find('>', i + 1)) {
+  /// True when an entry ends between the quotes, so that they are no pair: a ">" is followed by ";", or an
+  /// address by the next name at once. With a comma the quotes are the application's, and a pair.
+  static bool HoldsEntryEnd(std::string_view text) {
+    const bool comma = text.find(',') != kNone;
+    std::size_t open = kNone;
+    for (std::size_t i = text.find_first_of("<>"); i != kNone; i = text.find_first_of("<>", i + 1)) {
+      if (text[i] == '<') {
+        open = i;
+        continue;
+      }
       const std::size_t next = text.find_first_not_of(kBlanks, i + 1);
-      if (next != kNone && text[next] == ';') return true;
+      if (next == kNone) return false;
+      if (text[next] == ';') return true;
+      const bool address = open != kNone && HoldsAddress(text.substr(open + 1, i - open - 1));
+      if (address && !comma && next == i + 1) return true;
+      open = kNone;
     }
     return false;
   }
 
-  void EndBracketed(std::size_t start, std::size_t end) {
+  void EndBracketed(std::size_t start, const Bracket& bracket) {
     const std::size_t nameStart = carriedEnd_ > carriedStart_ ? carriedStart_ : start;
-    std::string address = CheckedAddress(list_.substr(position_ + 1, end - position_ - 1));
+    const auto [open, end] = bracket;
+    std::string address = CheckedAddress(list_.substr(open + 1, end - open - 1));
     if (!address.empty()) {
-      addresses_.push_back({CleanName(list_.substr(nameStart, position_ - nameStart)), std::move(address)});
+      addresses_.push_back({CleanName(list_.substr(nameStart, open - nameStart)), std::move(address)});
     }
     carriedEnd_ = carriedStart_;
     // Behind ">" the next entry begins, whether or not a ";" says so.
@@ -160,8 +184,6 @@ class ListReader {
 
   std::string_view list_;
   std::size_t position_ = 0;
-  std::size_t nextQuote_ = 0;
-  bool nextQuoteKnown_ = false;
   // Pieces without "@" that wait for the entry whose name they begin.
   std::size_t carriedStart_ = 0;
   std::size_t carriedEnd_ = 0;

@@ -79,6 +79,38 @@ INSTANTIATE_TEST_SUITE_P(
         ListCase{"NameCopiedWithItsAddress",
                  "\"Mario <m@y.it>\" <m@x.it>;B <b@x.it>",
                  {{"Mario <m@y.it>", "m@x.it"}, {"B", "b@x.it"}}},
+        ListCase{"BracketsInAName",
+                 "ACME <Italia> srl <info@acme.it>;B <b@x.it>",
+                 {{"ACME <Italia> srl", "info@acme.it"}, {"B", "b@x.it"}}},
+        ListCase{
+            "BracketsAtTheEndOfAName", "ACME <Italia> <info@acme.it>", {{"ACME <Italia>", "info@acme.it"}}},
+        ListCase{"AddressInAName",
+                 "ACME <x@y.it> srl <info@acme.it>;B <b@x.it>",
+                 {{"ACME <x@y.it> srl", "info@acme.it"}, {"B", "b@x.it"}}},
+        ListCase{"BracketsAndASeparatorInQuotes",
+                 "ACME <Italia> \"Nord; Est\" <n@x.it>",
+                 {{"ACME <Italia> \"Nord; Est\"", "n@x.it"}}},
+        ListCase{"AddressAndCommasInAQuotedName",
+                 "\"Rossi, M. <m@y.it>, Roma\" <m@x.it>;B <b@x.it>",
+                 {{"Rossi, M. <m@y.it>, Roma", "m@x.it"}, {"B", "b@x.it"}}},
+        ListCase{"MissingSeparatorBeforeAnEntryWithoutName",
+                 "A <a@x.it> <b@x.it>;",
+                 {{"A", "a@x.it"}, {"", "b@x.it"}}},
+        ListCase{"MissingSeparatorBeforeBracketsInAName",
+                 "A <a@x.it>ACME <Italia> srl <info@acme.it>;",
+                 {{"A", "a@x.it"}, {"ACME <Italia> srl", "info@acme.it"}}},
+        ListCase{"MissingSeparatorBeforeAQuotedName",
+                 "A <a@x.it>\"Rossi, \"M\"\" <m@x.it>;",
+                 {{"A", "a@x.it"}, {"Rossi, \"M\"", "m@x.it"}}},
+        ListCase{"MissingSeparatorBetweenStrayQuotes",
+                 "\"Uno <u@x.it>Due\" <d@x.it>;",
+                 {{"\"Uno", "u@x.it"}, {"Due\"", "d@x.it"}}},
+        ListCase{"BracketNotClosedBehindBracketsInAName",
+                 "ACME <Italia> srl <info@acme.it;B <b@x.it>",
+                 {{"ACME <Italia> srl", "info@acme.it"}, {"B", "b@x.it"}}},
+        ListCase{"TextBehindTheAddressBelongsToTheNextName",
+                 "A <a@x.it> interno; B <b@x.it>",
+                 {{"A", "a@x.it"}, {"interno; B", "b@x.it"}}},
         ListCase{"LessThanInAName", "A < B <ab@x.it>", {{"A < B", "ab@x.it"}}},
         ListCase{"MissingBracketBeforeSeparator", "A <a@x.it;B <b@x.it>", {{"A", "a@x.it"}, {"B", "b@x.it"}}},
         ListCase{"MissingBracketAtTheEnd", "A <a@x.it", {{"A", "a@x.it"}}},
@@ -111,8 +143,10 @@ TEST(AddressListFaults, LineEndsAndNulInAnAddressAreRefused) {
 // So long that what grows with the square of it never ends: blanks, then the pattern over and over.
 TEST(AddressListFaults, HostileListsAreReadInLinearTime) {
   constexpr std::size_t kSize = 4U << 20;
-  const std::vector<std::string> patterns = {"\"", "\"<", "<\"",     " \"",   "<", ">",
-                                             ";",  "a;",  "\"a@x>;", "<a@x>", " "};
+  const std::vector<std::string> patterns = {
+      "\"",       "\"<",      "<\"",          " \"",        "<",    ">",       ";",
+      "a;",       "\"a@x>;",  "<a@x>",        " ",          "<a> ", "<a@x> b", "<a@x>b",
+      "<a@x> \"", "\"<a@x>b", "\"<a@x>b\" <", "<a@x>\"b\"", "<>"};
   for (const std::string& pattern : patterns) {
     std::string list(kSize / 2, ' ');
     while (list.size() < kSize) list += pattern;
