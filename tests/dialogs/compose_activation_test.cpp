@@ -92,6 +92,7 @@ TEST_F(FormAttivato, ASecondActivationOnlyRenewsTheMessageObject) {
 }
 
 TEST_F(FormAttivato, AMessageOutlivesAnActivationBehindIt) {
+  servizio->SrvMailInstallato = kvMAPI;
   Mostra([&](HeadlessForm& finestra) {
     const std::weak_ptr<host::Messaggi> mostrato = Dentro().ObjMessaggiForm();
     journal->Quando("ObjMessaggi.MostraMsg", [&] {
