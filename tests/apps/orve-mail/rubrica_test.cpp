@@ -133,6 +133,7 @@ TEST_F(DatiRubrica, TheSearchKnowsNeitherCaseNorAccentsNorTheKindOfApostrophe) {
     EXPECT_THAT(nomi, ElementsAre("Pasticceria Città d'Oro S.n.c.")) << testo;
   }
   EXPECT_THAT(Nomi(parti, {.testo = "peru"}), ElementsAre("Caffè «Perù» – Torrefazione Αθήνα"));
+  EXPECT_THAT(Nomi(parti, {.testo = "ΑΘΉΝΑ"}), ElementsAre("Caffè «Perù» – Torrefazione Αθήνα"));
 }
 
 TEST_F(DatiRubrica, EveryWordOfTheSearchMustBeThereAndHostileOnesFindNothing) {
