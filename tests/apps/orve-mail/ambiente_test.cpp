@@ -23,7 +23,7 @@ std::string RigaSulRegistroDiSistema(host::DebugOutput* traccia) {
   ::openlog("prova", LOG_PERROR, LOG_USER);  // a copy of each line on the standard error
   ::testing::internal::CaptureStderr();
   ambiente.UscitaDiDebug().Scrivi("QLNA:|riga");
-  const std::string uscita = ::testing::internal::GetCapturedStderr();
+  std::string uscita = ::testing::internal::GetCapturedStderr();
   ::closelog();
   return uscita;
 }
