@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "dialogs/layouts.h"
+#include "forms/contenuto.h"
 #include "host_recitato.h"
 #include "orve_mailserver.h"
 #include "persona.h"
@@ -173,10 +174,11 @@ TEST_F(FinestreDellaDll, AMessageChangedInTheComposeWindowReachesTheChannel) {
 }
 
 TEST_F(FinestreDellaDll, EscapeSendsNothingAndLeavesTheMessage) {
-  Invia([](const Vista& finestra) {
+  Invia([this](const Vista& finestra) {
     finestra.Riscrive("TXT_OGGETTO", "Cambiata");
     finestra.Fuoco("TXT_OGGETTO");
     finestra.Tasto(VK_ESCAPE);
+    Risponde(programma, forms::kDomandaAbbandono, IDYES);
     EXPECT_TRUE(Attendi([&] { return !finestra.Aperta(); }));
   });
   EXPECT_FALSE(Consegnato()) << host->Giornale();
