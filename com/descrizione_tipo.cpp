@@ -145,16 +145,16 @@ HRESULT DescrizioneTipo::Converti(const VARIANT& dato, const Parametro& parametr
 }
 
 // A call that may be a read finds the method first, then the property. A write of an object may be a Let or a
-// Set for languages that know no Set: it is the Set where there is one.
+// Set for languages that know no Set: it is the Let where there is one, and so the object's value.
 DescrizioneTipo::Membri::const_iterator DescrizioneTipo::Scegli(DISPID membro, WORD modi,
                                                                 const DISPPARAMS& argomenti) const {
   const auto trova = [&](INVOKEKIND genere) { return membri_.find({membro, genere}); };
   auto scelto = membri_.end();
-  if ((modi & DISPATCH_PROPERTYPUTREF) != 0) {
+  if ((modi & DISPATCH_PROPERTYPUT) != 0) scelto = trova(INVOKE_PROPERTYPUT);
+  if (scelto == membri_.end() && (modi & DISPATCH_PROPERTYPUTREF) != 0) {
     const bool oggetto = argomenti.cArgs > 0 && EOggetto(Dietro(argomenti.rgvarg[0]));
     if (oggetto) scelto = trova(INVOKE_PROPERTYPUTREF);
   }
-  if (scelto == membri_.end() && (modi & DISPATCH_PROPERTYPUT) != 0) scelto = trova(INVOKE_PROPERTYPUT);
   if (scelto == membri_.end() && (modi & DISPATCH_METHOD) != 0) scelto = trova(INVOKE_FUNC);
   if (scelto == membri_.end() && (modi & kLettura) != 0) scelto = trova(INVOKE_PROPERTYGET);
   return scelto;

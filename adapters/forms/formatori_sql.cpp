@@ -4,6 +4,8 @@
 #include <array>
 #include <charconv>
 #include <cstdio>
+#include <string>
+#include <type_traits>
 
 #include "host/errore.h"
 #include "host/variant.h"
@@ -40,6 +42,14 @@ std::string FormatoDataSql::DataDB() const {
 }
 
 host::Variant FormatoNumeroSql::NumeroDB(const host::Variant& valore) {
+  const std::string intero = valore.Visita([](const auto& contenuto) {
+    if constexpr (std::is_same_v<std::decay_t<decltype(contenuto)>, host::Decimale>) {
+      return contenuto.Testo('.');
+    } else {
+      return std::string();
+    }
+  });
+  if (!intero.empty()) return intero;
   // Long enough for the largest number without an exponent.
   std::array<char, 400> cifre{};
   const auto [fine, esito] =

@@ -74,7 +74,7 @@ class ListReader {
     while (position_ < list_.size() && list_[position_] != ';') {
       const std::size_t end = list_[position_] == '<' ? BracketEnd(position_) : kNone;
       if (end == kNone) {
-        position_ = list_[position_] == '"' ? PastQuote(start) : position_ + 1;
+        position_ = list_[position_] == '"' ? PastQuote(start, last && HoldsAddress(*last)) : position_ + 1;
         continue;
       }
       if (last && EndsEntry(*last, position_)) break;
@@ -89,9 +89,12 @@ class ListReader {
   /// True when the ";" is missing between the two brackets. The application leaves it out behind an address
   /// and goes on with the next name at once; when that is empty, with a blank and the next bracket.
   [[nodiscard]] bool EndsEntry(const Bracket& bracket, std::size_t nextOpen) const {
-    const std::string_view inside = list_.substr(bracket.open + 1, bracket.end - bracket.open - 1);
     const std::size_t next = list_.find_first_not_of(kBlanks, bracket.end + 1);
-    return HoldsAddress(inside) && (next == bracket.end + 1 || next == nextOpen);
+    return HoldsAddress(bracket) && (next == bracket.end + 1 || next == nextOpen);
+  }
+
+  [[nodiscard]] bool HoldsAddress(const Bracket& bracket) const {
+    return HoldsAddress(list_.substr(bracket.open + 1, bracket.end - bracket.open - 1));
   }
 
   static bool HoldsAddress(std::string_view inside) {
@@ -113,10 +116,12 @@ class ListReader {
   }
 
   /// The position behind the quoted section that opens here, or behind the quote alone when it opens none.
-  [[nodiscard]] std::size_t PastQuote(std::size_t start) const {
+  [[nodiscard]] std::size_t PastQuote(std::size_t start, bool addressRead) const {
     const std::size_t close = list_.find('"', position_ + 1);
     if (close == kNone) return position_ + 1;
     const std::string_view inside = list_.substr(position_ + 1, close - position_ - 1);
+    // Behind the entry's address ";" ends it, and the quote is a stray one.
+    if (addressRead && inside.find(';') != kNone) return position_ + 1;
     if (inside.find('<') == kNone) return close + 1;
     // An address between the quotes: a name that was copied with its address, or a stray quote that would
     // swallow recipients. Only in the first case does the entry's own address follow.

@@ -147,13 +147,14 @@ bool SuSupportoEsterno(const std::string& nativo) {
 
 std::string CartellaCopie::PostoPer(const std::string& nome) {
   if (!NomeSemplice(nome)) throw ErroreFile(kNomeFileNonValido, nome);
-  if (radice_.empty()) {
+  // Whatever clears temporary folders may have taken it.
+  if (std::error_code ignorato; !fs::is_directory(radice_, ignorato)) {
     std::error_code codice;
     const fs::path genitore = genitore_.empty() ? fs::temp_directory_path(codice) : fs::path(genitore_);
+    RimuoviCopieVecchie(genitore);
     std::string modello = (genitore / (std::string(kPrefissoCopie) + "XXXXXX")).string();
     if (codice || ::mkdtemp(modello.data()) == nullptr) throw ErroreDiSistema(errno, modello);
     radice_ = modello;
-    RimuoviCopieVecchie(genitore);
   }
   const std::string cartella = radice_ + "/" + std::to_string(++copie_);
   if (::mkdir(cartella.c_str(), S_IRWXU) != 0) throw ErroreDiSistema(errno, cartella);

@@ -23,8 +23,8 @@ namespace orve::adapters::posix {
 /// How long copies are kept, since the last one of their folder was made.
 inline constexpr std::chrono::hours kVitaDelleCopie{7 * 24};
 
-/// A folder of one's own for copies, made at the first one. It outlives the object; at the making of a folder
-/// those of the same user that are older than kVitaDelleCopie are removed.
+/// A folder of one's own for copies, made at the first one and again when it has gone. It outlives the
+/// object; at the making of a folder those of the same user that are older than kVitaDelleCopie are removed.
 class CartellaCopie {
  public:
   /// `genitore`: where the folder is made; empty for the system's temporary folder.

@@ -134,7 +134,11 @@ void CasellaTesto::Scrive(const std::string& testo) {
 
 void CasellaTesto::Aggiunge(const QString& seguito) {
   moveCursor(QTextCursor::End);
-  textCursor().insertText(seguito);
+  // A block of its own: otherwise it would be one step with what was typed before it.
+  QTextCursor cursore = textCursor();
+  cursore.beginEditBlock();
+  cursore.insertText(seguito);
+  cursore.endEditBlock();
   ensureCursorVisible();
 }
 

@@ -12,7 +12,7 @@ namespace orve::adapters::sqlite {
 /// can read every row, but neither compare these columns nor write where they are a key.
 inline constexpr const char* kConfrontoItaliano = "ITALIANO_CI";
 
-/// Less than, equal to or greater than 0. Case is folded for ASCII and the Western European letters.
+/// Less than, equal to or greater than 0. Case is folded for the letters of every alphabet.
 [[nodiscard]] int ConfrontaItaliano(std::string_view primo, std::string_view secondo);
 
 /// Makes the comparison known to the connection; raises the engine's error.

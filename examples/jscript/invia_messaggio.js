@@ -37,6 +37,7 @@ function invia(argomenti) {
   mail.ConnectionADO = connessione;
   mail.DittaCorrente = argomenti.Item(1);
   mail.GetImpostazioni();
+  // Un'applicazione dà il numero di registrazione del documento.
   var invio = String(new Date().getTime());  // con cui ritrovarlo nel registro
   mail.INFO_NumReg = invio;
   mail.InizializzaRegistroInvioMail("MESSAGGI", "", "", "", "Messaggio");

@@ -47,6 +47,7 @@ Set mail = WScript.CreateObject("ORVE_MAILSERVER.CLSFW_MAILSERVER", "Mail_")
 Set mail.ConnectionADO = connessione
 mail.DittaCorrente = WScript.Arguments(1)
 mail.GetImpostazioni
+' Un'applicazione dà il numero di registrazione del documento.
 invio = CLng(Date) & "-" & Replace(Timer, ",", ".") ' con cui ritrovarlo nel registro
 mail.INFO_NumReg = invio
 mail.InizializzaRegistroInvioMail "FATTURE", "", "", "", "Fattura"

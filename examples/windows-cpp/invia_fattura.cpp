@@ -165,6 +165,7 @@ int Invia(wchar_t** argomenti) {
   Verifica(mail->put_DittaCorrente(_variant_t(argomenti[2])));
   _variant_t ignorato;
   Verifica(mail->GetImpostazioni(&ignorato));
+  // Un'applicazione dà il numero di registrazione del documento.
   const std::wstring invio = NumeroDiInvio();
   Verifica(mail->put_INFO_NumReg(_bstr_t(invio.c_str())));
   const _bstr_t vuoto(L"");

@@ -35,14 +35,14 @@ class Variant {
   Variant(T valore) : valore_(valore) {}
   Variant(std::int16_t valore) : valore_(valore) {}
   Variant(std::int32_t valore) : valore_(valore) {}
-  /// A wider integer, or one without a sign: held in 32 bits, or beyond these as a floating-point number. The
+  /// A wider integer, or one without a sign: held in 32 bits, or beyond these as a decimal number. The
   /// narrower ones become one of the two above by themselves.
   template <std::integral T>
   requires(sizeof(T) >= sizeof(std::int32_t)) Variant(T valore) {
     if (std::in_range<std::int32_t>(valore)) {
       valore_ = static_cast<std::int32_t>(valore);
     } else {
-      valore_ = static_cast<double>(valore);
+      valore_ = Decimale(std::to_string(valore));
     }
   }
   Variant(float valore) : valore_(valore) {}

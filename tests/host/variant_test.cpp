@@ -71,10 +71,10 @@ TEST(Variant, IntegersOfEveryWidthAreTakenForWhatTheyAre) {
   EXPECT_EQ(Variant(std::int64_t{-2147483648}), Variant(std::numeric_limits<std::int32_t>::min()));
   EXPECT_EQ(Variant(2147483647LL), Variant(2147483647));
   EXPECT_EQ(Variant(std::size_t{12}), Variant(12));
-  EXPECT_EQ(Variant(std::uint32_t{4000000000U}), Variant(4e9));
-  EXPECT_EQ(Variant(std::int64_t{-2147483649}), Variant(-2147483649.0));
-  EXPECT_EQ(Variant(std::uint64_t{1} << 53U), Variant(9007199254740992.0));
-  EXPECT_EQ(Variant(std::uint64_t{5000000000U}).ToText(), "5000000000");
+  EXPECT_EQ(Variant(std::uint32_t{4000000000U}), Variant(Decimale("4000000000")));
+  EXPECT_EQ(Variant(std::int64_t{-2147483649}), Variant(Decimale("-2147483649")));
+  EXPECT_EQ(Variant((std::int64_t{1} << 53U) + 1).ToText(), "9007199254740993");
+  EXPECT_EQ(Variant(std::numeric_limits<std::uint64_t>::max()).ToText(), "18446744073709551615");
   EXPECT_EQ(NumeroDi([] { (void)Variant(std::uint64_t{2147483648U}).ToInt32(); }), 6);
 }
 

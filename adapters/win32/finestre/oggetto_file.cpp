@@ -152,12 +152,13 @@ bool SuSupportoEsterno(const std::string& percorso) {
 
 std::string CartellaCopie::PostoPer(const std::string& nome) {
   if (!NomeSemplice(nome)) throw ErroreFile(kNomeFileNonValido, nome);
-  if (radice_.empty()) {
+  // Whatever clears temporary folders may have taken it.
+  if (std::error_code ignorato; !fs::is_directory(radice_, ignorato)) {
     const fs::path genitore = genitore_.empty() ? CartellaTemporanea() : Largo(genitore_);
+    RimuoviCopieVecchie(genitore);
     const fs::path radice = genitore / NomeNuovo();
     if (CreateDirectoryW(radice.c_str(), nullptr) == FALSE) throw ErroreDiSistema(Stretto(radice.native()));
     radice_ = radice.native();
-    RimuoviCopieVecchie(genitore);
   }
   const std::wstring cartella = radice_ + L"\\" + std::to_wstring(++copie_);
   if (CreateDirectoryW(cartella.c_str(), nullptr) == FALSE) throw ErroreDiSistema(Stretto(cartella));

@@ -46,6 +46,7 @@ TEST(FormatoNumeroSql, NumbersHaveAPointAndNoExponent) {
   EXPECT_EQ(formato.NumeroDB(1e-7).ToText(), "0.0000001");
   EXPECT_EQ(formato.NumeroDB("1234,56").ToText(), "1234.56");
   EXPECT_EQ(formato.NumeroDB("1234.56").ToText(), "1234.56");
+  EXPECT_EQ(formato.NumeroDB(host::Decimale("-12345678901234567,89")).ToText(), "-12345678901234567.89");
   EXPECT_EQ(formato.NumeroDB(std::numeric_limits<double>::max()).ToText().size(), 309U);
 }
 

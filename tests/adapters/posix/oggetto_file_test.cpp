@@ -119,6 +119,14 @@ TEST_F(FileDellOspite, ACopyOutlivesWhoeverMadeIt) {
   EXPECT_TRUE(fs::exists(percorso));
 }
 
+TEST_F(FileDellOspite, CopiesGoOnWhenTheirFolderHasBeenCleared) {
+  const std::string prima = Unix(copie->PostoPer("a"));
+  fs::remove_all(fs::path(prima).parent_path().parent_path());
+  const std::string poi = Unix(copie->PostoPer("a"));
+  EXPECT_NE(poi, prima);
+  EXPECT_TRUE(fs::is_directory(fs::path(poi).parent_path()));
+}
+
 TEST_F(FileDellOspite, OldCopiesAreRemovedWhenTheNextFolderIsMade) {
   const auto cartellaDi = [this] {
     return fs::path(Unix(CartellaCopie(cartella.Radice()).PostoPer("a"))).parent_path().parent_path();

@@ -410,13 +410,17 @@ TEST_F(FinestraDiInvio, ASpecialFieldLeavesCaretAndViewBehindItAndCanBeUndone) {
     auto& corpo = Trova<QPlainTextEdit>(finestra, "TXT_CORPO");
     corpo.moveCursor(QTextCursor::Start);
     QTest::keyClicks(&corpo, QStringLiteral("x"));
+    corpo.moveCursor(QTextCursor::End);
+    QTest::keyClicks(&corpo, QStringLiteral("y"));
+    corpo.moveCursor(QTextCursor::Start);
     Sceglie(finestra, "CMD_LEGENDA", "#NOME");
     EXPECT_TRUE(corpo.textCursor().atEnd());
     EXPECT_FALSE(corpo.textCursor().hasSelection());
     EXPECT_TRUE(corpo.viewport()->rect().contains(corpo.cursorRect().center()));
     QTest::keyClick(&corpo, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_TRUE(Contenuto(finestra, "TXT_CORPO").starts_with("xriga\n"));
-    EXPECT_TRUE(Contenuto(finestra, "TXT_CORPO").ends_with("riga\n"));
+    EXPECT_TRUE(Contenuto(finestra, "TXT_CORPO").ends_with("riga\ny"));
+    QTest::keyClick(&corpo, Qt::Key_Z, Qt::ControlModifier);
     QTest::keyClick(&corpo, Qt::Key_Z, Qt::ControlModifier);
     Digita(finestra, "TXT_EMAIL", "anna@x.example");
     Clicca(finestra, "cmd_Invia");

@@ -445,19 +445,23 @@ TEST_F(FinestraDiInvio, ASpecialFieldLeavesCaretAndViewBehindItAndCanBeUndone) {
     finestra.Fuoco("TXT_CORPO");
     finestra.Seleziona("TXT_CORPO", 0, 0);
     SendMessageW(corpo, WM_CHAR, L'x', 1);
+    finestra.Seleziona("TXT_CORPO", 1 + 60 * 5, 1 + 60 * 5);  // a line's end counts as one
+    SendMessageW(corpo, WM_CHAR, L'y', 1);
+    finestra.Seleziona("TXT_CORPO", 0, 0);
     finestra.Sceglie("CMD_LEGENDA", "Nome cliente");
     EXPECT_TRUE(Attendi([&] { return finestra.Contenuto("TXT_CORPO").ends_with(" ***(NOME)***"); }));
     CHARRANGE cursore = {};
     SendMessageW(corpo, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&cursore));
     EXPECT_EQ(cursore.cpMin, cursore.cpMax);
-    EXPECT_EQ(cursore.cpMax, 1 + 60 * 5 + 13);  // a line's end counts as one
+    EXPECT_EQ(cursore.cpMax, 1 + 60 * 5 + 1 + 13);
     POINT dove = {};
     SendMessageW(corpo, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&dove), cursore.cpMax);
     RECT vista = {};
     GetClientRect(corpo, &vista);
     EXPECT_TRUE(dove.y >= vista.top && dove.y < vista.bottom) << dove.y;
     SendMessageW(corpo, EM_UNDO, 0, 0);
-    EXPECT_EQ(finestra.Contenuto("TXT_CORPO"), "x" + prima);
+    EXPECT_EQ(finestra.Contenuto("TXT_CORPO"), "x" + prima + "y");
+    SendMessageW(corpo, EM_UNDO, 0, 0);
     SendMessageW(corpo, EM_UNDO, 0, 0);
     finestra.Clicca("cmd_Invia");
     EXPECT_TRUE(Attendi([&] { return !finestra.Aperta(); }));
