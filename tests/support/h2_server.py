@@ -61,9 +61,10 @@ def start_engine(directory):
     for _ in range(5):  # the port may be taken between being found free and being used
         port = free_port()
         engine = subprocess.Popen(
-            ["setpriv", "--pdeathsig", "KILL", "java", "-Xshare:auto", "-XX:TieredStopAtLevel=1", "-cp",
-             "/usr/share/java/h2.jar", "org.h2.tools.Server", "-pg", "-pgPort", str(port), "-ifNotExists",
-             "-baseDir", directory],
+            ["setpriv", "--pdeathsig", "KILL", "java", "-Xshare:auto", "-XX:TieredStopAtLevel=1",
+             # Told no address, the engine looks up the machine's own name, which need not be known.
+             "-Dh2.bindAddress=127.0.0.1", "-cp", "/usr/share/java/h2.jar", "org.h2.tools.Server",
+             "-pg", "-pgPort", str(port), "-ifNotExists", "-baseDir", directory],
             stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
         line = engine.stdout.readline()
         if "PG server running" in line and str(port) in line:
