@@ -34,6 +34,11 @@ struct UrlCleanup {
 };
 using Url = std::unique_ptr<CURLU, UrlCleanup>;
 
+struct ListCleanup {
+  void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+};
+using List = std::unique_ptr<curl_slist, ListCleanup>;
+
 void RequireCurl() {
   static const CURLcode kReady = curl_global_init(CURL_GLOBAL_DEFAULT);
   if (kReady != CURLE_OK) throw DeliveryFailure(ErrorNumber::kConnection, curl_easy_strerror(kReady));
@@ -73,6 +78,30 @@ int MillisecondsUntil(Clock::time_point deadline) {
   return static_cast<int>(std::clamp<long long>(left, 0, 3'600'000));
 }
 
+/// A connection that stands already, for libcurl to take instead of making one.
+class StandingConnection {
+ public:
+  StandingConnection() = default;
+  StandingConnection(const StandingConnection&) = delete;
+  StandingConnection& operator=(const StandingConnection&) = delete;
+  StandingConnection(StandingConnection&&) = delete;
+  StandingConnection& operator=(StandingConnection&&) = delete;
+  ~StandingConnection() { Drop(); }
+
+  /// Holds on to the connection of `socket`, whose owner may close it.
+  void Keep(curl_socket_t socket) {
+    Drop();
+    socket_ = ::fcntl(socket, F_DUPFD_CLOEXEC, 0);
+  }
+  [[nodiscard]] curl_socket_t Take() noexcept { return std::exchange(socket_, CURL_SOCKET_BAD); }
+  void Drop() noexcept {
+    if (const curl_socket_t socket = Take(); socket != CURL_SOCKET_BAD) ::close(socket);
+  }
+
+ private:
+  curl_socket_t socket_ = CURL_SOCKET_BAD;
+};
+
 constexpr const char* kLoopback = "[127.0.0.1]";
 constexpr const char* kPeerClosed = "il server ha chiuso la connessione";
 
@@ -85,9 +114,11 @@ struct Channel::Impl {
 
   Target target;
   Tracer& tracer;
+  List addresses;  // which the handle reads
   EasyHandle handle;
   std::array<char, CURL_ERROR_SIZE> errorText{};
   curl_socket_t socket = CURL_SOCKET_BAD;
+  StandingConnection standing;
   Stage stage = Stage::kLookUp;
   std::vector<std::string> extensions;  // keywords of the last EHLO reply, in capitals
   std::string early;                    // what the server said while it was our turn
@@ -121,40 +152,65 @@ struct Channel::Impl {
     Set(CURLOPT_DEBUGDATA, this);
     Set(CURLOPT_SOCKOPTFUNCTION, &Impl::OnSocket);
     Set(CURLOPT_SOCKOPTDATA, this);
-    SetUrl(options, HelloName(options.ehloName));
+    SetUrl(Scheme(options), HelloName(options.ehloName).value_or(kLoopback));
     SetEncryption(options);
     SetCredentials(options);
   }
 
-  /// Without a name of its own the client goes by its address, which is known when the server's is.
-  void FindOwnAddress(const SmtpOptions& options) {
+  /// Connects where the client has no name of its own and goes by its address: that is known once the
+  /// connection stands, and libcurl wants it before.
+  void ConnectAhead(const SmtpOptions& options) {
     if (HelloName(options.ehloName)) return;
     const Clock::time_point start = Clock::now();
-    std::optional<std::string> own;
-    Set(CURLOPT_VERBOSE, 0L);
-    Set(CURLOPT_OPENSOCKETFUNCTION, &Impl::OnAddress);
-    Set(CURLOPT_OPENSOCKETDATA, &own);
-    const CURLcode result = curl_easy_perform(handle.get());
-    if (result != CURLE_COULDNT_CONNECT) Fail(result);
-    Set(CURLOPT_OPENSOCKETFUNCTION, static_cast<curl_opensocket_callback>(nullptr));
-    Set(CURLOPT_VERBOSE, 1L);
+    SetUrl("http", "");  // of which libcurl does nothing but connect
+    const curl_socket_t own = Perform();
+    standing.Keep(own);
+    UseServerAddress();
+    Set(CURLOPT_OPENSOCKETFUNCTION, &Impl::OnOpen);
+    Set(CURLOPT_OPENSOCKETDATA, this);
+    Set(CURLOPT_SOCKOPTFUNCTION, &Impl::OnStandingSocket);
     const auto spent = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
     Set(CURLOPT_CONNECTTIMEOUT_MS, std::max(options.connectTimeout - spent, std::chrono::milliseconds(1)));
-    SetUrl(options, own);
+    SetUrl(Scheme(options), OwnAddress(own).value_or(kLoopback));
   }
 
-  void SetUrl(const SmtpOptions& options, const std::optional<std::string>& hello) {
-    if (target.port == 0) throw DeliveryFailure(ErrorNumber::kConnection, "nessuna porta indicata");
-    const std::optional<std::string> host = UrlHost(target.host);
-    if (!host) throw DeliveryFailure(ErrorNumber::kDns, "nome del server non valido");
+  /// Lets libcurl speak of the address that it is connected to, not of the first one of the name.
+  void UseServerAddress() {
+    const std::string host = UrlHost(target.host).value_or("");
+    const char* address = nullptr;
+    if (host.find(':') != std::string::npos ||  // an address already
+        curl_easy_getinfo(handle.get(), CURLINFO_PRIMARY_IP, &address) != CURLE_OK || address == nullptr) {
+      return;
+    }
+    const std::string entry = host + ':' + std::to_string(target.port) + ':' + address;
+    addresses.reset(curl_slist_append(nullptr, entry.c_str()));
+    Set(CURLOPT_RESOLVE, addresses.get());
+  }
+
+  /// The socket of the connection. Raises DeliveryFailure.
+  curl_socket_t Perform() {
+    curl_socket_t connected = CURL_SOCKET_BAD;
+    CURLcode result = curl_easy_perform(handle.get());
+    if (result == CURLE_OK) result = curl_easy_getinfo(handle.get(), CURLINFO_ACTIVESOCKET, &connected);
+    if (result != CURLE_OK) Fail(result);
+    return connected;
+  }
+
+  [[nodiscard]] const char* Scheme(const SmtpOptions& options) const {
     const auto& implicit = options.implicitTlsPorts;
     const bool tlsFirst =
         target.encrypted && std::find(implicit.begin(), implicit.end(), target.port) != implicit.end();
+    return tlsFirst ? "smtps" : "smtp";
+  }
+
+  void SetUrl(const char* scheme, const std::string& hello) {
+    if (target.port == 0) throw DeliveryFailure(ErrorNumber::kConnection, "nessuna porta indicata");
+    const std::optional<std::string> host = UrlHost(target.host);
+    if (!host) throw DeliveryFailure(ErrorNumber::kDns, "nome del server non valido");
     const Url url(curl_url());
-    const std::string path = '/' + hello.value_or(kLoopback);
+    const std::string path = '/' + hello;
     const bool set =
-        url != nullptr &&
-        curl_url_set(url.get(), CURLUPART_SCHEME, tlsFirst ? "smtps" : "smtp", 0) == CURLUE_OK &&
+        url != nullptr && curl_url_set(url.get(), CURLUPART_SCHEME, scheme, 0) == CURLUE_OK &&
         curl_url_set(url.get(), CURLUPART_HOST, host->c_str(), 0) == CURLUE_OK &&
         curl_url_set(url.get(), CURLUPART_PORT, std::to_string(target.port).c_str(), 0) == CURLUE_OK &&
         curl_url_set(url.get(), CURLUPART_PATH, path.c_str(), CURLU_URLENCODE) == CURLUE_OK;
@@ -197,15 +253,12 @@ struct Channel::Impl {
     Set(token ? CURLOPT_XOAUTH2_BEARER : CURLOPT_PASSWORD, target.password.c_str());
   }
 
-  // The addresses are looked up and none is connected to.
-  static curl_socket_t OnAddress(void* own, curlsocktype /*purpose*/, curl_sockaddr* server) noexcept {
-    auto& found = *static_cast<std::optional<std::string>*>(own);
-    try {
-      if (!found) found = OwnAddressTowards(server->addr, static_cast<socklen_t>(server->addrlen));
-    } catch (...) {
-      found.reset();
-    }
-    return CURL_SOCKET_BAD;
+  static curl_socket_t OnOpen(void* self, curlsocktype /*purpose*/, curl_sockaddr* /*server*/) {
+    return static_cast<Impl*>(self)->standing.Take();
+  }
+
+  static int OnStandingSocket(void* /*self*/, curl_socket_t /*socket*/, curlsocktype /*purpose*/) {
+    return CURL_SOCKOPT_ALREADY_CONNECTED;
   }
 
   static int OnSocket(void* self, curl_socket_t socket, curlsocktype /*purpose*/) {
@@ -294,6 +347,7 @@ struct Channel::Impl {
 
   void Drop() noexcept {
     handle.reset();
+    standing.Drop();
     socket = CURL_SOCKET_BAD;
   }
 
@@ -332,11 +386,8 @@ const Target& Channel::Server() const {
 void Channel::Connect(const SmtpOptions& options) {
   RequireCurl();
   impl_->Prepare(options);
-  impl_->FindOwnAddress(options);
-  CURLcode result = curl_easy_perform(impl_->handle.get());
-  if (result == CURLE_OK)
-    result = curl_easy_getinfo(impl_->handle.get(), CURLINFO_ACTIVESOCKET, &impl_->socket);
-  if (result != CURLE_OK) impl_->Fail(result);
+  impl_->ConnectAhead(options);
+  impl_->socket = impl_->Perform();
   // What follows is traced by the session; libcurl would only talk of its own insides.
   impl_->Set(CURLOPT_VERBOSE, 0L);
 }

@@ -2,6 +2,7 @@
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -48,16 +49,12 @@ std::optional<std::string> HelloName(const std::string& wanted) {
   return std::string(found);
 }
 
-std::optional<std::string> OwnAddressTowards(const sockaddr& server, socklen_t size) {
-  const int probe = ::socket(server.sa_family, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-  if (probe < 0) return {};
+std::optional<std::string> OwnAddress(int socket) {
   sockaddr_storage own{};
   socklen_t length = sizeof own;
   void* const place = &own;
-  const bool known = ::connect(probe, &server, size) == 0 &&
-                     ::getsockname(probe, static_cast<sockaddr*>(place), &length) == 0;
-  ::close(probe);
-  return known ? Literal(own) : std::nullopt;
+  if (::getsockname(socket, static_cast<sockaddr*>(place), &length) != 0) return {};
+  return Literal(own);
 }
 
 }  // namespace orve::adapters::smtp

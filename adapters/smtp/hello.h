@@ -1,8 +1,6 @@
 // What the client calls itself in EHLO.
 #pragma once
 
-#include <sys/socket.h>
-
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,8 +14,8 @@ namespace orve::adapters::smtp {
 /// without a domain. None when neither is.
 [[nodiscard]] std::optional<std::string> HelloName(const std::string& wanted);
 
-/// The address literal ("[192.0.2.7]", "[IPv6:2001:db8::7]") of the address from which this machine would
-/// reach the server; nothing is sent for it. None when there is no way to it.
-[[nodiscard]] std::optional<std::string> OwnAddressTowards(const sockaddr& server, socklen_t size);
+/// The address literal ("[192.0.2.7]", "[IPv6:2001:db8::7]") of this end of the connection. None when it has
+/// no such address.
+[[nodiscard]] std::optional<std::string> OwnAddress(int socket);
 
 }  // namespace orve::adapters::smtp

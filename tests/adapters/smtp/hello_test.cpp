@@ -1,6 +1,7 @@
 // What the client calls itself.
 #include "smtp/hello.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <ifaddrs.h>
 #include <net/if.h>
@@ -9,15 +10,26 @@
 #include <unistd.h>
 
 #include <array>
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <thread>
+#include <utility>
+#include <vector>
 
+#include "adapters/smtp/outgoing.h"
 #include "smtp/smtp_component.h"
+#include "support/scripted_server.h"
 
 namespace orve::adapters::smtp {
 namespace {
+
+using ::testing::AllOf;
+using ::testing::Contains;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
 
 // The text of an address, as the system writes it.
 std::string Written(const sockaddr& address, socklen_t size) {
@@ -77,19 +89,47 @@ class GreeterOverIpv6 {
   std::thread thread_;
 };
 
+std::unique_ptr<SmtpComponent> OutgoingWithoutAName(std::int16_t port,
+                                                    std::function<void(std::string_view)> trace = nullptr) {
+  SmtpOptions options = Quick();
+  options.ehloName.clear();
+  options.trace = std::move(trace);
+  return Outgoing(port, std::move(options));
+}
+
 }  // namespace
 
+// "localhost" has an address of either family. These two servers listen at one each, so that for one of them
+// the address that is tried first is the wrong one.
 TEST(Hello, WithoutAFullNameTheClientGoesByTheAddressThatTheServerSees) {
-  GreeterOverIpv6 server;
-  if (!server.Ready()) GTEST_SKIP() << "no IPv6 on this machine";
-  SmtpComponent component{SmtpOptions{}};
-  component.ServerAddr("::1");
-  component.ServerPort(server.Port());
-  component.FromAddr("<ditta@rossi.it>");
-  std::string recipients = " <mario@bianchi.it>";
-  component.AddRecipientEx(recipients, 0);
-  static_cast<void>(component.SendMail());
-  EXPECT_EQ(server.Line(), "EHLO " + HelloName("").value_or("[IPv6:::1]"));
+  for (const char* host : {"::1", "localhost"}) {
+    GreeterOverIpv6 server;
+    if (!server.Ready()) GTEST_SKIP() << "no IPv6 on this machine";
+    const auto component = OutgoingWithoutAName(server.Port());
+    component->ServerAddr(host);
+    EXPECT_NE(Sent(*component), -1);
+    EXPECT_EQ(server.Line(), "EHLO " + HelloName("").value_or("[IPv6:::1]")) << host;
+  }
+}
+
+TEST(Hello, WithoutAFullNameTheClientGoesByTheAddressOverWhichItIsConnected) {
+  const std::string name = HelloName("").value_or("[127.0.0.1]");
+  support::ScriptedServer server({support::Say("220 pronto"), support::On("EHLO " + name, "250 salve"),
+                                  support::On("MAIL FROM:<ditta@rossi.it>", "250 Ok"),
+                                  support::On("RCPT TO:<mario@bianchi.it>", "250 Ok"),
+                                  support::On("DATA", "354 avanti"), support::Body("250 preso")});
+  const auto component = OutgoingWithoutAName(server.Port16());
+  component->ServerAddr("localhost");
+  EXPECT_EQ(Sent(*component), -1) << component->LastFailure();
+  EXPECT_EQ(server.Complaint(), "");
+}
+
+TEST(Hello, WithoutAFullNameAFailedLookUpIsTraced) {
+  std::vector<std::string> trace;
+  const auto component = OutgoingWithoutAName(25, [&](std::string_view line) { trace.emplace_back(line); });
+  component->ServerAddr("nessuno.invalid");
+  EXPECT_NE(Sent(*component), -1);
+  EXPECT_THAT(trace, Contains(AllOf(StartsWith("* "), HasSubstr("nessuno.invalid"))));
 }
 
 TEST(Hello, ANameThatWasGivenIsTaken) {
@@ -98,7 +138,7 @@ TEST(Hello, ANameThatWasGivenIsTaken) {
   EXPECT_EQ(HelloName("città.example"), "xn--citt-3na.example");
 }
 
-TEST(Hello, AnAddressOfThisMachineIsReachedFromItself) {
+TEST(Hello, ASocketsAddressIsWrittenAsALiteral) {
   ifaddrs* all = nullptr;
   ASSERT_EQ(::getifaddrs(&all), 0);
   const std::unique_ptr<ifaddrs, void (*)(ifaddrs*)> owned(all, ::freeifaddrs);
@@ -110,7 +150,10 @@ TEST(Hello, AnAddressOfThisMachineIsReachedFromItself) {
     const socklen_t size = six ? sizeof(sockaddr_in6) : sizeof(sockaddr_in);
     const std::string written = Written(*one->ifa_addr, size);
     if (written.find('%') != std::string::npos) continue;  // of one link only
-    EXPECT_EQ(OwnAddressTowards(*one->ifa_addr, size), (six ? "[IPv6:" : "[") + written + "]");
+    const int socket = ::socket(one->ifa_addr->sa_family, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    ASSERT_EQ(::bind(socket, one->ifa_addr, size), 0) << written;
+    EXPECT_EQ(OwnAddress(socket), (six ? "[IPv6:" : "[") + written + "]");
+    ::close(socket);
     ++looked;
   }
   EXPECT_GT(looked, 0);
