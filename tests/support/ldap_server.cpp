@@ -9,6 +9,7 @@
 #include <chrono>
 #include <csignal>
 #include <stdexcept>
+#include <string_view>
 #include <thread>
 
 #include "places.h"
@@ -109,8 +110,8 @@ bool LdapServer::Start(const std::string& program, const LdapServerOptions& opti
   if (securePort_ != 0) urls += " " + SecureUrl();
   std::vector<std::string> command = {"/usr/bin/env"};
   command.insert(command.end(), options.environment.begin(), options.environment.end());
-  command.insert(command.end(),
-                 {program, "-d", "0", "-f", (directory_.Path() / "slapd.conf").string(), "-h", urls});
+  command.insert(command.end(), {program, "-d", options.countsBinds ? "stats" : "0", "-f",
+                                 (directory_.Path() / "slapd.conf").string(), "-h", urls});
   process_ = std::make_unique<Process>(command);
   const auto deadline = std::chrono::steady_clock::now() + kLongestRun;
   // It writes its number down once the ports are its own: until then somebody else may be listening there.
@@ -124,6 +125,17 @@ bool LdapServer::Start(const std::string& program, const LdapServerOptions& opti
     std::this_thread::sleep_for(std::chrono::milliseconds(5));
   }
   return !Ended(process_->Pid());
+}
+
+int LdapServer::EndAndCountBinds() {
+  process_->Stop();
+  process_->Wait();
+  const std::string& told = process_->Output();
+  constexpr std::string_view kRequest = " method=128";
+  int binds = 0;
+  for (std::size_t at = 0; (at = told.find(kRequest, at)) != std::string::npos; at += kRequest.size())
+    ++binds;
+  return binds;
 }
 
 void LdapServer::Freeze(bool frozen) const {

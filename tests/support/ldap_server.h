@@ -25,6 +25,9 @@ struct LdapServerOptions {
   std::string entries;
   /// Further lines of the configuration, in front of the trees.
   std::vector<std::string> configuration;
+  /// Whether the server keeps count of those who make themselves known to it. For few questions: it waits for
+  /// nobody to read its account of them.
+  bool countsBinds = false;
   /// Variables of the server's environment, as NAME=VALUE.
   std::vector<std::string> environment;
 };
@@ -47,6 +50,8 @@ class LdapServer {
 
   /// Ends the server now.
   void Stop() { process_->Stop(); }
+  /// Ends the server and tells how often somebody made himself known with a password; needs `countsBinds`.
+  [[nodiscard]] int EndAndCountBinds();
   /// Holds the server where it is, with its connections open, or lets it go on.
   void Freeze(bool frozen) const;
 

@@ -186,9 +186,10 @@ TEST_F(InvioConDirectory, AListTellsOnceThatTheDirectoryFailsAndLeavesItAlone) {
   EXPECT_EQ(esecuzione.errori.find(detto, primo + 1), std::string::npos) << esecuzione;
 }
 
-TEST_F(InvioConDirectory, AListTakesEachSenderFromTheDirectory) {
+TEST_F(InvioConDirectory, AListTakesEachSenderFromTheDirectoryOverOneConnection) {
   auto& server = AvviaServerOrdinario();
-  const LdapServer directory(opzioni);
+  opzioni.countsBinds = true;
+  LdapServer directory(opzioni);
   const std::string elenco = cartella.Write("elenco.csv", "tipo;codice\ncliente;1001\ncliente;1002\n");
   std::vector<std::string> argomenti = {"lista",     elenco,    "--ca",    Ca(),
                                         "--oggetto", "Listino", "--corpo", "x"};
@@ -197,6 +198,7 @@ TEST_F(InvioConDirectory, AListTakesEachSenderFromTheDirectory) {
   EXPECT_EQ(EseguiConAmbiente({}, argomenti).stato, 0);
   ASSERT_EQ(server.Count(), 2U);
   for (const auto& messaggio : server.Messages()) EXPECT_EQ(messaggio.sender, "dora.bianchi@azienda.example");
+  EXPECT_EQ(directory.EndAndCountBinds(), 1);
 }
 
 TEST_F(InvioConDirectory, APasswordFileThatOthersCanReadIsRefused) {
