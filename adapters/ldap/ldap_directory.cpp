@@ -124,14 +124,15 @@ struct LdapDirectory::Shared : std::enable_shared_from_this<Shared> {
     auto [session, waited] = Connect();
     return [self = shared_from_this(), session = std::move(session),
             waited = waited](const Query& query) mutable {
+      if (!waited) return self->Search(*session, query);
       try {
-        auto found = self->Search(*session, query);
+        auto found = session->Search(query);
         waited = false;
         return found;
-      } catch (const LdapFailure& why) {
-        if (!waited || why.Code() != kServerDown) throw;
+      } catch (const LdapFailure&) {
+        if (!session->Broken()) throw;
       }
-      // While it waited, the server closed it.
+      // While it waited, the server closed it or the way to it went. That says nothing of the server now.
       std::tie(session, waited) = self->Connect();
       return self->Search(*session, query);
     };

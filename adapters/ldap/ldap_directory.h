@@ -21,9 +21,9 @@ class LdapDirectory : public host::Directory {
   [[nodiscard]] std::shared_ptr<host::DirectoryConnection> CreaConnessione() override;
   [[nodiscard]] std::shared_ptr<host::RecordSet> CreaRecordSet() override;
   /// Connects if nothing that was handed out holds a connection any more. All objects and queries of one
-  /// look-up share one connection, which ends with the last of them unless the options keep it; one that the
-  /// server closed meanwhile is replaced. Raises LdapFailure, LeftAlone during the pause after one, and 5 for
-  /// a path that is no "LDAP://..." one.
+  /// look-up share one connection, which ends with the last of them unless the options keep it; one that was
+  /// lost meanwhile is replaced. Raises LdapFailure, LeftAlone during the pause after one, and 5 for a path
+  /// that is no "LDAP://..." one.
   [[nodiscard]] std::shared_ptr<host::DirectoryObject> ApriOggetto(const std::string& percorso) override;
 
  private:

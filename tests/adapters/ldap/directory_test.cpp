@@ -1,13 +1,16 @@
 // The look-up of the person at the machine, and the operations beneath it, against a real directory server
 // and against servers that misbehave.
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <poll.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <filesystem>
 #include <memory>
@@ -129,6 +132,8 @@ std::set<std::string> Descriptors() {
   for (const auto& one : std::filesystem::directory_iterator("/proc/self/fd")) {
     open.insert(one.path().filename().string());
   }
+  // The number that served to list them is free again for the next connection.
+  std::erase_if(open, [](const std::string& one) { return ::fcntl(std::stoi(one), F_GETFD) < 0; });
   return open;
 }
 
@@ -144,6 +149,37 @@ std::set<int> OwnPorts() {
   }
   return ports;
 }
+
+// Puts a line that nobody answers in the place of the connections that the process has made since.
+class CutLine {
+ public:
+  CutLine() {
+    EXPECT_EQ(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends_.data()), 0);
+    before_ = Descriptors();
+  }
+  CutLine(const CutLine&) = delete;
+  CutLine& operator=(const CutLine&) = delete;
+  CutLine(CutLine&&) = delete;
+  CutLine& operator=(CutLine&&) = delete;
+  ~CutLine() {
+    for (const int end : ends_) ::close(end);
+  }
+
+  void Cut() {
+    int replaced = 0;
+    for (const std::string& one : Descriptors()) {
+      const int descriptor = std::stoi(one);
+      if (before_.contains(one)) continue;
+      ASSERT_EQ(::dup3(ends_[0], descriptor, O_CLOEXEC), descriptor);
+      ++replaced;
+    }
+    ASSERT_GT(replaced, 0);
+  }
+
+ private:
+  std::set<std::string> before_;
+  std::array<int, 2> ends_{-1, -1};
+};
 
 support::ScriptedServer Silent() {
   return support::ScriptedServer({ThenStall(support::Say(""))});
@@ -426,6 +462,7 @@ TEST_F(Directory, ADirectoryThatStopsBetweenTwoQuestionsIsGivenUpAndAskedAnewThe
   };
   const auto attempt = [&](milliseconds timeout) {
     LdapOptions options = AsReader(server.SecureUrl());
+    options.connectTimeout = timeout;
     options.operationTimeout = timeout;
     options.pauseAfterFailure = milliseconds(0);
     LdapDirectory directory(options);
@@ -580,6 +617,24 @@ TEST_F(Directory, AKeptConnectionThatTheServerClosedIsReplacedUnnoticed) {
   EXPECT_EQ(person.FirstName, "Bruno");
 }
 
+TEST_F(Directory, AKeptConnectionThatDiedWithoutAWordIsReplacedAndTheServerNotLeftAlone) {
+  const LdapServer server(Encrypted());
+  const auto attempt = [&](milliseconds timeout) {
+    LdapOptions options = AsReader(server.SecureUrl());
+    options.keepConnection = true;
+    options.operationTimeout = timeout;
+    options.pauseAfterFailure = std::chrono::hours(1);
+    LdapDirectory directory(options);
+    CutLine line;
+    if (!GetDatiUtenteDirectory(directory, "arossi", person)) return false;
+    line.Cut();
+    return GetDatiUtenteDirectory(directory, "bverdi", person);
+  };
+  EXPECT_TRUE(support::WithPatience(attempt, [](bool found) { return found; },
+                                    {milliseconds(1'000), milliseconds(10'000)}));
+  EXPECT_EQ(person.FirstName, "Bruno");
+}
+
 TEST_F(Directory, AServerThatFailedIsLeftAloneForAWhile) {
   LdapServer server(Encrypted());
   LdapOptions options = AsReader(server.SecureUrl());
@@ -630,6 +685,7 @@ TEST_F(Directory, AConnectionThatBrokeIsNotUsedAgain) {
   // The object holds the connection, which could still carry an answer once the server goes on.
   const auto attempt = [&](milliseconds timeout) {
     LdapOptions options = AsReader(server.SecureUrl());
+    options.connectTimeout = timeout;
     options.operationTimeout = timeout;
     options.pauseAfterFailure = milliseconds(0);
     LdapDirectory directory(options);
