@@ -119,12 +119,9 @@ class Spedizione {
            servizio_.SrvMailInstallato != kvNoMail;
   }
 
-  // The body of a send by code that gives none comes from the settings, and reaches the field only on
-  // delivery.
-  [[nodiscard]] bool SenzaCorpo() const {
-    const bool delleImpostazioni = richiesta_.codice && !richiesta_.corpo && note_->finestreMostrate == 0;
-    return !delleImpostazioni && servizio_.vCorpoMail.empty();
-  }
+  // A send by code has the body of the settings in this field before a channel begins; a direct one has what
+  // it was given and takes none from there.
+  [[nodiscard]] bool SenzaCorpo() const { return servizio_.vCorpoMail.empty(); }
 
   void InizializzaRegistro() {
     servizio_.INFO_TipoDoc = richiesta_.tipoDocumento;

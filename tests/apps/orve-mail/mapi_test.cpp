@@ -113,6 +113,24 @@ TEST_F(InvioMapi, WithoutABodyTheControlsSendNothingAndThePersonLearnsWhatToDo) 
   EXPECT_EQ(Invia({"--sendmail", Msmtp(server), "--a", "anna@x.example", "--oggetto", "Vuoto"}).stato, 0);
 }
 
+TEST_F(InvioMapi, AnEmptyStandingMessageIsABodyThatTheControlsDoNotSend) {
+  const support::SmtpServer server;
+  ImpostaCanale(kSimpleMapi);
+  const auto invia = [&](const std::string& messaggio) {
+    Sql("UPDATE FW24_FAXCONFIG SET FW24_FLGMSGPERS = 1, FW24_MSGPERS = '" + messaggio +
+        "' WHERE FW24_INDCANALE = 1");
+    return Invia({"--sendmail", Msmtp(server), "--cliente", "1001", "--oggetto", "Fattura"});
+  };
+  const Esecuzione vuoto = invia("");
+  EXPECT_EQ(vuoto.stato, 1) << vuoto;
+  EXPECT_THAT(vuoto.errori,
+              StartsWith("Messaggio non inviato: il canale Simple MAPI non invia messaggi senza"));
+  EXPECT_EQ(server.Count(), 0U);
+  const Esecuzione pieno = invia("Cordiali saluti");
+  EXPECT_EQ(pieno.stato, 0) << pieno;
+  EXPECT_EQ(server.OnlyMessage().body, "Cordiali saluti\r\n");
+}
+
 TEST_F(InvioMapi, TheSenderMayBeNamed) {
   const support::SmtpServer server;
   for (const int canale : {kSimpleMapi, kMapi32}) {
