@@ -9,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "mime/address_list.h"
 #include "orve-mail/messaggio.h"
 #include "orve-mail/numeri.h"
 #include "orve-mail/riga_di_comando.h"
@@ -145,7 +146,8 @@ void AggiungiRete(CLI::App& comando, OpzioniInvio& opzioni) {
        "FILE");
   const CLI::Validator nomeDiMacchina(
       [](std::string& testo) {
-        const bool nome = adapters::smtp::IsAddressLiteralOrName(testo);
+        const std::string ascii = adapters::mime::AsciiDomain(testo).value_or("");
+        const bool nome = adapters::smtp::IsAddressLiteralOrName(ascii);
         return nome ? std::string() : "«" + testo + "» non è il nome di una macchina né un [indirizzo]";
       },
       "");

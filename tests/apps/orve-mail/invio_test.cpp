@@ -286,8 +286,19 @@ TEST_F(Invio, TheNameInEhloAndAPortOfImplicitTlsMayBeGiven) {
   EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
   EXPECT_EQ(server.Count(), 1U);
   EXPECT_THAT(support::ReadFile(dialogo), HasSubstr("C: EHLO posta.azienda.example"));
-  EXPECT_EQ(Invia({"--cliente", "1001", "--corpo", "x", "--ehlo", "due parole"}).stato, 2);
+  for (const char* errato : {"due parole", "", "[192.0.2.7], x"}) {
+    EXPECT_EQ(Invia({"--cliente", "1001", "--corpo", "x", "--ehlo", errato}).stato, 2) << errato;
+  }
   EXPECT_EQ(Invia({"--cliente", "1001", "--corpo", "x", "--porta-tls", "0"}).stato, 2);
+}
+
+TEST_F(Invio, TheNameInEhloMayBeWrittenInItsOwnAlphabet) {
+  AvviaServerOrdinario();
+  const std::string dialogo = File("dialogo.txt");
+  const Esecuzione esecuzione =
+      Invia({"--a", "x@example.org", "--corpo", "x", "--ehlo", "città.example", "--dialogo", dialogo});
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
+  EXPECT_THAT(support::ReadFile(dialogo), HasSubstr("C: EHLO xn--citt-3na.example"));
 }
 
 TEST_F(Invio, DocumentDataTravelToTheRegister) {
