@@ -75,8 +75,7 @@ std::string MotivoNonPartito(const Resoconto& resoconto) {
 std::string MotivoFallito(const Resoconto& resoconto) {
   if (resoconto.corpoRichiesto) {
     return "il canale Simple MAPI non invia messaggi senza corpo. Scrivere un corpo, o impostarne uno per "
-           "tutti "
-           "i messaggi";
+           "tutti i messaggi";
   }
   return PrimoMotivo(resoconto, "errore di invio");
 }
