@@ -271,7 +271,7 @@ class AbbandonoDiUnCambio : public Abbandono, public ::testing::WithParamInterfa
 
 TEST_P(AbbandonoDiUnCambio, IsAskedFor) {
   servizio->vElencoAllegati = Variant::Array{PerLibreria(cartella.File("a.txt"))};
-  ambiente->parametriCorpo = Variant::Array{Variant::Array{"Nome cliente", "#NOME"}};
+  ambiente->parametriCorpo = Variant::Array{Variant(Variant::Array{"Nome cliente", "#NOME"})};
   Apri([this](QWidget& finestra) {
     GetParam().azione(finestra);
     regia.Risponde(forms::kDomandaAbbandono, "No");
@@ -405,7 +405,7 @@ TEST_F(FinestraDiInvio, ASpecialFieldLeavesCaretAndViewBehindItAndCanBeUndone) {
   servizio->vFlagCorpo = 1;
   for (int i = 0; i < 60; ++i) servizio->vCorpoMail += "riga\r\n";
   const std::string prima = servizio->vCorpoMail;
-  ambiente->parametriCorpo = Variant::Array{Variant::Array{"Nome cliente", "#NOME"}};
+  ambiente->parametriCorpo = Variant::Array{Variant(Variant::Array{"Nome cliente", "#NOME"})};
   Apri([](QWidget& finestra) {
     auto& corpo = Trova<QPlainTextEdit>(finestra, "TXT_CORPO");
     corpo.moveCursor(QTextCursor::Start);

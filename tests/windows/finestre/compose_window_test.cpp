@@ -438,7 +438,7 @@ TEST_F(FinestraDiInvio, ASpecialFieldLeavesCaretAndViewBehindItAndCanBeUndone) {
   servizio->vFlagCorpo = 1;
   for (int i = 0; i < 60; ++i) servizio->vCorpoMail += "riga\r\n";
   const std::string prima = servizio->vCorpoMail;
-  ambiente->parametriCorpo = Variant::Array{Variant::Array{"Nome cliente", "#NOME"}};
+  ambiente->parametriCorpo = Variant::Array{Variant(Variant::Array{"Nome cliente", "#NOME"})};
   Collezione().AddFromLista("anna@x.example", "Anna", "", 0);
   Apri([&](const Vista& finestra) {
     auto* corpo = finestra.Trova("TXT_CORPO");
