@@ -8,7 +8,7 @@
 namespace orve::places {
 
 /// The absolute path of `path`, which counts from the root of the sources.
-[[nodiscard]] std::string Source(const std::string& path = "");
+[[nodiscard]] std::string Source(const std::string& path);
 /// The same from the root of the build.
 [[nodiscard]] std::string Build(const std::string& path = "");
 /// The reference host's program.

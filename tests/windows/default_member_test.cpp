@@ -42,6 +42,18 @@ class MembroPredefinito : public prova::ClienteAnticipato {
     return win32::FromCom(letta.Get());
   }
 
+  /// Writes an object to a property of any type and to one of text, and finds its value in both.
+  void ScriveIlValore(WORD modi, const VARIANT& oggetto) {
+    for (const wchar_t* membro : {L"DittaCorrente", L"vOggetto"}) {
+      const ChiamataTardiva scritta(servizio_.Get(), membro, modi, {oggetto}, {DISPID_PROPERTYPUT});
+      EXPECT_EQ(scritta.esito, S_OK);
+    }
+    EXPECT_EQ(Ditta(), host::Variant("C001"));
+    Bstr testo;
+    EXPECT_EQ(servizio_->get_vOggetto(testo.Uscita()), S_OK);
+    EXPECT_EQ(win32::FromBstr(testo.Get()), "C001");
+  }
+
   host::Variant valore_ = "C001";
   bool guasto_ = false;
   prova::GiornaleCom giornale_ = std::make_shared<std::vector<std::string>>();
@@ -63,28 +75,11 @@ TEST_F(MembroPredefinito, AVariableByReferenceHoldsAnObjectLikeAnyOther) {
   VariantInit(&variabile);
   V_VT(&variabile) = VT_VARIANT | VT_BYREF;
   V_VARIANTREF(&variabile) = &campo.Get();
-  for (const wchar_t* membro : {L"DittaCorrente", L"vOggetto"}) {
-    const ChiamataTardiva scritta(servizio_.Get(), membro, DISPATCH_PROPERTYPUT, {variabile},
-                                  {DISPID_PROPERTYPUT});
-    EXPECT_EQ(scritta.esito, S_OK);
-  }
-  EXPECT_EQ(Ditta(), host::Variant("C001"));
-  Bstr oggetto;
-  EXPECT_EQ(servizio_->get_vOggetto(oggetto.Uscita()), S_OK);
-  EXPECT_EQ(win32::FromBstr(oggetto.Get()), "C001");
+  ScriveIlValore(DISPATCH_PROPERTYPUT, variabile);
 }
 
 TEST_F(MembroPredefinito, ALanguageWithoutSetWritesTheValue) {
-  constexpr WORD kScritturaOAssegnazione = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
-  for (const wchar_t* membro : {L"DittaCorrente", L"vOggetto"}) {
-    const ChiamataTardiva scritta(servizio_.Get(), membro, kScritturaOAssegnazione, {Campo().Get()},
-                                  {DISPID_PROPERTYPUT});
-    EXPECT_EQ(scritta.esito, S_OK);
-  }
-  EXPECT_EQ(Ditta(), host::Variant("C001"));
-  Bstr oggetto;
-  EXPECT_EQ(servizio_->get_vOggetto(oggetto.Uscita()), S_OK);
-  EXPECT_EQ(win32::FromBstr(oggetto.Get()), "C001");
+  ScriveIlValore(DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF, Campo().Get());
 }
 
 TEST_F(MembroPredefinito, AnErrorOfTheDefaultMemberIsTheErrorOfTheCall) {

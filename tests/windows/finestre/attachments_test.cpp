@@ -238,6 +238,16 @@ TEST(FileDiWindows, ACopyOutlivesWhoeverMadeItUntilItIsOldAlsoWhenNobodyMayWrite
   SetFileAttributesW(Largo(origine).c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
+TEST(FileDiWindows, CopiesGoOnWhenTheirFolderHasBeenCleared) {
+  const CartellaDiProva cartella;
+  CartellaCopie copie(cartella.Radice());
+  const std::filesystem::path prima = Largo(copie.PostoPer("a"));
+  std::filesystem::remove_all(prima.parent_path().parent_path());
+  const std::filesystem::path poi = Largo(copie.PostoPer("a"));
+  EXPECT_NE(poi, prima);
+  EXPECT_TRUE(std::filesystem::is_directory(poi.parent_path()));
+}
+
 TEST(FileDiWindows, AFolderIsNoFileAndAMissingOneIsToldAsSuch) {
   const CartellaDiProva cartella;
   const auto copie = std::make_shared<CartellaCopie>(cartella.Radice());
