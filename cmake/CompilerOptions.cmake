@@ -3,7 +3,7 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wformat -Werror=format-security -Werror)
 # Optimising, GCC 12 sees overlaps inside std::string's operator+ that are not there (GCC bug 105651).
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   add_compile_options(-Wno-restrict)
@@ -16,6 +16,8 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # Of files compiled as one it takes those included, .cpp files, for headers.
   add_compile_options(-Wno-subobject-linkage)
 endif()
+
+include("${CMAKE_CURRENT_LIST_DIR}/Hardening.cmake")
 
 option(ORVE_SANITIZE "Build with Clang's address and undefined-behaviour sanitizers, and the fuzzers with libFuzzer" OFF)
 if(ORVE_SANITIZE)

@@ -1,5 +1,6 @@
 #include "modulo.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstring>
 #include <map>
@@ -19,11 +20,16 @@ struct OrdineGuid {
   bool operator()(const GUID& a, const GUID& b) const { return std::memcmp(&a, &b, sizeof(GUID)) < 0; }
 };
 
+struct Oggetto {
+  IUnknown* identita;
+  Interno* interno;
+};
+
 struct Modulo {
   std::atomic<long> presenze{0};
   std::mutex chiave;
   std::map<GUID, std::shared_ptr<const DescrizioneTipo>, OrdineGuid> descrizioni;
-  std::map<const void*, IUnknown*> oggetti;
+  std::map<const void*, Oggetto> oggetti;  // by the object of the library
 };
 
 // Never destroyed: at the end of a process objects may outlive the DLL's own statics.
@@ -87,14 +93,22 @@ IUnknown* OggettoPerNucleo(const void* nucleo) noexcept {
   const std::lock_guard serratura(modulo.chiave);
   const auto trovato = modulo.oggetti.find(nucleo);
   if (trovato == modulo.oggetti.end()) return nullptr;
-  trovato->second->AddRef();
-  return trovato->second;
+  trovato->second.identita->AddRef();
+  return trovato->second.identita;
 }
 
-void RicordaNucleo(const void* nucleo, IUnknown* oggetto) {
+Interno* InternoDi(IUnknown* identita) noexcept {
   Modulo& modulo = ModuloUnico();
   const std::lock_guard serratura(modulo.chiave);
-  modulo.oggetti.emplace(nucleo, oggetto);
+  const auto trovato = std::ranges::find(modulo.oggetti, identita,
+                                         [](const auto& voce) { return voce.second.identita; });
+  return trovato == modulo.oggetti.end() ? nullptr : trovato->second.interno;
+}
+
+void RicordaNucleo(const void* nucleo, IUnknown* oggetto, Interno* interno) {
+  Modulo& modulo = ModuloUnico();
+  const std::lock_guard serratura(modulo.chiave);
+  modulo.oggetti.emplace(nucleo, Oggetto{oggetto, interno});
 }
 
 void DimenticaNucleo(const void* nucleo) noexcept {

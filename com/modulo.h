@@ -12,6 +12,8 @@
 
 namespace orve::com {
 
+class Interno;
+
 /// Counts one object, class factory or server lock for as long as it lives.
 class Presenza {
  public:
@@ -39,7 +41,13 @@ class Presenza {
 /// none. An object of the library has at most one, so that a client that compares two references gets a true
 /// answer.
 [[nodiscard]] IUnknown* OggettoPerNucleo(const void* nucleo) noexcept;
-void RicordaNucleo(const void* nucleo, IUnknown* oggetto);
+
+/// What is behind a living public object of this DLL, told from its identity (its answer to IID_IUnknown); null for every other
+/// object, which is asked nothing.
+[[nodiscard]] Interno* InternoDi(IUnknown* identita) noexcept;
+
+/// `oggetto` is the public object's identity; it is remembered without a reference, until it is forgotten.
+void RicordaNucleo(const void* nucleo, IUnknown* oggetto, Interno* interno);
 void DimenticaNucleo(const void* nucleo) noexcept;
 
 }  // namespace orve::com

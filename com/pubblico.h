@@ -34,20 +34,16 @@ class ConNucleo : public Interno {
   [[nodiscard]] virtual const std::shared_ptr<Nucleo>& NucleoCondiviso() const noexcept = 0;
 };
 
-/// The object's answer to this identifier is its Interno, without a reference counted.
-inline constexpr GUID kIidInterno = {
-    0x6d2a9d0b, 0x7a04, 0x4c3e, {0x9e, 0x42, 0x1f, 0x0c, 0x55, 0x8b, 0x3a, 0x61}};
-
 /// The object of the library behind a public object; absent for an absent one. Raises 13 for an object that
 /// is none of the library's, or another of its classes.
 template <class Nucleo>
 std::shared_ptr<Nucleo> NucleoDi(IUnknown* oggetto) {
   if (oggetto == nullptr) return nullptr;
-  void* interno = nullptr;
-  if (FAILED(oggetto->QueryInterface(kIidInterno, &interno))) {
+  win32::ComPtr<IUnknown> identita;
+  if (FAILED(oggetto->QueryInterface(IID_IUnknown, identita.UscitaVoid()))) {
     throw host::Errore(host::kTipoNonCorrispondente);
   }
-  auto* conNucleo = dynamic_cast<ConNucleo<Nucleo>*>(static_cast<Interno*>(interno));
+  auto* conNucleo = dynamic_cast<ConNucleo<Nucleo>*>(InternoDi(identita.Get()));
   if (conNucleo == nullptr) throw host::Errore(host::kTipoNonCorrispondente);
   return conNucleo->NucleoCondiviso();
 }
@@ -62,10 +58,6 @@ class Pubblico : public Interfaccia,
   // --- IUnknown
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
     if (oggetto == nullptr) return E_POINTER;
-    if (iid == kIidInterno) {
-      *oggetto = static_cast<Interno*>(this);
-      return S_OK;
-    }
     *oggetto = Trova(iid);
     if (*oggetto == nullptr) return E_NOINTERFACE;
     AddRef();
@@ -131,7 +123,7 @@ class Pubblico : public Interfaccia,
  protected:
   /// `classe` is the identifier of the class in the type library.
   Pubblico(std::shared_ptr<Nucleo> nucleo, REFCLSID classe) : nucleo_(std::move(nucleo)), classe_(classe) {
-    RicordaNucleo(nucleo_.get(), static_cast<Interfaccia*>(this));
+    RicordaNucleo(nucleo_.get(), static_cast<Interfaccia*>(this), this);
   }
   ~Pubblico() override { DimenticaNucleo(nucleo_.get()); }
 

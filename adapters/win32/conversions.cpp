@@ -90,13 +90,61 @@ Variant::Array Dimensione(SAFEARRAY* elenco, VARTYPE tipo, UINT dimensione, std:
   return valori;
 }
 
-Variant DaArray(SAFEARRAY* elenco, VARTYPE tipo) {
+// Size in bytes of an element that is its own value; 0 for every other type.
+std::size_t MisuraDiUnValore(VARTYPE tipo) {
+  switch (tipo) {
+    case VT_I1:
+    case VT_UI1:
+      return 1;
+    case VT_I2:
+    case VT_UI2:
+    case VT_BOOL:
+      return 2;
+    case VT_I4:
+    case VT_UI4:
+    case VT_INT:
+    case VT_UINT:
+    case VT_R4:
+    case VT_ERROR:
+      return 4;
+    case VT_I8:
+    case VT_UI8:
+    case VT_R8:
+    case VT_CY:
+    case VT_DATE:
+      return 8;
+    case VT_DECIMAL:
+      return sizeof(DECIMAL);
+    default:
+      return 0;
+  }
+}
+
+// What the array says its elements are. The caller's word counts only where the array does not know, which is so for descriptors
+// made by hand, and for values that follow no pointer.
+VARTYPE TipoDegliElementi(SAFEARRAY* elenco, VARTYPE dichiarato) {
+  VARTYPE tipo = VT_EMPTY;
+  if (SUCCEEDED(SafeArrayGetVartype(elenco, &tipo)) && tipo != VT_EMPTY) {
+    // The elements of a record tell nothing without its description.
+    if (tipo == VT_RECORD) throw Errore(host::kTipoNonCorrispondente);
+    return tipo;
+  }
+  if ((elenco->fFeatures & FADF_BSTR) != 0) return VT_BSTR;
+  if ((elenco->fFeatures & FADF_VARIANT) != 0) return VT_VARIANT;
+  if ((elenco->fFeatures & FADF_DISPATCH) != 0) return VT_DISPATCH;
+  if ((elenco->fFeatures & FADF_UNKNOWN) != 0) return VT_UNKNOWN;
+  const std::size_t misura = MisuraDiUnValore(dichiarato);
+  if (misura == 0 || misura != SafeArrayGetElemsize(elenco)) throw Errore(host::kTipoNonCorrispondente);
+  return dichiarato;
+}
+
+Variant DaArray(SAFEARRAY* elenco, VARTYPE dichiarato) {
   if (elenco == nullptr) return Variant::Array{};  // never dimensioned
   const UINT dimensioni = SafeArrayGetDim(elenco);
   if (dimensioni == 0) return Variant::Array{};
   const Elementi fermi(elenco);
   std::vector<LONG> indici(dimensioni);
-  return Dimensione(elenco, tipo, 1, indici);
+  return Dimensione(elenco, TipoDegliElementi(elenco, dichiarato), 1, indici);
 }
 
 template <class Intero>

@@ -28,6 +28,8 @@ orve_add_script(canali "${ORVE_SCRIPTS}/canali.vbs" "${ORVE_JOURNALS}/canali.txt
 # The DLL needs nothing but what every Windows has.
 add_test(NAME dll-imports COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/dll_imports" "${CMAKE_OBJDUMP}"
                                   "$<TARGET_FILE:orve-com>")
+add_test(NAME dll-hardening COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/dll_hardening" "${CMAKE_OBJDUMP}"
+                                    "$<TARGET_FILE:orve-com>")
 
 # The samples, unchanged, with what stands behind them played by a script in front.
 set(ORVE_EXAMPLES "${CMAKE_SOURCE_DIR}/examples")

@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstring>
 #include <map>
 #include <string>
@@ -188,6 +189,43 @@ TEST_F(ClienteAnticipato, MembersOfARecipientAreCalledThroughTheVtable) {
   ComPtr<IDestinatario> stesso;
   ASSERT_EQ(coll->get_Item(indice.Get(), stesso.Uscita()), S_OK);
   EXPECT_EQ(stesso.Get(), destinatario.Get());
+}
+
+// Answers every identifier, with what is no object at all.
+class DiceSempreSi final : public IDispatch {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
+    *oggetto = iid == IID_IUnknown || iid == IID_IDispatch ? static_cast<void*>(this) : rumore_;
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
+  ULONG STDMETHODCALLTYPE Release() override { return 1; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
+    return E_NOTIMPL;
+  }
+
+ private:
+  std::uintptr_t rumore_[8] = {1, 1, 1, 1, 1, 1, 1, 1};
+};
+
+TEST_F(ClienteAnticipato, AnObjectThatClaimsToBeEverythingIsNoneOfTheLibrarys) {
+  RecitaMessaggi();
+  {
+    const auto servizio = Crea<ICLSFW_MAILSERVER>(CLSID_CLSFW_MAILSERVER);
+    DiceSempreSi estraneo;
+    auto* finti = reinterpret_cast<ICollDestinatari*>(static_cast<IDispatch*>(&estraneo));
+    EXPECT_EQ(servizio->putref_vCollDestinatari(finti), static_cast<HRESULT>(0x800A000D));
+    // Neither is one of its other classes a collection of recipients.
+    const auto mittenti = Crea<ICollMittenti>(CLSID_CollMittenti);
+    auto* altri = reinterpret_cast<ICollDestinatari*>(mittenti.Get());
+    EXPECT_EQ(servizio->putref_vCollDestinatari(altri), static_cast<HRESULT>(0x800A000D));
+    const auto buoni = Crea<ICollDestinatari>(CLSID_CollDestinatari);
+    EXPECT_EQ(servizio->putref_vCollDestinatari(buoni.Get()), S_OK);
+  }
+  RitiraMessaggi();
 }
 
 TEST_F(ClienteAnticipato, ANullResultPointerIsRefused) {

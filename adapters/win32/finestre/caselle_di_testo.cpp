@@ -29,7 +29,7 @@ bool Giu(int tasto) {
 
 // Loaded once and kept: windows may be asked for as long as the program runs.
 void CaricaRichEdit() {
-  static HMODULE modulo = LoadLibraryW(L"msftedit.dll");
+  static HMODULE modulo = LoadLibraryExW(L"msftedit.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
   if (modulo == nullptr) throw host::Errore(host::kOggettoNonCreabile);
 }
 

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "host/errore.h"
 #include "windows/win32/doppio.h"
 
@@ -156,6 +158,42 @@ TEST(Conversioni, AnArrayOfTwoDimensionsBecomesRows) {
   V_ARRAY(&valore.Get()) = tabella;
   EXPECT_TRUE(FromCom(valore.Get()) ==
               Variant(Variant::Array{Variant::Array{1, 2, 3}, Variant::Array{11, 12, 13}}));
+}
+
+TEST(Conversioni, AnArrayIsReadAsWhatItHoldsAndNotAsWhatItIsCalled) {
+  auto* numeri = SafeArrayCreateVector(VT_I4, 0, 2);
+  for (LONG posto = 0; posto < 2; ++posto) {
+    LONG numero = 40 + posto;
+    ASSERT_EQ(SafeArrayPutElement(numeri, &posto, &numero), S_OK);
+  }
+  VariantCom valore;
+  V_ARRAY(&valore.Get()) = numeri;
+  for (const VARTYPE detto : {VT_I4, VT_BSTR, VT_VARIANT, VT_DISPATCH, VT_I8, VT_EMPTY}) {
+    V_VT(&valore.Get()) = static_cast<VARTYPE>(VT_ARRAY | detto);
+    EXPECT_TRUE(FromCom(valore.Get()) == Variant(Variant::Array{40, 41})) << detto;
+  }
+  V_VT(&valore.Get()) = VT_ARRAY | VT_I4;
+}
+
+TEST(Conversioni, AnArrayThatDoesNotKnowItsKindIsTakenAtItsWordForValuesOfItsSizeAlone) {
+  SAFEARRAY* elenco = nullptr;
+  ASSERT_EQ(SafeArrayAllocDescriptor(1, &elenco), S_OK);
+  elenco->cbElements = sizeof(std::int32_t);
+  elenco->rgsabound[0] = {2, 0};
+  ASSERT_EQ(SafeArrayAllocData(elenco), S_OK);
+  const std::int32_t numeri[] = {7, 8};
+  std::memcpy(elenco->pvData, numeri, sizeof numeri);
+  VARIANT valore;
+  VariantInit(&valore);
+  V_ARRAY(&valore) = elenco;
+  V_VT(&valore) = VT_ARRAY | VT_I4;
+  EXPECT_TRUE(FromCom(valore) == Variant(Variant::Array{7, 8}));
+  for (const VARTYPE detto : {VT_BSTR, VT_VARIANT, VT_DISPATCH, VT_UNKNOWN, VT_RECORD, VT_I8, VT_R8, VT_I2}) {
+    V_VT(&valore) = static_cast<VARTYPE>(VT_ARRAY | detto);
+    EXPECT_THROW(FromCom(valore), host::Errore) << detto;
+  }
+  SafeArrayDestroyData(elenco);
+  SafeArrayDestroyDescriptor(elenco);
 }
 
 TEST(Conversioni, AnArrayThatWasNeverDimensionedIsEmpty) {

@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "host/errore.h"
@@ -105,6 +107,7 @@ class Mapi32Test : public testing::Test {
  protected:
   void SetUp() override {
     arrivo = &arrivato;
+    // Loaded already, it is what the name means from here on.
     const HMODULE libreria = LoadLibraryW(L"mapi32.dll");
     const auto imposta = reinterpret_cast<prova::ImpostaFunzioniMapi>(
         reinterpret_cast<void*>(GetProcAddress(libreria, "ImpostaFunzioni")));
@@ -187,6 +190,39 @@ TEST_F(Mapi32Test, AMachineWithoutTheLibraryIsError53AndALibraryWithoutTheFuncti
   EXPECT_EQ(NumeroDellErrore(manca), 53);
   Mapi32Win32 altra(L"kernel32.dll");
   EXPECT_EQ(NumeroDellErrore(altra), 453);
+}
+
+std::filesystem::path CartellaDelProgramma() {
+  std::wstring programma(MAX_PATH, L'\0');
+  programma.resize(GetModuleFileNameW(nullptr, programma.data(), MAX_PATH));
+  return std::filesystem::path(programma).parent_path();
+}
+
+// A library that whoever may write the folder has left there.
+class LibreriaLasciata {
+ public:
+  explicit LibreriaLasciata(const std::filesystem::path& cartella) : file_(cartella / L"orve-lasciata.dll") {
+    copy_file(CartellaDelProgramma() / L"mapi32.dll", file_, std::filesystem::copy_options::overwrite_existing);
+  }
+  LibreriaLasciata(const LibreriaLasciata&) = delete;
+  LibreriaLasciata& operator=(const LibreriaLasciata&) = delete;
+  LibreriaLasciata(LibreriaLasciata&&) = delete;
+  LibreriaLasciata& operator=(LibreriaLasciata&&) = delete;
+  ~LibreriaLasciata() {
+    std::error_code lasciata;
+    remove(file_, lasciata);
+  }
+
+ private:
+  std::filesystem::path file_;
+};
+
+TEST_F(Mapi32Test, ALibraryBesideTheProgramOrInTheCurrentFolderIsNotLoaded) {
+  for (const auto& cartella : {CartellaDelProgramma(), std::filesystem::current_path()}) {
+    const LibreriaLasciata lasciata(cartella);
+    Mapi32Win32 libreria(L"orve-lasciata.dll");
+    EXPECT_EQ(NumeroDellErrore(libreria), 53) << cartella;
+  }
 }
 
 }  // namespace
