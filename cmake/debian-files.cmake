@@ -14,6 +14,10 @@ foreach(folder IN LISTS folders)
   execute_process(COMMAND gzip -9n "${folder}/changelog" COMMAND_ERROR_IS_FATAL ANY)
 endforeach()
 
+# Made by `./dev package` from the finished build.
+file(COPY "${CPACK_PACKAGE_DIRECTORY}/orve-mailserver.spdx.json"
+     DESTINATION "${CPACK_TEMPORARY_DIRECTORY}/program/usr/share/doc/orve-mailserver")
+
 set(manuals "${CPACK_TEMPORARY_DIRECTORY}/program/usr/share/man")
 execute_process(COMMAND gzip -9n "${manuals}/it/man1/orve-mail.1" COMMAND_ERROR_IS_FATAL ANY)
 file(MAKE_DIRECTORY "${manuals}/man1")

@@ -28,6 +28,9 @@ orve_add_script(canali "${ORVE_SCRIPTS}/canali.vbs" "${ORVE_JOURNALS}/canali.txt
 # The DLL needs nothing but what every Windows has.
 add_test(NAME dll-imports COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/dll_imports" "${CMAKE_OBJDUMP}"
                                   "$<TARGET_FILE:orve-com>")
+add_test(NAME dll-bill-of-materials
+         COMMAND "${CMAKE_SOURCE_DIR}/tests/package/bill_of_materials" "${CMAKE_BINARY_DIR}" com/orve_mailserver.dll
+                 g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev)
 add_test(NAME dll-hardening COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/dll_hardening" "${CMAKE_OBJDUMP}"
                                     "$<TARGET_FILE:orve-com>")
 
