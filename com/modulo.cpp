@@ -100,8 +100,8 @@ IUnknown* OggettoPerNucleo(const void* nucleo) noexcept {
 Interno* InternoDi(IUnknown* identita) noexcept {
   Modulo& modulo = ModuloUnico();
   const std::lock_guard serratura(modulo.chiave);
-  const auto trovato = std::ranges::find(modulo.oggetti, identita,
-                                         [](const auto& voce) { return voce.second.identita; });
+  const auto trovato =
+      std::ranges::find(modulo.oggetti, identita, [](const auto& voce) { return voce.second.identita; });
   return trovato == modulo.oggetti.end() ? nullptr : trovato->second.interno;
 }
 

@@ -42,8 +42,8 @@ class Presenza {
 /// answer.
 [[nodiscard]] IUnknown* OggettoPerNucleo(const void* nucleo) noexcept;
 
-/// What is behind a living public object of this DLL, told from its identity (its answer to IID_IUnknown); null for every other
-/// object, which is asked nothing.
+/// What is behind a living public object of this DLL, told from its identity (its answer to IID_IUnknown);
+/// null for every other object, which is asked nothing.
 [[nodiscard]] Interno* InternoDi(IUnknown* identita) noexcept;
 
 /// `oggetto` is the public object's identity; it is remembered without a reference, until it is forgotten.

@@ -120,8 +120,8 @@ std::size_t MisuraDiUnValore(VARTYPE tipo) {
   }
 }
 
-// What the array says its elements are. The caller's word counts only where the array does not know, which is so for descriptors
-// made by hand, and for values that follow no pointer.
+// What the array says its elements are. The caller's word counts only where the array does not know, which is
+// so for descriptors made by hand, and for values that follow no pointer.
 VARTYPE TipoDegliElementi(SAFEARRAY* elenco, VARTYPE dichiarato) {
   VARTYPE tipo = VT_EMPTY;
   if (SUCCEEDED(SafeArrayGetVartype(elenco, &tipo)) && tipo != VT_EMPTY) {

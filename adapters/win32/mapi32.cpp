@@ -24,7 +24,8 @@ using SendMail = ULONG(WINAPI*)(ULONG_PTR, ULONG_PTR, MapiMessageRecord*, SAFEAR
 using Logoff = ULONG(WINAPI*)(ULONG_PTR, ULONG_PTR, ULONG, ULONG);
 
 HMODULE Libreria(const std::wstring& nome) {
-  // Neither from the current folder nor from the program's, where anybody may have left a library of that name.
+  // Neither from the current folder nor from the program's, where anybody may have left a library of that
+  // name.
   HMODULE libreria = LoadLibraryExW(nome.c_str(), nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
   if (libreria == nullptr) {
     throw host::Errore(kFileNonTrovato, kSorgenteMapi, "Impossibile trovare il file " + ToUtf8(nome));

@@ -202,7 +202,8 @@ std::filesystem::path CartellaDelProgramma() {
 class LibreriaLasciata {
  public:
   explicit LibreriaLasciata(const std::filesystem::path& cartella) : file_(cartella / L"orve-lasciata.dll") {
-    copy_file(CartellaDelProgramma() / L"mapi32.dll", file_, std::filesystem::copy_options::overwrite_existing);
+    copy_file(CartellaDelProgramma() / L"mapi32.dll", file_,
+              std::filesystem::copy_options::overwrite_existing);
   }
   LibreriaLasciata(const LibreriaLasciata&) = delete;
   LibreriaLasciata& operator=(const LibreriaLasciata&) = delete;
