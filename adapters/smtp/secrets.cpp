@@ -163,7 +163,9 @@ std::vector<unsigned> HexadecimalDigits(std::string_view text) {
 /// left out, so that it may be spread over words and lines; a code that does not begin with the text has the
 /// alignment of one of its readings.
 std::vector<std::string> Readings(std::string_view text) {
-  std::vector<std::string> readings = {Unescaped(text), DecimalNumbers(text)};
+  std::string joined(text);  // a line may end within a number
+  std::erase_if(joined, [](char c) { return c == '\r' || c == '\n'; });
+  std::vector<std::string> readings = {Unescaped(joined), DecimalNumbers(text), DecimalNumbers(joined)};
   if (readings.front() == text) readings.front().clear();
   const std::vector<unsigned> base64 = Base64Digits(text);
   const std::vector<unsigned> hexadecimal = HexadecimalDigits(text);

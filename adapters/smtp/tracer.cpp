@@ -12,8 +12,8 @@ namespace {
 
 constexpr std::string_view kMask = "***";
 
-// What a secret of any length cannot be spread over without a run of it in one place.
-constexpr std::size_t kRemembered = 256;
+// A run of a secret takes less, even letter by letter and in several codes.
+constexpr std::size_t kRemembered = 1024;
 constexpr std::size_t kCode = 4;                   // "250 "
 constexpr std::string_view kBetweenLines = " / ";  // of a reply that became one text
 
@@ -40,7 +40,8 @@ std::string_view WithoutCodes(std::string_view line) {
   const std::string_view status = line.substr(0, line.find(' '));
   const bool numbers =
       std::all_of(status.begin(), status.end(), [](char c) { return IsDigit(c) || c == '.'; });
-  if (numbers && std::count(status.begin(), status.end(), '.') == 2) line.remove_prefix(status.size());
+  if (numbers && std::count(status.begin(), status.end(), '.') == 2)
+    line.remove_prefix(std::min(line.size(), status.size() + 1));
   return line;
 }
 

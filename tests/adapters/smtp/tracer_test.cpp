@@ -83,7 +83,8 @@ TEST(Masking, KnowsTheSecretInEveryFormThatAProgramUndoes) {
 
 TEST(Masking, KnowsTheSecretWhereItIsSpreadOverLines) {
   for (const std::string words :
-       {"Gatto.Nero7", "R2F0dG8uTmVybzc", "476174746f2e4e65726f37", "UjJGMGRHOHVUbVZ5YnpjPQ"}) {
+       {"Gatto.Nero7", "R2F0dG8uTmVybzc", "476174746f2e4e65726f37", "UjJGMGRHOHVUbVZ5YnpjPQ",
+        "&#71;&#97;&#116;&#116;&#111;&#46;&#78;&#101;&#114;&#111;&#55;"}) {
     for (std::size_t size = 1; size < words.size(); ++size) {
       SCOPED_TRACE(words + " by " + std::to_string(size));
       Overheard traced(kSecret);
