@@ -17,19 +17,19 @@ constexpr std::size_t kRemembered = 1024;
 constexpr std::size_t kCode = 4;                   // "250 "
 constexpr std::string_view kBetweenLines = " / ";  // of a reply that became one text
 
-bool IsDigit(char c) {
+bool IsCodeDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
 bool HasCode(std::string_view line) {
-  return line.size() >= kCode && std::all_of(line.begin(), line.begin() + 3, IsDigit) &&
+  return line.size() >= kCode && std::all_of(line.begin(), line.begin() + 3, IsCodeDigit) &&
          (line[3] == ' ' || line[3] == '-');
 }
 
 /// A line with which a server answers to credentials, other than by asking for more.
 bool IsOutcome(std::string_view line) {
-  return line.size() >= 3 && (line[0] == '2' || line[0] == '4' || line[0] == '5') && IsDigit(line[1]) &&
-         IsDigit(line[2]) && (line.size() == 3 || line[3] == ' ' || line[3] == '-');
+  return line.size() >= 3 && (line[0] == '2' || line[0] == '4' || line[0] == '5') && IsCodeDigit(line[1]) &&
+         IsCodeDigit(line[2]) && (line.size() == 3 || line[3] == ' ' || line[3] == '-');
 }
 
 /// Without the code of the reply and the one of three numbers behind it, which would tear apart what goes on
@@ -39,7 +39,7 @@ std::string_view WithoutCodes(std::string_view line) {
   line.remove_prefix(kCode);
   const std::string_view status = line.substr(0, line.find(' '));
   const bool numbers =
-      std::all_of(status.begin(), status.end(), [](char c) { return IsDigit(c) || c == '.'; });
+      std::all_of(status.begin(), status.end(), [](char c) { return IsCodeDigit(c) || c == '.'; });
   if (numbers && std::count(status.begin(), status.end(), '.') == 2)
     line.remove_prefix(std::min(line.size(), status.size() + 1));
   return line;
