@@ -19,7 +19,7 @@ struct Meaning {
   const char* text;
 };
 
-constexpr std::array<Meaning, 16> kMeanings = {{
+constexpr std::array<Meaning, 17> kMeanings = {{
     {LDAP_SERVER_DOWN, "la directory non è raggiungibile, oppure ha interrotto la connessione"},
     {LDAP_CONNECT_ERROR, "la connessione protetta con la directory non è riuscita"},
     {LDAP_TIMEOUT, "la directory non ha risposto in tempo"},
@@ -35,6 +35,7 @@ constexpr std::array<Meaning, 16> kMeanings = {{
     {LDAP_FILTER_ERROR, "il filtro della ricerca non è valido"},
     {LDAP_LOCAL_ERROR, "l'accesso con Kerberos non è riuscito"},
     {LDAP_AUTH_UNKNOWN, "l'accesso con Kerberos non è disponibile"},
+    {LDAP_MORE_RESULTS_TO_RETURN, "la directory risponde più di quanto le è stato chiesto"},
     {LDAP_REFERRAL, "la directory rinvia a un altro server"},
 }};
 

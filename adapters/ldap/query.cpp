@@ -1,6 +1,7 @@
 #include "ldap/query.h"
 
 #include "host/errore.h"
+#include "ldap/account_name.h"
 #include "text/text.h"
 
 namespace orve::adapters::ldap {
@@ -21,22 +22,13 @@ Depth DepthOf(std::string_view word) {
   Refuse("Profondità della ricerca sconosciuta");
 }
 
-bool HexDigit(char c) {
-  return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
-}
-
-// A backslash with its two digits. The library behind would also take a backslash before a bracket, and so
-// read another filter than the one counted here.
-bool Escaped(std::string_view filter, std::size_t backslash) {
-  return backslash + 2 < filter.size() && HexDigit(filter[backslash + 1]) && HexDigit(filter[backslash + 2]);
-}
-
 // One expression in brackets and nothing behind it. A bracket that is part of a value stands there as digits,
-// so that counting is exact.
+// so that counting is exact. The library behind would also take a backslash before a bracket, and so read
+// another filter than the one counted here.
 bool OneExpression(std::string_view filter) {
   int open = 0;
   for (std::size_t i = 0; i < filter.size(); ++i) {
-    if (filter[i] == '\\' && !Escaped(filter, i)) return false;
+    if (filter[i] == '\\' && !BeginsEscape(filter, i)) return false;
     if (filter[i] == '(') ++open;
     if (filter[i] == ')') --open;
     if (open <= 0) return open == 0 && i > 0 && i + 1 == filter.size();
@@ -58,6 +50,7 @@ std::string PathOfName(const std::string& name) {
 }
 
 Query ReadQuery(const std::string& query) {
+  RequirePlainAccountName(query);
   const std::size_t base = query.find(">;");
   const std::size_t depth = query.rfind(';');
   const std::size_t attributes = depth == std::string::npos ? depth : query.rfind(';', depth - 1);

@@ -1,9 +1,8 @@
 // The texts in which the library speaks to the directory: paths, and queries of four parts.
 //
-// A user name stands in the query's filter unescaped. The reader therefore takes the parts from both ends and
-// leaves the filter what is between, as a single expression: no name can change where is searched, how deep
-// and for which attributes, or put a second expression beside the filter. Inside it a name still counts as
-// what it spells: a star stands for anything, and brackets that close again add a condition.
+// A user name stands in the query's filter unescaped, and is refused where it would count as more than a name
+// (account_name.h). The reader besides takes the parts from both ends and leaves the filter what is between,
+// as a single expression.
 #pragma once
 
 #include <string>

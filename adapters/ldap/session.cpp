@@ -11,8 +11,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <iterator>
 #include <optional>
+#include <utility>
 
 #include "ldap/failure.h"
 #include "posix/pipe_signal.h"
@@ -27,16 +27,11 @@ using std::chrono::microseconds;
 using std::chrono::milliseconds;
 
 constexpr const char* kSystemAuthorities = "/etc/ssl/certs/ca-certificates.crt";
-constexpr int kMostEntries = 1000;
 constexpr milliseconds kFarewell{500};
-// Far more than eight attributes of a person; a length that a server merely claims must not take memory.
-constexpr ber_len_t kLargestAnswer = 4UL * 1024 * 1024;
 
 struct Freed {
   void operator()(LDAPMessage* message) const noexcept { ::ldap_msgfree(message); }
-  void operator()(BerElement* element) const noexcept { ::ber_free(element, 0); }
   void operator()(char* text) const noexcept { ::ldap_memfree(text); }
-  void operator()(berval** values) const noexcept { ::ldap_value_free_len(values); }
 };
 using Message = std::unique_ptr<LDAPMessage, Freed>;
 using Text = std::unique_ptr<char, Freed>;
@@ -146,7 +141,8 @@ struct Connected : ldap_conncb {
 
   static int OnConnect(LDAP* /*handle*/, Sockbuf* connection, LDAPURLDesc* /*server*/, sockaddr* /*address*/,
                        ldap_conncb* self) {
-    ber_len_t largest = kLargestAnswer;
+    // A length that a server merely claims must not take memory.
+    ber_len_t largest = EntryReader::kLargestMessage;
     ::ber_sockbuf_ctrl(connection, LBER_SB_OPT_SET_MAX_INCOMING, &largest);
     Deadline::Join(connection, static_cast<Deadline*>(self->lc_arg));
     return 0;
@@ -166,13 +162,6 @@ int ScopeOf(Depth depth) {
 }
 
 }  // namespace
-
-std::vector<std::string> Entry::Values(const std::string& attribute) const {
-  const auto found = std::find_if(attributes.begin(), attributes.end(), [&](const auto& one) {
-    return text::EqualsIgnoreCase(one.first, attribute);
-  });
-  return found != attributes.end() ? found->second : std::vector<std::string>();
-}
 
 void CheckOptions(const LdapOptions& options) {
   const auto refuse = [](const std::string& description) {
@@ -232,10 +221,20 @@ class Session::Handle {
     timeval limit{std::max<time_t>(Duration(options_.operationTimeout).tv_sec, 1), 0};
     int id = 0;
     Require(::ldap_search_ext(handle_, query.base.c_str(), ScopeOf(query.depth), query.filter.c_str(),
-                              wanted.data(), 0, nullptr, nullptr, &limit, kMostEntries, &id));
-    const Message answer = Answer(id);
-    RequireSuccess(answer.get(), LDAP_SIZELIMIT_EXCEEDED);
-    return Entries(answer.get());
+                              wanted.data(), 0, nullptr, nullptr, &limit, EntryReader::kMostEntries, &id));
+    EntryReader reader(handle_);
+    for (;;) {
+      const Message answer = Answer(id);
+      switch (reader.Take(answer.get())) {
+        case EntryReader::Taken::kMore:
+          break;
+        case EntryReader::Taken::kResult:
+          RequireSuccess(answer.get(), LDAP_SIZELIMIT_EXCEEDED);
+          return std::move(reader.Entries());
+        case EntryReader::Taken::kTooMuch:
+          Fail(LDAP_MORE_RESULTS_TO_RETURN, "");
+      }
+    }
   }
 
  private:
@@ -317,10 +316,11 @@ class Session::Handle {
     }
   }
 
+  // One message, so that none waits in memory for those that follow.
   Message Answer(int id) {
     timeval limit = Duration(options_.operationTimeout);
     LDAPMessage* answer = nullptr;
-    const int kind = ::ldap_result(handle_, id, LDAP_MSG_ALL, &limit, &answer);
+    const int kind = ::ldap_result(handle_, id, LDAP_MSG_ONE, &limit, &answer);
     if (kind > 0) return Message(answer);
     if (kind == 0) {
       ::ldap_abandon_ext(handle_, id, nullptr, nullptr);
@@ -358,37 +358,6 @@ class Session::Handle {
     broken_ = broken_ || (code < 0 && code != LDAP_FILTER_ERROR);
     throw LdapFailure(code,
                       options_.password.empty() ? words : text::Replace(words, options_.password, "***"));
-  }
-
-  std::vector<Entry> Entries(LDAPMessage* answer) {
-    std::vector<Entry> entries;
-    for (LDAPMessage* one = ::ldap_first_entry(handle_, answer); one != nullptr;
-         one = ::ldap_next_entry(handle_, one)) {
-      entries.push_back(Read(one));
-    }
-    return entries;
-  }
-
-  Entry Read(LDAPMessage* message) {
-    Entry entry;
-    const Text name(::ldap_get_dn(handle_, message));
-    if (name) entry.name = name.get();
-    BerElement* place = nullptr;
-    Text attribute(::ldap_first_attribute(handle_, message, &place));
-    const std::unique_ptr<BerElement, Freed> owned(place);
-    for (; attribute; attribute.reset(::ldap_next_attribute(handle_, message, place))) {
-      entry.attributes.emplace_back(attribute.get(), Values(message, attribute.get()));
-    }
-    return entry;
-  }
-
-  std::vector<std::string> Values(LDAPMessage* message, const char* attribute) {
-    std::vector<std::string> values;
-    const std::unique_ptr<berval*, Freed> found(::ldap_get_values_len(handle_, message, attribute));
-    for (berval** one = found.get(); one != nullptr && *one != nullptr; one = std::next(one)) {
-      values.emplace_back((*one)->bv_val, (*one)->bv_len);
-    }
-    return values;
   }
 
   LdapOptions options_;

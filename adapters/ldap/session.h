@@ -7,22 +7,13 @@
 
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "ldap/entry_reader.h"
 #include "ldap/ldap_options.h"
 #include "ldap/query.h"
 
 namespace orve::adapters::ldap {
-
-struct Entry {
-  std::string name;  // distinguished name
-  /// Attribute and values, in the server's order; names in the server's spelling.
-  std::vector<std::pair<std::string, std::vector<std::string>>> attributes;
-
-  /// The values of the attribute, compared without case; none when the entry does not have it.
-  [[nodiscard]] std::vector<std::string> Values(const std::string& attribute) const;
-};
 
 /// Raises 5 when the options make no sense together: a server that is no "ldap" or "ldaps" address, or a
 /// password that would travel unprotected.
@@ -38,8 +29,9 @@ class Session {
   Session& operator=(Session&&) = delete;
   ~Session();
 
-  /// The entries that the query finds, with the attributes that it names and that they have; at most a
-  /// thousand, the rest is left out. Raises LdapFailure, also when the base is not there.
+  /// The entries that the query finds, with the attributes that it names and that they have. The server is
+  /// asked for a thousand at most, and may leave the rest out. Raises LdapFailure, also when the base is not
+  /// there and when the server sends more than an EntryReader takes.
   [[nodiscard]] std::vector<Entry> Search(const Query& query);
 
   /// Whether the server or the way to it failed, so that nothing more is to be had from this connection.

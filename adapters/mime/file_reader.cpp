@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -19,6 +20,7 @@ FileReader::~FileReader() {
 }
 
 std::size_t FileReader::Read(char* into, std::size_t size) {
+  size = std::min(size, static_cast<std::size_t>(expected_ - seen_));
   ssize_t count = 0;
   do {
     count = ::read(file_, into, size);

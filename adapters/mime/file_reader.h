@@ -6,8 +6,8 @@
 
 namespace orve::adapters::mime {
 
-/// What the file held when it was opened must come out of it: a file that shrinks meanwhile would leave as a
-/// torso.
+/// As many bytes come out of the file as it held when it was opened: one that shrinks meanwhile would leave
+/// as a torso, and one that grows would have no end.
 class FileReader {
  public:
   /// Opens the file; raises the errors of mime/attachment.h.

@@ -16,12 +16,6 @@ constexpr std::size_t kGroupCommands = 100;
 // The server closes the connection behind this reply, whatever the command was.
 constexpr int kServerLeaves = 421;
 
-std::vector<std::string> Secrets(const Target& target) {
-  if (target.password.empty()) return {};
-  return {target.password, '\0' + target.user + '\0' + target.password,
-          "user=" + target.user + "\1auth=Bearer " + target.password + "\1\1"};
-}
-
 bool IsReplyLine(std::string_view line) {
   return line.size() >= 3 && line[0] >= '2' && line[0] <= '5' &&
          std::all_of(line.begin(), line.begin() + 3, [](char c) { return c >= '0' && c <= '9'; }) &&
@@ -43,7 +37,7 @@ struct Interrupted {};
 
 Session::Session(std::shared_ptr<const SmtpOptions> options, Target target)
     : options_(std::move(options)),
-      tracer_(options_->trace, Secrets(target)),
+      tracer_(options_->trace, target.password),
       authenticate_(!target.user.empty()),
       channel_(std::move(target), tracer_) {}
 

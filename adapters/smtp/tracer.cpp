@@ -1,6 +1,7 @@
 #include "smtp/tracer.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 #include "text/text.h"
@@ -11,18 +12,37 @@ namespace {
 
 constexpr std::string_view kMask = "***";
 
-std::string Base64(std::string_view bytes) {
-  static constexpr std::string_view kDigits =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  std::string text;
-  unsigned bits = 0;
-  int count = 0;
-  for (const char byte : bytes) {
-    bits = (bits << 8U) | static_cast<unsigned char>(byte);
-    for (count += 8; count >= 6; count -= 6) text += kDigits[(bits >> (count - 6)) & 0x3fU];
-  }
-  if (count > 0) text += kDigits[(bits << (6 - count)) & 0x3fU];
-  return text;  // without padding: it is only searched for
+// A run of a secret takes less, even letter by letter and in several codes.
+constexpr std::size_t kRemembered = 1024;
+constexpr std::size_t kCode = 4;                   // "250 "
+constexpr std::string_view kBetweenLines = " / ";  // of a reply that became one text
+
+bool IsCodeDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+bool HasCode(std::string_view line) {
+  return line.size() >= kCode && std::all_of(line.begin(), line.begin() + 3, IsCodeDigit) &&
+         (line[3] == ' ' || line[3] == '-');
+}
+
+/// A line with which a server answers to credentials, other than by asking for more.
+bool IsOutcome(std::string_view line) {
+  return line.size() >= 3 && (line[0] == '2' || line[0] == '4' || line[0] == '5') && IsCodeDigit(line[1]) &&
+         IsCodeDigit(line[2]) && (line.size() == 3 || line[3] == ' ' || line[3] == '-');
+}
+
+/// Without the code of the reply and the one of three numbers behind it, which would tear apart what goes on
+/// from line to line.
+std::string_view WithoutCodes(std::string_view line) {
+  if (!HasCode(line)) return line;
+  line.remove_prefix(kCode);
+  const std::string_view status = line.substr(0, line.find(' '));
+  const bool numbers =
+      std::all_of(status.begin(), status.end(), [](char c) { return IsCodeDigit(c) || c == '.'; });
+  if (numbers && std::count(status.begin(), status.end(), '.') == 2)
+    line.remove_prefix(std::min(line.size(), status.size() + 1));
+  return line;
 }
 
 template <class Action>
@@ -38,21 +58,15 @@ void ForEachLine(std::string_view lines, Action action) {
 
 }  // namespace
 
-Tracer::Tracer(Sink sink, const std::vector<std::string>& secrets) : sink_(std::move(sink)) {
-  for (const std::string& secret : secrets) {
-    if (secret.empty()) continue;
-    secrets_.push_back(secret);
-    secrets_.push_back(Base64(secret));
-  }
+Tracer::Tracer(Sink sink, std::string_view password) : sink_(std::move(sink)) {
+  secrets_.Add(password);
 }
 
 void Tracer::Sent(std::string_view lines) {
-  if (!sink_) return;
   ForEachLine(lines, [this](std::string_view line) { Write("C: ", MaskedCommand(line)); });
 }
 
 void Tracer::Received(std::string_view lines) {
-  if (!sink_) return;
   ForEachLine(lines, [this](std::string_view line) { Write("S: ", MaskedReply(line)); });
 }
 
@@ -62,27 +76,50 @@ void Tracer::Note(std::string_view text) {
 }
 
 std::string Tracer::Masked(std::string_view text) const {
-  const bool secret = std::any_of(secrets_.begin(), secrets_.end(), [&](const std::string& s) {
-    return text.find(s) != std::string_view::npos;
-  });
-  return std::string(secret ? kMask : text);
+  if (secrets_.Empty()) return std::string(text);
+  std::string said;
+  for (std::string_view rest = text; !rest.empty();) {
+    const std::size_t end = rest.find(kBetweenLines);
+    said.append(1, '\n').append(WithoutCodes(rest.substr(0, end)));
+    rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + kBetweenLines.size());
+  }
+  return std::string(secrets_.In(said) ? kMask : text);
 }
 
 std::string Tracer::MaskedCommand(std::string_view line) {
-  if (authenticating_) return std::string(kMask);
-  if (!text::EqualsIgnoreCase(line.substr(0, 5), "AUTH ")) return std::string(line);
+  if (authenticating_) {
+    secrets_.AddCredentials(line);
+    return std::string(kMask);
+  }
+  if (!text::EqualsIgnoreCase(line.substr(0, 5), "AUTH ")) {
+    secrets_.Allow(line);
+    return std::string(line);
+  }
   authenticating_ = true;
   const std::size_t mechanismEnd = line.find(' ', 5);
   if (mechanismEnd == std::string_view::npos) return std::string(line);
+  secrets_.AddCredentials(line.substr(mechanismEnd + 1));
   return std::string(line.substr(0, mechanismEnd + 1)) + std::string(kMask);
 }
 
 std::string Tracer::MaskedReply(std::string_view line) {
-  if (authenticating_ && line.substr(0, 3) == "334") return "334 " + std::string(kMask);
-  authenticating_ = false;
-  std::string masked = Masked(line);
-  const bool coded = line.size() > 3 && (line[3] == ' ' || line[3] == '-');
-  return masked == line || !coded ? masked : std::string(line.substr(0, 4)) + masked;
+  // A line that is no reply, or one that others follow, does not end the exchange.
+  const bool secret = authenticating_ && !IsOutcome(line);
+  if (IsOutcome(line) && (line.size() == 3 || line[3] == ' ')) authenticating_ = false;
+  if (!secret && !CompletesSecret(line)) return std::string(line);
+  return std::string(HasCode(line) ? line.substr(0, kCode) : "") + std::string(kMask);
+}
+
+/// True when `line` shows a secret, or completes what those before it began. In the latter case nobody knows
+/// where it ends, so that what follows goes masked too until the beginning is out of sight.
+bool Tracer::CompletesSecret(std::string_view line) {
+  if (!sink_ || secrets_.Empty()) return false;
+  const std::string_view words = WithoutCodes(line);
+  if (secrets_.In(words)) return true;
+  said_.append(1, '\n').append(words);
+  const bool complete = secrets_.In(said_);
+  said_.erase(0, said_.size() - std::min(said_.size(), kRemembered));
+  return complete;
 }
 
 void Tracer::Write(std::string_view prefix, std::string_view text) {

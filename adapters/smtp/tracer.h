@@ -1,14 +1,16 @@
 // The trace of a dialogue, line by line and without secrets.
 //
 // Two guards keep credentials out: everything between AUTH and its final reply is masked by its place in the
-// dialogue, and a line of the server's that repeats a secret is masked by its content.
+// dialogue, and what the server says besides is masked where it repeats the password or what was sent in
+// AUTH.
 #pragma once
 
 #include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
+
+#include "smtp/secrets.h"
 
 namespace orve::adapters::smtp {
 
@@ -16,8 +18,8 @@ class Tracer {
  public:
   using Sink = std::function<void(std::string_view)>;
 
-  /// `secrets` are texts that must never show, in clear or in base64.
-  Tracer(Sink sink, const std::vector<std::string>& secrets);
+  /// Neither `password`, which may be empty, nor what is sent in AUTH ever shows.
+  Tracer(Sink sink, std::string_view password);
 
   /// Where lines go from now on; empty: nowhere.
   void Into(Sink sink) { sink_ = std::move(sink); }
@@ -28,16 +30,18 @@ class Tracer {
   /// What happened besides.
   void Note(std::string_view text);
 
-  /// `text` itself, or "***" when it holds a secret.
+  /// `text`, in which the lines of a reply are joined by " / ", or "***" when it shows a secret.
   [[nodiscard]] std::string Masked(std::string_view text) const;
 
  private:
   [[nodiscard]] std::string MaskedCommand(std::string_view line);
   [[nodiscard]] std::string MaskedReply(std::string_view line);
+  [[nodiscard]] bool CompletesSecret(std::string_view line);
   void Write(std::string_view prefix, std::string_view text);
 
   Sink sink_;
-  std::vector<std::string> secrets_;
+  Secrets secrets_;
+  std::string said_;  // by the server lately, without codes: a secret may come in several lines
   bool authenticating_ = false;
 };
 

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "ldap/account_name.h"
 #include "win32/classi.h"
 #include "win32/connessione.h"
 #include "win32/dispatch.h"
@@ -60,6 +61,7 @@ class DirectoryConnectionCom final : public Involucro<host::DirectoryConnection>
   using Involucro::Involucro;
   void Open(const std::string& origine) override { Oggetto().Run("Open", origine); }
   [[nodiscard]] std::shared_ptr<host::RecordSet> Execute(const std::string& interrogazione) override {
+    adapters::ldap::RequirePlainAccountName(interrogazione);
     return Avvolgi<RecordSetDirectory>(Oggetto().ChiamaOggetto("Execute", interrogazione));
   }
   [[nodiscard]] std::int32_t State() override { return Oggetto().Get("State").ToInt32(); }

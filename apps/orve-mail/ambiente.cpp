@@ -62,7 +62,8 @@ std::shared_ptr<host::RegistroInvio> AmbienteProgramma::CreaRegistroInvio() {
 }
 
 std::shared_ptr<host::RisolutorePercorsi> AmbienteProgramma::CreaRisolutorePercorsi() {
-  return std::make_shared<RisolutorePercorsiUnix>(cartellaBase_);
+  return std::make_shared<RisolutorePercorsiUnix>(cartellaBase_,
+                                                  [note = note_] { note->senzaTemporanea = true; });
 }
 
 std::shared_ptr<host::CifratorePassword> AmbienteProgramma::CreaCifratorePassword() {

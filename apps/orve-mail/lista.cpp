@@ -102,6 +102,7 @@ class InvioLista {
       }
     }
     esiti_.Riordina();
+    if (senzaTemporanea_) terminale_.errori << kSenzaTemporanea << "\n";
     if (guasto) terminale_.errori << "orve-mail: " << RigaSicura(guasto->what()) << "\n";
     Riassumi();
     return Stato();
@@ -201,6 +202,7 @@ class InvioLista {
     std::ostringstream mostrato;
     const Resoconto resoconto = Consegna(*messaggio, sede_, {nessuno, mostrato, mostrato},
                                          [&] { esiti_.Inizia(riga.riga, riga.impronta, riga.destinatario); });
+    senzaTemporanea_ = senzaTemporanea_ || resoconto.note.senzaTemporanea;
     EsitoConMotivo fine = Giudica(resoconto, mostrato.str());
     Concludi(riga, fine);
     return fine;
@@ -244,6 +246,7 @@ class InvioLista {
 
   const RichiestaLista& richiesta_;
   Terminale terminale_;
+  bool senzaTemporanea_ = false;
   RigheLista righe_;
   SedeInvio sede_;
   EsitiLista esiti_;

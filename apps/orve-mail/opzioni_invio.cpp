@@ -3,13 +3,13 @@
 #include <CLI/CLI.hpp>
 #include <array>
 #include <chrono>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <string_view>
 #include <utility>
 
 #include "mime/address_list.h"
+#include "orve-mail/file_dialogo.h"
 #include "orve-mail/messaggio.h"
 #include "orve-mail/numeri.h"
 #include "orve-mail/riga_di_comando.h"
@@ -32,10 +32,7 @@ std::chrono::milliseconds Millisecondi(double secondi) {
 std::function<void(std::string_view)> Dialogo(const std::string& file, std::ostream& errori) {
   if (file.empty()) return {};
   if (file == "-") return [&errori](std::string_view riga) { errori << RigaSicura(riga) << std::endl; };
-  auto flusso = std::make_shared<std::ofstream>(file, std::ios::app);
-  if (!flusso->good())
-    throw ErroreProgramma(Uscita::kFileMancante, "--dialogo: impossibile scrivere " + file);
-  return [flusso](std::string_view riga) { *flusso << RigaSicura(riga) << std::endl; };
+  return ScriviDialogo(file);
 }
 
 adapters::smtp::SmtpOptions OpzioniSmtp(const CLI::App& comando, const OpzioniInvio& opzioni,

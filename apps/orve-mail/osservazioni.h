@@ -47,6 +47,8 @@ struct Osservazioni {
   /// Lines that reached the send log, and why others did not.
   std::vector<std::string> righeLog;
   std::vector<std::string> erroriLog;
+  /// No folder for the send log is the person's alone; no trouble of the send.
+  bool senzaTemporanea = false;
 
   /// A channel begins to deliver. What the person was told in a window before that was for the person to
   /// mend, and is no trouble of the delivery.

@@ -20,6 +20,23 @@ namespace posix = adapters::posix;
 
 namespace {
 
+constexpr mode_t kScritturaAltrui = S_IWGRP | S_IWOTH;
+
+// Where nothing can ever be, so that nobody can put it there.
+constexpr const char* kInNessunLuogo = "/dev/null/orve-mail";
+
+bool SoloNostra(const std::string& cartella, mode_t vietati) {
+  struct stat stato {};
+  return ::lstat(cartella.c_str(), &stato) == 0 && S_ISDIR(stato.st_mode) && stato.st_uid == ::geteuid() &&
+         (stato.st_mode & vietati) == 0;
+}
+
+// Made if missing.
+bool RendiPrivata(const std::string& cartella) {
+  return (::mkdir(cartella.c_str(), S_IRWXU) == 0 || errno == EEXIST) &&
+         SoloNostra(cartella, kScritturaAltrui);
+}
+
 std::string SenzaBarraFinale(std::string percorso) {
   while (percorso.size() > 1 && percorso.back() == '/') percorso.pop_back();
   return percorso;
@@ -27,8 +44,9 @@ std::string SenzaBarraFinale(std::string percorso) {
 
 }  // namespace
 
-RisolutorePercorsiUnix::RisolutorePercorsiUnix(std::string cartellaBase)
-    : cartellaBase_(std::move(cartellaBase)) {}
+RisolutorePercorsiUnix::RisolutorePercorsiUnix(std::string cartellaBase,
+                                               std::function<void()> senzaTemporanea)
+    : cartellaBase_(std::move(cartellaBase)), senzaTemporanea_(std::move(senzaTemporanea)) {}
 
 void RisolutorePercorsiUnix::ChiudiPercorsi() {
   percorso_.clear();
@@ -38,7 +56,7 @@ void RisolutorePercorsiUnix::ImpostaTipoPercorso(std::int32_t tipo, const std::s
   if (tipo != host::kPercorsoTemporaneo && tipo != host::kPercorsoInstallazione) {
     throw host::Errore(host::kArgomentoNonValido);
   }
-  percorso_ = posix::PercorsoLibreria(tipo == host::kPercorsoTemporaneo ? CartellaTemporaneaDiSistema()
+  percorso_ = posix::PercorsoLibreria(tipo == host::kPercorsoTemporaneo ? CartellaTemporanea()
                                                                         : CartellaDelProgramma());
 }
 
@@ -60,20 +78,34 @@ void RisolutorePercorsiUnix::ImpostaPercorso(const std::string& percorso, bool /
   percorso_ = posix::PercorsoLibreria(SenzaBarraFinale(assoluto.lexically_normal().native()));
 }
 
-std::string CartellaTemporaneaDiSistema() {
-  std::string radice = posix::Environment().Leggi("TMPDIR");
-  if (radice.empty() || radice.front() != '/') radice = "/tmp";
-  // The system's own is open to everybody: a log of recipients does not belong there, nor a name that
-  // somebody else could have taken first.
-  std::string cartella = SenzaBarraFinale(radice) + "/orve-mail-" + std::to_string(::geteuid());
-  if (::mkdir(cartella.c_str(), S_IRWXU) != 0 && errno != EEXIST)
-    throw posix::ErroreDiSistema(errno, cartella);
-  struct stat stato {};
-  if (::lstat(cartella.c_str(), &stato) != 0) throw posix::ErroreDiSistema(errno, cartella);
-  const bool nostra =
-      S_ISDIR(stato.st_mode) && stato.st_uid == ::geteuid() && (stato.st_mode & (S_IWGRP | S_IWOTH)) == 0;
-  if (!nostra) throw posix::ErroreFile(posix::kPermessoNegato, cartella);
-  return cartella;
+// A log that has no place must not end a send.
+std::string RisolutorePercorsiUnix::CartellaTemporanea() const {
+  if (auto cartella = CartellaTemporaneaDiSistema()) return *cartella;
+  if (senzaTemporanea_) senzaTemporanea_();
+  return kInNessunLuogo;
+}
+
+std::optional<std::string> CartellaTemporaneaDiSistema() {
+  const auto variabile = [](const char* nome) {
+    std::string valore = posix::Environment().Leggi(nome);
+    return valore.starts_with('/') ? SenzaBarraFinale(std::move(valore)) : std::string();
+  };
+  const std::string scelta = variabile("TMPDIR");
+  const std::string diSessione = variabile("XDG_RUNTIME_DIR");
+  const std::string casa = variabile("HOME");
+  // The system's own is open to everybody: a log of recipients does not belong there, and somebody else may
+  // have taken the name first.
+  const std::string nostra = "/orve-mail-" + std::to_string(::geteuid());
+  if (!scelta.empty() && RendiPrivata(scelta + nostra)) return scelta + nostra;
+  if (SoloNostra(diSessione, S_IRWXG | S_IRWXO) && RendiPrivata(diSessione + "/orve-mail"))
+    return diSessione + "/orve-mail";
+  if (scelta.empty() && RendiPrivata("/tmp" + nostra)) return "/tmp" + nostra;
+  std::string stato = variabile("XDG_STATE_HOME");
+  if (stato.empty() && !casa.empty()) stato = casa + "/.local/state";
+  std::error_code mancata;
+  if (!stato.empty()) std::filesystem::create_directories(stato, mancata);
+  if (SoloNostra(stato, kScritturaAltrui) && RendiPrivata(stato + "/orve-mail")) return stato + "/orve-mail";
+  return std::nullopt;
 }
 
 std::string CartellaDelProgramma() {

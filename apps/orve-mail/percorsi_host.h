@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
 
 #include "host/risolutore_percorsi.h"
@@ -12,10 +14,12 @@ namespace orve::app {
 class RisolutorePercorsiUnix : public host::RisolutorePercorsi {
  public:
   /// `cartellaBase`: the folder, in the form of Unix, from which a relative configured path counts.
-  explicit RisolutorePercorsiUnix(std::string cartellaBase);
+  /// `senzaTemporanea` is called when the temporary directory is asked for and there is none.
+  explicit RisolutorePercorsiUnix(std::string cartellaBase, std::function<void()> senzaTemporanea = {});
 
   void ChiudiPercorsi() override;
-  /// 8 the temporary directory, 6 the program's own; raises 5 for any other kind.
+  /// 8 the temporary directory, or a path at which nothing can be where there is none; 6 the program's own.
+  /// Raises 5 for any other kind.
   void ImpostaTipoPercorso(std::int32_t tipo, const std::string& testo) override;
   [[nodiscard]] std::string Percorso() const override;
   /// An empty or blank path means the temporary directory; "~" in front means the home of the user; a
@@ -23,14 +27,18 @@ class RisolutorePercorsiUnix : public host::RisolutorePercorsi {
   void ImpostaPercorso(const std::string& percorso, bool indicatore) override;
 
  private:
+  [[nodiscard]] std::string CartellaTemporanea() const;
+
   std::string cartellaBase_;
+  std::function<void()> senzaTemporanea_;
   std::string percorso_;
 };
 
-/// A folder for temporary files that belongs to this user alone, below $TMPDIR or /tmp, made if missing, in
-/// the form of Unix. Raises 70 when somebody else owns what lies there or may write in it, 76 when it cannot
-/// be made.
-[[nodiscard]] std::string CartellaTemporaneaDiSistema();
+/// A folder for temporary files that belongs to this user alone, made if missing, in the form of Unix: below
+/// $TMPDIR where that is set, else below the user's runtime directory ($XDG_RUNTIME_DIR), else below /tmp.
+/// Where somebody else has taken the name, the one below the user's state directory ($XDG_STATE_HOME,
+/// ~/.local/state); none where that cannot be made either.
+[[nodiscard]] std::optional<std::string> CartellaTemporaneaDiSistema();
 
 /// The folder of the running program.
 [[nodiscard]] std::string CartellaDelProgramma();

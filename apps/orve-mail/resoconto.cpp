@@ -147,6 +147,7 @@ Uscita Racconta(const Resoconto& resoconto, Terminale terminale) {
   flusso << Spiega(resoconto, uscita) << "\n";
   if (uscita == Uscita::kInviato) ElencaDestinatari(resoconto.note, flusso);
   for (const std::string& dettaglio : Dettagli(resoconto)) terminale.errori << "  " << dettaglio << "\n";
+  if (resoconto.note.senzaTemporanea) terminale.errori << "  " << kSenzaTemporanea << "\n";
   terminale.uscita.flush();
   terminale.errori.flush();
   return uscita;

@@ -32,6 +32,10 @@ struct Resoconto {
 /// Everything else that is worth a line.
 [[nodiscard]] std::vector<std::string> Dettagli(const Resoconto& resoconto);
 
+/// Said once for a command that found no folder for the send log.
+inline constexpr const char* kSenzaTemporanea =
+    "registro degli errori non tenuto: nessuna cartella temporanea è soltanto di chi invia";
+
 /// Writes a success on the output stream and everything else on the error stream, and gives the status.
 Uscita Racconta(const Resoconto& resoconto, Terminale terminale);
 

@@ -23,6 +23,7 @@
 #include "addressing/active_directory.h"
 #include "fakes/errori.h"
 #include "host/sistema.h"
+#include "ldap/entry_reader.h"
 #include "ldap/failure.h"
 #include "ldap/ldap_directory.h"
 #include "posix/sistema.h"
@@ -180,6 +181,25 @@ class CutLine {
   std::set<std::string> before_;
   std::array<int, 2> ends_{-1, -1};
 };
+
+// The protocol's own notation: kind, length and content, and what is put together of them.
+std::string Element(char kind, const std::string& content) {
+  std::string element(1, kind);
+  element += '\x84';  // four bytes of length
+  for (const unsigned shift : {24U, 16U, 8U, 0U})
+    element += static_cast<char>((content.size() >> shift) & 0xffU);
+  return element + content;
+}
+std::string Result(char kind, char code) {
+  return Element(kind, "\x0a\x01"s + code + "\x04\0\x04\0"s);
+}
+std::string Found(const std::string& attributes) {
+  return Element('\x64', "\x04\0"s + Element('\x30', attributes));
+}
+std::string Answer(char message, const std::string& operation) {
+  return Element('\x30', "\x02\x01"s + message + operation);
+}
+const std::string kBound = Result('\x61', 0);
 
 support::ScriptedServer Silent() {
   return support::ScriptedServer({ThenStall(support::Say(""))});
@@ -430,6 +450,62 @@ TEST_F(Directory, AServerThatClaimsAHugeAnswerGetsNoMemoryForIt) {
   rusage use{};
   ::getrusage(RUSAGE_SELF, &use);
   EXPECT_LT(use.ru_maxrss, 1024 * 1024);
+}
+
+TEST_F(Directory, AServerThatDoesNotStopSendingIsGivenUpAndLeftAlone) {
+  const std::string large = Element(
+      '\x30', Element('\x04', "givenName") + Element('\x31', Element('\x04', std::string(100'000, 'x'))));
+  const std::string nameless = Element('\x30', Element('\x04', "x") + Element('\x31', Element('\x04', "")));
+  std::string small;
+  for (int i = 0; i < 40'000; ++i) small += nameless;
+  struct Flood {
+    const char* what;
+    std::string message;
+    std::size_t times;
+  };
+  const std::vector<Flood> floods = {
+      {"entries", Found(""), EntryReader::kMostMessages + 1},
+      {"referrals", Element('\x73', Element('\x04', "ldap://x")), EntryReader::kMostMessages + 1},
+      {"large values", Found(large), EntryReader::kMostBytes / 100'000 + 1},
+      {"many attributes", Found(small), 1},
+      {"one message", Found(std::string(EntryReader::kLargestMessage, 'x')), 1},
+  };
+  for (const auto& [what, message, times] : floods) {
+    SCOPED_TRACE(what);
+    std::string words = Answer(1, kBound);
+    for (std::size_t i = 0; i < times; ++i) words += Answer(2, message);
+    support::ScriptedServer server({ThenStall(support::Say(words))});
+    LdapOptions options = Anonymous(Url(server));
+    options.pauseAfterFailure = std::chrono::hours(1);
+    LdapDirectory directory(options);
+    const auto failure = ErroreDi([&] { static_cast<void>(directory.ApriOggetto("LDAP://rootDSE")); });
+    ASSERT_TRUE(failure);
+    EXPECT_THAT(failure->Descrizione(), Not(HasSubstr("non ha risposto in tempo")));
+    if (message.size() > EntryReader::kLargestMessage) continue;  // nothing of it was read
+    EXPECT_THAT(failure->Descrizione(), HasSubstr("più di quanto le è stato chiesto"));
+    EXPECT_THROW(static_cast<void>(directory.ApriOggetto("LDAP://rootDSE")), LeftAlone);
+  }
+}
+
+TEST_F(Directory, AServerThatAnswersALoginWithEntriesIsGivenUp) {
+  std::string words;
+  for (int i = 0; i < 1000; ++i) words += Answer(1, Found(""));
+  support::ScriptedServer server({ThenStall(support::Say(words))});
+  const auto failure = FailureOf(Anonymous(Url(server)));
+  ASSERT_TRUE(failure);
+  EXPECT_THAT(failure->Descrizione(), Not(HasSubstr("non ha risposto in tempo")));
+}
+
+TEST_F(Directory, WhatAServerMayAnswerIsTakenWhole) {
+  std::string words = Answer(1, kBound);
+  const std::string trees =
+      Element('\x30', Element('\x04', "namingContexts") + Element('\x31', Element('\x04', "dc=x")));
+  words += Answer(2, Found(trees));
+  for (std::size_t i = 1; i < EntryReader::kMostEntries; ++i) words += Answer(2, Found(""));
+  words += Answer(2, Element('\x73', Element('\x04', "ldap://x"))) + Answer(2, Result('\x65', 4));
+  support::ScriptedServer server({ThenStall(support::Say(words))});
+  LdapDirectory directory(Anonymous(Url(server)));
+  EXPECT_EQ(directory.ApriOggetto("LDAP://rootDSE")->Get("defaultNamingContext").ToText(), "dc=x");
 }
 
 TEST_F(Directory, AServerThatSpeaksAnotherProtocolIsAnError) {
@@ -728,13 +804,14 @@ TEST_F(Directory, AConnectionThatIsNotOpenCannotBeAsked) {
   EXPECT_EQ(directory.CreaRecordSet()->State(), 0);
 }
 
-TEST_F(Directory, AStarInTheNameFindsAsTheFilterSays) {
+TEST_F(Directory, ANameWithMoreThanANameFindsNobody) {
   const LdapServer server(Encrypted());
-  EXPECT_TRUE(LookUp(AsReader(server.SecureUrl()), "aross*"));
+  for (const char* name : {"aross*", "*)(|(mail=anna.rossi@azienda.example)(uid=*", "x))(objectClass=*"}) {
+    EXPECT_FALSE(LookUp(AsReader(server.SecureUrl()), name)) << name;
+    EXPECT_EQ(Fields(), kNothing) << name;
+  }
+  EXPECT_TRUE(LookUp(AsReader(server.SecureUrl()), "\\61rossi"));
   EXPECT_EQ(person.LastName, "Rossi");
-  person = {};
-  EXPECT_FALSE(LookUp(AsReader(server.SecureUrl()), "x))(objectClass=*"));
-  EXPECT_EQ(Fields(), kNothing);
 }
 
 TEST_F(Directory, WithoutATicketKerberosIsAnErrorAndNotASilentAnonymousAccess) {

@@ -7,9 +7,11 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
 #include <string>
 
 #include "host/errore.h"
+#include "mime/file_reader.h"
 #include "support/temp_dir.h"
 
 namespace orve::adapters::mime {
@@ -139,6 +141,38 @@ TEST_F(Attachable, AHugePathIsRefusedWithAShortText) {
     EXPECT_EQ(errore.Numero(), 53);
     EXPECT_LT(errore.Descrizione().size(), 200U);
     EXPECT_THAT(errore.Descrizione(), HasSubstr("il percorso è troppo lungo"));
+  }
+}
+
+TEST(ReadingAFile, EndsWhereItEndedWhenItWasOpened) {
+  const support::TempDir folder;
+  const std::string path = folder.Write("registro.log", "0123456789");
+  FileReader reader(path);
+  std::string bytes(8, '\0');
+  std::string read;
+  // Somebody writes on: each time more than was read.
+  for (int i = 0; i < 100; ++i) {
+    std::ofstream(path, std::ios::app) << "abcdefghijklmnopqrstuvwxyz";
+    const std::size_t count = reader.Read(bytes.data(), bytes.size());
+    read += bytes.substr(0, count);
+    if (count == 0) break;
+  }
+  EXPECT_EQ(read, "0123456789");
+}
+
+TEST(ReadingAFile, ThatShrankMeanwhileIsAnError) {
+  const support::TempDir folder;
+  const std::string path = folder.Write("registro.log", "0123456789");
+  FileReader reader(path);
+  std::string bytes(4, '\0');
+  ASSERT_EQ(reader.Read(bytes.data(), bytes.size()), 4U);
+  std::filesystem::resize_file(path, 5);
+  ASSERT_EQ(reader.Read(bytes.data(), bytes.size()), 1U);
+  try {
+    static_cast<void>(reader.Read(bytes.data(), bytes.size()));
+    ADD_FAILURE() << "no error";
+  } catch (const host::Errore& errore) {
+    EXPECT_EQ(errore.Numero(), kErroreAccessoFile);
   }
 }
 

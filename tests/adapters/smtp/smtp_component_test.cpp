@@ -253,6 +253,26 @@ TEST(Trace, MasksAServerThatRepeatsThePassword) {
   }
 }
 
+TEST(Trace, GoesOnMaskingBehindAnUntidyLine) {
+  ScriptedServer server({Say("220 pronto"), On("EHLO *", "250-salve\r\n250 AUTH LOGIN"),
+                         On("AUTH LOGIN", "un momento\r\n334 VXNlcm5hbWU6"),
+                         On("*", "235-\r\n334 UGFzc3dvcmQ6"), ThenDrop(On("*", "235 benvenuto"))});
+  SmtpOptions options = Quick();
+  std::vector<std::string> trace;
+  options.trace = [&](std::string_view line) { trace.emplace_back(line); };
+  const auto component = Outgoing(server.Port16(), options);
+  component->UserName("utente");
+  component->Password("segreta");
+  Sent(*component);
+  const std::vector<std::string> dialogue = Dialogue(trace);
+  EXPECT_THAT(dialogue,
+              testing::IsSupersetOf({"C: AUTH LOGIN", "S: ***", "S: 334 ***", "C: ***", "S: 235 benvenuto"}));
+  for (const std::string& line : dialogue) {
+    EXPECT_EQ(line.find("dXRlbnRl"), std::string::npos) << line;
+    EXPECT_EQ(line.find("c2VncmV0YQ"), std::string::npos) << line;
+  }
+}
+
 TEST(Trace, ThatCannotBeWrittenDoesNotStopTheMessage) {
   const SmtpServer server;
   SmtpOptions options = Quick();
@@ -263,7 +283,7 @@ TEST(Trace, ThatCannotBeWrittenDoesNotStopTheMessage) {
 
 TEST(Tracer, MasksTheWholeExchangeOfAnAuthentication) {
   std::vector<std::string> lines;
-  Tracer tracer([&](std::string_view line) { lines.emplace_back(line); }, {"pwd"});
+  Tracer tracer([&](std::string_view line) { lines.emplace_back(line); }, "pwd");
   tracer.Sent("AUTH PLAIN AHUAcHdk\r\n");
   tracer.Received("334 cHdk\r\n");
   tracer.Sent("qualsiasi cosa\r\n");

@@ -251,14 +251,28 @@ TEST_F(Guasti, ATemporaryDirectoryThatDoesNotExistCostsTheLogLineOnly) {
   EXPECT_EQ(server.Count(), 1U);
 }
 
-TEST_F(Guasti, WithoutTheSystemsOwnTemporaryDirectoryNothingIsTried) {
-  std::filesystem::create_directory(cartella.Path() / ("orve-mail-" + std::to_string(::geteuid())));
-  std::filesystem::permissions(cartella.Path() / ("orve-mail-" + std::to_string(::geteuid())),
-                               std::filesystem::perms::all);
-  const Esecuzione esecuzione = Invia({"--a", "x@example.org", "--corpo", "x"});
-  EXPECT_EQ(esecuzione.stato, 5) << esecuzione;
-  EXPECT_THAT(esecuzione.errori,
-              StartsWith("orve-mail: Impostazioni non utilizzabili: 70 Autorizzazione negata: "));
+TEST_F(Guasti, ANeighboursFolderOfTheSameNameEndsNoSend) {
+  auto& server = AvviaServerOrdinario();
+  const std::filesystem::path presa = cartella.Path() / ("orve-mail-" + std::to_string(::geteuid()));
+  std::filesystem::create_directory(presa);
+  std::filesystem::permissions(presa, std::filesystem::perms::all);
+  const std::filesystem::path casa = cartella.Path() / "casa";
+  std::filesystem::create_directory(casa);
+  const std::vector<std::string> invia = {"invia", "--ca", Ca(), "--a", "x@example.org", "--corpo", "x"};
+
+  const Esecuzione altrove =
+      EseguiConAmbiente({"XDG_RUNTIME_DIR=", "XDG_STATE_HOME=", "HOME=" + casa.string()}, invia);
+  EXPECT_EQ(altrove.stato, 0) << altrove;
+  EXPECT_EQ(altrove.errori, "");
+  EXPECT_TRUE(std::filesystem::is_directory(casa / ".local/state/orve-mail"));
+
+  const Esecuzione senza =
+      EseguiConAmbiente({"XDG_RUNTIME_DIR=", "XDG_STATE_HOME=", "HOME=/dev/null"}, invia);
+  EXPECT_EQ(senza.stato, 0) << senza;
+  EXPECT_EQ(senza.errori,
+            "  registro degli errori non tenuto: nessuna cartella temporanea è soltanto di chi invia\n");
+  EXPECT_EQ(server.Count(), 2U);
+  EXPECT_TRUE(std::filesystem::is_empty(presa));
 }
 
 TEST_F(Guasti, AFullTemporaryDirectoryCostsTheLogLineOnly) {

@@ -1,4 +1,8 @@
 // Whole sends that arrive, and sends that the library refuses: the program, a database and a real server.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -299,6 +303,39 @@ TEST_F(Invio, TheNameInEhloMayBeWrittenInItsOwnAlphabet) {
       Invia({"--a", "x@example.org", "--corpo", "x", "--ehlo", "città.example", "--dialogo", dialogo});
   EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
   EXPECT_THAT(support::ReadFile(dialogo), HasSubstr("C: EHLO xn--citt-3na.example"));
+}
+
+TEST_F(Invio, TheDialogueIsWrittenIntoNothingThatCouldHoldUpTheSend) {
+  auto& server = AvviaServerOrdinario();
+  const std::string tubo = File("tubo");
+  ASSERT_EQ(::mkfifo(tubo.c_str(), 0600), 0);
+  const auto manda = [&](const std::string& dialogo) {
+    return Invia({"--a", "x@example.org", "--corpo", "x", "--dialogo", dialogo});
+  };
+  const Esecuzione senzaLettore = manda(tubo);
+  const int lettore = ::open(tubo.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  const Esecuzione conLettore = manda(tubo);
+  ::close(lettore);
+  for (const Esecuzione& esecuzione :
+       {senzaLettore, conLettore, manda("/dev/full"), manda(File("manca/dialogo"))}) {
+    EXPECT_EQ(esecuzione.stato, 6) << esecuzione;
+    EXPECT_THAT(esecuzione.errori, HasSubstr("--dialogo: impossibile scrivere "));
+  }
+  EXPECT_THAT(senzaLettore.errori, HasSubstr("non è un file"));
+  EXPECT_EQ(senzaLettore.errori, conLettore.errori);
+  EXPECT_EQ(server.Count(), 0U);
+}
+
+TEST_F(Invio, TheDialogueMayGoToTheProgramsOwnOutput) {
+  AvviaServerOrdinario();
+  const Esecuzione esecuzione = Invia({"--a", "x@example.org", "--corpo", "x", "--dialogo", "/dev/stdout"});
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
+  EXPECT_THAT(esecuzione.uscita, HasSubstr("C: EHLO"));
+  const std::string dialogo = File("dialogo.txt");
+  EXPECT_EQ(Invia({"--a", "x@example.org", "--corpo", "x", "--dialogo", dialogo}).stato, 0);
+  struct stat stato {};
+  ASSERT_EQ(::stat(dialogo.c_str(), &stato), 0);
+  EXPECT_EQ(stato.st_mode & 0777U, 0600U);
 }
 
 TEST_F(Invio, DocumentDataTravelToTheRegister) {

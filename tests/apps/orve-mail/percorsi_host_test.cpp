@@ -4,30 +4,47 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "host/errore.h"
+#include "posix/percorsi.h"
 #include "support/temp_dir.h"
 
 namespace orve::app {
 
 namespace {
 
-// $TMPDIR for the length of a test.
+// An environment of its own for the length of a test: $TMPDIR and none of the person's other folders.
 class CartellaTemporanea : public ::testing::Test {
  protected:
   CartellaTemporanea() {
-    if (const char* prima = std::getenv("TMPDIR")) prima_ = prima;
+    for (const char* nome : kVariabili) {
+      const char* const valore = std::getenv(nome);
+      prima_.emplace_back(nome, valore != nullptr ? std::optional<std::string>(valore) : std::nullopt);
+      ::unsetenv(nome);
+    }
     ::setenv("TMPDIR", cartella.Path().c_str(), 1);
   }
   ~CartellaTemporanea() override {
-    if (prima_.empty()) {
-      ::unsetenv("TMPDIR");
-    } else {
-      ::setenv("TMPDIR", prima_.c_str(), 1);
+    for (const auto& [nome, valore] : prima_) {
+      if (valore) {
+        ::setenv(nome, valore->c_str(), 1);
+      } else {
+        ::unsetenv(nome);
+      }
     }
+  }
+  [[nodiscard]] std::string Propria(const std::string& nome, mode_t modo) const {
+    std::string percorso = (cartella.Path() / nome).string();
+    ::mkdir(percorso.c_str(), modo);
+    ::chmod(percorso.c_str(), modo);
+    return percorso;
   }
   [[nodiscard]] std::string Nostra() const {
     return (cartella.Path() / ("orve-mail-" + std::to_string(::geteuid()))).string();
@@ -45,7 +62,8 @@ class CartellaTemporanea : public ::testing::Test {
   support::TempDir cartella;
 
  private:
-  std::string prima_;
+  static constexpr std::array kVariabili = {"TMPDIR", "XDG_RUNTIME_DIR", "XDG_STATE_HOME", "HOME"};
+  std::vector<std::pair<const char*, std::optional<std::string>>> prima_;
 };
 
 }  // namespace
@@ -62,26 +80,58 @@ TEST_F(CartellaTemporanea, TheTemporaryDirectoryBelongsToTheUserAlone) {
   EXPECT_EQ(CartellaTemporaneaDiSistema(), Nostra());  // a second time it is there already
 }
 
-TEST_F(CartellaTemporanea, AFolderThatOthersMayWriteInIsRefused) {
-  ASSERT_EQ(::mkdir(Nostra().c_str(), 0700), 0);
-  ASSERT_EQ(::chmod(Nostra().c_str(), 0777), 0);
-  EXPECT_THROW((void)CartellaTemporaneaDiSistema(), host::Errore);
+TEST_F(CartellaTemporanea, AFolderThatOthersMayWriteInIsNotUsed) {
+  ASSERT_EQ(Propria(std::filesystem::path(Nostra()).filename().string(), 0777), Nostra());
+  EXPECT_EQ(CartellaTemporaneaDiSistema(), std::nullopt);
 }
 
-TEST_F(CartellaTemporanea, ALinkInTheFoldersPlaceIsRefused) {
+TEST_F(CartellaTemporanea, ALinkInTheFoldersPlaceIsNotFollowed) {
   std::filesystem::create_directory(cartella.Path() / "altrove");
   std::filesystem::create_symlink(cartella.Path() / "altrove", Nostra());
-  EXPECT_THROW((void)CartellaTemporaneaDiSistema(), host::Errore);
+  EXPECT_EQ(CartellaTemporaneaDiSistema(), std::nullopt);
 }
 
-TEST_F(CartellaTemporanea, AMissingRootIsAnError) {
+TEST_F(CartellaTemporanea, WhereTheNameIsTakenTheFolderIsOneOfThePersonsOwn) {
+  std::filesystem::create_symlink("/nessuno", Nostra());
+  const std::string casa = Propria("casa", 0755);
+  ::setenv("HOME", casa.c_str(), 1);
+  EXPECT_EQ(CartellaTemporaneaDiSistema(), casa + "/.local/state/orve-mail");
+  const std::string stato = Propria("stato", 0755);
+  ::setenv("XDG_STATE_HOME", stato.c_str(), 1);
+  EXPECT_EQ(CartellaTemporaneaDiSistema(), stato + "/orve-mail");
+  const std::string sessione = Propria("sessione", 0700);
+  ::setenv("XDG_RUNTIME_DIR", sessione.c_str(), 1);
+  EXPECT_EQ(CartellaTemporaneaDiSistema(), sessione + "/orve-mail");
+  std::filesystem::remove(Nostra());
+  EXPECT_EQ(CartellaTemporaneaDiSistema(), Nostra()) << "the one that was asked for";
+}
+
+TEST_F(CartellaTemporanea, ARuntimeFolderIsUsedBeforeTheSystemsOwn) {
+  ::unsetenv("TMPDIR");
+  const std::string sessione = Propria("sessione", 0700);
+  ::setenv("XDG_RUNTIME_DIR", sessione.c_str(), 1);
+  EXPECT_EQ(CartellaTemporaneaDiSistema(), sessione + "/orve-mail");
+}
+
+TEST_F(CartellaTemporanea, AFolderOfThePersonsThatOthersGetIntoIsNone) {
+  std::filesystem::create_symlink("/nessuno", Nostra());
+  ::setenv("XDG_RUNTIME_DIR", Propria("sessione", 0750).c_str(), 1);
+  ::setenv("XDG_STATE_HOME", Propria("stato", 0777).c_str(), 1);
+  EXPECT_EQ(CartellaTemporaneaDiSistema(), std::nullopt);
+  ::setenv("XDG_STATE_HOME", "relativa", 1);
+  EXPECT_EQ(CartellaTemporaneaDiSistema(), std::nullopt);
+}
+
+TEST_F(CartellaTemporanea, WithoutAnyTheLogHasNoPlaceAndTheHostIsTold) {
   ::setenv("TMPDIR", (cartella.Path() / "manca").c_str(), 1);
-  try {
-    (void)CartellaTemporaneaDiSistema();
-    FAIL() << "nessun errore";
-  } catch (const host::Errore& errore) {
-    EXPECT_EQ(errore.Numero(), 76);
-  }
+  int detto = 0;
+  RisolutorePercorsiUnix risolutore("/", [&] { ++detto; });
+  risolutore.ImpostaPercorso("", true);
+  EXPECT_EQ(detto, 1);
+  EXPECT_FALSE(std::filesystem::exists(adapters::posix::PercorsoUnix(risolutore.Percorso())));
+  EXPECT_LT(::mkdir(adapters::posix::PercorsoUnix(risolutore.Percorso()).c_str(), 0700), 0);
+  risolutore.ImpostaPercorso("/srv/log", true);
+  EXPECT_EQ(detto, 1);
 }
 
 TEST_F(CartellaTemporanea, TheInstallationDirectoryIsTheProgramsOwn) {
