@@ -84,6 +84,24 @@ std::string FileChiave(const PosizioneArchivio& posizione) {
   return FileArchivio(posizione) + ".chiave";
 }
 
+std::vector<std::string> FileDelProgramma(const PosizioneArchivio& posizione) {
+  std::vector<std::string> file;
+  const auto database = [&file](const std::string& nome) {
+    for (const char* accanto : {"", "-wal", "-shm", "-journal"}) file.push_back(nome + accanto);
+  };
+  if (!SuOdbc(posizione)) {
+    const std::string nome = FileArchivio(posizione);
+    database(nome);
+    file.push_back(nome + ".chiave");
+  }
+  if (!posizione.chiave.empty()) {
+    file.push_back(posizione.chiave);
+    database(posizione.chiave + ".registro");
+  }
+  if (!posizione.registro.empty()) database(posizione.registro);
+  return file;
+}
+
 Archivio ApriArchivio(const PosizioneArchivio& posizione) {
   if (SuOdbc(posizione)) return {ApriOdbc(posizione), nullptr};
   auto incorporato = ApriIncorporato(posizione);

@@ -182,17 +182,22 @@ void AggiungiRete(CLI::App& comando, OpzioniInvio& opzioni) {
   AggiungiDirectory(comando, opzioni.directory);
 }
 
-RichiestaInvio LeggiRichiesta(const CLI::App& comando, const OpzioniInvio& opzioni, Terminale terminale) {
+RichiestaInvio LeggiRichiesta(const CLI::App& comando, const OpzioniInvio& opzioni, Terminale terminale,
+                              const std::vector<std::string>& altriEsclusi) {
   RichiestaInvio richiesta = opzioni.richiesta;
+  richiesta.esclusi = FileDelProgramma(richiesta.archivio);
+  if (!opzioni.directory.filePassword.empty()) richiesta.esclusi.push_back(opzioni.directory.filePassword);
+  richiesta.esclusi.insert(richiesta.esclusi.end(), altriEsclusi.begin(), altriEsclusi.end());
   RichiediTesti(richiesta);
   if (Indicata(comando, "--data")) richiesta.data = LeggiData(opzioni.data);
   if (Indicata(comando, "--corpo")) {
     RichiediUtf8(opzioni.corpo, "--corpo");
-    richiesta.corpo = LeggiCorpo(opzioni.corpo, terminale.ingresso);
+    richiesta.corpo = LeggiCorpo(opzioni.corpo, terminale.ingresso, richiesta.esclusi);
   }
   for (const std::string& allegato : opzioni.allegati) {
     RichiediUtf8(allegato, "--allegato");
-    richiesta.allegati.push_back(PreparaAllegato(allegato, !opzioni.allegatiSenzaControllo));
+    richiesta.allegati.push_back(
+        PreparaAllegato(allegato, !opzioni.allegatiSenzaControllo, richiesta.esclusi));
   }
   richiesta.smtp = OpzioniSmtp(comando, opzioni, terminale.errori);
   richiesta.mapi = OpzioniMapi(comando, opzioni);
