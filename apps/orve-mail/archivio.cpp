@@ -2,8 +2,10 @@
 
 #include <filesystem>
 #include <string_view>
+#include <utility>
 
 #include "odbc/odbc_connection.h"
+#include "orve-mail/codici.h"
 #include "orve-mail/messaggio.h"
 #include "orve-mail/numeri.h"
 #include "orve-mail/stringa_connessione.h"
@@ -147,6 +149,12 @@ std::int32_t TrovaUtente(host::Connection& connessione, const UtenteIndicato& in
   if (!perCodice && !id) {
     throw ErroreProgramma(Uscita::kComandoErrato,
                           "--utente: «" + indicato.utente + "» è un codice; indicare anche --gruppo");
+  }
+  for (const auto& [opzione, codice] :
+       {std::pair{"--utente", indicato.utente}, std::pair{"--gruppo", indicato.gruppo}}) {
+    const std::string difetto = perCodice ? DifettoDelCodiceUtente(codice) : "";
+    if (difetto.empty()) continue;
+    throw ErroreProgramma(Uscita::kComandoErrato, std::string(opzione) + ": «" + codice + "» " + difetto);
   }
   const std::string filtro = perCodice ? "FW07_CODICE = " + Letterale(indicato.utente) +
                                              " AND FW07_CODICE_FW06 = " + Letterale(indicato.gruppo)

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "mime/address_list.h"
+#include "orve-mail/codici.h"
 #include "orve-mail/messaggio.h"
 #include "orve-mail/numeri.h"
 #include "orve-mail/riga_di_comando.h"
@@ -83,9 +84,9 @@ void RichiediTesti(const RichiestaInvio& richiesta) {
        {"--utente", &richiesta.utente.utente},
        {"--gruppo", &richiesta.utente.gruppo}}};
   for (const auto& [opzione, testo] : testi) RichiediUtf8(*testo, opzione);
-  const bool numero = richiesta.ditta.find_first_not_of("0123456789") == std::string::npos;
-  if (!numero || richiesta.ditta.size() > 9) {
-    throw ErroreProgramma(Uscita::kComandoErrato, "--ditta: «" + richiesta.ditta + "» non è un numero");
+  const std::string difetto = richiesta.ditta.empty() ? "" : DifettoDellaDitta(richiesta.ditta);
+  if (!difetto.empty()) {
+    throw ErroreProgramma(Uscita::kComandoErrato, "--ditta: «" + richiesta.ditta + "» " + difetto);
   }
 }
 

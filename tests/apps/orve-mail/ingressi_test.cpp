@@ -74,13 +74,23 @@ TEST_F(Ingressi, QuotesOfEveryKindArriveAsTheyAre) {
               HasSubstr("<MAIL_OBJ=" + oggetto + "/>"));
 }
 
-TEST_F(Ingressi, AQuoteInACodeIsRefusedAndBringsNoStatementOfItsOwn) {
-  for (const std::string codice :
-       {"1001'", "1001; DELETE FROM REGISTRO_INVII", "1001) OR (1=1", "\xE2\x80\x99"}) {
-    const Esecuzione esecuzione = Invia({"--agente", codice});
-    EXPECT_EQ(esecuzione.stato, 3) << codice << esecuzione;
+TEST_F(Ingressi, WhatIsNoCodeReachesNoStatement) {
+  auto& server = AvviaServerOrdinario();
+  const std::string unione =
+      "0 UNION SELECT FW98_PASSWORD, FW98_PASSWORD, '', '', FW98_USERNAME FROM FW98_MAILACCOUNT";
+  for (const Riga& opzioni :
+       {Riga{"--anagrafica", unione}, Riga{"--cliente", "1001 OR 1=1"}, Riga{"--fornitore", "2001)"},
+        Riga{"--contatto", "501 --"}, Riga{"--agente", "A01' OR '1'='1"}, Riga{"--cliente", ""},
+        Riga{"--destinatario", "1/1001/0/SEDE' OR '1'='1"}, Riga{"--destinatario", "1 OR 1=1/1001/0/SEDE"},
+        Riga{"--destinatario", "1/1001 OR 1=1/0/SEDE"}, Riga{"--destinatario", "1/1001/0 OR 1=1/SEDE"},
+        Riga{"--cliente", "1001", "--ditta", "1 OR 1=1"},
+        Riga{"--cliente", "1001", "--utente", "x' OR '1'='1", "--gruppo", "AMM"},
+        Riga{"--cliente", "1001", "--utente", "AMM01", "--gruppo", "x' OR '1'='1"}}) {
+    const Esecuzione esecuzione = Invia(opzioni);
+    EXPECT_EQ(esecuzione.stato, 2) << esecuzione;
   }
-  EXPECT_THAT(Registro(), SizeIs(4));
+  EXPECT_EQ(server.Count(), 0U);
+  EXPECT_THAT(Registro(), IsEmpty());
 }
 
 TEST_F(Ingressi, TextThatIsNotUtf8IsRefused) {
