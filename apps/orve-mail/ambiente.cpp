@@ -7,6 +7,7 @@
 #include "mapi/mapi32.h"
 #include "orve-mail/cifratore_sodium.h"
 #include "orve-mail/directory_osservata.h"
+#include "orve-mail/log_invio.h"
 #include "orve-mail/messaggi_terminale.h"
 #include "orve-mail/percorsi_host.h"
 #include "orve-mail/registro_tabella.h"
@@ -110,7 +111,7 @@ std::shared_ptr<host::Mapi32> AmbienteProgramma::CreaMapi32() {
 }
 
 std::shared_ptr<host::FileSystem> AmbienteProgramma::CreaFileSystem() {
-  return Osserva(std::make_shared<adapters::posix::FileSystem>(), note_);
+  return Osserva(LogSuUnaRiga(std::make_shared<adapters::posix::FileSystem>()), note_);
 }
 
 }  // namespace orve::app
