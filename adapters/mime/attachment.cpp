@@ -103,7 +103,7 @@ Attachment Attach(const AttachmentResolver& resolver, std::string_view path) {
 }
 
 std::string AttachmentName(std::string_view localPath) {
-  std::string name = HeaderSafe(localPath.substr(localPath.find_last_of('/') + 1));
+  std::string name = NameSafe(localPath.substr(localPath.find_last_of('/') + 1));
   std::replace(name.begin(), name.end(), '\\', '_');
   // Readers decode what looks like an encoded word, quoted or not.
   return text::Replace(name, "=?", "=_");
