@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <utility>
 
 #include "host/errore.h"
 #include "mime/attachment.h"
@@ -11,9 +10,8 @@
 
 namespace orve::adapters::mime {
 
-FileReader::FileReader(std::string localPath, std::string shown)
-    : shown_(shown.empty() ? localPath : std::move(shown)),
-      file_(OpenAttachment(localPath, shown_, expected_)) {}
+FileReader::FileReader(const std::string& localPath, const std::string& shown)
+    : shown_(shown.empty() ? localPath : shown), file_(OpenAttachment(localPath, shown_, expected_)) {}
 
 FileReader::~FileReader() {
   ::close(file_);

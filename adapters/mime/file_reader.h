@@ -11,7 +11,7 @@ namespace orve::adapters::mime {
 class FileReader {
  public:
   /// Opens the file; raises the errors of mime/attachment.h, which name it as `shown`; empty: by its path.
-  explicit FileReader(std::string localPath, std::string shown = {});
+  explicit FileReader(const std::string& localPath, const std::string& shown = {});
   FileReader(const FileReader&) = delete;
   FileReader& operator=(const FileReader&) = delete;
   FileReader(FileReader&&) = delete;

@@ -191,7 +191,7 @@ std::string Allegati::PerLaLibreria(const Allegato& allegato) {
     return percorso;
   }
   try {
-    const std::string copia = PostoPer(nome);
+    std::string copia = PostoPer(nome);
     noti_[copia].vero = percorso;
     std::optional<FileAmmesso> file;
     try {

@@ -154,7 +154,8 @@ std::int32_t TrovaUtente(host::Connection& connessione, const UtenteIndicato& in
        {std::pair{"--utente", indicato.utente}, std::pair{"--gruppo", indicato.gruppo}}) {
     const std::string difetto = perCodice ? DifettoDelCodiceUtente(codice) : "";
     if (difetto.empty()) continue;
-    throw ErroreProgramma(Uscita::kComandoErrato, std::string(opzione) + ": «" + codice + "» " + difetto);
+    throw ErroreProgramma(Uscita::kComandoErrato,
+                          std::string(opzione).append(": «").append(codice).append("» ").append(difetto));
   }
   const std::string filtro = perCodice ? "FW07_CODICE = " + Letterale(indicato.utente) +
                                              " AND FW07_CODICE_FW06 = " + Letterale(indicato.gruppo)

@@ -21,10 +21,10 @@ bool ComeFormula(std::string_view pezzo) {
 }
 
 // An optional sign, digits, and at most one point or comma between them.
-bool Numero(std::string_view pezzo) {
+bool SembraNumero(std::string_view pezzo) {
   if (pezzo.starts_with('-') || pezzo.starts_with('+')) pezzo.remove_prefix(1);
   const auto cifra = [](char c) { return c >= '0' && c <= '9'; };
-  const auto fine = std::find_if_not(pezzo.begin(), pezzo.end(), cifra);
+  const auto* const fine = std::find_if_not(pezzo.begin(), pezzo.end(), cifra);
   if (fine == pezzo.begin()) return false;
   if (fine == pezzo.end()) return true;
   return (*fine == '.' || *fine == ',') && fine + 1 != pezzo.end() &&
@@ -34,12 +34,12 @@ bool Numero(std::string_view pezzo) {
 }  // namespace
 
 std::string CellaInerte(std::string_view testo) {
-  const std::string visibile =
+  std::string visibile =
       text::ReplaceUnseen(testo, [](char32_t codice, text::Unseen) -> std::optional<std::string> {
         const bool confine = codice == '\t' || codice == '\r' || codice == '\n';
         return confine ? std::nullopt : std::optional(text::Escaped(codice));
       });
-  if (Numero(visibile)) return visibile;
+  if (SembraNumero(visibile)) return visibile;
   std::string cella;
   for (std::string_view resto = visibile; !resto.empty();) {
     // Blanks and quotes in front of a formula do not stop every reader.
@@ -47,7 +47,7 @@ std::string CellaInerte(std::string_view testo) {
     const std::size_t fine = std::min(resto.find_first_of(kConfini, inizio), resto.size());
     const std::string_view pezzo = resto.substr(inizio, fine - inizio);
     cella.append(resto.substr(0, inizio));
-    if (ComeFormula(pezzo) && !Numero(pezzo)) cella.push_back('\'');
+    if (ComeFormula(pezzo) && !SembraNumero(pezzo)) cella.push_back('\'');
     cella.append(pezzo).append(resto.substr(fine, 1));
     resto.remove_prefix(std::min(fine + 1, resto.size()));
   }

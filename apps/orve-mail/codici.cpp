@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t kAgente = 10;
 constexpr std::size_t kDestinazione = 20;
 constexpr std::size_t kUtente = 20;
-constexpr std::size_t kCifre = 10;
+constexpr std::size_t kCifreNumero = 10;
 constexpr std::size_t kCifreDitta = 9;
 
 std::string DifettoDelNumero(std::string_view numero, std::size_t massimo) {
@@ -42,7 +42,7 @@ std::string DifettoDellaDestinazione(std::string_view codice) {
     parte = codice.substr(0, fine);
     codice.remove_prefix(fine + 1);
   }
-  if (!DifettoDellaDitta(parti[0]).empty() || !DifettoDelNumero(parti[1], kCifre).empty()) {
+  if (!DifettoDellaDitta(parti[0]).empty() || !DifettoDelNumero(parti[1], kCifreNumero).empty()) {
     return "non comincia con i numeri della ditta e del cliente o fornitore";
   }
   if (parti[2] != "0" && parti[2] != "1") return "non ha 0 (cliente) o 1 (fornitore) come terza parte";
@@ -61,7 +61,7 @@ std::string DifettoDelCodice(kvTipologiaDestinatarioFAX tipo, std::string_view c
     case kvDestinatarioFaxNumero:
       return "";
     default:
-      return DifettoDelNumero(codice, kCifre);
+      return DifettoDelNumero(codice, kCifreNumero);
   }
 }
 

@@ -74,7 +74,7 @@ void ScriviColonne(const Elenco& elenco, const std::vector<Riga>& righe, std::os
 }
 
 std::string CampoCsv(const std::string& valore) {
-  const std::string testo = CellaInerte(valore);
+  std::string testo = CellaInerte(valore);
   if (testo.find_first_of(",;\t\"\r\n") == std::string::npos) return testo;
   return '"' + text::Replace(testo, "\"", "\"\"") + '"';
 }

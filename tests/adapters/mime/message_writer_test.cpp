@@ -320,9 +320,9 @@ TEST_P(HostileTexts, InEveryTextMemberLeaveASoundMessage) {
 }
 
 TEST(NameSafeText, TurnsNobodysNameRoundAndHidesNothing) {
-  EXPECT_EQ(NameSafe("Rossi\xE2\x80\xAE\xD8\x9C\xE2\x80\x8B Mario\r\n"), "Rossi___ Mario  ");
+  EXPECT_EQ(NameSafe("Rossi\xE2\x80\x8F\xD8\x9C\xE2\x80\x8B Mario\r\n"), "Rossi___ Mario  ");
   EXPECT_EQ(NameSafe("città \xE2\x80\x8D \xff"), "città \xE2\x80\x8D \xEF\xBF\xBD");
-  EXPECT_EQ(HeaderSafe("\xE2\x80\xAE"), "\xE2\x80\xAE");
+  EXPECT_EQ(HeaderSafe("\xE2\x80\x8F"), "\xE2\x80\x8F");
 }
 
 TEST(HeaderSafeText, HasNoControlCharactersAndIsValid) {

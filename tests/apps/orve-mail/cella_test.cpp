@@ -31,7 +31,7 @@ TEST(CellaInerte, NumbersStayNumbers) {
 }
 
 TEST(CellaInerte, WhatNobodySeesStandsThereAsAnEscape) {
-  EXPECT_EQ(CellaInerte("a\x1B[31m\xC2\x9B\xE2\x80\xAE\x07 b"), "a\\u001B[31m\\u009B\\u202E\\u0007 b");
+  EXPECT_EQ(CellaInerte("a\x1B[31m\xC2\x9B\xE2\x80\x8F\x07 b"), "a\\u001B[31m\\u009B\\u200F\\u0007 b");
   EXPECT_EQ(CellaInerte("\xE2\x80\x8E=1"), "\\u200E=1");
 }
 

@@ -259,8 +259,8 @@ TEST_F(Esiti, TextsStayOneFieldOfOneLine) {
 TEST_F(Esiti, NoSpreadsheetRunsWhatStandsThere) {
   EsitiLista esiti(File(), "LISTA-1");
   esiti.Inizia(2, kUna, "=cmd|' /C calc'!A0 <x@example.org>");
-  esiti.Concludi(EsitoRiga::kFallito, "no\xE2\x80\xAE;@SUM(1)");
-  EXPECT_THAT(SenzaOre(), HasSubstr(";'=cmd|' /C calc'!A0 <x@example.org>;ORA;fallito;no\\u202E,'@SUM(1)"));
+  esiti.Concludi(EsitoRiga::kFallito, "no\xE2\x80\x8F;@SUM(1)");
+  EXPECT_THAT(SenzaOre(), HasSubstr(";'=cmd|' /C calc'!A0 <x@example.org>;ORA;fallito;no\\u200F,'@SUM(1)"));
 }
 
 TEST_F(Esiti, AFolderThatIsNotThere) {
