@@ -150,6 +150,10 @@ std::string Shown(const std::string& text) {
   return std::string(text::Trim(adapters::mime::HeaderSafe(text)));
 }
 
+std::string ShownName(const std::string& text) {
+  return std::string(text::Trim(adapters::mime::NameSafe(text)));
+}
+
 std::vector<Address> Mailboxes(InternetAddressList* list) {
   std::vector<Address> all;
   for (int i = 0; list != nullptr && i < internet_address_list_length(list); ++i) {
@@ -183,7 +187,7 @@ void CheckRecipients(const std::vector<Address>& given, InternetAddressList* rea
   std::vector<Address> wanted;
   bool ordinary = true;
   for (const Address& one : given) {
-    wanted.push_back({Shown(one.name), adapters::mime::ToWire(one.address)->text});
+    wanted.push_back({ShownName(one.name), adapters::mime::ToWire(one.address)->text});
     ordinary = ordinary && Ordinary(wanted.back().address);
   }
   if (!ordinary) return;

@@ -4,7 +4,6 @@
 
 #include "host/errore.h"
 #include "mapi/failure.h"
-#include "mime/attachment.h"
 
 namespace orve::adapters::mapi {
 
@@ -99,11 +98,16 @@ void MessagesControl::AttachmentPosition(std::int16_t /*posizione*/) {
 void MessagesControl::AttachmentPathName(const std::string& percorso) {
   mime::Attachment& slot = SelectedAttachment();
   slot.path.clear();
-  AsControl(kMessages, [&] { slot.path = mime::RequireAttachable(percorso); });
+  AsControl(kMessages, [&] {
+    mime::Attachment file = mime::Attach(attachments_, percorso);
+    if (!attachments_) file.name = slot.name;
+    slot = std::move(file);
+  });
 }
 
 void MessagesControl::AttachmentName(const std::string& nome) {
-  SelectedAttachment().name = nome;
+  mime::Attachment& slot = SelectedAttachment();
+  if (!attachments_ || slot.path.empty()) slot.name = nome;
 }
 
 void MessagesControl::Send() {

@@ -11,6 +11,7 @@
 #include "host/automazione.h"
 #include "mapi/letter.h"
 #include "mapi/mail_system.h"
+#include "mime/attachment.h"
 
 namespace orve::adapters::mapi {
 
@@ -42,7 +43,10 @@ class SessionControl final : public host::MAPISession {
 /// A message in the making. Send leaves it as it is, whatever comes of it; Compose begins a new one.
 class MessagesControl final : public host::MAPIMessages {
  public:
-  explicit MessagesControl(std::shared_ptr<MailSystem> system) : system_(std::move(system)) {}
+  /// `attachments`: which files stand behind the paths, under names that no AttachmentName changes; empty:
+  /// the paths' own.
+  explicit MessagesControl(std::shared_ptr<MailSystem> system, mime::AttachmentResolver attachments = {})
+      : system_(std::move(system)), attachments_(std::move(attachments)) {}
 
   /// Looked at by Send. Empty is no session.
   void SessionID(const host::Variant& sessione) override { session_ = sessione.ToInt32(); }
@@ -86,6 +90,7 @@ class MessagesControl final : public host::MAPIMessages {
   void RequireSession() const;
 
   std::shared_ptr<MailSystem> system_;
+  mime::AttachmentResolver attachments_;
   std::int32_t session_ = 0;
   Letter letter_;                  // its attachments are the slots, the ones without a path included
   std::ptrdiff_t recipient_ = -1;  // the slot selected; -1: none

@@ -75,7 +75,8 @@ class Dispatch {
     for (const Recipient& recipient : letter.recipients) Add(recipient);
     if (letter.receipt) AskForReceipt();
     for (const mime::Attachment& attachment : letter.attachments) {
-      message_.attachments.emplace_back(mime::RequireAttachable(attachment.path), attachment.name);
+      mime::Attachment& leaving = message_.attachments.emplace_back(attachment);
+      leaving.path = mime::RequireAttachable(attachment.path, attachment.held ? attachment.name : "");
     }
   }
 

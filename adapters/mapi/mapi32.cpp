@@ -46,7 +46,7 @@ Recipient FromRecord(const host::MapiRecip& record) {
 }
 
 Letter FromRecords(const host::MapiMessage& message, const std::vector<host::MapiRecip>& recipients,
-                   const std::vector<host::MapiFile>& files) {
+                   const std::vector<host::MapiFile>& files, const mime::AttachmentResolver& attachments) {
   constexpr std::int32_t kReceiptRequested = 2;
   const std::size_t recipientCount = Counted(message.RecipCount, recipients.size(), "destinatari");
   const std::size_t fileCount = Counted(message.FileCount, files.size(), "allegati");
@@ -57,7 +57,8 @@ Letter FromRecords(const host::MapiMessage& message, const std::vector<host::Map
   letter.receipt = (message.Flags & kReceiptRequested) != 0;
   for (std::size_t i = 0; i < recipientCount; ++i) letter.recipients.push_back(FromRecord(recipients[i]));
   for (std::size_t i = 0; i < fileCount; ++i) {
-    letter.attachments.emplace_back(files[i].PathName, files[i].FileName);
+    letter.attachments.push_back(attachments ? mime::Attach(attachments, files[i].PathName)
+                                             : mime::Attachment(files[i].PathName, files[i].FileName));
   }
   return letter;
 }
@@ -113,7 +114,7 @@ std::int32_t Mapi32::BMAPISendMail(host::ManigliaMapi sessione, host::ManigliaMa
     } else if (!system_->IsOpen(Number(sessione))) {
       RaiseInvalidSession();
     }
-    Deliver(system_->Options(), FromRecords(inside, destinatari, file));
+    Deliver(system_->Options(), FromRecords(inside, destinatari, file, attachments_));
   });
 }
 

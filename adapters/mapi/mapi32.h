@@ -3,10 +3,12 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/mapi32.h"
 #include "mapi/mail_system.h"
+#include "mime/attachment.h"
 
 namespace orve::adapters::mapi {
 
@@ -14,7 +16,9 @@ namespace orve::adapters::mapi {
 /// dialog are of no effect, and a profile by name is unknown (3).
 class Mapi32 final : public host::Mapi32 {
  public:
-  explicit Mapi32(std::shared_ptr<MailSystem> system) : system_(std::move(system)) {}
+  /// `attachments`: which files stand behind the records' paths, and their names; empty: as the records say.
+  explicit Mapi32(std::shared_ptr<MailSystem> system, mime::AttachmentResolver attachments = {})
+      : system_(std::move(system)), attachments_(std::move(attachments)) {}
 
   std::int32_t MAPILogon(host::ManigliaMapi finestra, const std::string& profilo, const std::string& password,
                          std::int32_t flags, std::int32_t riservato, host::ManigliaMapi& sessione) override;
@@ -39,6 +43,7 @@ class Mapi32 final : public host::Mapi32 {
   std::int32_t Result(Action action);
 
   std::shared_ptr<MailSystem> system_;
+  mime::AttachmentResolver attachments_;
   std::string failure_;
   bool mayHaveArrived_ = false;
 };

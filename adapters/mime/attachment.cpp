@@ -77,25 +77,33 @@ std::string LocalPath(std::string_view path) {
   return local;
 }
 
-std::string RequireAttachable(std::string_view path) {
+std::string RequireAttachable(std::string_view path, std::string_view shown) {
+  if (shown.empty()) shown = path;
   if (path.empty()) Raise(kFileNonTrovato, path, "il percorso è vuoto");
   std::string local = LocalPath(path);
   long long size = 0;
-  const int file = OpenAttachment(local, path, size);
+  const int file = OpenAttachment(local, shown, size);
   // Some files open and only fail when they are read.
   char first = 0;
   const bool readable = ::read(file, &first, 1) >= 0;
   const int error = errno;
   ::close(file);
-  if (!readable) RaiseAttachmentError(path, error);
+  if (!readable) RaiseAttachmentError(shown, error);
   // The application may change its working directory before the message leaves.
   std::error_code unresolved;
   const std::filesystem::path absolute = std::filesystem::absolute(local, unresolved);
   return unresolved ? local : absolute.string();
 }
 
+Attachment Attach(const AttachmentResolver& resolver, std::string_view path) {
+  if (!resolver) return RequireAttachable(path);
+  Attachment attachment = resolver(path);
+  attachment.path = RequireAttachable(attachment.path, attachment.name);
+  return attachment;
+}
+
 std::string AttachmentName(std::string_view localPath) {
-  std::string name = HeaderSafe(localPath.substr(localPath.find_last_of('/') + 1));
+  std::string name = NameSafe(localPath.substr(localPath.find_last_of('/') + 1));
   std::replace(name.begin(), name.end(), '\\', '_');
   // Readers decode what looks like an encoded word, quoted or not.
   return text::Replace(name, "=?", "=_");

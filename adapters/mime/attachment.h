@@ -1,8 +1,11 @@
 // Files on their way into a message.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
+
+#include "mime/message.h"
 
 namespace orve::adapters::mime {
 
@@ -17,8 +20,16 @@ inline constexpr int kErroreAccessoFile = 75;
 
 /// The absolute local path of a file that can be attached. Raises 53, 70 or 75 with an Italian description
 /// when the path is empty, or nothing readable, or something other than a regular file stands there. Never
-/// blocks (on a pipe, say).
-[[nodiscard]] std::string RequireAttachable(std::string_view path);
+/// blocks (on a pipe, say). Errors name the file as `shown`; empty: as `path`.
+[[nodiscard]] std::string RequireAttachable(std::string_view path, std::string_view shown = {});
+
+/// What a host makes of a path that its application names: the file to read, the name that the recipients
+/// see, and whatever holds the two together until the message has left. Raises as RequireAttachable does.
+using AttachmentResolver = std::function<Attachment(std::string_view path)>;
+
+/// The file behind the path, by the host's resolver; without one the path's own. Raises what
+/// RequireAttachable raises.
+[[nodiscard]] Attachment Attach(const AttachmentResolver& resolver, std::string_view path);
 
 /// The name under which a file travels: the last component of its local path, header-safe and without
 /// backslashes or what a reader would decode.

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <utility>
 
 #include "host/errore.h"
 #include "mime/attachment.h"
@@ -12,8 +11,8 @@
 
 namespace orve::adapters::mime {
 
-FileReader::FileReader(std::string localPath)
-    : path_(std::move(localPath)), file_(OpenAttachment(path_, path_, expected_)) {}
+FileReader::FileReader(const std::string& localPath, const std::string& shown)
+    : shown_(shown.empty() ? localPath : shown), file_(OpenAttachment(localPath, shown_, expected_)) {}
 
 FileReader::~FileReader() {
   ::close(file_);
@@ -25,11 +24,11 @@ std::size_t FileReader::Read(char* into, std::size_t size) {
   do {
     count = ::read(file_, into, size);
   } while (count < 0 && errno == EINTR);
-  if (count < 0) RaiseAttachmentError(path_, errno);
+  if (count < 0) RaiseAttachmentError(shown_, errno);
   seen_ += count;
   if (count == 0 && seen_ < expected_) {
     throw host::Errore(kErroreAccessoFile, "orve-mime",
-                       "Il file \"" + ForDisplay(path_) + "\" si è accorciato durante la lettura");
+                       "Il file \"" + ForDisplay(shown_) + "\" si è accorciato durante la lettura");
   }
   return static_cast<std::size_t>(count);
 }

@@ -10,8 +10,8 @@ namespace orve::adapters::mime {
 /// as a torso, and one that grows would have no end.
 class FileReader {
  public:
-  /// Opens the file; raises the errors of mime/attachment.h.
-  explicit FileReader(std::string localPath);
+  /// Opens the file; raises the errors of mime/attachment.h, which name it as `shown`; empty: by its path.
+  explicit FileReader(const std::string& localPath, const std::string& shown = {});
   FileReader(const FileReader&) = delete;
   FileReader& operator=(const FileReader&) = delete;
   FileReader(FileReader&&) = delete;
@@ -23,7 +23,7 @@ class FileReader {
   [[nodiscard]] std::size_t Read(char* into, std::size_t size);
 
  private:
-  std::string path_;
+  std::string shown_;
   long long expected_ = 0;
   long long seen_ = 0;
   int file_;

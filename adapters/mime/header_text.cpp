@@ -4,10 +4,13 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <memory>
+#include <optional>
 
 #include "host/errore.h"
 #include "text/text.h"
+#include "text/unseen.h"
 
 namespace orve::adapters::mime {
 
@@ -17,15 +20,12 @@ struct GFree {
   void operator()(char* text) const { g_free(text); }
 };
 
-/// Bytes of the control character that begins at `position`, 0 when there is none. Besides the ASCII ones
-/// these are U+0080 to U+009F and the line and paragraph separators.
-std::size_t ControlLength(std::string_view text, std::size_t position) {
-  const auto byte = [&](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U; };
-  const unsigned first = byte(position);
-  if (first < 0x20 || first == 0x7f) return 1;
-  if (first == 0xc2 && byte(position + 1) >= 0x80 && byte(position + 1) <= 0x9f) return 2;
-  if (first == 0xe2 && byte(position + 1) == 0x80 && (byte(position + 2) & 0xfeU) == 0xa8) return 3;
-  return 0;
+/// `formats`: what stands for a character that turns the text round or shows nothing; none: it stays.
+std::string OnOneLine(std::string_view text,
+                      const std::function<std::optional<std::string>(char32_t)>& formats) {
+  return ValidUtf8(text::ReplaceUnseen(text, [&](char32_t code, text::Unseen kind) {
+    return kind == text::Unseen::kControl ? std::optional<std::string>(" ") : formats(code);
+  }));
 }
 
 }  // namespace
@@ -39,14 +39,11 @@ std::string ValidUtf8(std::string_view text) {
 }
 
 std::string HeaderSafe(std::string_view text) {
-  std::string safe;
-  safe.reserve(text.size());
-  for (std::size_t i = 0; i < text.size();) {
-    const std::size_t control = ControlLength(text, i);
-    safe += control != 0 ? ' ' : text[i];
-    i += control != 0 ? control : 1;
-  }
-  return ValidUtf8(safe);
+  return OnOneLine(text, [](char32_t /*code*/) { return std::nullopt; });
+}
+
+std::string NameSafe(std::string_view text) {
+  return OnOneLine(text, [](char32_t /*code*/) { return "_"; });
 }
 
 bool IsAscii(std::string_view text) {
@@ -77,10 +74,10 @@ void RequireOwnHeaderName(std::string_view name) {
 
 std::string ForDisplay(std::string_view text) {
   constexpr std::size_t kLongest = 80;
-  if (text.size() <= kLongest) return HeaderSafe(text);
+  if (text.size() <= kLongest) return OnOneLine(text, text::Escaped);
   std::size_t end = kLongest;
   while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xc0U) == 0x80) --end;
-  return HeaderSafe(text.substr(0, end)) + "...";
+  return OnOneLine(text.substr(0, end), text::Escaped) + "...";
 }
 
 }  // namespace orve::adapters::mime

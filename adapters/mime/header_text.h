@@ -13,6 +13,10 @@ namespace orve::adapters::mime {
 /// ValidUtf8.
 [[nodiscard]] std::string HeaderSafe(std::string_view text);
 
+/// A name that recipients see, of a person or a file: header-safe, and what would turn it round or hide a
+/// part of it becomes "_".
+[[nodiscard]] std::string NameSafe(std::string_view text);
+
 /// True when every byte is ASCII.
 [[nodiscard]] bool IsAscii(std::string_view text);
 
@@ -20,7 +24,8 @@ namespace orve::adapters::mime {
 /// show.
 void RequireOwnHeaderName(std::string_view name);
 
-/// A short form of `text` for an error message: header-safe and cut after some eighty characters.
+/// A short form of `text` for an error message: header-safe, what would turn it round as escapes, and cut
+/// after some eighty characters.
 [[nodiscard]] std::string ForDisplay(std::string_view text);
 
 }  // namespace orve::adapters::mime

@@ -139,7 +139,7 @@ std::string AddressLines(std::string_view name, const std::vector<Address>& addr
       line.Append(",");
       line.StartLine();
     }
-    AddMailbox(line, std::string(text::Trim(HeaderSafe(address.name))), wire->text, brackets);
+    AddMailbox(line, std::string(text::Trim(NameSafe(address.name))), wire->text, brackets);
     first = false;
   }
   return std::move(line).Finished();

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -31,8 +32,9 @@ struct Attachment {
   // Not explicit: most attachments are just a path.
   Attachment(std::string file, std::string shownAs = {}) : path(std::move(file)), name(std::move(shownAs)) {}
 
-  std::string path;  // either separator
-  std::string name;  // that the recipient sees; empty: the file's own
+  std::string path;                       // either separator
+  std::string name;                       // that the recipient sees; empty: the file's own
+  std::shared_ptr<const void> held = {};  // what has to live as long as the path is read
 };
 
 /// Texts are UTF-8. What is not, and control characters in what becomes a header line, is repaired by the

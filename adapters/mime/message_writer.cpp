@@ -216,11 +216,11 @@ class PieceBuffer {
 };
 
 /// Writes the file as base64, which has no dots.
-void WriteFile(std::string localPath, PieceBuffer& buffer) {
+void WriteFile(const std::string& localPath, const std::string& shown, PieceBuffer& buffer) {
   std::string bytes(std::size_t{48} * 1024, '\0');
   std::string lines;
   Base64Lines encoder;
-  FileReader file(std::move(localPath));
+  FileReader file(localPath, shown);
   while (const std::size_t count = file.Read(bytes.data(), bytes.size())) {
     lines.clear();
     encoder.Add({bytes.data(), count}, lines);
@@ -274,9 +274,9 @@ void OutgoingMessage::WriteTo(const ByteSink& sink) {
   PieceBuffer buffer(sink);
   buffer.Write(beginning_);
   for (const Attachment& attachment : message_.attachments) {
-    std::string local = LocalPath(attachment.path);
+    const std::string local = LocalPath(attachment.path);
     buffer.Write("\r\n--" + boundary_ + "\r\n" + AttachmentHeaders(attachment, local));
-    WriteFile(std::move(local), buffer);
+    WriteFile(local, attachment.held ? attachment.name : std::string(), buffer);
   }
   buffer.Write("\r\n--" + boundary_ + "--\r\n");
   buffer.Write(options_.trailer);

@@ -161,6 +161,14 @@ std::string CartellaCopie::PostoPer(const std::string& nome) {
   return PercorsoLibreria(cartella + "/" + nome);
 }
 
+// What cannot be removed is left to the next folder's making.
+void CartellaCopie::Rimuovi() noexcept {
+  if (radice_.empty()) return;
+  std::error_code ignorato;
+  fs::remove_all(radice_, ignorato);
+  radice_.clear();
+}
+
 std::string OggettoFile::Nativo() const {
   if (percorso_.empty()) throw host::Errore(host::kOggettoNonImpostato);
   return PercorsoUnix(percorso_);

@@ -34,6 +34,9 @@ class CartellaCopie {
   /// plain file name, and the error of the file system when the folder cannot be made.
   [[nodiscard]] std::string PostoPer(const std::string& nome);
 
+  /// Removes the folder with its copies, for an owner who knows that nobody needs them any more.
+  void Rimuovi() noexcept;
+
  private:
   std::string genitore_;
   std::string radice_;

@@ -6,7 +6,6 @@
 
 #include "host/errore.h"
 #include "mime/address_list.h"
-#include "mime/attachment.h"
 #include "mime/header_text.h"
 #include "text/text.h"
 
@@ -36,8 +35,11 @@ void AddToEnvelope(Envelope& envelope, std::unordered_set<std::string>& seen,
 
 }  // namespace
 
-SmtpComponent::SmtpComponent(SmtpOptions options, std::shared_ptr<ConnectionPool> pool)
-    : options_(std::make_shared<const SmtpOptions>(std::move(options))), pool_(std::move(pool)) {}
+SmtpComponent::SmtpComponent(SmtpOptions options, std::shared_ptr<ConnectionPool> pool,
+                             mime::AttachmentResolver attachments)
+    : options_(std::make_shared<const SmtpOptions>(std::move(options))),
+      pool_(std::move(pool)),
+      attachments_(std::move(attachments)) {}
 
 void SmtpComponent::ClearRecipient() {
   message_.to.clear();
@@ -100,7 +102,7 @@ void SmtpComponent::AddHeader(const std::string& nome, const std::string& valore
 }
 
 void SmtpComponent::AddAttachment(const std::string& percorso) {
-  message_.attachments.emplace_back(mime::RequireAttachable(percorso));
+  message_.attachments.push_back(mime::Attach(attachments_, percorso));
 }
 
 host::Variant SmtpComponent::SendMail() {

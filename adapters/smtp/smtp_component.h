@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/componente_smtp.h"
+#include "mime/attachment.h"
 #include "mime/message.h"
 #include "mime/message_writer.h"
 #include "smtp/channel.h"
@@ -23,8 +24,10 @@ namespace orve::adapters::smtp {
 /// belongs to the message itself (AddHeader).
 class SmtpComponent final : public host::ComponenteSmtp {
  public:
-  /// `pool` is shared with whoever else sends; empty: no connection is kept.
-  explicit SmtpComponent(SmtpOptions options = {}, std::shared_ptr<ConnectionPool> pool = nullptr);
+  /// `pool` is shared with whoever else sends; empty: no connection is kept. `attachments`: which files stand
+  /// behind the paths of AddAttachment; empty: the paths' own.
+  explicit SmtpComponent(SmtpOptions options = {}, std::shared_ptr<ConnectionPool> pool = nullptr,
+                         mime::AttachmentResolver attachments = {});
 
   void ClearRecipient() override;
   void ServerAddr(const std::string& server) override;
@@ -65,6 +68,7 @@ class SmtpComponent final : public host::ComponenteSmtp {
 
   std::shared_ptr<const SmtpOptions> options_;
   std::shared_ptr<ConnectionPool> pool_;
+  mime::AttachmentResolver attachments_;
   Target target_;
   std::string fromAddr_;
   mime::Message message_;

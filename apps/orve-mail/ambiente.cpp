@@ -7,6 +7,7 @@
 #include "mapi/mapi32.h"
 #include "orve-mail/cifratore_sodium.h"
 #include "orve-mail/directory_osservata.h"
+#include "orve-mail/log_invio.h"
 #include "orve-mail/messaggi_terminale.h"
 #include "orve-mail/percorsi_host.h"
 #include "orve-mail/registro_tabella.h"
@@ -35,7 +36,8 @@ AmbienteProgramma::AmbienteProgramma(Terminale terminale, std::shared_ptr<const 
                                      adapters::smtp::SmtpOptions smtp, std::string cartellaBase,
                                      OsservazioniPtr note, adapters::mapi::MapiOptions mapi,
                                      std::shared_ptr<adapters::smtp::ConnectionPool> connessioni,
-                                     std::shared_ptr<host::Directory> directory)
+                                     std::shared_ptr<host::Directory> directory,
+                                     std::shared_ptr<Allegati> allegati)
     : terminale_(terminale),
       chiave_(std::move(chiave)),
       smtp_(std::move(smtp)),
@@ -43,7 +45,13 @@ AmbienteProgramma::AmbienteProgramma(Terminale terminale, std::shared_ptr<const 
       posta_(std::make_shared<adapters::mapi::MailSystem>(std::move(mapi))),
       cartellaBase_(std::move(cartellaBase)),
       note_(std::move(note)),
+      allegati_(std::move(allegati)),
       directory_(OsservaDirectory(std::move(directory), note_)) {}
+
+adapters::mime::AttachmentResolver AmbienteProgramma::FileDaAllegare() const {
+  if (!allegati_) return {};
+  return [allegati = allegati_](std::string_view percorso) { return allegati->Apri(percorso); };
+}
 
 std::shared_ptr<host::Messaggi> AmbienteProgramma::CreaMessaggi() {
   return Osserva(std::make_shared<MessaggiTerminale>(terminale_), note_);
@@ -58,7 +66,7 @@ std::shared_ptr<host::FormatoNumero> AmbienteProgramma::CreaFormatoNumero() {
 }
 
 std::shared_ptr<host::RegistroInvio> AmbienteProgramma::CreaRegistroInvio() {
-  return Osserva(std::make_shared<RegistroTabella>(registro_), note_);
+  return Osserva(std::make_shared<RegistroTabella>(registro_, allegati_), note_);
 }
 
 std::shared_ptr<host::RisolutorePercorsi> AmbienteProgramma::CreaRisolutorePercorsi() {
@@ -71,7 +79,7 @@ std::shared_ptr<host::CifratorePassword> AmbienteProgramma::CreaCifratorePasswor
 }
 
 std::shared_ptr<host::ComponenteSmtp> AmbienteProgramma::CreaComponenteSmtp() {
-  auto componente = std::make_shared<adapters::smtp::SmtpComponent>(smtp_, connessioni_);
+  auto componente = std::make_shared<adapters::smtp::SmtpComponent>(smtp_, connessioni_, FileDaAllegare());
   note_->IniziaConsegna();
   const auto* const vero = componente.get();  // lives as long as its observer
   return Osserva(std::move(componente), note_, [vero] {
@@ -88,7 +96,7 @@ std::shared_ptr<host::MAPISession> AmbienteProgramma::CreaMAPISession() {
 }
 
 std::shared_ptr<host::MAPIMessages> AmbienteProgramma::CreaMAPIMessages() {
-  auto controllo = std::make_shared<adapters::mapi::MessagesControl>(posta_);
+  auto controllo = std::make_shared<adapters::mapi::MessagesControl>(posta_, FileDaAllegare());
   const auto* const vero = controllo.get();  // lives as long as its observer
   return Osserva(std::move(controllo), note_, [vero] {
     return FineConsegna{vero->LastFailure(), vero->MayHaveArrived()};
@@ -96,7 +104,7 @@ std::shared_ptr<host::MAPIMessages> AmbienteProgramma::CreaMAPIMessages() {
 }
 
 std::shared_ptr<host::Mapi32> AmbienteProgramma::CreaMapi32() {
-  auto libreria = std::make_shared<adapters::mapi::Mapi32>(posta_);
+  auto libreria = std::make_shared<adapters::mapi::Mapi32>(posta_, FileDaAllegare());
   const auto* const vera = libreria.get();  // lives as long as its observer
   return Osserva(std::move(libreria), note_, [vera] {
     return FineConsegna{vera->LastFailure(), vera->MayHaveArrived()};
@@ -104,7 +112,7 @@ std::shared_ptr<host::Mapi32> AmbienteProgramma::CreaMapi32() {
 }
 
 std::shared_ptr<host::FileSystem> AmbienteProgramma::CreaFileSystem() {
-  return Osserva(std::make_shared<adapters::posix::FileSystem>(), note_);
+  return Osserva(LogSuUnaRiga(std::make_shared<adapters::posix::FileSystem>()), note_);
 }
 
 }  // namespace orve::app

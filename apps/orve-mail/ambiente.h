@@ -8,6 +8,8 @@
 
 #include "host/ambiente.h"
 #include "mapi/mail_system.h"
+#include "mime/attachment.h"
+#include "orve-mail/allegati.h"
 #include "orve-mail/chiave.h"
 #include "orve-mail/osservatori.h"
 #include "orve-mail/terminale.h"
@@ -28,11 +30,13 @@ class AmbienteProgramma : public host::Ambiente {
   /// The terminal's streams and trace must outlive the object. `cartellaBase` is the folder from which a
   /// relative configured path counts. `connessioni`: kept by the host for several of these objects; empty:
   /// this one keeps its own. `directory`: the company's; empty: the library gets one that knows nobody.
+  /// `allegati`: which files go with the message; empty: whatever the library names.
   AmbienteProgramma(Terminale terminale, std::shared_ptr<const Chiave> chiave,
                     adapters::smtp::SmtpOptions smtp, std::string cartellaBase, OsservazioniPtr note,
                     adapters::mapi::MapiOptions mapi = {},
                     std::shared_ptr<adapters::smtp::ConnectionPool> connessioni = nullptr,
-                    std::shared_ptr<host::Directory> directory = nullptr);
+                    std::shared_ptr<host::Directory> directory = nullptr,
+                    std::shared_ptr<Allegati> allegati = nullptr);
 
   /// The register of sends goes there, whatever database the library works on.
   void RegistraIn(std::shared_ptr<adapters::sqlite::SqliteConnection> archivio) {
@@ -63,6 +67,8 @@ class AmbienteProgramma : public host::Ambiente {
   host::Directory& DirectoryAziendale() override { return *directory_; }
 
  private:
+  [[nodiscard]] adapters::mime::AttachmentResolver FileDaAllegare() const;
+
   Terminale terminale_;
   std::shared_ptr<const Chiave> chiave_;
   adapters::smtp::SmtpOptions smtp_;
@@ -70,6 +76,7 @@ class AmbienteProgramma : public host::Ambiente {
   std::shared_ptr<adapters::mapi::MailSystem> posta_;
   std::string cartellaBase_;
   OsservazioniPtr note_;
+  std::shared_ptr<Allegati> allegati_;
   std::shared_ptr<adapters::sqlite::SqliteConnection> registro_;
   adapters::posix::Orologio orologio_;
   adapters::posix::DebugOutputMuto nessunaTraccia_;

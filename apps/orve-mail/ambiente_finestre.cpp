@@ -1,9 +1,11 @@
 #include "orve-mail/ambiente_finestre.h"
 
+#include <functional>
 #include <utility>
 
 #include "orve-mail/parametri_corpo.h"
 #include "orve-mail/uscita.h"
+#include "posix/oggetto_file.h"
 
 namespace orve::app {
 
@@ -31,6 +33,46 @@ class MessaggiDovePuoLeggerli : public host::Messaggi {
   std::shared_ptr<const std::weak_ptr<host::Form>> ultima_;
 };
 
+// A file of the window's under a path that the library's statements can take, with its own name for people.
+class FileDellaFinestra : public host::OggettoFile {
+ public:
+  FileDellaFinestra(std::shared_ptr<host::OggettoFile> vero, std::shared_ptr<Allegati> allegati)
+      : vero_(std::move(vero)), allegati_(std::move(allegati)) {}
+  [[nodiscard]] std::string Nome() override { return allegati_->NomeVero(vero_->Percorso()); }
+  [[nodiscard]] bool Esiste() override { return vero_->Esiste(); }
+  void Chiudi() override { vero_->Chiudi(); }
+  void CopiaIn(const std::shared_ptr<host::OggettoFile>& altro, std::int32_t opzioni) override {
+    vero_->CopiaIn(altro, opzioni);
+  }
+  void Crea(std::int32_t tipo, const std::string& nome, const std::string& testo,
+            std::int32_t opzioni) override {
+    if (tipo != kCopia || Allegati::NomeInnocuo(nome)) return vero_->Crea(tipo, nome, testo, opzioni);
+    const std::string posto = allegati_->PostoPer(nome);
+    const auto ultima = posto.rfind('\\');
+    vero_->Apri(posto.substr(ultima + 1), posto.substr(0, ultima), 0);
+  }
+  [[nodiscard]] std::string Percorso() override { return vero_->Percorso(); }
+  [[nodiscard]] std::int32_t Posizione() override { return vero_->Posizione(); }
+  void Apri(const std::string& nome, const std::string& cartella, std::int32_t opzioni) override {
+    vero_->Apri(nome, cartella, opzioni);
+  }
+  void ApriPercorso(const std::string& cartella, const std::string& nome, const std::string& testo,
+                    std::int32_t opzioni) override {
+    vero_->ApriPercorso(cartella, nome, testo, opzioni);
+  }
+
+ private:
+  std::shared_ptr<host::OggettoFile> vero_;
+  std::shared_ptr<Allegati> allegati_;
+};
+
+std::function<bool(const std::string&)> VaCopiato(bool perLaLibreria) {
+  if (!perLaLibreria) return {};
+  return [](const std::string& nativo) {
+    return !Allegati::NomeInnocuo(nativo) || adapters::posix::SuSupportoEsterno(nativo);
+  };
+}
+
 }  // namespace
 
 void RichiediSchermo(const std::string& perche) {
@@ -45,11 +87,15 @@ AmbienteFinestre::AmbienteFinestre(Terminale terminale, std::shared_ptr<const Ch
                                    adapters::smtp::SmtpOptions smtp, std::string cartellaBase,
                                    const OsservazioniPtr& note, adapters::mapi::MapiOptions mapi,
                                    std::shared_ptr<adapters::smtp::ConnectionPool> connessioni,
-                                   std::shared_ptr<host::Directory> directory)
+                                   std::shared_ptr<host::Directory> directory,
+                                   std::shared_ptr<Allegati> allegati)
     : AmbienteProgramma(terminale, std::move(chiave), std::move(smtp), std::move(cartellaBase), note,
-                        std::move(mapi), std::move(connessioni), std::move(directory)),
+                        std::move(mapi), std::move(connessioni), std::move(directory), allegati),
       note_(note),
-      finestre_({.programma = kProgramma, .mostra = [note] { ++note->finestreMostrate; }}) {}
+      allegati_(std::move(allegati)),
+      finestre_({.programma = kProgramma, .vaCopiato = VaCopiato(allegati_ != nullptr), .mostra = [note] {
+                   ++note->finestreMostrate;
+                 }}) {}
 
 std::shared_ptr<host::Form> AmbienteFinestre::CreaForm(const host::LayoutForm& layout) {
   try {
@@ -75,7 +121,9 @@ std::shared_ptr<host::SelettoreFile> AmbienteFinestre::CreaSelettoreFile() {
 }
 
 std::shared_ptr<host::OggettoFile> AmbienteFinestre::CreaOggettoFile() {
-  return finestre_.CreaOggettoFile();
+  auto oggetto = finestre_.CreaOggettoFile();
+  if (!allegati_) return oggetto;
+  return std::make_shared<FileDellaFinestra>(std::move(oggetto), allegati_);
 }
 
 std::shared_ptr<host::CollezioneFile> AmbienteFinestre::CreaCollezioneFile() {

@@ -21,7 +21,8 @@ class AmbienteFinestre : public AmbienteProgramma {
                    adapters::smtp::SmtpOptions smtp, std::string cartellaBase, const OsservazioniPtr& note,
                    adapters::mapi::MapiOptions mapi = {},
                    std::shared_ptr<adapters::smtp::ConnectionPool> connessioni = nullptr,
-                   std::shared_ptr<host::Directory> directory = nullptr);
+                   std::shared_ptr<host::Directory> directory = nullptr,
+                   std::shared_ptr<Allegati> allegati = nullptr);
 
   /// Raises 429 without a display, and notes it.
   std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override;
@@ -35,6 +36,7 @@ class AmbienteFinestre : public AmbienteProgramma {
 
  private:
   OsservazioniPtr note_;
+  std::shared_ptr<Allegati> allegati_;
   adapters::qt::Finestre finestre_;
   std::shared_ptr<std::weak_ptr<host::Form>> ultima_ = std::make_shared<std::weak_ptr<host::Form>>();
 };

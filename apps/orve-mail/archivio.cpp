@@ -2,8 +2,10 @@
 
 #include <filesystem>
 #include <string_view>
+#include <utility>
 
 #include "odbc/odbc_connection.h"
+#include "orve-mail/codici.h"
 #include "orve-mail/messaggio.h"
 #include "orve-mail/numeri.h"
 #include "orve-mail/stringa_connessione.h"
@@ -84,6 +86,24 @@ std::string FileChiave(const PosizioneArchivio& posizione) {
   return FileArchivio(posizione) + ".chiave";
 }
 
+std::vector<std::string> FileDelProgramma(const PosizioneArchivio& posizione) {
+  std::vector<std::string> file;
+  const auto database = [&file](const std::string& nome) {
+    for (const char* accanto : {"", "-wal", "-shm", "-journal"}) file.push_back(nome + accanto);
+  };
+  if (!SuOdbc(posizione)) {
+    const std::string nome = FileArchivio(posizione);
+    database(nome);
+    file.push_back(nome + ".chiave");
+  }
+  if (!posizione.chiave.empty()) {
+    file.push_back(posizione.chiave);
+    database(posizione.chiave + ".registro");
+  }
+  if (!posizione.registro.empty()) database(posizione.registro);
+  return file;
+}
+
 Archivio ApriArchivio(const PosizioneArchivio& posizione) {
   if (SuOdbc(posizione)) return {ApriOdbc(posizione), nullptr};
   auto incorporato = ApriIncorporato(posizione);
@@ -129,6 +149,13 @@ std::int32_t TrovaUtente(host::Connection& connessione, const UtenteIndicato& in
   if (!perCodice && !id) {
     throw ErroreProgramma(Uscita::kComandoErrato,
                           "--utente: «" + indicato.utente + "» è un codice; indicare anche --gruppo");
+  }
+  for (const auto& [opzione, codice] :
+       {std::pair{"--utente", indicato.utente}, std::pair{"--gruppo", indicato.gruppo}}) {
+    const std::string difetto = perCodice ? DifettoDelCodiceUtente(codice) : "";
+    if (difetto.empty()) continue;
+    throw ErroreProgramma(Uscita::kComandoErrato,
+                          std::string(opzione).append(": «").append(codice).append("» ").append(difetto));
   }
   const std::string filtro = perCodice ? "FW07_CODICE = " + Letterale(indicato.utente) +
                                              " AND FW07_CODICE_FW06 = " + Letterale(indicato.gruppo)

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/connection.h"
 #include "odbc/odbc_options.h"
@@ -47,6 +48,10 @@ struct Archivio {
 /// The key file: the one named, else the database file's name followed by ".chiave". Raises ErroreProgramma
 /// (kComandoErrato) when a server is named and no key.
 [[nodiscard]] std::string FileChiave(const PosizioneArchivio& posizione);
+
+/// The files that are the program's own: the database with what SQLite keeps beside it, the key, the
+/// register. Some of them need not exist.
+[[nodiscard]] std::vector<std::string> FileDelProgramma(const PosizioneArchivio& posizione);
 
 /// The open database. Raises ErroreProgramma: kNonUtilizzabile with what the database says, in which no
 /// password stands.

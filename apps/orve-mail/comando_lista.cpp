@@ -1,5 +1,6 @@
 // lista: one message for each row of a file.
 #include <CLI/CLI.hpp>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -33,6 +34,11 @@ kvEnumModalitaInvio ModoLista(std::string_view nome) {
                         "--modo: «" + std::string(nome) + "» non è lista o automatico");
 }
 
+std::string CartellaDi(const std::string& file) {
+  const std::string cartella = std::filesystem::path(file).parent_path();
+  return cartella.empty() ? "." : cartella;
+}
+
 RichiestaLista Richiesta(const CLI::App& comando, const ArgomentiLista& argomenti, Terminale terminale) {
   RichiestaLista richiesta = argomenti.lista;
   if (richiesta.file.empty()) throw ErroreProgramma(Uscita::kComandoErrato, "manca il file dell'elenco");
@@ -40,7 +46,9 @@ RichiestaLista Richiesta(const CLI::App& comando, const ArgomentiLista& argoment
   RichiediUtf8(richiesta.esiti, "--esito");
   if (richiesta.esiti.empty()) richiesta.esiti = richiesta.file + ".esito";
   const kvEnumModalitaInvio modo = ModoLista(argomenti.modo);
-  richiesta.comune = LeggiRichiesta(comando, argomenti.invio, terminale);
+  richiesta.cartelleAllegati.insert(richiesta.cartelleAllegati.begin(), CartellaDi(richiesta.file));
+  richiesta.comune = LeggiRichiesta(comando, argomenti.invio, terminale,
+                                    {richiesta.file, richiesta.esiti, richiesta.esiti + ".nuovo"});
   richiesta.comune.modo = modo;
   richiesta.controllaAllegati = !argomenti.invio.allegatiSenzaControllo;
   return richiesta;
@@ -56,6 +64,12 @@ void AggiungiLista(CLI::App& programma, Contesto& contesto) {
       ->add_option("--esito", argomenti->lista.esiti,
                    "File dei risultati, una riga per ogni riga (se manca: FILE seguito da .esito)")
       ->type_name("FILE");
+  comando
+      ->add_option("--cartella-allegati", argomenti->lista.cartelleAllegati,
+                   "Cartella da cui le righe possono allegare file, oltre a quella dell'elenco (ripetibile)")
+      ->type_name("CARTELLA")
+      ->allow_extra_args(false)
+      ->check(CLI::ExistingDirectory.description(""));
   comando->add_flag("--ritenta-incerti", argomenti->lista.ritentaIncerti,
                     "Invia di nuovo le righe di cui non si sa se siano partite");
   AggiungiMessaggio(*comando, argomenti->invio);

@@ -12,6 +12,7 @@
 #include <system_error>
 #include <utility>
 
+#include "orve-mail/cella.h"
 #include "orve-mail/numeri.h"
 #include "orve-mail/terminale.h"
 #include "orve-mail/uscita.h"
@@ -51,7 +52,7 @@ std::string Campo(std::string_view testo) {
   std::string campo = RigaSicura(text::Left(testo, kTestoMassimo));
   std::replace(campo.begin(), campo.end(), ';', ',');
   std::replace(campo.begin(), campo.end(), '"', '\'');
-  return campo;
+  return CellaInerte(campo);
 }
 
 std::string Adesso() {

@@ -183,7 +183,8 @@ class InvioLista {
     if (!riga.corpo.empty()) messaggio.corpo = riga.corpo;
     if (!riga.allegato.empty()) {
       messaggio.allegati.insert(messaggio.allegati.begin(),
-                                PreparaAllegato(riga.allegato, richiesta_.controllaAllegati));
+                                PreparaAllegato(riga.allegato, richiesta_.controllaAllegati,
+                                                messaggio.esclusi, richiesta_.cartelleAllegati));
     }
     messaggio.lista = esiti_.Lista();
     return messaggio;

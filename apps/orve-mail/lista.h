@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "orve-mail/spedizione.h"
 
@@ -12,6 +13,8 @@ struct RichiestaLista {
   std::string esiti;  // the result file
   bool ritentaIncerti = false;
   bool controllaAllegati = true;
+  /// Below one of these a row's attachment has to lie.
+  std::vector<std::string> cartelleAllegati;
   /// What all messages share; its recipients are not used. The rows' own subjects and bodies count before
   /// its own, their attachments come in front of its own.
   RichiestaInvio comune;

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include "orve-mail/codici.h"
 #include "orve-mail/messaggio.h"
 #include "orve-mail/opzioni_destinatari.h"
 #include "orve-mail/terminale.h"
@@ -75,6 +76,8 @@ void InterpretaCodice(const Valori& valori, RigaLista& riga) {
   if (!tipo) throw RigaInutile{"il tipo " + Citato(nome) + " non esiste"};
   const std::string codice(text::Trim(valori[kCodice]));
   if (codice.empty()) throw RigaInutile{"manca il codice"};
+  const std::string difetto = DifettoDelCodice(*tipo, codice);
+  if (!difetto.empty()) throw RigaInutile{"il codice " + Citato(codice) + " " + difetto};
   riga.codice = CodiceDestinatario{codice, *tipo};
   riga.destinatario = nome + " " + codice;
 }

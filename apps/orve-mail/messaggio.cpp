@@ -12,8 +12,8 @@
 #include "host/errore.h"
 #include "host/variant.h"
 #include "mime/header_text.h"
+#include "orve-mail/allegati.h"
 #include "orve-mail/uscita.h"
-#include "posix/percorsi.h"
 #include "text/text.h"
 
 namespace orve::app {
@@ -50,6 +50,17 @@ std::string Leggi(std::istream& flusso, const std::string& nome) {
   return contenuto;
 }
 
+// The body leaves as an attachment does.
+std::string LeggiDocumento(const std::string& file, const std::vector<std::string>& esclusi) {
+  std::ifstream flusso;
+  try {
+    flusso.open(FileAmmesso(file, esclusi).Percorso(), std::ios::binary);
+  } catch (const host::Errore& errore) {
+    FileNonLeggibile(file, errore.Descrizione());
+  }
+  return Leggi(flusso, file);
+}
+
 }  // namespace
 
 VoceDestinatario LeggiDestinatario(std::string_view testo) {
@@ -83,7 +94,8 @@ void RichiediFileLeggibile(const std::string& file) {
   if (!semplice) FileNonLeggibile(file, cartella ? "è una cartella" : "non è un file");
 }
 
-std::string LeggiCorpo(const std::string& testo, std::istream& ingresso) {
+std::string LeggiCorpo(const std::string& testo, std::istream& ingresso,
+                       const std::vector<std::string>& esclusi) {
   if (testo.empty() || testo.front() != '@') return ConFineRigaDoppia(testo);
   if (testo.rfind("@@", 0) == 0) return ConFineRigaDoppia(std::string_view(testo).substr(1));
   const std::string file = testo.substr(1);
@@ -91,9 +103,7 @@ std::string LeggiCorpo(const std::string& testo, std::istream& ingresso) {
   if (file == "-") {
     contenuto = Leggi(ingresso, "standard input");
   } else {
-    RichiediFileLeggibile(file);
-    std::ifstream flusso(file, std::ios::binary);
-    contenuto = Leggi(flusso, file);
+    contenuto = LeggiDocumento(file, esclusi);
   }
   constexpr std::string_view kSegnoDiOrdine = "\xEF\xBB\xBF";  // a mark that some editors put in front
   if (contenuto.rfind(kSegnoDiOrdine, 0) == 0) contenuto.erase(0, kSegnoDiOrdine.size());
@@ -109,18 +119,6 @@ std::string ConFineRigaDoppia(std::string_view testo) {
     righe.push_back(testo[i]);
   }
   return righe;
-}
-
-std::string PreparaAllegato(const std::string& file, bool controlla) {
-  if (file.find(';') != std::string::npos) {
-    FileNonLeggibile(file, "il nome di un allegato non può contenere «;»");
-  }
-  if (controlla) RichiediFileLeggibile(file);
-  try {
-    return adapters::posix::PercorsoLibreriaAssoluto(file);
-  } catch (const host::Errore& errore) {
-    throw ErroreProgramma(Uscita::kFileMancante, errore.Descrizione());
-  }
 }
 
 host::DataOra LeggiData(const std::string& testo) {

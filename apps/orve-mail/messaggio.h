@@ -7,6 +7,7 @@
 #include <istream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/data_ora.h"
 
@@ -24,16 +25,13 @@ struct VoceDestinatario {
 
 /// The body from a text, from "@file" or from "@-" (`ingresso`); "@@" in front is a text that begins with
 /// "@". Lines end in carriage return and line feed, as the application's do. Raises ErroreProgramma:
-/// kFileMancante for a file that cannot be read, is longer than 16 MiB or is no UTF-8 text.
-[[nodiscard]] std::string LeggiCorpo(const std::string& testo, std::istream& ingresso);
+/// kFileMancante for a file that cannot be read, may not go with a message (`esclusi`, see
+/// orve-mail/allegati.h), is longer than 16 MiB or is no UTF-8 text.
+[[nodiscard]] std::string LeggiCorpo(const std::string& testo, std::istream& ingresso,
+                                     const std::vector<std::string>& esclusi);
 
 /// The text with its lines ending in carriage return and line feed.
 [[nodiscard]] std::string ConFineRigaDoppia(std::string_view testo);
-
-/// The attachment's path as the library wants it: absolute, with `\` between its components. With `controlla`
-/// the file must be there, plain and readable. Raises ErroreProgramma (kFileMancante), also for a name that
-/// the library's paths cannot hold.
-[[nodiscard]] std::string PreparaAllegato(const std::string& file, bool controlla);
 
 /// Raises ErroreProgramma (kFileMancante) when the file is not there, is no plain file, or cannot be read.
 void RichiediFileLeggibile(const std::string& file);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "orve-mail/codici.h"
 #include "orve-mail/messaggio.h"
 #include "orve-mail/uscita.h"
 
@@ -57,6 +58,11 @@ std::optional<CodiceDestinatario> LeggiCodice(const CLI::App& comando, const Opz
     if (codice) throw ErroreProgramma(Uscita::kComandoErrato, "indicare un solo destinatario per codice");
     codice = CodiceDestinatario{opzioni.codici.at(tipo.opzione), tipo.tipo};
     RichiediUtf8(codice->codice, tipo.opzione);
+    const std::string difetto = DifettoDelCodice(tipo.tipo, codice->codice);
+    if (!difetto.empty()) {
+      throw ErroreProgramma(Uscita::kComandoErrato,
+                            std::string(tipo.opzione) + ": «" + codice->codice + "» " + difetto);
+    }
   }
   return codice;
 }

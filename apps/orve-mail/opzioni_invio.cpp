@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "mime/address_list.h"
+#include "orve-mail/codici.h"
 #include "orve-mail/file_dialogo.h"
 #include "orve-mail/messaggio.h"
 #include "orve-mail/numeri.h"
@@ -80,9 +81,9 @@ void RichiediTesti(const RichiestaInvio& richiesta) {
        {"--utente", &richiesta.utente.utente},
        {"--gruppo", &richiesta.utente.gruppo}}};
   for (const auto& [opzione, testo] : testi) RichiediUtf8(*testo, opzione);
-  const bool numero = richiesta.ditta.find_first_not_of("0123456789") == std::string::npos;
-  if (!numero || richiesta.ditta.size() > 9) {
-    throw ErroreProgramma(Uscita::kComandoErrato, "--ditta: «" + richiesta.ditta + "» non è un numero");
+  const std::string difetto = richiesta.ditta.empty() ? "" : DifettoDellaDitta(richiesta.ditta);
+  if (!difetto.empty()) {
+    throw ErroreProgramma(Uscita::kComandoErrato, "--ditta: «" + richiesta.ditta + "» " + difetto);
   }
 }
 
@@ -179,17 +180,22 @@ void AggiungiRete(CLI::App& comando, OpzioniInvio& opzioni) {
   AggiungiDirectory(comando, opzioni.directory);
 }
 
-RichiestaInvio LeggiRichiesta(const CLI::App& comando, const OpzioniInvio& opzioni, Terminale terminale) {
+RichiestaInvio LeggiRichiesta(const CLI::App& comando, const OpzioniInvio& opzioni, Terminale terminale,
+                              const std::vector<std::string>& altriEsclusi) {
   RichiestaInvio richiesta = opzioni.richiesta;
+  richiesta.esclusi = FileDelProgramma(richiesta.archivio);
+  if (!opzioni.directory.filePassword.empty()) richiesta.esclusi.push_back(opzioni.directory.filePassword);
+  richiesta.esclusi.insert(richiesta.esclusi.end(), altriEsclusi.begin(), altriEsclusi.end());
   RichiediTesti(richiesta);
   if (Indicata(comando, "--data")) richiesta.data = LeggiData(opzioni.data);
   if (Indicata(comando, "--corpo")) {
     RichiediUtf8(opzioni.corpo, "--corpo");
-    richiesta.corpo = LeggiCorpo(opzioni.corpo, terminale.ingresso);
+    richiesta.corpo = LeggiCorpo(opzioni.corpo, terminale.ingresso, richiesta.esclusi);
   }
   for (const std::string& allegato : opzioni.allegati) {
     RichiediUtf8(allegato, "--allegato");
-    richiesta.allegati.push_back(PreparaAllegato(allegato, !opzioni.allegatiSenzaControllo));
+    richiesta.allegati.push_back(
+        PreparaAllegato(allegato, !opzioni.allegatiSenzaControllo, richiesta.esclusi));
   }
   richiesta.smtp = OpzioniSmtp(comando, opzioni, terminale.errori);
   richiesta.mapi = OpzioniMapi(comando, opzioni);

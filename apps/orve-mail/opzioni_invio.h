@@ -49,9 +49,12 @@ void AggiungiContesto(CLI::App& comando, OpzioniInvio& opzioni);
 void AggiungiRete(CLI::App& comando, OpzioniInvio& opzioni);
 
 /// The request, without recipients and mode; an option that the command does not have counts as not given.
-/// Reads the body, looks at the attachments and opens the file of the dialogue. Raises ErroreProgramma:
-/// kComandoErrato for what makes no sense, kFileMancante for files that cannot be read or written.
+/// Reads the body, looks at the attachments and opens the file of the dialogue. `altriEsclusi`: files of the
+/// command's own that must not go with a message, beside those that no command lets go. Raises
+/// ErroreProgramma: kComandoErrato for what makes no sense, kFileMancante for files that cannot be read or
+/// written.
 [[nodiscard]] RichiestaInvio LeggiRichiesta(const CLI::App& comando, const OpzioniInvio& opzioni,
-                                            Terminale terminale);
+                                            Terminale terminale,
+                                            const std::vector<std::string>& altriEsclusi = {});
 
 }  // namespace orve::app

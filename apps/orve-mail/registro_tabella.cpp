@@ -1,5 +1,6 @@
 #include "orve-mail/registro_tabella.h"
 
+#include "orve-mail/allegati.h"
 #include "orve-mail/osservatori.h"
 #include "sqlite/sqlite_connection.h"
 
@@ -56,7 +57,9 @@ void RegistroTabella::RegistraInvio(const host::TestoOAssente& nome, const host:
                                                         Presente(nome),
                                                         Presente(ditta),
                                                         Presente(indirizzo),
-                                                        Presente(allegato),
+                                                        Presente(allegato && allegati_
+                                                                     ? allegati_->ConPercorsiVeri(*allegato)
+                                                                     : allegato),
                                                         Presente(esito),
                                                         Presente(oggetto),
                                                         Presente(corpo)}));

@@ -15,12 +15,15 @@ class SqliteConnection;
 
 namespace orve::app {
 
+class Allegati;
+
 class RegistroTabella : public host::RegistroInvio {
  public:
   RegistroTabella() = default;
-  /// Writes there, whatever connection it is given.
-  explicit RegistroTabella(std::shared_ptr<adapters::sqlite::SqliteConnection> archivio)
-      : archivio_(std::move(archivio)) {}
+  /// Writes there, whatever connection it is given. `allegati` knows which file a private copy stands for.
+  explicit RegistroTabella(std::shared_ptr<adapters::sqlite::SqliteConnection> archivio,
+                           std::shared_ptr<const Allegati> allegati = nullptr)
+      : archivio_(std::move(archivio)), allegati_(std::move(allegati)) {}
 
   /// Raises 13 for a connection that is not the embedded database, when it has nothing else to write to.
   void Connessione(const std::shared_ptr<host::Connection>& connessione) override;
@@ -47,6 +50,7 @@ class RegistroTabella : public host::RegistroInvio {
 
  private:
   std::shared_ptr<adapters::sqlite::SqliteConnection> archivio_;
+  std::shared_ptr<const Allegati> allegati_;
   std::shared_ptr<adapters::sqlite::SqliteConnection> connessione_;
   std::string voce_;
   std::string uObject_;

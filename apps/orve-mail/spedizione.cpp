@@ -51,10 +51,14 @@ class Spedizione {
   Spedizione(const RichiestaInvio& richiesta, const SedeInvio& sede, Terminale terminale)
       : richiesta_(richiesta),
         sede_(sede),
+        allegati_(std::make_shared<Allegati>(richiesta.esclusi)),
         ambiente_(std::make_shared<AmbienteFinestre>(terminale, sede.chiave, richiesta.smtp,
                                                      CartellaBase(richiesta.archivio), note_, richiesta.mapi,
-                                                     sede.connessioni, sede.directory)),
+                                                     sede.connessioni, sede.directory, allegati_)),
         servizio_(ambiente_) {
+    for (const Allegato& allegato : richiesta.allegati) {
+      percorsi_.push_back(allegati_->PerLaLibreria(allegato));
+    }
     ambiente_->RegistraIn(sede.registro);
     if (richiesta.mittente) RichiediAccount(*sede.archivio.connessione, *richiesta.mittente, richiesta.pec);
   }
@@ -162,7 +166,7 @@ class Spedizione {
     const auto& destinatari = richiesta_.destinatari;
     servizio_.InviaMailDiretta(*mittente, Elenco(destinatari, kvCasellaA), Elenco(destinatari, kvCasellaCC),
                                Elenco(destinatari, kvCasellaCCn), richiesta_.oggetto,
-                               richiesta_.corpo.value_or(""), Elenco(richiesta_.allegati));
+                               richiesta_.corpo.value_or(""), Elenco(percorsi_));
   }
 
   std::optional<std::int16_t> Mittente() {
@@ -173,15 +177,17 @@ class Spedizione {
 
   // The main attachment goes into its own field and not into the list, where it would stand twice.
   void Allega() {
-    if (richiesta_.allegati.empty()) return;
-    servizio_.vMailAttachment = richiesta_.allegati.front();
-    std::for_each(richiesta_.allegati.begin() + 1, richiesta_.allegati.end(),
+    if (percorsi_.empty()) return;
+    servizio_.vMailAttachment = percorsi_.front();
+    std::for_each(percorsi_.begin() + 1, percorsi_.end(),
                   [this](const std::string& allegato) { servizio_.AddAllegato(allegato); });
   }
 
   const RichiestaInvio& richiesta_;
   const SedeInvio& sede_;
   OsservazioniPtr note_ = std::make_shared<Osservazioni>();
+  std::shared_ptr<Allegati> allegati_;
+  std::vector<std::string> percorsi_;  // of the attachments, as the library gets them
   std::shared_ptr<AmbienteFinestre> ambiente_;
   CLSFW_MAILSERVER servizio_;
   bool daSola_ = false;

@@ -13,6 +13,7 @@
 #include "host/directory.h"
 #include "ldap/ldap_options.h"
 #include "mapi/mapi_options.h"
+#include "orve-mail/allegati.h"
 #include "orve-mail/archivio.h"
 #include "orve-mail/chiave.h"
 #include "orve-mail/messaggio.h"
@@ -36,8 +37,7 @@ struct CodiceDestinatario {
   kvTipologiaDestinatarioFAX tipo = kvDestinatarioFaxAnagrafica;
 };
 
-/// Either a code or recipients. Texts are valid UTF-8; attachments are paths of the library, the main one
-/// first.
+/// Either a code or recipients. Texts are valid UTF-8; the main attachment comes first.
 struct RichiestaInvio {
   PosizioneArchivio archivio;
   UtenteIndicato utente;
@@ -47,7 +47,8 @@ struct RichiestaInvio {
   std::optional<std::int16_t> mittente;  // account of a send to addresses; none: the default one
   std::string oggetto;
   std::optional<std::string> corpo;  // none: the body of the settings, or with addresses an empty one
-  std::vector<std::string> allegati;
+  std::vector<Allegato> allegati;
+  std::vector<std::string> esclusi;  // files that never go with a message
   bool pec = false;
   std::optional<kvEnumModalitaInvio> modo;  // none: that of the settings
   std::optional<host::DataOra> data;

@@ -5,8 +5,10 @@
 #include <memory>
 
 #include "orve-mail/archivio.h"
+#include "orve-mail/cella.h"
 #include "orve-mail/riga_di_comando.h"
 #include "text/text.h"
+#include "text/unseen.h"
 
 namespace orve::app {
 
@@ -71,8 +73,9 @@ void ScriviColonne(const Elenco& elenco, const std::vector<Riga>& righe, std::os
   }
 }
 
-std::string CampoCsv(const std::string& testo) {
-  if (testo.find_first_of(",\"\r\n") == std::string::npos) return testo;
+std::string CampoCsv(const std::string& valore) {
+  std::string testo = CellaInerte(valore);
+  if (testo.find_first_of(",;\t\"\r\n") == std::string::npos) return testo;
   return '"' + text::Replace(testo, "\"", "\"\"") + '"';
 }
 
@@ -87,6 +90,12 @@ void ScriviCsv(const Elenco& elenco, const std::vector<Riga>& righe, std::ostrea
   }
 }
 
+// What the engine leaves of the characters that a terminal obeys or a reader does not see. They can stand in
+// strings only.
+std::string SenzaNascosti(const std::string& json) {
+  return text::ReplaceUnseen(json, [](char32_t codice, text::Unseen) { return text::Escaped(codice); });
+}
+
 // The engine writes JSON by itself, with its own numbers and nulls.
 void ScriviJson(adapters::sqlite::SqliteConnection& archivio, const Elenco& elenco, std::int64_t ultimi,
                 std::ostream& uscita) {
@@ -99,7 +108,7 @@ void ScriviJson(adapters::sqlite::SqliteConnection& archivio, const Elenco& elen
   for (const auto righe =
            archivio.EseguiConValori(Selezione(elenco, "json_object(" + coppie + ") AS RIGA"), {ultimi});
        !righe->Eof(); righe->MoveNext()) {
-    uscita << separatore << "\n  " << host::Leggi(*righe, "RIGA").ToText();
+    uscita << separatore << "\n  " << SenzaNascosti(host::Leggi(*righe, "RIGA").ToText());
     separatore = ",";
   }
   uscita << (*separatore == '\0' ? "]\n" : "\n]\n");

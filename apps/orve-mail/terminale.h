@@ -21,8 +21,9 @@ struct Terminale {
   host::DebugOutput* traccia = nullptr;
 };
 
-/// The text as it may go to a terminal: valid UTF-8, and no control characters but line feeds, since texts
-/// come from servers and databases that may hold anything.
+/// The text as it may go to a terminal: valid UTF-8, tabs as blanks, and of other control characters none but
+/// line feeds, since texts come from servers and databases that may hold anything. Control characters, and
+/// those that turn the text round or show nothing, stand there as escapes: "\u202E".
 [[nodiscard]] std::string TestoSicuro(std::string_view testo);
 
 /// The same on one line.

@@ -211,6 +211,46 @@ TEST_F(InvioManuale, AFileThatVanishesBeforeTheSendButtonIsToldAndTheMessageLeav
   EXPECT_EQ(messaggio.attachments[0].name, "fattura.pdf");
 }
 
+TEST_F(InvioManuale, AFileWithAnApostropheThatIsChosenLeavesUnderItsNameAndCostsNoEvent) {
+  auto& server = AvviaServerOrdinario();
+  std::filesystem::create_directory(File("l'anno"));
+  const std::string fattura = cartella.Write("l'anno/fattura.pdf", "il documento");
+  const std::string listino = cartella.Write("l'anno/l'ultimo.pdf", "il listino");
+  NellaFinestra([&](QWidget& finestra) {
+    EXPECT_THAT(Allegati(finestra), ElementsAre("fattura.pdf - Standard"));
+    regia.ScegliFile(listino);
+    Clicca(finestra, "KVL_ALLEGA");
+    EXPECT_THAT(Allegati(finestra), ElementsAre("fattura.pdf - Standard", "l'ultimo.pdf"));
+    Clicca(finestra, "cmd_Invia");
+  });
+  const Esecuzione esecuzione =
+      InviaQui({"--cliente", "1001", "--modo", "manuale", "--corpo", "x", "--allegato", fattura});
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
+  const support::ReceivedMessage messaggio = server.OnlyMessage();
+  ASSERT_THAT(messaggio.attachments, SizeIs(2));
+  EXPECT_EQ(messaggio.attachments[0].name, "fattura.pdf");
+  EXPECT_EQ(messaggio.attachments[1].name, "l'ultimo.pdf");
+  EXPECT_EQ(support::ReadFile(messaggio.attachments[1].content), "il listino");
+  EXPECT_THAT(CodiciEventi(), ElementsAre("89"));
+}
+
+TEST_F(InvioManuale, TheKeyDoesNotLeaveWhenItIsChosenInTheWindow) {
+  auto& server = AvviaServerOrdinario();
+  NellaFinestra([&](QWidget& finestra) {
+    regia.ScegliFile(Db() + ".chiave");
+    Clicca(finestra, "KVL_ALLEGA");
+    regia.Poi("MostraMsg", [](QWidget& casella) {
+      EXPECT_THAT(dynamic_cast<QMessageBox&>(casella).text().toStdString(),
+                  HasSubstr("è un file riservato del programma"));
+      QTest::keyClick(&casella, Qt::Key_Return);
+    });
+    Clicca(finestra, "cmd_Invia");
+  });
+  const Esecuzione esecuzione = InviaQui({"--cliente", "1001", "--modo", "manuale", "--corpo", "x"});
+  EXPECT_EQ(esecuzione.stato, 7) << esecuzione;
+  EXPECT_THAT(server.OnlyMessage().attachments, IsEmpty());
+}
+
 TEST_F(InvioManuale, WithoutAnAccountThePersonLearnsItAndNoWindowOpens) {
   regia.Risponde("Non è disponibile alcun account mail");
   const Esecuzione esecuzione =

@@ -181,6 +181,20 @@ TEST(AttachmentNames, AreTheLastComponentWithoutControlCharacters) {
   EXPECT_EQ(AttachmentName("fattura.pdf"), "fattura.pdf");
   EXPECT_EQ(AttachmentName("/tmp/a\r\nb\x1b.pdf"), "a  b .pdf");
   EXPECT_EQ(AttachmentName("/tmp/a\xff.pdf"), "a\xEF\xBF\xBD.pdf");
+  EXPECT_EQ(AttachmentName("/tmp/fattura\xE2\x80\x8F"
+                           "fdp.exe"),
+            "fattura_fdp.exe");
+}
+
+TEST(AttachmentErrors, ShowWhatTurnsANameRoundAsAnEscape) {
+  try {
+    static_cast<void>(
+        RequireAttachable("/manca/fattura\xE2\x80\x8F"
+                          "fdp.exe"));
+    FAIL();
+  } catch (const host::Errore& errore) {
+    EXPECT_THAT(errore.Descrizione(), HasSubstr("fattura\\u200Ffdp.exe"));
+  }
 }
 
 TEST(AttachmentNames, HoldNothingThatAReaderWouldDecode) {

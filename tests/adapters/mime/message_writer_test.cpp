@@ -319,6 +319,12 @@ TEST_P(HostileTexts, InEveryTextMemberLeaveASoundMessage) {
   EXPECT_TRUE(read.cc == std::vector<Mailbox>({{shownAs(shorter), "c@x.it"}}));
 }
 
+TEST(NameSafeText, TurnsNobodysNameRoundAndHidesNothing) {
+  EXPECT_EQ(NameSafe("Rossi\xE2\x80\x8F\xD8\x9C\xE2\x80\x8B Mario\r\n"), "Rossi___ Mario  ");
+  EXPECT_EQ(NameSafe("città \xE2\x80\x8D \xff"), "città \xE2\x80\x8D \xEF\xBF\xBD");
+  EXPECT_EQ(HeaderSafe("\xE2\x80\x8F"), "\xE2\x80\x8F");
+}
+
 TEST(HeaderSafeText, HasNoControlCharactersAndIsValid) {
   EXPECT_EQ(HeaderSafe("a\r\nb\tc\x1b\x7f"), "a  b c  ");
   EXPECT_EQ(HeaderSafe(std::string("a\0b", 3)), "a b");

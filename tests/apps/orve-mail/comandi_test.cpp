@@ -114,9 +114,9 @@ TEST_F(Comandi, TheRegisterIsShownInAlignedColumns) {
   EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
   EXPECT_EQ(esecuzione.uscita,
             "ID  ISTANTE              ESITO        CANALE  DITTA  UTENTE  MITTENTE  NOME           AZIENDA  "
-            "INDIRIZZO  OGGETTO     RISULTATO  ALLEGATO\n"
+            "INDIRIZZO  OGGETTO          RISULTATO  ALLEGATO\n"
             "1   2026-11-14 10:22:05  non inviato  pec                              Caffè, «Perù»           "
-            "           a\"b  [31mc\n"
+            "           a\"b \\u001B[31mc\n"
             "2   2026-11-14 10:22:06  inviato      mail                             Uno\n");
 }
 
@@ -144,7 +144,21 @@ TEST_F(Comandi, OtherProgramsReadTheRegisterAsJsonAndCsv) {
       "ID,ISTANTE,ESITO,CANALE,DITTA,UTENTE,MITTENTE,NOME,AZIENDA,INDIRIZZO,OGGETTO,RISULTATO,ALLEGATO\r\n"
       "2,2026-11-14 10:22:06,inviato,mail,,,,Uno,,,,,\r\n");
   EXPECT_THAT(Esegui({"registro", "--csv"}).uscita, HasSubstr(R"("Caffè, «Perù»",,,"a""b)"
-                                                              "\n\x1B[31mc\",,\r\n"));
+                                                              "\n\\u001B[31mc\",,\r\n"));
+}
+
+TEST_F(Comandi, WhatStrangersWroteNeitherRunsNorHidesInWhatIsListed) {
+  Sql("INSERT INTO REGISTRO_INVII (NOME, OGGETTO, AZIENDA) VALUES ('=cmd|'' /C calc''!A0', char(0x202E) || "
+      "'fdp.exe' || "
+      "char(0x9B), '-5')");
+  Sql("INSERT INTO EVENTI_GESTIONALI (DITTA, CODICE, IDUTENTE, DATI, FLAG) VALUES (1, 89, 1, 'a;=1' || "
+      "char(0x9B), 1)");
+  EXPECT_THAT(Esegui({"registro"}).uscita, HasSubstr("\\u202Efdp.exe\\u009B"));
+  EXPECT_THAT(Esegui({"registro", "--json"}).uscita, HasSubstr(R"("OGGETTO":"\u202Efdp.exe\u009B")"));
+  EXPECT_THAT(Esegui({"registro", "--csv"}).uscita,
+              HasSubstr(R"(,'=cmd|' /C calc'!A0,-5,,\u202Efdp.exe\u009B,)"));
+  EXPECT_THAT(Esegui({"eventi", "--csv"}).uscita, HasSubstr(R"(,"a;'=1\u009B")"));
+  EXPECT_THAT(Esegui({"eventi", "--json"}).uscita, HasSubstr(R"("a;=1\u009B")"));
 }
 
 TEST_F(Comandi, AnEmptyListIsStillAList) {

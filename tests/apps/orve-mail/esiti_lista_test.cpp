@@ -251,9 +251,16 @@ TEST_F(Esiti, TextsStayOneFieldOfOneLine) {
   EsitiLista esiti(File(), "LISTA-1");
   esiti.Inizia(2, kUna, "A;\"B\"\r\nC\xE9\x1B[0m");
   esiti.Concludi(EsitoRiga::kFallito, "uno;due\ntre " + lungo);
-  EXPECT_THAT(SenzaOre(), HasSubstr(";A,'B' C\xEF\xBF\xBD [0m;ORA;fallito;uno,due tre xxx"));
+  EXPECT_THAT(SenzaOre(), HasSubstr(";A,'B' C\xEF\xBF\xBD\\u001B[0m;ORA;fallito;uno,due tre xxx"));
   EXPECT_LT(Testo().size(), 1300U);
   EXPECT_EQ(esiti.Cerca(2)->esito, EsitoRiga::kFallito);
+}
+
+TEST_F(Esiti, NoSpreadsheetRunsWhatStandsThere) {
+  EsitiLista esiti(File(), "LISTA-1");
+  esiti.Inizia(2, kUna, "=cmd|' /C calc'!A0 <x@example.org>");
+  esiti.Concludi(EsitoRiga::kFallito, "no\xE2\x80\x8F;@SUM(1)");
+  EXPECT_THAT(SenzaOre(), HasSubstr(";'=cmd|' /C calc'!A0 <x@example.org>;ORA;fallito;no\\u200F,'@SUM(1)"));
 }
 
 TEST_F(Esiti, AFolderThatIsNotThere) {

@@ -238,6 +238,20 @@ TEST_F(Guasti, AnUnattendedFailureLeavesALineInTheSendLog) {
   EXPECT_THAT(log, HasSubstr("   fattura.pdf   "));
 }
 
+TEST_F(Guasti, ANameOfManyLinesIsOneLineOfTheSendLog) {
+  const std::string prima = NomeDelLog();
+  Sql("UPDATE CG16_ANAGGEN SET CG16_RAGSOANAG = 'Ferramenta' || char(13, 10) || 'Finta' || char(27) || '[2J' "
+      "WHERE "
+      "CG16_CODICE = 104");
+  const Esecuzione esecuzione = Invia({"--cliente", "1004", "--modo", "semi"});
+  EXPECT_EQ(esecuzione.stato, 4) << esecuzione;
+  const std::filesystem::path temporanea = File("orve-mail-" + std::to_string(::geteuid()));
+  const std::string log =
+      support::ReadFile(temporanea / (std::filesystem::exists(temporanea / prima) ? prima : NomeDelLog()));
+  EXPECT_THAT(log, HasSubstr("\r\n\r\nFerramenta  Finta [2J" + std::string(22, ' ') + "ErroreInvio   "));
+  EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 3);
+}
+
 TEST_F(Guasti, ATemporaryDirectoryThatDoesNotExistCostsTheLogLineOnly) {
   Sql("UPDATE FW24_FAXCONFIG SET FW24_PATHTMP = '/nessuna/cartella' WHERE FW24_INDCANALE = 1");
   const Esecuzione fallito = Invia({"--cliente", "1004", "--modo", "semi"});

@@ -14,6 +14,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using ::testing::SizeIs;
 using ::testing::StartsWith;
 using Riga = std::vector<std::string>;
@@ -73,13 +74,23 @@ TEST_F(Ingressi, QuotesOfEveryKindArriveAsTheyAre) {
               HasSubstr("<MAIL_OBJ=" + oggetto + "/>"));
 }
 
-TEST_F(Ingressi, AQuoteInACodeIsRefusedAndBringsNoStatementOfItsOwn) {
-  for (const std::string codice :
-       {"1001'", "1001; DELETE FROM REGISTRO_INVII", "1001) OR (1=1", "\xE2\x80\x99"}) {
-    const Esecuzione esecuzione = Invia({"--agente", codice});
-    EXPECT_EQ(esecuzione.stato, 3) << codice << esecuzione;
+TEST_F(Ingressi, WhatIsNoCodeReachesNoStatement) {
+  auto& server = AvviaServerOrdinario();
+  const std::string unione =
+      "0 UNION SELECT FW98_PASSWORD, FW98_PASSWORD, '', '', FW98_USERNAME FROM FW98_MAILACCOUNT";
+  for (const Riga& opzioni :
+       {Riga{"--anagrafica", unione}, Riga{"--cliente", "1001 OR 1=1"}, Riga{"--fornitore", "2001)"},
+        Riga{"--contatto", "501 --"}, Riga{"--agente", "A01' OR '1'='1"}, Riga{"--cliente", ""},
+        Riga{"--destinatario", "1/1001/0/SEDE' OR '1'='1"}, Riga{"--destinatario", "1 OR 1=1/1001/0/SEDE"},
+        Riga{"--destinatario", "1/1001 OR 1=1/0/SEDE"}, Riga{"--destinatario", "1/1001/0 OR 1=1/SEDE"},
+        Riga{"--cliente", "1001", "--ditta", "1 OR 1=1"},
+        Riga{"--cliente", "1001", "--utente", "x' OR '1'='1", "--gruppo", "AMM"},
+        Riga{"--cliente", "1001", "--utente", "AMM01", "--gruppo", "x' OR '1'='1"}}) {
+    const Esecuzione esecuzione = Invia(opzioni);
+    EXPECT_EQ(esecuzione.stato, 2) << esecuzione;
   }
-  EXPECT_THAT(Registro(), SizeIs(4));
+  EXPECT_EQ(server.Count(), 0U);
+  EXPECT_THAT(Registro(), IsEmpty());
 }
 
 TEST_F(Ingressi, TextThatIsNotUtf8IsRefused) {
@@ -193,16 +204,54 @@ TEST_F(Ingressi, AttachmentNamesWithAccentsQuotesAndBlanksArriveAsTheyAre) {
   EXPECT_EQ(server.OnlyMessage().attachments.at(0).name, nome);
 }
 
-TEST_F(Ingressi, AnApostropheInTheAttachmentsPathCostsTheEventAndThePersonLearnsIt) {
+TEST_F(Ingressi, FilesOfTheProgramsOwnLeaveNeitherAsAttachmentsNorAsABody) {
   auto& server = AvviaServerOrdinario();
-  const std::string file = cartella.Write("l'ultima.pdf", "x");
+  std::filesystem::create_symlink(Db() + ".chiave", File("fattura.pdf"));
+  for (const std::string& file :
+       {Db(), Db() + ".chiave", File("fattura.pdf"), std::string("/proc/self/environ")}) {
+    for (const Riga& opzioni :
+         {Riga{"--allegato", file}, Riga{"--allegato", file, "--allegati-senza-controllo"},
+          Riga{"--corpo", "@" + file}}) {
+      Riga argomenti = {"--a", "x@example.org"};
+      argomenti.insert(argomenti.end(), opzioni.begin(), opzioni.end());
+      const Esecuzione esecuzione = Invia(argomenti);
+      EXPECT_EQ(esecuzione.stato, 6) << esecuzione;
+      EXPECT_THAT(esecuzione.errori, HasSubstr("e non si può allegare"));
+    }
+  }
+  EXPECT_EQ(server.Count(), 0U);
+}
+
+TEST_F(Ingressi, AFileWhoseNameIsSqlLeavesAsAFileOfThatName) {
+  auto& server = AvviaServerOrdinario();
+  const std::string nome = "x'||(SELECT FW98_PASSWORD FROM FW98_MAILACCOUNT WHERE FW98_IDACCOUNT=1)||'.pdf";
+  const std::string file = cartella.Write(nome, "fattura");
+  const Esecuzione esecuzione =
+      Invia({"--a", "x@example.org", "--corpo", "x", "--allegato", file, "--allegato", file});
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
+  const auto messaggio = server.OnlyMessage();
+  ASSERT_THAT(messaggio.attachments, SizeIs(2));
+  EXPECT_EQ(messaggio.attachments[0].name, nome);
+  EXPECT_EQ(support::ReadFile(messaggio.attachments[1].content), "fattura");
+  EXPECT_THAT(Sql("SELECT ALLEGATO AS C1 FROM REGISTRO_INVII"),
+              ElementsAre(Riga{Rovesciato(file) + "|" + Rovesciato(file)}));
+  const std::string evento = Sql("SELECT DATI AS C1 FROM EVENTI_GESTIONALI").at(0).at(0);
+  EXPECT_THAT(evento, HasSubstr("x_||(SELECT FW98_PASSWORD"));
+  EXPECT_THAT(evento, Not(HasSubstr("orve1:")));
+  for (const auto& voce : std::filesystem::directory_iterator(cartella.Path())) {
+    EXPECT_THAT(voce.path().filename().string(), Not(StartsWith("orve-allegati-")));
+  }
+}
+
+TEST_F(Ingressi, AnApostropheInTheAttachmentsPathCostsNothing) {
+  auto& server = AvviaServerOrdinario();
+  std::filesystem::create_directory(File("l'anno"));
+  const std::string file = cartella.Write("l'anno/l'ultima.pdf", "x");
   const Esecuzione esecuzione = Invia({"--a", "x@example.org", "--corpo", "x", "--allegato", file});
-  EXPECT_EQ(esecuzione.stato, 7) << esecuzione;
-  EXPECT_THAT(esecuzione.errori,
-              StartsWith("Messaggio inviato, ma non tutto è andato a buon fine.\n  database: "));
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
   EXPECT_EQ(server.OnlyMessage().attachments.at(0).name, "l'ultima.pdf");
   EXPECT_THAT(Registro(), SizeIs(1));
-  EXPECT_THAT(CodiciEventi(), IsEmpty());
+  EXPECT_THAT(CodiciEventi(), ElementsAre("89"));
 }
 
 TEST_F(Ingressi, TheSameAttachmentTwiceArrivesTwice) {

@@ -197,8 +197,9 @@ TEST_F(Invio, EveryKindOfCodeFindsItsAddress) {
 TEST_F(Invio, ACodeThatFindsNobodyIsRefused) {
   for (const Riga& destinatario :
        {Riga{"--cliente", "9999"}, Riga{"--agente", "A02"}, Riga{"--contatto", "504"},
-        Riga{"--contatto", "503"}, Riga{"--destinatario", "1/1999/0/SEDE"}, Riga{"--destinatario", "1/1001"},
-        Riga{"--numero", "solo testo"}, Riga{"--cliente", "1003"}, Riga{"--cliente", "1005"}}) {
+        Riga{"--contatto", "503"}, Riga{"--destinatario", "1/1999/0/SEDE"},
+        Riga{"--destinatario", "1/1001/1/SEDE"}, Riga{"--numero", "solo testo"}, Riga{"--cliente", "1003"},
+        Riga{"--cliente", "1005"}}) {
     const Esecuzione esecuzione = Invia(destinatario);
     EXPECT_EQ(esecuzione.stato, 3) << destinatario[1] << esecuzione;
     EXPECT_EQ(esecuzione.errori.find("Invio rifiutato: Non inviato. Indirizzo mancante.\n"), 0U);

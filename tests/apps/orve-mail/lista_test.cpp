@@ -215,6 +215,38 @@ TEST_F(Lista, EveryRowEndsInItsOwnWayAndStopsNoOther) {
   EXPECT_THAT(CodiciEventi(), ElementsAre("88", "89", "88", "89"));
 }
 
+TEST_F(Lista, ARowReachesNoFileOutsideTheListsFolderAndNoneOfTheProgramsOwn) {
+  auto& server = AvviaServerSemplice();
+  const support::TempDir altrove;
+  const std::string fuori = altrove.Write("segreto.txt", "segreto");
+  std::filesystem::create_symlink(fuori, File("porta.pdf"));
+  std::filesystem::create_hard_link(Db() + ".chiave", File("fattura.pdf"));
+  const std::string nome = altrove.Path().filename().string();
+  Scrivi("indirizzo;allegato\na@x;/etc/passwd\nb@x;../" + nome +
+         "/segreto.txt\nc@x;/proc/self/environ\nd@x;porta.pdf\ne@x;prova.db\nf@x;prova.db.chiave\n"
+         "g@x;fattura.pdf\nh@x;elenco.csv.esito\ni@x;elenco.csv\nz@x;\n");
+  const Esecuzione esecuzione = Manda();
+  EXPECT_EQ(esecuzione.stato, 9) << esecuzione;
+  EXPECT_THAT(server.Recipients(), ElementsAre("z@x"));
+  EXPECT_THAT(esecuzione.errori, HasSubstr("Riga 2: a@x: fallito: /etc/passwd: sta fuori dalle cartelle"));
+  EXPECT_THAT(esecuzione.errori, HasSubstr("Riga 7: f@x: fallito: " + File("prova.db.chiave") +
+                                           ": è un file riservato del programma"));
+  EXPECT_EQ(Manda({"--allegati-senza-controllo"}).stato, 9);
+  EXPECT_THAT(server.Recipients(), ElementsAre("z@x"));
+}
+
+TEST_F(Lista, ARowReachesTheFoldersThatThePersonOpensToIt) {
+  auto& server = AvviaServerSemplice();
+  const support::TempDir altrove;
+  std::filesystem::create_directory(altrove.Path() / "fatture");
+  altrove.Write("fatture/uno.txt", "uno");
+  Scrivi("indirizzo;allegato\na@x;" + (altrove.Path() / "fatture/uno.txt").string() + "\n");
+  EXPECT_EQ(Manda().stato, 9);
+  EXPECT_EQ(Manda({"--cartella-allegati", altrove.Path() / "manca"}).stato, 2);
+  EXPECT_EQ(Manda({"--cartella-allegati", altrove.Path()}).stato, 0);
+  EXPECT_EQ(support::ReadFile(server.OnlyMessage().attachments.at(0).content), "uno");
+}
+
 TEST_F(Lista, RowsThatWerePutRightAreSentAtTheNextStartAndTheOthersNotAgain) {
   auto& server = AvviaServerSemplice(Rifiuta("no@example.org"));
   Scrivi("nome;indirizzo\nUno;uno@example.org\nDue;no@example.org\nTre\nQuattro;quattro@example.org\n");

@@ -51,7 +51,7 @@ class InvioMapi : public ProvaIntera {
 
   /// What both channels send and what arrives of it.
   Esecuzione InviaFattura(const std::string& sendmail) const {
-    const std::string fattura = cartella.Write("Città 12.pdf", std::string("%PDF\0\r\n\xFF", 8));
+    const std::string fattura = cartella.Write("Città d'arte 12.pdf", std::string("%PDF\0\r\n\xFF", 8));
     return Invia({"--sendmail", sendmail, "--a", "Rossi, Nicolò <nicolo@x.example>", "--cc", "anna@x.example",
                   "--ccn", "Segreta <segreta@x.example>", "--oggetto", "Fattura n° 12: perché", "--corpo",
                   "Così è.\n.\nSaluti", "--allegato", fattura});
@@ -67,7 +67,7 @@ class InvioMapi : public ProvaIntera {
     EXPECT_EQ(messaggio.subject, "Fattura n° 12: perché");
     EXPECT_EQ(messaggio.body, "Così è.\r\n.\r\nSaluti\r\n");
     ASSERT_THAT(messaggio.attachments, SizeIs(1));
-    EXPECT_EQ(messaggio.attachments[0].name, "Città 12.pdf");
+    EXPECT_EQ(messaggio.attachments[0].name, "Città d'arte 12.pdf");
     EXPECT_EQ(support::ReadFile(messaggio.attachments[0].content), std::string("%PDF\0\r\n\xFF", 8));
     EXPECT_THAT(messaggio.defects, IsEmpty());
   }

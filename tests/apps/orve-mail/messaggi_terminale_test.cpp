@@ -83,7 +83,12 @@ TEST(MessaggiTerminale, WhatComesFromOutsideCannotSteerTheTerminal) {
                    "e\xFF",
                    0)
                 .scritto,
-            "a [31mbc d  e\xEF\xBF\xBD\n");
+            "a\\u001B[31mbc d\\u007F\\u009Be\xEF\xBF\xBD\n");
+  EXPECT_EQ(Mostra("fattura \xE2\x80\x8F"
+                   "fdp.exe",
+                   0)
+                .scritto,
+            "fattura \\u200Ffdp.exe\n");
   EXPECT_EQ(Mostra("riga 1\r\nriga 2", 0).scritto, "riga 1\nriga 2\n");
 }
 

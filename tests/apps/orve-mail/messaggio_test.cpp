@@ -33,7 +33,7 @@ Rifiuto RifiutoDi(const std::function<void()>& azione) {
 
 std::string Corpo(const std::string& testo, const std::string& ingresso = "") {
   std::istringstream flusso(ingresso);
-  return LeggiCorpo(testo, flusso);
+  return LeggiCorpo(testo, flusso, {});
 }
 
 }  // namespace
@@ -103,40 +103,6 @@ TEST(CorpoDelMessaggio, AFileThatIsNoTextIsRefused) {
   EXPECT_EQ(RifiutoDi([&] { (void)Corpo("@/dev/zero"); }).testo, "/dev/zero: non è un file");
   EXPECT_EQ(RifiutoDi([&] { (void)Corpo("@" + cartella.Path().string() + "/manca"); }).uscita,
             Uscita::kFileMancante);
-}
-
-TEST(Allegato, BecomesAnAbsolutePathOfTheLibrary) {
-  const support::TempDir cartella;
-  const std::string file = cartella.Write("fattura n° 1.pdf", "x");
-  std::string atteso = file;
-  for (char& c : atteso) c = c == '/' ? '\\' : c;
-  EXPECT_EQ(PreparaAllegato(file, true), atteso);
-  const std::filesystem::path prima = std::filesystem::current_path();
-  std::filesystem::current_path(cartella.Path());
-  EXPECT_EQ(PreparaAllegato("./fattura n° 1.pdf", true).substr(0, 1), "\\");
-  EXPECT_EQ(PreparaAllegato("manca.pdf", false), PreparaAllegato("./x/../manca.pdf", false));
-  std::filesystem::current_path(prima);
-}
-
-TEST(Allegato, ThatCannotBeReadIsRefused) {
-  const support::TempDir cartella;
-  const std::string qui = cartella.Path().string();
-  EXPECT_EQ(RifiutoDi([&] { (void)PreparaAllegato(qui, true); }).testo, qui + ": è una cartella");
-  EXPECT_EQ(RifiutoDi([&] { (void)PreparaAllegato(qui + "/manca.pdf", true); }).uscita,
-            Uscita::kFileMancante);
-  ASSERT_EQ(::mkfifo((qui + "/pipe").c_str(), 0600), 0);
-  EXPECT_EQ(RifiutoDi([&] { (void)PreparaAllegato(qui + "/pipe", true); }).testo,
-            qui + "/pipe: non è un file");
-}
-
-TEST(Allegato, WhoseNameTheLibraryCannotHoldIsRefused) {
-  const support::TempDir cartella;
-  const std::string conPunto = cartella.Write("a;b.pdf", "x");
-  EXPECT_EQ(RifiutoDi([&] { (void)PreparaAllegato(conPunto, true); }).testo,
-            conPunto + ": il nome di un allegato non può contenere «;»");
-  const std::string conBarra = cartella.Write("a\\b.pdf", "x");
-  EXPECT_EQ(RifiutoDi([&] { (void)PreparaAllegato(conBarra, true); }).testo,
-            "Nome di file non valido: " + conBarra);
 }
 
 TEST(DataDiValidita, BothFormsAreRead) {

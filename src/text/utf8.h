@@ -1,0 +1,17 @@
+// One character of UTF-8 at a time, for the operations of this folder.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace orve::text {
+
+struct Character {
+  char32_t code;     // U+FFFD for a byte that is no UTF-8
+  std::size_t size;  // in bytes, at least 1
+};
+
+/// The character at the front of a text that is not empty.
+[[nodiscard]] Character Front(std::string_view testo);
+
+}  // namespace orve::text
