@@ -1,9 +1,11 @@
 #include "sqlite/schema.h"
 
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <system_error>
@@ -23,21 +25,19 @@ std::filesystem::path PercorsoFile(const std::string& testo) {
                      "Impossibile creare il database " + percorso + ": " + motivo);
 }
 
-// An empty file of our own: of two callers at once only one gets it. False when something is there already.
+// An empty file of our own, closed to others from its first moment: of two callers at once only one gets it.
+// The engine gives its side files the mode of the database. False when something is there already.
 bool CreaFileVuoto(const std::string& percorso) {
   if (percorso.empty() || percorso.find('\0') != std::string::npos)
     NonCreato(percorso, "il percorso non è valido");
-  std::FILE* file = std::fopen(percorso.c_str(), "wbx");
-  if (file == nullptr) {
+  const int file = ::open(percorso.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY,
+                          S_IRUSR | S_IWUSR);
+  if (file < 0) {
     const int motivo = errno;
     if (motivo == EEXIST) return false;
     NonCreato(percorso, std::generic_category().message(motivo));
   }
-  std::fclose(file);
-  std::error_code ignorato;  // a file system without permissions is no reason to stop
-  std::filesystem::permissions(PercorsoFile(percorso),
-                               std::filesystem::perms::owner_read | std::filesystem::perms::owner_write,
-                               ignorato);
+  ::close(file);
   return true;
 }
 

@@ -1,9 +1,12 @@
 #include "orve-mail/archivio.h"
 
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <string_view>
 
 #include "odbc/odbc_connection.h"
+#include "orve-mail/file_riservato.h"
 #include "orve-mail/messaggio.h"
 #include "orve-mail/numeri.h"
 #include "orve-mail/stringa_connessione.h"
@@ -27,6 +30,16 @@ constexpr std::string_view kOdbc = "odbc:";
 
 [[noreturn]] void RegistroNonUtilizzabile(const host::Errore& errore) {
   throw ErroreProgramma(Uscita::kNonUtilizzabile, "Registro non utilizzabile: " + errore.Descrizione());
+}
+
+// Behind the opening: the connection notices by itself when another file takes the place of the one it
+// opened.
+void RichiediRegistroProprio(const std::string& file) {
+  struct stat stato {};
+  if (::lstat(adapters::posix::PercorsoUnix(file).c_str(), &stato) == 0 && ProprietarioFidato(stato.st_uid))
+    return;
+  throw ErroreProgramma(Uscita::kNonUtilizzabile,
+                        "Registro non utilizzabile: " + file + " appartiene a un altro utente");
 }
 
 std::string FileRegistro(const PosizioneArchivio& posizione) {
@@ -104,7 +117,10 @@ std::shared_ptr<SqliteConnection> ApriIncorporato(const PosizioneArchivio& posiz
 std::shared_ptr<SqliteConnection> ApriRegistro(const PosizioneArchivio& posizione, const Archivio& archivio) {
   if (archivio.incorporato && posizione.registro.empty()) return archivio.incorporato;
   try {
-    return adapters::sqlite::ApriRegistro(FileRegistro(posizione));
+    const std::string file = FileRegistro(posizione);
+    auto registro = adapters::sqlite::ApriRegistro(file);
+    RichiediRegistroProprio(file);
+    return registro;
   } catch (const host::Errore& errore) {
     RegistroNonUtilizzabile(errore);
   }

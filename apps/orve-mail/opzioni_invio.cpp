@@ -1,15 +1,18 @@
 #include "orve-mail/opzioni_invio.h"
 
+#include <fcntl.h>
+
 #include <CLI/CLI.hpp>
 #include <array>
 #include <chrono>
-#include <fstream>
+#include <cstdio>
 #include <functional>
 #include <memory>
 #include <string_view>
 #include <utility>
 
 #include "mime/address_list.h"
+#include "orve-mail/file_riservato.h"
 #include "orve-mail/messaggio.h"
 #include "orve-mail/numeri.h"
 #include "orve-mail/riga_di_comando.h"
@@ -32,10 +35,17 @@ std::chrono::milliseconds Millisecondi(double secondi) {
 std::function<void(std::string_view)> Dialogo(const std::string& file, std::ostream& errori) {
   if (file.empty()) return {};
   if (file == "-") return [&errori](std::string_view riga) { errori << RigaSicura(riga) << std::endl; };
-  auto flusso = std::make_shared<std::ofstream>(file, std::ios::app);
-  if (!flusso->good())
-    throw ErroreProgramma(Uscita::kFileMancante, "--dialogo: impossibile scrivere " + file);
-  return [flusso](std::string_view riga) { *flusso << RigaSicura(riga) << std::endl; };
+  const int descrittore = ApriFileProprio("--dialogo: impossibile scrivere", file, O_WRONLY | O_APPEND);
+  ::fcntl(descrittore, F_SETFL,
+          O_APPEND);  // a pipe that nobody reads was an error; the lines wait their turn
+  const std::shared_ptr<std::FILE> flusso(::fdopen(descrittore, "a"), [](std::FILE* aperto) {
+    if (aperto != nullptr) std::fclose(aperto);
+  });
+  if (!flusso) throw ErroreProgramma(Uscita::kFileMancante, "--dialogo: impossibile scrivere " + file);
+  return [flusso](std::string_view riga) {
+    std::fputs((RigaSicura(riga) + "\n").c_str(), flusso.get());
+    std::fflush(flusso.get());
+  };
 }
 
 adapters::smtp::SmtpOptions OpzioniSmtp(const CLI::App& comando, const OpzioniInvio& opzioni,

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <ostream>
@@ -91,6 +92,14 @@ Esecuzione ProvaIntera::EseguiConAmbiente(const std::vector<std::string>& variab
   comando.emplace_back(places::Program());
   comando.insert(comando.end(), argomenti.begin(), argomenti.end());
   return EseguiComando(comando, "");
+}
+
+// By its name and folder: a whole path would end at the first blank in it.
+std::vector<std::string> ProvaIntera::Precarica(const std::string& modulo) {
+  const std::filesystem::path file = places::Build("tests/lib" + modulo + ".so");
+  const char* const asan = std::getenv("ASAN_OPTIONS");
+  return {"LD_LIBRARY_PATH=" + file.parent_path().string(), "LD_PRELOAD=" + file.filename().string(),
+          std::string("ASAN_OPTIONS=verify_asan_link_order=0:") + (asan == nullptr ? "" : asan)};
 }
 
 Esecuzione ProvaIntera::EseguiDaUtenteOrdinario(const std::vector<std::string>& argomenti) const {

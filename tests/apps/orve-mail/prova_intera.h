@@ -42,6 +42,8 @@ class ProvaIntera : public ::testing::Test {
   /// The same with these variables in the environment, each NAME=VALUE.
   Esecuzione EseguiConAmbiente(const std::vector<std::string>& variabili,
                                const std::vector<std::string>& argomenti) const;
+  /// The variables that load a module of tests/preload into the program.
+  static std::vector<std::string> Precarica(const std::string& modulo);
   /// The same as a user whom permissions stop. When the tests run as root, the test's folder is given to such
   /// a user first.
   Esecuzione EseguiDaUtenteOrdinario(const std::vector<std::string>& argomenti) const;
