@@ -245,12 +245,14 @@ struct Channel::Impl {
     const bool token =
         std::find(mechanisms.begin(), mechanisms.end(), AuthMechanism::kXoauth2) != mechanisms.end();
     if (mechanisms.empty() || target.user.find('\0') != std::string::npos ||
-        target.password.find('\0') != std::string::npos) {
+        target.password.View().find('\0') != std::string_view::npos) {
       throw DeliveryFailure(ErrorNumber::kAuthentication, "credenziali non utilizzabili");
     }
     Set(CURLOPT_LOGIN_OPTIONS, LoginOptions(mechanisms).c_str());
     Set(CURLOPT_USERNAME, target.user.c_str());
-    Set(token ? CURLOPT_XOAUTH2_BEARER : CURLOPT_PASSWORD, target.password.c_str());
+    Secret terminated(target.password.View().size() + 1);
+    target.password.View().copy(terminated.Data(), terminated.View().size());
+    Set(token ? CURLOPT_XOAUTH2_BEARER : CURLOPT_PASSWORD, terminated.Data());
   }
 
   static curl_socket_t OnOpen(void* self, curlsocktype /*purpose*/, curl_sockaddr* /*server*/) {

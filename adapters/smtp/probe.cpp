@@ -116,8 +116,8 @@ ProbeReport Probe(const SmtpOptions& options, const Target& target, const std::s
                                       heard.report.failure.find("certificate") != std::string::npos;
   }
   session.Close();
-  if (!target.password.empty()) {
-    heard.report.failure = text::Replace(heard.report.failure, target.password, "***");
+  if (!target.password.Empty()) {
+    heard.report.failure = text::Replace(heard.report.failure, target.password.View(), "***");
   }
   return heard.report;
 }

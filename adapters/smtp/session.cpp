@@ -17,9 +17,10 @@ constexpr std::size_t kGroupCommands = 100;
 constexpr int kServerLeaves = 421;
 
 std::vector<std::string> Secrets(const Target& target) {
-  if (target.password.empty()) return {};
-  return {target.password, '\0' + target.user + '\0' + target.password,
-          "user=" + target.user + "\1auth=Bearer " + target.password + "\1\1"};
+  if (target.password.Empty()) return {};
+  const std::string password(target.password.View());
+  return {password, '\0' + target.user + '\0' + password,
+          "user=" + target.user + "\1auth=Bearer " + password + "\1\1"};
 }
 
 bool IsReplyLine(std::string_view line) {

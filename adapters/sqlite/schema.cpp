@@ -42,14 +42,18 @@ bool CreaFileVuoto(const std::string& percorso) {
 }
 
 void CifraPassword(Database& database, const Cifratura& cifra) {
-  const auto account =
-      database.Esegui("SELECT FW98_IDACCOUNT FROM FW98_MAILACCOUNT WHERE FW98_USERNAME IS NOT NULL", {});
-  for (const auto& id : account.valori) {
-    const auto chiara = PasswordDiProva(id.ToInt32());
-    auto cifrata = cifra(chiara);
-    if (cifrata.find(chiara) != std::string::npos) throw host::Errore(host::kArgomentoNonValido);
+  const auto account = database.Esegui(
+      "SELECT FW98_IDACCOUNT, FW98_USERNAME, FW23_SERVERNAME, FW23_PORT, FW23_SSL FROM FW98_MAILACCOUNT"
+      " INNER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER WHERE FW98_USERNAME IS NOT NULL",
+      {});
+  for (auto riga = account.valori.begin(); riga != account.valori.end(); riga += 5) {
+    const std::int32_t id = riga[0].ToInt32();
+    const PasswordDaCifrare password{PasswordDiProva(id), riga[1].ToText(), riga[2].ToText(),
+                                     riga[3].ToInt32(), riga[4].ToInt32() >= 1};
+    auto cifrata = cifra(password);
+    if (cifrata.find(password.chiara) != std::string::npos) throw host::Errore(host::kArgomentoNonValido);
     (void)database.Esegui("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = ?1 WHERE FW98_IDACCOUNT = ?2",
-                          {std::move(cifrata), std::int64_t{id.ToInt32()}});
+                          {std::move(cifrata), std::int64_t{id}});
   }
 }
 

@@ -5,11 +5,11 @@
 #include "forms/formatori_sql.h"
 #include "mapi/controls.h"
 #include "mapi/mapi32.h"
-#include "orve-mail/cifratore_sodium.h"
 #include "orve-mail/directory_osservata.h"
 #include "orve-mail/messaggi_terminale.h"
 #include "orve-mail/percorsi_host.h"
 #include "orve-mail/registro_tabella.h"
+#include "orve-mail/sigillo_password.h"
 #include "posix/file_system.h"
 #include "smtp/smtp_component.h"
 
@@ -21,6 +21,31 @@ namespace {
 [[noreturn]] void NonCreabile(const std::string& oggetto, Osservazioni& note) {
   note.oggettiMancanti.push_back(oggetto);
   throw host::Errore(host::kOggettoNonCreabile, oggetto, "Impossibile creare l'oggetto " + oggetto);
+}
+
+// The library takes what this gives as the password and hands it on to the SMTP component. What it cannot get
+// it takes as stored, so that a text that does not open must not be an error here.
+class CifratoreSigillato : public host::CifratorePassword {
+ public:
+  std::string Cripta(const std::string& /*testo*/) override {
+    throw host::Errore(host::kMembroNonSupportato, "CifratorePassword",
+                       "Una password si cifra soltanto per un account e il suo server");
+  }
+  std::string Decripta(const std::string& testo) override { return testo; }
+};
+
+// A stored text that is not sealed is a password as it stands, and goes to whatever server stands beside it.
+adapters::smtp::Secret ApriPassword(const SigilloPassword& sigillo, const adapters::smtp::Target& meta) {
+  const std::string_view testo = meta.password.View();
+  if (!SigilloPassword::Sigillato(testo)) return meta.password;
+  const LegamePassword legame{meta.user, meta.host, meta.port, meta.encrypted};
+  try {
+    return sigillo.Apri(testo, legame);
+  } catch (const host::Errore&) {
+    throw host::Errore(host::kArgomentoNonValido, "SigilloPassword",
+                       "la password memorizzata di «" + meta.user + "» non vale per " + legame.Dove() +
+                           ", o la chiave è un'altra: memorizzarla di nuovo con imposta-password");
+  }
 }
 
 }  // namespace
@@ -43,7 +68,11 @@ AmbienteProgramma::AmbienteProgramma(Terminale terminale, std::shared_ptr<const 
       posta_(std::make_shared<adapters::mapi::MailSystem>(std::move(mapi))),
       cartellaBase_(std::move(cartellaBase)),
       note_(std::move(note)),
-      directory_(OsservaDirectory(std::move(directory), note_)) {}
+      directory_(OsservaDirectory(std::move(directory), note_)) {
+  smtp_.openPassword = [sigillo = SigilloPassword(chiave_)](const adapters::smtp::Target& meta) {
+    return ApriPassword(sigillo, meta);
+  };
+}
 
 std::shared_ptr<host::Messaggi> AmbienteProgramma::CreaMessaggi() {
   return Osserva(std::make_shared<MessaggiTerminale>(terminale_), note_);
@@ -66,7 +95,7 @@ std::shared_ptr<host::RisolutorePercorsi> AmbienteProgramma::CreaRisolutorePerco
 }
 
 std::shared_ptr<host::CifratorePassword> AmbienteProgramma::CreaCifratorePassword() {
-  return std::make_shared<CifratoreSodium>(chiave_);
+  return std::make_shared<CifratoreSigillato>();
 }
 
 std::shared_ptr<host::ComponenteSmtp> AmbienteProgramma::CreaComponenteSmtp() {

@@ -44,6 +44,8 @@ class AmbienteProgramma : public host::Ambiente {
   std::shared_ptr<host::FormatoNumero> CreaFormatoNumero() override;
   std::shared_ptr<host::RegistroInvio> CreaRegistroInvio() override;
   std::shared_ptr<host::RisolutorePercorsi> CreaRisolutorePercorsi() override;
+  /// Leaves sealed passwords sealed: they are opened by the SMTP component, which knows where they are about
+  /// to go.
   std::shared_ptr<host::CifratorePassword> CreaCifratorePassword() override;
   std::shared_ptr<host::ComponenteSmtp> CreaComponenteSmtp() override;
   /// Raises 429: this exists on Windows only.

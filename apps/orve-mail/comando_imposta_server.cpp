@@ -1,11 +1,15 @@
 // imposta-server: where a mail server of the database really is.
 #include <CLI/CLI.hpp>
+#include <cstddef>
 #include <memory>
+#include <optional>
+#include <vector>
 
 #include "host/errore.h"
 #include "orve-mail/archivio.h"
 #include "orve-mail/comandi.h"
 #include "orve-mail/messaggio.h"
+#include "orve-mail/password_memorizzate.h"
 #include "orve-mail/riga_di_comando.h"
 #include "sqlite/schema.h"
 
@@ -29,18 +33,70 @@ std::int32_t PortaInColonna(std::int32_t porta) {
   return porta > kMassimo ? porta - kGiro : porta;
 }
 
+// The passwords of a server's accounts go along with it: whoever has the key may point it elsewhere.
+class Trasloco {
+ public:
+  explicit Trasloco(const PosizioneArchivio& posizione) : posizione_(posizione) {}
+
+  void Sposta(adapters::sqlite::SqliteConnection& archivio, const PasswordMemorizzata& prima,
+              const PasswordMemorizzata& dopo) {
+    if (!SigilloPassword::Sigillato(prima.testo) || prima.legame == dopo.legame) return;
+    try {
+      const auto chiara = Sigillo().Apri(prima.testo, prima.legame);
+      SostituisciPassword(archivio, prima.account, Sigillo().Sigilla(chiara.View(), dopo.legame));
+    } catch (const host::Errore& errore) {
+      if (errore.Numero() != host::kArgomentoNonValido) throw;
+      if (!GiaSua(dopo)) rimaste_.push_back(prima.account);
+    }
+  }
+
+  /// The accounts whose passwords are good for neither server.
+  [[nodiscard]] const std::vector<std::int32_t>& Rimaste() const { return rimaste_; }
+
+ private:
+  // The key is wanted only when there is something to do with it.
+  const SigilloPassword& Sigillo() {
+    if (!sigillo_) {
+      sigillo_.emplace(std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(posizione_))));
+    }
+    return *sigillo_;
+  }
+
+  // Somebody else had pointed the server away in the meantime.
+  [[nodiscard]] bool GiaSua(const PasswordMemorizzata& dopo) try {
+    static_cast<void>(Sigillo().Apri(dopo.testo, dopo.legame));
+    return true;
+  } catch (const host::Errore&) {
+    return false;
+  }
+
+  const PosizioneArchivio& posizione_;
+  std::optional<SigilloPassword> sigillo_;
+  std::vector<std::int32_t> rimaste_;
+};
+
 Uscita Imposta(const ArgomentiServer& argomenti, Terminale terminale) {
   RichiediUtf8(argomenti.host, "--host");
   const auto archivio = ApriIncorporato(argomenti.posizione);
+  Trasloco trasloco(argomenti.posizione);
   try {
+    static_cast<void>(archivio->EseguiConValori("BEGIN IMMEDIATE", {}));
+    const auto prima = LeggiPassword(*archivio, {{}, argomenti.id});
     adapters::sqlite::ImpostaServer(*archivio, argomenti.id, argomenti.host, PortaInColonna(argomenti.porta),
                                     argomenti.senzaTls ? 0 : 1, argomenti.senzaAutenticazione ? 0 : 1);
+    const auto dopo = LeggiPassword(*archivio, {{}, argomenti.id});
+    for (std::size_t i = 0; i < prima.size(); ++i) trasloco.Sposta(*archivio, prima[i], dopo[i]);
+    static_cast<void>(archivio->EseguiConValori("COMMIT", {}));
   } catch (const host::Errore& errore) {
     throw ErroreProgramma(Uscita::kNonUtilizzabile, errore.Descrizione());
   }
   terminale.uscita << "Server " << argomenti.id << ": " << RigaSicura(argomenti.host) << ", porta "
                    << argomenti.porta << (argomenti.senzaTls ? ", senza TLS" : ", TLS")
                    << (argomenti.senzaAutenticazione ? ", senza autenticazione" : ", autenticazione") << "\n";
+  for (const std::int32_t account : trasloco.Rimaste()) {
+    terminale.uscita << "Account " << account
+                     << ": la password non è di questo server; memorizzarla di nuovo con imposta-password\n";
+  }
   return Uscita::kInviato;
 }
 
@@ -50,7 +106,7 @@ void AggiungiImpostaServer(CLI::App& programma, Contesto& contesto) {
   auto* const comando = programma.add_subcommand(
       "imposta-server", "Cambia indirizzo e modo di un server di posta del database");
   auto argomenti = std::make_shared<ArgomentiServer>();
-  AggiungiArchivio(*comando, argomenti->posizione, false);
+  AggiungiArchivio(*comando, argomenti->posizione, true);
   comando->add_option("SERVER", argomenti->id, "Numero del server")
       ->required()
       ->type_name("")
