@@ -34,6 +34,13 @@ class CifratoreSigillato : public host::CifratorePassword {
   std::string Decripta(const std::string& testo) override { return testo; }
 };
 
+void RichiediCifratura(const PermessiInChiaro& permessi, const adapters::smtp::Target& meta) {
+  if (meta.encrypted || permessi.Per(meta.host, meta.port)) return;
+  throw host::Errore(host::kArgomentoNonValido, "PermessiInChiaro",
+                     "utente e password viaggerebbero in chiaro fino a " + NomeServer(meta.host) +
+                         ": attivare TLS con imposta-server, oppure permetterlo con --password-in-chiaro");
+}
+
 // A stored text that is not sealed is a password as it stands, and goes to whatever server stands beside it.
 adapters::smtp::Secret ApriPassword(const SigilloPassword& sigillo, const adapters::smtp::Target& meta) {
   const std::string_view testo = meta.password.View();
@@ -69,7 +76,9 @@ AmbienteProgramma::AmbienteProgramma(Terminale terminale, std::shared_ptr<const 
       cartellaBase_(std::move(cartellaBase)),
       note_(std::move(note)),
       directory_(OsservaDirectory(std::move(directory), note_)) {
-  smtp_.openPassword = [sigillo = SigilloPassword(chiave_)](const adapters::smtp::Target& meta) {
+  smtp_.openPassword = [sigillo = SigilloPassword(chiave_),
+                        permessi = permessi_](const adapters::smtp::Target& meta) {
+    RichiediCifratura(*permessi, meta);
     return ApriPassword(sigillo, meta);
   };
 }

@@ -10,6 +10,7 @@
 #include "mapi/mail_system.h"
 #include "orve-mail/chiave.h"
 #include "orve-mail/osservatori.h"
+#include "orve-mail/password_in_chiaro.h"
 #include "orve-mail/terminale.h"
 #include "posix/orologio.h"
 #include "posix/sistema.h"
@@ -39,6 +40,9 @@ class AmbienteProgramma : public host::Ambiente {
     registro_ = std::move(archivio);
   }
 
+  /// The servers that may get a password without encryption; none unless this is called.
+  void PermettiInChiaro(PermessiInChiaro permessi) { *permessi_ = std::move(permessi); }
+
   std::shared_ptr<host::Messaggi> CreaMessaggi() override;
   std::shared_ptr<host::FormatoData> CreaFormatoData() override;
   std::shared_ptr<host::FormatoNumero> CreaFormatoNumero() override;
@@ -67,6 +71,8 @@ class AmbienteProgramma : public host::Ambiente {
  private:
   Terminale terminale_;
   std::shared_ptr<const Chiave> chiave_;
+  std::shared_ptr<PermessiInChiaro> permessi_ =
+      std::make_shared<PermessiInChiaro>();  // the components look here
   adapters::smtp::SmtpOptions smtp_;
   std::shared_ptr<adapters::smtp::ConnectionPool> connessioni_;
   std::shared_ptr<adapters::mapi::MailSystem> posta_;

@@ -106,7 +106,11 @@ class Controllo {
                                     impostazioni_.conFinestra, referto_);
     }
     if (chiave_) ControllaPassword();
-    for (const AccountLetto& uno : account) ControllaServer(uno, InChiaro(uno), richiesta_.smtp, referto_);
+    PermessiInChiaro permessi;
+    Prova("password in chiaro", "ricreare il database con crea-db",
+          [&] { permessi = PermessiInChiaro(*archivio_, richiesta_.passwordInChiaro); });
+    for (const AccountLetto& uno : account)
+      ControllaServer(uno, InChiaro(uno), permessi, richiesta_.smtp, referto_);
   }
 
   [[nodiscard]] std::optional<adapters::smtp::Secret> InChiaro(const AccountLetto& account) const {

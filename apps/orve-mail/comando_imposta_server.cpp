@@ -9,6 +9,7 @@
 #include "orve-mail/archivio.h"
 #include "orve-mail/comandi.h"
 #include "orve-mail/messaggio.h"
+#include "orve-mail/password_in_chiaro.h"
 #include "orve-mail/password_memorizzate.h"
 #include "orve-mail/riga_di_comando.h"
 #include "sqlite/schema.h"
@@ -24,6 +25,7 @@ struct ArgomentiServer {
   std::int32_t porta = 0;
   bool senzaTls = false;
   bool senzaAutenticazione = false;
+  bool passwordInChiaro = false;
 };
 
 // The column has 16 bits with a sign: the upper half of the ports stands in it as negative numbers.
@@ -77,6 +79,16 @@ class Trasloco {
 
 Uscita Imposta(const ArgomentiServer& argomenti, Terminale terminale) {
   RichiediUtf8(argomenti.host, "--host");
+  const bool inChiaro = argomenti.senzaTls && !argomenti.senzaAutenticazione;
+  if (inChiaro && !argomenti.passwordInChiaro) {
+    throw ErroreProgramma(Uscita::kComandoErrato,
+                          "--senza-tls: utente e password viaggerebbero in chiaro; indicare anche "
+                          "--password-in-chiaro, o --senza-autenticazione");
+  }
+  if (argomenti.passwordInChiaro && !inChiaro) {
+    throw ErroreProgramma(Uscita::kComandoErrato,
+                          "--password-in-chiaro vale con --senza-tls e con l'autenticazione");
+  }
   const auto archivio = ApriIncorporato(argomenti.posizione);
   Trasloco trasloco(argomenti.posizione);
   try {
@@ -84,6 +96,7 @@ Uscita Imposta(const ArgomentiServer& argomenti, Terminale terminale) {
     const auto prima = LeggiPassword(*archivio, {{}, argomenti.id});
     adapters::sqlite::ImpostaServer(*archivio, argomenti.id, argomenti.host, PortaInColonna(argomenti.porta),
                                     argomenti.senzaTls ? 0 : 1, argomenti.senzaAutenticazione ? 0 : 1);
+    PermettiInChiaro(*archivio, argomenti.host, static_cast<std::uint16_t>(argomenti.porta), inChiaro);
     const auto dopo = LeggiPassword(*archivio, {{}, argomenti.id});
     for (std::size_t i = 0; i < prima.size(); ++i) trasloco.Sposta(*archivio, prima[i], dopo[i]);
     static_cast<void>(archivio->EseguiConValori("COMMIT", {}));
@@ -92,7 +105,8 @@ Uscita Imposta(const ArgomentiServer& argomenti, Terminale terminale) {
   }
   terminale.uscita << "Server " << argomenti.id << ": " << RigaSicura(argomenti.host) << ", porta "
                    << argomenti.porta << (argomenti.senzaTls ? ", senza TLS" : ", TLS")
-                   << (argomenti.senzaAutenticazione ? ", senza autenticazione" : ", autenticazione") << "\n";
+                   << (argomenti.senzaAutenticazione ? ", senza autenticazione" : ", autenticazione")
+                   << (inChiaro ? ", password in chiaro" : "") << "\n";
   for (const std::int32_t account : trasloco.Rimaste()) {
     terminale.uscita << "Account " << account
                      << ": la password non è di questo server; memorizzarla di nuovo con imposta-password\n";
@@ -121,6 +135,8 @@ void AggiungiImpostaServer(CLI::App& programma, Contesto& contesto) {
   comando->add_flag("--senza-tls", argomenti->senzaTls, "Connessione non cifrata");
   comando->add_flag("--senza-autenticazione", argomenti->senzaAutenticazione,
                     "Nessun nome utente e password");
+  comando->add_flag("--password-in-chiaro", argomenti->passwordInChiaro,
+                    "Permette che utente e password viaggino senza TLS");
   comando->callback([argomenti, &contesto] { contesto.uscita = Imposta(*argomenti, contesto.terminale); });
 }
 

@@ -16,8 +16,8 @@ constexpr std::uint64_t kPiccolo = 5 * kMega;
 
 class Racconto {
  public:
-  Racconto(const AccountLetto& account, bool senzaPassword, const ProbeReport& esito, Referto& referto)
-      : account_(account), senzaPassword_(senzaPassword), esito_(esito), referto_(referto) {}
+  Racconto(const AccountLetto& account, bool senzaAccesso, const ProbeReport& esito, Referto& referto)
+      : account_(account), senzaAccesso_(senzaAccesso), esito_(esito), referto_(referto) {}
 
   void Tutto() {
     Passo(ProbeStep::kName, "nome del server", account_.server,
@@ -31,7 +31,7 @@ class Racconto {
     }
     Accesso();
     Limite();
-    if (senzaPassword_) return Saltato("mittente");
+    if (senzaAccesso_) return Saltato("mittente");
     Passo(ProbeStep::kSender, "mittente", "il server lo accetta",
           "chiedere al gestore che questo accesso possa inviare con questo indirizzo, o correggere "
           "l'indirizzo");
@@ -74,7 +74,7 @@ class Racconto {
     if (!account_.autenticazione) {
       return referto_.Saltato(Nome("AUTH"), "l'account invia senza autenticazione");
     }
-    if (senzaPassword_) return referto_.Saltato(Nome("AUTH"), "la password non si apre");
+    if (senzaAccesso_) return referto_.Saltato(Nome("AUTH"), "senza password non si accede");
     if (Arrivato(ProbeStep::kAuthentication) && account_.utente.empty()) {
       return referto_.Avviso(Nome("AUTH"), "l'account non ha un nome utente", "indicarlo in FW98_USERNAME");
     }
@@ -93,7 +93,7 @@ class Racconto {
   }
 
   const AccountLetto& account_;
-  const bool senzaPassword_;
+  const bool senzaAccesso_;
   const ProbeReport& esito_;
   Referto& referto_;
 };
@@ -101,7 +101,8 @@ class Racconto {
 }  // namespace
 
 void ControllaServer(const AccountLetto& account, const std::optional<adapters::smtp::Secret>& password,
-                     const adapters::smtp::SmtpOptions& smtp, Referto& referto) {
+                     const PermessiInChiaro& permessi, const adapters::smtp::SmtpOptions& smtp,
+                     Referto& referto) {
   if (account.server.empty()) {
     return referto.Errore(account.titolo + ", nome del server", "l'account non ha un server",
                           "assegnare all'account un server di posta (FW98_IDSERVER_FW23)");
@@ -112,16 +113,23 @@ void ControllaServer(const AccountLetto& account, const std::optional<adapters::
                    "non si apre con questa chiave per " + account.utente + " e questo server",
                    "memorizzarla di nuovo con imposta-password, o indicare con --chiave la chiave giusta");
   }
+  const bool negata =
+      account.autenticazione && !account.cifrata && !permessi.Per(account.server, account.porta);
+  if (negata) {
+    referto.Errore(account.titolo + ", password in chiaro", "non è permessa, e gli invii falliscono",
+                   "attivare TLS con imposta-server, o permetterla con --password-in-chiaro");
+  }
+  const bool senzaAccesso = senzaPassword || negata;
   adapters::smtp::Target meta;
   meta.host = account.server;
   meta.port = account.porta;
   meta.encrypted = account.cifrata;
-  if (account.autenticazione && password) {
+  if (account.autenticazione && !senzaAccesso) {
     meta.user = account.utente;
     meta.password = *password;
   }
   const ProbeReport esito = adapters::smtp::Probe(smtp, meta, account.indirizzo);
-  Racconto(account, senzaPassword, esito, referto).Tutto();
+  Racconto(account, senzaAccesso, esito, referto).Tutto();
 }
 
 }  // namespace orve::app

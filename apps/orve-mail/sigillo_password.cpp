@@ -40,12 +40,6 @@ bool CominciaCon(std::string_view testo, std::string_view inizio) {
   return text::EqualsIgnoreCase(testo.substr(0, inizio.size()), inizio);
 }
 
-std::string NomeServer(std::string_view server) {
-  std::string nome(text::Trim(server));
-  for (char& c : nome) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  return nome;
-}
-
 // What the box vouches for besides its content. Each text goes behind its length, so that none can reach into
 // the next.
 std::string Autenticato(const LegamePassword& legame) {
@@ -67,6 +61,12 @@ std::vector<Byte> Scatola(std::string_view cifre) {
 }
 
 }  // namespace
+
+std::string NomeServer(std::string_view server) {
+  std::string nome(text::Trim(server));
+  for (char& c : nome) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  return nome;
+}
 
 std::string LegamePassword::Dove() const {
   return NomeServer(server) + ", porta " + std::to_string(porta) + (tls ? ", TLS" : ", senza TLS");

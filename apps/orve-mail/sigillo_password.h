@@ -12,6 +12,9 @@
 
 namespace orve::app {
 
+/// The name of a server as it is compared: without blanks around it and in small letters.
+[[nodiscard]] std::string NomeServer(std::string_view server);
+
 /// For whom and where a password is good.
 struct LegamePassword {
   std::string utente;

@@ -48,7 +48,8 @@ TEST_F(PasswordLegate, AnAccountPointedToAnotherServerSendsNothingThere) {
   for (const char* altrove : {"FW23_SERVERNAME = '127.0.0.1'", "FW23_SSL = 0", "FW23_PORT = 25"}) {
     Sql("UPDATE FW23_FAXER SET FW23_SERVERNAME = 'localhost', FW23_SSL = 1 WHERE FW23_IDSERVER = 1");
     Sql(std::string("UPDATE FW23_FAXER SET ") + altrove + " WHERE FW23_IDSERVER = 1");
-    NonApre(Invia({"--a", "x@example.org", "--corpo", "x", "--dialogo", File("dialogo")}));
+    NonApre(Invia(
+        {"--a", "x@example.org", "--corpo", "x", "--password-in-chiaro", "--dialogo", File("dialogo")}));
     EXPECT_EQ(support::ReadFile(File("dialogo")), "") << altrove << ": nobody was spoken to";
   }
 }
@@ -139,6 +140,90 @@ TEST_F(PasswordLegate, WithTheKeyOfAnotherDatabaseTheOnesThatStayBehindAreTold) 
       esecuzione.uscita,
       HasSubstr(
           "Account 1: la password non è di questo server; memorizzarla di nuovo con imposta-password\n"));
+}
+
+// A server that offers login without encryption.
+class PasswordInChiaro : public PasswordLegate {
+ protected:
+  PasswordInChiaro() : server_(Opzioni()) {}
+
+  [[nodiscard]] Esecuzione Imposta(const std::vector<std::string>& opzioni) const {
+    std::vector<std::string> comando = {"imposta-server", "1",       "--host",
+                                        "localhost",      "--porta", std::to_string(server_.Port()),
+                                        "--senza-tls"};
+    comando.insert(comando.end(), opzioni.begin(), opzioni.end());
+    return Esegui(comando);
+  }
+  // As it stands in databases from before anybody was asked.
+  void ImpostaSenzaChiedere() const {
+    Sql("UPDATE FW23_FAXER SET FW23_SERVERNAME = 'localhost', FW23_SSL = 0, FW23_INDAUTH = 1, FW23_PORT = " +
+        std::to_string(static_cast<std::int16_t>(server_.Port())) + " WHERE FW23_IDSERVER = 1");
+    EXPECT_EQ(Esegui({"imposta-password", "1"}, adapters::sqlite::PasswordDiProva(1) + "\n").stato, 0);
+  }
+
+  support::SmtpServer server_;
+
+ private:
+  static support::SmtpServerOptions Opzioni() {
+    support::SmtpServerOptions opzioni;
+    opzioni.auth = {"PLAIN"};
+    opzioni.requireAuth = true;
+    opzioni.user = "fatture@arvenia.example";
+    opzioni.password = adapters::sqlite::PasswordDiProva(1);
+    return opzioni;
+  }
+};
+
+TEST_F(PasswordInChiaro, WithoutAPermissionNothingIsSaidToTheServer) {
+  ImpostaSenzaChiedere();
+  const Esecuzione esecuzione = Invia({"--a", "x@example.org", "--corpo", "x", "--dialogo", File("dialogo")});
+  EXPECT_EQ(esecuzione.stato, 1) << esecuzione;
+  EXPECT_THAT(
+      esecuzione.errori,
+      HasSubstr(
+          "utente e password viaggerebbero in chiaro fino a localhost: attivare TLS con imposta-server, "
+          "oppure permetterlo con --password-in-chiaro"));
+  EXPECT_EQ(support::ReadFile(File("dialogo")), "");
+  EXPECT_EQ(server_.Count(), 0U);
+}
+
+TEST_F(PasswordInChiaro, IsAllowedForOneSend) {
+  ImpostaSenzaChiedere();
+  const Esecuzione esecuzione = Invia({"--a", "x@example.org", "--corpo", "x", "--password-in-chiaro"});
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
+  EXPECT_EQ(Invia(kMessaggio).stato, 1) << "and not for the next";
+  EXPECT_EQ(server_.Count(), 1U);
+}
+
+TEST_F(PasswordInChiaro, IsAllowedForAServerUntilThatIsTakenBack) {
+  const Esecuzione impostato = Imposta({"--password-in-chiaro"});
+  EXPECT_EQ(impostato.stato, 0) << impostato;
+  EXPECT_THAT(impostato.uscita, HasSubstr(", senza TLS, autenticazione, password in chiaro\n"));
+  EXPECT_EQ(Invia(kMessaggio).stato, 0);
+  EXPECT_EQ(server_.Count(), 1U);
+  EXPECT_EQ(Imposta({"--senza-autenticazione"}).stato, 0);
+  ImpostaSenzaChiedere();
+  EXPECT_EQ(Invia(kMessaggio).stato, 1);
+  EXPECT_EQ(server_.Count(), 1U);
+}
+
+TEST_F(PasswordInChiaro, TheCommandWantsItSaid) {
+  const Esecuzione senza = Imposta({});
+  EXPECT_EQ(senza.stato, 2) << senza;
+  EXPECT_THAT(senza.errori, HasSubstr("--senza-tls: utente e password viaggerebbero in chiaro"));
+  EXPECT_EQ(Imposta({"--senza-autenticazione", "--password-in-chiaro"}).stato, 2);
+  EXPECT_EQ(Esegui({"imposta-server", "1", "--host", "x", "--porta", "25", "--password-in-chiaro"}).stato, 2);
+}
+
+TEST_F(PasswordInChiaro, ACheckTellsThatItIsNotAllowedAndDoesNotLogIn) {
+  ImpostaSenzaChiedere();
+  Sql("UPDATE FW23_FAXER SET FW23_SERVERNAME = 'nessuno.invalid' WHERE FW23_IDSERVER <> 1");
+  const Esecuzione negata = Esegui({"controlla", "--dialogo", File("dialogo")});
+  EXPECT_THAT(negata.uscita, HasSubstr("password in chiaro: non è permessa, e gli invii falliscono"))
+      << negata;
+  EXPECT_THAT(support::ReadFile(File("dialogo")), Not(HasSubstr("C: AUTH")));
+  const Esecuzione permessa = Esegui({"controlla", "--password-in-chiaro"});
+  EXPECT_THAT(permessa.uscita, Not(HasSubstr("password in chiaro: non è permessa"))) << permessa;
 }
 
 }  // namespace
