@@ -7,6 +7,7 @@
 
 #include "odbc/odbc_connection.h"
 #include "orve-mail/file_riservato.h"
+#include "orve-mail/memoria.h"
 #include "orve-mail/messaggio.h"
 #include "orve-mail/numeri.h"
 #include "orve-mail/stringa_connessione.h"
@@ -51,6 +52,7 @@ std::string FileRegistro(const PosizioneArchivio& posizione) {
 
 std::shared_ptr<host::Connection> ApriOdbc(const PosizioneArchivio& posizione) {
   const std::string stringa = posizione.db.substr(kOdbc.size());
+  DimenticaVariabile("ORVE_MAIL_DB");  // a connection string may hold a password, and has been read
   RichiediUtf8(stringa, "--db");
   try {
     return adapters::odbc::OdbcConnection::Apri(stringa, posizione.attese);

@@ -1,10 +1,13 @@
 // imposta-password: the password of a mail account, read from the standard input and stored enciphered. It is
 // never taken from the command line, where other users of the machine could read it.
+#include <sodium.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <memory>
+#include <utility>
 
 #include "host/errore.h"
 #include "orve-mail/archivio.h"
@@ -44,11 +47,32 @@ class SenzaEco {
   bool attivo_;
 };
 
+// A text that is wiped where it lies when it has served.
+class Cancellata {
+ public:
+  explicit Cancellata(std::string&& testo) : testo_(std::move(testo)) { Cancella(testo); }
+  Cancellata(const Cancellata&) = delete;
+  Cancellata& operator=(const Cancellata&) = delete;
+  Cancellata(Cancellata&&) = delete;
+  Cancellata& operator=(Cancellata&&) = delete;
+  ~Cancellata() { Cancella(testo_); }
+  [[nodiscard]] const std::string& Testo() const { return testo_; }
+
+ private:
+  // With what a short text leaves behind when it is moved.
+  static void Cancella(std::string& testo) {
+    testo.resize(testo.capacity());
+    sodium_memzero(testo.data(), testo.size());
+  }
+  std::string testo_;
+};
+
 std::string PasswordDaIngresso(Terminale terminale) {
   std::string password;
   {
     const SenzaEco muto(terminale.interattivo);
     if (terminale.interattivo) terminale.errori << "Password: " << std::flush;
+    std::setvbuf(stdin, nullptr, _IONBF, 0);  // a buffer of the stream's would keep the line
     std::getline(terminale.ingresso, password);
   }
   if (terminale.interattivo) terminale.errori << std::endl;
@@ -73,12 +97,12 @@ Uscita Imposta(const ArgomentiPassword& argomenti, Terminale terminale) {
   const SigilloPassword sigillo(
       std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(argomenti.posizione))));
   const auto archivio = ApriIncorporato(argomenti.posizione);
-  const std::string password = PasswordDaIngresso(terminale);
+  const Cancellata password(PasswordDaIngresso(terminale));
   std::string dove;
   try {
     static_cast<void>(archivio->EseguiConValori("BEGIN IMMEDIATE", {}));
     const PasswordMemorizzata attuale = LeggiAttuale(*archivio, argomenti.id);
-    SostituisciPassword(*archivio, argomenti.id, sigillo.Sigilla(password, attuale.legame));
+    SostituisciPassword(*archivio, argomenti.id, sigillo.Sigilla(password.Testo(), attuale.legame));
     static_cast<void>(archivio->EseguiConValori("COMMIT", {}));
     dove = attuale.legame.Dove();
   } catch (const host::Errore& errore) {

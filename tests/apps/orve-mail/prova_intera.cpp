@@ -86,12 +86,13 @@ Esecuzione ProvaIntera::Esegui(const std::vector<std::string>& argomenti, const 
 }
 
 Esecuzione ProvaIntera::EseguiConAmbiente(const std::vector<std::string>& variabili,
-                                          const std::vector<std::string>& argomenti) const {
+                                          const std::vector<std::string>& argomenti,
+                                          const std::string& ingresso) const {
   std::vector<std::string> comando = Ambiente();
   comando.insert(comando.end(), variabili.begin(), variabili.end());
   comando.emplace_back(places::Program());
   comando.insert(comando.end(), argomenti.begin(), argomenti.end());
-  return EseguiComando(comando, "");
+  return EseguiComando(comando, ingresso);
 }
 
 // By its name and folder: a whole path would end at the first blank in it.

@@ -2,9 +2,11 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <cstdlib>
 #include <filesystem>
 
 #include "apps/orve-mail/prova_intera.h"
+#include "orve-mail/memoria.h"
 
 namespace orve::app {
 
@@ -47,6 +49,52 @@ TEST_F(Riservatezza, EveryFileIsClosedToOthersFromItsFirstMoment) {
   for (const char* nome : {"nuovo.db", "nuovo.db.chiave", "traccia", "registro", "esito", "dialogo"}) {
     EXPECT_EQ(Permessi(File(nome)), 0600U) << nome;
   }
+}
+
+// The variables that let the program tell at its end what of a text is left in its memory.
+std::vector<std::string> Cerca(const std::string& segreto, const std::string& referto) {
+  constexpr unsigned kMaschera = 90;
+  std::string cifre;
+  for (const char c : segreto) {
+    constexpr const char* kCifre = "0123456789abcdef";
+    const unsigned byte = static_cast<unsigned char>(c) ^ kMaschera;
+    cifre += kCifre[byte >> 4U];
+    cifre += kCifre[byte & 15U];
+  }
+  return {"LEFT_SECRET=" + cifre, "LEFT_REPORT=" + referto};
+}
+
+// Short ones lie in other places than long ones.
+TEST_F(Riservatezza, NothingOfAPasswordIsLeftBehindASend) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "the sanitizer keeps what was given back";
+#endif
+  for (const std::string& password : {std::string("Breve-7391"), "Lunga-" + std::string(60, 'x') + "-7391"}) {
+    support::SmtpServerOptions opzioni;
+    opzioni.user = "fatture@arvenia.example";
+    opzioni.password = password;
+    auto& server = AvviaServer(1, opzioni);
+    std::vector<std::string> ambiente = Precarica("what-is-left");
+    const auto cerca = Cerca(password, File("referto"));
+    ambiente.insert(ambiente.end(), cerca.begin(), cerca.end());
+    const Esecuzione impostata = EseguiConAmbiente(ambiente, {"imposta-password", "1"}, password + "\n");
+    EXPECT_EQ(impostata.stato, 0) << impostata;
+    EXPECT_EQ(support::ReadFile(File("referto")), "copies 0, dumpable 0, core 0\n") << password << impostata;
+    const Esecuzione inviato =
+        EseguiConAmbiente(ambiente, {"invia", "--ca", Ca(), "--a", "x@example.org", "--corpo", "x"});
+    EXPECT_EQ(inviato.stato, 0) << inviato;
+    EXPECT_EQ(server.Count(), 1U);
+    EXPECT_EQ(support::ReadFile(File("referto")), "copies 0, dumpable 0, core 0\n") << password << inviato;
+  }
+}
+
+TEST(Memoria, AVariableThatWasReadIsGoneFromWhereItStood) {
+  ASSERT_EQ(::setenv("ORVE_PROVA_SEGRETA", "odbc:PWD=segreta", 1), 0);
+  const char* const dove = std::getenv("ORVE_PROVA_SEGRETA");
+  DimenticaVariabile("ORVE_PROVA_SEGRETA");
+  EXPECT_EQ(std::string(dove, 16), std::string(16, '\0'));
+  EXPECT_EQ(std::getenv("ORVE_PROVA_SEGRETA"), nullptr);
+  DimenticaVariabile("ORVE_PROVA_SEGRETA");
 }
 
 TEST_F(Riservatezza, NoFileIsWrittenThroughALink) {
