@@ -52,6 +52,38 @@ void DoNotBlock(const Descriptor& descriptor) {
   if (flags < 0 || ::fcntl(descriptor.Number(), F_SETFL, flags | O_NONBLOCK) != 0) Raise(errno, "fcntl");
 }
 
+// What a mail command needs to know of who calls it, and nothing else: this process' own variables may hold
+// what is nobody's business, passwords of databases for one.
+std::vector<char*> CleanEnvironment() {
+  constexpr std::array<std::string_view, 16> kKept = {"PATH",
+                                                      "HOME",
+                                                      "USER",
+                                                      "LOGNAME",
+                                                      "SHELL",
+                                                      "TMPDIR",
+                                                      "TZ",
+                                                      "LANG",
+                                                      "LC_",
+                                                      "LANGUAGE",
+                                                      "HOSTNAME",
+                                                      "XDG_CONFIG_HOME",
+                                                      "XDG_RUNTIME_DIR",
+                                                      "DBUS_SESSION_BUS_ADDRESS",
+                                                      "GNUPGHOME",
+                                                      "MAILNAME"};
+  std::vector<char*> kept;
+  for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+    const std::string_view variable(*entry);
+    const std::string_view name = variable.substr(0, variable.find('='));
+    const bool wanted = std::any_of(kKept.begin(), kKept.end(), [&](std::string_view known) {
+      return known.back() == '_' ? name.substr(0, known.size()) == known : name == known;
+    });
+    if (wanted) kept.push_back(*entry);
+  }
+  kept.push_back(nullptr);
+  return kept;
+}
+
 // What the child does before it becomes the program.
 class SpawnPlan {
  public:
@@ -88,7 +120,8 @@ class SpawnPlan {
     for (std::string& argument : arguments) pointers.push_back(argument.data());
     pointers.push_back(nullptr);
     pid_t pid = -1;
-    Check(::posix_spawn(&pid, program.c_str(), &actions_, &attributes_, pointers.data(), environ));
+    Check(::posix_spawn(&pid, program.c_str(), &actions_, &attributes_, pointers.data(),
+                        CleanEnvironment().data()));
     return pid;
   }
 

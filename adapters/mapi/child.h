@@ -1,9 +1,10 @@
 // A program that takes bytes on its standard input and may say something: started without a shell, bounded in
 // time, never left behind.
 //
-// It gets nothing of this process but the environment and the folder: no descriptors, no blocked or ignored
-// signals. It runs in a process group of its own, so that ending it ends what it started, and so that an
-// interrupt typed at the terminal does not end a delivery half way.
+// It gets nothing of this process but the folder and the few variables that tell who calls, where, and in
+// which language: no descriptors, no blocked or ignored signals. It runs in a process group of its own, so
+// that ending it ends what it started, and so that an interrupt typed at the terminal does not end a delivery
+// half way.
 #pragma once
 
 #include <sys/types.h>

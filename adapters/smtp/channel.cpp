@@ -2,12 +2,15 @@
 
 #include <curl/curl.h>
 #include <fcntl.h>
+#include <malloc.h>
 #include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdlib>
+#include <cstring>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -39,8 +42,26 @@ struct ListCleanup {
 };
 using List = std::unique_ptr<curl_slist, ListCleanup>;
 
+// libcurl keeps the password in several places and frees them as they are; with these it wipes what it frees.
+// Memory from before belongs to the same allocator, should somebody else in the process have started libcurl
+// already.
+void WipeAndFree(void* memory) {
+  if (memory != nullptr) ::explicit_bzero(memory, ::malloc_usable_size(memory));
+  std::free(memory);
+}
+
+void* WipingRealloc(void* memory, std::size_t size) {
+  if (memory == nullptr) return std::malloc(size);
+  void* const moved = std::malloc(size);
+  if (moved == nullptr) return nullptr;
+  std::memcpy(moved, memory, std::min(size, ::malloc_usable_size(memory)));
+  WipeAndFree(memory);
+  return moved;
+}
+
 void RequireCurl() {
-  static const CURLcode kReady = curl_global_init(CURL_GLOBAL_DEFAULT);
+  static const CURLcode kReady = curl_global_init_mem(CURL_GLOBAL_DEFAULT, std::malloc, WipeAndFree,
+                                                      WipingRealloc, ::strdup, std::calloc);
   if (kReady != CURLE_OK) throw DeliveryFailure(ErrorNumber::kConnection, curl_easy_strerror(kReady));
 }
 
@@ -245,12 +266,14 @@ struct Channel::Impl {
     const bool token =
         std::find(mechanisms.begin(), mechanisms.end(), AuthMechanism::kXoauth2) != mechanisms.end();
     if (mechanisms.empty() || target.user.find('\0') != std::string::npos ||
-        target.password.find('\0') != std::string::npos) {
+        target.password.View().find('\0') != std::string_view::npos) {
       throw DeliveryFailure(ErrorNumber::kAuthentication, "credenziali non utilizzabili");
     }
     Set(CURLOPT_LOGIN_OPTIONS, LoginOptions(mechanisms).c_str());
     Set(CURLOPT_USERNAME, target.user.c_str());
-    Set(token ? CURLOPT_XOAUTH2_BEARER : CURLOPT_PASSWORD, target.password.c_str());
+    Secret terminated(target.password.View().size() + 1);
+    target.password.View().copy(terminated.Data(), terminated.View().size());
+    Set(token ? CURLOPT_XOAUTH2_BEARER : CURLOPT_PASSWORD, terminated.Data());
   }
 
   static curl_socket_t OnOpen(void* self, curlsocktype /*purpose*/, curl_sockaddr* /*server*/) {

@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 
+#include "smtp/secret.h"
 #include "smtp/smtp_options.h"
 #include "smtp/tracer.h"
 
@@ -22,7 +23,7 @@ struct Target {
   std::uint16_t port = 25;
   bool encrypted = false;
   std::string user;  // empty: no authentication
-  std::string password;
+  Secret password;
 
   bool operator==(const Target&) const = default;
 };

@@ -37,7 +37,7 @@ struct Interrupted {};
 
 Session::Session(std::shared_ptr<const SmtpOptions> options, Target target)
     : options_(std::move(options)),
-      tracer_(options_->trace, target.password),
+      tracer_(options_->trace, target.password.View()),
       authenticate_(!target.user.empty()),
       channel_(std::move(target), tracer_) {}
 

@@ -130,14 +130,28 @@ void SmtpComponent::Deliver() {
   message_.date = options_->clock ? options_->clock() : std::chrono::system_clock::now();
   message_.messageId = options_->newMessageId ? options_->newMessageId() : std::string();
   mime::OutgoingMessage message(message_, {.dotStuffing = true, .trailer = ".\r\n"});
-  if (!DeliverOverKept(envelope, message)) DeliverOverNew(envelope, message);
+  const Target target = OpenTarget();
+  if (!DeliverOverKept(target, envelope, message)) DeliverOverNew(target, envelope, message);
+}
+
+/// The server to deliver to, with the password in clear.
+Target SmtpComponent::OpenTarget() const {
+  Target target = target_;
+  if (target.user.empty() || !options_->openPassword) return target;
+  try {
+    target.password = options_->openPassword(target_);
+  } catch (const host::Errore& error) {
+    throw DeliveryFailure(ErrorNumber::kAuthentication, error.Descrizione());
+  }
+  return target;
 }
 
 /// False when the message has to leave over a new connection. A kept one that has ended meanwhile, or on
 /// which the server does not take the sender, says nothing about this message: it may have had enough of the
 /// ones before.
-bool SmtpComponent::DeliverOverKept(const Envelope& envelope, mime::OutgoingMessage& message) {
-  std::unique_ptr<Session> session = pool_ ? pool_->Take(options_, target_) : nullptr;
+bool SmtpComponent::DeliverOverKept(const Target& target, const Envelope& envelope,
+                                    mime::OutgoingMessage& message) {
+  std::unique_ptr<Session> session = pool_ ? pool_->Take(options_, target) : nullptr;
   if (!session) return false;
   try {
     Hand(*session, envelope, message);
@@ -151,8 +165,9 @@ bool SmtpComponent::DeliverOverKept(const Envelope& envelope, mime::OutgoingMess
   return true;
 }
 
-void SmtpComponent::DeliverOverNew(const Envelope& envelope, mime::OutgoingMessage& message) {
-  auto session = std::make_unique<Session>(options_, target_);
+void SmtpComponent::DeliverOverNew(const Target& target, const Envelope& envelope,
+                                   mime::OutgoingMessage& message) {
+  auto session = std::make_unique<Session>(options_, target);
   try {
     session->Open();
     Hand(*session, envelope, message);

@@ -61,8 +61,10 @@ class SmtpComponent final : public host::ComponenteSmtp {
 
  private:
   void Deliver();
-  [[nodiscard]] bool DeliverOverKept(const Envelope& envelope, mime::OutgoingMessage& message);
-  void DeliverOverNew(const Envelope& envelope, mime::OutgoingMessage& message);
+  [[nodiscard]] Target OpenTarget() const;
+  [[nodiscard]] bool DeliverOverKept(const Target& target, const Envelope& envelope,
+                                     mime::OutgoingMessage& message);
+  void DeliverOverNew(const Target& target, const Envelope& envelope, mime::OutgoingMessage& message);
   void Release(std::unique_ptr<Session> session) const;
   [[nodiscard]] Envelope MakeEnvelope() const;
 

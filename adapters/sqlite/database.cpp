@@ -41,6 +41,18 @@ void VerificaFile(const std::string& percorso) {
   if (!errore && stato.type() != std::filesystem::file_type::regular) {
     throw host::Errore(SQLITE_CANTOPEN, kSorgente, "Il database " + percorso + " non è un file");
   }
+  if (std::filesystem::is_symlink(Percorso(percorso), errore)) {
+    throw host::Errore(SQLITE_CANTOPEN, kSorgente,
+                       "Il database " + percorso + " è un collegamento simbolico; indicare il file stesso");
+  }
+}
+
+// The folders may be reached through links, as whole disks often are; the engine would refuse those too.
+std::string SenzaLegamiDavanti(const std::string& percorso) {
+  const auto file = Percorso(percorso);
+  std::error_code errore;
+  const auto cartella = std::filesystem::canonical(file.parent_path(), errore);
+  return errore ? percorso : (cartella / file.filename()).string();
 }
 
 int Limitato(std::chrono::milliseconds tempo) {
@@ -77,8 +89,9 @@ Database::~Database() {
 }
 
 void Database::Apri(const std::string& percorso, bool solaLettura) {
-  const int modo = solaLettura ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
-  const int esito = sqlite3_open_v2(percorso.c_str(), &database_, modo | SQLITE_OPEN_EXRESCODE, nullptr);
+  const int modo = (solaLettura ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_EXRESCODE |
+                   SQLITE_OPEN_NOFOLLOW;
+  const int esito = sqlite3_open_v2(SenzaLegamiDavanti(percorso).c_str(), &database_, modo, nullptr);
   if (esito != SQLITE_OK) throw ErroreMotore(database_, esito);
 }
 

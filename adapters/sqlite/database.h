@@ -27,8 +27,8 @@ struct OpzioniSqlite {
 
 class Database {
  public:
-  /// Opens a file that exists. `nuovo` true: the file may be empty, and is about to get its schema. Raises
-  /// Errore with the engine's number and a text that names the path.
+  /// Opens a file that exists and is no symbolic link. `nuovo` true: the file may be empty, and is about to
+  /// get its schema. Raises Errore with the engine's number and a text that names the path.
   Database(const std::string& percorso, const OpzioniSqlite& opzioni, bool nuovo);
   ~Database();
   Database(const Database&) = delete;

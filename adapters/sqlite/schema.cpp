@@ -1,9 +1,11 @@
 #include "sqlite/schema.h"
 
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <system_error>
@@ -23,33 +25,35 @@ std::filesystem::path PercorsoFile(const std::string& testo) {
                      "Impossibile creare il database " + percorso + ": " + motivo);
 }
 
-// An empty file of our own: of two callers at once only one gets it. False when something is there already.
+// An empty file of our own, closed to others from its first moment: of two callers at once only one gets it.
+// The engine gives its side files the mode of the database. False when something is there already.
 bool CreaFileVuoto(const std::string& percorso) {
   if (percorso.empty() || percorso.find('\0') != std::string::npos)
     NonCreato(percorso, "il percorso non è valido");
-  std::FILE* file = std::fopen(percorso.c_str(), "wbx");
-  if (file == nullptr) {
+  const int file = ::open(percorso.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY,
+                          S_IRUSR | S_IWUSR);
+  if (file < 0) {
     const int motivo = errno;
     if (motivo == EEXIST) return false;
     NonCreato(percorso, std::generic_category().message(motivo));
   }
-  std::fclose(file);
-  std::error_code ignorato;  // a file system without permissions is no reason to stop
-  std::filesystem::permissions(PercorsoFile(percorso),
-                               std::filesystem::perms::owner_read | std::filesystem::perms::owner_write,
-                               ignorato);
+  ::close(file);
   return true;
 }
 
 void CifraPassword(Database& database, const Cifratura& cifra) {
-  const auto account =
-      database.Esegui("SELECT FW98_IDACCOUNT FROM FW98_MAILACCOUNT WHERE FW98_USERNAME IS NOT NULL", {});
-  for (const auto& id : account.valori) {
-    const auto chiara = PasswordDiProva(id.ToInt32());
-    auto cifrata = cifra(chiara);
-    if (cifrata.find(chiara) != std::string::npos) throw host::Errore(host::kArgomentoNonValido);
+  const auto account = database.Esegui(
+      "SELECT FW98_IDACCOUNT, FW98_USERNAME, FW23_SERVERNAME, FW23_PORT, FW23_SSL FROM FW98_MAILACCOUNT"
+      " INNER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER WHERE FW98_USERNAME IS NOT NULL",
+      {});
+  for (auto riga = account.valori.begin(); riga != account.valori.end(); riga += 5) {
+    const std::int32_t id = riga[0].ToInt32();
+    const PasswordDaCifrare password{PasswordDiProva(id), riga[1].ToText(), riga[2].ToText(),
+                                     riga[3].ToInt32(), riga[4].ToInt32() >= 1};
+    auto cifrata = cifra(password);
+    if (cifrata.find(password.chiara) != std::string::npos) throw host::Errore(host::kArgomentoNonValido);
     (void)database.Esegui("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = ?1 WHERE FW98_IDACCOUNT = ?2",
-                          {std::move(cifrata), std::int64_t{id.ToInt32()}});
+                          {std::move(cifrata), std::int64_t{id}});
   }
 }
 

@@ -13,8 +13,17 @@
 
 namespace orve::adapters::sqlite {
 
-/// Enciphers the password of an account, as the application's password class does.
-using Cifratura = std::function<std::string(const std::string&)>;
+/// A password with the login and the server that it is for.
+struct PasswordDaCifrare {
+  std::string chiara;
+  std::string utente;
+  std::string server;
+  std::int32_t porta = 0;  // as in its column: 16 bits with a sign
+  bool cifrata = false;    // the connection
+};
+
+/// Enciphers the password of an account, as the application does.
+using Cifratura = std::function<std::string(const PasswordDaCifrare&)>;
 
 /// Makes a new file with schema and sample data, readable by its owner alone. Raises Errore when something
 /// lies at the path already, which is left as it is, or when the file cannot be written; what was begun is

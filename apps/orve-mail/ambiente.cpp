@@ -5,12 +5,12 @@
 #include "forms/formatori_sql.h"
 #include "mapi/controls.h"
 #include "mapi/mapi32.h"
-#include "orve-mail/cifratore_sodium.h"
 #include "orve-mail/directory_osservata.h"
 #include "orve-mail/log_invio.h"
 #include "orve-mail/messaggi_terminale.h"
 #include "orve-mail/percorsi_host.h"
 #include "orve-mail/registro_tabella.h"
+#include "orve-mail/sigillo_password.h"
 #include "posix/file_system.h"
 #include "smtp/smtp_component.h"
 
@@ -22,6 +22,38 @@ namespace {
 [[noreturn]] void NonCreabile(const std::string& oggetto, Osservazioni& note) {
   note.oggettiMancanti.push_back(oggetto);
   throw host::Errore(host::kOggettoNonCreabile, oggetto, "Impossibile creare l'oggetto " + oggetto);
+}
+
+// The library takes what this gives as the password and hands it on to the SMTP component. What it cannot get
+// it takes as stored, so that a text that does not open must not be an error here.
+class CifratoreSigillato : public host::CifratorePassword {
+ public:
+  std::string Cripta(const std::string& /*testo*/) override {
+    throw host::Errore(host::kMembroNonSupportato, "CifratorePassword",
+                       "Una password si cifra soltanto per un account e il suo server");
+  }
+  std::string Decripta(const std::string& testo) override { return testo; }
+};
+
+void RichiediCifratura(const PermessiInChiaro& permessi, const adapters::smtp::Target& meta) {
+  if (meta.encrypted || permessi.Per(meta.host, meta.port)) return;
+  throw host::Errore(host::kArgomentoNonValido, "PermessiInChiaro",
+                     "utente e password viaggerebbero in chiaro fino a " + NomeServer(meta.host) +
+                         ": attivare TLS con imposta-server, oppure permetterlo con --password-in-chiaro");
+}
+
+// A stored text that is not sealed is a password as it stands, and goes to whatever server stands beside it.
+adapters::smtp::Secret ApriPassword(const SigilloPassword& sigillo, const adapters::smtp::Target& meta) {
+  const std::string_view testo = meta.password.View();
+  if (!SigilloPassword::Sigillato(testo)) return meta.password;
+  const LegamePassword legame{meta.user, meta.host, meta.port, meta.encrypted};
+  try {
+    return sigillo.Apri(testo, legame);
+  } catch (const host::Errore&) {
+    throw host::Errore(host::kArgomentoNonValido, "SigilloPassword",
+                       "la password memorizzata di «" + meta.user + "» non vale per " + legame.Dove() +
+                           ", o la chiave è un'altra: memorizzarla di nuovo con imposta-password");
+  }
 }
 
 }  // namespace
@@ -46,7 +78,13 @@ AmbienteProgramma::AmbienteProgramma(Terminale terminale, std::shared_ptr<const 
       cartellaBase_(std::move(cartellaBase)),
       note_(std::move(note)),
       allegati_(std::move(allegati)),
-      directory_(OsservaDirectory(std::move(directory), note_)) {}
+      directory_(OsservaDirectory(std::move(directory), note_)) {
+  smtp_.openPassword = [sigillo = SigilloPassword(chiave_),
+                        permessi = permessi_](const adapters::smtp::Target& meta) {
+    RichiediCifratura(*permessi, meta);
+    return ApriPassword(sigillo, meta);
+  };
+}
 
 adapters::mime::AttachmentResolver AmbienteProgramma::FileDaAllegare() const {
   if (!allegati_) return {};
@@ -75,7 +113,7 @@ std::shared_ptr<host::RisolutorePercorsi> AmbienteProgramma::CreaRisolutorePerco
 }
 
 std::shared_ptr<host::CifratorePassword> AmbienteProgramma::CreaCifratorePassword() {
-  return std::make_shared<CifratoreSodium>(chiave_);
+  return std::make_shared<CifratoreSigillato>();
 }
 
 std::shared_ptr<host::ComponenteSmtp> AmbienteProgramma::CreaComponenteSmtp() {

@@ -12,6 +12,7 @@
 #include "orve-mail/allegati.h"
 #include "orve-mail/chiave.h"
 #include "orve-mail/osservatori.h"
+#include "orve-mail/password_in_chiaro.h"
 #include "orve-mail/terminale.h"
 #include "posix/orologio.h"
 #include "posix/sistema.h"
@@ -43,11 +44,16 @@ class AmbienteProgramma : public host::Ambiente {
     registro_ = std::move(archivio);
   }
 
+  /// The servers that may get a password without encryption; none unless this is called.
+  void PermettiInChiaro(PermessiInChiaro permessi) { *permessi_ = std::move(permessi); }
+
   std::shared_ptr<host::Messaggi> CreaMessaggi() override;
   std::shared_ptr<host::FormatoData> CreaFormatoData() override;
   std::shared_ptr<host::FormatoNumero> CreaFormatoNumero() override;
   std::shared_ptr<host::RegistroInvio> CreaRegistroInvio() override;
   std::shared_ptr<host::RisolutorePercorsi> CreaRisolutorePercorsi() override;
+  /// Leaves sealed passwords sealed: they are opened by the SMTP component, which knows where they are about
+  /// to go.
   std::shared_ptr<host::CifratorePassword> CreaCifratorePassword() override;
   std::shared_ptr<host::ComponenteSmtp> CreaComponenteSmtp() override;
   /// Raises 429: this exists on Windows only.
@@ -71,6 +77,8 @@ class AmbienteProgramma : public host::Ambiente {
 
   Terminale terminale_;
   std::shared_ptr<const Chiave> chiave_;
+  std::shared_ptr<PermessiInChiaro> permessi_ =
+      std::make_shared<PermessiInChiaro>();  // the components look here
   adapters::smtp::SmtpOptions smtp_;
   std::shared_ptr<adapters::smtp::ConnectionPool> connessioni_;
   std::shared_ptr<adapters::mapi::MailSystem> posta_;

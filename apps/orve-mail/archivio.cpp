@@ -1,11 +1,15 @@
 #include "orve-mail/archivio.h"
 
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <string_view>
 #include <utility>
 
 #include "odbc/odbc_connection.h"
 #include "orve-mail/codici.h"
+#include "orve-mail/file_riservato.h"
+#include "orve-mail/memoria.h"
 #include "orve-mail/messaggio.h"
 #include "orve-mail/numeri.h"
 #include "orve-mail/stringa_connessione.h"
@@ -31,6 +35,16 @@ constexpr std::string_view kOdbc = "odbc:";
   throw ErroreProgramma(Uscita::kNonUtilizzabile, "Registro non utilizzabile: " + errore.Descrizione());
 }
 
+// Behind the opening: the connection notices by itself when another file takes the place of the one it
+// opened.
+void RichiediRegistroProprio(const std::string& file) {
+  struct stat stato {};
+  if (::lstat(adapters::posix::PercorsoUnix(file).c_str(), &stato) == 0 && ProprietarioFidato(stato.st_uid))
+    return;
+  throw ErroreProgramma(Uscita::kNonUtilizzabile,
+                        "Registro non utilizzabile: " + file + " appartiene a un altro utente");
+}
+
 std::string FileRegistro(const PosizioneArchivio& posizione) {
   if (!posizione.registro.empty()) return posizione.registro;
   if (!posizione.chiave.empty()) return posizione.chiave + ".registro";
@@ -40,6 +54,7 @@ std::string FileRegistro(const PosizioneArchivio& posizione) {
 
 std::shared_ptr<host::Connection> ApriOdbc(const PosizioneArchivio& posizione) {
   const std::string stringa = posizione.db.substr(kOdbc.size());
+  DimenticaVariabile("ORVE_MAIL_DB");  // a connection string may hold a password, and has been read
   RichiediUtf8(stringa, "--db");
   try {
     return adapters::odbc::OdbcConnection::Apri(stringa, posizione.attese);
@@ -124,7 +139,10 @@ std::shared_ptr<SqliteConnection> ApriIncorporato(const PosizioneArchivio& posiz
 std::shared_ptr<SqliteConnection> ApriRegistro(const PosizioneArchivio& posizione, const Archivio& archivio) {
   if (archivio.incorporato && posizione.registro.empty()) return archivio.incorporato;
   try {
-    return adapters::sqlite::ApriRegistro(FileRegistro(posizione));
+    const std::string file = FileRegistro(posizione);
+    auto registro = adapters::sqlite::ApriRegistro(file);
+    RichiediRegistroProprio(file);
+    return registro;
   } catch (const host::Errore& errore) {
     RegistroNonUtilizzabile(errore);
   }

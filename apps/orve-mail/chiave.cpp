@@ -20,7 +20,9 @@ namespace {
 
 static_assert(Chiave::kByte == crypto_secretbox_KEYBYTES);
 
-constexpr std::string_view kIntestazione = "orve-mail-chiave-1:";
+constexpr std::string_view kIntestazione = "orve-mail-chiave-2:";
+constexpr std::string_view kConSlegate = "orve-mail-chiave-1:";  // passwords may have been bound to no server
+static_assert(kIntestazione.size() == kConSlegate.size());
 constexpr std::size_t kCifre = sodium_base64_ENCODED_LEN(Chiave::kByte, sodium_base64_VARIANT_ORIGINAL) - 1;
 
 constexpr const char* kCosa = "File della chiave";
@@ -65,9 +67,11 @@ Chiave Chiave::Leggi(const std::string& file) {
   const Cancellazione cancella(testo);
   std::string_view contenuto(testo);
   if (!contenuto.empty() && contenuto.back() == '\n') contenuto.remove_suffix(1);
-  const bool intestata = contenuto.substr(0, kIntestazione.size()) == kIntestazione;
+  const std::string_view intestazione = contenuto.substr(0, kIntestazione.size());
+  const bool intestata = intestazione == kIntestazione || intestazione == kConSlegate;
   const std::string_view cifre = intestata ? contenuto.substr(kIntestazione.size()) : std::string_view();
   Chiave chiave;
+  chiave.soloLegate_ = intestazione == kIntestazione;
   std::size_t lunghezza = 0;
   const bool leggibile = cifre.size() == kCifre &&
                          sodium_base642bin(chiave.byte_.data(), kByte, cifre.data(), cifre.size(), nullptr,
@@ -76,7 +80,7 @@ Chiave Chiave::Leggi(const std::string& file) {
   return chiave;
 }
 
-Chiave::Chiave(Chiave&& altra) noexcept : byte_(altra.byte_) {
+Chiave::Chiave(Chiave&& altra) noexcept : byte_(altra.byte_), soloLegate_(altra.soloLegate_) {
   sodium_memzero(altra.byte_.data(), altra.byte_.size());
 }
 
@@ -85,7 +89,7 @@ Chiave::~Chiave() {
 }
 
 void Chiave::Scrivi(const std::string& file) const {
-  std::string testo(kIntestazione);
+  std::string testo(soloLegate_ ? kIntestazione : kConSlegate);
   testo.resize(kIntestazione.size() + kCifre + 1);
   const Cancellazione cancella(testo);
   sodium_bin2base64(testo.data() + kIntestazione.size(), kCifre + 1, byte_.data(), kByte,

@@ -12,7 +12,7 @@ class Chiave {
  public:
   static constexpr std::size_t kByte = 32;
 
-  /// A new random key.
+  /// A new random key, for bound passwords only.
   [[nodiscard]] static Chiave Nuova();
   /// The key in the file. Raises ErroreProgramma (kNonUtilizzabile) when the file is missing, is no plain
   /// file, belongs to somebody else, can be read or written by others, or holds no key.
@@ -29,12 +29,16 @@ class Chiave {
   /// lies there already or the file cannot be written.
   void Scrivi(const std::string& file) const;
 
+  /// Whether nothing was ever enciphered with it that is bound to no server.
+  [[nodiscard]] bool SoloLegate() const { return soloLegate_; }
+
   [[nodiscard]] const std::array<std::uint8_t, kByte>& Byte() const { return byte_; }
 
  private:
   Chiave() = default;
 
   std::array<std::uint8_t, kByte> byte_{};
+  bool soloLegate_ = true;
 };
 
 }  // namespace orve::app

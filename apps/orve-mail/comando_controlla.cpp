@@ -13,12 +13,12 @@
 #include "mapi/failure.h"
 #include "mapi/sendmail.h"
 #include "orve-mail/ambiente.h"
-#include "orve-mail/cifratore_sodium.h"
 #include "orve-mail/comandi.h"
 #include "orve-mail/controllo_database.h"
 #include "orve-mail/controllo_server.h"
 #include "orve-mail/directory_osservata.h"
 #include "orve-mail/opzioni_invio.h"
+#include "orve-mail/password_memorizzate.h"
 #include "orve-mail/referto.h"
 #include "posix/percorsi.h"
 
@@ -105,18 +105,64 @@ class Controllo {
       ControllaAccountDelleFinestre(connessione, utente.value_or(0), richiesta_.ditta,
                                     impostazioni_.conFinestra, referto_);
     }
+    if (chiave_) ControllaPassword();
+    PermessiInChiaro permessi;
+    Prova("password in chiaro", "ricreare il database con crea-db",
+          [&] { permessi = PermessiInChiaro(*archivio_, richiesta_.passwordInChiaro); });
     for (const AccountLetto& uno : account)
-      ControllaServer(uno, InChiaro(uno.password), richiesta_.smtp, referto_);
+      ControllaServer(uno, InChiaro(uno), permessi, richiesta_.smtp, referto_);
   }
 
-  [[nodiscard]] std::optional<std::string> InChiaro(const std::string& cifrata) const {
-    if (cifrata.empty()) return std::string();
-    if (!chiave_) return std::nullopt;
+  [[nodiscard]] std::optional<adapters::smtp::Secret> InChiaro(const AccountLetto& account) const {
+    if (!SigilloPassword::Sigillato(account.password)) return adapters::smtp::Secret(account.password);
     try {
-      return CifratoreSodium(chiave_).Decripta(cifrata);
+      return SigilloPassword(chiave_).Apri(account.password,
+                                           {account.utente, account.server, account.porta, account.cifrata});
     } catch (const host::Errore&) {
       return std::nullopt;
     }
+  }
+
+  // Passwords from before they were bound to their servers. What is bound here is what stands in the database
+  // now, so that it is shown to the person.
+  void ControllaPassword() {
+    const char* const nome = "password degli account";
+    const char* const rimedio = "memorizzarle di nuovo con imposta-password";
+    Prova(nome, rimedio, [&] {
+      std::string riscritte;
+      std::string rimaste;
+      std::size_t sigillate = 0;
+      for (const PasswordMemorizzata& password : LeggiPassword(*archivio_->connessione, {})) {
+        if (SigilloPassword::Sigillato(password.testo)) ++sigillate;
+        if (!SigilloPassword::SenzaLegame(password.testo)) continue;
+        const std::string account = "account " + std::to_string(password.account);
+        std::string& elenco = Lega(password) ? riscritte : rimaste;
+        elenco += (elenco.empty() ? "" : "; ") + account;
+        if (&elenco == &riscritte) elenco += " per " + password.legame.Dove();
+      }
+      if (!rimaste.empty()) referto_.Avviso(nome, "non legate al loro server: " + rimaste, rimedio);
+      if (!riscritte.empty()) {
+        referto_.Avviso(
+            nome, "riscritte, ora legate al loro server: " + riscritte,
+            "verificare che siano i server giusti; se uno non lo è, correggerlo e cambiare la password");
+      }
+      if (rimaste.empty() && riscritte.empty()) {
+        referto_.Ok(nome, std::to_string(sigillate) + (sigillate == 1 ? " cifrata" : " cifrate") +
+                              ", legate al loro server");
+      }
+    });
+  }
+
+  // Only the embedded database is written.
+  [[nodiscard]] bool Lega(const PasswordMemorizzata& password) const try {
+    if (!archivio_->incorporato) return false;
+    const SigilloPassword sigillo(chiave_);
+    const auto chiara = sigillo.Apri(password.testo, password.legame);
+    SostituisciPassword(*archivio_->incorporato, password.account,
+                        sigillo.Sigilla(chiara.View(), password.legame));
+    return true;
+  } catch (const host::Errore&) {
+    return false;
   }
 
   void ControllaCartella() {

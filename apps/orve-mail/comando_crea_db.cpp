@@ -8,9 +8,9 @@
 #include "host/errore.h"
 #include "orve-mail/archivio.h"
 #include "orve-mail/chiave.h"
-#include "orve-mail/cifratore_sodium.h"
 #include "orve-mail/comandi.h"
 #include "orve-mail/riga_di_comando.h"
+#include "orve-mail/sigillo_password.h"
 #include "sqlite/schema.h"
 
 namespace orve::app {
@@ -29,8 +29,11 @@ Uscita CreaDb(const PosizioneArchivio& posizione, Terminale terminale) {
   auto chiave = std::make_shared<const Chiave>(nuova ? Chiave::Nuova() : Chiave::Leggi(file));
   if (nuova) chiave->Scrivi(file);
   try {
-    CifratoreSodium cifratore(chiave);
-    adapters::sqlite::CreaDatabase(db, [&](const std::string& testo) { return cifratore.Cripta(testo); });
+    const SigilloPassword sigillo(chiave);
+    adapters::sqlite::CreaDatabase(db, [&](const adapters::sqlite::PasswordDaCifrare& password) {
+      return sigillo.Sigilla(password.chiara, {password.utente, password.server,
+                                               static_cast<std::uint16_t>(password.porta), password.cifrata});
+    });
   } catch (...) {
     if (nuova) ::unlink(file.c_str());
     throw ErroreProgramma(Uscita::kNonUtilizzabile, host::ErroreCorrente().Descrizione());

@@ -1,16 +1,19 @@
 // imposta-password: the password of a mail account, read from the standard input and stored enciphered. It is
 // never taken from the command line, where other users of the machine could read it.
+#include <sodium.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <memory>
+#include <utility>
 
 #include "host/errore.h"
 #include "orve-mail/archivio.h"
-#include "orve-mail/cifratore_sodium.h"
 #include "orve-mail/comandi.h"
 #include "orve-mail/messaggio.h"
+#include "orve-mail/password_memorizzate.h"
 #include "orve-mail/riga_di_comando.h"
 
 namespace orve::app {
@@ -44,11 +47,32 @@ class SenzaEco {
   bool attivo_;
 };
 
-std::string LeggiPassword(Terminale terminale) {
+// A text that is wiped where it lies when it has served.
+class Cancellata {
+ public:
+  explicit Cancellata(std::string&& testo) : testo_(std::move(testo)) { Cancella(testo); }
+  Cancellata(const Cancellata&) = delete;
+  Cancellata& operator=(const Cancellata&) = delete;
+  Cancellata(Cancellata&&) = delete;
+  Cancellata& operator=(Cancellata&&) = delete;
+  ~Cancellata() { Cancella(testo_); }
+  [[nodiscard]] const std::string& Testo() const { return testo_; }
+
+ private:
+  // With what a short text leaves behind when it is moved.
+  static void Cancella(std::string& testo) {
+    testo.resize(testo.capacity());
+    sodium_memzero(testo.data(), testo.size());
+  }
+  std::string testo_;
+};
+
+std::string PasswordDaIngresso(Terminale terminale) {
   std::string password;
   {
     const SenzaEco muto(terminale.interattivo);
     if (terminale.interattivo) terminale.errori << "Password: " << std::flush;
+    std::setvbuf(stdin, nullptr, _IONBF, 0);  // a buffer of the stream's would keep the line
     std::getline(terminale.ingresso, password);
   }
   if (terminale.interattivo) terminale.errori << std::endl;
@@ -59,23 +83,33 @@ std::string LeggiPassword(Terminale terminale) {
   return password;
 }
 
+PasswordMemorizzata LeggiAttuale(host::Connection& archivio, std::int32_t account) {
+  auto trovate = LeggiPassword(archivio, {account, {}});
+  if (trovate.empty()) {
+    throw ErroreProgramma(Uscita::kNonUtilizzabile,
+                          "Nessun account con il numero " + std::to_string(account));
+  }
+  return std::move(trovate.front());
+}
+
 Uscita Imposta(const ArgomentiPassword& argomenti, Terminale terminale) {
   static_cast<void>(FileArchivio(argomenti.posizione));  // a server is refused before its key is looked for
-  CifratoreSodium cifratore(std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(argomenti.posizione))));
+  const SigilloPassword sigillo(
+      std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(argomenti.posizione))));
   const auto archivio = ApriIncorporato(argomenti.posizione);
-  const std::string cifrata = cifratore.Cripta(LeggiPassword(terminale));
+  const Cancellata password(PasswordDaIngresso(terminale));
+  std::string dove;
   try {
-    const auto cambiate = archivio->EseguiConValori(
-        "UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = ?2 WHERE FW98_IDACCOUNT = ?1 RETURNING FW98_IDACCOUNT",
-        {std::int64_t{argomenti.id}, cifrata});
-    if (cambiate->Eof()) {
-      throw ErroreProgramma(Uscita::kNonUtilizzabile,
-                            "Nessun account con il numero " + std::to_string(argomenti.id));
-    }
+    static_cast<void>(archivio->EseguiConValori("BEGIN IMMEDIATE", {}));
+    const PasswordMemorizzata attuale = LeggiAttuale(*archivio, argomenti.id);
+    SostituisciPassword(*archivio, argomenti.id, sigillo.Sigilla(password.Testo(), attuale.legame));
+    static_cast<void>(archivio->EseguiConValori("COMMIT", {}));
+    dove = attuale.legame.Dove();
   } catch (const host::Errore& errore) {
     throw ErroreProgramma(Uscita::kNonUtilizzabile, "Database non utilizzabile: " + errore.Descrizione());
   }
-  terminale.uscita << "Password dell'account " << argomenti.id << " memorizzata.\n";
+  terminale.uscita << "Password dell'account " << argomenti.id << " memorizzata, per " << RigaSicura(dove)
+                   << ".\n";
   return Uscita::kInviato;
 }
 

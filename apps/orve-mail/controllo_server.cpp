@@ -16,8 +16,8 @@ constexpr std::uint64_t kPiccolo = 5 * kMega;
 
 class Racconto {
  public:
-  Racconto(const AccountLetto& account, const ProbeReport& esito, Referto& referto)
-      : account_(account), esito_(esito), referto_(referto) {}
+  Racconto(const AccountLetto& account, bool senzaAccesso, const ProbeReport& esito, Referto& referto)
+      : account_(account), senzaAccesso_(senzaAccesso), esito_(esito), referto_(referto) {}
 
   void Tutto() {
     Passo(ProbeStep::kName, "nome del server", account_.server,
@@ -31,6 +31,7 @@ class Racconto {
     }
     Accesso();
     Limite();
+    if (senzaAccesso_) return Saltato("mittente");
     Passo(ProbeStep::kSender, "mittente", "il server lo accetta",
           "chiedere al gestore che questo accesso possa inviare con questo indirizzo, o correggere "
           "l'indirizzo");
@@ -73,6 +74,7 @@ class Racconto {
     if (!account_.autenticazione) {
       return referto_.Saltato(Nome("AUTH"), "l'account invia senza autenticazione");
     }
+    if (senzaAccesso_) return referto_.Saltato(Nome("AUTH"), "senza password non si accede");
     if (Arrivato(ProbeStep::kAuthentication) && account_.utente.empty()) {
       return referto_.Avviso(Nome("AUTH"), "l'account non ha un nome utente", "indicarlo in FW98_USERNAME");
     }
@@ -91,32 +93,43 @@ class Racconto {
   }
 
   const AccountLetto& account_;
+  const bool senzaAccesso_;
   const ProbeReport& esito_;
   Referto& referto_;
 };
 
 }  // namespace
 
-void ControllaServer(const AccountLetto& account, const std::optional<std::string>& password,
-                     const adapters::smtp::SmtpOptions& smtp, Referto& referto) {
+void ControllaServer(const AccountLetto& account, const std::optional<adapters::smtp::Secret>& password,
+                     const PermessiInChiaro& permessi, const adapters::smtp::SmtpOptions& smtp,
+                     Referto& referto) {
   if (account.server.empty()) {
     return referto.Errore(account.titolo + ", nome del server", "l'account non ha un server",
                           "assegnare all'account un server di posta (FW98_IDSERVER_FW23)");
   }
-  if (account.autenticazione && !password) {
-    referto.Errore(account.titolo + ", password", "non si decifra con questa chiave",
+  const bool senzaPassword = account.autenticazione && !password;
+  if (senzaPassword) {
+    referto.Errore(account.titolo + ", password",
+                   "non si apre con questa chiave per " + account.utente + " e questo server",
                    "memorizzarla di nuovo con imposta-password, o indicare con --chiave la chiave giusta");
   }
+  const bool negata =
+      account.autenticazione && !account.cifrata && !permessi.Per(account.server, account.porta);
+  if (negata) {
+    referto.Errore(account.titolo + ", password in chiaro", "non è permessa, e gli invii falliscono",
+                   "attivare TLS con imposta-server, o permetterla con --password-in-chiaro");
+  }
+  const bool senzaAccesso = senzaPassword || negata;
   adapters::smtp::Target meta;
   meta.host = account.server;
   meta.port = account.porta;
   meta.encrypted = account.cifrata;
-  if (account.autenticazione) {
+  if (account.autenticazione && !senzaAccesso) {
     meta.user = account.utente;
-    meta.password = password.value_or(account.password);  // what the library would use
+    meta.password = *password;
   }
   const ProbeReport esito = adapters::smtp::Probe(smtp, meta, account.indirizzo);
-  Racconto(account, esito, referto).Tutto();
+  Racconto(account, senzaAccesso, esito, referto).Tutto();
 }
 
 }  // namespace orve::app

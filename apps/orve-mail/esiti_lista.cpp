@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "orve-mail/cella.h"
+#include "orve-mail/file_riservato.h"
 #include "orve-mail/numeri.h"
 #include "orve-mail/terminale.h"
 #include "orve-mail/uscita.h"
@@ -29,6 +30,7 @@ constexpr std::size_t kTestoMassimo = 1000;   // characters of a recipient or a 
 constexpr std::size_t kLineaMassima = 65536;  // bytes; ours are much shorter
 constexpr off_t kSpazioLinea = 16384;         // more than a line of ours takes
 constexpr off_t kSpazio = 262144;             // to ask for at a time
+constexpr const char* kCosa = "File dei risultati";
 constexpr const char* kInterrotto = "il programma si è fermato prima di conoscere l'esito";
 
 struct Nome {
@@ -135,13 +137,6 @@ bool SincronizzaCartella(const std::string& file) {
   return riuscito;
 }
 
-// Where a link leads, so that a new file takes the place of the file and not of the link.
-std::string SenzaLegami(const std::string& file) {
-  std::error_code errore;
-  const std::filesystem::path vero = std::filesystem::canonical(file, errore);
-  return errore ? file : vero.native();
-}
-
 }  // namespace
 
 std::string_view Parola(EsitoRiga esito) {
@@ -154,7 +149,7 @@ bool Definitivo(EsitoRiga esito) {
 }
 
 void EsitiLista::Inutilizzabile(const std::string& motivo) const {
-  throw ErroreProgramma(Uscita::kFileMancante, "File dei risultati " + file_ + ": " + motivo);
+  throw ErroreProgramma(Uscita::kFileMancante, std::string(kCosa) + " " + file_ + ": " + motivo);
 }
 
 EsitiLista::EsitiLista(std::string file, const std::string& nuovaLista) : file_(std::move(file)) {
@@ -178,10 +173,7 @@ EsitiLista::~EsitiLista() {
 // the old one's place.
 void EsitiLista::Apri() {
   for (;;) {
-    descrittore_ =
-        ::open(file_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, S_IRUSR | S_IWUSR);
-    if (descrittore_ < 0) Inutilizzabile(Sistema(errno));
-    file_ = SenzaLegami(file_);
+    descrittore_ = ApriFileProprio(kCosa, file_, O_RDWR);
     const auto chiudi = [this](const std::string& motivo) {
       ::close(descrittore_);
       Inutilizzabile(motivo);
@@ -193,7 +185,7 @@ void EsitiLista::Apri() {
     if (::flock(descrittore_, LOCK_EX | LOCK_NB) != 0) {
       chiudi(errno == EWOULDBLOCK ? "è in uso da un altro invio" : Sistema(errno));
     }
-    const bool suo = ::stat(file_.c_str(), &conQuestoNome) == 0 && conQuestoNome.st_ino == aperto.st_ino &&
+    const bool suo = ::lstat(file_.c_str(), &conQuestoNome) == 0 && conQuestoNome.st_ino == aperto.st_ino &&
                      conQuestoNome.st_dev == aperto.st_dev;
     if (suo) return;
     ::close(descrittore_);
@@ -344,12 +336,14 @@ std::vector<std::size_t> EsitiLista::Definitive() const {
   return righe;
 }
 
-// Writes the lines in order into a file of that name. The descriptor, locked, or -1.
+// Writes the lines in order into a new file of that name; what a run that was stopped left there goes, and
+// what cannot be removed is not used. The descriptor, locked, or -1.
 int EsitiLista::ScriviRiordinato(const std::string& nuovo) const {
   struct stat stato {};
   if (::fstat(descrittore_, &stato) != 0) return -1;
-  const int nuova = ::open(nuovo.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY,
-                           S_IRUSR | S_IWUSR);
+  ::unlink(nuovo.c_str());
+  const int nuova =
+      ::open(nuovo.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY, S_IRUSR | S_IWUSR);
   if (nuova < 0) return -1;
   bool riuscito = ::flock(nuova, LOCK_EX | LOCK_NB) == 0 && ::fchmod(nuova, stato.st_mode & 07777) == 0;
   std::string blocco = std::string(kTitoli) + lista_ + "\n";

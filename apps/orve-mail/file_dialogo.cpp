@@ -4,13 +4,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
-#include <cerrno>
 #include <cstdio>
 #include <memory>
-#include <system_error>
+#include <optional>
 
+#include "orve-mail/file_riservato.h"
 #include "orve-mail/terminale.h"
 #include "orve-mail/uscita.h"
 
@@ -18,25 +16,29 @@ namespace orve::app {
 
 namespace {
 
-[[noreturn]] void NonScrivibile(const std::string& file, const std::string& motivo) {
-  throw ErroreProgramma(Uscita::kFileMancante, "--dialogo: impossibile scrivere " + file + ": " + motivo);
+constexpr const char* kCosa = "--dialogo: impossibile scrivere";
+
+[[noreturn]] void NonScrivibile(const std::string& file) {
+  throw ErroreProgramma(Uscita::kFileMancante, std::string(kCosa) + " " + file + ": non è un file");
 }
 
-bool UscitaDelProgramma(const struct stat& stato) {
-  constexpr std::array kUscite = {STDOUT_FILENO, STDERR_FILENO};
-  return std::any_of(kUscite.begin(), kUscite.end(), [&](int numero) {
+/// A descriptor of the program's own output that goes by this name, as by /dev/stdout; none for any other file.
+std::optional<int> UscitaDelProgramma(const std::string& file) {
+  struct stat stato {};
+  if (::stat(file.c_str(), &stato) != 0) return {};
+  for (const int numero : {STDOUT_FILENO, STDERR_FILENO}) {
     struct stat uscita {};
-    return ::fstat(numero, &uscita) == 0 && uscita.st_dev == stato.st_dev && uscita.st_ino == stato.st_ino;
-  });
+    if (::fstat(numero, &uscita) == 0 && uscita.st_dev == stato.st_dev && uscita.st_ino == stato.st_ino)
+      return ::fcntl(numero, F_DUPFD_CLOEXEC, 0);
+  }
+  return {};
 }
 
 }  // namespace
 
 std::function<void(std::string_view)> ScriviDialogo(const std::string& file) {
-  constexpr int kModo = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
-  const int numero = ::open(file.c_str(), kModo, S_IRUSR | S_IWUSR);
-  if (numero < 0 && errno == ENXIO) NonScrivibile(file, "non è un file");  // a pipe that nobody reads
-  if (numero < 0) NonScrivibile(file, std::generic_category().message(errno));
+  const std::optional<int> uscita = UscitaDelProgramma(file);
+  const int numero = uscita ? *uscita : ApriFileProprio(kCosa, file, O_WRONLY | O_APPEND);
   const std::shared_ptr<std::FILE> flusso(::fdopen(numero, "a"), [numero](std::FILE* aperto) {
     if (aperto == nullptr) {
       ::close(numero);
@@ -46,9 +48,9 @@ std::function<void(std::string_view)> ScriviDialogo(const std::string& file) {
   });
   struct stat stato {};
   const bool ammesso = flusso && ::fstat(numero, &stato) == 0 &&
-                       (S_ISREG(stato.st_mode) || ::isatty(numero) != 0 || UscitaDelProgramma(stato));
-  if (!ammesso) NonScrivibile(file, "non è un file");
-  ::fcntl(numero, F_SETFL, kModo & O_APPEND);  // from here on writing may wait, as for a slow terminal
+                       (uscita || S_ISREG(stato.st_mode) || ::isatty(numero) != 0);
+  if (!ammesso) NonScrivibile(file);
+  if (!uscita) ::fcntl(numero, F_SETFL, O_APPEND);  // from here on writing may wait, as for a slow terminal
   return [flusso](std::string_view riga) {
     std::fputs((RigaSicura(riga) + "\n").c_str(), flusso.get());
     std::fflush(flusso.get());

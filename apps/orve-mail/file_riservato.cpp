@@ -35,8 +35,7 @@ std::string LeggiFileRiservato(const std::string& cosa, const std::string& file,
   if (::fstat(aperto.Numero(), &stato) != 0)
     Inutilizzabile(cosa, file, std::generic_category().message(errno));
   if (!S_ISREG(stato.st_mode)) Inutilizzabile(cosa, file, "non è un file");
-  if (stato.st_uid != ::geteuid() && stato.st_uid != 0)
-    Inutilizzabile(cosa, file, "appartiene a un altro utente");
+  if (!ProprietarioFidato(stato.st_uid)) Inutilizzabile(cosa, file, "appartiene a un altro utente");
   if ((stato.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
     Inutilizzabile(cosa, file, "è accessibile ad altri utenti; impostare i permessi con: chmod 600");
   }
@@ -45,6 +44,31 @@ std::string LeggiFileRiservato(const std::string& cosa, const std::string& file,
   if (letti < 0) Inutilizzabile(cosa, file, std::generic_category().message(errno));
   testo.resize(static_cast<std::size_t>(letti));
   return testo;
+}
+
+int ApriFileProprio(const std::string& cosa, const std::string& file, int modalita) {
+  const auto inutilizzabile = [&](const std::string& motivo) {
+    throw ErroreProgramma(Uscita::kFileMancante, cosa + " " + file + ": " + motivo);
+  };
+  const int numero = ::open(file.c_str(), modalita | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY | O_NONBLOCK,
+                            S_IRUSR | S_IWUSR);
+  if (numero < 0) {
+    const int motivo = errno;
+    if (motivo == ELOOP) inutilizzabile("è un collegamento simbolico");
+    if (motivo == ENXIO) inutilizzabile("non è un file");  // a pipe that nobody reads
+    inutilizzabile(std::generic_category().message(motivo));
+  }
+  struct stat stato {};
+  const bool noto = ::fstat(numero, &stato) == 0;
+  if (!noto || (S_ISREG(stato.st_mode) && !ProprietarioFidato(stato.st_uid))) {
+    ::close(numero);
+    inutilizzabile("appartiene a un altro utente");
+  }
+  return numero;
+}
+
+bool ProprietarioFidato(uid_t proprietario) {
+  return proprietario == ::geteuid() || proprietario == 0;
 }
 
 }  // namespace orve::app

@@ -1,4 +1,5 @@
-// Files that nobody but their owner may read: the key of the stored passwords, the directory's password.
+// Files that nobody but their owner may read: the key of the stored passwords, the directory's password, and
+// what the program writes about messages and their recipients.
 #pragma once
 
 #include <sys/types.h>
@@ -28,5 +29,13 @@ class FileAperto {
 /// plain file, belongs to somebody else, or can be read or written by others.
 [[nodiscard]] std::string LeggiFileRiservato(const std::string& cosa, const std::string& file,
                                              std::size_t massimo);
+
+/// Opens a file for writing, with `modalita` besides: made with mode 600 when it is missing, never through a
+/// link, and no file of another user's but root's. Never waits for a pipe's reader. The descriptor is the
+/// caller's. Raises ErroreProgramma (kFileMancante): `cosa`, the file and the reason.
+[[nodiscard]] int ApriFileProprio(const std::string& cosa, const std::string& file, int modalita);
+
+/// Whether the owner of a file may be trusted with what this user writes: himself, or root.
+[[nodiscard]] bool ProprietarioFidato(uid_t proprietario);
 
 }  // namespace orve::app

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "orve-mail/memoria.h"
 #include "orve-mail/riga_di_comando.h"
 
 namespace {
@@ -26,6 +27,7 @@ int Colonne() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  orve::app::ChiudiMemoria();
   // A reader of our output that goes away must not end a send half-way.
   std::signal(SIGPIPE, SIG_IGN);
   // Nor must a file that may not grow any more: writing it fails, and that is dealt with.

@@ -158,6 +158,10 @@ void AggiungiRete(CLI::App& comando, OpzioniInvio& opzioni) {
        "Porta su cui TLS comincia subito, oltre alla 465 (ripetibile); vale per gli account cifrati", "PORTA")
       ->allow_extra_args(false)
       ->check(CLI::Range(1, 65535));
+  comando
+      .add_flag("--password-in-chiaro", opzioni.richiesta.passwordInChiaro,
+                "Permette, per questa volta, che utente e password viaggino senza TLS")
+      ->group("Rete");
   const CLI::Validator secondi(
       [](std::string& testo) {
         constexpr double kMinimo = 0.001;

@@ -60,6 +60,7 @@ class Spedizione {
       percorsi_.push_back(allegati_->PerLaLibreria(allegato));
     }
     ambiente_->RegistraIn(sede.registro);
+    ambiente_->PermettiInChiaro(sede.permessi);
     if (richiesta.mittente) RichiediAccount(*sede.archivio.connessione, *richiesta.mittente, richiesta.pec);
   }
 
@@ -199,6 +200,12 @@ std::optional<adapters::ldap::LdapOptions> CheResta(std::optional<adapters::ldap
   return directory;
 }
 
+PermessiInChiaro LeggiPermessi(const Archivio& archivio, bool ovunque) try {
+  return {archivio, ovunque};
+} catch (const host::Errore& errore) {
+  throw ErroreProgramma(Uscita::kNonUtilizzabile, "Database non utilizzabile: " + errore.Descrizione());
+}
+
 void Prepara(Spedizione& spedizione, bool daSola) {
   try {
     spedizione.Prepara(daSola);
@@ -216,6 +223,7 @@ SedeInvio::SedeInvio(const RichiestaInvio& richiesta)
       archivio(ApriArchivio(richiesta.archivio)),
       registro(ApriRegistro(richiesta.archivio, archivio)),
       utente(TrovaUtente(*archivio.connessione, richiesta.utente)),
+      permessi(LeggiPermessi(archivio, richiesta.passwordInChiaro)),
       connessioni(CreaConnessioni(richiesta.smtp)),
       directory(CreaDirectory(CheResta(richiesta.directory))) {
   archivio.DiUtente(utente);

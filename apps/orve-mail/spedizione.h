@@ -17,6 +17,7 @@
 #include "orve-mail/archivio.h"
 #include "orve-mail/chiave.h"
 #include "orve-mail/messaggio.h"
+#include "orve-mail/password_in_chiaro.h"
 #include "orve-mail/resoconto.h"
 #include "orve-mail/terminale.h"
 #include "orve-mail/uscita.h"
@@ -60,6 +61,7 @@ struct RichiestaInvio {
   std::string sezioneDocumento;
   std::string lista;  // identifier of the list that the message belongs to; empty: none
   adapters::smtp::SmtpOptions smtp;
+  bool passwordInChiaro = false;  // every server may get one without encryption
   adapters::mapi::MapiOptions mapi;
   std::optional<adapters::ldap::LdapOptions> directory;  // none: nobody is looked up
 };
@@ -75,6 +77,7 @@ struct SedeInvio {
   Archivio archivio;
   std::shared_ptr<adapters::sqlite::SqliteConnection> registro;
   std::int32_t utente;
+  PermessiInChiaro permessi;
   std::shared_ptr<adapters::smtp::ConnectionPool> connessioni;
   std::shared_ptr<host::Directory> directory;  // empty: nobody is looked up
 };

@@ -4,9 +4,8 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <system_error>
 
-#include "orve-mail/uscita.h"
+#include "orve-mail/file_riservato.h"
 #include "posix/sistema.h"
 
 namespace orve::app {
@@ -64,14 +63,8 @@ class TracciaSuFile : public Traccia {
 
 std::shared_ptr<Traccia> ApriTraccia(const std::string& file, std::ostream& errori) {
   if (file == "-") return std::make_shared<TracciaSuFlusso>(errori);
-  constexpr mode_t kPermessi = 0666;  // less what the umask takes
-  // Without waiting, so that a pipe that nobody reads is an error; the lines themselves then wait their turn.
-  const int descrittore =
-      ::open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, kPermessi);
-  if (descrittore < 0) {
-    throw ErroreProgramma(Uscita::kFileMancante, "--traccia: impossibile scrivere " + file + ": " +
-                                                     std::generic_category().message(errno));
-  }
+  // A pipe that nobody reads is an error; the lines themselves then wait their turn.
+  const int descrittore = ApriFileProprio("--traccia: impossibile scrivere", file, O_WRONLY | O_APPEND);
   auto traccia = std::make_shared<TracciaSuFile>(descrittore);
   ::fcntl(descrittore, F_SETFL, O_APPEND);
   return traccia;

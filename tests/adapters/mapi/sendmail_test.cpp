@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -339,6 +340,19 @@ TEST_F(Sendmail, TheProgramGetsNoDescriptorOfTheApplication) {
   const std::string descriptors = support::ReadFile(File("fd"));
   EXPECT_EQ(descriptors.substr(0, 6), "0\n1\n2\n");
   EXPECT_THAT(descriptors, Not(HasSubstr("200")));
+}
+
+TEST_F(Sendmail, TheProgramGetsOfTheEnvironmentWhatAMailCommandNeedsAlone) {
+  ASSERT_EQ(::setenv("ORVE_MAIL_DB", "odbc:UID=posta;PWD=segreta-7391", 1), 0);
+  ASSERT_EQ(::setenv("LD_ORVE_PROVA", "x", 1), 0);
+  ASSERT_EQ(::setenv("TZ", "Europe/Rome", 1), 0);
+  ASSERT_EQ(::setenv("LC_ALL", "C.UTF-8", 1), 0);
+  EXPECT_EQ(Sent(Recorder("env > \"$D/env\"")), 0) << failure;
+  for (const char* name : {"ORVE_MAIL_DB", "LD_ORVE_PROVA", "TZ", "LC_ALL"}) ::unsetenv(name);
+  const std::string environment = support::ReadFile(File("env"));
+  EXPECT_THAT(environment,
+              AllOf(HasSubstr("PATH="), HasSubstr("TZ=Europe/Rome\n"), HasSubstr("LC_ALL=C.UTF-8\n")));
+  EXPECT_THAT(environment, AllOf(Not(HasSubstr("7391")), Not(HasSubstr("LD_ORVE_PROVA"))));
 }
 
 TEST_F(Sendmail, ASignalThatTheApplicationIgnoresIsNotIgnoredByTheProgram) {

@@ -43,8 +43,9 @@ class BancoDatiDriverSqlite : public BancoDati {
  public:
   BancoDatiDriverSqlite() {
     const auto percorso = (cartella_.Path() / "dati.db").string();
-    adapters::sqlite::CreaDatabase(
-        percorso, [](const std::string& chiara) { return std::string(chiara.rbegin(), chiara.rend()); });
+    adapters::sqlite::CreaDatabase(percorso, [](const auto& password) {
+      return std::string(password.chiara.rbegin(), password.chiara.rend());
+    });
     connessione_ = std::make_shared<adapters::odbc::ConDialetto>(adapters::odbc::ApriDriverSqlite(percorso));
   }
 

@@ -71,8 +71,9 @@ class RubricaVera : public FinestraVera {
  protected:
   RubricaVera() {
     const std::string file = cartella.Radice() + "/prova.db";
-    sqlite::CreaDatabase(
-        file, [](const std::string& chiara) { return std::string(chiara.rbegin(), chiara.rend()); });
+    sqlite::CreaDatabase(file, [](const auto& password) {
+      return std::string(password.chiara.rbegin(), password.chiara.rend());
+    });
     archivio = sqlite::SqliteConnection::Apri(file);
     rubrica = app::CreaRubrica(ambiente, archivio, app::MostraFinestraRubrica);
     servizio->ManagerRubrica = rubrica;

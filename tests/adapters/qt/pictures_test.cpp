@@ -56,8 +56,9 @@ TEST_F(Immagini, TheComposeWindowWithoutASender) {
 
 TEST_F(Immagini, TheAddressBook) {
   const std::string file = cartella.Radice() + "/prova.db";
-  sqlite::CreaDatabase(file,
-                       [](const std::string& chiara) { return std::string(chiara.rbegin(), chiara.rend()); });
+  sqlite::CreaDatabase(file, [](const auto& password) {
+    return std::string(password.chiara.rbegin(), password.chiara.rend());
+  });
   servizio->ManagerRubrica =
       app::CreaRubrica(ambiente, sqlite::SqliteConnection::Apri(file), app::MostraFinestraRubrica);
   servizio->DittaCorrente = 1;

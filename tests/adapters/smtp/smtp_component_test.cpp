@@ -203,6 +203,40 @@ TEST(HostileCredentials, NeverReachACommand) {
   EXPECT_EQ(server.Count(), 0U);
 }
 
+TEST(OpenedPassword, IsAskedForOnceTheTargetIsFinalAndServesTheLogin) {
+  support::SmtpServerOptions serving;
+  serving.auth = {"PLAIN"};
+  serving.user = "utente";
+  serving.password = "segreta";
+  const SmtpServer server(serving);
+  SmtpOptions options = Quick();
+  std::vector<std::string> asked;
+  options.openPassword = [&](const Target& target) {
+    asked.push_back(target.user + "/" + std::string(target.password.View()) + "@" + target.host + ":" +
+                    std::to_string(target.port) + (target.encrypted ? "+" : "-"));
+    return Secret("segreta");
+  };
+  const auto component = Outgoing(server.Port16(), options);
+  component->Password("sigillata");
+  component->UserName("utente");
+  EXPECT_EQ(Sent(*component), -1) << component->LastFailure();
+  EXPECT_EQ(asked,
+            std::vector<std::string>{"utente/sigillata@127.0.0.1:" + std::to_string(server.Port()) + "-"});
+}
+
+TEST(OpenedPassword, ThatCannotBeHadIsAFailedLoginWithoutAConnection) {
+  SmtpOptions options = Quick();
+  std::vector<std::string> trace;
+  options.trace = [&](std::string_view line) { trace.emplace_back(line); };
+  options.openPassword = [](const Target&) -> Secret { throw host::Errore(5, "prova", "non si apre"); };
+  const auto component = Outgoing(1, options);
+  component->UserName("utente");
+  component->Password("sigillata");
+  EXPECT_EQ(Sent(*component), 2);
+  EXPECT_EQ(component->LastFailure(), "non si apre");
+  EXPECT_TRUE(trace.empty());
+}
+
 // --- The trace
 // -----------------------------------------------------------------------------------------------------
 

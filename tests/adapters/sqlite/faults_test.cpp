@@ -221,6 +221,7 @@ TEST_F(Faults, WhatIsNoDatabaseCannotBeOpened) {
   Scrivi(cartella / "vuoto.db", "");
   std::filesystem::create_directory(cartella / "cartella");
   std::filesystem::create_symlink("da nessuna parte", cartella / "appeso.db");
+  std::filesystem::create_symlink(percorso, cartella / "legame.db");
   ASSERT_EQ(::mkfifo((cartella / "tubo").c_str(), 0600), 0);
   struct Caso {
     const char* label;
@@ -237,6 +238,7 @@ TEST_F(Faults, WhatIsNoDatabaseCannotBeOpened) {
       {"a device", "/dev/null", 14, "non è un file"},
       {"nothing", cartella / "manca.db", 14, "non esiste"},
       {"a link to nothing", cartella / "appeso.db", 14, "non esiste"},
+      {"a link to a database", cartella / "legame.db", 14, "è un collegamento simbolico"},
       {"below a file", cartella / "breve.txt/x.db", 14, ""},
       {"no path", "", 14, "non è valido"},
       {"a path with a NUL", percorso + std::string("\0.db", 4), 14, "non è valido"},
@@ -250,6 +252,11 @@ TEST_F(Faults, WhatIsNoDatabaseCannotBeOpened) {
     EXPECT_THAT(errore.Descrizione(), HasSubstr(caso.testo)) << caso.label;
     EXPECT_EQ(errore.Sorgente(), "SQLite") << caso.label;
   }
+}
+
+TEST_F(Faults, FoldersMayBeReachedThroughLinks) {
+  std::filesystem::create_directory_symlink(cartella.Radice(), cartella / "altrove");
+  EXPECT_FALSE(SqliteConnection::Apri(cartella / "altrove/prova.db")->Execute(kImpostazioni, 1)->Eof());
 }
 
 TEST_F(Faults, EitherSeparatorLeadsToTheFile) {

@@ -17,8 +17,8 @@ namespace orve::adapters::sqlite {
 using posix::CartellaDiProva;
 
 /// A cipher that a test can undo in its head.
-inline std::string CifraDiProva(const std::string& chiara) {
-  return {chiara.rbegin(), chiara.rend()};
+inline std::string CifraDiProva(const PasswordDaCifrare& password) {
+  return {password.chiara.rbegin(), password.chiara.rend()};
 }
 
 /// The error that the call raises; a number of 0 when it raises none.

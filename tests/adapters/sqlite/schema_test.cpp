@@ -91,7 +91,7 @@ TEST_F(Schema, EverySampleAddressLiesInADomainThatNobodyCanOwn) {
 
 TEST_F(Schema, PasswordsLieInTheFileEncipheredOnly) {
   EXPECT_THAT(Righe("SELECT FW98_PASSWORD FROM FW98_MAILACCOUNT WHERE FW98_IDACCOUNT = 1", {"FW98_PASSWORD"}),
-              ElementsAre(CifraDiProva(PasswordDiProva(1))));
+              ElementsAre(CifraDiProva({PasswordDiProva(1), "", ""})));
   EXPECT_THAT(
       Righe("SELECT FW98_IDACCOUNT FROM FW98_MAILACCOUNT WHERE FW98_PASSWORD IS NULL", {"FW98_IDACCOUNT"}),
       ElementsAre("7", "10"))
@@ -140,13 +140,13 @@ TEST_F(Schema, WhatCannotBeFinishedIsTakenAway) {
   const auto file = cartella / "altro.db";
   EXPECT_EQ(ErroreDi([&] { CreaDatabase(file, nullptr); }).Numero(), 5) << "no cipher";
   EXPECT_FALSE(std::filesystem::exists(file));
-  EXPECT_EQ(ErroreDi([&] { CreaDatabase(file, [](const std::string& chiara) { return chiara; }); }).Numero(),
-            5)
+  EXPECT_EQ(
+      ErroreDi([&] { CreaDatabase(file, [](const auto& password) { return password.chiara; }); }).Numero(), 5)
       << "a cipher that does not encipher";
   EXPECT_FALSE(std::filesystem::exists(file));
   EXPECT_EQ(ErroreDi([&] {
-              CreaDatabase(
-                  file, [](const std::string&) -> std::string { throw host::Errore(429, "Cifra", "manca"); });
+              CreaDatabase(file,
+                           [](const auto&) -> std::string { throw host::Errore(429, "Cifra", "manca"); });
             }).Numero(),
             429);
   EXPECT_FALSE(std::filesystem::exists(file));

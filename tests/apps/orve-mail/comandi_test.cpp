@@ -86,9 +86,10 @@ TEST_F(Comandi, APasswordIsStoredEncipheredAndServesTheNextSend) {
   EXPECT_EQ(Invia({"--a", "x@example.org", "--corpo", "x"}).stato, 1);
   const Esecuzione impostata = Esegui({"imposta-password", "1"}, opzioni.password + "\n");
   EXPECT_EQ(impostata.stato, 0) << impostata;
-  EXPECT_EQ(impostata.uscita, "Password dell'account 1 memorizzata.\n");
+  EXPECT_EQ(impostata.uscita, "Password dell'account 1 memorizzata, per localhost, porta " +
+                                  std::to_string(server.Port()) + ", TLS.\n");
   EXPECT_THAT(Sql("SELECT FW98_PASSWORD AS C1 FROM FW98_MAILACCOUNT WHERE FW98_IDACCOUNT = 1")[0][0],
-              StartsWith("orve1:"));
+              StartsWith("orve2:"));
   EXPECT_EQ(Invia({"--a", "x@example.org", "--corpo", "x"}).stato, 0);
   EXPECT_EQ(server.Count(), 1U);
 }

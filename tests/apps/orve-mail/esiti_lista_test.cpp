@@ -195,7 +195,7 @@ TEST_F(Esiti, TwoRunsAtOnceAreRefused) {
   {
     const EsitiLista esiti(File(), "LISTA-1");
     EXPECT_THAT(Rifiuto(), HasSubstr("è in uso da un altro invio"));
-    std::filesystem::create_symlink(File(), cartella.Path() / "altro nome");
+    std::filesystem::create_hard_link(File(), cartella.Path() / "altro nome");
     EXPECT_THROW(EsitiLista((cartella.Path() / "altro nome").string(), "LISTA-2"), ErroreProgramma);
   }
   EXPECT_EQ(Rifiuto(), "");
@@ -233,17 +233,42 @@ TEST_F(Esiti, RowsTriedAgainLeaveOneLineInTheOrderOfTheList) {
   EXPECT_FALSE(std::filesystem::exists(File() + ".nuovo"));
 }
 
-TEST_F(Esiti, AFileReachedThroughALinkIsReorderedBehindTheLink) {
+TEST_F(Esiti, NothingIsWrittenThroughALink) {
+  const std::string vittima = (cartella.Path() / "vittima").string();
   const std::string legame = (cartella.Path() / "legame").string();
-  std::filesystem::create_symlink(File(), legame);
+  std::filesystem::create_symlink(vittima, legame);
+  try {
+    EsitiLista(legame, "LISTA-1");
+    ADD_FAILURE() << "written through the link";
+  } catch (const ErroreProgramma& errore) {
+    EXPECT_EQ(errore.Stato(), Uscita::kFileMancante);
+    EXPECT_EQ(errore.what(), "File dei risultati " + legame + ": è un collegamento simbolico");
+  }
+  EXPECT_FALSE(std::filesystem::exists(vittima));
+}
+
+TEST_F(Esiti, AFileOfAnotherUserIsRefused) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only root can give a file away";
+  EsitiLista(File(), "LISTA-1").Annota(2, kUna, "x", EsitoRiga::kInviato, "");
+  const std::string prima = Testo();
+  ASSERT_EQ(::chown(File().c_str(), 65534, 65534), 0);
+  EXPECT_THAT(Rifiuto(), HasSubstr("appartiene a un altro utente"));
+  EXPECT_EQ(Testo(), prima);
+}
+
+// Somebody who guesses the name of the next file would own the results.
+TEST_F(Esiti, AFilePreparedUnderTheNameOfTheNewOneIsNotWritten) {
+  const std::string preparato = cartella.Write("preparato", "altrui");
+  std::filesystem::create_hard_link(preparato, File() + ".nuovo");
   {
-    EsitiLista esiti(legame, "LISTA-1");
+    EsitiLista esiti(File(), "LISTA-1");
     esiti.Annota(2, kUna, "x", EsitoRiga::kFallito, "1");
     esiti.Annota(2, kUna, "x", EsitoRiga::kFallito, "2");
     esiti.Riordina();
   }
-  EXPECT_TRUE(std::filesystem::is_symlink(legame));
+  EXPECT_EQ(support::ReadFile(preparato), "altrui");
   EXPECT_EQ(Testo(), Riga("2;" + kUna + ";x;;fallito;2\n"));
+  EXPECT_FALSE(std::filesystem::equivalent(preparato, File()));
 }
 
 TEST_F(Esiti, TextsStayOneFieldOfOneLine) {

@@ -421,7 +421,7 @@ TEST_F(Guasti, AMissingKeyStopsEverythingBefore) {
   EXPECT_EQ(Invia({"--a", "x@example.org", "--corpo", "x"}).stato, 5);
 }
 
-TEST_F(Guasti, TheKeyOfAnotherDatabaseMeansAPasswordThatTheServerRefuses) {
+TEST_F(Guasti, TheKeyOfAnotherDatabaseMeansAPasswordThatDoesNotOpen) {
   auto& server = AvviaServerOrdinario();
   EXPECT_EQ(Esegui({"crea-db", File("altro.db")}).stato, 0);
   FallisceCon("Errore di autenticazione utente", {"--chiave", File("altro.db.chiave")});

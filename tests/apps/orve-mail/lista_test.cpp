@@ -507,7 +507,6 @@ class ListaUccisa : public Lista, public ::testing::WithParamInterface<bool> {};
 
 TEST_P(ListaUccisa, AtAnyMomentSendsNothingTwiceAndLosesNoResult) {
   auto& server = AvviaServerSemplice(Rifiuta("no@example.org"));
-  const char* const asan = std::getenv("ASAN_OPTIONS");
   std::size_t presi = 0;
   int uccisioni = 0;
   for (int chiamata = 1;; ++chiamata) {
@@ -517,12 +516,8 @@ TEST_P(ListaUccisa, AtAnyMomentSendsNothingTwiceAndLosesNoResult) {
     std::ostringstream elenco;
     elenco << "nome;indirizzo\nUno;uno" << dominio << "\nNo;no@example.org\nDue;due" << dominio << "\n";
     Scrivi(elenco.str());
-    // By its name and folder: a whole path would end at the first blank in it.
-    const std::filesystem::path uccisore = places::Build("tests/libkill-at-call.so");
-    std::vector<std::string> ambiente = {
-        "LD_LIBRARY_PATH=" + uccisore.parent_path().string(), "LD_PRELOAD=" + uccisore.filename().string(),
-        "KILL_FILES=.esito", "KILL_AT=" + std::to_string(chiamata),
-        std::string("ASAN_OPTIONS=verify_asan_link_order=0:") + (asan == nullptr ? "" : asan)};
+    std::vector<std::string> ambiente = Precarica("kill-at-call");
+    ambiente.insert(ambiente.end(), {"KILL_FILES=.esito", "KILL_AT=" + std::to_string(chiamata)});
     if (GetParam()) ambiente.emplace_back("KILL_HALF=1");
     const auto prima = Avvia(ambiente);
     const int stato = prima->Wait();

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <ostream>
@@ -85,12 +86,21 @@ Esecuzione ProvaIntera::Esegui(const std::vector<std::string>& argomenti, const 
 }
 
 Esecuzione ProvaIntera::EseguiConAmbiente(const std::vector<std::string>& variabili,
-                                          const std::vector<std::string>& argomenti) const {
+                                          const std::vector<std::string>& argomenti,
+                                          const std::string& ingresso) const {
   std::vector<std::string> comando = Ambiente();
   comando.insert(comando.end(), variabili.begin(), variabili.end());
   comando.emplace_back(places::Program());
   comando.insert(comando.end(), argomenti.begin(), argomenti.end());
-  return EseguiComando(comando, "");
+  return EseguiComando(comando, ingresso);
+}
+
+// By its name and folder: a whole path would end at the first blank in it.
+std::vector<std::string> ProvaIntera::Precarica(const std::string& modulo) {
+  const std::filesystem::path file = places::Build("tests/lib" + modulo + ".so");
+  const char* const asan = std::getenv("ASAN_OPTIONS");
+  return {"LD_LIBRARY_PATH=" + file.parent_path().string(), "LD_PRELOAD=" + file.filename().string(),
+          std::string("ASAN_OPTIONS=verify_asan_link_order=0:") + (asan == nullptr ? "" : asan)};
 }
 
 Esecuzione ProvaIntera::EseguiDaUtenteOrdinario(const std::vector<std::string>& argomenti) const {

@@ -41,7 +41,10 @@ class ProvaIntera : public ::testing::Test {
   Esecuzione Esegui(const std::vector<std::string>& argomenti, const std::string& ingresso = "") const;
   /// The same with these variables in the environment, each NAME=VALUE.
   Esecuzione EseguiConAmbiente(const std::vector<std::string>& variabili,
-                               const std::vector<std::string>& argomenti) const;
+                               const std::vector<std::string>& argomenti,
+                               const std::string& ingresso = "") const;
+  /// The variables that load a module of tests/preload into the program.
+  static std::vector<std::string> Precarica(const std::string& modulo);
   /// The same as a user whom permissions stop. When the tests run as root, the test's folder is given to such
   /// a user first.
   Esecuzione EseguiDaUtenteOrdinario(const std::vector<std::string>& argomenti) const;

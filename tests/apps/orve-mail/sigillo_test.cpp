@@ -9,7 +9,7 @@
 
 #include "host/errore.h"
 #include "orve-mail/chiave.h"
-#include "orve-mail/cifratore_sodium.h"
+#include "orve-mail/sigillo_password.h"
 #include "orve-mail/uscita.h"
 #include "support/temp_dir.h"
 
@@ -18,6 +18,8 @@ namespace orve::app {
 namespace {
 
 using namespace std::string_literals;
+
+const LegamePassword kLegame{"fatture", "posta.example.net", 587, true};
 
 std::shared_ptr<const Chiave> NuovaChiave() {
   return std::make_shared<const Chiave>(Chiave::Nuova());
@@ -35,42 +37,82 @@ std::string MotivoDi(const std::function<void()>& azione) {
 
 }  // namespace
 
-TEST(CifratoreSodium, WhatWasEncipheredComesBack) {
-  CifratoreSodium cifratore(NuovaChiave());
+TEST(SigilloPassword, WhatWasSealedComesBack) {
+  const SigilloPassword sigillo(NuovaChiave());
   for (const std::string& password : {""s, "a"s, "perché? «sì»"s, "con\0nul"s, std::string(5000, 'x')}) {
-    const std::string cifrata = cifratore.Cripta(password);
-    EXPECT_EQ(cifrata.substr(0, 6), "orve1:");
-    EXPECT_EQ(cifratore.Decripta(cifrata), password);
-    EXPECT_TRUE(password.size() < 4 || cifrata.find(password) == std::string::npos);
+    const std::string sigillata = sigillo.Sigilla(password, kLegame);
+    EXPECT_EQ(sigillata.substr(0, 6), "orve2:");
+    EXPECT_EQ(sigillo.Apri(sigillata, kLegame).View(), password);
+    EXPECT_TRUE(password.size() < 4 || sigillata.find(password) == std::string::npos);
   }
 }
 
-TEST(CifratoreSodium, TheSamePasswordNeverGivesTheSameTextTwice) {
-  CifratoreSodium cifratore(NuovaChiave());
-  EXPECT_NE(cifratore.Cripta("segreta"), cifratore.Cripta("segreta"));
+TEST(SigilloPassword, TheSamePasswordNeverGivesTheSameTextTwice) {
+  const SigilloPassword sigillo(NuovaChiave());
+  EXPECT_NE(sigillo.Sigilla("segreta", kLegame), sigillo.Sigilla("segreta", kLegame));
 }
 
-TEST(CifratoreSodium, ATextThatWasNotEncipheredIsAnErrorThatDoesNotRepeatIt) {
-  CifratoreSodium cifratore(NuovaChiave());
-  for (const std::string& testo :
-       {""s, "segreta"s, "orve1:"s, "orve1:segreta"s, "orve1:c2VncmV0YQ=="s, "orve2:AAAA"s}) {
+TEST(SigilloPassword, OpensForItsOwnLoginAndServerAlone) {
+  const SigilloPassword sigillo(NuovaChiave());
+  const std::string sigillata = sigillo.Sigilla("segreta", kLegame);
+  const LegamePassword uguale{" fatture ", "POSTA.Example.net ", 587, true};
+  EXPECT_EQ(sigillo.Apri(sigillata, uguale).View(), "segreta") << "written otherwise, and the same";
+  for (const LegamePassword& altro : {LegamePassword{"fattur", "eposta.example.net", 587, true},
+                                      LegamePassword{"Fatture", "posta.example.net", 587, true},
+                                      LegamePassword{"fatture", "posta.example.org", 587, true},
+                                      LegamePassword{"fatture", "posta.example.net", 588, true},
+                                      LegamePassword{"fatture", "posta.example.net", 587, false}}) {
+    EXPECT_THROW((void)sigillo.Apri(sigillata, altro), host::Errore) << altro.utente << " " << altro.Dove();
+  }
+}
+
+TEST(SigilloPassword, ATextThatWasNotSealedIsAnErrorThatDoesNotRepeatIt) {
+  const SigilloPassword sigillo(NuovaChiave());
+  for (const std::string& testo : {""s, "segreta"s, "orve2:"s, "orve2:segreta"s, "orve2:c2VncmV0YQ=="s,
+                                   "orve1:c2VncmV0YQ=="s, "orve3:AAAA"s}) {
     try {
-      (void)cifratore.Decripta(testo);
+      (void)sigillo.Apri(testo, kLegame);
       FAIL() << testo;
     } catch (const host::Errore& errore) {
       EXPECT_EQ(errore.Numero(), 5);
-      EXPECT_EQ(errore.Descrizione(), "La password memorizzata non è stata cifrata con questa chiave");
+      EXPECT_EQ(errore.Descrizione(),
+                "La password memorizzata non si apre con questa chiave per questo account e questo server");
     }
   }
 }
 
-TEST(CifratoreSodium, AChangedTextAndAnotherKeyAreErrors) {
-  CifratoreSodium cifratore(NuovaChiave());
-  std::string cifrata = cifratore.Cripta("segreta");
-  EXPECT_THROW((void)CifratoreSodium(NuovaChiave()).Decripta(cifrata), host::Errore);
-  char& cifra = cifrata[cifrata.size() / 2];
+TEST(SigilloPassword, AChangedTextAndAnotherKeyAreErrors) {
+  const SigilloPassword sigillo(NuovaChiave());
+  std::string sigillata = sigillo.Sigilla("segreta", kLegame);
+  EXPECT_THROW((void)SigilloPassword(NuovaChiave()).Apri(sigillata, kLegame), host::Errore);
+  char& cifra = sigillata[sigillata.size() / 2];
   cifra = cifra == 'A' ? 'B' : 'A';
-  EXPECT_THROW((void)cifratore.Decripta(cifrata), host::Errore);
+  EXPECT_THROW((void)sigillo.Apri(sigillata, kLegame), host::Errore);
+  EXPECT_THROW((void)SigilloPassword(nullptr).Apri(sigillata, kLegame), host::Errore);
+}
+
+TEST(SigilloPassword, ATextFromBeforeTheBindingOpensAnywhereWithAKeyOfThatTimeAlone) {
+  const support::TempDir cartella;
+  const auto leggi = [&](const std::string& testo) {
+    const std::string file = cartella.Write("chiave", testo);
+    EXPECT_EQ(::chmod(file.c_str(), 0600), 0);
+    return std::make_shared<const Chiave>(Chiave::Leggi(file));
+  };
+  const std::string cifre = "BesN1L5LHd9xSgdiS/SdPS47R9ez9KsYDmeVDMNtDrY=\n";
+  const std::string vecchia =
+      "orve1:g8md1/IYHC3X9BlDjwFPG+rUQL0JDW0GhmfqSJdNYHFpbq8BTFWSY4lIgkahfaZcoSb/kdeixw==";
+  EXPECT_EQ(SigilloPassword(leggi("orve-mail-chiave-1:" + cifre)).Apri(vecchia, kLegame).View(),
+            "Prova-1-arvenia");
+  EXPECT_THROW((void)SigilloPassword(leggi("orve-mail-chiave-2:" + cifre)).Apri(vecchia, kLegame),
+               host::Errore);
+  EXPECT_TRUE(SigilloPassword::SenzaLegame(vecchia));
+}
+
+TEST(SigilloPassword, WhatClaimsToBeSealedIsTold) {
+  for (const char* testo : {"orve1:", "orve2:x", " orve2:x", "ORVE2:x", "orve10:"})
+    EXPECT_TRUE(SigilloPassword::Sigillato(testo)) << testo;
+  for (const char* testo : {"", "orve", "orve:x", "orve1", "orve1x:", "xorve1:"})
+    EXPECT_FALSE(SigilloPassword::Sigillato(testo)) << testo;
 }
 
 TEST(FileDellaChiave, IsMadeForItsOwnerAloneAndReadsBack) {

@@ -1,0 +1,45 @@
+// A text that must not stay in memory longer than it is used.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orve::adapters::smtp {
+
+/// Bytes that are wiped when the object goes or takes another value. Moving leaves an empty one behind.
+class Secret {
+ public:
+  Secret() = default;
+  // Implicit, so that a text can be given where a secret is wanted; the way back is asked for by name.
+  Secret(std::string_view text) : bytes_(text.begin(), text.end()) {}  // NOLINT(google-explicit-constructor)
+  Secret(const std::string& text) : Secret(std::string_view(text)) {}  // NOLINT(google-explicit-constructor)
+  Secret(const char* text) : Secret(std::string_view(text)) {}         // NOLINT(google-explicit-constructor)
+  /// `size` bytes, all 0, to be written through Data().
+  explicit Secret(std::size_t size) : bytes_(size, '\0') {}
+  Secret(const Secret&) = default;
+  Secret(Secret&& other) noexcept : bytes_(std::move(other.bytes_)) { other.bytes_.clear(); }
+  Secret& operator=(const Secret& other) {
+    if (this != &other) *this = Secret(other);
+    return *this;
+  }
+  Secret& operator=(Secret&& other) noexcept {
+    bytes_.swap(other.bytes_);
+    other.Wipe();
+    return *this;
+  }
+  ~Secret() { Wipe(); }
+
+  [[nodiscard]] std::string_view View() const { return {bytes_.data(), bytes_.size()}; }
+  [[nodiscard]] bool Empty() const { return bytes_.empty(); }
+  [[nodiscard]] char* Data() { return bytes_.data(); }
+  bool operator==(const Secret&) const = default;
+
+ private:
+  void Wipe() noexcept;
+
+  std::vector<char> bytes_;  // never grows, so that no part of it is left where it was
+};
+
+}  // namespace orve::adapters::smtp
