@@ -17,7 +17,7 @@
 
 namespace orve::adapters::smtp {
 
-class Secrets {
+class SecretFinder {
  public:
   /// From now on `secret` is looked for. One of less than four characters only counts as a word of its own,
   /// in clear: anything else would find it everywhere.

@@ -1,9 +1,11 @@
-#include "smtp/secrets.h"
+#include "smtp/secret_finder.h"
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <iterator>
 #include <optional>
+#include <utility>
 
 namespace orve::adapters::smtp {
 
@@ -26,6 +28,7 @@ bool IsLetterOrDigit(char c) {
 
 std::string WithoutBlanks(std::string_view text) {
   std::string rest;
+  rest.reserve(text.size());
   std::copy_if(text.begin(), text.end(), std::back_inserter(rest),
                [](char c) { return static_cast<unsigned char>(c) > ' ' && c != '\x7f'; });
   return rest;
@@ -33,11 +36,24 @@ std::string WithoutBlanks(std::string_view text) {
 
 std::string LettersAndDigits(std::string_view text) {
   std::string rest;
+  rest.reserve(text.size());
   for (const char c : text) {
     if (IsLetterOrDigit(c)) rest += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
   }
   return rest;
 }
+
+// A form of a secret, wiped when it goes.
+struct Form {
+  explicit Form(std::string form) : text(std::move(form)) {}
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+  Form(Form&&) = delete;
+  Form& operator=(Form&&) = delete;
+  ~Form() { ::explicit_bzero(text.data(), text.size()); }
+
+  std::string text;
+};
 
 std::string Rot13(std::string text) {
   for (char& c : text) {
@@ -186,7 +202,7 @@ bool HoldsWord(std::string_view text, std::string_view word) {
 }  // namespace
 
 template <class Action>
-void Secrets::Runs::ForEach(std::string_view text, std::size_t length, Action action) {
+void SecretFinder::Runs::ForEach(std::string_view text, std::size_t length, Action action) {
   const std::uint64_t mask = length == kLongest ? ~std::uint64_t{0} : (std::uint64_t{1} << (8 * length)) - 1;
   std::uint64_t key = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -195,7 +211,7 @@ void Secrets::Runs::ForEach(std::string_view text, std::size_t length, Action ac
   }
 }
 
-void Secrets::Runs::Add(std::string_view text, std::size_t length) {
+void SecretFinder::Runs::Add(std::string_view text, std::size_t length) {
   lengths_.insert(length);
   ForEach(text, length, [&](std::uint64_t key, std::string_view piece) {
     // A year is part of many passwords and of many replies.
@@ -206,7 +222,7 @@ void Secrets::Runs::Add(std::string_view text, std::size_t length) {
   });
 }
 
-void Secrets::Runs::Remove(std::string_view text) {
+void SecretFinder::Runs::Remove(std::string_view text) {
   for (const std::size_t length : lengths_) {
     ForEach(text, length, [this](std::uint64_t key, std::string_view) {
       keys_.erase(key);
@@ -215,7 +231,7 @@ void Secrets::Runs::Remove(std::string_view text) {
   }
 }
 
-bool Secrets::Runs::In(std::string_view text) const {
+bool SecretFinder::Runs::In(std::string_view text) const {
   bool found = false;
   for (const std::size_t length : lengths_) {
     ForEach(text, length,
@@ -224,40 +240,42 @@ bool Secrets::Runs::In(std::string_view text) const {
   return found;
 }
 
-void Secrets::Add(std::string_view secret) {
-  const std::string whole = WithoutBlanks(secret);
-  if (whole.size() < kShortest) {
-    if (!whole.empty()) words_.push_back(whole);
+void SecretFinder::Add(std::string_view secret) {
+  const Form whole(WithoutBlanks(secret));
+  if (whole.text.size() < kShortest) {
+    if (!whole.text.empty()) words_.push_back(whole.text);
     return;
   }
-  short_.Add(whole, std::clamp((whole.size() + 1) / 2, kShortest, kLongest));
-  const std::string plain = LettersAndDigits(secret);
-  if (plain.size() < kShortest) return;
-  const std::size_t length =
-      std::min(plain.size(), std::clamp((3 * plain.size() + 3) / 4, kShortest + 1, kLongest));
-  for (const std::string& form : {plain, std::string(plain.rbegin(), plain.rend()), Rot13(plain)})
-    long_.Add(form, length);
+  short_.Add(whole.text, std::clamp((whole.text.size() + 1) / 2, kShortest, kLongest));
+  const Form plain(LettersAndDigits(secret));
+  const std::size_t size = plain.text.size();
+  if (size < kShortest) return;
+  const std::size_t length = std::min(size, std::clamp((3 * size + 3) / 4, kShortest + 1, kLongest));
+  long_.Add(plain.text, length);
+  long_.Add(Form({plain.text.rbegin(), plain.text.rend()}).text, length);
+  long_.Add(Form(Rot13(plain.text)).text, length);
 }
 
-void Secrets::AddCredentials(std::string_view encoded) {
+void SecretFinder::AddCredentials(std::string_view encoded) {
   while (!encoded.empty() && encoded.back() == '=') encoded.remove_suffix(1);
   if (encoded.size() < 2) return;  // nothing, or the star that gives up
   Add(encoded);
-  const std::string answer = Bytes(Base64Digits(encoded), 6, 0);
-  const std::size_t user = answer.rfind(' ');  // CRAM-MD5: the user and the digest
-  if (user != std::string::npos && answer.size() - user > kShortestDigest) Add(answer.substr(user + 1));
+  const Form answer(Bytes(Base64Digits(encoded), 6, 0));
+  const std::string_view text = answer.text;
+  const std::size_t user = text.rfind(' ');  // CRAM-MD5: the user and the digest
+  if (user != std::string_view::npos && text.size() - user > kShortestDigest) Add(text.substr(user + 1));
 }
 
-void Secrets::Allow(std::string_view text) {
+void SecretFinder::Allow(std::string_view text) {
   short_.Remove(WithoutBlanks(text));
 }
 
-bool Secrets::In(std::string_view text) const {
+bool SecretFinder::In(std::string_view text) const {
   return std::any_of(words_.begin(), words_.end(), [&](const auto& word) { return HoldsWord(text, word); }) ||
          InReadings(text, kCodes);
 }
 
-bool Secrets::InReadings(std::string_view text, int depth) const {
+bool SecretFinder::InReadings(std::string_view text, int depth) const {
   if (text.size() < kShortest) return false;
   if (short_.In(WithoutBlanks(text)) || long_.In(LettersAndDigits(text))) return true;
   if (depth == 0) return false;
