@@ -42,9 +42,11 @@ bool CreaFileVuoto(const std::string& percorso) {
 }
 
 void CifraPassword(Database& database, const Cifratura& cifra) {
+  // Without a server an account works on the ones that the library takes where the columns are empty.
   const auto account = database.Esegui(
-      "SELECT FW98_IDACCOUNT, FW98_USERNAME, FW23_SERVERNAME, FW23_PORT, FW23_SSL FROM FW98_MAILACCOUNT"
-      " INNER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER WHERE FW98_USERNAME IS NOT NULL",
+      "SELECT FW98_IDACCOUNT, FW98_USERNAME, IFNULL(FW23_SERVERNAME, 'localhost'), IFNULL(FW23_PORT, 25),"
+      " IFNULL(FW23_SSL, 0) FROM FW98_MAILACCOUNT LEFT OUTER JOIN FW23_FAXER"
+      " ON FW98_IDSERVER_FW23 = FW23_IDSERVER WHERE FW98_USERNAME IS NOT NULL",
       {});
   for (auto riga = account.valori.begin(); riga != account.valori.end(); riga += 5) {
     const std::int32_t id = riga[0].ToInt32();

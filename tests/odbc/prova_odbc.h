@@ -43,6 +43,13 @@ class ProvaOdbc : public ProvaIntera {
     auto& server = AvviaServerOrdinario();
     SulServer("UPDATE FW23_FAXER SET FW23_SERVERNAME = 'localhost', FW23_PORT = " +
               std::to_string(server.Port16()) + ", FW23_SSL = 1, FW23_INDAUTH = 1 WHERE FW23_IDSERVER = 1");
+    // Sealed beside the key, for the server that they are for; whoever may write the company's database puts
+    // them there.
+    for (const auto& riga : Sql("SELECT FW98_IDACCOUNT AS C1, FW98_PASSWORD AS C2 FROM FW98_MAILACCOUNT"
+                                " WHERE FW98_PASSWORD IS NOT NULL")) {
+      SulServer("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = '" + riga[1] +
+                "' WHERE FW98_IDACCOUNT = " + riga[0]);
+    }
     return server;
   }
 
