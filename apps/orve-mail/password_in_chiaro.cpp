@@ -17,7 +17,7 @@ PermessiInChiaro::PermessiInChiaro(const Archivio& archivio, bool ovunque) : ovu
 }
 
 bool PermessiInChiaro::Per(const std::string& server, std::uint16_t porta) const {
-  return ovunque_ || server_.count({NomeServer(server), porta}) > 0;
+  return ovunque_ || server_.contains({NomeServer(server), porta});
 }
 
 // A table that comes with the first permission: databases from before have none.

@@ -45,6 +45,7 @@ int Copies() {
     const std::uintptr_t to = std::strtoull(rest + 1, &rest, 16);
     if (std::strncmp(rest, " rw", 3) != 0) continue;
     for (std::uintptr_t at = from; at + length <= to; ++at) {
+      // NOLINTNEXTLINE(performance-no-int-to-ptr): the addresses come as text
       if (StandsAt(reinterpret_cast<const unsigned char*>(at))) {
         ++copies;
         if (std::getenv("LEFT_WHERE") != nullptr) std::fprintf(stderr, "%lx in %s", at, line);

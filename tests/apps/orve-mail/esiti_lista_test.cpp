@@ -238,7 +238,7 @@ TEST_F(Esiti, NothingIsWrittenThroughALink) {
   const std::string legame = (cartella.Path() / "legame").string();
   std::filesystem::create_symlink(vittima, legame);
   try {
-    EsitiLista(legame, "LISTA-1");
+    const EsitiLista esiti(legame, "LISTA-1");
     ADD_FAILURE() << "written through the link";
   } catch (const ErroreProgramma& errore) {
     EXPECT_EQ(errore.Stato(), Uscita::kFileMancante);
