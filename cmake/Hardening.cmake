@@ -5,7 +5,7 @@ add_compile_definitions(_GLIBCXX_ASSERTIONS)
 string(TOUPPER "${CMAKE_BUILD_TYPE}" type)
 if(NOT ORVE_SANITIZE AND "${CMAKE_CXX_FLAGS_${type}}" MATCHES "-O[123s]")
   # Without optimisation it can do nothing, and the sanitizers have checks of their own.
-  add_compile_definitions(_FORTIFY_SOURCE=2)
+  add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2) # some compilers define it by themselves
 endif()
 
 if(WIN32)

@@ -53,24 +53,32 @@ void DoNotBlock(const Descriptor& descriptor) {
 }
 
 // What a mail command needs to know of who calls it, and nothing else: this process' own variables may hold
-// what is nobody's business, passwords of databases for one.
+// what is nobody's business, passwords of databases for one. A name that ends in _ stands for all that begin
+// with it. Some commands fetch a password of their own, from a ring of keys or with a ticket.
+constexpr std::array<std::string_view, 22> kKept = {"PATH",
+                                                    "HOME",
+                                                    "USER",
+                                                    "LOGNAME",
+                                                    "SHELL",
+                                                    "TMPDIR",
+                                                    "TZ",
+                                                    "LANG",
+                                                    "LC_",
+                                                    "XDG_",
+                                                    "LANGUAGE",
+                                                    "MAILNAME",
+                                                    "HOSTNAME",
+                                                    "DISPLAY",
+                                                    "XAUTHORITY",
+                                                    "GPG_TTY",
+                                                    "GNUPGHOME",
+                                                    "KRB5CCNAME",
+                                                    "SSH_AUTH_SOCK",
+                                                    "WAYLAND_DISPLAY",
+                                                    "PASSWORD_STORE_DIR",
+                                                    "DBUS_SESSION_BUS_ADDRESS"};
+
 std::vector<char*> CleanEnvironment() {
-  constexpr std::array<std::string_view, 16> kKept = {"PATH",
-                                                      "HOME",
-                                                      "USER",
-                                                      "LOGNAME",
-                                                      "SHELL",
-                                                      "TMPDIR",
-                                                      "TZ",
-                                                      "LANG",
-                                                      "LC_",
-                                                      "LANGUAGE",
-                                                      "HOSTNAME",
-                                                      "XDG_CONFIG_HOME",
-                                                      "XDG_RUNTIME_DIR",
-                                                      "DBUS_SESSION_BUS_ADDRESS",
-                                                      "GNUPGHOME",
-                                                      "MAILNAME"};
   std::vector<char*> kept;
   for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
     const std::string_view variable(*entry);

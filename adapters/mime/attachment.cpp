@@ -83,12 +83,13 @@ std::string RequireAttachable(std::string_view path, std::string_view shown) {
   std::string local = LocalPath(path);
   long long size = 0;
   const int file = OpenAttachment(local, shown, size);
-  // Some files open and only fail when they are read.
+  // Some files open and only fail when they are read, and some file systems do not tell how long a file is.
   char first = 0;
-  const bool readable = ::read(file, &first, 1) >= 0;
+  const ssize_t count = ::read(file, &first, 1);
   const int error = errno;
   ::close(file);
-  if (!readable) RaiseAttachmentError(shown, error);
+  if (count < 0) RaiseAttachmentError(shown, error);
+  if (count > size) Raise(kErroreAccessoFile, shown, "non si sa quanto è lungo; allegarne una copia");
   // The application may change its working directory before the message leaves.
   std::error_code unresolved;
   const std::filesystem::path absolute = std::filesystem::absolute(local, unresolved);

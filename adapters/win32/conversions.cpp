@@ -90,7 +90,7 @@ Variant::Array Dimensione(SAFEARRAY* elenco, VARTYPE tipo, UINT dimensione, std:
   return valori;
 }
 
-// Size in bytes of an element that is its own value; 0 for every other type.
+// Size in bytes of an element that follows no pointer; 0 for every other type.
 std::size_t MisuraDiUnValore(VARTYPE tipo) {
   switch (tipo) {
     case VT_I1:
@@ -120,22 +120,40 @@ std::size_t MisuraDiUnValore(VARTYPE tipo) {
   }
 }
 
-// What the array says its elements are. The caller's word counts only where the array does not know, which is
-// so for descriptors made by hand, and for values that follow no pointer.
-VARTYPE TipoDegliElementi(SAFEARRAY* elenco, VARTYPE dichiarato) {
-  VARTYPE tipo = VT_EMPTY;
-  if (SUCCEEDED(SafeArrayGetVartype(elenco, &tipo)) && tipo != VT_EMPTY) {
-    // The elements of a record tell nothing without its description.
-    if (tipo == VT_RECORD) throw Errore(host::kTipoNonCorrispondente);
-    return tipo;
+// The same for every type that an array can hold; 0 for records, which tell nothing without their
+// description.
+std::size_t MisuraDiUnElemento(VARTYPE tipo) {
+  switch (tipo) {
+    case VT_BSTR:
+    case VT_DISPATCH:
+    case VT_UNKNOWN:
+      return sizeof(void*);
+    case VT_VARIANT:
+      return sizeof(VARIANT);
+    default:
+      return MisuraDiUnValore(tipo);
   }
+}
+
+// The type that the array itself tells; VT_EMPTY when it does not know.
+VARTYPE TipoSaputo(SAFEARRAY* elenco) {
+  VARTYPE tipo = VT_EMPTY;
+  if (SUCCEEDED(SafeArrayGetVartype(elenco, &tipo)) && tipo != VT_EMPTY) return tipo;
   if ((elenco->fFeatures & FADF_BSTR) != 0) return VT_BSTR;
   if ((elenco->fFeatures & FADF_VARIANT) != 0) return VT_VARIANT;
   if ((elenco->fFeatures & FADF_DISPATCH) != 0) return VT_DISPATCH;
   if ((elenco->fFeatures & FADF_UNKNOWN) != 0) return VT_UNKNOWN;
-  const std::size_t misura = MisuraDiUnValore(dichiarato);
+  return VT_EMPTY;
+}
+
+// What the elements are. The caller's word counts only where the array does not know, which is so for
+// descriptors made by hand, and only for values that follow no pointer.
+VARTYPE TipoDegliElementi(SAFEARRAY* elenco, VARTYPE dichiarato) {
+  const VARTYPE saputo = TipoSaputo(elenco);
+  const VARTYPE tipo = saputo != VT_EMPTY ? saputo : dichiarato;
+  const std::size_t misura = saputo != VT_EMPTY ? MisuraDiUnElemento(tipo) : MisuraDiUnValore(tipo);
   if (misura == 0 || misura != SafeArrayGetElemsize(elenco)) throw Errore(host::kTipoNonCorrispondente);
-  return dichiarato;
+  return tipo;
 }
 
 Variant DaArray(SAFEARRAY* elenco, VARTYPE dichiarato) {

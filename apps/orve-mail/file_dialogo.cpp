@@ -6,7 +6,6 @@
 
 #include <cstdio>
 #include <memory>
-#include <optional>
 
 #include "orve-mail/file_riservato.h"
 #include "orve-mail/terminale.h"
@@ -18,27 +17,22 @@ namespace {
 
 constexpr const char* kCosa = "--dialogo: impossibile scrivere";
 
-[[noreturn]] void NonScrivibile(const std::string& file) {
-  throw ErroreProgramma(Uscita::kFileMancante, std::string(kCosa) + " " + file + ": non è un file");
-}
-
-/// A descriptor of the program's own output that goes by this name, as by /dev/stdout; none for any other file.
-std::optional<int> UscitaDelProgramma(const std::string& file) {
+/// What lines may go to without waiting for anybody but the person.
+bool Scrivibile(int numero) {
   struct stat stato {};
-  if (::stat(file.c_str(), &stato) != 0) return {};
-  for (const int numero : {STDOUT_FILENO, STDERR_FILENO}) {
-    struct stat uscita {};
-    if (::fstat(numero, &uscita) == 0 && uscita.st_dev == stato.st_dev && uscita.st_ino == stato.st_ino)
-      return ::fcntl(numero, F_DUPFD_CLOEXEC, 0);
-  }
-  return {};
+  if (::fstat(numero, &stato) != 0) return false;
+  if (S_ISREG(stato.st_mode) || ::isatty(numero) != 0) return true;
+  struct stat nulla {};
+  const bool nessuno =
+      ::stat("/dev/null", &nulla) == 0 && S_ISCHR(stato.st_mode) && stato.st_rdev == nulla.st_rdev;
+  // The program's own output may be a pipe, whose reader the program waits for in any case.
+  return nessuno || UscitaDelProgramma(stato).has_value();
 }
 
 }  // namespace
 
 std::function<void(std::string_view)> ScriviDialogo(const std::string& file) {
-  const std::optional<int> uscita = UscitaDelProgramma(file);
-  const int numero = uscita ? *uscita : ApriFileProprio(kCosa, file, O_WRONLY | O_APPEND);
+  const int numero = ApriFileProprio(kCosa, file, O_WRONLY | O_APPEND);
   const std::shared_ptr<std::FILE> flusso(::fdopen(numero, "a"), [numero](std::FILE* aperto) {
     if (aperto == nullptr) {
       ::close(numero);
@@ -46,11 +40,11 @@ std::function<void(std::string_view)> ScriviDialogo(const std::string& file) {
       std::fclose(aperto);
     }
   });
-  struct stat stato {};
-  const bool ammesso = flusso && ::fstat(numero, &stato) == 0 &&
-                       (uscita || S_ISREG(stato.st_mode) || ::isatty(numero) != 0);
-  if (!ammesso) NonScrivibile(file);
-  if (!uscita) ::fcntl(numero, F_SETFL, O_APPEND);  // from here on writing may wait, as for a slow terminal
+  if (!flusso || !Scrivibile(numero)) {
+    throw ErroreProgramma(
+        Uscita::kFileMancante,
+        std::string(kCosa) + " " + file + ": non è un file; indicarne uno, oppure - per lo standard error");
+  }
   return [flusso](std::string_view riga) {
     std::fputs((RigaSicura(riga) + "\n").c_str(), flusso.get());
     std::fflush(flusso.get());

@@ -50,21 +50,34 @@ int ApriFileProprio(const std::string& cosa, const std::string& file, int modali
   const auto inutilizzabile = [&](const std::string& motivo) {
     throw ErroreProgramma(Uscita::kFileMancante, cosa + " " + file + ": " + motivo);
   };
+  struct stat stato {};
+  if (file.starts_with("/dev/") && ::stat(file.c_str(), &stato) == 0) {
+    if (const auto uscita = UscitaDelProgramma(stato)) return ::fcntl(*uscita, F_DUPFD_CLOEXEC, 0);
+  }
   const int numero = ::open(file.c_str(), modalita | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY | O_NONBLOCK,
                             S_IRUSR | S_IWUSR);
   if (numero < 0) {
     const int motivo = errno;
-    if (motivo == ELOOP) inutilizzabile("è un collegamento simbolico");
-    if (motivo == ENXIO) inutilizzabile("non è un file");  // a pipe that nobody reads
+    if (motivo == ELOOP) inutilizzabile("è un collegamento simbolico; indicare il file stesso");
+    if (motivo == ENXIO) inutilizzabile("non è un file, ma una pipe che nessuno legge");
     inutilizzabile(std::generic_category().message(motivo));
   }
-  struct stat stato {};
   const bool noto = ::fstat(numero, &stato) == 0;
   if (!noto || (S_ISREG(stato.st_mode) && !ProprietarioFidato(stato.st_uid))) {
     ::close(numero);
     inutilizzabile("appartiene a un altro utente");
   }
+  ::fcntl(numero, F_SETFL, modalita & O_APPEND);  // only the opening must not wait
   return numero;
+}
+
+std::optional<int> UscitaDelProgramma(const struct stat& stato) {
+  for (const int numero : {STDOUT_FILENO, STDERR_FILENO}) {
+    struct stat uscita {};
+    if (::fstat(numero, &uscita) == 0 && uscita.st_dev == stato.st_dev && uscita.st_ino == stato.st_ino)
+      return numero;
+  }
+  return {};
 }
 
 bool ProprietarioFidato(uid_t proprietario) {

@@ -63,11 +63,8 @@ class TracciaSuFile : public Traccia {
 
 std::shared_ptr<Traccia> ApriTraccia(const std::string& file, std::ostream& errori) {
   if (file == "-") return std::make_shared<TracciaSuFlusso>(errori);
-  // A pipe that nobody reads is an error; the lines themselves then wait their turn.
-  const int descrittore = ApriFileProprio("--traccia: impossibile scrivere", file, O_WRONLY | O_APPEND);
-  auto traccia = std::make_shared<TracciaSuFile>(descrittore);
-  ::fcntl(descrittore, F_SETFL, O_APPEND);
-  return traccia;
+  return std::make_shared<TracciaSuFile>(
+      ApriFileProprio("--traccia: impossibile scrivere", file, O_WRONLY | O_APPEND));
 }
 
 }  // namespace orve::app

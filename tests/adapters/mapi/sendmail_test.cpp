@@ -347,11 +347,15 @@ TEST_F(Sendmail, TheProgramGetsOfTheEnvironmentWhatAMailCommandNeedsAlone) {
   ASSERT_EQ(::setenv("LD_ORVE_PROVA", "x", 1), 0);
   ASSERT_EQ(::setenv("TZ", "Europe/Rome", 1), 0);
   ASSERT_EQ(::setenv("LC_ALL", "C.UTF-8", 1), 0);
+  ASSERT_EQ(::setenv("KRB5CCNAME", "FILE:/biglietti", 1), 0);
+  ASSERT_EQ(::setenv("XDG_DATA_HOME", "/dati", 1), 0);
   EXPECT_EQ(Sent(Recorder("env > \"$D/env\"")), 0) << failure;
-  for (const char* name : {"ORVE_MAIL_DB", "LD_ORVE_PROVA", "TZ", "LC_ALL"}) ::unsetenv(name);
+  for (const char* name : {"ORVE_MAIL_DB", "LD_ORVE_PROVA", "TZ", "LC_ALL", "KRB5CCNAME", "XDG_DATA_HOME"})
+    ::unsetenv(name);
   const std::string environment = support::ReadFile(File("env"));
   EXPECT_THAT(environment,
-              AllOf(HasSubstr("PATH="), HasSubstr("TZ=Europe/Rome\n"), HasSubstr("LC_ALL=C.UTF-8\n")));
+              AllOf(HasSubstr("PATH="), HasSubstr("TZ=Europe/Rome\n"), HasSubstr("LC_ALL=C.UTF-8\n"),
+                    HasSubstr("KRB5CCNAME=FILE:/biglietti\n"), HasSubstr("XDG_DATA_HOME=/dati\n")));
   EXPECT_THAT(environment, AllOf(Not(HasSubstr("7391")), Not(HasSubstr("LD_ORVE_PROVA"))));
 }
 

@@ -322,9 +322,15 @@ TEST_F(Invio, TheDialogueIsWrittenIntoNothingThatCouldHoldUpTheSend) {
     EXPECT_EQ(esecuzione.stato, 6) << esecuzione;
     EXPECT_THAT(esecuzione.errori, HasSubstr("--dialogo: impossibile scrivere "));
   }
-  EXPECT_THAT(senzaLettore.errori, HasSubstr("non è un file"));
-  EXPECT_EQ(senzaLettore.errori, conLettore.errori);
+  EXPECT_THAT(senzaLettore.errori, HasSubstr("non è un file, ma una pipe che nessuno legge"));
+  EXPECT_THAT(conLettore.errori, HasSubstr("non è un file; indicarne uno, oppure - per lo standard error"));
   EXPECT_EQ(server.Count(), 0U);
+}
+
+TEST_F(Invio, WhatIsTakenDownMayGoNowhere) {
+  AvviaServerOrdinario();
+  const Esecuzione esecuzione = Invia({"--a", "x@example.org", "--corpo", "x", "--dialogo", "/dev/null"});
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
 }
 
 TEST_F(Invio, TheDialogueMayGoToTheProgramsOwnOutput) {

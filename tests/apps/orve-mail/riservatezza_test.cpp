@@ -97,13 +97,21 @@ TEST(Memoria, AVariableThatWasReadIsGoneFromWhereItStood) {
   DimenticaVariabile("ORVE_PROVA_SEGRETA");
 }
 
+TEST_F(Riservatezza, ANameForTheProgramsOwnOutputIsNoLinkToAFile) {
+  for (const char* nome : {"/dev/stdout", "/dev/stderr", "/dev/fd/1", "/dev/null"}) {
+    const Esecuzione esecuzione = EseguiConAmbiente({}, {"--traccia", nome, "registro"});
+    EXPECT_EQ(esecuzione.stato, 0) << nome << '\n' << esecuzione;
+  }
+}
+
 TEST_F(Riservatezza, NoFileIsWrittenThroughALink) {
   const std::string vittima = cartella.Write("vittima", "intatta");
   const std::string legame = File("legame");
   std::filesystem::create_symlink(vittima, legame);
   const Esecuzione traccia = EseguiConAmbiente({}, {"--traccia", legame, "registro"});
   EXPECT_EQ(traccia.stato, 6) << traccia;
-  EXPECT_THAT(traccia.errori, HasSubstr("--traccia: impossibile scrivere " + legame + ": è un collegamento"));
+  EXPECT_THAT(traccia.errori, HasSubstr("--traccia: impossibile scrivere " + legame +
+                                        ": è un collegamento simbolico; indicare il file stesso"));
   const Esecuzione dialogo = Esegui({"invia", "--dialogo", legame, "--a", "x@example.org", "--corpo", "x"});
   EXPECT_EQ(dialogo.stato, 6) << dialogo;
   EXPECT_THAT(dialogo.errori, HasSubstr("--dialogo: impossibile scrivere " + legame + ": è un collegamento"));

@@ -196,6 +196,20 @@ TEST(Conversioni, AnArrayThatDoesNotKnowItsKindIsTakenAtItsWordForValuesOfItsSiz
   SafeArrayDestroyDescriptor(elenco);
 }
 
+TEST(Conversioni, AnArrayOfElementsTooSmallForTheirKindIsNotRead) {
+  auto* elenco = SafeArrayCreateVector(VT_VARIANT, 0, 2);
+  const ULONG misura = elenco->cbElements;
+  elenco->cbElements = 1;
+  VARIANT valore;
+  VariantInit(&valore);
+  V_ARRAY(&valore) = elenco;
+  V_VT(&valore) = VT_ARRAY | VT_VARIANT;
+  EXPECT_THROW(FromCom(valore), host::Errore);
+  elenco->cbElements = misura;
+  EXPECT_TRUE(FromCom(valore) == Variant(Variant::Array{Variant(), Variant()}));
+  SafeArrayDestroy(elenco);
+}
+
 TEST(Conversioni, AnArrayThatWasNeverDimensionedIsEmpty) {
   VARIANT valore;
   VariantInit(&valore);
