@@ -15,7 +15,7 @@ namespace orve::app {
 
 namespace {
 
-constexpr const char* kCosa = "--dialogo: impossibile scrivere";
+constexpr const char* kNonScrivibile = "--dialogo: impossibile scrivere";
 
 /// What lines may go to without waiting for anybody but the person.
 bool Scrivibile(int numero) {
@@ -32,7 +32,7 @@ bool Scrivibile(int numero) {
 }  // namespace
 
 std::function<void(std::string_view)> ScriviDialogo(const std::string& file) {
-  const int numero = ApriFileProprio(kCosa, file, O_WRONLY | O_APPEND);
+  const int numero = ApriFileProprio(kNonScrivibile, file, O_WRONLY | O_APPEND);
   const std::shared_ptr<std::FILE> flusso(::fdopen(numero, "a"), [numero](std::FILE* aperto) {
     if (aperto == nullptr) {
       ::close(numero);
@@ -43,7 +43,7 @@ std::function<void(std::string_view)> ScriviDialogo(const std::string& file) {
   if (!flusso || !Scrivibile(numero)) {
     throw ErroreProgramma(
         Uscita::kFileMancante,
-        std::string(kCosa) + " " + file + ": non è un file; indicarne uno, oppure - per lo standard error");
+        std::string(kNonScrivibile) + " " + file + ": non è un file; indicarne uno, oppure - per lo standard error");
   }
   return [flusso](std::string_view riga) {
     std::fputs((RigaSicura(riga) + "\n").c_str(), flusso.get());
