@@ -14,7 +14,9 @@ constexpr std::string_view kMask = "***";
 
 // A run of a secret takes less, even letter by letter and in several codes.
 constexpr std::size_t kRemembered = 1024;
-constexpr std::size_t kCode = 4;                   // "250 "
+constexpr std::size_t kCode = 4;            // "250 "
+constexpr std::string_view kGivenUp = "*";  // by the client, instead of an answer to a challenge
+constexpr std::string_view kLeave = "QUIT";
 constexpr std::string_view kBetweenLines = " / ";  // of a reply that became one text
 
 bool IsCodeDigit(char c) {
@@ -87,11 +89,12 @@ std::string Tracer::Masked(std::string_view text) const {
 }
 
 std::string Tracer::MaskedCommand(std::string_view line) {
-  if (authenticating_) {
-    secrets_.AddCredentials(line);
-    return std::string(kMask);
-  }
   if (!text::EqualsIgnoreCase(line.substr(0, 5), "AUTH ")) {
+    if (authenticating_ && line != kGivenUp && line != kLeave) {
+      secrets_.AddCredentials(line);
+      return std::string(kMask);
+    }
+    if (secrets_.MostlyIn(line)) return std::string(kMask);
     secrets_.Allow(line);
     return std::string(line);
   }
@@ -103,10 +106,8 @@ std::string Tracer::MaskedCommand(std::string_view line) {
 }
 
 std::string Tracer::MaskedReply(std::string_view line) {
-  // A line that is no reply, or one that others follow, does not end the exchange.
-  const bool secret = authenticating_ && !IsOutcome(line);
-  if (IsOutcome(line) && (line.size() == 3 || line[3] == ' ')) authenticating_ = false;
-  if (!secret && !CompletesSecret(line)) return std::string(line);
+  const bool challenge = authenticating_ && !IsOutcome(line);
+  if (!challenge && !CompletesSecret(line)) return std::string(line);
   return std::string(HasCode(line) ? line.substr(0, kCode) : "") + std::string(kMask);
 }
 

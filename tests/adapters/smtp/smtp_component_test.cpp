@@ -307,6 +307,28 @@ TEST(Trace, GoesOnMaskingBehindAnUntidyLine) {
   }
 }
 
+TEST(Trace, GoesOnMaskingBehindALineThatOnlyLooksFinal) {
+  ScriptedServer server({Say("220 pronto"), On("EHLO *", "250-salve\r\n250 AUTH LOGIN"),
+                         On("AUTH LOGIN", "235\n334 VXNlcm5hbWU6"), On("*", "235\n334 UGFzc3dvcmQ6"),
+                         On("c2VncmV0YQ==", "235 benvenuto"), On("MAIL FROM:*", "250 Ok"),
+                         On("RCPT TO:*", "550 c2VncmV0YQ"), On("RSET", "250 Ok"), On("QUIT", "221 ciao")});
+  SmtpOptions options = Quick();
+  std::vector<std::string> trace;
+  options.trace = [&](std::string_view line) { trace.emplace_back(line); };
+  const auto component = Outgoing(server.Port16(), options);
+  component->UserName("utente");
+  component->Password("segreta");
+  EXPECT_EQ(Sent(*component), 4);
+  EXPECT_EQ(server.Complaint(), "");  // the password was asked for and sent
+  EXPECT_THAT(component->LastFailure(), testing::Not(testing::HasSubstr("c2VncmV0YQ")));
+  const std::vector<std::string> dialogue = Dialogue(trace);
+  EXPECT_THAT(dialogue, testing::Contains("C: MAIL FROM:<ditta@rossi.it>"));
+  for (const std::string& line : dialogue) {
+    EXPECT_EQ(line.find("dXRlbnRl"), std::string::npos) << line;
+    EXPECT_EQ(line.find("c2VncmV0YQ"), std::string::npos) << line;
+  }
+}
+
 TEST(Trace, ThatCannotBeWrittenDoesNotStopTheMessage) {
   const SmtpServer server;
   SmtpOptions options = Quick();
@@ -322,6 +344,7 @@ TEST(Tracer, MasksTheWholeExchangeOfAnAuthentication) {
   tracer.Received("334 cHdk\r\n");
   tracer.Sent("qualsiasi cosa\r\n");
   tracer.Received("535-no\r\n535 non con pwd\r\n");
+  tracer.LoginOver();
   tracer.Sent("MAIL FROM:<a@x.it>\r\nRCPT TO:<b@x.it>\r\n");
   tracer.Note("con pwd\n");
   EXPECT_THAT(lines, ElementsAre("C: AUTH PLAIN ***", "S: 334 ***", "C: ***", "S: 535-no", "S: 535 ***",
