@@ -34,6 +34,10 @@ bool IsOutcome(std::string_view line) {
          IsCodeDigit(line[2]) && (line.size() == 3 || line[3] == ' ' || line[3] == '-');
 }
 
+bool IsRefusal(std::string_view line) {
+  return !line.empty() && line[0] != '2' && line[0] != '3';
+}
+
 /// Without the code of the reply and the one of three numbers behind it, which would tear apart what goes on
 /// from line to line.
 std::string_view WithoutCodes(std::string_view line) {
@@ -68,8 +72,16 @@ void Tracer::Sent(std::string_view lines) {
   ForEachLine(lines, [this](std::string_view line) { Write("C: ", MaskedCommand(line)); });
 }
 
-void Tracer::Received(std::string_view lines) {
-  ForEachLine(lines, [this](std::string_view line) { Write("S: ", MaskedReply(line)); });
+std::string Tracer::Received(std::string_view lines) {
+  std::string shown;
+  bool masked = false;
+  ForEachLine(lines, [&](std::string_view line) {
+    const std::string reply = MaskedReply(line);
+    Write("S: ", reply);
+    masked = masked || reply != line;
+    shown.append(shown.empty() ? "" : "\n").append(reply);
+  });
+  return masked ? shown : std::string(lines);
 }
 
 void Tracer::Note(std::string_view text) {
@@ -114,7 +126,8 @@ std::string Tracer::MaskedReply(std::string_view line) {
 /// True when `line` shows a secret, or completes what those before it began. In the latter case nobody knows
 /// where it ends, so that what follows goes masked too until the beginning is out of sight.
 bool Tracer::CompletesSecret(std::string_view line) {
-  if (!sink_ || secrets_.Empty()) return false;
+  // Without a trace only refusals are shown, in the text of a failure.
+  if (secrets_.Empty() || (!sink_ && !IsRefusal(line))) return false;
   const std::string_view words = WithoutCodes(line);
   if (secrets_.In(words)) return true;
   said_.append(1, '\n').append(words);

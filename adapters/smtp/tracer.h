@@ -24,9 +24,10 @@ class Tracer {
   /// Where lines go from now on; empty: nowhere.
   void Into(Sink sink) { sink_ = std::move(sink); }
 
-  /// One or more lines that were sent, or received, with or without line ends.
+  /// One or more lines that were sent, or received, with or without line ends. Of what was received, the
+  /// result is what may be shown elsewhere: the same text, or its lines where one of them is masked.
   void Sent(std::string_view lines);
-  void Received(std::string_view lines);
+  std::string Received(std::string_view lines);
   /// No credentials are sent any more, unless another AUTH is. Only who sends them knows that: whatever the
   /// server says, the other side may take for a reply that asks for more.
   void LoginOver() { authenticating_ = false; }

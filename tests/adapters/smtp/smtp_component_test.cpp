@@ -280,7 +280,7 @@ TEST(Trace, MasksAServerThatRepeatsThePassword) {
   component->UserName("utente");
   component->Password("segreta");
   EXPECT_EQ(Sent(*component), 3);
-  EXPECT_EQ(component->LastFailure(), "***");
+  EXPECT_EQ(component->LastFailure(), "MAIL FROM:<ditta@rossi.it>: 550 ***");
   for (const std::string& line : trace) {
     EXPECT_EQ(line.find("segreta"), std::string::npos);
     EXPECT_EQ(line.find("AHV0ZW50ZQBzZWdyZXRh"), std::string::npos);
@@ -326,6 +326,42 @@ TEST(Trace, GoesOnMaskingBehindALineThatOnlyLooksFinal) {
   for (const std::string& line : dialogue) {
     EXPECT_EQ(line.find("dXRlbnRl"), std::string::npos) << line;
     EXPECT_EQ(line.find("c2VncmV0YQ"), std::string::npos) << line;
+  }
+}
+
+TEST(FailureText, HoldsNoSecretThatTheServerSpreadsOverItsRefusals) {
+  const std::string token = "AHV0ZW50ZQBQYXJvbGEuU2VncmV0YS00Mg==";
+  constexpr std::size_t kPiece = 4;
+  for (const bool traced : {false, true}) {
+    SCOPED_TRACE(traced);
+    std::vector<support::Step> script = {
+        Say("220 pronto"), On("EHLO *", "250-salve\r\n250-PIPELINING\r\n250 AUTH PLAIN"),
+        On("AUTH PLAIN", "334 "), On(token, "235 Ok"), On("MAIL FROM:*", "250 Ok")};
+    std::string recipients;
+    for (std::size_t at = 0; at < token.size(); at += kPiece) {
+      script.push_back(On("RCPT TO:*", "550 5.1.1 " + token.substr(at, kPiece)));
+      recipients += "r" + std::to_string(at) + "@bianchi.it;";
+    }
+    script.push_back(On("RSET", "250 Ok"));
+    script.push_back(On("QUIT", "221 ciao"));
+    ScriptedServer server(script);
+    SmtpOptions options = Quick();
+    if (traced) options.trace = [](std::string_view) {};
+    const auto component = Outgoing(server.Port16(), options);
+    component->ClearRecipient();
+    component->AddRecipientEx(recipients, 1);
+    component->UserName("utente");
+    component->Password("Parola.Segreta-42");
+    EXPECT_EQ(Sent(*component), 4);
+    EXPECT_EQ(server.Complaint(), "");
+    const std::string text = component->LastFailure();
+    std::size_t pieces = 0;
+    for (std::size_t at = 0; at < token.size(); at += kPiece) {
+      if (text.find(token.substr(at, kPiece)) != std::string::npos) ++pieces;
+    }
+    EXPECT_LE(pieces, 1U) << text;
+    EXPECT_THAT(text, testing::HasSubstr("RCPT TO:<r0@bianchi.it>: 550 "));
+    EXPECT_THAT(text, testing::HasSubstr("RCPT TO:<r32@bianchi.it>: 550 ***"));
   }
 }
 
