@@ -1,12 +1,10 @@
 #include "ldap/session.h"
 
 #include <ldap.h>
-#include <poll.h>
 #include <sasl/sasl.h>
 #include <sys/time.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
@@ -14,6 +12,7 @@
 #include <optional>
 #include <utility>
 
+#include "ldap/allowance.h"
 #include "ldap/failure.h"
 #include "posix/pipe_signal.h"
 #include "text/text.h"
@@ -22,7 +21,6 @@ namespace orve::adapters::ldap {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 using std::chrono::microseconds;
 using std::chrono::milliseconds;
 
@@ -80,71 +78,16 @@ int AnswerWithDefaults(LDAP* /*handle*/, unsigned /*flags*/, void* /*defaults*/,
   return LDAP_SUCCESS;
 }
 
-// The time until which the connection may go on. libldap itself waits with a limit for an answer to begin,
-// but without one for the rest of it and for the TLS handshake; so every read and write of its connection
-// passes here and waits no longer than this.
-class Deadline {
- public:
-  void Begin(milliseconds time) { until_ = Clock::now() + time; }
-  [[nodiscard]] bool Passed() const { return passed_; }
-
-  /// Makes the connection wait in this way; `self` is a Deadline that outlives it.
-  static void Join(Sockbuf* connection, Deadline* self) {
-    static Sockbuf_IO layer = {Setup, Remove, Control, Read, Write, Close};
-    ::ber_sockbuf_add_io(connection, &layer, kBetweenSocketAndTls, self);
-  }
-
- private:
-  static constexpr int kBetweenSocketAndTls = (LBER_SBIOD_LEVEL_PROVIDER + LBER_SBIOD_LEVEL_TRANSPORT) / 2;
-
-  static int Setup(Sockbuf_IO_Desc* at, void* self) {
-    at->sbiod_pvt = self;
-    return 0;
-  }
-  static int Remove(Sockbuf_IO_Desc* /*at*/) { return 0; }
-  static int Control(Sockbuf_IO_Desc* at, int option, void* argument) {
-    return LBER_SBIOD_CTRL_NEXT(at, option, argument);
-  }
-  static ber_slen_t Read(Sockbuf_IO_Desc* at, void* bytes, ber_len_t size) {
-    return Wait(at, POLLIN) ? LBER_SBIOD_READ_NEXT(at, bytes, size) : -1;
-  }
-  static ber_slen_t Write(Sockbuf_IO_Desc* at, void* bytes, ber_len_t size) {
-    return Wait(at, POLLOUT) ? LBER_SBIOD_WRITE_NEXT(at, bytes, size) : -1;
-  }
-  static int Close(Sockbuf_IO_Desc* /*at*/) { return 0; }
-
-  static bool Wait(Sockbuf_IO_Desc* at, short event) {
-    auto& self = *static_cast<Deadline*>(at->sbiod_pvt);
-    ber_socket_t socket = -1;
-    ::ber_sockbuf_ctrl(at->sbiod_sb, LBER_SB_OPT_GET_FD, &socket);
-    pollfd entry{socket, event, 0};
-    for (;;) {
-      const auto left = std::chrono::ceil<milliseconds>(self.until_ - Clock::now()).count();
-      const int ready = ::poll(&entry, 1, static_cast<int>(std::clamp<long long>(left, 0, kLongest)));
-      if (ready > 0) return true;
-      if (ready < 0 && errno == EINTR) continue;
-      self.passed_ = self.passed_ || ready == 0;
-      errno = ETIMEDOUT;
-      return false;
-    }
-  }
-
-  static constexpr long long kLongest = 1'000'000'000;
-
-  Clock::time_point until_ = Clock::now();
-  bool passed_ = false;
-};
-
 // What libldap calls when the connection stands and TLS has not begun.
 struct Connected : ldap_conncb {
-  explicit Connected(Deadline* deadline) : ldap_conncb{OnConnect, OnEnd, deadline} {}
+  explicit Connected(Allowance* allowance) : ldap_conncb{OnConnect, OnEnd, allowance} {}
 
   static int OnConnect(LDAP* /*handle*/, Sockbuf* connection, LDAPURLDesc* /*server*/, sockaddr* /*address*/,
                        ldap_conncb* self) {
     // A length that a server merely claims must not take memory.
     ber_len_t largest = EntryReader::kLargestMessage;
     ::ber_sockbuf_ctrl(connection, LBER_SB_OPT_SET_MAX_INCOMING, &largest);
-    Deadline::Join(connection, static_cast<Deadline*>(self->lc_arg));
+    Allowance::Join(connection, static_cast<Allowance*>(self->lc_arg));
     return 0;
   }
   static void OnEnd(LDAP* /*handle*/, Sockbuf* /*connection*/, ldap_conncb* /*self*/) {}
@@ -188,7 +131,7 @@ class Session::Handle {
     try {
       SetLimits();
       SetTls();
-      deadline_.Begin(options_.connectTimeout);
+      allowance_.Begin(options_.connectTimeout);
       Require(::ldap_connect(handle_));
       if (!server->implicitTls && options.startTls) StartTls();
       Bind();
@@ -203,7 +146,7 @@ class Session::Handle {
   Handle& operator=(Handle&&) = delete;
   ~Handle() {
     const posix::PipeSignalHeld held;
-    deadline_.Begin(kFarewell);
+    allowance_.Begin(kFarewell);
     ::ldap_unbind_ext(handle_, nullptr, nullptr);
   }
 
@@ -211,7 +154,7 @@ class Session::Handle {
 
   std::vector<Entry> Search(const Query& query) {
     const posix::PipeSignalHeld held;
-    deadline_.Begin(options_.operationTimeout);
+    allowance_.Begin(options_.operationTimeout);
     std::vector<std::string> names = query.attributes;
     if (names.empty()) names.emplace_back(LDAP_NO_ATTRS);
     std::vector<char*> wanted;
@@ -230,6 +173,7 @@ class Session::Handle {
           break;
         case EntryReader::Taken::kResult:
           RequireSuccess(answer.get(), LDAP_SIZELIMIT_EXCEEDED);
+          broken_ = broken_ || allowance_.WornOut();
           return std::move(reader.Entries());
         case EntryReader::Taken::kTooMuch:
           Fail(LDAP_MORE_RESULTS_TO_RETURN, "");
@@ -272,12 +216,12 @@ class Session::Handle {
   }
 
   void StartTls() {
-    deadline_.Begin(options_.operationTimeout);
+    allowance_.Begin(options_.operationTimeout);
     int id = 0;
     Require(::ldap_extended_operation(handle_, LDAP_EXOP_START_TLS, nullptr, nullptr, nullptr, &id));
     const Message answer = Answer(id);
     RequireSuccess(answer.get());
-    deadline_.Begin(options_.connectTimeout);
+    allowance_.Begin(options_.connectTimeout);
     Require(::ldap_install_tls(handle_));
   }
 
@@ -286,7 +230,7 @@ class Session::Handle {
       BindWithKerberos();
       return;
     }
-    deadline_.Begin(options_.operationTimeout);
+    allowance_.Begin(options_.operationTimeout);
     const bool simple = options_.access == Access::kSimple;
     berval password{simple ? options_.password.size() : 0, simple ? options_.password.data() : nullptr};
     int id = 0;
@@ -302,7 +246,7 @@ class Session::Handle {
     Set(LDAP_OPT_X_SASL_SECPROPS,
         encrypted ? "noanonymous,noplain,minssf=0,maxssf=0" : "noanonymous,noplain,minssf=56");
     if (encrypted) Set(LDAP_OPT_X_SASL_CBINDING, &kEndpoint);
-    deadline_.Begin(options_.operationTimeout);
+    allowance_.Begin(options_.operationTimeout);
     const char* mechanism = nullptr;
     Message answer;
     int id = 0;
@@ -354,15 +298,16 @@ class Session::Handle {
 
   // A server may give back what it was told; the password goes no further.
   [[noreturn]] void Fail(int code, const std::string& words) {
-    if (code < 0 && deadline_.Passed()) code = LDAP_TIMEOUT;
+    if (code < 0 && allowance_.TimePassed()) code = LDAP_TIMEOUT;
+    if (code < 0 && allowance_.BytesSpent()) code = LDAP_MORE_RESULTS_TO_RETURN;
     broken_ = broken_ || (code < 0 && code != LDAP_FILTER_ERROR);
     throw LdapFailure(code,
                       options_.password.empty() ? words : text::Replace(words, options_.password, "***"));
   }
 
   LdapOptions options_;
-  Deadline deadline_;
-  Connected connected_{&deadline_};
+  Allowance allowance_;
+  Connected connected_{&allowance_};
   LDAP* handle_ = nullptr;
   bool broken_ = false;
 };

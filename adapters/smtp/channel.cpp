@@ -411,6 +411,7 @@ void Channel::Connect(const SmtpOptions& options) {
   impl_->Prepare(options);
   impl_->ConnectAhead(options);
   impl_->socket = impl_->Perform();
+  impl_->tracer.LoginOver();
   // What follows is traced by the session; libcurl would only talk of its own insides.
   impl_->Set(CURLOPT_VERBOSE, 0L);
 }

@@ -272,16 +272,20 @@ void SecretFinder::Allow(std::string_view text) {
 
 bool SecretFinder::In(std::string_view text) const {
   return std::any_of(words_.begin(), words_.end(), [&](const auto& word) { return HoldsWord(text, word); }) ||
-         InReadings(text, kCodes);
+         InReadings(text, true, kCodes);
 }
 
-bool SecretFinder::InReadings(std::string_view text, int depth) const {
+bool SecretFinder::MostlyIn(std::string_view text) const {
+  return InReadings(text, false, kCodes);
+}
+
+bool SecretFinder::InReadings(std::string_view text, bool pieces, int depth) const {
   if (text.size() < kShortest) return false;
-  if (short_.In(WithoutBlanks(text)) || long_.In(LettersAndDigits(text))) return true;
+  if ((pieces && short_.In(WithoutBlanks(text))) || long_.In(LettersAndDigits(text))) return true;
   if (depth == 0) return false;
   const std::vector<std::string> readings = Readings(text);
   return std::any_of(readings.begin(), readings.end(),
-                     [&](const std::string& reading) { return InReadings(reading, depth - 1); });
+                     [&](const std::string& reading) { return InReadings(reading, pieces, depth - 1); });
 }
 
 }  // namespace orve::adapters::smtp

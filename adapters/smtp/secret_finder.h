@@ -33,6 +33,9 @@ class SecretFinder {
   [[nodiscard]] bool Empty() const { return words_.empty() && short_.Empty() && long_.Empty(); }
   /// True when `text` shows a secret or a run of one. Linear in the text.
   [[nodiscard]] bool In(std::string_view text) const;
+  /// True when `text` shows most of a secret, of which a word that stands in an address besides is not
+  /// enough.
+  [[nodiscard]] bool MostlyIn(std::string_view text) const;
 
  private:
   /// Pieces of texts, of up to eight bytes.
@@ -51,7 +54,7 @@ class SecretFinder {
     std::unordered_set<std::uint64_t> keys_;  // no piece holds a NUL, so that its bytes tell its length
   };
 
-  [[nodiscard]] bool InReadings(std::string_view text, int depth) const;
+  [[nodiscard]] bool InReadings(std::string_view text, bool pieces, int depth) const;
 
   std::vector<std::string> words_;
   Runs short_;  // of texts without blanks

@@ -80,7 +80,7 @@ class Session {
  private:
   struct Reply {
     int code = 0;
-    std::string text;  // all lines, code included, joined by " / "
+    std::string text;  // all lines as they may be shown, code included, joined by " / "
     [[nodiscard]] bool Positive() const { return code / 100 == 2; }
   };
 

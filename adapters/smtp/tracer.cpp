@@ -14,7 +14,9 @@ constexpr std::string_view kMask = "***";
 
 // A run of a secret takes less, even letter by letter and in several codes.
 constexpr std::size_t kRemembered = 1024;
-constexpr std::size_t kCode = 4;                   // "250 "
+constexpr std::size_t kCode = 4;            // "250 "
+constexpr std::string_view kGivenUp = "*";  // by the client, instead of an answer to a challenge
+constexpr std::string_view kLeave = "QUIT";
 constexpr std::string_view kBetweenLines = " / ";  // of a reply that became one text
 
 bool IsCodeDigit(char c) {
@@ -30,6 +32,10 @@ bool HasCode(std::string_view line) {
 bool IsOutcome(std::string_view line) {
   return line.size() >= 3 && (line[0] == '2' || line[0] == '4' || line[0] == '5') && IsCodeDigit(line[1]) &&
          IsCodeDigit(line[2]) && (line.size() == 3 || line[3] == ' ' || line[3] == '-');
+}
+
+bool IsRefusal(std::string_view line) {
+  return !line.empty() && line[0] != '2' && line[0] != '3';
 }
 
 /// Without the code of the reply and the one of three numbers behind it, which would tear apart what goes on
@@ -66,8 +72,16 @@ void Tracer::Sent(std::string_view lines) {
   ForEachLine(lines, [this](std::string_view line) { Write("C: ", MaskedCommand(line)); });
 }
 
-void Tracer::Received(std::string_view lines) {
-  ForEachLine(lines, [this](std::string_view line) { Write("S: ", MaskedReply(line)); });
+std::string Tracer::Received(std::string_view lines) {
+  std::string shown;
+  bool masked = false;
+  ForEachLine(lines, [&](std::string_view line) {
+    const std::string reply = MaskedReply(line);
+    Write("S: ", reply);
+    masked = masked || reply != line;
+    shown.append(shown.empty() ? "" : "\n").append(reply);
+  });
+  return masked ? shown : std::string(lines);
 }
 
 void Tracer::Note(std::string_view text) {
@@ -87,11 +101,12 @@ std::string Tracer::Masked(std::string_view text) const {
 }
 
 std::string Tracer::MaskedCommand(std::string_view line) {
-  if (authenticating_) {
-    secrets_.AddCredentials(line);
-    return std::string(kMask);
-  }
   if (!text::EqualsIgnoreCase(line.substr(0, 5), "AUTH ")) {
+    if (authenticating_ && line != kGivenUp && line != kLeave) {
+      secrets_.AddCredentials(line);
+      return std::string(kMask);
+    }
+    if (secrets_.MostlyIn(line)) return std::string(kMask);
     secrets_.Allow(line);
     return std::string(line);
   }
@@ -103,17 +118,16 @@ std::string Tracer::MaskedCommand(std::string_view line) {
 }
 
 std::string Tracer::MaskedReply(std::string_view line) {
-  // A line that is no reply, or one that others follow, does not end the exchange.
-  const bool secret = authenticating_ && !IsOutcome(line);
-  if (IsOutcome(line) && (line.size() == 3 || line[3] == ' ')) authenticating_ = false;
-  if (!secret && !CompletesSecret(line)) return std::string(line);
+  const bool challenge = authenticating_ && !IsOutcome(line);
+  if (!challenge && !CompletesSecret(line)) return std::string(line);
   return std::string(HasCode(line) ? line.substr(0, kCode) : "") + std::string(kMask);
 }
 
 /// True when `line` shows a secret, or completes what those before it began. In the latter case nobody knows
 /// where it ends, so that what follows goes masked too until the beginning is out of sight.
 bool Tracer::CompletesSecret(std::string_view line) {
-  if (!sink_ || secrets_.Empty()) return false;
+  // Without a trace only refusals are shown, in the text of a failure.
+  if (secrets_.Empty() || (!sink_ && !IsRefusal(line))) return false;
   const std::string_view words = WithoutCodes(line);
   if (secrets_.In(words)) return true;
   said_.append(1, '\n').append(words);

@@ -1,8 +1,8 @@
 // The trace of a dialogue, line by line and without secrets.
 //
-// Two guards keep credentials out: everything between AUTH and its final reply is masked by its place in the
-// dialogue, and what the server says besides is masked where it repeats the password or what was sent in
-// AUTH.
+// Two guards keep credentials out: everything from AUTH until the login is over is masked by its place in the
+// dialogue, and what is said besides, by either side, is masked where it repeats the password or what was
+// sent in AUTH.
 #pragma once
 
 #include <functional>
@@ -24,9 +24,13 @@ class Tracer {
   /// Where lines go from now on; empty: nowhere.
   void Into(Sink sink) { sink_ = std::move(sink); }
 
-  /// One or more lines that were sent, or received, with or without line ends.
+  /// One or more lines that were sent, or received, with or without line ends. Of what was received, the
+  /// result is what may be shown elsewhere: the same text, or its lines where one of them is masked.
   void Sent(std::string_view lines);
-  void Received(std::string_view lines);
+  std::string Received(std::string_view lines);
+  /// No credentials are sent any more, unless another AUTH is. Only who sends them knows that: whatever the
+  /// server says, the other side may take for a reply that asks for more.
+  void LoginOver() { authenticating_ = false; }
   /// What happened besides.
   void Note(std::string_view text);
 

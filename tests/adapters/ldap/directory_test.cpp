@@ -23,6 +23,7 @@
 #include "addressing/active_directory.h"
 #include "fakes/errori.h"
 #include "host/sistema.h"
+#include "ldap/allowance.h"
 #include "ldap/entry_reader.h"
 #include "ldap/failure.h"
 #include "ldap/ldap_directory.h"
@@ -198,6 +199,12 @@ std::string Found(const std::string& attributes) {
 }
 std::string Answer(char message, const std::string& operation) {
   return Element('\x30', "\x02\x01"s + message + operation);
+}
+// Not the answer to anything. libldap itself knows one notice alone, that the server hangs up, and keeps the
+// others.
+std::string Notice(const std::string& words) {
+  return Element('\x30', "\x02\x01\0"s + Element('\x78', "\x0a\x01\x34\x04\0"s + Element('\x04', words) +
+                                                             Element('\x8a', "1.2.3.4.5")));
 }
 const std::string kBound = Result('\x61', 0);
 
@@ -494,6 +501,49 @@ TEST_F(Directory, AServerThatAnswersALoginWithEntriesIsGivenUp) {
   const auto failure = FailureOf(Anonymous(Url(server)));
   ASSERT_TRUE(failure);
   EXPECT_THAT(failure->Descrizione(), Not(HasSubstr("non ha risposto in tempo")));
+}
+
+TEST_F(Directory, AServerThatDoesNotStopSendingWhatNobodyAskedForIsGivenUp) {
+  const std::string notice = Notice(std::string(100'000, 'x'));
+  std::string flood;
+  while (flood.size() <= Allowance::kMostBytes) flood += notice;
+  for (const bool startTls : {false, true}) {
+    for (const std::string& before : {""s, Answer(1, kBound)}) {
+      if (startTls && !before.empty()) continue;  // nothing follows without the handshake
+      SCOPED_TRACE(startTls         ? "instead of encryption"
+                   : before.empty() ? "during the login"
+                                    : "during a search");
+      support::ScriptedServer server({ThenStall(support::Say(before + flood))});
+      LdapOptions options = Anonymous(Url(server));
+      options.startTls = startTls;
+      options.caFile = authority.CaFile().string();
+      const auto failure = FailureOf(options);
+      ASSERT_TRUE(failure);
+      EXPECT_THAT(failure->Descrizione(), HasSubstr("più di quanto le è stato chiesto"));
+    }
+  }
+}
+
+TEST_F(Directory, AConnectionOverWhichTooMuchHasComeIsNotKept) {
+  const auto answer = [](char request, const std::string& tree) {
+    const std::string named =
+        Element('\x30', Element('\x04', "namingContexts") + Element('\x31', Element('\x04', tree)));
+    return Answer(request, Found(named)) + Answer(request, Result('\x65', 0));
+  };
+  const std::string notice = Notice(std::string(500'000, 'x'));
+  std::string half;
+  while (half.size() <= Allowance::kMostBytes / 2) half += notice;
+  const std::string words =
+      Answer(1, kBound) + half + answer(2, "dc=x") + half + answer(3, "dc=y") + answer(4, "dc=z");
+  support::ScriptedServer server(
+      std::vector{std::vector{ThenStall(support::Say(words))},
+                  std::vector{ThenStall(support::Say(Answer(1, kBound) + answer(2, "dc=new")))}});
+  LdapOptions options = Anonymous(Url(server));
+  options.keepConnection = true;
+  LdapDirectory directory(options);
+  for (const char* tree : {"dc=x", "dc=y", "dc=new"}) {
+    EXPECT_EQ(directory.ApriOggetto("LDAP://rootDSE")->Get("defaultNamingContext").ToText(), tree);
+  }
 }
 
 TEST_F(Directory, WhatAServerMayAnswerIsTakenWhole) {

@@ -280,7 +280,7 @@ TEST(Trace, MasksAServerThatRepeatsThePassword) {
   component->UserName("utente");
   component->Password("segreta");
   EXPECT_EQ(Sent(*component), 3);
-  EXPECT_EQ(component->LastFailure(), "***");
+  EXPECT_EQ(component->LastFailure(), "MAIL FROM:<ditta@rossi.it>: 550 ***");
   for (const std::string& line : trace) {
     EXPECT_EQ(line.find("segreta"), std::string::npos);
     EXPECT_EQ(line.find("AHV0ZW50ZQBzZWdyZXRh"), std::string::npos);
@@ -307,6 +307,64 @@ TEST(Trace, GoesOnMaskingBehindAnUntidyLine) {
   }
 }
 
+TEST(Trace, GoesOnMaskingBehindALineThatOnlyLooksFinal) {
+  ScriptedServer server({Say("220 pronto"), On("EHLO *", "250-salve\r\n250 AUTH LOGIN"),
+                         On("AUTH LOGIN", "235\n334 VXNlcm5hbWU6"), On("*", "235\n334 UGFzc3dvcmQ6"),
+                         On("c2VncmV0YQ==", "235 benvenuto"), On("MAIL FROM:*", "250 Ok"),
+                         On("RCPT TO:*", "550 c2VncmV0YQ"), On("RSET", "250 Ok"), On("QUIT", "221 ciao")});
+  SmtpOptions options = Quick();
+  std::vector<std::string> trace;
+  options.trace = [&](std::string_view line) { trace.emplace_back(line); };
+  const auto component = Outgoing(server.Port16(), options);
+  component->UserName("utente");
+  component->Password("segreta");
+  EXPECT_EQ(Sent(*component), 4);
+  EXPECT_EQ(server.Complaint(), "");  // the password was asked for and sent
+  EXPECT_THAT(component->LastFailure(), testing::Not(testing::HasSubstr("c2VncmV0YQ")));
+  const std::vector<std::string> dialogue = Dialogue(trace);
+  EXPECT_THAT(dialogue, testing::Contains("C: MAIL FROM:<ditta@rossi.it>"));
+  for (const std::string& line : dialogue) {
+    EXPECT_EQ(line.find("dXRlbnRl"), std::string::npos) << line;
+    EXPECT_EQ(line.find("c2VncmV0YQ"), std::string::npos) << line;
+  }
+}
+
+TEST(FailureText, HoldsNoSecretThatTheServerSpreadsOverItsRefusals) {
+  const std::string token = "AHV0ZW50ZQBQYXJvbGEuU2VncmV0YS00Mg==";
+  constexpr std::size_t kPiece = 4;
+  for (const bool traced : {false, true}) {
+    SCOPED_TRACE(traced);
+    std::vector<support::Step> script = {
+        Say("220 pronto"), On("EHLO *", "250-salve\r\n250-PIPELINING\r\n250 AUTH PLAIN"),
+        On("AUTH PLAIN", "334 "), On(token, "235 Ok"), On("MAIL FROM:*", "250 Ok")};
+    std::string recipients;
+    for (std::size_t at = 0; at < token.size(); at += kPiece) {
+      script.push_back(On("RCPT TO:*", "550 5.1.1 " + token.substr(at, kPiece)));
+      recipients += "r" + std::to_string(at) + "@bianchi.it;";
+    }
+    script.push_back(On("RSET", "250 Ok"));
+    script.push_back(On("QUIT", "221 ciao"));
+    ScriptedServer server(script);
+    SmtpOptions options = Quick();
+    if (traced) options.trace = [](std::string_view) {};
+    const auto component = Outgoing(server.Port16(), options);
+    component->ClearRecipient();
+    component->AddRecipientEx(recipients, 1);
+    component->UserName("utente");
+    component->Password("Parola.Segreta-42");
+    EXPECT_EQ(Sent(*component), 4);
+    EXPECT_EQ(server.Complaint(), "");
+    const std::string text = component->LastFailure();
+    std::size_t pieces = 0;
+    for (std::size_t at = 0; at < token.size(); at += kPiece) {
+      if (text.find(token.substr(at, kPiece)) != std::string::npos) ++pieces;
+    }
+    EXPECT_LE(pieces, 1U) << text;
+    EXPECT_THAT(text, testing::HasSubstr("RCPT TO:<r0@bianchi.it>: 550 "));
+    EXPECT_THAT(text, testing::HasSubstr("RCPT TO:<r32@bianchi.it>: 550 ***"));
+  }
+}
+
 TEST(Trace, ThatCannotBeWrittenDoesNotStopTheMessage) {
   const SmtpServer server;
   SmtpOptions options = Quick();
@@ -322,6 +380,7 @@ TEST(Tracer, MasksTheWholeExchangeOfAnAuthentication) {
   tracer.Received("334 cHdk\r\n");
   tracer.Sent("qualsiasi cosa\r\n");
   tracer.Received("535-no\r\n535 non con pwd\r\n");
+  tracer.LoginOver();
   tracer.Sent("MAIL FROM:<a@x.it>\r\nRCPT TO:<b@x.it>\r\n");
   tracer.Note("con pwd\n");
   EXPECT_THAT(lines, ElementsAre("C: AUTH PLAIN ***", "S: 334 ***", "C: ***", "S: 535-no", "S: 535 ***",

@@ -25,6 +25,7 @@ struct Overheard {
   void LogIn(const std::string& token) {
     tracer.Sent("AUTH PLAIN " + token + "\r\n");
     tracer.Received("235 benvenuto\r\n");
+    tracer.LoginOver();
     lines.clear();
   }
 };
@@ -168,19 +169,48 @@ TEST(Masking, OfAShortSecretGoesByWords) {
   EXPECT_THAT(traced.lines, ElementsAre("S: 550 ***", "S: 550 nono123"));
 }
 
-TEST(Masking, OfALoginEndsWithAFinalReplyOnly) {
-  for (const std::string untidy :
-       {"", "bene", "235", "2350 bene", "35 bene", "334 cHdk", "354 avanti", "199 x"}) {
+TEST(Masking, OfALoginEndsWithNothingThatTheServerSays) {
+  for (const std::string untidy : {"", "bene", "235", "235 bene", "535 no", "235-", "2350 bene", "35 bene",
+                                   "334 cHdk", "354 avanti", "199 x"}) {
     SCOPED_TRACE(untidy);
     Overheard traced(kSecret);
     traced.tracer.Sent("AUTH LOGIN\r\n");
     traced.tracer.Received(untidy + "\n334 VXNlcm5hbWU6\r\n");
     traced.tracer.Sent("dXRlbnRl\r\n");
-    const bool over = untidy == "235";  // a code is a whole reply
-    EXPECT_EQ(traced.lines.back(), over ? "C: dXRlbnRl" : "C: ***");
-    traced.tracer.Received("235 bene\r\n");
+    EXPECT_EQ(traced.lines.back(), "C: ***");
+    traced.tracer.Received(untidy + "\n334 UGFzc3dvcmQ6\r\n");
+    traced.tracer.Sent("YWx0cm8=\r\n");
+    EXPECT_EQ(traced.lines.back(), "C: ***");
+    traced.tracer.Received("550 dXRlbnRl\r\n550 YWx0cm8\r\n");
+    EXPECT_EQ(traced.lines.back(), "S: 550 ***");
+    traced.tracer.LoginOver();
     traced.tracer.Sent("MAIL FROM:<a@x.example>\r\n");
     EXPECT_EQ(traced.lines.back(), "C: MAIL FROM:<a@x.example>");
+  }
+}
+
+TEST(Masking, OfALoginShowsWhatIsNoCredential) {
+  Overheard traced(kSecret);
+  traced.tracer.Sent("AUTH CRAM-MD5\r\n");
+  traced.tracer.Received("334 ?\r\n");
+  traced.tracer.Sent("*\r\n");
+  traced.tracer.Received("501 5.7.0 rinuncia\r\n");
+  traced.tracer.Sent("AUTH LOGIN dXRlbnRl\r\n");
+  traced.tracer.Received("535 no\r\n");
+  traced.tracer.Sent("QUIT\r\n");
+  EXPECT_THAT(traced.lines, ElementsAre("C: AUTH CRAM-MD5", "S: 334 ***", "C: *", "S: 501 5.7.0 rinuncia",
+                                        "C: AUTH LOGIN ***", "S: 535 no", "C: QUIT"));
+}
+
+TEST(Masking, KnowsTheSecretInACommandTooAndAllowsNothingOfIt) {
+  for (const std::string command : {"R2F0dG8uTmVybzc=", "Gatto.Nero7", "RCPT TO:<gatto.nero7@x.example>",
+                                    "AHV0ZW50ZQBHYXR0by5OZXJvNw=="}) {
+    SCOPED_TRACE(command);
+    Overheard traced(kSecret);
+    traced.tracer.Sent(command + "\r\n");
+    EXPECT_THAT(traced.lines, ElementsAre("C: ***"));
+    traced.tracer.Received("550 dice: " + command + "\r\n550 dice: Gatto.\r\n");
+    EXPECT_THAT(traced.lines, ElementsAre("C: ***", "S: 550 ***", "S: 550 ***"));
   }
 }
 
