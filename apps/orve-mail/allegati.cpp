@@ -117,7 +117,7 @@ std::string GenitoreDelleCopie() {
   return codice || !Allegati::NomeInnocuo(temporanea) ? "/tmp" : temporanea;
 }
 
-void Copia(const FileAmmesso& file, const std::string& copia) {
+void CopiaFile(const FileAmmesso& file, const std::string& copia) {
   const auto apri = [](const std::string& percorso) {
     auto oggetto = std::make_shared<posix::OggettoFile>(nullptr);
     const auto ultima = percorso.find_last_of("\\/");
@@ -125,6 +125,12 @@ void Copia(const FileAmmesso& file, const std::string& copia) {
     return oggetto;
   };
   apri(file.Percorso())->CopiaIn(apri(copia), 0);
+}
+
+[[noreturn]] void Impossibile(const std::string& nome, const host::Errore& errore) {
+  throw host::Errore(
+      errore.Numero(), errore.Sorgente(),
+      "Impossibile allegare il file \"" + mime::ForDisplay(nome) + "\": " + errore.Descrizione());
 }
 
 }  // namespace
@@ -201,7 +207,7 @@ std::string Allegati::PerLaLibreria(const Allegato& allegato) {
     } catch (const host::Errore&) {
       return copia;  // the library meets the missing file where it meets the others
     }
-    Copia(*file, copia);
+    CopiaFile(*file, copia);
     return copia;
   } catch (const host::Errore& errore) {
     throw ErroreProgramma(Uscita::kFileMancante, posix::PercorsoUnix(percorso) + ": " + errore.Descrizione());
@@ -214,6 +220,13 @@ std::string Allegati::PostoPer(const std::string& nome) {
   return posto;
 }
 
+void Allegati::Copia(const std::string& percorso, const std::string& posto) try {
+  CopiaFile(FileAmmesso(posix::PercorsoUnix(percorso), esclusi_), posto);
+  noti_[posto].vero = percorso;
+} catch (const host::Errore& errore) {
+  Impossibile(NomeIn(percorso), errore);
+}
+
 mime::Attachment Allegati::Apri(std::string_view percorso) const {
   const auto noto = noti_.find(percorso);
   const Noto come = noto != noti_.end() ? noto->second : Noto{NomeIn(percorso), {}, {}};
@@ -223,9 +236,7 @@ mime::Attachment Allegati::Apri(std::string_view percorso) const {
     allegato.held = std::move(file);
     return allegato;
   } catch (const host::Errore& errore) {
-    throw host::Errore(
-        errore.Numero(), errore.Sorgente(),
-        "Impossibile allegare il file \"" + mime::ForDisplay(come.nome) + "\": " + errore.Descrizione());
+    Impossibile(come.nome, errore);
   }
 }
 
