@@ -16,6 +16,7 @@
 
 #include "mime/attachment.h"
 #include "mime/header_text.h"
+#include "orve-mail/messaggio.h"
 #include "orve-mail/uscita.h"
 #include "posix/percorsi.h"
 #include "text/text.h"
@@ -76,11 +77,10 @@ void Giudica(int numero, const std::string& percorso, const std::vector<std::str
              const std::vector<std::string>& cartelle) {
   struct stat stato {};
   if (::fstat(numero, &stato) != 0) NonApribile(errno);
-  if (!S_ISREG(stato.st_mode))
-    NonAllegabile(mime::kErroreAccessoFile, S_ISDIR(stato.st_mode) ? "è una cartella" : "non è un file");
+  if (!S_ISREG(stato.st_mode)) NonAllegabile(mime::kErroreAccessoFile, NonFile(stato.st_mode));
   const auto stesso = [&stato](const std::string& file) { return StessoFile(stato, file); };
   if (std::any_of(esclusi.begin(), esclusi.end(), stesso)) {
-    Vieta("è un file riservato del programma e non si può allegare");
+    Vieta("è un file che il programma stesso usa e non si può allegare");
   }
   std::error_code codice;
   const std::string vero = fs::read_symlink(percorso, codice).native();

@@ -252,7 +252,7 @@ TEST_F(InvioManuale, TheKeyDoesNotLeaveWhenItIsChosenInTheWindow) {
     Clicca(finestra, "KVL_ALLEGA");
     regia.Poi("MostraMsg", [](QWidget& casella) {
       EXPECT_THAT(dynamic_cast<QMessageBox&>(casella).text().toStdString(),
-                  HasSubstr("è un file riservato del programma"));
+                  HasSubstr("è un file che il programma stesso usa"));
       QTest::keyClick(&casella, Qt::Key_Return);
     });
     Clicca(finestra, "cmd_Invia");
@@ -279,9 +279,10 @@ TEST_F(InvioManuale, WhatMayNotGoIsNotCopiedEither) {
       });
       Clicca(finestra, "KVL_ALLEGA");
     };
-    rifiutato("posta.db", "è un file riservato del programma");
-    rifiutato("posta.db.chiave", "è un file riservato del programma");
-    rifiutato("chiave.pdf", "Impossibile allegare il file \"chiave.pdf\": è un file riservato del programma");
+    rifiutato("posta.db", "è un file che il programma stesso usa");
+    rifiutato("posta.db.chiave", "è un file che il programma stesso usa");
+    rifiutato("chiave.pdf",
+              "Impossibile allegare il file \"chiave.pdf\": è un file che il programma stesso usa");
     rifiutato("sistema.pdf", "è un file del sistema");
     EXPECT_THAT(Allegati(finestra), IsEmpty());
     Clicca(finestra, "cmd_Invia");
