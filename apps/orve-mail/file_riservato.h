@@ -31,11 +31,15 @@ class FileAperto {
                                              std::size_t massimo);
 
 /// Opens a file for writing, with `modalita` besides: made with mode 600 when it is missing, never through a
-/// link, and no file of another user's but root's. Never waits for a pipe's reader. The descriptor is the
-/// caller's. Raises ErroreProgramma (kFileMancante): `cosa`, the file and the reason.
+/// link, and no file of another user's but root's; root may write the file of any user whose folder is not
+/// open to everybody. Never waits for a pipe's reader. The descriptor is the caller's. Raises ErroreProgramma
+/// (kFileMancante): `cosa`, the file and the reason.
 [[nodiscard]] int ApriFileProprio(const std::string& cosa, const std::string& file, int modalita);
 
 /// Whether the owner of a file may be trusted with what this user writes: himself, or root.
 [[nodiscard]] bool ProprietarioFidato(uid_t proprietario);
+
+/// Whether anybody at all could have prepared a file under this name: its folder takes files from everybody.
+[[nodiscard]] bool CartellaDiTutti(const std::string& file);
 
 }  // namespace orve::app
