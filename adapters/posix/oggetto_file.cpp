@@ -78,6 +78,13 @@ class Descrittore {
     if (numero_ >= 0) ::close(numero_);
   }
 
+  /// The bytes of a plain file.
+  [[nodiscard]] std::size_t Dimensione(const std::string& nativo) const {
+    struct stat stato {};
+    if (::fstat(numero_, &stato) != 0) throw ErroreDiSistema(errno, nativo);
+    if (!S_ISREG(stato.st_mode)) throw ErroreFile(kPermessoNegato, nativo);
+    return static_cast<std::size_t>(stato.st_size);
+  }
   // A disk that fills up may say so only here.
   void Chiudi(const std::string& nativo) {
     if (::close(std::exchange(numero_, -1)) != 0 && errno != EINTR) throw ErroreDiSistema(errno, nativo);
@@ -103,14 +110,20 @@ class Descrittore {
   int numero_;
 };
 
+// As many bytes as the file held when it was opened: one that shrinks meanwhile would arrive as a torso, and
+// one that grows would have no end.
 void CopiaContenuto(const std::string& da, const std::string& in) {
   constexpr std::size_t kPezzo = 65536;
-  const Descrittore origine(da, O_RDONLY);
+  const Descrittore origine(da, O_RDONLY | O_NONBLOCK);
+  std::size_t resto = origine.Dimensione(da);
   Descrittore copia(in, O_WRONLY | O_CREAT | O_EXCL);
   try {
     std::vector<char> pezzo(kPezzo);
-    while (const std::size_t letti = origine.Leggi(pezzo.data(), pezzo.size(), da)) {
+    while (resto > 0) {
+      const std::size_t letti = origine.Leggi(pezzo.data(), std::min(resto, pezzo.size()), da);
+      if (letti == 0) throw ErroreDiSistema(EIO, da);
       copia.Scrivi(pezzo.data(), letti, in);
+      resto -= letti;
     }
     copia.Chiudi(in);
   } catch (...) {

@@ -56,7 +56,8 @@ class OggettoFile : public host::OggettoFile {
   /// True for a file, no folder, that this program may read.
   [[nodiscard]] bool Esiste() override;
   void Chiudi() override {}
-  /// A copy that fails half way leaves no file behind.
+  /// Copies a plain file as long as it is when it is opened. Raises 57 for one that shrinks meanwhile, 70 for
+  /// what is no file. A copy that fails half way leaves no file behind.
   void CopiaIn(const std::shared_ptr<host::OggettoFile>& altro, std::int32_t opzioni) override;
   void Crea(std::int32_t tipo, const std::string& nome, const std::string& testo,
             std::int32_t opzioni) override;

@@ -17,6 +17,7 @@ struct Finestre::Comune {
       : opzioni(std::move(scelte)), copie(std::make_shared<posix::CartellaCopie>(opzioni.cartellaCopie)) {}
 
   [[nodiscard]] std::shared_ptr<host::OggettoFile> CreaFile() const {
+    if (opzioni.creaFile) return opzioni.creaFile();
     return opzioni.vaCopiato ? std::make_shared<posix::OggettoFile>(copie, opzioni.vaCopiato)
                              : std::make_shared<posix::OggettoFile>(copie);
   }

@@ -33,6 +33,8 @@ struct OpzioniFinestre {
   /// Whether a file, by its path of Unix, is copied before it is attached; by default one on a removable
   /// medium or on another machine.
   std::function<bool(const std::string&)> vaCopiato = {};
+  /// Makes the file objects, for a program that decides itself what is copied and where.
+  std::function<std::shared_ptr<host::OggettoFile>()> creaFile = {};
   /// Called each time a window is about to be shown.
   std::function<void()> mostra = {};
 };

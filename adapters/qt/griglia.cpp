@@ -98,7 +98,8 @@ void Griglia::Copia() {
   tabella_->setRowCount(static_cast<int>(righe.size()));
   for (int riga = 0; riga < tabella_->rowCount(); ++riga) {
     for (int i = 0; i < tabella_->columnCount(); ++i) {
-      const QString valore = Testo(righe[static_cast<std::size_t>(riga)][static_cast<std::size_t>(i)]);
+      const QString valore =
+          TestoVisibile(righe[static_cast<std::size_t>(riga)][static_cast<std::size_t>(i)]);
       auto* cella = new QTableWidgetItem(valore);
       // In a tag of its own, so that Qt takes it for markup whatever the text, and shows the text as it is.
       cella->setToolTip(QStringLiteral("<span>%1</span>").arg(valore.toHtmlEscaped()));

@@ -61,10 +61,10 @@ std::int32_t MostraCasella(const std::string& testo, std::int32_t stile, const s
   QMessageBox casella(padre != nullptr ? padre : QApplication::activeWindow());
   casella.setObjectName(QStringLiteral("MostraMsg"));
   casella.setTextFormat(Qt::PlainText);  // what a server or a file name says is no markup
-  casella.setWindowTitle(Testo(titolo));
+  casella.setWindowTitle(TestoVisibile(titolo));
   casella.setIcon(Figura(stile));
   // A box higher than the screen would hide its own buttons.
-  const QString intero = Testo(testo);
+  const QString intero = TestoVisibile(testo);
   if (intero.size() > kTestoIntero) {
     casella.setText(intero.left(kTestoIntero) + QStringLiteral("…"));
     casella.setDetailedText(intero);

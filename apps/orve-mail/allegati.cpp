@@ -16,6 +16,7 @@
 
 #include "mime/attachment.h"
 #include "mime/header_text.h"
+#include "orve-mail/messaggio.h"
 #include "orve-mail/uscita.h"
 #include "posix/percorsi.h"
 #include "text/text.h"
@@ -76,11 +77,10 @@ void Giudica(int numero, const std::string& percorso, const std::vector<std::str
              const std::vector<std::string>& cartelle) {
   struct stat stato {};
   if (::fstat(numero, &stato) != 0) NonApribile(errno);
-  if (!S_ISREG(stato.st_mode))
-    NonAllegabile(mime::kErroreAccessoFile, S_ISDIR(stato.st_mode) ? "è una cartella" : "non è un file");
+  if (!S_ISREG(stato.st_mode)) NonAllegabile(mime::kErroreAccessoFile, NonFile(stato.st_mode));
   const auto stesso = [&stato](const std::string& file) { return StessoFile(stato, file); };
   if (std::any_of(esclusi.begin(), esclusi.end(), stesso)) {
-    Vieta("è un file riservato del programma e non si può allegare");
+    Vieta("è un file che il programma stesso usa e non si può allegare");
   }
   std::error_code codice;
   const std::string vero = fs::read_symlink(percorso, codice).native();
@@ -117,7 +117,7 @@ std::string GenitoreDelleCopie() {
   return codice || !Allegati::NomeInnocuo(temporanea) ? "/tmp" : temporanea;
 }
 
-void Copia(const FileAmmesso& file, const std::string& copia) {
+void CopiaFile(const FileAmmesso& file, const std::string& copia) {
   const auto apri = [](const std::string& percorso) {
     auto oggetto = std::make_shared<posix::OggettoFile>(nullptr);
     const auto ultima = percorso.find_last_of("\\/");
@@ -125,6 +125,12 @@ void Copia(const FileAmmesso& file, const std::string& copia) {
     return oggetto;
   };
   apri(file.Percorso())->CopiaIn(apri(copia), 0);
+}
+
+[[noreturn]] void Impossibile(const std::string& nome, const host::Errore& errore) {
+  throw host::Errore(
+      errore.Numero(), errore.Sorgente(),
+      "Impossibile allegare il file \"" + mime::ForDisplay(nome) + "\": " + errore.Descrizione());
 }
 
 }  // namespace
@@ -201,7 +207,7 @@ std::string Allegati::PerLaLibreria(const Allegato& allegato) {
     } catch (const host::Errore&) {
       return copia;  // the library meets the missing file where it meets the others
     }
-    Copia(*file, copia);
+    CopiaFile(*file, copia);
     return copia;
   } catch (const host::Errore& errore) {
     throw ErroreProgramma(Uscita::kFileMancante, posix::PercorsoUnix(percorso) + ": " + errore.Descrizione());
@@ -214,6 +220,13 @@ std::string Allegati::PostoPer(const std::string& nome) {
   return posto;
 }
 
+void Allegati::Copia(const std::string& percorso, const std::string& posto) try {
+  CopiaFile(FileAmmesso(posix::PercorsoUnix(percorso), esclusi_), posto);
+  noti_[posto].vero = percorso;
+} catch (const host::Errore& errore) {
+  Impossibile(NomeIn(percorso), errore);
+}
+
 mime::Attachment Allegati::Apri(std::string_view percorso) const {
   const auto noto = noti_.find(percorso);
   const Noto come = noto != noti_.end() ? noto->second : Noto{NomeIn(percorso), {}, {}};
@@ -223,9 +236,7 @@ mime::Attachment Allegati::Apri(std::string_view percorso) const {
     allegato.held = std::move(file);
     return allegato;
   } catch (const host::Errore& errore) {
-    throw host::Errore(
-        errore.Numero(), errore.Sorgente(),
-        "Impossibile allegare il file \"" + mime::ForDisplay(come.nome) + "\": " + errore.Descrizione());
+    Impossibile(come.nome, errore);
   }
 }
 

@@ -81,9 +81,11 @@ class Allegati {
   /// gets the path of a copy all the same, behind which nothing stands. Raises ErroreProgramma
   /// (kFileMancante) for one that may not go.
   [[nodiscard]] std::string PerLaLibreria(const Allegato& allegato);
-  /// A path for a copy that somebody else makes, under a harmless name; `nome` is the file's own. Raises 52
-  /// for a text that is no plain file name.
+  /// A path for a copy under a harmless name; `nome` is the file's own. Raises 52 for a text that is no plain
+  /// file name.
   [[nodiscard]] std::string PostoPer(const std::string& nome);
+  /// Fills the place of a copy with the file, judged and held. Raises host::Errore as Apri does.
+  void Copia(const std::string& percorso, const std::string& posto);
 
   /// The file behind a path that the library names, judged and held, under its own name. Raises
   /// host::Errore 53, 70 or 75 with an Italian description.

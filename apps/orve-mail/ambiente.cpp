@@ -35,15 +35,17 @@ class CifratoreSigillato : public host::CifratorePassword {
   std::string Decripta(const std::string& testo) override { return testo; }
 };
 
-void RichiediCifratura(const PermessiInChiaro& permessi, const adapters::smtp::Target& meta) {
+void RichiediCifratura(const PermessiInChiaro& permessi, const Rimedi& rimedi,
+                       const adapters::smtp::Target& meta) {
   if (meta.encrypted || permessi.Per(meta.host, meta.port)) return;
   throw host::Errore(host::kArgomentoNonValido, "PermessiInChiaro",
-                     "utente e password viaggerebbero in chiaro fino a " + NomeServer(meta.host) +
-                         ": attivare TLS con imposta-server, oppure permetterlo con --password-in-chiaro");
+                     "utente e password viaggerebbero in chiaro fino a " + NomeServer(meta.host) + ": " +
+                         rimedi.cifratura + ", oppure permetterlo con --password-in-chiaro");
 }
 
 // A stored text that is not sealed is a password as it stands, and goes to whatever server stands beside it.
-adapters::smtp::Secret ApriPassword(const SigilloPassword& sigillo, const adapters::smtp::Target& meta) {
+adapters::smtp::Secret ApriPassword(const SigilloPassword& sigillo, const Rimedi& rimedi,
+                                    const adapters::smtp::Target& meta) {
   const std::string_view testo = meta.password.View();
   if (!SigilloPassword::Sigillato(testo)) return meta.password;
   const LegamePassword legame{meta.user, meta.host, meta.port, meta.encrypted};
@@ -52,7 +54,7 @@ adapters::smtp::Secret ApriPassword(const SigilloPassword& sigillo, const adapte
   } catch (const host::Errore&) {
     throw host::Errore(host::kArgomentoNonValido, "SigilloPassword",
                        "la password memorizzata di «" + meta.user + "» non vale per " + legame.Dove() +
-                           ", o la chiave è un'altra: memorizzarla di nuovo con imposta-password");
+                           ", o la chiave è un'altra: " + rimedi.password);
   }
 }
 
@@ -79,10 +81,10 @@ AmbienteProgramma::AmbienteProgramma(Terminale terminale, std::shared_ptr<const 
       note_(std::move(note)),
       allegati_(std::move(allegati)),
       directory_(OsservaDirectory(std::move(directory), note_)) {
-  smtp_.openPassword = [sigillo = SigilloPassword(chiave_),
-                        permessi = permessi_](const adapters::smtp::Target& meta) {
-    RichiediCifratura(*permessi, meta);
-    return ApriPassword(sigillo, meta);
+  smtp_.openPassword = [sigillo = SigilloPassword(chiave_), permessi = permessi_,
+                        rimedi = rimedi_](const adapters::smtp::Target& meta) {
+    RichiediCifratura(*permessi, *rimedi, meta);
+    return ApriPassword(sigillo, *rimedi, meta);
   };
 }
 

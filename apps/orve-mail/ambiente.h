@@ -13,6 +13,7 @@
 #include "orve-mail/chiave.h"
 #include "orve-mail/osservatori.h"
 #include "orve-mail/password_in_chiaro.h"
+#include "orve-mail/rimedi.h"
 #include "orve-mail/terminale.h"
 #include "posix/orologio.h"
 #include "posix/sistema.h"
@@ -46,6 +47,8 @@ class AmbienteProgramma : public host::Ambiente {
 
   /// The servers that may get a password without encryption; none unless this is called.
   void PermettiInChiaro(PermessiInChiaro permessi) { *permessi_ = std::move(permessi); }
+  /// What failures of a stored password or server tell the person to do; at first for the embedded database.
+  void ConRimedi(Rimedi rimedi) { *rimedi_ = std::move(rimedi); }
 
   std::shared_ptr<host::Messaggi> CreaMessaggi() override;
   std::shared_ptr<host::FormatoData> CreaFormatoData() override;
@@ -78,7 +81,8 @@ class AmbienteProgramma : public host::Ambiente {
   Terminale terminale_;
   std::shared_ptr<const Chiave> chiave_;
   std::shared_ptr<PermessiInChiaro> permessi_ =
-      std::make_shared<PermessiInChiaro>();  // the components look here
+      std::make_shared<PermessiInChiaro>();                      // the components look here
+  std::shared_ptr<Rimedi> rimedi_ = std::make_shared<Rimedi>();  // and here
   adapters::smtp::SmtpOptions smtp_;
   std::shared_ptr<adapters::smtp::ConnectionPool> connessioni_;
   std::shared_ptr<adapters::mapi::MailSystem> posta_;

@@ -33,44 +33,36 @@ class MessaggiDovePuoLeggerli : public host::Messaggi {
   std::shared_ptr<const std::weak_ptr<host::Form>> ultima_;
 };
 
-// A file of the window's under a path that the library's statements can take, with its own name for people.
-class FileDellaFinestra : public host::OggettoFile {
+// A file that is copied is judged first, as one that is attached where it lies is judged when it leaves. The
+// copy has a path that the library's statements can take, the file's own name for people, and goes with the
+// send.
+class FileDellaFinestra : public adapters::posix::OggettoFile {
  public:
-  FileDellaFinestra(std::shared_ptr<host::OggettoFile> vero, std::shared_ptr<Allegati> allegati)
-      : vero_(std::move(vero)), allegati_(std::move(allegati)) {}
-  [[nodiscard]] std::string Nome() override { return allegati_->NomeVero(vero_->Percorso()); }
-  [[nodiscard]] bool Esiste() override { return vero_->Esiste(); }
-  void Chiudi() override { vero_->Chiudi(); }
-  void CopiaIn(const std::shared_ptr<host::OggettoFile>& altro, std::int32_t opzioni) override {
-    vero_->CopiaIn(altro, opzioni);
+  explicit FileDellaFinestra(std::shared_ptr<Allegati> allegati)
+      : OggettoFile(nullptr,
+                    [](const std::string& nativo) {
+                      return !Allegati::NomeInnocuo(nativo) || adapters::posix::SuSupportoEsterno(nativo);
+                    }),
+        allegati_(std::move(allegati)) {}
+  [[nodiscard]] std::string Nome() override { return allegati_->NomeVero(Percorso()); }
+  void CopiaIn(const std::shared_ptr<host::OggettoFile>& altro, std::int32_t /*opzioni*/) override {
+    allegati_->Copia(Percorso(), host::Richiesto(altro).Percorso());
   }
-  void Crea(std::int32_t tipo, const std::string& nome, const std::string& testo,
+  void Crea(std::int32_t tipo, const std::string& nome, const std::string& /*testo*/,
             std::int32_t opzioni) override {
-    if (tipo != kCopia || Allegati::NomeInnocuo(nome)) return vero_->Crea(tipo, nome, testo, opzioni);
+    if (tipo != kCopia) throw host::Errore(host::kArgomentoNonValido);
     const std::string posto = allegati_->PostoPer(nome);
     const auto ultima = posto.rfind('\\');
-    vero_->Apri(posto.substr(ultima + 1), posto.substr(0, ultima), 0);
-  }
-  [[nodiscard]] std::string Percorso() override { return vero_->Percorso(); }
-  [[nodiscard]] std::int32_t Posizione() override { return vero_->Posizione(); }
-  void Apri(const std::string& nome, const std::string& cartella, std::int32_t opzioni) override {
-    vero_->Apri(nome, cartella, opzioni);
-  }
-  void ApriPercorso(const std::string& cartella, const std::string& nome, const std::string& testo,
-                    std::int32_t opzioni) override {
-    vero_->ApriPercorso(cartella, nome, testo, opzioni);
+    Apri(posto.substr(ultima + 1), posto.substr(0, ultima), opzioni);
   }
 
  private:
-  std::shared_ptr<host::OggettoFile> vero_;
   std::shared_ptr<Allegati> allegati_;
 };
 
-std::function<bool(const std::string&)> VaCopiato(bool perLaLibreria) {
-  if (!perLaLibreria) return {};
-  return [](const std::string& nativo) {
-    return !Allegati::NomeInnocuo(nativo) || adapters::posix::SuSupportoEsterno(nativo);
-  };
+std::function<std::shared_ptr<host::OggettoFile>()> CreatoreFile(std::shared_ptr<Allegati> allegati) {
+  if (!allegati) return {};
+  return [allegati = std::move(allegati)] { return std::make_shared<FileDellaFinestra>(allegati); };
 }
 
 }  // namespace
@@ -92,8 +84,7 @@ AmbienteFinestre::AmbienteFinestre(Terminale terminale, std::shared_ptr<const Ch
     : AmbienteProgramma(terminale, std::move(chiave), std::move(smtp), std::move(cartellaBase), note,
                         std::move(mapi), std::move(connessioni), std::move(directory), allegati),
       note_(note),
-      allegati_(std::move(allegati)),
-      finestre_({.programma = kProgramma, .vaCopiato = VaCopiato(allegati_ != nullptr), .mostra = [note] {
+      finestre_({.programma = kProgramma, .creaFile = CreatoreFile(std::move(allegati)), .mostra = [note] {
                    ++note->finestreMostrate;
                  }}) {}
 
@@ -121,9 +112,7 @@ std::shared_ptr<host::SelettoreFile> AmbienteFinestre::CreaSelettoreFile() {
 }
 
 std::shared_ptr<host::OggettoFile> AmbienteFinestre::CreaOggettoFile() {
-  auto oggetto = finestre_.CreaOggettoFile();
-  if (!allegati_) return oggetto;
-  return std::make_shared<FileDellaFinestra>(std::move(oggetto), allegati_);
+  return finestre_.CreaOggettoFile();
 }
 
 std::shared_ptr<host::CollezioneFile> AmbienteFinestre::CreaCollezioneFile() {

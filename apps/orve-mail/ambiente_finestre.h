@@ -36,7 +36,6 @@ class AmbienteFinestre : public AmbienteProgramma {
 
  private:
   OsservazioniPtr note_;
-  std::shared_ptr<Allegati> allegati_;
   adapters::qt::Finestre finestre_;
   std::shared_ptr<std::weak_ptr<host::Form>> ultima_ = std::make_shared<std::weak_ptr<host::Form>>();
 };

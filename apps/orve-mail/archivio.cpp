@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "odbc/odbc_connection.h"
@@ -36,13 +37,21 @@ constexpr std::string_view kOdbc = "odbc:";
 }
 
 // Behind the opening: the connection notices by itself when another file takes the place of the one it
-// opened.
+// opened. A register may be shared, and then belongs to whoever sent first; in a folder that is open to
+// everybody anybody could have laid it there.
 void RichiediRegistroProprio(const std::string& file) {
+  const std::string nativo = adapters::posix::PercorsoUnix(file);
   struct stat stato {};
-  if (::lstat(adapters::posix::PercorsoUnix(file).c_str(), &stato) == 0 && ProprietarioFidato(stato.st_uid))
-    return;
+  const bool noto = ::lstat(nativo.c_str(), &stato) == 0;
+  if (noto && (ProprietarioFidato(stato.st_uid) || !CartellaDiTutti(nativo))) return;
   throw ErroreProgramma(Uscita::kNonUtilizzabile,
-                        "Registro non utilizzabile: " + file + " appartiene a un altro utente");
+                        "Registro non utilizzabile: " + file +
+                            " appartiene a un altro utente e la sua cartella è aperta a tutti; indicare con "
+                            "--registro un file proprio, o in una cartella che non lo sia");
+}
+
+std::string ChiaveAccanto(const PosizioneArchivio& posizione) {
+  return FileArchivio(posizione) + ".chiave";
 }
 
 std::string FileRegistro(const PosizioneArchivio& posizione) {
@@ -98,7 +107,14 @@ std::string FileChiave(const PosizioneArchivio& posizione) {
     throw ErroreProgramma(Uscita::kComandoErrato,
                           "--chiave: con un database odbc: indicare il file della chiave");
   }
-  return FileArchivio(posizione) + ".chiave";
+  return ChiaveAccanto(posizione);
+}
+
+bool ChiaveDelDatabase(const PosizioneArchivio& posizione) {
+  if (SuOdbc(posizione)) return false;
+  std::error_code codice;
+  return posizione.chiave.empty() ||
+         std::filesystem::equivalent(posizione.chiave, ChiaveAccanto(posizione), codice);
 }
 
 std::vector<std::string> FileDelProgramma(const PosizioneArchivio& posizione) {

@@ -49,6 +49,9 @@ struct Archivio {
 /// (kComandoErrato) when a server is named and no key.
 [[nodiscard]] std::string FileChiave(const PosizioneArchivio& posizione);
 
+/// Whether that is the key beside the embedded database, however it was named, and not one that is shared.
+[[nodiscard]] bool ChiaveDelDatabase(const PosizioneArchivio& posizione);
+
 /// The files that are the program's own: the database with what SQLite keeps beside it, the key, the
 /// register. Some of them need not exist.
 [[nodiscard]] std::vector<std::string> FileDelProgramma(const PosizioneArchivio& posizione);

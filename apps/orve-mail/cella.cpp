@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <optional>
 
+#include "mime/header_text.h"
 #include "text/unseen.h"
 
 namespace orve::app {
@@ -34,8 +35,8 @@ bool SembraNumero(std::string_view pezzo) {
 }  // namespace
 
 std::string CellaInerte(std::string_view testo) {
-  std::string visibile =
-      text::ReplaceUnseen(testo, [](char32_t codice, text::Unseen) -> std::optional<std::string> {
+  std::string visibile = text::ReplaceUnseen(
+      adapters::mime::ValidUtf8(testo), [](char32_t codice, text::Unseen) -> std::optional<std::string> {
         const bool confine = codice == '\t' || codice == '\r' || codice == '\n';
         return confine ? std::nullopt : std::optional(text::Escaped(codice));
       });

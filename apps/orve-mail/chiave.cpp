@@ -88,8 +88,8 @@ Chiave::~Chiave() {
   sodium_memzero(byte_.data(), byte_.size());
 }
 
-void Chiave::Scrivi(const std::string& file) const {
-  std::string testo(soloLegate_ ? kIntestazione : kConSlegate);
+void Chiave::ScriviNuovo(const std::string& file, bool soloLegate) const {
+  std::string testo(soloLegate ? kIntestazione : kConSlegate);
   testo.resize(kIntestazione.size() + kCifre + 1);
   const Cancellazione cancella(testo);
   sodium_bin2base64(testo.data() + kIntestazione.size(), kCifre + 1, byte_.data(), kByte,
@@ -102,6 +102,27 @@ void Chiave::Scrivi(const std::string& file) const {
   } catch (...) {
     ::unlink(file.c_str());
     throw;
+  }
+}
+
+void Chiave::Scrivi(const std::string& file) const {
+  ScriviNuovo(file, soloLegate_);
+}
+
+void Chiave::RiservaALegate(const std::string& file) const {
+  struct stat stato {};
+  if (::lstat(file.c_str(), &stato) != 0) Inutilizzabile(file, std::generic_category().message(errno));
+  if (S_ISLNK(stato.st_mode)) Inutilizzabile(file, "è un collegamento simbolico");
+  if (Leggi(file).byte_ != byte_) Inutilizzabile(file, "contiene un'altra chiave");
+  const std::string nuova = file + ".nuova";
+  ScriviNuovo(nuova, true);
+  const bool alSuoPosto = ::chown(nuova.c_str(), stato.st_uid, stato.st_gid) == 0 &&
+                          ::chmod(nuova.c_str(), stato.st_mode & ALLPERMS) == 0 &&
+                          ::rename(nuova.c_str(), file.c_str()) == 0;
+  if (!alSuoPosto) {
+    const int motivo = errno;
+    ::unlink(nuova.c_str());
+    Inutilizzabile(file, std::generic_category().message(motivo));
   }
 }
 

@@ -29,6 +29,12 @@ class Chiave {
   /// lies there already or the file cannot be written.
   void Scrivi(const std::string& file) const;
 
+  /// Writes the file that this key was read from again, so that it opens bound passwords only: beside it,
+  /// then in its place, with its owner and mode. Raises ErroreProgramma (kNonUtilizzabile), and leaves the
+  /// file as it is, when it is a link or no longer holds this key, when something lies at the name followed
+  /// by ".nuova", or when it cannot be written.
+  void RiservaALegate(const std::string& file) const;
+
   /// Whether nothing was ever enciphered with it that is bound to no server.
   [[nodiscard]] bool SoloLegate() const { return soloLegate_; }
 
@@ -36,6 +42,8 @@ class Chiave {
 
  private:
   Chiave() = default;
+
+  void ScriviNuovo(const std::string& file, bool soloLegate) const;
 
   std::array<std::uint8_t, kByte> byte_{};
   bool soloLegate_ = true;

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <optional>
 
 #include "text/text.h"
+#include "text/unseen.h"
 
 namespace orve::app {
 
@@ -27,9 +29,13 @@ std::string DifettoDelNumero(std::string_view numero, std::size_t massimo) {
 std::string DifettoDelTesto(std::string_view testo, std::size_t massimo) {
   if (testo.empty()) return "è vuoto";
   if (testo.find('\'') != std::string_view::npos) return "contiene un apostrofo";
-  const bool controllo = std::any_of(
-      testo.begin(), testo.end(), [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; });
-  if (controllo) return "contiene caratteri di controllo";
+  text::Unseen nascosto = text::Unseen::kNo;
+  static_cast<void>(text::ReplaceUnseen(testo, [&nascosto](char32_t, text::Unseen genere) {
+    nascosto = genere;
+    return std::optional<std::string>();
+  }));
+  if (nascosto == text::Unseen::kControl) return "contiene caratteri di controllo";
+  if (nascosto == text::Unseen::kFormat) return "contiene caratteri invisibili";
   return text::Length(testo) > massimo ? "ha più di " + std::to_string(massimo) + " caratteri" : "";
 }
 

@@ -17,8 +17,8 @@
 #include "orve-mail/controllo_database.h"
 #include "orve-mail/controllo_server.h"
 #include "orve-mail/directory_osservata.h"
+#include "orve-mail/legatura_password.h"
 #include "orve-mail/opzioni_invio.h"
-#include "orve-mail/password_memorizzate.h"
 #include "orve-mail/referto.h"
 #include "posix/percorsi.h"
 
@@ -29,7 +29,10 @@ namespace {
 class Controllo {
  public:
   Controllo(const RichiestaInvio& richiesta, Terminale terminale)
-      : richiesta_(richiesta), referto_(terminale.uscita), terminale_(terminale) {}
+      : richiesta_(richiesta),
+        rimedi_(SuOdbc(richiesta.archivio)),
+        referto_(terminale.uscita),
+        terminale_(terminale) {}
 
   Uscita Esegui() {
     ApriChiave();
@@ -110,7 +113,7 @@ class Controllo {
     Prova("password in chiaro", "ricreare il database con crea-db",
           [&] { permessi = PermessiInChiaro(*archivio_, richiesta_.passwordInChiaro); });
     for (const AccountLetto& uno : account)
-      ControllaServer(uno, InChiaro(uno), permessi, richiesta_.smtp, referto_);
+      ControllaServer(uno, InChiaro(uno), permessi, richiesta_.smtp, rimedi_, referto_);
   }
 
   [[nodiscard]] std::optional<adapters::smtp::Secret> InChiaro(const AccountLetto& account) const {
@@ -123,46 +126,65 @@ class Controllo {
     }
   }
 
-  // Passwords from before they were bound to their servers. What is bound here is what stands in the database
-  // now, so that it is shown to the person.
+  // What is bound here is what stands in the database now, so that it is shown to the person.
   void ControllaPassword() {
     const char* const nome = "password degli account";
-    const char* const rimedio = "memorizzarle di nuovo con imposta-password";
-    Prova(nome, rimedio, [&] {
+    Prova(nome, rimedi_.password.c_str(), [&] {
+      const Legatura legatura = LegaPassword(*archivio_, SigilloPassword(chiave_));
       std::string riscritte;
+      for (const PasswordMemorizzata& password : legatura.riscritte)
+        Aggiungi(riscritte, password, " per " + password.legame.Dove());
       std::string rimaste;
-      std::size_t sigillate = 0;
-      for (const PasswordMemorizzata& password : LeggiPassword(*archivio_->connessione, {})) {
-        if (SigilloPassword::Sigillato(password.testo)) ++sigillate;
-        if (!SigilloPassword::SenzaLegame(password.testo)) continue;
-        const std::string account = "account " + std::to_string(password.account);
-        std::string& elenco = Lega(password) ? riscritte : rimaste;
-        elenco += (elenco.empty() ? "" : "; ") + account;
-        if (&elenco == &riscritte) elenco += " per " + password.legame.Dove();
+      std::string senzaServer;
+      for (const auto& [password, perche] : legatura.rimaste) {
+        if (perche == Slegata::kSenzaServer) {
+          Aggiungi(senzaServer, password, "");
+        } else {
+          Aggiungi(rimaste, password,
+                   perche == Slegata::kNonSiApre ? " (non si apre con questa chiave)"
+                   : perche == Slegata::kCopiata ? " (copiata: lo stesso testo sta in un altro account)"
+                                                 : " (nel database non si può riscrivere)");
+        }
       }
-      if (!rimaste.empty()) referto_.Avviso(nome, "non legate al loro server: " + rimaste, rimedio);
+      if (!rimaste.empty()) referto_.Avviso(nome, "non legate al loro server: " + rimaste, rimedi_.password);
+      if (!senzaServer.empty()) {
+        referto_.Avviso(nome, "senza un server a cui legarle: " + senzaServer,
+                        "assegnare un server all'account, o toglierne la password, e ripetere controlla");
+      }
       if (!riscritte.empty()) {
         referto_.Avviso(
             nome, "riscritte, ora legate al loro server: " + riscritte,
             "verificare che siano i server giusti; se uno non lo è, correggerlo e cambiare la password");
       }
-      if (rimaste.empty() && riscritte.empty()) {
-        referto_.Ok(nome, std::to_string(sigillate) + (sigillate == 1 ? " cifrata" : " cifrate") +
-                              ", legate al loro server");
+      if (legatura.rimaste.empty() && legatura.riscritte.empty()) {
+        referto_.Ok(nome, std::to_string(legatura.cifrate) +
+                              (legatura.cifrate == 1 ? " cifrata" : " cifrate") + ", legate al loro server");
       }
+      if (!legatura.RestaAperta() && !chiave_->SoloLegate()) RiservaChiave();
     });
   }
 
-  // Only the embedded database is written.
-  [[nodiscard]] bool Lega(const PasswordMemorizzata& password) const try {
-    if (!archivio_->incorporato) return false;
-    const SigilloPassword sigillo(chiave_);
-    const auto chiara = sigillo.Apri(password.testo, password.legame);
-    SostituisciPassword(*archivio_->incorporato, password.account,
-                        sigillo.Sigilla(chiara.View(), password.legame));
-    return true;
-  } catch (const host::Errore&) {
-    return false;
+  static void Aggiungi(std::string& elenco, const PasswordMemorizzata& password, const std::string& nota) {
+    elenco += (elenco.empty() ? "account " : "; account ") + std::to_string(password.account) + nota;
+  }
+
+  // An old text that somebody kept must not open again. A key that does not lie beside this database may
+  // serve others, in which such texts still stand.
+  void RiservaChiave() {
+    const std::string file = FileChiave(richiesta_.archivio);
+    const std::string aMano =
+        "quando nessun database che usa la chiave ha più password non legate, scrivere in " + file +
+        " orve-mail-chiave-2 al posto di orve-mail-chiave-1";
+    const char* const nome = "chiave delle password";
+    if (!ChiaveDelDatabase(richiesta_.archivio)) {
+      return referto_.Avviso(nome, "apre ancora le password non legate, e qui non ne restano", aMano);
+    }
+    try {
+      chiave_->RiservaALegate(file);
+      referto_.Ok(nome, "ora apre soltanto password legate al loro server");
+    } catch (const ErroreProgramma& errore) {
+      referto_.Avviso(nome, std::string("apre ancora le password non legate: ") + errore.what(), aMano);
+    }
   }
 
   void ControllaCartella() {
@@ -230,6 +252,7 @@ class Controllo {
   }
 
   const RichiestaInvio& richiesta_;
+  const Rimedi rimedi_;
   Referto referto_;
   Terminale terminale_;
   std::shared_ptr<const Chiave> chiave_;

@@ -96,7 +96,8 @@ Uscita Imposta(const ArgomentiServer& argomenti, Terminale terminale) {
     const auto prima = LeggiPassword(*archivio, {{}, argomenti.id});
     adapters::sqlite::ImpostaServer(*archivio, argomenti.id, argomenti.host, PortaInColonna(argomenti.porta),
                                     argomenti.senzaTls ? 0 : 1, argomenti.senzaAutenticazione ? 0 : 1);
-    PermettiInChiaro(*archivio, argomenti.host, static_cast<std::uint16_t>(argomenti.porta), inChiaro);
+    if (inChiaro) PermettiInChiaro(*archivio, argomenti.host, static_cast<std::uint16_t>(argomenti.porta));
+    RitiraPermessiSuperflui(*archivio);
     const auto dopo = LeggiPassword(*archivio, {{}, argomenti.id});
     for (std::size_t i = 0; i < prima.size(); ++i) trasloco.Sposta(*archivio, prima[i], dopo[i]);
     static_cast<void>(archivio->EseguiConValori("COMMIT", {}));

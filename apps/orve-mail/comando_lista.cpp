@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "orve-mail/comandi.h"
 #include "orve-mail/lista.h"
@@ -69,7 +70,13 @@ void AggiungiLista(CLI::App& programma, Contesto& contesto) {
                    "Cartella da cui le righe possono allegare file, oltre a quella dell'elenco (ripetibile)")
       ->type_name("CARTELLA")
       ->allow_extra_args(false)
-      ->check(CLI::ExistingDirectory.description(""));
+      ->check(CLI::Validator(
+          [](std::string& cartella) {
+            std::error_code codice;
+            const bool esiste = std::filesystem::is_directory(cartella, codice);
+            return esiste ? std::string() : "«" + cartella + "» non è una cartella";
+          },
+          ""));
   comando->add_flag("--ritenta-incerti", argomenti->lista.ritentaIncerti,
                     "Invia di nuovo le righe di cui non si sa se siano partite");
   AggiungiMessaggio(*comando, argomenti->invio);

@@ -1,6 +1,8 @@
 #include "orve-mail/controllo_server.h"
 
 #include <cstdint>
+#include <string>
+#include <utility>
 
 #include "smtp/probe.h"
 
@@ -16,8 +18,13 @@ constexpr std::uint64_t kPiccolo = 5 * kMega;
 
 class Racconto {
  public:
-  Racconto(const AccountLetto& account, bool senzaAccesso, const ProbeReport& esito, Referto& referto)
-      : account_(account), senzaAccesso_(senzaAccesso), esito_(esito), referto_(referto) {}
+  Racconto(const AccountLetto& account, std::string senzaAccesso, const ProbeReport& esito,
+           const Rimedi& rimedi, Referto& referto)
+      : account_(account),
+        senzaAccesso_(std::move(senzaAccesso)),
+        esito_(esito),
+        rimedi_(rimedi),
+        referto_(referto) {}
 
   void Tutto() {
     Passo(ProbeStep::kName, "nome del server", account_.server,
@@ -31,7 +38,7 @@ class Racconto {
     }
     Accesso();
     Limite();
-    if (senzaAccesso_) return Saltato("mittente");
+    if (!senzaAccesso_.empty()) return Saltato("mittente");
     Passo(ProbeStep::kSender, "mittente", "il server lo accetta",
           "chiedere al gestore che questo accesso possa inviare con questo indirizzo, o correggere "
           "l'indirizzo");
@@ -74,12 +81,12 @@ class Racconto {
     if (!account_.autenticazione) {
       return referto_.Saltato(Nome("AUTH"), "l'account invia senza autenticazione");
     }
-    if (senzaAccesso_) return referto_.Saltato(Nome("AUTH"), "senza password non si accede");
+    if (!senzaAccesso_.empty()) return referto_.Saltato(Nome("AUTH"), senzaAccesso_);
     if (Arrivato(ProbeStep::kAuthentication) && account_.utente.empty()) {
       return referto_.Avviso(Nome("AUTH"), "l'account non ha un nome utente", "indicarlo in FW98_USERNAME");
     }
     Passo(ProbeStep::kAuthentication, "AUTH", "utente " + account_.utente,
-          "correggere utente e password dell'account (imposta-password)");
+          "correggere l'utente dell'account (FW98_USERNAME), o la password: " + rimedi_.password);
   }
 
   void Limite() {
@@ -93,8 +100,9 @@ class Racconto {
   }
 
   const AccountLetto& account_;
-  const bool senzaAccesso_;
+  const std::string senzaAccesso_;  // why nobody logs in; empty: somebody does, or need not
   const ProbeReport& esito_;
+  const Rimedi& rimedi_;
   Referto& referto_;
 };
 
@@ -102,7 +110,7 @@ class Racconto {
 
 void ControllaServer(const AccountLetto& account, const std::optional<adapters::smtp::Secret>& password,
                      const PermessiInChiaro& permessi, const adapters::smtp::SmtpOptions& smtp,
-                     Referto& referto) {
+                     const Rimedi& rimedi, Referto& referto) {
   if (account.server.empty()) {
     return referto.Errore(account.titolo + ", nome del server", "l'account non ha un server",
                           "assegnare all'account un server di posta (FW98_IDSERVER_FW23)");
@@ -111,25 +119,27 @@ void ControllaServer(const AccountLetto& account, const std::optional<adapters::
   if (senzaPassword) {
     referto.Errore(account.titolo + ", password",
                    "non si apre con questa chiave per " + account.utente + " e questo server",
-                   "memorizzarla di nuovo con imposta-password, o indicare con --chiave la chiave giusta");
+                   rimedi.password + ", o indicare con --chiave la chiave giusta");
   }
   const bool negata =
       account.autenticazione && !account.cifrata && !permessi.Per(account.server, account.porta);
   if (negata) {
     referto.Errore(account.titolo + ", password in chiaro", "non è permessa, e gli invii falliscono",
-                   "attivare TLS con imposta-server, o permetterla con --password-in-chiaro");
+                   rimedi.cifratura + ", o permetterla con --password-in-chiaro");
   }
-  const bool senzaAccesso = senzaPassword || negata;
+  const std::string senzaAccesso = senzaPassword ? "senza password non si accede"
+                                   : negata      ? "la password in chiaro non è permessa"
+                                                 : "";
   adapters::smtp::Target meta;
   meta.host = account.server;
   meta.port = account.porta;
   meta.encrypted = account.cifrata;
-  if (account.autenticazione && !senzaAccesso) {
+  if (account.autenticazione && senzaAccesso.empty()) {
     meta.user = account.utente;
     meta.password = *password;
   }
   const ProbeReport esito = adapters::smtp::Probe(smtp, meta, account.indirizzo);
-  Racconto(account, senzaAccesso, esito, referto).Tutto();
+  Racconto(account, senzaAccesso, esito, rimedi, referto).Tutto();
 }
 
 }  // namespace orve::app

@@ -345,7 +345,10 @@ int EsitiLista::ScriviRiordinato(const std::string& nuovo) const {
   const int nuova =
       ::open(nuovo.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY, S_IRUSR | S_IWUSR);
   if (nuova < 0) return -1;
-  bool riuscito = ::flock(nuova, LOCK_EX | LOCK_NB) == 0 && ::fchmod(nuova, stato.st_mode & 07777) == 0;
+  // It stays his whose it was, when root goes on with another user's list.
+  bool riuscito = ::flock(nuova, LOCK_EX | LOCK_NB) == 0 &&
+                  (stato.st_uid == ::geteuid() || ::fchown(nuova, stato.st_uid, stato.st_gid) == 0) &&
+                  ::fchmod(nuova, stato.st_mode & 07777) == 0;
   std::string blocco = std::string(kTitoli) + lista_ + "\n";
   off_t fine = 0;
   const auto svuota = [&] {

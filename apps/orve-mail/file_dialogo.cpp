@@ -41,9 +41,9 @@ std::function<void(std::string_view)> ScriviDialogo(const std::string& file) {
     }
   });
   if (!flusso || !Scrivibile(numero)) {
-    throw ErroreProgramma(
-        Uscita::kFileMancante,
-        std::string(kNonScrivibile) + " " + file + ": non è un file; indicarne uno, oppure - per lo standard error");
+    throw ErroreProgramma(Uscita::kFileMancante,
+                          std::string(kNonScrivibile) + " " + file +
+                              ": non è un file; indicarne uno, oppure - per lo standard error");
   }
   return [flusso](std::string_view riga) {
     std::fputs((RigaSicura(riga) + "\n").c_str(), flusso.get());

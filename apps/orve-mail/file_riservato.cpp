@@ -63,9 +63,11 @@ int ApriFileProprio(const std::string& cosa, const std::string& file, int modali
     inutilizzabile(std::generic_category().message(motivo));
   }
   const bool noto = ::fstat(numero, &stato) == 0;
-  if (!noto || (S_ISREG(stato.st_mode) && !ProprietarioFidato(stato.st_uid))) {
+  const bool fidato =
+      ProprietarioFidato(stato.st_uid) || (::geteuid() == 0 && noto && !CartellaDiTutti(file));
+  if (!noto || (S_ISREG(stato.st_mode) && !fidato)) {
     ::close(numero);
-    inutilizzabile("appartiene a un altro utente");
+    inutilizzabile("appartiene a un altro utente; indicare un file proprio, o uno che non c'è ancora");
   }
   ::fcntl(numero, F_SETFL, modalita & O_APPEND);  // only the opening must not wait
   return numero;
@@ -82,6 +84,13 @@ std::optional<int> UscitaDelProgramma(const struct stat& stato) {
 
 bool ProprietarioFidato(uid_t proprietario) {
   return proprietario == ::geteuid() || proprietario == 0;
+}
+
+bool CartellaDiTutti(const std::string& file) {
+  const std::size_t ultima = file.rfind('/');
+  const std::string cartella = ultima == std::string::npos ? "." : file.substr(0, ultima + 1);
+  struct stat stato {};
+  return ::stat(cartella.c_str(), &stato) != 0 || (stato.st_mode & S_IWOTH) != 0;
 }
 
 }  // namespace orve::app

@@ -33,9 +33,10 @@ class FileAperto {
                                              std::size_t massimo);
 
 /// Opens a file for writing, with `modalita` besides: made with mode 600 when it is missing, never through a
-/// link, and no file of another user's but root's. A name of the system's for this program's own output
-/// (/dev/stdout) is that output. Never waits for a pipe's reader. The descriptor is the caller's. Raises
-/// ErroreProgramma (kFileMancante): `cosa`, the file and the reason.
+/// link, and no file of another user's but root's; root may write the file of any user whose folder is not
+/// open to everybody. A name of the system's for this program's own output (/dev/stdout) is that output.
+/// Never waits for a pipe's reader. The descriptor is the caller's. Raises ErroreProgramma (kFileMancante):
+/// `cosa`, the file and the reason.
 [[nodiscard]] int ApriFileProprio(const std::string& cosa, const std::string& file, int modalita);
 
 /// The descriptor of the program's output, or of its errors, when it is this file.
@@ -43,5 +44,8 @@ class FileAperto {
 
 /// Whether the owner of a file may be trusted with what this user writes: himself, or root.
 [[nodiscard]] bool ProprietarioFidato(uid_t proprietario);
+
+/// Whether anybody at all could have prepared a file under this name: its folder takes files from everybody.
+[[nodiscard]] bool CartellaDiTutti(const std::string& file);
 
 }  // namespace orve::app

@@ -10,7 +10,7 @@ namespace orve::app {
 
 namespace {
 
-std::string SuUnaRiga(std::string_view testo) {
+std::string RecordSuUnaRiga(std::string_view testo) {
   constexpr std::string_view kFineRiga = "\r\n";
   const std::string_view fine = testo.ends_with(kFineRiga) ? kFineRiga : "";
   testo.remove_suffix(fine.size());
@@ -25,7 +25,7 @@ std::string SuUnaRiga(std::string_view testo) {
 class FlussoSuUnaRiga : public host::TextStream {
  public:
   explicit FlussoSuUnaRiga(std::shared_ptr<host::TextStream> vero) : vero_(std::move(vero)) {}
-  void WriteLine(const std::string& testo) override { vero_->WriteLine(SuUnaRiga(testo)); }
+  void WriteLine(const std::string& testo) override { vero_->WriteLine(RecordSuUnaRiga(testo)); }
   void Close() override { vero_->Close(); }
 
  private:

@@ -83,15 +83,18 @@ VoceDestinatario LeggiDestinatario(std::string_view testo) {
   return voce;
 }
 
+const char* NonFile(mode_t modo) {
+  return S_ISDIR(modo) ? "è una cartella" : "non è un file";
+}
+
 // Opens without waiting and looks: a folder, a pipe or a device is no attachment and no body.
 void RichiediFileLeggibile(const std::string& file) {
   const int descrittore = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
   if (descrittore < 0) FileNonLeggibile(file, std::generic_category().message(errno));
   struct stat stato {};
   const bool semplice = ::fstat(descrittore, &stato) == 0 && S_ISREG(stato.st_mode);
-  const bool cartella = S_ISDIR(stato.st_mode);
   ::close(descrittore);
-  if (!semplice) FileNonLeggibile(file, cartella ? "è una cartella" : "non è un file");
+  if (!semplice) FileNonLeggibile(file, NonFile(stato.st_mode));
 }
 
 std::string LeggiCorpo(const std::string& testo, std::istream& ingresso,

@@ -157,7 +157,7 @@ void AggiungiRete(CLI::App& comando, OpzioniInvio& opzioni) {
   rete("--porta-tls", opzioni.porteTls,
        "Porta su cui TLS comincia subito, oltre alla 465 (ripetibile); vale per gli account cifrati", "PORTA")
       ->allow_extra_args(false)
-      ->check(CLI::Range(1, 65535));
+      ->check(NumeroFino(65535));
   comando
       .add_flag("--password-in-chiaro", opzioni.richiesta.passwordInChiaro,
                 "Permette, per questa volta, che utente e password viaggino senza TLS")

@@ -26,9 +26,13 @@ class PermessiInChiaro {
   std::set<std::pair<std::string, std::uint16_t>> server_;
 };
 
-/// Keeps or takes back the permission for a server, by its name and port: it does not go along when the
-/// server is pointed elsewhere. Raises host::Errore.
+/// Keeps the permission for a server, by its name and port: it does not go along when the server is pointed
+/// elsewhere. Raises host::Errore.
 void PermettiInChiaro(adapters::sqlite::SqliteConnection& archivio, const std::string& server,
-                      std::uint16_t porta, bool permesso);
+                      std::uint16_t porta);
+
+/// Takes back the permissions of places where no server of the database wants a login without TLS. Raises
+/// host::Errore.
+void RitiraPermessiSuperflui(adapters::sqlite::SqliteConnection& archivio);
 
 }  // namespace orve::app

@@ -21,7 +21,8 @@ std::int32_t Numero(const host::RecordSet& riga, const char* colonna, std::int32
 
 std::vector<PasswordMemorizzata> LeggiPassword(host::Connection& connessione, const QualiAccount& quali) {
   std::string istruzione =
-      "SELECT FW98_IDACCOUNT, FW98_USERNAME, FW98_PASSWORD, FW23_SERVERNAME, FW23_PORT, FW23_SSL"
+      "SELECT FW98_IDACCOUNT, FW98_USERNAME, FW98_PASSWORD, FW23_IDSERVER, FW23_SERVERNAME, FW23_PORT, "
+      "FW23_SSL"
       " FROM FW98_MAILACCOUNT LEFT OUTER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER";
   if (quali.account) istruzione += " WHERE FW98_IDACCOUNT = " + std::to_string(*quali.account);
   if (quali.server) istruzione += " WHERE FW98_IDSERVER_FW23 = " + std::to_string(*quali.server);
@@ -34,7 +35,8 @@ std::vector<PasswordMemorizzata> LeggiPassword(host::Connection& connessione, co
                         Testo(*righe, "FW98_PASSWORD"),
                         {Testo(*righe, "FW98_USERNAME"), server.empty() ? kServerPredefinito : server,
                          static_cast<std::uint16_t>(Numero(*righe, "FW23_PORT", kPortaPredefinita)),
-                         Numero(*righe, "FW23_SSL", 0) >= 1}});
+                         Numero(*righe, "FW23_SSL", 0) >= 1},
+                        !Testo(*righe, "FW23_IDSERVER").empty()});
   }
   return password;
 }
@@ -44,6 +46,15 @@ void SostituisciPassword(adapters::sqlite::SqliteConnection& connessione, std::i
   static_cast<void>(
       connessione.EseguiConValori("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = ?2 WHERE FW98_IDACCOUNT = ?1",
                                   {std::int64_t{account}, sigillata}));
+}
+
+bool SostituisciSeAncora(adapters::sqlite::SqliteConnection& connessione, const PasswordMemorizzata& prima,
+                         const std::string& sigillata) {
+  const auto cambiate = connessione.EseguiConValori(
+      "UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = ?3 WHERE FW98_IDACCOUNT = ?1 AND TRIM(FW98_PASSWORD) = ?2"
+      " RETURNING FW98_IDACCOUNT",
+      {std::int64_t{prima.account}, prima.testo, sigillata});
+  return !cambiate->Eof();
 }
 
 }  // namespace orve::app

@@ -14,8 +14,9 @@ namespace orve::app {
 
 struct PasswordMemorizzata {
   std::int32_t account = 0;
-  std::string testo;      // as stored; empty: none
-  LegamePassword legame;  // with the values that the library takes where a column is empty
+  std::string testo;       // as stored; empty: none
+  LegamePassword legame;   // with the values that the library takes where a column is empty
+  bool conServer = false;  // whether the account has a server of the database at all
 };
 
 /// Which accounts are meant: one, those of a server, or all.
@@ -31,5 +32,8 @@ struct QualiAccount {
 /// Raises host::Errore.
 void SostituisciPassword(adapters::sqlite::SqliteConnection& connessione, std::int32_t account,
                          const std::string& sigillata);
+/// The same for a password that still stands as it was read; false when it does not. Raises host::Errore.
+[[nodiscard]] bool SostituisciSeAncora(adapters::sqlite::SqliteConnection& connessione,
+                                       const PasswordMemorizzata& prima, const std::string& sigillata);
 
 }  // namespace orve::app

@@ -31,6 +31,7 @@ namespace {
 
 using adapters::qt::Pulsante;
 using adapters::qt::Testo;
+using adapters::qt::TestoVisibile;
 using adapters::qt::Utf8;
 
 constexpr int kIndirizzoDellaRiga = Qt::UserRole;  // the row of an address in its party
@@ -60,7 +61,7 @@ Testata TestataDi(int colonna, bool pec) {
 
 QString Uniti(const Parte& parte) {
   QStringList indirizzi;
-  for (const auto& uno : parte.indirizzi) indirizzi << Testo(uno.indirizzo);
+  for (const auto& uno : parte.indirizzi) indirizzi << TestoVisibile(uno.indirizzo);
   return indirizzi.join(QStringLiteral("; "));
 }
 
@@ -127,13 +128,13 @@ class ModelloParti : public QAbstractTableModel {
   static QString Cella(const Parte& parte, int colonna) {
     switch (colonna) {
       case kNominativo:
-        return Testo(parte.nome);
+        return TestoVisibile(parte.nome);
       case kGenere:
         return Testo(NomeGenere(parte.genere));
       case kCodice:
-        return Testo(parte.codice);
+        return TestoVisibile(parte.codice);
       case kDettaglio:
-        return Testo(parte.dettaglio);
+        return TestoVisibile(parte.dettaglio);
       default:
         return Uniti(parte);
     }
@@ -395,8 +396,8 @@ class FinestraDellaRubrica : public QDialog {
       const std::vector<bool> presi = IndirizziConsueti(*parte);
       for (std::size_t i = 0; i < parte->indirizzi.size(); ++i) {
         const auto& [indirizzo, destinazione] = parte->indirizzi[i];
-        QString testo = Testo(indirizzo);
-        if (!destinazione.empty()) testo += QStringLiteral("  (%1)").arg(Testo(destinazione));
+        QString testo = TestoVisibile(indirizzo);
+        if (!destinazione.empty()) testo += QStringLiteral("  (%1)").arg(TestoVisibile(destinazione));
         auto* voce = new QListWidgetItem(testo, indirizzi_);
         voce->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
         voce->setCheckState(presi[i] ? Qt::Checked : Qt::Unchecked);

@@ -6,6 +6,7 @@
 
 #include "host/errore.h"
 #include "host/variant.h"
+#include "mime/header_text.h"
 
 namespace orve::app {
 
@@ -15,12 +16,13 @@ using host::Richiesto;
 
 enum TipoIndirizzi : std::int32_t { kMail = 1, kPec = 3 };
 
-std::string NomePerElenco(std::string nome) {
+// As the recipients see it, and without what a list of recipients reads as its own.
+std::string NomePerElenco(const std::string& scelto) {
+  std::string nome = adapters::mime::NameSafe(scelto);
   for (char& c : nome) {
     if (c == ';') c = ',';
     if (c == '<') c = '(';
     if (c == '>') c = ')';
-    if (static_cast<unsigned char>(c) < ' ') c = ' ';
   }
   return nome;
 }

@@ -61,6 +61,7 @@ class Spedizione {
     }
     ambiente_->RegistraIn(sede.registro);
     ambiente_->PermettiInChiaro(sede.permessi);
+    ambiente_->ConRimedi(Rimedi(SuOdbc(richiesta.archivio)));
     if (richiesta.mittente) RichiediAccount(*sede.archivio.connessione, *richiesta.mittente, richiesta.pec);
   }
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "mime/header_text.h"
 #include "orve-mail/archivio.h"
 #include "orve-mail/cella.h"
 #include "orve-mail/riga_di_comando.h"
@@ -91,9 +92,10 @@ void ScriviCsv(const Elenco& elenco, const std::vector<Riga>& righe, std::ostrea
 }
 
 // What the engine leaves of the characters that a terminal obeys or a reader does not see. They can stand in
-// strings only.
+// strings only, as bytes can that are no text at all.
 std::string SenzaNascosti(const std::string& json) {
-  return text::ReplaceUnseen(json, [](char32_t codice, text::Unseen) { return text::Escaped(codice); });
+  return text::ReplaceUnseen(adapters::mime::ValidUtf8(json),
+                             [](char32_t codice, text::Unseen) { return text::Escaped(codice); });
 }
 
 // The engine writes JSON by itself, with its own numbers and nulls.

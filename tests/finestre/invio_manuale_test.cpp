@@ -33,7 +33,18 @@ std::vector<std::string> Allegati(QWidget& finestra) {
   return adapters::qt::Righe(finestra);
 }
 
-class InvioManuale : public ProvaConFinestre {};
+class InvioManuale : public ProvaConFinestre {
+ protected:
+  // The folders in which private copies lie.
+  [[nodiscard]] std::vector<std::string> Copie() const {
+    std::vector<std::string> trovate;
+    for (const auto& voce : std::filesystem::recursive_directory_iterator(cartella.Path())) {
+      const std::string nome = voce.path().filename().string();
+      if (nome.starts_with("orve-allegati-")) trovate.push_back(nome);
+    }
+    return trovate;
+  }
+};
 
 }  // namespace
 
@@ -241,7 +252,7 @@ TEST_F(InvioManuale, TheKeyDoesNotLeaveWhenItIsChosenInTheWindow) {
     Clicca(finestra, "KVL_ALLEGA");
     regia.Poi("MostraMsg", [](QWidget& casella) {
       EXPECT_THAT(dynamic_cast<QMessageBox&>(casella).text().toStdString(),
-                  HasSubstr("è un file riservato del programma"));
+                  HasSubstr("è un file che il programma stesso usa"));
       QTest::keyClick(&casella, Qt::Key_Return);
     });
     Clicca(finestra, "cmd_Invia");
@@ -249,6 +260,55 @@ TEST_F(InvioManuale, TheKeyDoesNotLeaveWhenItIsChosenInTheWindow) {
   const Esecuzione esecuzione = InviaQui({"--cliente", "1001", "--modo", "manuale", "--corpo", "x"});
   EXPECT_EQ(esecuzione.stato, 7) << esecuzione;
   EXPECT_THAT(server.OnlyMessage().attachments, IsEmpty());
+}
+
+TEST_F(InvioManuale, WhatMayNotGoIsNotCopiedEither) {
+  auto& server = AvviaServerOrdinario();
+  std::filesystem::create_directory(File("l'anno"));
+  const std::string db = File("l'anno/posta.db");
+  std::filesystem::copy_file(Db(), db);
+  std::filesystem::copy_file(Db() + ".chiave", db + ".chiave");
+  std::filesystem::create_symlink(db + ".chiave", File("l'anno/chiave.pdf"));
+  std::filesystem::create_symlink("/proc/self/environ", File("l'anno/sistema.pdf"));
+  NellaFinestra([&](QWidget& finestra) {
+    const auto rifiutato = [&](const std::string& nome, const std::string& motivo) {
+      regia.ScegliFile(File("l'anno/" + nome));
+      regia.Poi("MostraMsg", [motivo](QWidget& casella) {
+        EXPECT_THAT(dynamic_cast<QMessageBox&>(casella).text().toStdString(), HasSubstr(motivo));
+        QTest::keyClick(&casella, Qt::Key_Return);
+      });
+      Clicca(finestra, "KVL_ALLEGA");
+    };
+    rifiutato("posta.db", "è un file che il programma stesso usa");
+    rifiutato("posta.db.chiave", "è un file che il programma stesso usa");
+    rifiutato("chiave.pdf",
+              "Impossibile allegare il file \"chiave.pdf\": è un file che il programma stesso usa");
+    rifiutato("sistema.pdf", "è un file del sistema");
+    EXPECT_THAT(Allegati(finestra), IsEmpty());
+    Clicca(finestra, "cmd_Invia");
+  });
+  const Esecuzione esecuzione =
+      InviaQui({"--db", db, "--cliente", "1001", "--modo", "manuale", "--corpo", "x"});
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
+  EXPECT_THAT(server.OnlyMessage().attachments, IsEmpty());
+}
+
+TEST_F(InvioManuale, NoCopyOfWhatWasChosenStaysBehind) {
+  auto& server = AvviaServerOrdinario();
+  std::filesystem::create_directory(File("l'anno"));
+  const std::string listino = cartella.Write("l'anno/listino.pdf", "il listino");
+  NellaFinestra([&](QWidget& finestra) {
+    regia.ScegliFile(listino);
+    Clicca(finestra, "KVL_ALLEGA");
+    EXPECT_THAT(Allegati(finestra), ElementsAre("listino.pdf"));
+    EXPECT_THAT(Copie(), SizeIs(1));
+    Clicca(finestra, "cmd_Invia");
+  });
+  EXPECT_EQ(InviaQui({"--cliente", "1001", "--modo", "manuale", "--corpo", "x"}).stato, 0);
+  const support::ReceivedMessage messaggio = server.OnlyMessage();
+  ASSERT_THAT(messaggio.attachments, SizeIs(1));
+  EXPECT_EQ(messaggio.attachments[0].name, "listino.pdf");
+  EXPECT_THAT(Copie(), IsEmpty());
 }
 
 TEST_F(InvioManuale, WithoutAnAccountThePersonLearnsItAndNoWindowOpens) {

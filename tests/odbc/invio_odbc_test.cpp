@@ -221,6 +221,21 @@ TEST_F(InvioOdbc, TheCheckLooksTheServersDatabaseOverAndLeavesItAsItWas) {
   EXPECT_EQ(server.Count(), 0U);
 }
 
+TEST_F(InvioOdbc, WhatToDoIsSomethingThatCanBeDoneThere) {
+  AvviaServerDiPosta();
+  SulServer("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = 'orve2:AAAA' WHERE FW98_IDACCOUNT = 1");
+  const std::vector<std::string> invio = {"invia", "--ca", Ca(), "--a", "x@example.org", "--corpo", "x"};
+  const std::string rimedio = "far scrivere di nuovo in FW98_PASSWORD il testo che imposta-password dà";
+  EXPECT_THAT(EseguiSuOdbc(invio).errori, HasSubstr(rimedio));
+  EXPECT_THAT(EseguiSuOdbc({"controlla", "--ca", Ca()}).uscita, HasSubstr(rimedio));
+  SulServer("UPDATE FW23_FAXER SET FW23_SSL = 0");
+  for (const Esecuzione& esecuzione : {EseguiSuOdbc(invio), EseguiSuOdbc({"controlla", "--ca", Ca()})}) {
+    EXPECT_THAT(
+        esecuzione.uscita + esecuzione.errori,
+        AllOf(HasSubstr("far attivare TLS per il server nel database"), Not(HasSubstr("imposta-server"))));
+  }
+}
+
 TEST_F(InvioOdbc, AConnectionStringInTheWrongPlaceIsNotRepeated) {
   const Esecuzione esecuzione = Esegui({"registro", "odbc:Driver=FreeTDS;UID=posta;PWD=pa-ro-la"});
   EXPECT_EQ(esecuzione.stato, 2);

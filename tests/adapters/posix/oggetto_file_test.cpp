@@ -108,6 +108,28 @@ TEST_F(FileDellOspite, ACopyHasTheContentTheNameAndAPlaceOfItsOwn) {
   EXPECT_EQ(stato.st_mode & 0777, 0600U);
 }
 
+TEST_F(FileDellOspite, ACopyIsAsLongAsTheFileWasAtItsOpening) {
+  // The kernel's files give more, or less, than they say they hold, as those do that change meanwhile.
+  const auto copiaDi = [this](const std::string& cartellaDelNucleo, const std::string& nome) {
+    const auto origine = Nuovo();
+    origine->Apri(nome, Libreria(cartellaDelNucleo), 0);
+    const auto copia = Nuovo();
+    copia->Crea(host::OggettoFile::kCopia, nome, "", 0);
+    origine->CopiaIn(copia, 0);
+    return Contenuto(Unix(copia->Percorso()));
+  };
+  EXPECT_EQ(copiaDi("/proc/self", "status"), "");
+  EXPECT_EQ(Numero([&] { copiaDi("/sys/class/net/lo", "mtu"); }), kErroreDispositivo);
+}
+
+TEST_F(FileDellOspite, WhatIsNoFileIsNeitherWaitedForNorCopied) {
+  ASSERT_EQ(::mkfifo((cartella / "tubo").c_str(), 0600), 0);
+  const auto copia = Nuovo();
+  copia->Crea(host::OggettoFile::kCopia, "tubo", "", 0);
+  EXPECT_EQ(Numero([&] { Aperto("tubo")->CopiaIn(copia, 0); }), kPermessoNegato);
+  EXPECT_FALSE(copia->Esiste());
+}
+
 TEST_F(FileDellOspite, ACopyOutlivesWhoeverMadeIt) {
   Scrivi("a", "x");
   auto copia = Nuovo();

@@ -155,6 +155,16 @@ TEST_F(Allegati, TheTipOfARowShowsItsNameAsItIs) {
   });
 }
 
+TEST_F(Allegati, ANameThatTurnsTheTextRoundIsShownAsItStandsAndAttachedAsItIs) {
+  const std::string file = cartella.File("fattura\u202Efdp.exe");
+  servizio->vElencoAllegati = Variant::Array{PerLibreria(file)};
+  Apri([&](QWidget& finestra) {
+    EXPECT_THAT(Righe(finestra), ElementsAre("fattura\\u202Efdp.exe"));
+    Clicca(finestra, "cmd_Invia");
+  });
+  EXPECT_THAT(Consegnati(), ElementsAre(PerLibreria(file)));
+}
+
 TEST_F(Allegati, AFileThatIsNotThereIsNotListed) {
   servizio->vElencoAllegati = Variant::Array{PerLibreria(cartella.Radice() + "/manca.pdf")};
   Apri([&](QWidget& finestra) { EXPECT_THAT(Righe(finestra), IsEmpty()); });

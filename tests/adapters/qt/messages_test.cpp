@@ -90,6 +90,18 @@ TEST(Messaggi, AVeryLongTextKeepsItsButtonsOnTheScreen) {
   finestre.CreaMessaggi()->MostraMsg(lungo, host::kSemplice, "", nullptr);
 }
 
+TEST(Messaggi, WhatTurnsATextRoundIsShownAsAnEscapeAndLinesStay) {
+  Regia regia;
+  regia.Poi("MostraMsg", [](QWidget& finestra) {
+    auto& casella = dynamic_cast<QMessageBox&>(finestra);
+    EXPECT_EQ(casella.text().toStdString(), "Uno:\n\\u202Efdp.exe");
+    EXPECT_EQ(casella.windowTitle().toStdString(), "\\u202Eolotit");
+    casella.close();
+  });
+  Finestre finestre;
+  finestre.CreaMessaggi()->MostraMsg("Uno:\n\u202Efdp.exe", host::kSemplice, "\u202Eolotit", nullptr);
+}
+
 TEST(Messaggi, TheTitleOfAWindowIsMadeOnce) {
   Finestre finestre({.programma = "Gestionale"});
   const auto messaggi = finestre.CreaMessaggi();

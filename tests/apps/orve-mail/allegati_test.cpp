@@ -46,7 +46,7 @@ std::string RifiutoDiPreparare(const std::string& file, const std::vector<std::s
   return motivo.starts_with(prefisso) ? motivo.substr(prefisso.size()) : motivo;
 }
 
-constexpr const char* kDelProgramma = "è un file riservato del programma e non si può allegare";
+constexpr const char* kDelProgramma = "è un file che il programma stesso usa e non si può allegare";
 constexpr const char* kDelSistema = "è un file del sistema e non si può allegare";
 constexpr const char* kFuori = "sta fuori dalle cartelle da cui si può allegare";
 

@@ -33,6 +33,11 @@ TEST(CellaInerte, NumbersStayNumbers) {
 TEST(CellaInerte, WhatNobodySeesStandsThereAsAnEscape) {
   EXPECT_EQ(CellaInerte("a\x1B[31m\xC2\x9B\xE2\x80\x8F\x07 b"), "a\\u001B[31m\\u009B\\u200F\\u0007 b");
   EXPECT_EQ(CellaInerte("\xE2\x80\x8E=1"), "\\u200E=1");
+  EXPECT_EQ(CellaInerte("\x9B"
+                        "31mA"),
+            "\xEF\xBF\xBD"
+            "31mA")
+      << "what is no text is no command either";
 }
 
 }  // namespace orve::app

@@ -162,6 +162,12 @@ TEST_F(Comandi, WhatStrangersWroteNeitherRunsNorHidesInWhatIsListed) {
   EXPECT_THAT(Esegui({"eventi", "--json"}).uscita, HasSubstr(R"("a;=1\u009B")"));
 }
 
+TEST_F(Comandi, BytesThatAreNoTextAreNotPassedOn) {
+  Sql("INSERT INTO REGISTRO_INVII (OGGETTO) VALUES (CAST(x'9b33316d41' AS TEXT))");
+  EXPECT_THAT(Esegui({"registro", "--json"}).uscita, HasSubstr("\"OGGETTO\":\"\uFFFD31mA\""));
+  EXPECT_THAT(Esegui({"registro", "--csv"}).uscita, HasSubstr(",\uFFFD31mA,"));
+}
+
 TEST_F(Comandi, AnEmptyListIsStillAList) {
   EXPECT_EQ(Esegui({"eventi"}).uscita, "ID  ISTANTE  DITTA  CODICE  UTENTE  DATI\n");
   EXPECT_EQ(Esegui({"eventi", "--json"}).uscita, "[]\n");

@@ -242,18 +242,30 @@ TEST_F(Esiti, NothingIsWrittenThroughALink) {
     ADD_FAILURE() << "written through the link";
   } catch (const ErroreProgramma& errore) {
     EXPECT_EQ(errore.Stato(), Uscita::kFileMancante);
-    EXPECT_EQ(errore.what(), "File dei risultati " + legame + ": è un collegamento simbolico");
+    EXPECT_EQ(errore.what(),
+              "File dei risultati " + legame + ": è un collegamento simbolico; indicare il file stesso");
   }
   EXPECT_FALSE(std::filesystem::exists(vittima));
 }
 
-TEST_F(Esiti, AFileOfAnotherUserIsRefused) {
+TEST_F(Esiti, AFileOfAnotherUserIsRefusedButRootGoesOnWithHis) {
   if (::geteuid() != 0) GTEST_SKIP() << "only root can give a file away";
   EsitiLista(File(), "LISTA-1").Annota(2, kUna, "x", EsitoRiga::kInviato, "");
   const std::string prima = Testo();
   ASSERT_EQ(::chown(File().c_str(), 65534, 65534), 0);
-  EXPECT_THAT(Rifiuto(), HasSubstr("appartiene a un altro utente"));
+  ASSERT_EQ(::chmod(cartella.Path().c_str(), 01777), 0);  // where anybody could have laid it
+  EXPECT_THAT(Rifiuto(), HasSubstr("appartiene a un altro utente; indicare un file proprio"));
   EXPECT_EQ(Testo(), prima);
+  ASSERT_EQ(::chmod(cartella.Path().c_str(), 0755), 0);
+  {
+    EsitiLista esiti(File(), "LISTA-1");
+    EXPECT_EQ(esiti.Quante(), 1U);
+    esiti.Annota(2, kUna, "x", EsitoRiga::kInviato, "");
+    esiti.Riordina();
+  }
+  struct stat stato {};
+  ASSERT_EQ(::stat(File().c_str(), &stato), 0);
+  EXPECT_EQ(stato.st_uid, 65534U) << "it stays his";
 }
 
 // Somebody who guesses the name of the next file would own the results.

@@ -230,7 +230,7 @@ TEST_F(Lista, ARowReachesNoFileOutsideTheListsFolderAndNoneOfTheProgramsOwn) {
   EXPECT_THAT(server.Recipients(), ElementsAre("z@x"));
   EXPECT_THAT(esecuzione.errori, HasSubstr("Riga 2: a@x: fallito: /etc/passwd: sta fuori dalle cartelle"));
   EXPECT_THAT(esecuzione.errori, HasSubstr("Riga 7: f@x: fallito: " + File("prova.db.chiave") +
-                                           ": è un file riservato del programma"));
+                                           ": è un file che il programma stesso usa"));
   EXPECT_EQ(Manda({"--allegati-senza-controllo"}).stato, 9);
   EXPECT_THAT(server.Recipients(), ElementsAre("z@x"));
 }
@@ -242,7 +242,9 @@ TEST_F(Lista, ARowReachesTheFoldersThatThePersonOpensToIt) {
   altrove.Write("fatture/uno.txt", "uno");
   Scrivi("indirizzo;allegato\na@x;" + (altrove.Path() / "fatture/uno.txt").string() + "\n");
   EXPECT_EQ(Manda().stato, 9);
-  EXPECT_EQ(Manda({"--cartella-allegati", altrove.Path() / "manca"}).stato, 2);
+  const Esecuzione manca = Manda({"--cartella-allegati", altrove.Path() / "manca"});
+  EXPECT_EQ(manca.stato, 2) << manca;
+  EXPECT_THAT(manca.errori, HasSubstr("manca» non è una cartella\n"));
   EXPECT_EQ(Manda({"--cartella-allegati", altrove.Path()}).stato, 0);
   EXPECT_EQ(support::ReadFile(server.OnlyMessage().attachments.at(0).content), "uno");
 }

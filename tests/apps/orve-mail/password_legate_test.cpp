@@ -12,7 +12,9 @@ namespace orve::app {
 namespace {
 
 using ::testing::AllOf;
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::StartsWith;
 
@@ -30,16 +32,21 @@ class PasswordLegate : public ProvaIntera {
   }
   // As an installation from before the binding has it: its key, and the password of account 1.
   void TornaIndietro() const {
-    const std::string file = cartella.Write(
-        "prova.db.chiave", "orve-mail-chiave-1:BesN1L5LHd9xSgdiS/SdPS47R9ez9KsYDmeVDMNtDrY=\n");
+    const std::string file =
+        cartella.Write("prova.db.chiave", std::string("orve-mail-chiave-1:") + kCifre + "\n");
     ASSERT_EQ(::chmod(file.c_str(), 0600), 0);
     Sql(std::string("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = '") + kVecchia +
         "' WHERE FW98_IDACCOUNT = 1");
     Sql("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = NULL WHERE FW98_IDACCOUNT <> 1");
   }
 
+  [[nodiscard]] std::string Chiave() const { return support::ReadFile(Db() + ".chiave"); }
+
+  static constexpr const char* kCifre = "BesN1L5LHd9xSgdiS/SdPS47R9ez9KsYDmeVDMNtDrY=";
   static constexpr const char* kVecchia =
       "orve1:g8md1/IYHC3X9BlDjwFPG+rUQL0JDW0GhmfqSJdNYHFpbq8BTFWSY4lIgkahfaZcoSb/kdeixw==";
+  static constexpr const char* kAltra =
+      "orve1:zpyxj60d/n430tXo7kJCOfnlQnIAniIKS/MMkUteCSqlk4/hC0etH4ciHg+idc/vCqGPJ41T0A==";
   const std::vector<std::string> kMessaggio = {"--a", "x@example.org", "--corpo", "x"};
 };
 
@@ -101,6 +108,91 @@ TEST_F(PasswordLegate, OldOnesStillServeAndAreToldAndRewritten) {
   EXPECT_EQ(server.Count(), 2U);
   Sql("UPDATE FW23_FAXER SET FW23_SERVERNAME = '127.0.0.1' WHERE FW23_IDSERVER = 1");
   NonApre(Invia(kMessaggio));
+}
+
+TEST_F(PasswordLegate, WhenNoneIsLeftTheKeyOpensOldOnesNoMore) {
+  TornaIndietro();
+  AvviaServerOrdinario();
+  Sql(std::string("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = '") + kVecchia + "' WHERE FW98_IDACCOUNT = 1");
+  const Esecuzione controllo = Esegui({"controlla", "--ca", Ca()});
+  EXPECT_THAT(
+      controllo.uscita,
+      HasSubstr("[ok]      chiave delle password: ora apre soltanto password legate al loro server\n"))
+      << controllo;
+  EXPECT_EQ(Chiave(), std::string("orve-mail-chiave-2:") + kCifre + "\n");
+  struct stat stato {};
+  ASSERT_EQ(::stat((Db() + ".chiave").c_str(), &stato), 0);
+  EXPECT_EQ(stato.st_mode & 0777, 0600U);
+  EXPECT_EQ(Invia(kMessaggio).stato, 0) << "the bound ones serve on";
+  Sql(std::string("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = '") + kVecchia + "' WHERE FW98_IDACCOUNT = 1");
+  NonApre(Invia(kMessaggio));
+}
+
+TEST_F(PasswordLegate, AKeyThatCannotBeRewrittenOrMayServeOthersIsToldAndStays) {
+  TornaIndietro();
+  const std::string prima = Chiave();
+  const std::string altrove = cartella.Write("altrove", prima);
+  ASSERT_EQ(::chmod(altrove.c_str(), 0600), 0);
+  const std::string rimedio = " orve-mail-chiave-2 al posto di orve-mail-chiave-1\n";
+  const Esecuzione altrui = Esegui({"controlla", "--chiave", altrove});
+  EXPECT_THAT(altrui.uscita,
+              HasSubstr("[avviso]  chiave delle password: apre ancora le password non legate, e qui non ne"))
+      << altrui;
+  EXPECT_THAT(altrui.uscita, HasSubstr(rimedio));
+  EXPECT_EQ(support::ReadFile(altrove), prima);
+  cartella.Write("prova.db.chiave.nuova", "");
+  const Esecuzione occupata = Esegui({"controlla"});
+  EXPECT_THAT(occupata.uscita,
+              HasSubstr("[avviso]  chiave delle password: apre ancora le password non legate: File della"))
+      << occupata;
+  EXPECT_THAT(occupata.uscita, HasSubstr(rimedio));
+  std::filesystem::remove(File("prova.db.chiave.nuova"));
+  EXPECT_EQ(Chiave(), prima);
+  std::filesystem::remove(Db() + ".chiave");
+  std::filesystem::create_symlink(altrove, Db() + ".chiave");
+  EXPECT_THAT(Esegui({"controlla"}).uscita, HasSubstr("è un collegamento simbolico"));
+  EXPECT_EQ(support::ReadFile(altrove), prima);
+}
+
+TEST_F(PasswordLegate, ATextThatStandsInTwoRowsIsBoundInNeither) {
+  TornaIndietro();
+  AvviaServerOrdinario();
+  Sql(std::string("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = '") + kVecchia +
+      "' WHERE FW98_IDACCOUNT IN (1, 2)");
+  const Esecuzione controllo = Esegui({"controlla", "--ca", Ca()});
+  EXPECT_THAT(controllo.uscita,
+              HasSubstr("non legate al loro server: account 1 (copiata: lo stesso testo sta in un altro "
+                        "account); account 2 (copiata"))
+      << controllo;
+  EXPECT_EQ(Memorizzata(1), kVecchia);
+  EXPECT_EQ(Memorizzata(2), kVecchia);
+  EXPECT_THAT(Chiave(), StartsWith("orve-mail-chiave-1:"));
+}
+
+TEST_F(PasswordLegate, WithoutAServerThereIsNothingToBindThemTo) {
+  TornaIndietro();
+  Sql(std::string("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = '") + kVecchia +
+      "', FW98_IDSERVER_FW23 = NULL WHERE FW98_IDACCOUNT = 1");
+  const Esecuzione controllo = Esegui({"controlla"});
+  EXPECT_THAT(
+      controllo.uscita,
+      HasSubstr("[avviso]  password degli account: senza un server a cui legarle: account 1 | Che fare: "))
+      << controllo;
+  EXPECT_EQ(Memorizzata(1), kVecchia);
+  EXPECT_THAT(Chiave(), StartsWith("orve-mail-chiave-1:"));
+}
+
+TEST_F(PasswordLegate, APasswordThatWasStoredMeanwhileIsNotOverwritten) {
+  TornaIndietro();
+  AvviaServerOrdinario();
+  Sql(std::string("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = '") + kVecchia + "' WHERE FW98_IDACCOUNT = 1");
+  Sql(std::string("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = ' ") + kAltra + "' WHERE FW98_IDACCOUNT = 2");
+  // Somebody stores the second one while the first is being rewritten.
+  Sql("CREATE TRIGGER MEANWHILE AFTER UPDATE OF FW98_PASSWORD ON FW98_MAILACCOUNT WHEN NEW.FW98_IDACCOUNT = 1"
+      " BEGIN UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = 'appena scritta' WHERE FW98_IDACCOUNT = 2; END");
+  const Esecuzione controllo = Esegui({"controlla", "--ca", Ca()});
+  EXPECT_EQ(Memorizzata(2), "appena scritta");
+  EXPECT_THAT(controllo.uscita, HasSubstr("account 2 (nel database non si può riscrivere)")) << controllo;
 }
 
 TEST_F(PasswordLegate, WhoHasTheKeyTakesThemAlongToAnotherServer) {
@@ -207,6 +299,40 @@ TEST_F(PasswordInChiaro, IsAllowedForAServerUntilThatIsTakenBack) {
   EXPECT_EQ(server_.Count(), 1U);
 }
 
+TEST_F(PasswordInChiaro, IsKeptWhileSomeServerThereWantsItAndNoLonger) {
+  const auto permessi = [this] {
+    return Sql("SELECT SERVER || ':' || PORTA AS C1 FROM SERVER_IN_CHIARO ORDER BY 1");
+  };
+  const auto imposta = [this](const std::string& server, const std::string& host, const std::string& porta,
+                              const std::string& opzione) {
+    const Esecuzione esecuzione =
+        Esegui({"imposta-server", server, "--host", host, "--porta", porta, "--senza-tls", opzione});
+    EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
+  };
+  imposta("1", "H.example", "40025", "--password-in-chiaro");
+  imposta("2", "h.example", "40025", "--senza-autenticazione");
+  EXPECT_THAT(permessi(), ElementsAre(ElementsAre("h.example:40025"))) << "the first server needs it";
+  imposta("3", "h.example", "40025", "--password-in-chiaro");
+  imposta("3", "z.example", "25", "--password-in-chiaro");
+  EXPECT_THAT(permessi(), ElementsAre(ElementsAre("h.example:40025"), ElementsAre("z.example:25")));
+  imposta("3", "y.example", "25", "--senza-autenticazione");
+  EXPECT_THAT(permessi(), ElementsAre(ElementsAre("h.example:40025"))) << "nobody is at the old place";
+  imposta("1", "h.example", "40025", "--senza-autenticazione");
+  EXPECT_THAT(permessi(), IsEmpty());
+}
+
+TEST_F(PasswordInChiaro, ARowThatIsNoPermissionStopsNoSend) {
+  EXPECT_EQ(Imposta({"--password-in-chiaro"}).stato, 0);
+  Sql("DROP TABLE SERVER_IN_CHIARO");
+  Sql("CREATE TABLE SERVER_IN_CHIARO (SERVER, PORTA)");
+  Sql("INSERT INTO SERVER_IN_CHIARO VALUES ('localhost', NULL), ('localhost', 'x'), (NULL, 25),"
+      " ('localhost', 99999999999), ('localhost', " +
+      std::to_string(server_.Port()) + ")");
+  const Esecuzione esecuzione = Invia(kMessaggio);
+  EXPECT_EQ(esecuzione.stato, 0) << esecuzione;
+  EXPECT_EQ(server_.Count(), 1U);
+}
+
 TEST_F(PasswordInChiaro, TheCommandWantsItSaid) {
   const Esecuzione senza = Imposta({});
   EXPECT_EQ(senza.stato, 2) << senza;
@@ -221,6 +347,7 @@ TEST_F(PasswordInChiaro, ACheckTellsThatItIsNotAllowedAndDoesNotLogIn) {
   const Esecuzione negata = Esegui({"controlla", "--dialogo", File("dialogo")});
   EXPECT_THAT(negata.uscita, HasSubstr("password in chiaro: non è permessa, e gli invii falliscono"))
       << negata;
+  EXPECT_THAT(negata.uscita, HasSubstr("AUTH: la password in chiaro non è permessa\n"));
   EXPECT_THAT(support::ReadFile(File("dialogo")), Not(HasSubstr("C: AUTH")));
   const Esecuzione permessa = Esegui({"controlla", "--password-in-chiaro"});
   EXPECT_THAT(permessa.uscita, Not(HasSubstr("password in chiaro: non è permessa"))) << permessa;

@@ -114,23 +114,31 @@ TEST_F(Riservatezza, NoFileIsWrittenThroughALink) {
                                         ": è un collegamento simbolico; indicare il file stesso"));
   const Esecuzione dialogo = Esegui({"invia", "--dialogo", legame, "--a", "x@example.org", "--corpo", "x"});
   EXPECT_EQ(dialogo.stato, 6) << dialogo;
-  EXPECT_THAT(dialogo.errori, HasSubstr("--dialogo: impossibile scrivere " + legame + ": è un collegamento"));
+  EXPECT_THAT(dialogo.errori, HasSubstr("--dialogo: impossibile scrivere " + legame +
+                                        ": è un collegamento simbolico; indicare il file"));
   const Esecuzione registro = Esegui({"invia", "--registro", legame, "--a", "x@example.org", "--corpo", "x"});
   EXPECT_EQ(registro.stato, 5) << registro;
   EXPECT_THAT(registro.errori, HasSubstr(legame + " è un collegamento simbolico"));
   EXPECT_EQ(support::ReadFile(vittima), "intatta");
 }
 
-TEST_F(Riservatezza, ARegisterOfAnotherUserIsRefused) {
+TEST_F(Riservatezza, ARegisterOfAnotherUserServesWhereNotEverybodyCouldHaveLaidIt) {
   if (::geteuid() != 0) GTEST_SKIP() << "only root can give a file away";
   AvviaServerOrdinario();
-  const std::vector<std::string> invio = {"--registro",    File("registro"), "--a",
-                                          "x@example.org", "--corpo",        "x"};
+  const std::string comune = File("comune");
+  std::filesystem::create_directory(comune);
+  const std::string registro = comune + "/registro";
+  const std::vector<std::string> invio = {"--registro", registro, "--a", "x@example.org", "--corpo", "x"};
   ASSERT_EQ(Invia(invio).stato, 0);
-  ASSERT_EQ(::chown(File("registro").c_str(), 65534, 65534), 0);
+  ASSERT_EQ(::chown(registro.c_str(), 65534, 65534), 0);
+  ASSERT_EQ(::chmod(comune.c_str(), 0770), 0);
+  EXPECT_EQ(Invia(invio).stato, 0) << "shared by those who may write the folder";
+  ASSERT_EQ(::chmod(comune.c_str(), 01777), 0);
   const Esecuzione rifiutato = Invia(invio);
   EXPECT_EQ(rifiutato.stato, 5) << rifiutato;
-  EXPECT_THAT(rifiutato.errori, HasSubstr(File("registro") + " appartiene a un altro utente"));
+  EXPECT_THAT(
+      rifiutato.errori,
+      HasSubstr(registro + " appartiene a un altro utente e la sua cartella è aperta a tutti; indicare"));
 }
 
 }  // namespace
