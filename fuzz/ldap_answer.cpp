@@ -1,11 +1,13 @@
 // The answer of a directory's server that says anything at all: libldap takes the bytes apart, and the reader
-// of entries what comes of them.
+// of entries what comes of them. No more is read than the connection is allowed to.
 #include <ldap.h>
 #include <openldap.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -13,6 +15,7 @@
 #include <string_view>
 #include <vector>
 
+#include "ldap/allowance.h"
 #include "ldap/entry_reader.h"
 #include "support.h"
 
@@ -28,6 +31,7 @@ extern "C" const char* __lsan_default_suppressions() {  // NOLINT
 namespace orve::fuzz {
 namespace {
 
+using adapters::ldap::Allowance;
 using adapters::ldap::Entry;
 using adapters::ldap::EntryReader;
 
@@ -41,7 +45,7 @@ struct Released {
 /// A connection over which the server has said all that it will.
 class Connection {
  public:
-  explicit Connection(std::string_view words) {
+  Connection(std::string_view words, std::size_t allowed) {
     std::array<int, 2> ends{};
     Require(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) == 0, "a connection");
     server_ = ends[1];
@@ -57,6 +61,9 @@ class Connection {
     ber_len_t largest = EntryReader::kLargestMessage;
     ::ldap_get_option(handle, LDAP_OPT_SOCKBUF, static_cast<void*>(&socket));
     ::ber_sockbuf_ctrl(socket, LBER_SB_OPT_SET_MAX_INCOMING, &largest);
+    client_ = ::dup(ends[0]);
+    allowance_.Begin(std::chrono::hours(1), allowed);
+    Allowance::Join(socket, &allowance_);
     constexpr int kVersion = LDAP_VERSION3;
     ::ldap_set_option(handle, LDAP_OPT_PROTOCOL_VERSION, &kVersion);
     ::ldap_set_option(handle, LDAP_OPT_REFERRALS, LDAP_OPT_OFF);
@@ -68,12 +75,21 @@ class Connection {
   ~Connection() {
     handle_.reset();
     ::close(server_);
+    ::close(client_);
+  }
+  /// How much of the words nobody has read.
+  [[nodiscard]] std::size_t Unread() const {
+    int bytes = 0;
+    Require(::ioctl(client_, FIONREAD, &bytes) == 0, "the connection can be asked");
+    return static_cast<std::size_t>(bytes);
   }
   [[nodiscard]] LDAP* Handle() const { return handle_.get(); }
 
  private:
+  Allowance allowance_;
   std::unique_ptr<LDAP, Ended> handle_;
   int server_ = -1;
+  int client_ = -1;  // stays when the handle has closed its own
 };
 
 void Check(const std::vector<Entry>& entries, std::string_view words) {
@@ -101,7 +117,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   using namespace orve::fuzz;
   if (size > 60000) return 0;  // what a connection takes at once
   const std::string_view words(reinterpret_cast<const char*>(data), size);
-  const Connection connection(words);
+  const std::size_t allowed = size % 4 == 0 ? size / 2 : size;
+  const Connection connection(words, allowed);
   int id = 0;
   if (::ldap_search_ext(connection.Handle(), "", LDAP_SCOPE_BASE, "(objectClass=*)", nullptr, 0, nullptr,
                         nullptr, nullptr, 0, &id) != LDAP_SUCCESS) {
@@ -115,5 +132,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (kind <= 0 || reader.Take(message) != EntryReader::Taken::kMore) break;
   }
   Check(reader.Entries(), words);
+  Require(size - connection.Unread() <= allowed, "no more is read than is allowed");
   return 0;
 }

@@ -1,5 +1,6 @@
 // The trace of a dialogue with a server that repeats the password: in any of the forms that programs undo,
-// one inside the other, spread over words, lines and replies, with anything before and behind it.
+// one inside the other, spread over words, lines and replies, with anything before and behind it. And of a
+// login during which it says anything at all.
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -83,12 +84,60 @@ std::string Shown(const std::vector<std::string>& trace) {
   return shown;
 }
 
+/// The text of a failure, put together of refusals as a session does.
+std::string Refusals(Tracer& tracer, const std::string& text, std::size_t size) {
+  std::string joined;
+  for (std::size_t at = 0; at < text.size(); at += size) {
+    if (!joined.empty()) joined += "; ";
+    joined += "RCPT TO:<b@x.example>: " + tracer.Received("550 " + text.substr(at, size));
+  }
+  return joined;
+}
+
+/// What of the server's words stands in such a text.
+std::string Told(const std::string& refusals) {
+  static constexpr std::string_view kBefore = "RCPT TO:<b@x.example>: 550 ";
+  std::string told;
+  for (std::size_t at = refusals.find(kBefore); at != std::string::npos;) {
+    const std::size_t next = refusals.find(kBefore, at + 1);
+    const std::size_t end =
+        next == std::string::npos ? refusals.size() : next - std::string_view("; ").size();
+    const std::string words = refusals.substr(at + kBefore.size(), end - at - kBefore.size());
+    if (words != "***") told += words;
+    at = next;
+  }
+  return told;
+}
+
+/// A login over which the server says `words`, as often as it is asked.
+void LogIn(std::string_view words) {
+  std::vector<std::string> trace;
+  Tracer tracer([&](std::string_view line) { trace.emplace_back(line); }, kPassword);
+  tracer.Sent("AUTH LOGIN\r\n");
+  tracer.Received(words);
+  tracer.Sent("dXRlbnRl\r\n");
+  tracer.Received(words);
+  const std::string password = Base64Of(kPassword);
+  tracer.Sent(password + "\r\n");
+  tracer.LoginOver();
+  tracer.Sent("MAIL FROM:<a@x.example>\r\n");
+  tracer.Received("550 " + password + "\r\n");
+  std::size_t commands = 0;
+  for (const std::string& line : trace) {
+    if (line.starts_with("C: ")) ++commands;
+    Require(line.find(password) == std::string::npos, "no line shows the password that was sent");
+    Require(line != "C: dXRlbnRl", "no line shows the user that was sent");
+  }
+  Require(commands == 4, "every command is told");
+}
+
 }  // namespace
 }  // namespace orve::fuzz
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace orve::fuzz;
   if (size > 4096) return 0;
+  LogIn({reinterpret_cast<const char*>(data), size});
   Input input(data, size);
   const unsigned flags = input.Byte();
   const std::size_t from = input.Byte() % (kPassword.size() - kRun + 1);
@@ -102,6 +151,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Tracer tracer([&](std::string_view line) { trace.emplace_back(line); }, kPassword);
   tracer.Sent("AUTH PLAIN " + std::string(kToken) + "\r\n");
   tracer.Received("235 Ok\r\n");
+  tracer.LoginOver();
   tracer.Received(input.Rest());  // whatever the server says besides
   trace.clear();
   tracer.Received("250 Ok\r\n" + InPieces(repeated, piece));
@@ -116,6 +166,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     Require(line.find(kToken.substr(0, kRun * 2)) == std::string::npos,
             "no line shows what was sent as credentials");
+  }
+  for (const bool traced : {false, true}) {
+    Tracer other(traced ? Tracer::Sink([](std::string_view) {}) : Tracer::Sink(), kPassword);
+    other.Sent("AUTH PLAIN " + std::string(kToken) + "\r\n");
+    other.LoginOver();
+    Require(Told(Refusals(other, repeated, piece)).find(repeated) == std::string::npos,
+            "the text of several refusals shows no form of the secret");
   }
   const std::string words = std::string(input.Rest().substr(0, 100)) + " / 550 " + repeated;
   Require(tracer.Masked(words) == "***", "the text of a failure shows no form of the secret");

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "host/errore.h"
+#include "text/unseen.h"
 
 namespace orve::adapters::ldap {
 
@@ -15,6 +16,10 @@ constexpr std::string_view kBehind = "))";
 
 bool IsHexDigit(char c) {
   return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
+
+std::string Visible(std::string_view name) {
+  return text::ReplaceUnseen(name, [](char32_t code, text::Unseen) { return text::Escaped(code); });
 }
 
 }  // namespace
@@ -34,9 +39,10 @@ void RequirePlainAccountName(std::string_view query) {
     if ("*()\0"sv.find(query[i]) == std::string_view::npos &&
         (query[i] != '\\' || BeginsEscape(query.substr(0, end), i)))
       continue;
-    throw host::Errore(
-        host::kArgomentoNonValido, "Directory",
-        "Il nome dell'utente di rete contiene caratteri che cambierebbero la ricerca nella directory");
+    throw host::Errore(host::kArgomentoNonValido, "Directory",
+                       "Il nome dell'utente di rete «" + Visible(query.substr(begin, end - begin)) +
+                           "» contiene caratteri che cambierebbero la ricerca nella directory; se ne fanno "
+                           "parte, * si scrive \\2a, ( \\28, ) \\29 e \\ \\5c");
   }
 }
 

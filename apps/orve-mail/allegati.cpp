@@ -16,7 +16,7 @@
 
 #include "mime/attachment.h"
 #include "mime/header_text.h"
-#include "orve-mail/messaggio.h"
+#include "orve-mail/file_riservato.h"
 #include "orve-mail/uscita.h"
 #include "posix/percorsi.h"
 #include "text/text.h"

@@ -82,6 +82,10 @@ std::optional<int> UscitaDelProgramma(const struct stat& stato) {
   return {};
 }
 
+const char* NonFile(mode_t modo) {
+  return S_ISDIR(modo) ? "è una cartella" : "non è un file";
+}
+
 bool ProprietarioFidato(uid_t proprietario) {
   return proprietario == ::geteuid() || proprietario == 0;
 }

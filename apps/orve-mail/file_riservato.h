@@ -42,6 +42,9 @@ class FileAperto {
 /// The descriptor of the program's output, or of its errors, when it is this file.
 [[nodiscard]] std::optional<int> UscitaDelProgramma(const struct stat& stato);
 
+/// What something is that is no plain file, for the person.
+[[nodiscard]] const char* NonFile(mode_t modo);
+
 /// Whether the owner of a file may be trusted with what this user writes: himself, or root.
 [[nodiscard]] bool ProprietarioFidato(uid_t proprietario);
 

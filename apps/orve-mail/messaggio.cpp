@@ -13,6 +13,7 @@
 #include "host/variant.h"
 #include "mime/header_text.h"
 #include "orve-mail/allegati.h"
+#include "orve-mail/file_riservato.h"
 #include "orve-mail/uscita.h"
 #include "text/text.h"
 
@@ -81,10 +82,6 @@ VoceDestinatario LeggiDestinatario(std::string_view testo) {
     DestinatarioErrato(testo, "nome e indirizzo non possono contenere «;», «<» o «>»");
   }
   return voce;
-}
-
-const char* NonFile(mode_t modo) {
-  return S_ISDIR(modo) ? "è una cartella" : "non è un file";
 }
 
 // Opens without waiting and looks: a folder, a pipe or a device is no attachment and no body.

@@ -4,8 +4,6 @@
 // and ">". What such a text cannot hold would arrive as something else, so that it is refused here.
 #pragma once
 
-#include <sys/types.h>
-
 #include <istream>
 #include <string>
 #include <string_view>
@@ -37,9 +35,6 @@ struct VoceDestinatario {
 
 /// Raises ErroreProgramma (kFileMancante) when the file is not there, is no plain file, or cannot be read.
 void RichiediFileLeggibile(const std::string& file);
-
-/// What something is that is no plain file, for the person.
-[[nodiscard]] const char* NonFile(mode_t modo);
 
 /// A date from "gg/mm/aaaa" or "aaaa-mm-gg". Raises ErroreProgramma (kComandoErrato).
 [[nodiscard]] host::DataOra LeggiData(const std::string& testo);

@@ -7,6 +7,7 @@
 #include "host/errore.h"
 #include "ldap/session.h"
 #include "orve-mail/file_riservato.h"
+#include "orve-mail/memoria.h"
 #include "orve-mail/messaggio.h"
 #include "orve-mail/uscita.h"
 
@@ -37,7 +38,7 @@ Access Accesso(const OpzioniDirectory& opzioni) {
 std::string PasswordDellAmbiente() {
   const char* const valore = std::getenv(kVariabilePassword);
   std::string password = valore != nullptr ? valore : "";
-  ::unsetenv(kVariabilePassword);
+  DimenticaVariabile(kVariabilePassword);
   return password;
 }
 

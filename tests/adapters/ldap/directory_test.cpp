@@ -23,6 +23,7 @@
 #include "addressing/active_directory.h"
 #include "fakes/errori.h"
 #include "host/sistema.h"
+#include "ldap/account_name.h"
 #include "ldap/allowance.h"
 #include "ldap/entry_reader.h"
 #include "ldap/failure.h"
@@ -862,6 +863,21 @@ TEST_F(Directory, ANameWithMoreThanANameFindsNobody) {
   }
   EXPECT_TRUE(LookUp(AsReader(server.SecureUrl()), "\\61rossi"));
   EXPECT_EQ(person.LastName, "Rossi");
+}
+
+TEST_F(Directory, ARefusedNameIsToldWithHowToWriteIt) {
+  const auto refused = [](const std::string& name) {
+    const auto failure = ErroreDi([&] {
+      RequirePlainAccountName("<LDAP://x>;(&(objectCategory=person)(objectClass=user)(samaccountName=" +
+                              name + "));adsPath;subTree");
+    });
+    return failure ? failure->Descrizione() : "";
+  };
+  EXPECT_EQ(
+      refused("a*\x1b[2J\u202ez"),
+      "Il nome dell'utente di rete «a*\\u001B[2J\\u202Ez» contiene caratteri che cambierebbero la ricerca "
+      "nella directory; se ne fanno parte, * si scrive \\2a, ( \\28, ) \\29 e \\ \\5c");
+  EXPECT_EQ(refused("\\2a\\28\\29\\5c"), "");
 }
 
 TEST_F(Directory, WithoutATicketKerberosIsAnErrorAndNotASilentAnonymousAccess) {

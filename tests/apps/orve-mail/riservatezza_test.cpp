@@ -2,11 +2,13 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <CLI/CLI.hpp>
 #include <cstdlib>
 #include <filesystem>
 
 #include "apps/orve-mail/prova_intera.h"
 #include "orve-mail/memoria.h"
+#include "orve-mail/opzioni_directory.h"
 
 namespace orve::app {
 
@@ -95,6 +97,20 @@ TEST(Memoria, AVariableThatWasReadIsGoneFromWhereItStood) {
   EXPECT_EQ(std::string(dove, 16), std::string(16, '\0'));
   EXPECT_EQ(std::getenv("ORVE_PROVA_SEGRETA"), nullptr);
   DimenticaVariabile("ORVE_PROVA_SEGRETA");
+}
+
+TEST(Memoria, ThePasswordOfTheDirectoryIsGoneFromTheEnvironmentThatItCameIn) {
+  CLI::App comando;
+  OpzioniDirectory opzioni;
+  AggiungiDirectory(comando, opzioni);
+  opzioni.server = "ldaps://directory.example";
+  opzioni.utente = "cn=lettore";
+  ASSERT_EQ(::setenv("ORVE_MAIL_DIRECTORY_PASSWORD", "segreta-della-directory", 1), 0);
+  const char* const dove = std::getenv("ORVE_MAIL_DIRECTORY_PASSWORD");
+  const auto lette = LeggiDirectory(comando, opzioni);
+  ASSERT_TRUE(lette);
+  EXPECT_TRUE(lette->password == "segreta-della-directory");
+  EXPECT_EQ(std::string(dove, 23), std::string(23, '\0'));
 }
 
 TEST_F(Riservatezza, ANameForTheProgramsOwnOutputIsNoLinkToAFile) {
