@@ -120,10 +120,15 @@ TEST_F(InvioOdbc, AUserIsFoundByCodesWhateverStandsInThem) {
     return EseguiSuOdbc(argomenti);
   };
   EXPECT_EQ(daUtente("u01", "amm").stato, 0);
-  for (const char* utente : {"U99", "U'01", "U01' OR '1'='1", "U01\\"}) {
+  for (const char* utente : {"U99", "U01\\"}) {
     const Esecuzione esecuzione = daUtente(utente, "AMM");
     EXPECT_EQ(esecuzione.stato, 5) << utente << esecuzione;
     EXPECT_THAT(esecuzione.errori, HasSubstr("Utente sconosciuto")) << utente;
+  }
+  for (const char* utente : {"U'01", "U01' OR '1'='1"}) {
+    const Esecuzione esecuzione = daUtente(utente, "AMM");
+    EXPECT_EQ(esecuzione.stato, 2) << utente << esecuzione;
+    EXPECT_THAT(esecuzione.errori, HasSubstr("contiene un apostrofo")) << utente;
   }
 }
 
