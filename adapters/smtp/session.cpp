@@ -13,7 +13,6 @@ namespace {
 constexpr std::size_t kLongestReply = std::size_t{64} * 1024;
 // Replies to one group of pipelined commands must fit the buffers of the connection, or both ends would wait.
 constexpr std::size_t kGroupCommands = 100;
-constexpr std::string_view kBetweenLines = " / ";
 // The server closes the connection behind this reply, whatever the command was.
 constexpr int kServerLeaves = 421;
 
@@ -275,11 +274,11 @@ Session::Reply Session::ReadReply(std::chrono::milliseconds timeout) {
   for (bool more = true; more;) {
     const std::string line = ReadLine(deadline, kLongestReply - std::min(kLongestReply, size));
     const std::string shown = tracer_.Received(line);
-    size += line.size() + kBetweenLines.size();
+    size += line.size() + Tracer::kBetweenLines.size();
     if (!IsReplyLine(line)) throw BrokenConnection("risposta non valida del server");
     more = line.size() > 3 && line[3] == '-';
     reply.code = (line[0] - '0') * 100 + (line[1] - '0') * 10 + (line[2] - '0');
-    reply.text.append(reply.text.empty() ? "" : kBetweenLines).append(shown);
+    reply.text.append(reply.text.empty() ? "" : Tracer::kBetweenLines).append(shown);
   }
   return reply;
 }

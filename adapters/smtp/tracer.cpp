@@ -17,7 +17,6 @@ constexpr std::size_t kRemembered = 1024;
 constexpr std::size_t kCode = 4;            // "250 "
 constexpr std::string_view kGivenUp = "*";  // by the client, instead of an answer to a challenge
 constexpr std::string_view kLeave = "QUIT";
-constexpr std::string_view kBetweenLines = " / ";  // of a reply that became one text
 
 bool IsCodeDigit(char c) {
   return c >= '0' && c <= '9';

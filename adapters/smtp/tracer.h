@@ -18,6 +18,9 @@ class Tracer {
  public:
   using Sink = std::function<void(std::string_view)>;
 
+  /// Stands between the lines of a reply that became one text.
+  static constexpr std::string_view kBetweenLines = " / ";
+
   /// Neither `password`, which may be empty, nor what is sent in AUTH ever shows.
   Tracer(Sink sink, std::string_view password);
 
@@ -34,7 +37,7 @@ class Tracer {
   /// What happened besides.
   void Note(std::string_view text);
 
-  /// `text`, in which the lines of a reply are joined by " / ", or "***" when it shows a secret.
+  /// `text`, in which kBetweenLines joins the lines of a reply, or "***" when it shows a secret.
   [[nodiscard]] std::string Masked(std::string_view text) const;
 
  private:
