@@ -874,8 +874,8 @@ TEST_F(Directory, ARefusedNameIsToldWithHowToWriteIt) {
     return failure ? failure->Descrizione() : "";
   };
   EXPECT_EQ(
-      refused("a*\x1b[2J\u202ez"),
-      "Il nome dell'utente di rete «a*\\u001B[2J\\u202Ez» contiene caratteri che cambierebbero la ricerca "
+      refused("a*\x1b[2J\u200fz"),
+      "Il nome dell'utente di rete «a*\\u001B[2J\\u200Fz» contiene caratteri che cambierebbero la ricerca "
       "nella directory; se ne fanno parte, * si scrive \\2a, ( \\28, ) \\29 e \\ \\5c");
   EXPECT_EQ(refused("\\2a\\28\\29\\5c"), "");
 }

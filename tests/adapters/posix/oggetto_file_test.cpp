@@ -119,6 +119,8 @@ TEST_F(FileDellOspite, ACopyIsAsLongAsTheFileWasAtItsOpening) {
     return Contenuto(Unix(copia->Percorso()));
   };
   EXPECT_EQ(copiaDi("/proc/self", "status"), "");
+  // A system in a folder, without the kernel's devices, has no such file.
+  if (!fs::exists("/sys/class/net/lo/mtu")) return;
   EXPECT_EQ(Numero([&] { copiaDi("/sys/class/net/lo", "mtu"); }), kErroreDispositivo);
 }
 

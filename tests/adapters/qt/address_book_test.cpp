@@ -367,7 +367,7 @@ INSTANTIATE_TEST_SUITE_P(
                       NomeDifficile{"Semicolon", "Rossi; Bianchi", "Rossi, Bianchi"},
                       NomeDifficile{"Brackets", "Rossi <sede di Padova>", "Rossi (sede di Padova)"},
                       NomeDifficile{"LineBreak", "Rossi\r\nBcc: x", "Rossi  Bcc: x"},
-                      NomeDifficile{"Override", "Rossi\u202Egro.live", "Rossi_gro.live"},
+                      NomeDifficile{"RightToLeftMark", "Rossi\u200Fgro.live", "Rossi_gro.live"},
                       NomeDifficile{"Emoji", "😀 Gelateria", "😀 Gelateria"},
                       NomeDifficile{"RightToLeft", "שלום", "שלום"},
                       NomeDifficile{"Markup", "&lt;b&gt;Rossi&lt;/b&gt;", "&lt,b&gt,Rossi&lt,/b&gt,"}),
@@ -375,11 +375,11 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(RubricaVera, WhatTurnsATextRoundIsShownAsAnEscape) {
   static_cast<void>(archivio->EseguiConValori(
-      "UPDATE CG16_ANAGGEN SET CG16_RAGSOANAG = ?1 WHERE CG16_CODICE = 203", {"Rossi\u202Egro.live"}));
+      "UPDATE CG16_ANAGGEN SET CG16_RAGSOANAG = ?1 WHERE CG16_CODICE = 203", {"Rossi\u200Fgro.live"}));
   Apri([&](QWidget& finestra) {
     Rubrica(finestra, "BTN_DEST_A", [](QWidget& libro) {
       Cerca(libro, "vendite@vetrerialaguna");
-      EXPECT_THAT(Nominativi(libro), ElementsAre("Rossi\\u202Egro.live"));
+      EXPECT_THAT(Nominativi(libro), ElementsAre("Rossi\\u200Fgro.live"));
       libro.close();
     });
   });

@@ -156,10 +156,10 @@ TEST_F(Allegati, TheTipOfARowShowsItsNameAsItIs) {
 }
 
 TEST_F(Allegati, ANameThatTurnsTheTextRoundIsShownAsItStandsAndAttachedAsItIs) {
-  const std::string file = cartella.File("fattura\u202Efdp.exe");
+  const std::string file = cartella.File("fattura\u200Ffdp.exe");
   servizio->vElencoAllegati = Variant::Array{PerLibreria(file)};
   Apri([&](QWidget& finestra) {
-    EXPECT_THAT(Righe(finestra), ElementsAre("fattura\\u202Efdp.exe"));
+    EXPECT_THAT(Righe(finestra), ElementsAre("fattura\\u200Ffdp.exe"));
     Clicca(finestra, "cmd_Invia");
   });
   EXPECT_THAT(Consegnati(), ElementsAre(PerLibreria(file)));

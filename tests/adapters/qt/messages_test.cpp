@@ -94,12 +94,12 @@ TEST(Messaggi, WhatTurnsATextRoundIsShownAsAnEscapeAndLinesStay) {
   Regia regia;
   regia.Poi("MostraMsg", [](QWidget& finestra) {
     auto& casella = dynamic_cast<QMessageBox&>(finestra);
-    EXPECT_EQ(casella.text().toStdString(), "Uno:\n\\u202Efdp.exe");
-    EXPECT_EQ(casella.windowTitle().toStdString(), "\\u202Eolotit");
+    EXPECT_EQ(casella.text().toStdString(), "Uno:\n\\u200Ffdp.exe");
+    EXPECT_EQ(casella.windowTitle().toStdString(), "\\u200Folotit");
     casella.close();
   });
   Finestre finestre;
-  finestre.CreaMessaggi()->MostraMsg("Uno:\n\u202Efdp.exe", host::kSemplice, "\u202Eolotit", nullptr);
+  finestre.CreaMessaggi()->MostraMsg("Uno:\n\u200Ffdp.exe", host::kSemplice, "\u200Folotit", nullptr);
 }
 
 TEST(Messaggi, TheTitleOfAWindowIsMadeOnce) {

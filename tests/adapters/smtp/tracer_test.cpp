@@ -64,8 +64,8 @@ const Repetition kRepetitions[] = {
     {"quoted printable", "G=61tt=6F=2EN=65ro7"},
     {"by references to characters", "&#71;&#97;&#116;&#116;&#111;&#46;&#78;&#101;&#114;&#111;&#55;"},
     {"by references to characters, hexadecimal", "&#x47;a&#x74;to.&#x4e;er&#x6f;7"},
-    {"by backslashes", "\\x47a\\x74to.\\x4e\\x65ro7"},
-    {"by octal backslashes", "\\107a\\164to.\\116\\145ro7"},
+    {"by backslashes", R"(\x47a\x74to.\x4e\x65ro7)"},
+    {"by octal backslashes", R"(\107a\164to.\116\145ro7)"},
     {"decimal", "71 97 116 116 111 46 78 101 114 111 55"},
 };
 

@@ -39,7 +39,7 @@ TEST(Codici, WhatTheColumnsCanHoldAndNothingElse) {
         CasoCodice{kvDestinatarioFaxAgente, "A'", "contiene un apostrofo"},
         CasoCodice{kvDestinatarioFaxAgente, "A\n", "contiene caratteri di controllo"},
         CasoCodice{kvDestinatarioFaxAgente, "A\u009B", "contiene caratteri di controllo"},
-        CasoCodice{kvDestinatarioFaxAgente, "A\u202EB", "contiene caratteri invisibili"},
+        CasoCodice{kvDestinatarioFaxAgente, "A\u200FB", "contiene caratteri invisibili"},
         CasoCodice{kvDestinatarioFaxAgente, "èèèèèèèèèè", ""},
         CasoCodice{kvDestinatarioFaxAgente, agenteLungo.c_str(), "ha più di 10 caratteri"},
         CasoCodice{kvDestinatarioFaxDestinatario, "1/1001/0/SEDE", ""},
