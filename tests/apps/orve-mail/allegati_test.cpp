@@ -24,7 +24,6 @@ namespace orve::app {
 namespace {
 
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 using ::testing::StartsWith;
 namespace fs = std::filesystem;
 
