@@ -51,6 +51,7 @@ std::string Autenticato(const LegamePassword& legame) {
 }
 
 std::vector<Byte> Scatola(std::string_view cifre) {
+  if (cifre.empty()) NonApribile();
   std::vector<Byte> scatola(cifre.size());
   std::size_t lunghezza = 0;
   const bool leggibile = sodium_base642bin(scatola.data(), scatola.size(), cifre.data(), cifre.size(),
