@@ -5,6 +5,8 @@
 #include <chrono>
 #include <string>
 
+#include "secrets/secret.h"
+
 namespace orve::adapters::ldap {
 
 /// How the asker makes himself known.
@@ -24,8 +26,8 @@ struct LdapOptions {
   std::string caFile;
 
   Access access = Access::kKerberos;
-  std::string user;  // for kSimple: a distinguished name, or whatever else the server takes for one
-  std::string password;
+  std::string user;          // for kSimple: a distinguished name, or whatever else the server takes for one
+  secrets::Secret password;  // given as text, wiped with the options
 
   /// Where searches begin; empty: where the directory says.
   std::string searchBase;

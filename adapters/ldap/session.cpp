@@ -15,6 +15,7 @@
 #include "ldap/allowance.h"
 #include "ldap/failure.h"
 #include "posix/pipe_signal.h"
+#include "secrets/secret_finder.h"
 #include "text/text.h"
 
 namespace orve::adapters::ldap {
@@ -116,7 +117,7 @@ void CheckOptions(const LdapOptions& options) {
   if (options.access != Access::kSimple) return;
   if (!Encrypted(options)) refuse("La password della directory viaggerebbe in chiaro");
   // A server takes a name without a password for an anonymous access, and says that all is well.
-  if (options.user.empty() || options.password.empty()) {
+  if (options.user.empty() || options.password.Empty()) {
     refuse("Per accedere alla directory servono nome utente e password");
   }
 }
@@ -232,7 +233,8 @@ class Session::Handle {
     }
     allowance_.Begin(options_.operationTimeout);
     const bool simple = options_.access == Access::kSimple;
-    berval password{simple ? options_.password.size() : 0, simple ? options_.password.data() : nullptr};
+    berval password{simple ? options_.password.View().size() : 0,
+                    simple ? options_.password.Data() : nullptr};
     int id = 0;
     Require(::ldap_sasl_bind(handle_, simple ? options_.user.c_str() : "", LDAP_SASL_SIMPLE, &password,
                              nullptr, nullptr, &id));
@@ -296,13 +298,14 @@ class Session::Handle {
     Fail(code, words != nullptr ? words : "");
   }
 
-  // A server may give back what it was told; the password goes no further.
+  // A server may give back what it was told, in whatever form; the password goes no further.
   [[noreturn]] void Fail(int code, const std::string& words) {
     if (code < 0 && allowance_.TimePassed()) code = LDAP_TIMEOUT;
     if (code < 0 && allowance_.BytesSpent()) code = LDAP_MORE_RESULTS_TO_RETURN;
     broken_ = broken_ || (code < 0 && code != LDAP_FILTER_ERROR);
-    throw LdapFailure(code,
-                      options_.password.empty() ? words : text::Replace(words, options_.password, "***"));
+    secrets::SecretFinder password;
+    password.Add(options_.password.View());
+    throw LdapFailure(code, password.In(words) ? "***" : words);
   }
 
   LdapOptions options_;

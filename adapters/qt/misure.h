@@ -3,13 +3,12 @@
 
 #include <QRect>
 #include <QString>
-#include <optional>
 #include <string>
 #include <string_view>
 
 #include "forms/misure.h"
+#include "forms/testo_visibile.h"
 #include "host/layout.h"
-#include "text/unseen.h"
 
 namespace orve::adapters::qt {
 
@@ -28,13 +27,8 @@ namespace orve::adapters::qt {
 [[nodiscard]] inline QString Testo(std::string_view testo) {
   return QString::fromUtf8(testo.data(), static_cast<qsizetype>(testo.size()));
 }
-/// Somebody else's text as a person may see it: what would turn it round or hide a part of it stands there as
-/// an escape.
 [[nodiscard]] inline QString TestoVisibile(std::string_view testo) {
-  return Testo(text::ReplaceUnseen(testo, [](char32_t codice, text::Unseen) -> std::optional<std::string> {
-    const bool spazio = codice == '\t' || codice == '\r' || codice == '\n';
-    return spazio ? std::nullopt : std::optional(text::Escaped(codice));
-  }));
+  return Testo(forms::TestoVisibile(testo));
 }
 [[nodiscard]] inline std::string Utf8(const QString& testo) {
   const QByteArray byte = testo.toUtf8();

@@ -271,7 +271,7 @@ struct Channel::Impl {
     }
     Set(CURLOPT_LOGIN_OPTIONS, LoginOptions(mechanisms).c_str());
     Set(CURLOPT_USERNAME, target.user.c_str());
-    Secret terminated(target.password.View().size() + 1);
+    secrets::Secret terminated(target.password.View().size() + 1);
     target.password.View().copy(terminated.Data(), terminated.View().size());
     Set(token ? CURLOPT_XOAUTH2_BEARER : CURLOPT_PASSWORD, terminated.Data());
   }

@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "smtp/secret.h"
+#include "secrets/secret.h"
 #include "smtp/smtp_options.h"
 #include "smtp/tracer.h"
 
@@ -23,7 +23,7 @@ struct Target {
   std::uint16_t port = 25;
   bool encrypted = false;
   std::string user;  // empty: no authentication
-  Secret password;
+  secrets::Secret password;
 
   bool operator==(const Target&) const = default;
 };

@@ -9,10 +9,13 @@
 #include <string_view>
 #include <vector>
 
+namespace orve::adapters::secrets {
+class Secret;
+}
+
 namespace orve::adapters::smtp {
 
 struct Target;
-class Secret;
 
 enum class AuthMechanism { kPlain, kLogin, kCramMd5, kXoauth2 };
 
@@ -47,7 +50,7 @@ struct SmtpOptions {
   /// Gives the password for a delivery from what the application set as `password` of the target, once host,
   /// port, encryption and user are final; empty: it is used as it stands. A host::Errore that it raises fails
   /// the delivery as a login (2) before a connection is made, with its description.
-  std::function<Secret(const Target&)> openPassword;
+  std::function<secrets::Secret(const Target&)> openPassword;
 
   /// Receives the dialogue line by line, without line ends: "C: " what was sent, "S: " what was answered, "*
   /// " what happened. Credentials stand in it as "***". Called on the sending thread; what it throws is

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <utility>
 
-#include "smtp/secret_finder.h"
+#include "secrets/secret_finder.h"
 
 namespace orve::adapters::smtp {
 
@@ -47,7 +47,7 @@ class Tracer {
   void Write(std::string_view prefix, std::string_view text);
 
   Sink sink_;
-  SecretFinder secrets_;
+  secrets::SecretFinder secrets_;
   std::string said_;  // by the server lately, without codes: a secret may come in several lines
   bool authenticating_ = false;
 };

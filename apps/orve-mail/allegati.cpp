@@ -48,9 +48,9 @@ constexpr const char* kSorgente = "orve-mail";
   throw AllegatoVietato(mime::kAutorizzazioneNegata, kSorgente, motivo);
 }
 
-bool StessoFile(const struct stat& stato, const std::string& file) {
+bool SiChiama(const struct stat& stato, const std::string& file) {
   struct stat altro {};
-  return ::stat(file.c_str(), &altro) == 0 && altro.st_dev == stato.st_dev && altro.st_ino == stato.st_ino;
+  return ::stat(file.c_str(), &altro) == 0 && StessoFile(stato, altro);
 }
 
 bool Sotto(const std::string& file, const std::string& cartella) {
@@ -78,7 +78,7 @@ void Giudica(int numero, const std::string& percorso, const std::vector<std::str
   struct stat stato {};
   if (::fstat(numero, &stato) != 0) NonApribile(errno);
   if (!S_ISREG(stato.st_mode)) NonAllegabile(mime::kErroreAccessoFile, NonFile(stato.st_mode));
-  const auto stesso = [&stato](const std::string& file) { return StessoFile(stato, file); };
+  const auto stesso = [&stato](const std::string& file) { return SiChiama(stato, file); };
   if (std::any_of(esclusi.begin(), esclusi.end(), stesso)) {
     Vieta("è un file che il programma stesso usa e non si può allegare");
   }

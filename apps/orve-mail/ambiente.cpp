@@ -44,8 +44,8 @@ void RichiediCifratura(const PermessiInChiaro& permessi, const Rimedi& rimedi,
 }
 
 // A stored text that is not sealed is a password as it stands, and goes to whatever server stands beside it.
-adapters::smtp::Secret ApriPassword(const SigilloPassword& sigillo, const Rimedi& rimedi,
-                                    const adapters::smtp::Target& meta) {
+adapters::secrets::Secret ApriPassword(const SigilloPassword& sigillo, const Rimedi& rimedi,
+                                       const adapters::smtp::Target& meta) {
   const std::string_view testo = meta.password.View();
   if (!SigilloPassword::Sigillato(testo)) return meta.password;
   const LegamePassword legame{meta.user, meta.host, meta.port, meta.encrypted};

@@ -116,8 +116,8 @@ class Controllo {
       ControllaServer(uno, InChiaro(uno), permessi, richiesta_.smtp, rimedi_, referto_);
   }
 
-  [[nodiscard]] std::optional<adapters::smtp::Secret> InChiaro(const AccountLetto& account) const {
-    if (!SigilloPassword::Sigillato(account.password)) return adapters::smtp::Secret(account.password);
+  [[nodiscard]] std::optional<adapters::secrets::Secret> InChiaro(const AccountLetto& account) const {
+    if (!SigilloPassword::Sigillato(account.password)) return adapters::secrets::Secret(account.password);
     try {
       return SigilloPassword(chiave_).Apri(account.password,
                                            {account.utente, account.server, account.porta, account.cifrata});

@@ -108,7 +108,7 @@ class Racconto {
 
 }  // namespace
 
-void ControllaServer(const AccountLetto& account, const std::optional<adapters::smtp::Secret>& password,
+void ControllaServer(const AccountLetto& account, const std::optional<adapters::secrets::Secret>& password,
                      const PermessiInChiaro& permessi, const adapters::smtp::SmtpOptions& smtp,
                      const Rimedi& rimedi, Referto& referto) {
   if (account.server.empty()) {

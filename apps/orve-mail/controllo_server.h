@@ -8,7 +8,7 @@
 #include "orve-mail/password_in_chiaro.h"
 #include "orve-mail/referto.h"
 #include "orve-mail/rimedi.h"
-#include "smtp/secret.h"
+#include "secrets/secret.h"
 #include "smtp/smtp_options.h"
 
 namespace orve::app {
@@ -16,7 +16,7 @@ namespace orve::app {
 /// Server name, connection, encryption, login, the largest message, and whether the login may send as the
 /// account's address: a line for each. `password` in clear; none: it cannot be opened with the key at hand,
 /// and nobody logs in. Nor does anybody without encryption where `permessi` does not allow it.
-void ControllaServer(const AccountLetto& account, const std::optional<adapters::smtp::Secret>& password,
+void ControllaServer(const AccountLetto& account, const std::optional<adapters::secrets::Secret>& password,
                      const PermessiInChiaro& permessi, const adapters::smtp::SmtpOptions& smtp,
                      const Rimedi& rimedi, Referto& referto);
 

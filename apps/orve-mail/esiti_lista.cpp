@@ -185,8 +185,7 @@ void EsitiLista::Apri() {
     if (::flock(descrittore_, LOCK_EX | LOCK_NB) != 0) {
       chiudi(errno == EWOULDBLOCK ? "è in uso da un altro invio" : Sistema(errno));
     }
-    const bool suo = ::lstat(file_.c_str(), &conQuestoNome) == 0 && conQuestoNome.st_ino == aperto.st_ino &&
-                     conQuestoNome.st_dev == aperto.st_dev;
+    const bool suo = ::lstat(file_.c_str(), &conQuestoNome) == 0 && StessoFile(aperto, conQuestoNome);
     if (suo) return;
     ::close(descrittore_);
   }

@@ -52,7 +52,11 @@ int ApriFileProprio(const std::string& cosa, const std::string& file, int modali
   };
   struct stat stato {};
   if (file.starts_with("/dev/") && ::stat(file.c_str(), &stato) == 0) {
-    if (const auto uscita = UscitaDelProgramma(stato)) return ::fcntl(*uscita, F_DUPFD_CLOEXEC, 0);
+    if (const auto uscita = UscitaDelProgramma(stato)) {
+      const int copia = ::fcntl(*uscita, F_DUPFD_CLOEXEC, 0);
+      if (copia < 0) inutilizzabile(std::generic_category().message(errno));
+      return copia;
+    }
   }
   const int numero = ::open(file.c_str(), modalita | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY | O_NONBLOCK,
                             S_IRUSR | S_IWUSR);
@@ -73,11 +77,14 @@ int ApriFileProprio(const std::string& cosa, const std::string& file, int modali
   return numero;
 }
 
+bool StessoFile(const struct stat& uno, const struct stat& altro) {
+  return uno.st_dev == altro.st_dev && uno.st_ino == altro.st_ino;
+}
+
 std::optional<int> UscitaDelProgramma(const struct stat& stato) {
   for (const int numero : {STDOUT_FILENO, STDERR_FILENO}) {
     struct stat uscita {};
-    if (::fstat(numero, &uscita) == 0 && uscita.st_dev == stato.st_dev && uscita.st_ino == stato.st_ino)
-      return numero;
+    if (::fstat(numero, &uscita) == 0 && StessoFile(uscita, stato)) return numero;
   }
   return {};
 }

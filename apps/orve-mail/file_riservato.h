@@ -39,6 +39,9 @@ class FileAperto {
 /// `cosa`, the file and the reason.
 [[nodiscard]] int ApriFileProprio(const std::string& cosa, const std::string& file, int modalita);
 
+/// Whether both tell of one file, under whatever names.
+[[nodiscard]] bool StessoFile(const struct stat& uno, const struct stat& altro);
+
 /// The descriptor of the program's output, or of its errors, when it is this file.
 [[nodiscard]] std::optional<int> UscitaDelProgramma(const struct stat& stato);
 

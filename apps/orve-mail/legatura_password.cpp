@@ -11,7 +11,7 @@ namespace orve::app {
 
 namespace {
 
-using adapters::smtp::Secret;
+using adapters::secrets::Secret;
 
 std::optional<Secret> Aperta(const SigilloPassword& sigillo, const PasswordMemorizzata& password) try {
   return sigillo.Apri(password.testo, password.legame);

@@ -54,7 +54,7 @@ void RichiediSenso(const LdapOptions& scelte) {
   if (scelte.access != Access::kSimple && !scelte.user.empty()) {
     OpzioneErrata("--directory-utente vale solo con --directory-accesso semplice");
   }
-  if (scelte.access == Access::kSimple && scelte.password.empty()) {
+  if (scelte.access == Access::kSimple && scelte.password.Empty()) {
     OpzioneErrata(
         "manca la password della directory: indicare --directory-file-password, oppure la variabile " +
         std::string(kVariabilePassword));

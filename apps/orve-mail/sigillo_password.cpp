@@ -13,7 +13,7 @@ namespace orve::app {
 
 namespace {
 
-using adapters::smtp::Secret;
+using adapters::secrets::Secret;
 using Byte = unsigned char;
 
 constexpr std::string_view kSegno = "orve";

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "orve-mail/chiave.h"
-#include "smtp/secret.h"
+#include "secrets/secret.h"
 
 namespace orve::app {
 
@@ -39,7 +39,7 @@ class SigilloPassword {
   [[nodiscard]] std::string Sigilla(std::string_view password, const LegamePassword& legame) const;
   /// Raises 5 for a text that is not sealed, was changed since, was sealed with another key or is bound
   /// elsewhere.
-  [[nodiscard]] adapters::smtp::Secret Apri(std::string_view testo, const LegamePassword& legame) const;
+  [[nodiscard]] adapters::secrets::Secret Apri(std::string_view testo, const LegamePassword& legame) const;
 
   /// Whether the text claims to be sealed, in whatever version: such a text is never a password itself.
   [[nodiscard]] static bool Sigillato(std::string_view testo);

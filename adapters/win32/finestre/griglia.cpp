@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "forms/testo_visibile.h"
 #include "host/errore.h"
 #include "win32/finestre/messaggi.h"
 #include "win32/finestre/nomi_accessibili.h"
@@ -103,7 +104,7 @@ void Griglia::Copia() {
   Mostrate(forms::RigheDi(*righe_, colonne_));
   for (const auto& celle : Righe()) {
     for (int i = 0; i < static_cast<int>(celle.size()); ++i) {
-      std::wstring testo = Largo(celle[static_cast<std::size_t>(i)]);
+      std::wstring testo = Largo(forms::TestoVisibile(celle[static_cast<std::size_t>(i)]));
       LVITEMW voce = {};
       voce.mask = LVIF_TEXT;
       voce.iItem = riga;

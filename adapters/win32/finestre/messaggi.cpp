@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "forms/lettura_tavola.h"
+#include "forms/testo_visibile.h"
 #include "host/errore.h"
 #include "text/text.h"
 #include "win32/finestre/aspetto.h"
@@ -60,8 +61,8 @@ std::int32_t MostraCasella(const std::string& testo, std::int32_t stile, const s
   if (padrone == nullptr) come |= MB_TASKMODAL | MB_SETFOREGROUND;
   const ContestoVisuale contesto;
   const HCURSOR prima = SetCursor(LoadCursorW(nullptr, IDC_ARROW));
-  const int risposta = MessageBoxW(padrone, Largo(Mostrabile(testo)).c_str(),
-                                   titolo.empty() ? L" " : Largo(titolo).c_str(), come);
+  const int risposta = MessageBoxW(padrone, Largo(Mostrabile(forms::TestoVisibile(testo))).c_str(),
+                                   titolo.empty() ? L" " : Largo(forms::TestoVisibile(titolo)).c_str(), come);
   SetCursor(prima);
   return risposta;
 }

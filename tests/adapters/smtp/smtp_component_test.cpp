@@ -214,7 +214,7 @@ TEST(OpenedPassword, IsAskedForOnceTheTargetIsFinalAndServesTheLogin) {
   options.openPassword = [&](const Target& target) {
     asked.push_back(target.user + "/" + std::string(target.password.View()) + "@" + target.host + ":" +
                     std::to_string(target.port) + (target.encrypted ? "+" : "-"));
-    return Secret("segreta");
+    return secrets::Secret("segreta");
   };
   const auto component = Outgoing(server.Port16(), options);
   component->Password("sigillata");
@@ -228,7 +228,9 @@ TEST(OpenedPassword, ThatCannotBeHadIsAFailedLoginWithoutAConnection) {
   SmtpOptions options = Quick();
   std::vector<std::string> trace;
   options.trace = [&](std::string_view line) { trace.emplace_back(line); };
-  options.openPassword = [](const Target&) -> Secret { throw host::Errore(5, "prova", "non si apre"); };
+  options.openPassword = [](const Target&) -> secrets::Secret {
+    throw host::Errore(5, "prova", "non si apre");
+  };
   const auto component = Outgoing(1, options);
   component->UserName("utente");
   component->Password("sigillata");

@@ -59,6 +59,8 @@ const Repetition kRepetitions[] = {
     {"hexadecimal with colons", "47:61:74:74:6f:2e:4e:65:72:6f:37"},
     {"hexadecimal with 0x", "0x47 0x61 0x74 0x74 0x6f 0x2e 0x4e 0x65 0x72 0x6f 0x37"},
     {"hexadecimal behind one digit", "a476174746f2e4e65726f37"},
+    {"base32", "I5QXI5DPFZHGK4TPG4"},
+    {"base32 of a text that begins earlier", "pbdwc5dun4xe4zlsn43q"},
     {"by percents", "%47%61%74%74%6f%2e%4e%65%72%6f%37"},
     {"by percents, in part", "Ga%74to%2eNe%72o7"},
     {"quoted printable", "G=61tt=6F=2EN=65ro7"},

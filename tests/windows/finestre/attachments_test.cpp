@@ -83,6 +83,16 @@ TEST_F(Allegati, DroppedFilesAreListedAndSentWithoutAsking) {
   EXPECT_THAT(Consegnati(), ElementsAre(uno, due));
 }
 
+TEST_F(Allegati, ANameThatTurnsTheTextRoundIsShownAsItStandsAndAttachedAsItIs) {
+  const std::string file = cartella.File("fattura\u200Ffdp.exe");
+  Apri([&](const Vista& finestra) {
+    finestra.Lascia({file});
+    EXPECT_THAT(finestra.Righe(), ElementsAre("fattura\\u200Ffdp.exe"));
+    Invia(finestra);
+  });
+  EXPECT_THAT(Consegnati(), ElementsAre(file));
+}
+
 TEST_F(Allegati, ADroppedFileFromOutsideTravelsAsACopy) {
   vaCopiato = true;
   const std::string chiavetta = cartella.File("chiavetta.txt", "dati");

@@ -191,6 +191,12 @@ TEST(Messaggi, AVeryLongTextKeepsItsButtonsOnTheScreen) {
   EXPECT_EQ(Finestre().CreaMessaggi()->MostraMsg(std::string(20000, 'x'), host::kSemplice, "", nullptr), 1);
 }
 
+TEST(Messaggi, WhatTurnsATextRoundIsShownAsAnEscape) {
+  const Programma programma;
+  const Compagno persona([&] { EXPECT_EQ(Risponde(programma, "Uno \\u200Ffdp.exe"), "\\u200Folotit|1;"); });
+  Finestre().CreaMessaggi()->MostraMsg("Uno \u200Ffdp.exe", host::kSemplice, "\u200Folotit", nullptr);
+}
+
 TEST(Messaggi, AMessageBelongsToTheWindowGivenAsItsOwner) {
   const Programma programma;
   Finestre finestre;

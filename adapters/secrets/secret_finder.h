@@ -1,10 +1,10 @@
 // Finds credentials in what a server says, in whatever form it repeats them.
 //
-// A text is read as it stands and as every code that programs undo (base64 at each of its alignments,
-// hexadecimal, percent, quoted-printable and other escapes, decimal numbers), and so is what comes out,
-// several codes deep. In each reading, runs of a secret are looked for: short ones as they are, so that half
-// a secret counts as one, and longer ones with everything but letters and digits left out, in either case,
-// backwards or by ROT13.
+// A text is read as it stands and as every code that programs undo (base64 and base32 at each of their
+// alignments, hexadecimal, percent, quoted-printable and other escapes, decimal numbers), and so is what
+// comes out, several codes deep. In each reading, runs of a secret are looked for: short ones as they are, so
+// that half a secret counts as one, and longer ones with everything but letters and digits left out, in
+// either case, backwards or by ROT13.
 #pragma once
 
 #include <cstddef>
@@ -15,7 +15,7 @@
 #include <unordered_set>
 #include <vector>
 
-namespace orve::adapters::smtp {
+namespace orve::adapters::secrets {
 
 class SecretFinder {
  public:
@@ -61,4 +61,4 @@ class SecretFinder {
   Runs long_;   // of letters and digits alone
 };
 
-}  // namespace orve::adapters::smtp
+}  // namespace orve::adapters::secrets

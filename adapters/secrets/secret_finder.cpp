@@ -1,4 +1,4 @@
-#include "smtp/secret_finder.h"
+#include "secrets/secret_finder.h"
 
 #include <algorithm>
 #include <array>
@@ -7,7 +7,7 @@
 #include <optional>
 #include <utility>
 
-namespace orve::adapters::smtp {
+namespace orve::adapters::secrets {
 
 namespace {
 
@@ -77,6 +77,13 @@ std::optional<unsigned> Base64Digit(char c) {
   if (IsDigit(c)) return c - '0' + 52;
   if (c == '+' || c == '-') return 62;  // the second ones are those of addresses in the web
   if (c == '/' || c == '_') return 63;
+  return {};
+}
+
+std::optional<unsigned> Base32Digit(char c) {
+  if (c >= 'A' && c <= 'Z') return c - 'A';
+  if (c >= 'a' && c <= 'z') return c - 'a';
+  if (c >= '2' && c <= '7') return c - '2' + 26;
   return {};
 }
 
@@ -156,10 +163,10 @@ std::string DecimalNumbers(std::string_view text) {
   return bytes;
 }
 
-std::vector<unsigned> Base64Digits(std::string_view text) {
+std::vector<unsigned> Digits(std::string_view text, std::optional<unsigned> (*digit_of)(char)) {
   std::vector<unsigned> digits;
   for (const char c : text) {
-    if (const auto digit = Base64Digit(c)) digits.push_back(*digit);
+    if (const auto digit = digit_of(c)) digits.push_back(*digit);
   }
   return digits;
 }
@@ -183,9 +190,11 @@ std::vector<std::string> Readings(std::string_view text) {
   std::erase_if(joined, [](char c) { return c == '\r' || c == '\n'; });
   std::vector<std::string> readings = {Unescaped(joined), DecimalNumbers(text), DecimalNumbers(joined)};
   if (readings.front() == text) readings.front().clear();
-  const std::vector<unsigned> base64 = Base64Digits(text);
+  const std::vector<unsigned> base64 = Digits(text, Base64Digit);
+  const std::vector<unsigned> base32 = Digits(text, Base32Digit);
   const std::vector<unsigned> hexadecimal = HexadecimalDigits(text);
   for (std::size_t first = 0; first < 4; ++first) readings.push_back(Bytes(base64, 6, first));
+  for (std::size_t first = 0; first < 8; ++first) readings.push_back(Bytes(base32, 5, first));
   for (std::size_t first = 0; first < 2; ++first) readings.push_back(Bytes(hexadecimal, 4, first));
   return readings;
 }
@@ -260,7 +269,7 @@ void SecretFinder::AddCredentials(std::string_view encoded) {
   while (!encoded.empty() && encoded.back() == '=') encoded.remove_suffix(1);
   if (encoded.size() < 2) return;  // nothing, or the star that gives up
   Add(encoded);
-  const Form answer(Bytes(Base64Digits(encoded), 6, 0));
+  const Form answer(Bytes(Digits(encoded, Base64Digit), 6, 0));
   const std::string_view text = answer.text;
   const std::size_t user = text.rfind(' ');  // CRAM-MD5: the user and the digest
   if (user != std::string_view::npos && text.size() - user > kShortestDigest) Add(text.substr(user + 1));
@@ -288,4 +297,4 @@ bool SecretFinder::InReadings(std::string_view text, bool pieces, int depth) con
                      [&](const std::string& reading) { return InReadings(reading, pieces, depth - 1); });
 }
 
-}  // namespace orve::adapters::smtp
+}  // namespace orve::adapters::secrets

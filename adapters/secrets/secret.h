@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace orve::adapters::smtp {
+namespace orve::adapters::secrets {
 
 /// Bytes that are wiped when the object goes or takes another value. Moving leaves an empty one behind.
 class Secret {
@@ -42,4 +42,4 @@ class Secret {
   std::vector<char> bytes_;  // never grows, so that no part of it is left where it was
 };
 
-}  // namespace orve::adapters::smtp
+}  // namespace orve::adapters::secrets
