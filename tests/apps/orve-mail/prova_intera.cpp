@@ -98,9 +98,13 @@ Esecuzione ProvaIntera::EseguiConAmbiente(const std::vector<std::string>& variab
 // By its name and folder: a whole path would end at the first blank in it.
 std::vector<std::string> ProvaIntera::Precarica(const std::string& modulo) {
   const std::filesystem::path file = places::Build("tests/lib" + modulo + ".so");
-  const char* const asan = std::getenv("ASAN_OPTIONS");
-  return {"LD_LIBRARY_PATH=" + file.parent_path().string(), "LD_PRELOAD=" + file.filename().string(),
-          std::string("ASAN_OPTIONS=verify_asan_link_order=0:") + (asan == nullptr ? "" : asan)};
+  const auto daPrima = [](const char* variabile) {
+    const char* const valore = std::getenv(variabile);
+    return valore == nullptr ? std::string() : ":" + std::string(valore);
+  };
+  return {"LD_LIBRARY_PATH=" + file.parent_path().string(),
+          "LD_PRELOAD=" + file.filename().string() + daPrima("LD_PRELOAD"),
+          "ASAN_OPTIONS=verify_asan_link_order=0" + daPrima("ASAN_OPTIONS")};
 }
 
 Esecuzione ProvaIntera::EseguiDaUtenteOrdinario(const std::vector<std::string>& argomenti) const {
