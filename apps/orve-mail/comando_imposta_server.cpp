@@ -1,8 +1,9 @@
 // imposta-server: where a mail server of the database really is.
 #include <CLI/CLI.hpp>
-#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "host/errore.h"
@@ -35,21 +36,28 @@ std::int32_t PortaInColonna(std::int32_t porta) {
   return porta > kMassimo ? porta - kGiro : porta;
 }
 
-// The passwords of a server's accounts go along with it: whoever has the key may point it elsewhere.
+// The passwords of a server's accounts go along with it: whoever has the key may point it elsewhere. They are
+// bound to what the person asked for, never to what the database says of it afterwards: its triggers and
+// views are whoever's who may write it.
 class Trasloco {
  public:
   explicit Trasloco(const PosizioneArchivio& posizione) : posizione_(posizione) {}
 
-  void Sposta(adapters::sqlite::SqliteConnection& archivio, const PasswordMemorizzata& prima,
-              const PasswordMemorizzata& dopo) {
-    if (!SigilloPassword::Sigillato(prima.testo) || prima.legame == dopo.legame) return;
+  /// The account with its password for the server at `legame`, as it has to stand in the database now.
+  PasswordMemorizzata Sposta(adapters::sqlite::SqliteConnection& archivio, const PasswordMemorizzata& prima,
+                             const LegamePassword& legame) {
+    PasswordMemorizzata dopo = prima;
+    dopo.legame = legame;
+    if (!SigilloPassword::Sigillato(prima.testo) || prima.legame == legame) return dopo;
     try {
       const auto chiara = Sigillo().Apri(prima.testo, prima.legame);
-      SostituisciPassword(archivio, prima.account, Sigillo().Sigilla(chiara.View(), dopo.legame));
+      dopo.testo = Sigillo().Sigilla(chiara.View(), legame);
+      SostituisciPassword(archivio, prima.account, dopo.testo);
     } catch (const host::Errore& errore) {
       if (errore.Numero() != host::kArgomentoNonValido) throw;
       if (!GiaSua(dopo)) rimaste_.push_back(prima.account);
     }
+    return dopo;
   }
 
   /// The accounts whose passwords are good for neither server.
@@ -77,6 +85,50 @@ class Trasloco {
   std::vector<std::int32_t> rimaste_;
 };
 
+class ServerDaImpostare {
+ public:
+  ServerDaImpostare(adapters::sqlite::SqliteConnection& archivio, const ArgomentiServer& argomenti)
+      : archivio_(archivio), argomenti_(argomenti) {}
+
+  void Imposta() {
+    adapters::sqlite::ImpostaServer(archivio_, argomenti_.id, argomenti_.host,
+                                    PortaInColonna(argomenti_.porta), Tls(), Autenticazione());
+  }
+
+  /// What the password of a login is bound to there.
+  [[nodiscard]] LegamePassword Legame(const std::string& utente) const {
+    return {utente, ServerEffettivo(argomenti_.host), static_cast<std::uint16_t>(argomenti_.porta),
+            !argomenti_.senzaTls};
+  }
+
+  /// Raises ErroreProgramma when the database does not hold, row by row, what was written: the server as it
+  /// was asked for, and these accounts.
+  void RichiediComeScritto(const std::vector<PasswordMemorizzata>& scritte) const {
+    const auto riga = archivio_.EseguiConValori(
+        "SELECT IFNULL(MIN(FW23_SERVERNAME IS ?2 AND FW23_PORT IS ?3 AND FW23_SSL IS ?4 AND FW23_INDAUTH IS"
+        " ?5), 0) AS SCRITTO FROM FW23_FAXER WHERE FW23_IDSERVER = ?1",
+        {std::int64_t{argomenti_.id}, argomenti_.host, std::int64_t{PortaInColonna(argomenti_.porta)},
+         std::int64_t{Tls()}, std::int64_t{Autenticazione()}});
+    if (host::Leggi(*riga, "SCRITTO").ToInt32() == 1 &&
+        LeggiPassword(archivio_, {{}, argomenti_.id}) == scritte)
+      return;
+    throw ErroreProgramma(
+        Uscita::kNonUtilizzabile,
+        "Server " + std::to_string(argomenti_.id) +
+            " lasciato com'era: il database ha cambiato da sé quanto vi è stato scritto, e le password"
+            " sarebbero potute finire altrove. Cercare i trigger e le viste che contiene (SELECT type, name,"
+            " sql FROM sqlite_master WHERE type IN ('trigger', 'view')), togliere quelli che non sono propri"
+            " e ripetere il comando");
+  }
+
+ private:
+  [[nodiscard]] std::int32_t Tls() const { return argomenti_.senzaTls ? 0 : 1; }
+  [[nodiscard]] std::int32_t Autenticazione() const { return argomenti_.senzaAutenticazione ? 0 : 1; }
+
+  adapters::sqlite::SqliteConnection& archivio_;
+  const ArgomentiServer& argomenti_;
+};
+
 Uscita Imposta(const ArgomentiServer& argomenti, Terminale terminale) {
   RichiediUtf8(argomenti.host, "--host");
   const bool inChiaro = argomenti.senzaTls && !argomenti.senzaAutenticazione;
@@ -94,12 +146,15 @@ Uscita Imposta(const ArgomentiServer& argomenti, Terminale terminale) {
   try {
     static_cast<void>(archivio->EseguiConValori("BEGIN IMMEDIATE", {}));
     const auto prima = LeggiPassword(*archivio, {{}, argomenti.id});
-    adapters::sqlite::ImpostaServer(*archivio, argomenti.id, argomenti.host, PortaInColonna(argomenti.porta),
-                                    argomenti.senzaTls ? 0 : 1, argomenti.senzaAutenticazione ? 0 : 1);
+    ServerDaImpostare server(*archivio, argomenti);
+    server.Imposta();
     if (inChiaro) PermettiInChiaro(*archivio, argomenti.host, static_cast<std::uint16_t>(argomenti.porta));
     RitiraPermessiSuperflui(*archivio);
-    const auto dopo = LeggiPassword(*archivio, {{}, argomenti.id});
-    for (std::size_t i = 0; i < prima.size(); ++i) trasloco.Sposta(*archivio, prima[i], dopo[i]);
+    std::vector<PasswordMemorizzata> scritte;
+    scritte.reserve(prima.size());
+    for (const PasswordMemorizzata& una : prima)
+      scritte.push_back(trasloco.Sposta(*archivio, una, server.Legame(una.legame.utente)));
+    server.RichiediComeScritto(scritte);
     static_cast<void>(archivio->EseguiConValori("COMMIT", {}));
   } catch (const host::Errore& errore) {
     throw ErroreProgramma(Uscita::kNonUtilizzabile, errore.Descrizione());

@@ -19,6 +19,11 @@ std::int32_t Numero(const host::RecordSet& riga, const char* colonna, std::int32
 
 }  // namespace
 
+std::string ServerEffettivo(std::string_view nome) {
+  const std::string_view server = text::Trim(nome);
+  return server.empty() ? kServerPredefinito : std::string(server);
+}
+
 std::vector<PasswordMemorizzata> LeggiPassword(host::Connection& connessione, const QualiAccount& quali) {
   std::string istruzione =
       "SELECT FW98_IDACCOUNT, FW98_USERNAME, FW98_PASSWORD, FW23_IDSERVER, FW23_SERVERNAME, FW23_PORT, "
@@ -29,11 +34,10 @@ std::vector<PasswordMemorizzata> LeggiPassword(host::Connection& connessione, co
   const auto righe = connessione.Execute(istruzione + " ORDER BY FW98_IDACCOUNT", host::kComandoTesto);
   std::vector<PasswordMemorizzata> password;
   for (; !righe->Eof(); righe->MoveNext()) {
-    const std::string server = Testo(*righe, "FW23_SERVERNAME");
     // A port's 16 bits stand in the column with a sign.
     password.push_back({host::Leggi(*righe, "FW98_IDACCOUNT").ToInt32(),
                         Testo(*righe, "FW98_PASSWORD"),
-                        {Testo(*righe, "FW98_USERNAME"), server.empty() ? kServerPredefinito : server,
+                        {Testo(*righe, "FW98_USERNAME"), ServerEffettivo(Testo(*righe, "FW23_SERVERNAME")),
                          static_cast<std::uint16_t>(Numero(*righe, "FW23_PORT", kPortaPredefinita)),
                          Numero(*righe, "FW23_SSL", 0) >= 1},
                         !Testo(*righe, "FW23_IDSERVER").empty()});

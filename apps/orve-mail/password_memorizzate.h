@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/connection.h"
@@ -17,7 +18,12 @@ struct PasswordMemorizzata {
   std::string testo;       // as stored; empty: none
   LegamePassword legame;   // with the values that the library takes where a column is empty
   bool conServer = false;  // whether the account has a server of the database at all
+
+  [[nodiscard]] bool operator==(const PasswordMemorizzata&) const = default;
 };
+
+/// The server that the library takes for a name that stands in the database.
+[[nodiscard]] std::string ServerEffettivo(std::string_view nome);
 
 /// Which accounts are meant: one, those of a server, or all.
 struct QualiAccount {

@@ -234,6 +234,65 @@ TEST_F(PasswordLegate, WithTheKeyOfAnotherDatabaseTheOnesThatStayBehindAreTold) 
           "Account 1: la password non è di questo server; memorizzarla di nuovo con imposta-password\n"));
 }
 
+struct Modifica {
+  const char* quale;
+  const char* istruzione;  // by somebody who may write the database and has no key
+};
+
+const Modifica kModifiche[] = {
+    {"the server goes elsewhere",
+     "CREATE TRIGGER t AFTER UPDATE ON FW23_FAXER WHEN NEW.FW23_SERVERNAME <> 'predone.example' BEGIN"
+     " UPDATE FW23_FAXER SET FW23_SERVERNAME = 'predone.example', FW23_PORT = 465"
+     " WHERE FW23_IDSERVER = NEW.FW23_IDSERVER; END"},
+    {"the server goes elsewhere when a password is written",
+     "CREATE TRIGGER t AFTER UPDATE ON FW98_MAILACCOUNT BEGIN"
+     " UPDATE FW23_FAXER SET FW23_SERVERNAME = 'predone.example' WHERE FW23_IDSERVER = 1; END"},
+    {"the login is taken away",
+     "CREATE TRIGGER t AFTER UPDATE ON FW23_FAXER WHEN NEW.FW23_INDAUTH <> 0 BEGIN"
+     " UPDATE FW23_FAXER SET FW23_INDAUTH = 0 WHERE FW23_IDSERVER = NEW.FW23_IDSERVER; END"},
+    {"the accounts go elsewhere",
+     "CREATE TRIGGER t AFTER UPDATE ON FW23_FAXER BEGIN"
+     " UPDATE FW98_MAILACCOUNT SET FW98_IDSERVER_FW23 = 2; END"},
+    {"the accounts change their logins",
+     "CREATE TRIGGER t AFTER UPDATE ON FW23_FAXER BEGIN"
+     " UPDATE FW98_MAILACCOUNT SET FW98_USERNAME = 'predone' WHERE FW98_IDSERVER_FW23 = 1; END"},
+    {"another account takes the place of the first",
+     "CREATE TRIGGER t AFTER UPDATE ON FW23_FAXER BEGIN"
+     " UPDATE FW98_MAILACCOUNT SET FW98_IDSERVER_FW23 = 2 WHERE FW98_IDACCOUNT = 1;"
+     " UPDATE FW98_MAILACCOUNT SET FW98_IDSERVER_FW23 = 1 WHERE FW98_IDACCOUNT = 2; END"},
+    {"the old password comes back",
+     "CREATE TRIGGER t AFTER UPDATE ON FW98_MAILACCOUNT WHEN NEW.FW98_PASSWORD <> OLD.FW98_PASSWORD BEGIN"
+     " UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = OLD.FW98_PASSWORD"
+     " WHERE FW98_IDACCOUNT = NEW.FW98_IDACCOUNT; END"},
+};
+
+TEST_F(PasswordLegate, ADatabaseThatChangesWhatIsWrittenKeepsItsServerAndItsPasswords) {
+  const auto tutto = [this] {
+    Righe righe = Sql(
+        "SELECT FW23_SERVERNAME AS C1, FW23_PORT AS C2, FW23_SSL AS C3, FW23_INDAUTH AS C4 FROM FW23_FAXER"
+        " ORDER BY FW23_IDSERVER");
+    for (auto& riga : Sql("SELECT FW98_USERNAME AS C1, FW98_PASSWORD AS C2, FW98_IDSERVER_FW23 AS C3"
+                          " FROM FW98_MAILACCOUNT ORDER BY FW98_IDACCOUNT"))
+      righe.push_back(riga);
+    return righe;
+  };
+  const Righe prima = tutto();
+  for (const auto& [quale, istruzione] : kModifiche) {
+    SCOPED_TRACE(quale);
+    Sql(istruzione);
+    const Esecuzione esecuzione =
+        Esegui({"imposta-server", "1", "--host", "buono.example", "--porta", "587"});
+    EXPECT_EQ(esecuzione.stato, 5) << esecuzione;
+    EXPECT_EQ(esecuzione.uscita, "");
+    EXPECT_THAT(
+        esecuzione.errori,
+        HasSubstr("Server 1 lasciato com'era: il database ha cambiato da sé quanto vi è stato scritto"));
+    EXPECT_EQ(tutto(), prima);
+    Sql("DROP TRIGGER t");
+  }
+  EXPECT_EQ(Esegui({"imposta-server", "1", "--host", "buono.example", "--porta", "587"}).stato, 0);
+}
+
 // A server that offers login without encryption.
 class PasswordInChiaro : public PasswordLegate {
  protected:
