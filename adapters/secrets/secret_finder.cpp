@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -27,19 +26,24 @@ bool IsLetterOrDigit(char c) {
 }
 
 std::string WithoutBlanks(std::string_view text) {
-  std::string rest;
-  rest.reserve(text.size());
-  std::copy_if(text.begin(), text.end(), std::back_inserter(rest),
-               [](char c) { return static_cast<unsigned char>(c) > ' ' && c != '\x7f'; });
+  std::string rest(text.size(), '\0');
+  std::size_t count = 0;
+  for (const char c : text) {
+    rest[count] = c;
+    count += static_cast<unsigned char>(c) > ' ' && c != '\x7f' ? 1 : 0;
+  }
+  rest.resize(count);
   return rest;
 }
 
 std::string LettersAndDigits(std::string_view text) {
-  std::string rest;
-  rest.reserve(text.size());
+  std::string rest(text.size(), '\0');
+  std::size_t count = 0;
   for (const char c : text) {
-    if (IsLetterOrDigit(c)) rest += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    rest[count] = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    count += IsLetterOrDigit(c) ? 1 : 0;
   }
+  rest.resize(count);
   return rest;
 }
 
@@ -62,38 +66,80 @@ std::string Rot13(std::string text) {
   return text;
 }
 
+constexpr unsigned char kNone = 0xff;
+using Values = std::array<unsigned char, 256>;  // of the digits of a code, by character
+
+constexpr Values NoDigits() {
+  Values values{};
+  for (unsigned char& value : values) value = kNone;
+  return values;
+}
+
+constexpr void Set(Values& values, std::string_view digits, unsigned char first) {
+  for (const char digit : digits) values[static_cast<unsigned char>(digit)] = first++;
+}
+
+constexpr std::string_view kCapitals = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+constexpr std::string_view kSmall = "abcdefghijklmnopqrstuvwxyz";
+
+constexpr Values kBase16 = [] {
+  Values values = NoDigits();
+  Set(values, "0123456789", 0);
+  Set(values, kCapitals.substr(0, 6), 10);
+  Set(values, kSmall.substr(0, 6), 10);
+  return values;
+}();
+
+constexpr Values kBase64 = [] {
+  Values values = NoDigits();
+  Set(values, kCapitals, 0);
+  Set(values, kSmall, 26);
+  Set(values, "0123456789+/", 52);
+  Set(values, "-_", 62);  // those of addresses in the web
+  return values;
+}();
+
+constexpr Values kBase32 = [] {
+  Values values = NoDigits();
+  Set(values, kCapitals, 0);
+  Set(values, kSmall, 0);
+  Set(values, "234567", 26);
+  return values;
+}();
+
+constexpr Values kBase2 = [] {
+  Values values = NoDigits();
+  Set(values, "01", 0);
+  return values;
+}();
+
 std::optional<unsigned> Digit(char c, unsigned base) {
-  unsigned value = base;
-  if (IsDigit(c)) value = static_cast<unsigned>(c - '0');
-  if (c >= 'a' && c <= 'f') value = static_cast<unsigned>(c - 'a') + 10;
-  if (c >= 'A' && c <= 'F') value = static_cast<unsigned>(c - 'A') + 10;
+  const unsigned value = kBase16[static_cast<unsigned char>(c)];
   if (value >= base) return {};
   return value;
 }
 
-std::optional<unsigned> Base64Digit(char c) {
-  if (c >= 'A' && c <= 'Z') return c - 'A';
-  if (c >= 'a' && c <= 'z') return c - 'a' + 26;
-  if (IsDigit(c)) return c - '0' + 52;
-  if (c == '+' || c == '-') return 62;  // the second ones are those of addresses in the web
-  if (c == '/' || c == '_') return 63;
-  return {};
-}
-
-std::optional<unsigned> Base32Digit(char c) {
-  if (c >= 'A' && c <= 'Z') return c - 'A';
-  if (c >= 'a' && c <= 'z') return c - 'a';
-  if (c >= '2' && c <= '7') return c - '2' + 26;
-  return {};
+/// The values of the digits in `text`, without what stands between them.
+std::string Digits(std::string_view text, const Values& values) {
+  std::string digits(text.size(), '\0');
+  std::size_t count = 0;
+  for (const char c : text) {
+    const unsigned char value = values[static_cast<unsigned char>(c)];
+    digits[count] = static_cast<char>(value);
+    count += value == kNone ? 0 : 1;
+  }
+  digits.resize(count);
+  return digits;
 }
 
 /// The bytes of `digits`, `bits` bits each, from the digit `first` on.
-std::string Bytes(const std::vector<unsigned>& digits, unsigned bits, std::size_t first) {
+std::string Bytes(std::string_view digits, unsigned bits, std::size_t first) {
   std::string bytes;
+  bytes.reserve(digits.size() * bits / 8);
   unsigned value = 0;
   unsigned count = 0;
   for (std::size_t i = first; i < digits.size(); ++i) {
-    value = (value << bits) | digits[i];
+    value = (value << bits) | static_cast<unsigned char>(digits[i]);
     count += bits;
     if (count < 8) continue;
     count -= 8;
@@ -114,6 +160,18 @@ std::optional<char> Number(std::string_view& text, unsigned base, std::size_t lo
   }
   text.remove_prefix(count);
   if (count == 0 || value > 0xff) return {};
+  return static_cast<char>(value);
+}
+
+constexpr std::string_view kEscapes = "%=\\&\xef";  // with which they begin
+
+/// The letter, digit or mark at the front of `text` in its wide form, U+FF01 to U+FF5E, as it is in ASCII.
+std::optional<char> FullWidth(std::string_view& text) {
+  if (text.size() < 3 || text[0] != '\xef' || (text[1] != '\xbc' && text[1] != '\xbd')) return {};
+  const unsigned low = static_cast<unsigned char>(text[2]);
+  const unsigned value = ((text[1] == '\xbc' ? 0xff00U : 0xff40U) | (low & 0x3fU)) - 0xfee0U;
+  if ((low & 0xc0U) != 0x80U || value < 0x21 || value > 0x7e) return {};
+  text.remove_prefix(3);
   return static_cast<char>(value);
 }
 
@@ -138,12 +196,17 @@ std::optional<char> Escape(std::string_view& text) {
     text = rest;
     return value;
   }
-  return {};
+  return FullWidth(text);
 }
 
 std::string Unescaped(std::string_view text) {
   std::string plain;
+  plain.reserve(text.size());
   while (!text.empty()) {
+    const std::size_t clear = std::min(text.size(), text.find_first_of(kEscapes));
+    plain.append(text.substr(0, clear));
+    text.remove_prefix(clear);
+    if (text.empty()) break;
     if (const auto escaped = Escape(text)) {
       plain += *escaped;
     } else {
@@ -154,48 +217,49 @@ std::string Unescaped(std::string_view text) {
   return plain;
 }
 
-std::string DecimalNumbers(std::string_view text) {
+std::string Numbers(std::string_view text, unsigned base) {
   std::string bytes;
   while (!text.empty()) {
-    if (const auto value = Number(text, 10, text.size())) bytes += *value;
+    if (const auto value = Number(text, base, text.size())) bytes += *value;
     if (!text.empty()) text.remove_prefix(1);
   }
   return bytes;
 }
 
-std::vector<unsigned> Digits(std::string_view text, std::optional<unsigned> (*digit_of)(char)) {
-  std::vector<unsigned> digits;
-  for (const char c : text) {
-    if (const auto digit = digit_of(c)) digits.push_back(*digit);
-  }
-  return digits;
-}
-
 /// Two digits of each byte; the 0 of 0x is none.
-std::vector<unsigned> HexadecimalDigits(std::string_view text) {
-  std::vector<unsigned> digits;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool prefix = text[i] == '0' && i + 1 < text.size() && (text[i + 1] == 'x' || text[i + 1] == 'X');
-    const auto digit = Digit(text[i], 16);
-    if (digit && !prefix) digits.push_back(*digit);
+std::string HexadecimalDigits(std::string_view text) {
+  std::string rest(text);
+  for (std::size_t x = 1; (x = rest.find_first_of("xX", x)) != std::string::npos; ++x) {
+    if (rest[x - 1] == '0') rest[x - 1] = ' ';
   }
-  return digits;
+  return Digits(rest, kBase16);
 }
 
 /// What `text` becomes when it is taken for each of the codes. What stands between the digits of a code is
 /// left out, so that it may be spread over words and lines; a code that does not begin with the text has the
 /// alignment of one of its readings.
-std::vector<std::string> Readings(std::string_view text) {
+std::vector<std::string> Readings(std::string_view text, bool outermost) {
+  std::vector<std::string> readings;
+  const auto add = [&](std::string reading) {
+    if (reading.size() >= kShortest) readings.push_back(std::move(reading));
+  };
+  const auto aligned = [&](const std::string& digits, unsigned bits, std::size_t alignments) {
+    for (std::size_t first = 0; first < alignments; ++first) add(Bytes(digits, bits, first));
+  };
   std::string joined(text);  // a line may end within a number
   std::erase_if(joined, [](char c) { return c == '\r' || c == '\n'; });
-  std::vector<std::string> readings = {Unescaped(joined), DecimalNumbers(text), DecimalNumbers(joined)};
-  if (readings.front() == text) readings.front().clear();
-  const std::vector<unsigned> base64 = Digits(text, Base64Digit);
-  const std::vector<unsigned> base32 = Digits(text, Base32Digit);
-  const std::vector<unsigned> hexadecimal = HexadecimalDigits(text);
-  for (std::size_t first = 0; first < 4; ++first) readings.push_back(Bytes(base64, 6, first));
-  for (std::size_t first = 0; first < 8; ++first) readings.push_back(Bytes(base32, 5, first));
-  for (std::size_t first = 0; first < 2; ++first) readings.push_back(Bytes(hexadecimal, 4, first));
+  std::string unescaped = Unescaped(joined);
+  if (unescaped != joined) add(std::move(unescaped));
+  for (const unsigned base : {2U, 8U, 10U}) {
+    add(Numbers(text, base));
+    if (joined.size() != text.size()) add(Numbers(joined, base));
+  }
+  aligned(Digits(text, kBase64), 6, 4);
+  aligned(HexadecimalDigits(text), 4, 2);
+  // Many alignments, and seldom inside another code.
+  if (!outermost) return readings;
+  aligned(Digits(text, kBase32), 5, 8);
+  aligned(Digits(text, kBase2), 1, 8);
   return readings;
 }
 
@@ -222,11 +286,13 @@ void SecretFinder::Runs::ForEach(std::string_view text, std::size_t length, Acti
 
 void SecretFinder::Runs::Add(std::string_view text, std::size_t length) {
   lengths_.insert(length);
+  const bool digits = std::all_of(text.begin(), text.end(), IsDigit);
   ForEach(text, length, [&](std::uint64_t key, std::string_view piece) {
     // A year is part of many passwords and of many replies.
-    const bool year =
-        length == kShortest && piece.size() < text.size() && std::all_of(piece.begin(), piece.end(), IsDigit);
-    if (!year) keys_.insert(key);
+    const bool year = length == kShortest && !digits && std::all_of(piece.begin(), piece.end(), IsDigit);
+    if (year) return false;
+    keys_.insert(key);
+    ends_.set(key & kEnds);
     return false;
   });
 }
@@ -243,8 +309,10 @@ void SecretFinder::Runs::Remove(std::string_view text) {
 bool SecretFinder::Runs::In(std::string_view text) const {
   bool found = false;
   for (const std::size_t length : lengths_) {
-    ForEach(text, length,
-            [&](std::uint64_t key, std::string_view) { return found = found || keys_.contains(key); });
+    if (found) break;
+    ForEach(text, length, [&](std::uint64_t key, std::string_view) {
+      return found = ends_.test(key & kEnds) && keys_.contains(key);
+    });
   }
   return found;
 }
@@ -269,7 +337,7 @@ void SecretFinder::AddCredentials(std::string_view encoded) {
   while (!encoded.empty() && encoded.back() == '=') encoded.remove_suffix(1);
   if (encoded.size() < 2) return;  // nothing, or the star that gives up
   Add(encoded);
-  const Form answer(Bytes(Digits(encoded, Base64Digit), 6, 0));
+  const Form answer(Bytes(Digits(encoded, kBase64), 6, 0));
   const std::string_view text = answer.text;
   const std::size_t user = text.rfind(' ');  // CRAM-MD5: the user and the digest
   if (user != std::string_view::npos && text.size() - user > kShortestDigest) Add(text.substr(user + 1));
@@ -280,19 +348,20 @@ void SecretFinder::Allow(std::string_view text) {
 }
 
 bool SecretFinder::In(std::string_view text) const {
+  if (Empty()) return false;
   return std::any_of(words_.begin(), words_.end(), [&](const auto& word) { return HoldsWord(text, word); }) ||
          InReadings(text, true, kCodes);
 }
 
 bool SecretFinder::MostlyIn(std::string_view text) const {
-  return InReadings(text, false, kCodes);
+  return !Empty() && InReadings(text, false, kCodes);
 }
 
 bool SecretFinder::InReadings(std::string_view text, bool pieces, int depth) const {
   if (text.size() < kShortest) return false;
   if ((pieces && short_.In(WithoutBlanks(text))) || long_.In(LettersAndDigits(text))) return true;
   if (depth == 0) return false;
-  const std::vector<std::string> readings = Readings(text);
+  const std::vector<std::string> readings = Readings(text, depth == kCodes);
   return std::any_of(readings.begin(), readings.end(),
                      [&](const std::string& reading) { return InReadings(reading, pieces, depth - 1); });
 }

@@ -7,6 +7,7 @@
 // either case, backwards or by ROT13.
 #pragma once
 
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <set>
@@ -50,7 +51,10 @@ class SecretFinder {
     template <class Action>
     static void ForEach(std::string_view text, std::size_t length, Action action);
 
+    static constexpr std::uint64_t kEnds = 0xffff;
+
     std::set<std::size_t> lengths_;
+    std::bitset<kEnds + 1> ends_;             // the last two bytes of the keys: most texts have none of them
     std::unordered_set<std::uint64_t> keys_;  // no piece holds a NUL, so that its bytes tell its length
   };
 

@@ -447,7 +447,7 @@ std::string Channel::Receive(Clock::time_point deadline) {
   // something.
   for (bool wait = !impl_->target.encrypted; bytes.empty(); wait = true) {
     if (wait && !impl_->Wait(POLLIN, deadline)) {
-      throw BrokenConnection("tempo di attesa della risposta scaduto");
+      throw BrokenConnection(kNoReply);
     }
     impl_->ReceiveSome(bytes);
   }

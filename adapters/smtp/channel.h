@@ -32,6 +32,9 @@ class Channel {
  public:
   using Clock = std::chrono::steady_clock;
 
+  /// What a BrokenConnection says when a reply is not there in time.
+  static constexpr const char* kNoReply = "tempo di attesa della risposta scaduto";
+
   /// Makes no connection yet. `tracer` must outlive the channel.
   Channel(Target target, Tracer& tracer);
   Channel(const Channel&) = delete;

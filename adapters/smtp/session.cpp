@@ -11,6 +11,8 @@ namespace orve::adapters::smtp {
 namespace {
 
 constexpr std::size_t kLongestReply = std::size_t{64} * 1024;
+constexpr std::size_t kMostLines =
+    256;  // of a reply: each is searched for secrets together with those before
 // Replies to one group of pipelined commands must fit the buffers of the connection, or both ends would wait.
 constexpr std::size_t kGroupCommands = 100;
 // The server closes the connection behind this reply, whatever the command was.
@@ -271,7 +273,11 @@ Session::Reply Session::ReadReply(std::chrono::milliseconds timeout) {
   const auto deadline = Channel::Clock::now() + timeout;
   Reply reply;
   std::size_t size = 0;
+  std::size_t lines = 0;
   for (bool more = true; more;) {
+    if (++lines > kMostLines) throw BrokenConnection("risposta troppo lunga del server");
+    // What has come already is not waited for, but takes its time all the same.
+    if (lines > 1 && Channel::Clock::now() > deadline) throw BrokenConnection(Channel::kNoReply);
     const std::string line = ReadLine(deadline, kLongestReply - std::min(kLongestReply, size));
     const std::string shown = tracer_.Received(line);
     size += line.size() + Tracer::kBetweenLines.size();

@@ -11,6 +11,7 @@
 #include <optional>
 #include <ostream>
 #include <string>
+#include <thread>
 #include <tuple>
 #include <vector>
 
@@ -491,11 +492,37 @@ TEST(RefusedRecipients, TheReasonNamesEachOfThem) {
 
 TEST(Replies, OneWithoutEndIsGivenUp) {
   std::string endless;
-  for (int i = 0; i < 5000; ++i) endless += "250-" + std::string(60, 'x') + "\r\n";
+  for (int i = 0; i < 200; ++i) endless += "250-" + std::string(600, 'x') + "\r\n";
   ScriptedServer server(kRoadHello + Script{On("MAIL FROM:*", endless)});
   const auto component = MessageFor({}, server, Quick());
   EXPECT_EQ(Sent(*component), 3);
   EXPECT_THAT(component->LastFailure(), HasSubstr("troppo lunga"));
+}
+
+TEST(Replies, OfTooManyLinesAreGivenUp) {
+  for (const int lines : {256, 257}) {
+    std::string reply;
+    for (int i = 1; i < lines; ++i) reply += "550-x\r\n";
+    ScriptedServer server(kRoadHello + Script{ThenDrop(On("MAIL FROM:*", reply + "550 no"))});
+    const auto component = MessageFor({}, server, Quick());
+    EXPECT_EQ(Sent(*component), 3);
+    EXPECT_EQ(component->LastFailure().find("troppo lunga") != std::string::npos, lines > 256)
+        << component->LastFailure();
+  }
+}
+
+// Whatever comes at once must not hold up the send for longer than what has to be waited for.
+TEST(Replies, ThatTakeTooLongAreGivenUpEvenWhereTheyHaveComeWhole) {
+  ScriptedServer server(kRoadHello + Script{On("MAIL FROM:*", "250-primo\r\n250-secondo\r\n250 Ok"),
+                                            ThenDrop(On("RCPT TO:*", "550 ignoto"))});
+  SmtpOptions options = Quick();
+  options.replyTimeout = std::chrono::milliseconds(500);
+  options.trace = [&](std::string_view line) {
+    if (line == "S: 250-primo") std::this_thread::sleep_for(2 * options.replyTimeout);
+  };
+  const auto component = MessageFor({}, server, options);
+  EXPECT_EQ(Sent(*component), 3);
+  EXPECT_THAT(component->LastFailure(), HasSubstr("tempo di attesa della risposta scaduto"));
 }
 
 TEST(Replies, ALineWithoutEndIsGivenUp) {

@@ -69,6 +69,14 @@ const Repetition kRepetitions[] = {
     {"by backslashes", R"(\x47a\x74to.\x4e\x65ro7)"},
     {"by octal backslashes", R"(\107a\164to.\116\145ro7)"},
     {"decimal", "71 97 116 116 111 46 78 101 114 111 55"},
+    {"octal", "107 141 164 164 157 56 116 145 162 157 67"},
+    {"octal with 0o", "0o107 0o141 0o164 0o164 0o157 0o56 0o116 0o145 0o162 0o157 0o67"},
+    {"binary", "1000111 1100001 1110100 1110100 1101111 101110 1001110 1100101 1110010 1101111 110111"},
+    {"binary without blanks",
+     "0100011101100001011101000111010001101111001011100100111001100101011100100110111100110111"},
+    {"in wide letters", "Ｇａｔｔｏ．Ｎｅｒｏ７"},
+    {"base64 of wide letters", "77yn772B772U772U772P77yO77yu772F772S772P77yX"},
+    {"base32 of base64", "KIZEMMDEI44HKVDNKZ4WE6TDHU"},
 };
 
 TEST(Masking, KnowsTheSecretInEveryFormThatAProgramUndoes) {
@@ -169,6 +177,19 @@ TEST(Masking, OfAShortSecretGoesByWords) {
   Overheard traced("no1");
   traced.tracer.Received("550 parola: no1\r\n550 nono123");
   EXPECT_THAT(traced.lines, ElementsAre("S: 550 ***", "S: 550 nono123"));
+}
+
+TEST(Masking, OfASecretOfDigitsKnowsItsHalvesToo) {
+  Overheard traced("20247316");
+  traced.tracer.Received("550 comincia con 2024\r\n");
+  traced.tracer.Received("550 finisce con 7316\r\n");
+  EXPECT_THAT(traced.lines, ElementsAre("S: 550 ***", "S: 550 ***"));
+}
+
+TEST(Masking, OfASecretWithAYearDoesNotTakeEveryYearForIt) {
+  Overheard traced("Verdi2024");
+  traced.tracer.Received("220 mail.rossi.example, 5 Nov 2024\r\n");
+  EXPECT_THAT(traced.lines, ElementsAre("S: 220 mail.rossi.example, 5 Nov 2024"));
 }
 
 TEST(Masking, OfALoginEndsWithNothingThatTheServerSays) {
