@@ -27,6 +27,9 @@ using std::chrono::milliseconds;
 
 constexpr const char* kSystemAuthorities = "/etc/ssl/certs/ca-certificates.crt";
 constexpr milliseconds kFarewell{500};
+// Characters of what a server says. Far more than a failure tells, so that no beginning of a password stands
+// at the end of these.
+constexpr std::size_t kHeardWords = 1000;
 
 struct Freed {
   void operator()(LDAPMessage* message) const noexcept { ::ldap_msgfree(message); }
@@ -305,7 +308,8 @@ class Session::Handle {
     broken_ = broken_ || (code < 0 && code != LDAP_FILTER_ERROR);
     secrets::SecretFinder password;
     password.Add(options_.password.View());
-    throw LdapFailure(code, password.In(words) ? "***" : words);
+    const std::string_view heard = text::Left(words, kHeardWords);
+    throw LdapFailure(code, password.In(heard) ? "***" : std::string(heard));
   }
 
   LdapOptions options_;

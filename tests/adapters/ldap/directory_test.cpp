@@ -389,23 +389,40 @@ TEST_F(Directory, AWrongPasswordIsRefusedAndStandsInNoText) {
               AllOf(HasSubstr("rifiuta nome utente o password"), Not(HasSubstr("password-sbagliata"))));
 }
 
+// TLS is not what this is about.
+std::string RefusedBind(const std::string& words) {
+  return Answer(1, Element('\x61', "\x0a\x01\x31\x04\0"s + Element('\x04', words)));
+}
+
 TEST_F(Directory, AServerThatGivesThePasswordBackDoesNotSpreadIt) {
   for (const std::string words :
        {"no: segreta-del-lettore", "no: c2VncmV0YS1kZWwtbGV0dG9yZQ==", "no: erottel-led-aterges"}) {
     SCOPED_TRACE(words);
-    // A refusal (LDAP 49) of the bind; TLS is not what this is about.
-    std::string answer("\x30\x00\x02\x01\x01\x61\x00\x0a\x01\x31\x04\x00\x04\x00", 14);
-    answer.back() = static_cast<char>(words.size());
-    answer += words;
-    answer[6] = static_cast<char>(answer.size() - 7);
-    answer[1] = static_cast<char>(answer.size() - 2);
-    support::ScriptedServer server({ThenStall(support::Say(answer))});
+    support::ScriptedServer server({ThenStall(support::Say(RefusedBind(words)))});
     LdapOptions options = Anonymous(Url(server));
     options.password = LdapServer::kPassword;
     const auto failure = FailureOf(options);
     ASSERT_TRUE(failure);
     EXPECT_EQ(failure->Code(), 49);
     EXPECT_EQ(failure->Words(), "***");
+  }
+}
+
+TEST_F(Directory, OfEndlessWordsTheFirstAreToldAndNoBeginningOfThePassword) {
+  std::string before;
+  while (before.size() < 590) before += "\xc3\xa0";  // 295 characters
+  std::string cut = before;
+  while (cut.size() < 600) cut += "\xc3\xa0";
+  const std::string behind = cut + std::string(100'000, 'x') + LdapServer::kPassword;
+  for (const auto& [words, told] :
+       {std::pair(behind, cut), std::pair(before + LdapServer::kPassword, std::string("***"))}) {
+    support::ScriptedServer server({ThenStall(support::Say(RefusedBind(words)))});
+    LdapOptions options = Anonymous(Url(server));
+    options.password = LdapServer::kPassword;
+    const auto failure = FailureOf(options);
+    ASSERT_TRUE(failure);
+    EXPECT_EQ(failure->Code(), 49);
+    EXPECT_EQ(failure->Words(), told);
   }
 }
 
