@@ -53,6 +53,13 @@ void ScriviTutto(int descrittore, std::string_view resto, const std::string& fil
   }
 }
 
+// What a run that was stopped left there: this user's, or already its owner's whose the key is.
+void RimuoviResto(const std::string& nuova, uid_t proprietario) {
+  struct stat stato {};
+  if (::lstat(nuova.c_str(), &stato) != 0 || !S_ISREG(stato.st_mode)) return;
+  if (stato.st_uid == ::geteuid() || stato.st_uid == proprietario) ::unlink(nuova.c_str());
+}
+
 }  // namespace
 
 Chiave Chiave::Nuova() {
@@ -109,12 +116,17 @@ void Chiave::Scrivi(const std::string& file) const {
   ScriviNuovo(file, soloLegate_);
 }
 
+std::string Chiave::Nascente(const std::string& file) {
+  return file + ".nuova";
+}
+
 void Chiave::RiservaALegate(const std::string& file) const {
   struct stat stato {};
   if (::lstat(file.c_str(), &stato) != 0) Inutilizzabile(file, std::generic_category().message(errno));
   if (S_ISLNK(stato.st_mode)) Inutilizzabile(file, "è un collegamento simbolico");
   if (Leggi(file).byte_ != byte_) Inutilizzabile(file, "contiene un'altra chiave");
-  const std::string nuova = file + ".nuova";
+  const std::string nuova = Nascente(file);
+  RimuoviResto(nuova, stato.st_uid);
   ScriviNuovo(nuova, true);
   const bool alSuoPosto = ::chown(nuova.c_str(), stato.st_uid, stato.st_gid) == 0 &&
                           ::chmod(nuova.c_str(), stato.st_mode & ALLPERMS) == 0 &&

@@ -31,9 +31,11 @@ class Chiave {
 
   /// Writes the file that this key was read from again, so that it opens bound passwords only: beside it,
   /// then in its place, with its owner and mode. Raises ErroreProgramma (kNonUtilizzabile), and leaves the
-  /// file as it is, when it is a link or no longer holds this key, when something lies at the name followed
-  /// by ".nuova", or when it cannot be written.
+  /// file as it is, when it is a link or no longer holds this key, when something lies at Nascente that is no
+  /// file of a run that was stopped, or when it cannot be written.
   void RiservaALegate(const std::string& file) const;
+  /// Where a key that is written again lies until it takes the place of `file`.
+  [[nodiscard]] static std::string Nascente(const std::string& file);
 
   /// Whether nothing was ever enciphered with it that is bound to no server.
   [[nodiscard]] bool SoloLegate() const { return soloLegate_; }

@@ -140,7 +140,7 @@ TEST_F(PasswordLegate, AKeyThatCannotBeRewrittenOrMayServeOthersIsToldAndStays) 
       << altrui;
   EXPECT_THAT(altrui.uscita, HasSubstr(rimedio));
   EXPECT_EQ(support::ReadFile(altrove), prima);
-  cartella.Write("prova.db.chiave.nuova", "");
+  std::filesystem::create_directory(File("prova.db.chiave.nuova"));
   const Esecuzione occupata = Esegui({"controlla"});
   EXPECT_THAT(occupata.uscita,
               HasSubstr("[avviso]  chiave delle password: apre ancora le password non legate: File della"))
@@ -152,6 +152,19 @@ TEST_F(PasswordLegate, AKeyThatCannotBeRewrittenOrMayServeOthersIsToldAndStays) 
   std::filesystem::create_symlink(altrove, Db() + ".chiave");
   EXPECT_THAT(Esegui({"controlla"}).uscita, HasSubstr("è un collegamento simbolico"));
   EXPECT_EQ(support::ReadFile(altrove), prima);
+}
+
+TEST_F(PasswordLegate, AKeyThatARunLeftHalfWrittenIsInNobodysWay) {
+  TornaIndietro();
+  cartella.Write("prova.db.chiave.nuova", "orve-mail-chi");
+  Sql("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = NULL WHERE FW98_IDACCOUNT = 1");
+  const Esecuzione controllo = Esegui({"controlla"});
+  EXPECT_THAT(
+      controllo.uscita,
+      HasSubstr("[ok]      chiave delle password: ora apre soltanto password legate al loro server\n"))
+      << controllo;
+  EXPECT_EQ(Chiave(), std::string("orve-mail-chiave-2:") + kCifre + "\n");
+  EXPECT_FALSE(std::filesystem::exists(File("prova.db.chiave.nuova")));
 }
 
 TEST_F(PasswordLegate, ATextThatStandsInTwoRowsIsBoundInNeither) {
