@@ -2,12 +2,14 @@
 
 #include <sys/stat.h>
 
+#include <array>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "odbc/odbc_connection.h"
+#include "orve-mail/chiave.h"
 #include "orve-mail/codici.h"
 #include "orve-mail/file_riservato.h"
 #include "orve-mail/memoria.h"
@@ -36,18 +38,24 @@ constexpr std::string_view kOdbc = "odbc:";
   throw ErroreProgramma(Uscita::kNonUtilizzabile, "Registro non utilizzabile: " + errore.Descrizione());
 }
 
-// Behind the opening: the connection notices by itself when another file takes the place of the one it
-// opened. A register may be shared, and then belongs to whoever sent first; in a folder that is open to
-// everybody anybody could have laid it there.
+constexpr std::array kAccanto = {"", "-wal", "-shm", "-journal"};  // what SQLite keeps, the database first
+
+// A register may be shared, and then belongs to whoever sent first; but not where anybody, or the neighbour
+// whose folder it is, could have laid it or what is read along with it.
 void RichiediRegistroProprio(const std::string& file) {
-  const std::string nativo = adapters::posix::PercorsoUnix(file);
-  struct stat stato {};
-  const bool noto = ::lstat(nativo.c_str(), &stato) == 0;
-  if (noto && (ProprietarioFidato(stato.st_uid) || !CartellaDiTutti(nativo))) return;
-  throw ErroreProgramma(Uscita::kNonUtilizzabile,
-                        "Registro non utilizzabile: " + file +
-                            " appartiene a un altro utente e la sua cartella è aperta a tutti; indicare con "
-                            "--registro un file proprio, o in una cartella che non lo sia");
+  for (const char* accanto : kAccanto) {
+    const std::string nativo = adapters::posix::PercorsoUnix(file) + accanto;
+    struct stat stato {};
+    // What cannot be looked at cannot be opened either.
+    if (::lstat(nativo.c_str(), &stato) != 0 || ProprietarioFidato(stato.st_uid)) continue;
+    const bool diTutti = CartellaDiTutti(nativo);
+    if (!diTutti && CartellaFidata(nativo)) continue;
+    throw ErroreProgramma(
+        Uscita::kNonUtilizzabile,
+        "Registro non utilizzabile: " + file + accanto + " appartiene a un altro utente e la sua cartella " +
+            (diTutti ? "è aperta a tutti" : "non è di chi invia") +
+            "; indicare con --registro un file proprio, o in una cartella propria e chiusa agli altri");
+  }
 }
 
 std::string ChiaveAccanto(const PosizioneArchivio& posizione) {
@@ -120,15 +128,19 @@ bool ChiaveDelDatabase(const PosizioneArchivio& posizione) {
 std::vector<std::string> FileDelProgramma(const PosizioneArchivio& posizione) {
   std::vector<std::string> file;
   const auto database = [&file](const std::string& nome) {
-    for (const char* accanto : {"", "-wal", "-shm", "-journal"}) file.push_back(nome + accanto);
+    for (const char* accanto : kAccanto) file.push_back(nome + accanto);
+  };
+  const auto chiave = [&file](const std::string& nome) {
+    file.push_back(nome);
+    file.push_back(Chiave::Nascente(nome));
   };
   if (!SuOdbc(posizione)) {
     const std::string nome = FileArchivio(posizione);
     database(nome);
-    file.push_back(nome + ".chiave");
+    chiave(nome + ".chiave");
   }
   if (!posizione.chiave.empty()) {
-    file.push_back(posizione.chiave);
+    chiave(posizione.chiave);
     database(posizione.chiave + ".registro");
   }
   if (!posizione.registro.empty()) database(posizione.registro);
@@ -156,7 +168,9 @@ std::shared_ptr<SqliteConnection> ApriRegistro(const PosizioneArchivio& posizion
   if (archivio.incorporato && posizione.registro.empty()) return archivio.incorporato;
   try {
     const std::string file = FileRegistro(posizione);
+    RichiediRegistroProprio(file);
     auto registro = adapters::sqlite::ApriRegistro(file);
+    // What was laid there meanwhile; the connection notices when another file takes the place of its own.
     RichiediRegistroProprio(file);
     return registro;
   } catch (const host::Errore& errore) {

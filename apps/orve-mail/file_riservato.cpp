@@ -18,6 +18,26 @@ namespace {
   throw ErroreProgramma(Uscita::kNonUtilizzabile, cosa + " " + file + ": " + motivo);
 }
 
+std::optional<struct stat> StatoCartella(const std::string& file) {
+  const std::size_t ultima = file.rfind('/');
+  const std::string cartella = ultima == std::string::npos ? "." : file.substr(0, ultima + 1);
+  struct stat stato {};
+  if (::stat(cartella.c_str(), &stato) != 0) return {};
+  return stato;
+}
+
+/// What lines may go to without waiting for anybody but the person.
+bool Scrivibile(int numero) {
+  struct stat stato {};
+  if (::fstat(numero, &stato) != 0) return false;
+  if (S_ISREG(stato.st_mode) || ::isatty(numero) != 0) return true;
+  struct stat nulla {};
+  const bool nessuno =
+      ::stat("/dev/null", &nulla) == 0 && S_ISCHR(stato.st_mode) && stato.st_rdev == nulla.st_rdev;
+  // The program's own output may be a pipe, whose reader the program waits for in any case.
+  return nessuno || UscitaDelProgramma(stato).has_value();
+}
+
 }  // namespace
 
 FileAperto::FileAperto(const std::string& cosa, const std::string& file, int modalita, mode_t permessi)
@@ -77,6 +97,14 @@ int ApriFileProprio(const std::string& cosa, const std::string& file, int modali
   return numero;
 }
 
+int ApriFilePerRighe(const std::string& cosa, const std::string& file) {
+  const int numero = ApriFileProprio(cosa, file, O_WRONLY | O_APPEND);
+  if (Scrivibile(numero)) return numero;
+  ::close(numero);
+  throw ErroreProgramma(Uscita::kFileMancante,
+                        cosa + " " + file + ": non è un file; indicarne uno, oppure - per lo standard error");
+}
+
 bool StessoFile(const struct stat& uno, const struct stat& altro) {
   return uno.st_dev == altro.st_dev && uno.st_ino == altro.st_ino;
 }
@@ -98,10 +126,13 @@ bool ProprietarioFidato(uid_t proprietario) {
 }
 
 bool CartellaDiTutti(const std::string& file) {
-  const std::size_t ultima = file.rfind('/');
-  const std::string cartella = ultima == std::string::npos ? "." : file.substr(0, ultima + 1);
-  struct stat stato {};
-  return ::stat(cartella.c_str(), &stato) != 0 || (stato.st_mode & S_IWOTH) != 0;
+  const auto stato = StatoCartella(file);
+  return !stato || (stato->st_mode & S_IWOTH) != 0;
+}
+
+bool CartellaFidata(const std::string& file) {
+  const auto stato = StatoCartella(file);
+  return stato && ProprietarioFidato(stato->st_uid);
 }
 
 }  // namespace orve::app

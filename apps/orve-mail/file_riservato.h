@@ -39,6 +39,10 @@ class FileAperto {
 /// `cosa`, the file and the reason.
 [[nodiscard]] int ApriFileProprio(const std::string& cosa, const std::string& file, int modalita);
 
+/// The same for lines that are added to it. It may also be a terminal, /dev/null or the program's own output,
+/// and nothing else that is no file: a full pipe would hold up the send.
+[[nodiscard]] int ApriFilePerRighe(const std::string& cosa, const std::string& file);
+
 /// Whether both tell of one file, under whatever names.
 [[nodiscard]] bool StessoFile(const struct stat& uno, const struct stat& altro);
 
@@ -53,5 +57,8 @@ class FileAperto {
 
 /// Whether anybody at all could have prepared a file under this name: its folder takes files from everybody.
 [[nodiscard]] bool CartellaDiTutti(const std::string& file);
+
+/// Whether the owner of its folder, who may exchange it at any time, may be trusted.
+[[nodiscard]] bool CartellaFidata(const std::string& file);
 
 }  // namespace orve::app

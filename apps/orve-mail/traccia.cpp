@@ -1,6 +1,5 @@
 #include "orve-mail/traccia.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -63,8 +62,7 @@ class TracciaSuFile : public Traccia {
 
 std::shared_ptr<Traccia> ApriTraccia(const std::string& file, std::ostream& errori) {
   if (file == "-") return std::make_shared<TracciaSuFlusso>(errori);
-  return std::make_shared<TracciaSuFile>(
-      ApriFileProprio("--traccia: impossibile scrivere", file, O_WRONLY | O_APPEND));
+  return std::make_shared<TracciaSuFile>(ApriFilePerRighe("--traccia: impossibile scrivere", file));
 }
 
 }  // namespace orve::app

@@ -350,9 +350,17 @@ TEST_F(Traccia, AFileThatCannotBeWrittenStopsEverythingBefore) {
 }
 
 TEST_F(Traccia, AFullDiskCostsTheTraceAndThePersonLearnsIt) {
-  const auto esecuzione = EseguiCon("/dev/full", {"invia", "--cliente", "1004", "--modo", "automatico"});
+  // No file may grow beyond the size of the trace, which is larger than all others.
+  constexpr std::size_t kBlocco = 512;
+  constexpr std::size_t kBlocchi = 8192;
+  const std::string file = cartella.Write("piena.txt", std::string(kBlocchi * kBlocco - 1, 'x') + "\n");
+  const auto esecuzione = support::RunProgram(
+      {"/bin/sh", "-c", R"(ulimit -f "$1"; shift; exec "$@")", "prova", std::to_string(kBlocchi),
+       "/usr/bin/env", "TMPDIR=" + cartella.Path().string(), "ORVE_MAIL_DB=" + Db(), places::Program(),
+       "--traccia", file, "invia", "--cliente", "1004", "--modo", "automatico"});
   EXPECT_EQ(esecuzione.status, 3);
   EXPECT_THAT(esecuzione.output, HasSubstr("orve-mail: --traccia: non tutte le righe sono state scritte\n"));
+  EXPECT_EQ(std::filesystem::file_size(file), kBlocchi * kBlocco);
 }
 
 TEST_F(Traccia, TheOptionStandsInFrontOfTheCommandOnly) {

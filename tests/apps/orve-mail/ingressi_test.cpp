@@ -208,8 +208,9 @@ TEST_F(Ingressi, AttachmentNamesWithAccentsQuotesAndBlanksArriveAsTheyAre) {
 TEST_F(Ingressi, FilesOfTheProgramsOwnLeaveNeitherAsAttachmentsNorAsABody) {
   auto& server = AvviaServerOrdinario();
   std::filesystem::create_symlink(Db() + ".chiave", File("fattura.pdf"));
+  const std::string nascente = cartella.Write("prova.db.chiave.nuova", "orve-mail-chi");
   for (const std::string& file :
-       {Db(), Db() + ".chiave", File("fattura.pdf"), std::string("/proc/self/environ")}) {
+       {Db(), Db() + ".chiave", nascente, File("fattura.pdf"), std::string("/proc/self/environ")}) {
     for (const Riga& opzioni :
          {Riga{"--allegato", file}, Riga{"--allegato", file, "--allegati-senza-controllo"},
           Riga{"--corpo", "@" + file}}) {

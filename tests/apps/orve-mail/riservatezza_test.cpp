@@ -1,6 +1,8 @@
 // What others on the machine get to see of the program's files.
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <cstdlib>
@@ -157,6 +159,44 @@ TEST_F(Riservatezza, ARegisterOfAnotherUserServesWhereNotEverybodyCouldHaveLaidI
   EXPECT_THAT(
       rifiutato.errori,
       HasSubstr(registro + " appartiene a un altro utente e la sua cartella è aperta a tutti; indicare"));
+  ASSERT_EQ(::chmod(comune.c_str(), 0755), 0);
+  ASSERT_EQ(::chown(comune.c_str(), 65534, 65534), 0);
+  const Esecuzione delVicino = Invia(invio);
+  EXPECT_EQ(delVicino.stato, 5) << delVicino;
+  EXPECT_THAT(
+      delVicino.errori,
+      HasSubstr(registro + " appartiene a un altro utente e la sua cartella non è di chi invia; indicare"));
+}
+
+TEST_F(Riservatezza, WhatLiesBesideARegisterCountsAsTheRegister) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only root can give a file away";
+  AvviaServerOrdinario();
+  const std::string comune = File("comune");
+  std::filesystem::create_directory(comune);
+  ASSERT_EQ(::chmod(comune.c_str(), 01777), 0);
+  const std::string registro = comune + "/registro";
+  const std::vector<std::string> invio = {"--registro", registro, "--a", "x@example.org", "--corpo", "x"};
+  for (const char* accanto : {"-wal", "-shm", "-journal"}) {
+    const std::string laterale = cartella.Write("comune/registro" + std::string(accanto), "x");
+    ASSERT_EQ(::chown(laterale.c_str(), 65534, 65534), 0);
+    const Esecuzione rifiutato = Invia(invio);
+    EXPECT_EQ(rifiutato.stato, 5) << rifiutato;
+    EXPECT_THAT(rifiutato.errori, HasSubstr(laterale + " appartiene a un altro utente"));
+    EXPECT_FALSE(std::filesystem::exists(registro)) << "it was not even opened";
+    std::filesystem::remove(laterale);
+  }
+  EXPECT_EQ(Invia(invio).stato, 0);
+}
+
+TEST_F(Riservatezza, TheTraceGoesIntoNoPipeThatSomebodyMayLeaveFull) {
+  const std::string pipe = File("pipe");
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  const int lettore = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  ASSERT_GE(lettore, 0);
+  const Esecuzione traccia = EseguiConAmbiente({}, {"--traccia", pipe, "registro"});
+  EXPECT_EQ(traccia.stato, 6) << traccia;
+  EXPECT_THAT(traccia.errori, HasSubstr("--traccia: impossibile scrivere " + pipe + ": non è un file"));
+  ::close(lettore);
 }
 
 }  // namespace
