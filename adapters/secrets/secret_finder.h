@@ -1,10 +1,15 @@
 // Finds credentials in what a server says, in whatever form it repeats them.
 //
-// A text is read as it stands and as every code that programs undo (base64 and base32 at each of their
-// alignments, hexadecimal, percent, quoted-printable and other escapes, decimal numbers), and so is what
-// comes out, several codes deep. In each reading, runs of a secret are looked for: short ones as they are, so
-// that half a secret counts as one, and longer ones with everything but letters and digits left out, in
-// either case, backwards or by ROT13.
+// A text is read as it stands and as these codes: base64 and hexadecimal at each of their alignments;
+// percent, quoted-printable, backslash and HTML escapes; full-width letters; decimal, octal and binary
+// numbers. So is what comes out, three codes deep. Base32, and binary digits without anything between them,
+// are read as the outermost code alone. In each reading, runs of a secret are looked for: short ones as they
+// are, so that half a secret counts as one, and longer ones with everything but letters and digits left out,
+// in either case, backwards or by ROT13.
+//
+// Other codes pass, uuencode, base85 and ROT47 among them, and so does a code that was itself changed, such
+// as base64 backwards. Whoever says these things has the secret and can tell it to anybody: what this keeps
+// is a trace or a log from showing it by accident or by a simple trick.
 #pragma once
 
 #include <bitset>
