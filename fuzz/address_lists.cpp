@@ -12,10 +12,11 @@
 #include "addressing/address_list.h"
 #include "dialogs/FRMRW_OPZMAIL.h"
 #include "dialogs/address_entries.h"
-#include "fakes/accesso_interno.h"
 #include "fakes/fake_ambiente.h"
+#include "fakes/servizio_aperto.h"
 #include "host/errore.h"
 #include "service/CLSFW_MAILSERVER.h"
+#include "service/before_send.h"
 #include "support.h"
 #include "text/text.h"
 
@@ -148,8 +149,9 @@ void CheckStrictEntry(std::string_view item) {
 /// A service that has been through any number of sends, as in an application that keeps one.
 struct Bench {
   std::shared_ptr<fakes::FakeAmbiente> ambiente = std::make_shared<fakes::FakeAmbiente>();
-  std::unique_ptr<CLSFW_MAILSERVER> service = std::make_unique<CLSFW_MAILSERVER>(ambiente);
-  AccessoInterno inside{*service};
+  fakes::ServizioAperto open{ambiente};
+  std::unique_ptr<CLSFW_MAILSERVER>& service = open.servizio;
+  Interno& inside = open.interno;
   std::unique_ptr<FRMRW_OPZMAIL> form;
 
   Bench() {
@@ -177,7 +179,7 @@ void CheckStages(Bench& bench, const Lists& lists, const Recipients& known) {
   bench.service->ModalitaInvio(kvManuale);
   bench.SetLists({});
   bench.SetRecipients(known);
-  bench.inside.BeforeDestinatari();
+  BeforeDestinatari(bench.inside.messaggio, bench.inside.impostazioni, bench.inside.oggetti);
   // The lists that the stage has written, read by the rules.
   const Lists written = {bench.service->DestinatariA(), bench.service->DestinatariCC(),
                          bench.service->DestinatariCCn()};
@@ -191,7 +193,7 @@ void CheckStages(Bench& bench, const Lists& lists, const Recipients& known) {
   for (const Lists& now : {written, lists}) {
     bench.ambiente->journal->Svuota();
     bench.SetLists(now);
-    bench.inside.AfterDestinatari();
+    AfterDestinatari(bench.inside.messaggio, bench.inside.impostazioni, bench.inside.oggetti);
     Recipients wanted;
     const int error = ReadLeniently(now, wanted);
     for (Recipient& one : wanted) {

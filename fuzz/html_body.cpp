@@ -6,9 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "fakes/accesso_interno.h"
+#include "content/html_body.h"
 #include "fakes/fake_ambiente.h"
 #include "fakes/fake_connection.h"
+#include "fakes/servizio_aperto.h"
 #include "service/CLSFW_MAILSERVER.h"
 #include "support.h"
 
@@ -58,9 +59,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string table(input.Text());
   const std::string body(input.Rest());
 
-  orve::CLSFW_MAILSERVER service(ambiente);
-  orve::AccessoInterno inside{service};
-  const std::string html = inside.TestoInHTML(body, font, points);
+  orve::fakes::ServizioAperto open(ambiente);
+  orve::CLSFW_MAILSERVER& service = *open.servizio;
+  const orve::Interno& inside = open.interno;
+  const std::string html = TestoInHTML(inside.oggetti, body, font, points);
   RequireSame(html, Document(body, font, points), "the body as a document");
   CheckSize(html, body, font);
 
@@ -77,6 +79,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string wanted =
       readable ? Document(body, WithoutBlanksAtTheEnd(font), stored) + WithoutBlanksAtTheEnd(signature)
                : Document(body, "", 0);
-  RequireSame(inside.CorpoHTMLConFirma(body), wanted, "the document and the signature behind it");
+  RequireSame(CorpoHTMLConFirma(inside.contesto, inside.oggetti, body), wanted,
+              "the document and the signature behind it");
   return 0;
 }

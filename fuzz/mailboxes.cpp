@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "channels/recipient_lists.h"
+#include "addressing/address_list.h"
 #include "channels/smtp_channel.h"
 #include "host/errore.h"
 #include "mime/address_list.h"
@@ -122,10 +122,10 @@ void CheckRoundTrip(std::string_view text) {
     const bool opensPlainly = QuotaNome(entry.name).find_first_of("\",") != 0;
     const bool unknownBox = i + 3 >= pieces.size() && opensPlainly;
     if (unknownBox) {
-      AccodaVoce(list, QuotaNome(entry.name), entry.address);
+      AccodaVoce(list, QuotaNome(entry.name), entry.address, kAperturaConBianco);
       list += ';';
     } else {
-      AccodaVoceSeparata(list, QuotaNome(entry.name), entry.address);
+      AccodaVoceSeparata(list, QuotaNome(entry.name), entry.address, kAperturaConBianco);
     }
     wanted.push_back(std::move(entry));
   }

@@ -7,9 +7,10 @@
 #include <string_view>
 #include <utility>
 
-#include "fakes/accesso_interno.h"
+#include "content/body_templates.h"
 #include "fakes/fake_ambiente.h"
 #include "fakes/fake_connection.h"
+#include "fakes/servizio_aperto.h"
 #include "service/CLSFW_MAILSERVER.h"
 #include "support.h"
 
@@ -36,10 +37,10 @@ bool Fill(std::string& body, const Values& values) {
   return true;
 }
 
-std::unique_ptr<CLSFW_MAILSERVER> Service(const std::shared_ptr<fakes::FakeAmbiente>& ambiente,
-                                          const Values& values) {
-  auto service = std::make_unique<CLSFW_MAILSERVER>(ambiente);
-  AccessoInterno inside{*service};
+fakes::ServizioAperto Service(const std::shared_ptr<fakes::FakeAmbiente>& ambiente, const Values& values) {
+  fakes::ServizioAperto open(ambiente);
+  const auto& service = open.servizio;
+  Interno& inside = open.interno;
   auto database = std::make_shared<fakes::FakeConnection>(ambiente->journal);
   database->Risponde("FW06_CODICE,FW06_DESCR", {{{"FW06_CODICE", values[3]}, {"FW06_DESCR", values[5]}}});
   database->Risponde("FW07_USERNAME", {{{"FW07_USERNAME", values[4]}, {"FW07_DESCR", values[6]}}});
@@ -47,14 +48,14 @@ std::unique_ptr<CLSFW_MAILSERVER> Service(const std::shared_ptr<fakes::FakeAmbie
   service->vNome = values[0];
   service->vDitta = values[1];
   service->vIndDestinatario = values[2];
-  inside.IdUtenteCorrente() = 7;
-  inside.AziendaCorr() = values[7];
-  inside.AzCorrInd() = values[8];
-  inside.AzCorrCAP() = values[9];
-  inside.AzCorrCitta() = values[10];
-  inside.AzCorrProv() = values[11];
-  inside.AzCorrMail() = values[12];
-  return service;
+  inside.contesto.IdUtenteCorrente = 7;
+  inside.contesto.AziendaCorr = values[7];
+  inside.contesto.AzCorrInd = values[8];
+  inside.contesto.AzCorrCAP = values[9];
+  inside.contesto.AzCorrCitta = values[10];
+  inside.contesto.AzCorrProv = values[11];
+  inside.contesto.AzCorrMail = values[12];
+  return open;
 }
 
 }  // namespace
@@ -70,15 +71,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string body(input.Rest());
   std::string wanted = body;
   if (!Fill(wanted, values)) return 0;
-  const auto service = Service(ambiente, values);
-  orve::AccessoInterno inside{*service};
-  RequireSame(inside.CompilaTestoMail(body), wanted, "the text filled");
+  const orve::fakes::ServizioAperto open = Service(ambiente, values);
+  const auto& service = open.servizio;
+  orve::Interno& inside = open.interno;
+  RequireSame(CompilaTestoMail(inside.messaggio, inside.contesto, inside.oggetti, body), wanted,
+              "the text filled");
   service->vFlagCorpo = 1;
   service->vCorpoMail = body;
-  RequireSame(inside.GetCorpoMail(), wanted, "the caller's body filled");
+  RequireSame(GetCorpoMail(inside.messaggio, inside.impostazioni, inside.contesto, inside.oggetti), wanted,
+              "the caller's body filled");
   service->vFlagCorpo = 0;
   service->FlgMsgPers = true;
   service->MsgPers = body;
-  RequireSame(inside.GetCorpoMail(), wanted, "the standing message filled");
+  RequireSame(GetCorpoMail(inside.messaggio, inside.impostazioni, inside.contesto, inside.oggetti), wanted,
+              "the standing message filled");
   return 0;
 }

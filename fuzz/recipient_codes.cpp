@@ -8,9 +8,10 @@
 #include <string>
 #include <string_view>
 
-#include "fakes/accesso_interno.h"
+#include "addressing/recipient_lookup.h"
 #include "fakes/fake_ambiente.h"
 #include "fakes/fake_connection.h"
+#include "fakes/servizio_aperto.h"
 #include "host/errore.h"
 #include "service/CLSFW_MAILSERVER.h"
 #include "support.h"
@@ -25,8 +26,9 @@ struct Bench {
   std::shared_ptr<fakes::FakeAmbiente> ambiente = std::make_shared<fakes::FakeAmbiente>();
   std::shared_ptr<fakes::FakeConnection> database =
       std::make_shared<fakes::FakeConnection>(ambiente->journal);
-  std::unique_ptr<CLSFW_MAILSERVER> service = std::make_unique<CLSFW_MAILSERVER>(ambiente);
-  AccessoInterno inside{*service};
+  fakes::ServizioAperto open{ambiente};
+  std::unique_ptr<CLSFW_MAILSERVER>& service = open.servizio;
+  Interno& inside = open.interno;
 
   Bench() { service->ConnectionADO = database; }
 };
@@ -63,7 +65,8 @@ void CheckNumber(Bench& bench, const std::string& text) {
     bench.service->vIndDestinatario = "before";
     bench.service->vNome = "name";
     const std::string wanted = certified ? Certified(text) : Ordinary(text);
-    const host::Variant result = bench.inside.GetDatiDestinatario(text, kNumber);
+    const host::Variant result = GetDatiDestinatario(bench.inside.messaggio, bench.inside.contesto,
+                                                     bench.inside.oggetti, text, kNumber);
     RequireSame(bench.service->vIndDestinatario, wanted, "the look-up's address");
     RequireSame(bench.service->vNome, "name", "the look-up leaves the name");
     Require(result.ToInt16() == (wanted.empty() ? 1 : 0), "the look-up's result");
@@ -85,7 +88,8 @@ void CheckDestination(Bench& bench, const std::string& text) {
   } catch (const host::Errore& error) {
     Require(!whole && error.Numero() == host::kArgomentoNonValido, "a whole code is taken");
   }
-  const host::Variant result = bench.inside.GetDatiDestinatario(text, kDestination);
+  const host::Variant result = GetDatiDestinatario(bench.inside.messaggio, bench.inside.contesto,
+                                                   bench.inside.oggetti, text, kDestination);
   const auto statements = bench.database->Statements();
   Require(statements.empty() != whole, "a short code runs no statement");
   if (!whole || text.find('\0') != std::string::npos) {

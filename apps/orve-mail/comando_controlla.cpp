@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "addressing/active_directory.h"
+#include "channels/channel_traits.h"
 #include "mapi/failure.h"
 #include "mapi/sendmail.h"
 #include "orve-mail/ambiente.h"
@@ -102,7 +103,7 @@ class Controllo {
     ControllaProcedure(*archivio_, referto_);
     ControllaDitta(connessione, richiesta_.ditta, referto_);
     impostazioni_ = ControllaImpostazioni(connessione, referto_);
-    const bool smtp = impostazioni_.canale && CanaleSmtp(*impostazioni_.canale);
+    const bool smtp = impostazioni_.canale && HaAccount(*impostazioni_.canale);
     const auto account = ControllaAccount(connessione, utente.value_or(0), richiesta_.ditta, smtp, referto_);
     if (smtp) {
       ControllaAccountDelleFinestre(connessione, utente.value_or(0), richiesta_.ditta,

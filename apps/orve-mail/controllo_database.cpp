@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "channels/channel_traits.h"
 #include "host/errore.h"
 #include "orve-mail/account.h"
 #include "orve-mail/uscita.h"
@@ -280,7 +281,7 @@ ImpostazioniLette ControllaImpostazioni(host::Connection& connessione, Referto& 
     } else if (canale == kvOutlook) {
       referto.Errore("impostazioni", "il canale è Outlook, che su questa macchina non c'è",
                      "scegliere un altro canale in FW24_INDFAXATTIVO");
-    } else if (canale != kvSimpleMAPI && canale != kvMAPI && !CanaleSmtp(*lette.canale)) {
+    } else if (canale != kvSimpleMAPI && canale != kvMAPI && !HaAccount(*lette.canale)) {
       referto.Errore("impostazioni", "canale sconosciuto: " + std::to_string(canale), rimedio);
     } else if (modo < 0 || modo > kvListaDistribuzione) {
       referto.Errore("impostazioni", dettaglio, rimedio);

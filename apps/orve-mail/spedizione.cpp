@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "addressing/recipients.h"
+#include "channels/channel_traits.h"
 #include "orve-mail/account.h"
 #include "orve-mail/ambiente_finestre.h"
 #include "orve-mail/directory_osservata.h"
@@ -163,7 +164,7 @@ class Spedizione {
 
   // Without an account nothing is started: the library would send from whatever it holds.
   void InviaDiretta() {
-    const auto mittente = CanaleSmtp(servizio_.SrvMailInstallato) ? Mittente() : std::int16_t{0};
+    const auto mittente = HaAccount(servizio_.SrvMailInstallato) ? Mittente() : std::int16_t{0};
     if (!mittente) return;
     const auto& destinatari = richiesta_.destinatari;
     servizio_.InviaMailDiretta(*mittente, Elenco(destinatari, kvCasellaA), Elenco(destinatari, kvCasellaCC),

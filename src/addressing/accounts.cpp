@@ -4,15 +4,18 @@
 // A filled SmtpServer is the mark that an account is loaded. Certified and ordinary accounts are told apart
 // by the kind of their server alone. Passwords are stored enciphered by the host application's own class; in
 // clear they live in the account fields and nowhere else, and reach no message and no trace.
+#include "addressing/accounts.h"
+
 #include <cmath>
+#include <cstdint>
 #include <memory>
-#include <string>
-#include <utility>
+#include <string_view>
 
 #include "addressing/active_directory.h"
 #include "addressing/columns.h"
-#include "service/CLSFW_MAILSERVER.h"
-#include "service/ignora_errori.h"
+#include "addressing/user_context.h"
+#include "service/failures.h"
+#include "service/guards.h"
 #include "text/text.h"
 
 namespace orve {
@@ -25,43 +28,50 @@ std::string FiltroServer(bool pec) {
   return pec ? " FW23_INDTIPO = 2 " : " FW23_INDTIPO = 1 ";
 }
 
+constexpr std::string_view kColonneServer =
+    "SELECT FW23_SERVERNAME, FW23_PORT, FW23_TIMEOUT, FW23_INDTIPO, FW23_INDAUTH, FW23_SSL, \r";
+
+constexpr std::string_view kColonneAccount =
+    " FW98_MAILADDRESS , FW98_USERNAME, FW98_PASSWORD, FW98_ALIAS AS ALIAS, FW98_INDREADRCPT AS LETTURA, "
+    "FW98_INDDELIVERYSTATUS AS CONSEGNA \r";
+
 std::string StatementDellUtente(std::int32_t idUtente, bool pec) {
-  return "SELECT FW23_SERVERNAME, FW23_PORT, FW23_TIMEOUT, FW23_INDTIPO, FW23_INDAUTH, FW23_SSL, \r"
-         " FW98_MAILADDRESS , FW98_USERNAME, FW98_PASSWORD, FW98_ALIAS AS ALIAS, FW98_INDREADRCPT AS "
-         "LETTURA, "
-         "FW98_INDDELIVERYSTATUS AS CONSEGNA \r"
-         " FROM FW99_MAILUSERACCOUNT \r"
-         " LEFT OUTER JOIN FW98_MAILACCOUNT ON FW99_IDACCOUNT_FW98 = FW98_IDACCOUNT \r"
-         " LEFT OUTER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER \r"
-         " WHERE" +
-         FiltroServer(pec) + "\r AND FW99_ID_FW07 = " + std::to_string(idUtente) +
-         "\r AND FW99_ISDEFAULT = 1";
+  return std::string(kColonneServer)
+      .append(kColonneAccount)
+      .append(
+          " FROM FW99_MAILUSERACCOUNT \r"
+          " LEFT OUTER JOIN FW98_MAILACCOUNT ON FW99_IDACCOUNT_FW98 = FW98_IDACCOUNT \r"
+          " LEFT OUTER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER \r"
+          " WHERE" +
+          FiltroServer(pec) + "\r AND FW99_ID_FW07 = " + std::to_string(idUtente) +
+          "\r AND FW99_ISDEFAULT = 1");
 }
 
 std::string StatementDellAzienda(const host::Variant& ditta, bool pec) {
   const std::string codice = NVL(ditta, "0").ToText();
-  return " SELECT FW23_SERVERNAME, FW23_PORT, FW23_TIMEOUT, FW23_INDTIPO, FW23_INDAUTH, FW23_SSL, \r"
-         " FW98_MAILADDRESS, FW98_USERNAME, FW98_PASSWORD, CG16_RAGSOANAG AS ALIAS, "
-         "FW98_INDREADRCPT AS LETTURA, FW98_INDDELIVERYSTATUS AS CONSEGNA \r"
-         " FROM FW98_MAILACCOUNT \r"
-         " LEFT OUTER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER \r"
-         " LEFT OUTER JOIN FW9A_MAILAZIENDAACCOUNT ON FW98_IDACCOUNT = FW9A_IDACCOUNT_FW98 \r"
-         " LEFT OUTER JOIN CG18_ANADITTABASE ON FW9A_DITTA_CG18 = CG18_DITTA \r"
-         " INNER JOIN CG16_ANAGGEN ON CG18_CODICE_CG16 = CG16_CODICE \r"
-         " WHERE " +
-         (codice == "0" ? std::string() : " FW9A_DITTA_CG18 = " + codice + " AND ") + FiltroServer(pec) +
-         "\r";
+  return std::string(" ")
+      .append(kColonneServer)
+      .append(
+          " FW98_MAILADDRESS, FW98_USERNAME, FW98_PASSWORD, CG16_RAGSOANAG AS ALIAS, "
+          "FW98_INDREADRCPT AS LETTURA, FW98_INDDELIVERYSTATUS AS CONSEGNA \r"
+          " FROM FW98_MAILACCOUNT \r"
+          " LEFT OUTER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER \r"
+          " LEFT OUTER JOIN FW9A_MAILAZIENDAACCOUNT ON FW98_IDACCOUNT = FW9A_IDACCOUNT_FW98 \r"
+          " LEFT OUTER JOIN CG18_ANADITTABASE ON FW9A_DITTA_CG18 = CG18_DITTA \r"
+          " INNER JOIN CG16_ANAGGEN ON CG18_CODICE_CG16 = CG16_CODICE \r"
+          " WHERE " +
+          (codice == "0" ? std::string() : " FW9A_DITTA_CG18 = " + codice + " AND ") + FiltroServer(pec) +
+          "\r");
 }
 
 std::string StatementDaId(std::int16_t idAccount) {
-  return "SELECT FW23_SERVERNAME, FW23_PORT, FW23_TIMEOUT, FW23_INDTIPO, FW23_INDAUTH, FW23_SSL, \r"
-         " FW98_MAILADDRESS , FW98_USERNAME, FW98_PASSWORD, FW98_ALIAS AS ALIAS, FW98_INDREADRCPT AS "
-         "LETTURA, "
-         "FW98_INDDELIVERYSTATUS AS CONSEGNA \r"
-         " FROM FW98_MAILACCOUNT \r"
-         " LEFT OUTER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER \r"
-         " WHERE FW98_IDACCOUNT = " +
-         std::to_string(idAccount);
+  return std::string(kColonneServer)
+      .append(kColonneAccount)
+      .append(
+          " FROM FW98_MAILACCOUNT \r"
+          " LEFT OUTER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER \r"
+          " WHERE FW98_IDACCOUNT = " +
+          std::to_string(idAccount));
 }
 
 constexpr std::string_view kColonneElenco =
@@ -132,146 +142,152 @@ std::shared_ptr<host::KVL_COMBO> ComboAccount(host::Form& form) {
   return combo;
 }
 
-}  // namespace
-
-void CLSFW_MAILSERVER::CaricaAccountPredefinito() {
-  IgnoraErrori([&] { CercaAccountPredefinito(); });
-}
-
-void CLSFW_MAILSERVER::CercaAccountPredefinito() {
-  if (!SmtpServer.empty()) return;
-  // The directory is asked before anything is known of the account, so that its answer is there as a default.
-  MDL_ACTIVEDIRECTORY::DatiUtenteDirectory persona;
-  const std::string utenteRete = MDL_ACTIVEDIRECTORY::GetNomeUtenteRete(ambiente_->ReteDiSistema());
-  MDL_ACTIVEDIRECTORY::GetDatiUtenteDirectory(ambiente_->DirectoryAziendale(), utenteRete, persona);
-  const std::int32_t idUtente = GetIdUtente();
-
-  auto& connessione = Richiesto(ConnectionADO);
-  auto risultato = connessione.Execute(StatementDellUtente(idUtente, IsPec()), host::kComandoNonIndicato);
-  const bool dellUtente = !Richiesto(risultato).Eof();
-  if (!dellUtente) {
-    risultato->Close();
-    risultato = connessione.Execute(StatementDellAzienda(DittaCorrente, IsPec()), host::kComandoNonIndicato);
-  }
-  if (!Richiesto(risultato).Eof()) {
-    LeggiAccount(*risultato, persona.EmailAddress,
-                 dellUtente ? persona.FirstName + " " + persona.LastName : AziendaCorr);
-  }
-  risultato->Close();
-}
-
-void CLSFW_MAILSERVER::CaricaAccountDaId() {
-  IgnoraErrori([&] { CercaAccountDaId(); });
-}
-
-void CLSFW_MAILSERVER::CercaAccountDaId() {
-  const auto risultato =
-      Richiesto(ConnectionADO).Execute(StatementDaId(IdMittenteDiretto), host::kComandoNonIndicato);
-  if (Richiesto(risultato).Eof()) {
-    StatoInvio = kvParametriNonValidi;
-  } else {
-    LeggiAccount(*risultato, "", AziendaCorr);
-  }
-  risultato->Close();
-}
-
 // Field by field, so that a value that does not fit leaves what was read before it. The defaults for address
 // and display name are the caller's.
-void CLSFW_MAILSERVER::LeggiAccount(host::RecordSet& risultato, const std::string& indirizzo,
-                                    const std::string& nome) {
+void LeggiAccount(Account& account, const Oggetti& oggetti, host::RecordSet& risultato,
+                  const std::string& indirizzo, const std::string& nome) {
   risultato.MoveFirst();
-  SmtpServer = LeggiTagliato(risultato, "FW23_SERVERNAME", "localhost");
-  SmtpPorta = LeggiNumero(risultato, "FW23_PORT", 25);
-  SmtpTimeout = LeggiNumero(risultato, "FW23_TIMEOUT", 0);
-  SmtpAuth = LeggiNumero(risultato, "FW23_INDAUTH", 0);
-  vSenderAddress = LeggiTagliato(risultato, "FW98_MAILADDRESS", indirizzo);
-  SmtpUtente = LeggiTagliato(risultato, "FW98_USERNAME");
-  SmtpPassword = DecriptaPassword(LeggiTagliato(risultato, "FW98_PASSWORD"));
-  SmtpCrypt = LeggiNumero(risultato, "FW23_SSL", 0);
-  vSenderName = LeggiTagliato(risultato, "ALIAS", nome);
+  account.SmtpServer = LeggiTagliato(risultato, "FW23_SERVERNAME", "localhost");
+  account.SmtpPorta = LeggiNumero(risultato, "FW23_PORT", 25);
+  account.SmtpTimeout = LeggiNumero(risultato, "FW23_TIMEOUT", 0);
+  account.SmtpAuth = LeggiNumero(risultato, "FW23_INDAUTH", 0);
+  account.vSenderAddress = LeggiTagliato(risultato, "FW98_MAILADDRESS", indirizzo);
+  account.SmtpUtente = LeggiTagliato(risultato, "FW98_USERNAME");
+  account.SmtpPassword = DecriptaPassword(oggetti, LeggiTagliato(risultato, "FW98_PASSWORD"));
+  account.SmtpCrypt = LeggiNumero(risultato, "FW23_SSL", 0);
+  account.vSenderName = LeggiTagliato(risultato, "ALIAS", nome);
   if (const auto lettura = LeggiDesiderio(risultato, "LETTURA"); lettura.espresso) {
-    vNotifyRead = lettura.voluto;
-    ReadReceipt = vNotifyRead;
-    vDisableNotifyRead = lettura.fisso;
+    account.vNotifyRead = lettura.voluto;
+    account.ReadReceipt = account.vNotifyRead;
+    account.vDisableNotifyRead = lettura.fisso;
   }
   if (const auto consegna = LeggiDesiderio(risultato, "CONSEGNA"); consegna.espresso) {
-    vNotifyDelivery = consegna.voluto;
-    vDisableNotifyDelivery = consegna.fisso;
+    account.vNotifyDelivery = consegna.voluto;
+    account.vDisableNotifyDelivery = consegna.fisso;
   }
-}
-
-bool CLSFW_MAILSERVER::LoadAccountsPerUser(host::Form& form) {
-  try {
-    CercaAccountPerUtente(form);
-    return Richiesto(vCollMittenti).Count() >= 1;
-  } catch (...) {
-    MostraErrore(host::ErroreCorrente(), "-", " in CLSFW_MAILSERVER: LoadAccountsPerUser");
-    return false;
-  }
-}
-
-void CLSFW_MAILSERVER::CercaAccountPerUtente(host::Form& form) {
-  if (!vCollMittenti) vCollMittenti = std::make_shared<CollMittenti>(ambiente_);
-  const std::int32_t idUtente = GetIdUtente();
-  auto& connessione = Richiesto(ConnectionADO);
-  auto risultato = connessione.Execute(StatementElencoUtente(idUtente, IsPec()), host::kComandoNonIndicato);
-  const auto combo = ComboAccount(form);
-  combo->EraseCombo();
-  combo->AutoOpen(false);
-  if (Richiesto(risultato).Eof()) {
-    risultato->Close();
-    risultato = connessione.Execute(StatementElencoAzienda(DittaCorrente.Joined(), IsPec()),
-                                    host::kComandoNonIndicato);
-  }
-  if (Richiesto(risultato).Eof()) {
-    MostraMessaggio(std::string("Non è disponibile alcun account ") + (IsPec() ? "pec" : "mail"),
-                    host::kSemplice, "", nullptr);
-  } else {
-    ElencaAccount(*risultato, *combo);
-  }
-  risultato->Close();
-}
-
-// The first row is the user's default and ends up selected.
-void CLSFW_MAILSERVER::ElencaAccount(host::RecordSet& risultato, host::KVL_COMBO& combo) {
-  const std::int16_t primo = AggiungiAccount(risultato, combo);
-  for (risultato.MoveNext(); !risultato.Eof(); risultato.MoveNext()) AggiungiAccount(risultato, combo);
-  combo.Text(primo);
 }
 
 // No default and no trim here, except where a column may be empty in a good account: a null elsewhere fails
 // the load. Gives the account's identifier.
-std::int16_t CLSFW_MAILSERVER::AggiungiAccount(const host::RecordSet& riga, host::KVL_COMBO& combo) {
+std::int16_t AggiungiAccount(const Messaggio& messaggio, const Account& account, const Oggetti& oggetti,
+                             const host::RecordSet& riga, host::KVL_COMBO& combo) {
   const std::string indirizzo = Leggi(riga, "FW98_MAILADDRESS").ToText();
   const host::Variant id = Leggi(riga, "FW98_IDACCOUNT");
   const std::string server = Leggi(riga, "FW23_SERVERNAME").ToText();
   const std::int16_t porta = Leggi(riga, "FW23_PORT").ToInt16();
   const std::int16_t timeout = Leggi(riga, "FW23_TIMEOUT").ToInt16();
   const std::string utente = LeggiTesto(riga, "FW98_USERNAME");
-  const std::string password = DecriptaPassword(LeggiTesto(riga, "FW98_PASSWORD"));
+  const std::string password = DecriptaPassword(oggetti, LeggiTesto(riga, "FW98_PASSWORD"));
   const std::int16_t autenticazione = Leggi(riga, "FW23_INDAUTH").ToInt16();
   const std::int16_t lettura = Leggi(riga, "LETTURA").ToInt16();
   const std::int16_t consegna = Leggi(riga, "CONSEGNA").ToInt16();
   const std::string nome = LeggiTesto(riga, "ALIAS");
   const std::int16_t sicurezza = LeggiNumero(riga, "FW23_SSL", 0);
-  Richiesto(vCollMittenti)
+  Richiesto(account.vCollMittenti)
       .AddMittente(indirizzo, server, porta, timeout, utente, password, autenticazione, lettura, consegna,
                    nome, sicurezza, id.ToText());
   const std::int16_t dati = id.ToInt16();
-  combo.AddItemData(indirizzo + (IsPec() ? " - Pec" : " - Mail"), dati);
+  combo.AddItemData(indirizzo + (messaggio.IsPec ? " - Pec" : " - Mail"), dati);
   return dati;
 }
 
-// A password that cannot be deciphered, above all without the host's class, is used as it is stored.
-std::string CLSFW_MAILSERVER::DecriptaPassword(const std::string& testo) {
+// The first row is the user's default and ends up selected.
+void ElencaAccount(const Messaggio& messaggio, const Account& account, const Oggetti& oggetti,
+                   host::RecordSet& risultato, host::KVL_COMBO& combo) {
+  const std::int16_t primo = AggiungiAccount(messaggio, account, oggetti, risultato, combo);
+  for (risultato.MoveNext(); !risultato.Eof(); risultato.MoveNext()) {
+    AggiungiAccount(messaggio, account, oggetti, risultato, combo);
+  }
+  combo.Text(primo);
+}
+
+void CercaAccountPerUtente(const Messaggio& messaggio, Account& account, Contesto& contesto,
+                           const Oggetti& oggetti, host::Form& form) {
+  if (!account.vCollMittenti) account.vCollMittenti = std::make_shared<CollMittenti>(oggetti.ambiente);
+  const std::int32_t idUtente = GetIdUtente(contesto, oggetti);
+  auto& connessione = Richiesto(contesto.ConnectionADO);
+  auto risultato =
+      connessione.Execute(StatementElencoUtente(idUtente, messaggio.IsPec), host::kComandoNonIndicato);
+  const auto combo = ComboAccount(form);
+  combo->EraseCombo();
+  combo->AutoOpen(false);
+  if (Richiesto(risultato).Eof()) {
+    risultato->Close();
+    risultato = connessione.Execute(StatementElencoAzienda(contesto.DittaCorrente.Joined(), messaggio.IsPec),
+                                    host::kComandoNonIndicato);
+  }
+  if (Richiesto(risultato).Eof()) {
+    MostraMessaggio(oggetti,
+                    std::string("Non è disponibile alcun account ") + (messaggio.IsPec ? "pec" : "mail"),
+                    host::kSemplice, "");
+  } else {
+    ElencaAccount(messaggio, account, oggetti, *risultato, *combo);
+  }
+  risultato->Close();
+}
+
+}  // namespace
+
+void CaricaAccountPredefinito(const Messaggio& messaggio, Account& account, Contesto& contesto,
+                              const Oggetti& oggetti) {
+  IgnoraErrori([&] {
+    if (account.Caricato()) return;
+    // The directory is asked before anything is known of the account, so that its answer is there as a
+    // default.
+    MDL_ACTIVEDIRECTORY::DatiUtenteDirectory persona;
+    const std::string utenteRete = MDL_ACTIVEDIRECTORY::GetNomeUtenteRete(oggetti.ambiente->ReteDiSistema());
+    MDL_ACTIVEDIRECTORY::GetDatiUtenteDirectory(oggetti.ambiente->DirectoryAziendale(), utenteRete, persona);
+    const std::int32_t idUtente = GetIdUtente(contesto, oggetti);
+
+    auto& connessione = Richiesto(contesto.ConnectionADO);
+    auto risultato =
+        connessione.Execute(StatementDellUtente(idUtente, messaggio.IsPec), host::kComandoNonIndicato);
+    const bool dellUtente = !Richiesto(risultato).Eof();
+    if (!dellUtente) {
+      risultato->Close();
+      risultato = connessione.Execute(StatementDellAzienda(contesto.DittaCorrente, messaggio.IsPec),
+                                      host::kComandoNonIndicato);
+    }
+    if (!Richiesto(risultato).Eof()) {
+      LeggiAccount(account, oggetti, *risultato, persona.EmailAddress,
+                   dellUtente ? persona.FirstName + " " + persona.LastName : contesto.AziendaCorr);
+    }
+    risultato->Close();
+  });
+}
+
+void CaricaAccountDaId(Account& account, const Contesto& contesto, Esito& esito, const Oggetti& oggetti) {
+  IgnoraErrori([&] {
+    const auto risultato = Richiesto(contesto.ConnectionADO)
+                               .Execute(StatementDaId(account.IdMittenteDiretto), host::kComandoNonIndicato);
+    if (Richiesto(risultato).Eof()) {
+      esito.StatoInvio = kvParametriNonValidi;
+    } else {
+      LeggiAccount(account, oggetti, *risultato, "", contesto.AziendaCorr);
+    }
+    risultato->Close();
+  });
+}
+
+bool LoadAccountsPerUser(const Messaggio& messaggio, Account& account, Contesto& contesto,
+                         const Oggetti& oggetti, host::Form& form) {
+  bool almenoUno = false;
+  SegnalaErrori(PerMessaggio(oggetti, "-", " in CLSFW_MAILSERVER: LoadAccountsPerUser"), [&] {
+    CercaAccountPerUtente(messaggio, account, contesto, oggetti, form);
+    almenoUno = Richiesto(account.vCollMittenti).Count() >= 1;
+  });
+  return almenoUno;
+}
+
+std::string DecriptaPassword(const Oggetti& oggetti, const std::string& testo) {
   std::string chiaro = testo;
-  IgnoraErrori([&] { chiaro = Richiesto(ambiente_->CreaCifratorePassword()).Decripta(testo); });
+  IgnoraErrori([&] { chiaro = Richiesto(oggetti.ambiente->CreaCifratorePassword()).Decripta(testo); });
   return chiaro;
 }
 
-std::string CLSFW_MAILSERVER::CriptaPassword(const std::string& testo) {
+std::string CriptaPassword(const Oggetti& oggetti, const std::string& testo) {
   std::string cifrato = testo;
-  IgnoraErrori([&] { cifrato = Richiesto(ambiente_->CreaCifratorePassword()).Cripta(testo); });
+  IgnoraErrori([&] { cifrato = Richiesto(oggetti.ambiente->CreaCifratorePassword()).Cripta(testo); });
   return cifrato;
 }
 

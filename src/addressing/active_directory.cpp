@@ -6,7 +6,7 @@
 
 #include "host/connection.h"
 #include "host/errore.h"
-#include "service/ignora_errori.h"
+#include "service/guards.h"
 
 namespace orve::MDL_ACTIVEDIRECTORY {
 

@@ -24,6 +24,23 @@ std::string_view LeggiVoce(std::string_view voce, std::string& nome) {
 
 }  // namespace
 
+std::string VoceElenco(std::string_view nome, std::string_view indirizzo, std::string_view apertura) {
+  std::string voce;
+  AccodaVoce(voce, nome, indirizzo, apertura);
+  return voce;
+}
+
+void AccodaVoce(std::string& elenco, std::string_view nome, std::string_view indirizzo,
+                std::string_view apertura) {
+  elenco.append(nome).append(apertura).append(indirizzo).append(">");
+}
+
+void AccodaVoceSeparata(std::string& elenco, std::string_view nome, std::string_view indirizzo,
+                        std::string_view apertura) {
+  if (!elenco.empty()) elenco.append(";");
+  AccodaVoce(elenco, nome, indirizzo, apertura);
+}
+
 void LettoreElenchi::Leggi(std::string_view elenco, const Aggiungi& aggiungi) {
   const auto voci = text::Split(elenco, ';');
   static_cast<void>(InSediciBit(voci.size()));

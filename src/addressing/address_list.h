@@ -1,8 +1,8 @@
 // The lists in which recipients travel as text: items of a display name, "<", the address and ">", separated
 // by ";" without blanks. There is no quoting, so that a ";" inside a name splits its item in two.
 //
-// This is the lenient reader, for lists that a program has written. It takes whatever it can make sense of;
-// what it does with the rest is relied on by callers and may not be mended here.
+// The reader here is the lenient one, for lists that a program has written. It takes whatever it can make
+// sense of; what it does with the rest is relied on by callers and may not be mended here.
 #pragma once
 
 #include <functional>
@@ -10,6 +10,19 @@
 #include <string_view>
 
 namespace orve {
+
+/// What stands between name and address; some channels' lists and records have a blank in front.
+inline constexpr std::string_view kApertura = "<";
+inline constexpr std::string_view kAperturaConBianco = " <";
+
+/// An item; empty name and address count as any other.
+[[nodiscard]] std::string VoceElenco(std::string_view nome, std::string_view indirizzo,
+                                     std::string_view apertura = kApertura);
+/// Appends an item as it is, or after a ";" when the list already holds something.
+void AccodaVoce(std::string& elenco, std::string_view nome, std::string_view indirizzo,
+                std::string_view apertura = kApertura);
+void AccodaVoceSeparata(std::string& elenco, std::string_view nome, std::string_view indirizzo,
+                        std::string_view apertura = kApertura);
 
 class LettoreElenchi {
  public:

@@ -3,11 +3,15 @@
 // Certified and ordinary mail never fall back to each other, whatever a record holds. A record that is
 // missing mostly leaves address and name as they were, so that a service that is used again still holds the
 // recipient of its last send. Values go into the statements unescaped.
+#include "addressing/recipient_lookup.h"
+
 #include <string>
+#include <string_view>
 
 #include "addressing/columns.h"
 #include "addressing/recipient_code.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "content/sql_values.h"
+#include "service/guards.h"
 
 namespace orve {
 
@@ -19,10 +23,7 @@ enum EsitoRicerca : std::int16_t { kTrovato = 0, kNonTrovato = 1, kSenzaIndirizz
 
 enum TipoCliFor : std::int32_t { kCliente = 0, kFornitore = 1 };
 
-// The type code of a date in a statement.
-constexpr std::int32_t kValoreData = 3;
-
-host::Variant Esito(EsitoRicerca esito) {
+host::Variant Valore(EsitoRicerca esito) {
   return static_cast<std::int16_t>(esito);
 }
 
@@ -86,91 +87,105 @@ std::string StatementDelPartner(const CodiceDestinazione& codice, const std::str
          codice.ditta + "," + codice.tipoCf + "," + codice.cliFor + "," + data + ")  ) ";
 }
 
-}  // namespace
-
-host::Variant CLSFW_MAILSERVER::GetDatiDestinatario(const host::Variant& codice,
-                                                    std::optional<std::int32_t> Tipo) {
-  try {
-    vDitta = NVL(INFO_RagSocCliFor(), "").ToText();
-    return CercaDestinatario(codice, Tipo.value_or(kvDestinatarioFaxAnagrafica));
-  } catch (...) {
-    return Esito(kNonTrovato);
+// The date at which a code counts, as it stands in a statement. A service that was given none takes today's
+// and keeps it.
+std::string DataValiditaDB(Messaggio& messaggio, const Oggetti& oggetti) {
+  if (!messaggio.DataValiditaCodiceDestinatario.HaData()) {
+    messaggio.DataValiditaCodiceDestinatario = oggetti.ambiente->OrologioDiSistema().Adesso().SoloData();
   }
+  return FormatoDB(oggetti, messaggio.DataValiditaCodiceDestinatario, kValoreData, false).Joined();
 }
 
-host::Variant CLSFW_MAILSERVER::CercaDestinatario(const host::Variant& codice, std::int32_t tipo) {
+// The columns in which one kind of record holds what a mail needs.
+struct ColonneRecapito {
+  std::string_view pec;
+  std::string_view mail;
+  std::string_view nome;
+
+  [[nodiscard]] std::string_view Indirizzo(const Messaggio& messaggio) const {
+    return messaggio.IsPec ? pec : mail;
+  }
+};
+constexpr ColonneRecapito kAnagrafica = {"CG16_EMAIL_PEC", "CG16_INDEMAIL", "CG16_RAGSOANAG"};
+constexpr ColonneRecapito kContatto = {"CO02_PEC", "CO02_EMAIL1", "CO02_COGNOMENOME"};
+constexpr ColonneRecapito kDestinazione = {"MG22_DESTPEC", "MG22_DESTEMAIL", "MG22_DESTRAGSOC"};
+
+host::Variant CercaRecapito(Messaggio& messaggio, const Contesto& contesto, const std::string& statement,
+                            const ColonneRecapito& colonne) {
+  const auto risultato = Richiesto(contesto.ConnectionADO).Execute(statement, host::kComandoTesto);
+  if (Richiesto(risultato).Eof()) return Valore(kNonTrovato);
+  messaggio.vIndDestinatario = LeggiTesto(*risultato, colonne.Indirizzo(messaggio));
+  messaggio.vNome = LeggiTesto(*risultato, colonne.nome);
+  return Valore(messaggio.vIndDestinatario.empty() ? kSenzaIndirizzo : kTrovato);
+}
+
+// An empty column of the destination falls back to the partner; a missing destination does not.
+host::Variant CercaDestinazione(Messaggio& messaggio, const Contesto& contesto, const Oggetti& oggetti,
+                                const std::string& testo) {
+  const CodiceDestinazione codice = ScomponiCodiceDestinazione(testo);
+  auto& connessione = Richiesto(contesto.ConnectionADO);
+  const auto destinazione = connessione.Execute(StatementDestinazione(codice), host::kComandoTesto);
+  const std::string data = DataValiditaDB(messaggio, oggetti);
+  const auto partner = connessione.Execute(StatementDelPartner(codice, data), host::kComandoTesto);
+  if (Richiesto(destinazione).Eof()) return Valore(kSenzaIndirizzo);
+
+  const std::string proprio = LeggiTesto(*destinazione, kDestinazione.Indirizzo(messaggio));
+  if (!proprio.empty()) {
+    messaggio.vIndDestinatario = proprio;
+    messaggio.vNome = LeggiTesto(*destinazione, kDestinazione.nome);
+    return {};
+  }
+  const std::string delPartner = LeggiTesto(Richiesto(partner), kAnagrafica.Indirizzo(messaggio));
+  if (delPartner.empty()) return Valore(kSenzaIndirizzo);
+  messaggio.vIndDestinatario = delPartner;
+  messaggio.vNome = LeggiTesto(*partner, kAnagrafica.nome);
+  return Valore(kTrovato);
+}
+
+host::Variant CercaNelTesto(Messaggio& messaggio, const std::string& testo) {
+  messaggio.vIndDestinatario = messaggio.IsPec ? EstraiIndirizzoPec(testo) : EstraiIndirizzoMail(testo);
+  return Valore(messaggio.vIndDestinatario.empty() ? kNonTrovato : kTrovato);
+}
+
+host::Variant CercaDestinatario(Messaggio& messaggio, const Contesto& contesto, const Oggetti& oggetti,
+                                const host::Variant& codice, std::int32_t tipo) {
+  const auto cerca = [&](const std::string& statement, const ColonneRecapito& colonne) {
+    return CercaRecapito(messaggio, contesto, statement, colonne);
+  };
   switch (tipo) {
     case kvDestinatarioFaxAnagrafica:
-      return CercaInAnagrafica(StatementAnagrafica(codice.Joined()));
+      return cerca(StatementAnagrafica(codice.Joined()), kAnagrafica);
     case kvDestinatarioFaxCliente:
     case kvDestinatarioFaxFornitore: {
       const TipoCliFor cliFor = tipo == kvDestinatarioFaxCliente ? kCliente : kFornitore;
-      const std::string data = DataValiditaDB();
-      return CercaInAnagrafica(StatementCliFor(DittaCorrente.Joined(), cliFor, codice.Joined(), data));
+      const std::string data = DataValiditaDB(messaggio, oggetti);
+      return cerca(StatementCliFor(contesto.DittaCorrente.Joined(), cliFor, codice.Joined(), data),
+                   kAnagrafica);
     }
     case kvDestinatarioFaxAgente:
-      return CercaInAnagrafica(StatementAgente(DittaCorrente.Joined(), codice.Joined()));
+      return cerca(StatementAgente(contesto.DittaCorrente.Joined(), codice.Joined()), kAnagrafica);
     case kvDestinatarioFaxNumero:
-      return CercaNelTesto(codice.Joined());
+      return CercaNelTesto(messaggio, codice.Joined());
     case kvDestinatarioFaxContatto:
-      return CercaContatto(codice.Joined());
+      return cerca(StatementContatto(codice.Joined()), kContatto);
     case kvDestinatarioFaxDestinatario:
-      return CercaDestinazione(codice.ToText());
+      return CercaDestinazione(messaggio, contesto, oggetti, codice.ToText());
     default:
       return {};
   }
 }
 
-// The date at which a code counts, as it stands in a statement. A service that was given none takes today's
-// and keeps it.
-std::string CLSFW_MAILSERVER::DataValiditaDB() {
-  if (!DataValiditaCodiceDestinatario().HaData()) {
-    DataValiditaCodiceDestinatario(ambiente_->OrologioDiSistema().Adesso().SoloData());
-  }
-  return FormatoDB(DataValiditaCodiceDestinatario(), kValoreData, false).Joined();
-}
+}  // namespace
 
-host::Variant CLSFW_MAILSERVER::CercaInAnagrafica(const std::string& statement) {
-  const auto risultato = Richiesto(ConnectionADO).Execute(statement, host::kComandoTesto);
-  if (Richiesto(risultato).Eof()) return Esito(kNonTrovato);
-  vIndDestinatario = LeggiTesto(*risultato, IsPec() ? "CG16_EMAIL_PEC" : "CG16_INDEMAIL");
-  vNome = LeggiTesto(*risultato, "CG16_RAGSOANAG");
-  return Esito(vIndDestinatario.empty() ? kSenzaIndirizzo : kTrovato);
-}
-
-host::Variant CLSFW_MAILSERVER::CercaContatto(const std::string& codice) {
-  const auto risultato = Richiesto(ConnectionADO).Execute(StatementContatto(codice), host::kComandoTesto);
-  if (Richiesto(risultato).Eof()) return Esito(kNonTrovato);
-  vIndDestinatario = LeggiTesto(*risultato, IsPec() ? "CO02_PEC" : "CO02_EMAIL1");
-  vNome = LeggiTesto(*risultato, "CO02_COGNOMENOME");
-  return Esito(vIndDestinatario.empty() ? kSenzaIndirizzo : kTrovato);
-}
-
-// An empty column of the destination falls back to the partner; a missing destination does not.
-host::Variant CLSFW_MAILSERVER::CercaDestinazione(const std::string& testo) {
-  const CodiceDestinazione codice = ScomponiCodiceDestinazione(testo);
-  auto& connessione = Richiesto(ConnectionADO);
-  const auto destinazione = connessione.Execute(StatementDestinazione(codice), host::kComandoTesto);
-  const std::string data = DataValiditaDB();
-  const auto partner = connessione.Execute(StatementDelPartner(codice, data), host::kComandoTesto);
-  if (Richiesto(destinazione).Eof()) return Esito(kSenzaIndirizzo);
-
-  const std::string proprio = LeggiTesto(*destinazione, IsPec() ? "MG22_DESTPEC" : "MG22_DESTEMAIL");
-  if (!proprio.empty()) {
-    vIndDestinatario = proprio;
-    vNome = LeggiTesto(*destinazione, "MG22_DESTRAGSOC");
-    return {};
-  }
-  const std::string delPartner = LeggiTesto(Richiesto(partner), IsPec() ? "CG16_EMAIL_PEC" : "CG16_INDEMAIL");
-  if (delPartner.empty()) return Esito(kSenzaIndirizzo);
-  vIndDestinatario = delPartner;
-  vNome = LeggiTesto(*partner, "CG16_RAGSOANAG");
-  return Esito(kTrovato);
-}
-
-host::Variant CLSFW_MAILSERVER::CercaNelTesto(const std::string& testo) {
-  vIndDestinatario = IsPec() ? EstraiIndirizzoPec(testo) : EstraiIndirizzoMail(testo);
-  return Esito(vIndDestinatario.empty() ? kNonTrovato : kTrovato);
+host::Variant GetDatiDestinatario(Messaggio& messaggio, const Contesto& contesto, const Oggetti& oggetti,
+                                  const host::Variant& codice, std::optional<std::int32_t> Tipo) {
+  host::Variant esito = Valore(kNonTrovato);
+  IgnoraErrori([&] {
+    messaggio.vDitta = NVL(messaggio.INFO_RagSocCliFor, "").ToText();
+    esito =
+        CercaDestinatario(messaggio, contesto, oggetti, codice, Tipo.value_or(kvDestinatarioFaxAnagrafica));
+  });
+  return esito;
 }
 
 }  // namespace orve

@@ -8,7 +8,6 @@
 
 #include "addressing/keyed_list.h"
 #include "content/instance_trace.h"
-#include "host/ambiente.h"
 #include "host/variant.h"
 
 namespace orve {

@@ -2,11 +2,15 @@
 // user, group and company that the other subjects ask for. It reads the application's tables and writes none.
 //
 // The user's id is looked up until it is known and then kept; 0 means not known and is asked for again.
-#include <string>
+#include "addressing/user_context.h"
 
+#include <string_view>
+
+#include "addressing/accounts.h"
 #include "addressing/columns.h"
-#include "service/CLSFW_MAILSERVER.h"
-#include "service/ignora_errori.h"
+#include "channels/channel_traits.h"
+#include "service/failures.h"
+#include "service/guards.h"
 
 namespace orve {
 
@@ -53,126 +57,134 @@ std::string StatementAzienda(const std::string& ditta) {
          ditta;
 }
 
-}  // namespace
-
-void CLSFW_MAILSERVER::InizializzaRegistroInvioMail(const std::string& IDvoce, const std::string& UObject,
-                                                    const std::string& Utente, const std::string& Gruppo,
-                                                    const std::string& TitoloStampa) {
-  CodiceUtente = Utente;
-  CodiceGruppo = Gruppo;
-  const std::int32_t idUtente = GetIdUtente();
-  InizializzaRegistroInvioMailMultiprofilo(IDvoce, UObject, idUtente, TitoloStampa);
-}
-
-void CLSFW_MAILSERVER::InizializzaRegistroInvioMailMultiprofilo(const std::string& IDvoce,
-                                                                const std::string& UObject,
-                                                                std::int32_t IdUtente,
-                                                                const std::string& TitoloStampa) {
-  if (!ObjRegistroInvio) CreaRegistroInvio();
-  auto& registro = Richiesto(ObjRegistroInvio);
-  registro.IDvoce(IDvoce);
-  registro.UObject(UObject);
-  ImpostaIdUtente(IdUtente);
-  registro.UtenteApplicazione(GetIdUtente());
-  registro.TitoloStampa(TitoloStampa);
-  registro.Ditta(DittaCorrente.ToText());
-  registro.TipoDoc(INFO_TipoDoc);
-  registro.NumReg(INFO_NumReg);
-  registro.NumDoc(INFO_NumDoc);
-  registro.SezDoc(INFO_SezDoc);
-  CaricaDatiAziendaCorrente();
-  if (SrvMailInstallato == kvSMTPMail || SrvMailInstallato == kvSMTPSSLMail) CaricaAccountPredefinito();
-}
-
 // What is set here is fixed for the life of the register object: later changes do not reach it.
-void CLSFW_MAILSERVER::CreaRegistroInvio() {
-  ObjRegistroInvio = ambiente_->CreaRegistroInvio();
-  auto& registro = Richiesto(ObjRegistroInvio);
-  registro.TipoCanale(IsPec() ? host::kCanalePec : host::kCanaleMail);
-  registro.Connessione(ConnectionADO);
-  registro.TipoLista(IsLista());
-  if (IsLista() != 0) registro.GuidLista(ListaGuid());
+void CreaRegistroInvio(const Messaggio& messaggio, const Contesto& contesto, Oggetti& oggetti) {
+  oggetti.ObjRegistroInvio = oggetti.ambiente->CreaRegistroInvio();
+  auto& registro = Richiesto(oggetti.ObjRegistroInvio);
+  registro.TipoCanale(TipoCanaleDi(messaggio));
+  registro.Connessione(contesto.ConnectionADO);
+  registro.TipoLista(messaggio.IsLista);
+  if (messaggio.IsLista != 0) registro.GuidLista(messaggio.ListaGuid);
 }
 
-std::int32_t CLSFW_MAILSERVER::GetIdUtente() {
-  IgnoraErrori([&] { CercaIdUtente(); });
-  return IdUtenteCorrente;
-}
-
-void CLSFW_MAILSERVER::CercaIdUtente() {
-  if (IdUtenteCorrente != 0) return;
-  if (NVL(CodiceUtente, "").ToText().empty() || NVL(CodiceGruppo, "").ToText().empty()) return;
-  if (!ConnectionADO) {
-    MostraMessaggio("CONNESSIONE NON ESISTENTE!!!!!!!! - ORVE_MONITOR", host::kSemplice, "", nullptr);
+void CercaIdUtente(Contesto& contesto, const Oggetti& oggetti) {
+  if (contesto.IdUtenteCorrente != 0) return;
+  if (NVL(contesto.CodiceUtente, "").ToText().empty() || NVL(contesto.CodiceGruppo, "").ToText().empty())
+    return;
+  if (!contesto.ConnectionADO) {
+    MostraMessaggio(oggetti, "CONNESSIONE NON ESISTENTE!!!!!!!! - ORVE_MONITOR", host::kSemplice, "");
     return;
   }
-  const auto risultato =
-      ConnectionADO->Execute(StatementIdUtente(CodiceGruppo, CodiceUtente), host::kComandoTesto);
+  const auto risultato = contesto.ConnectionADO->Execute(
+      StatementIdUtente(contesto.CodiceGruppo, contesto.CodiceUtente), host::kComandoTesto);
   if (Richiesto(risultato).Eof()) return;
-  IdUtenteCorrente = Leggi(*risultato, "FW07_ID").ToInt32();
+  contesto.IdUtenteCorrente = Leggi(*risultato, "FW07_ID").ToInt32();
 }
 
-void CLSFW_MAILSERVER::ImpostaIdUtente(std::int32_t id) {
-  IdUtenteCorrente = id;
-}
-
-std::string CLSFW_MAILSERVER::GetUtenteApplicazione() {
-  const auto statement = StatementUtente(GetIdUtente());
-  const auto risultato = Richiesto(ConnectionADO).Execute(statement, host::kComandoNonIndicato);
+// The first column of the first row, and the description that stands beside it; both stay without a row.
+std::string LeggiConDescrizione(const Contesto& contesto, const std::string& statement,
+                                std::string_view colonna, std::string_view colonnaDescrizione,
+                                std::string& descrizione) {
+  const auto risultato = Richiesto(contesto.ConnectionADO).Execute(statement, host::kComandoNonIndicato);
   if (Richiesto(risultato).Eof()) return {};
-  std::string nome = Leggi(*risultato, "FW07_USERNAME").Joined();
-  DescUtenteCorrente = Leggi(*risultato, "FW07_DESCR").Joined();
-  return nome;
-}
-
-std::string CLSFW_MAILSERVER::GetGruppoPreferito() {
-  const auto statement = StatementGruppo(GetIdUtente());
-  const auto risultato = Richiesto(ConnectionADO).Execute(statement, host::kComandoNonIndicato);
-  if (Richiesto(risultato).Eof()) return {};
-  std::string codice = Leggi(*risultato, "FW06_CODICE").Joined();
-  DescGruppoCorrente = Leggi(*risultato, "FW06_DESCR").Joined();
-  return codice;
-}
-
-std::string CLSFW_MAILSERVER::GetCodiceUtente(std::int32_t id) {
-  return LeggiCodiceUtente("FW07_CODICE", id);
-}
-
-std::string CLSFW_MAILSERVER::GetCodiceGruppo(std::int32_t id) {
-  return LeggiCodiceUtente("FW07_CODICE_FW06", id);
+  std::string valore = Leggi(*risultato, colonna).Joined();
+  descrizione = Leggi(*risultato, colonnaDescrizione).Joined();
+  return valore;
 }
 
 // Whatever fails, the send goes on with an empty code.
-std::string CLSFW_MAILSERVER::LeggiCodiceUtente(std::string_view colonna, std::int32_t id) const {
+std::string LeggiCodiceUtente(const Contesto& contesto, std::string_view colonna, std::int32_t id) {
   std::string codice;
   IgnoraErrori([&] {
     const auto risultato =
-        Richiesto(ConnectionADO).Execute(StatementCodice(colonna, id), host::kComandoTesto);
+        Richiesto(contesto.ConnectionADO).Execute(StatementCodice(colonna, id), host::kComandoTesto);
     if (!Richiesto(risultato).Eof()) codice = Leggi(*risultato, colonna).ToText();
   });
   return codice;
 }
 
-void CLSFW_MAILSERVER::CaricaDatiAziendaCorrente() {
-  if (NVL(DittaCorrente, "").ToText().empty()) {
-    // AzCorrMail keeps its value here, unlike below.
-    for (auto* campo : {&AziendaCorr, &AzCorrInd, &AzCorrCAP, &AzCorrCitta, &AzCorrProv}) campo->clear();
+}  // namespace
+
+void InizializzaRegistroInvioMail(const Messaggio& messaggio, const Impostazioni& impostazioni,
+                                  Account& account, Contesto& contesto, Oggetti& oggetti,
+                                  const DocumentoRegistro& documento, const std::string& Utente,
+                                  const std::string& Gruppo) {
+  contesto.CodiceUtente = Utente;
+  contesto.CodiceGruppo = Gruppo;
+  const std::int32_t idUtente = GetIdUtente(contesto, oggetti);
+  InizializzaRegistroInvioMailMultiprofilo(messaggio, impostazioni, account, contesto, oggetti, documento,
+                                           idUtente);
+}
+
+void InizializzaRegistroInvioMailMultiprofilo(const Messaggio& messaggio, const Impostazioni& impostazioni,
+                                              Account& account, Contesto& contesto, Oggetti& oggetti,
+                                              const DocumentoRegistro& documento, std::int32_t IdUtente) {
+  if (!oggetti.ObjRegistroInvio) CreaRegistroInvio(messaggio, contesto, oggetti);
+  auto& registro = Richiesto(oggetti.ObjRegistroInvio);
+  registro.IDvoce(documento.IDvoce);
+  registro.UObject(documento.UObject);
+  contesto.IdUtenteCorrente = IdUtente;
+  registro.UtenteApplicazione(GetIdUtente(contesto, oggetti));
+  registro.TitoloStampa(documento.TitoloStampa);
+  registro.Ditta(contesto.DittaCorrente.ToText());
+  registro.TipoDoc(messaggio.INFO_TipoDoc);
+  registro.NumReg(messaggio.INFO_NumReg);
+  registro.NumDoc(messaggio.INFO_NumDoc);
+  registro.SezDoc(messaggio.INFO_SezDoc);
+  CaricaDatiAziendaCorrente(contesto);
+  if (HaAccount(impostazioni.SrvMailInstallato)) {
+    CaricaAccountPredefinito(messaggio, account, contesto, oggetti);
+  }
+}
+
+std::int32_t GetIdUtente(Contesto& contesto, const Oggetti& oggetti) {
+  IgnoraErrori([&] { CercaIdUtente(contesto, oggetti); });
+  return contesto.IdUtenteCorrente;
+}
+
+std::string GetUtenteApplicazione(Contesto& contesto, const Oggetti& oggetti) {
+  return LeggiConDescrizione(contesto, StatementUtente(GetIdUtente(contesto, oggetti)), "FW07_USERNAME",
+                             "FW07_DESCR", contesto.DescUtenteCorrente);
+}
+
+std::string GetGruppoPreferito(Contesto& contesto, const Oggetti& oggetti) {
+  return LeggiConDescrizione(contesto, StatementGruppo(GetIdUtente(contesto, oggetti)), "FW06_CODICE",
+                             "FW06_DESCR", contesto.DescGruppoCorrente);
+}
+
+std::string GetCodiceUtente(const Contesto& contesto, std::int32_t id) {
+  return LeggiCodiceUtente(contesto, "FW07_CODICE", id);
+}
+
+std::string GetCodiceGruppo(const Contesto& contesto, std::int32_t id) {
+  return LeggiCodiceUtente(contesto, "FW07_CODICE_FW06", id);
+}
+
+void CaricaDatiAziendaCorrente(Contesto& contesto) {
+  const auto svuota = [&contesto] {
+    for (auto* campo : {&contesto.AziendaCorr, &contesto.AzCorrInd, &contesto.AzCorrCAP,
+                        &contesto.AzCorrCitta, &contesto.AzCorrProv}) {
+      campo->clear();
+    }
+  };
+  if (NVL(contesto.DittaCorrente, "").ToText().empty()) {
+    svuota();  // AzCorrMail keeps its value here, unlike below
     return;
   }
   const auto risultato =
-      Richiesto(ConnectionADO).Execute(StatementAzienda(DittaCorrente.Joined()), host::kComandoNonIndicato);
+      Richiesto(contesto.ConnectionADO)
+          .Execute(StatementAzienda(contesto.DittaCorrente.Joined()), host::kComandoNonIndicato);
   if (Richiesto(risultato).Eof()) {
-    for (auto* campo : {&AziendaCorr, &AzCorrInd, &AzCorrCAP, &AzCorrCitta, &AzCorrProv, &AzCorrMail}) {
-      campo->clear();
-    }
+    svuota();
+    contesto.AzCorrMail.clear();
     return;
   }
-  AziendaCorr = Leggi(*risultato, "CG16_RAGSOANAG").ToText();
-  AzCorrInd = LeggiTesto(*risultato, "CG16_INDIRIZZO");
-  AzCorrCAP = LeggiTesto(*risultato, "CG16_CAP");
-  AzCorrCitta = LeggiTesto(*risultato, "CG16_CITTA");
-  AzCorrProv = LeggiTesto(*risultato, "CG16_PROV");
-  AzCorrMail = LeggiTesto(*risultato, "CG16_INDEMAIL");
+  contesto.AziendaCorr = Leggi(*risultato, "CG16_RAGSOANAG").ToText();
+  contesto.AzCorrInd = LeggiTesto(*risultato, "CG16_INDIRIZZO");
+  contesto.AzCorrCAP = LeggiTesto(*risultato, "CG16_CAP");
+  contesto.AzCorrCitta = LeggiTesto(*risultato, "CG16_CITTA");
+  contesto.AzCorrProv = LeggiTesto(*risultato, "CG16_PROV");
+  contesto.AzCorrMail = LeggiTesto(*risultato, "CG16_INDEMAIL");
 }
 
 }  // namespace orve

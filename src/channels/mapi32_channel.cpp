@@ -9,11 +9,14 @@
 #include <utility>
 #include <vector>
 
+#include "addressing/address_list.h"
+#include "channels/channel_traits.h"
 #include "channels/recipient_lists.h"
 #include "channels/register_lines.h"
+#include "content/body_templates.h"
 #include "content/send_log.h"
-#include "service/CLSFW_MAILSERVER.h"
-#include "service/ignora_errori.h"
+#include "service/failures.h"
+#include "service/guards.h"
 
 namespace orve {
 
@@ -21,7 +24,7 @@ namespace {
 
 using namespace MDLFW_MAPI;
 
-constexpr float kCanaleMapi = 2;  // whatever SrvMailInstallato says
+constexpr auto kCanaleMapi = static_cast<float>(kvMAPI);  // whatever SrvMailInstallato says
 
 std::int32_t ClasseDi(std::int16_t casella) {
   switch (casella) {
@@ -45,74 +48,24 @@ std::string UnisciPercorsi(const host::Variant::Array& allegati) {
   return elenco;
 }
 
-}  // namespace
-
-// Nobody is told of an error, on purpose.
-void CLSFW_MAILSERVER::SendMailMAPI() {
-  IgnoraErrori([&] { ConsegnaConMAPI(); });
-}
-
-void CLSFW_MAILSERVER::ConsegnaConMAPI() {
-  if (!vCollDestinatari || vCollDestinatari->Count() <= 0) return;
-  const auto mapi = ambiente_->CreaMapi32();
-  host::ManigliaMapi sessione = 0;
-  const std::int32_t accesso =
-      host::Richiesto(mapi).MAPILogon(0, "", "", kDialogoDiAccesso | kNuovaSessione, 0, sessione);
-  if (accesso != kSuccesso) {
-    MostraMessaggio("Logon failed. Result = " + std::to_string(accesso), host::kSemplice, "", nullptr);
-    return;
-  }
-  InviaConMAPI(*mapi);
-  const std::int32_t uscita = mapi->MAPILogoff(sessione, 0, 0, 0);
-  if (uscita != kSuccesso) {
-    MostraMessaggio("Logoff failed. Result = " + std::to_string(uscita), host::kSemplice, "", nullptr);
-  }
-}
-
-void CLSFW_MAILSERVER::InviaConMAPI(host::Mapi32& mapi) {
-  const std::vector<MapiRecip> destinatari = ComponiDestinatariMAPI();
-  vCorpoMail = GetCorpoMail();
-  MapiMessage messaggio;
-  messaggio.Subject = vOggetto;
-  messaggio.NoteText = vCorpoMail;
-  messaggio.RecipCount = vCollDestinatari->Count();
-  std::vector<MapiFile> file;
-  std::string allegati;
-  if (!vElencoAllegati.IsEmpty()) {
-    file = PreparaAllegatiMAPI();
-    allegati = UnisciPercorsi(std::as_const(vElencoAllegati).ToArray());
-    messaggio.FileCount = static_cast<std::int32_t>(file.size());
-  }
-  // Session 0, not the one just opened: the library finds it by itself.
-  const std::int32_t esito = mapi.BMAPISendMail(0, 0, messaggio, destinatari, file, 0, 0);
-  const bool inviato = esito == kSuccesso;
-  MostraMessaggio(inviato ? kMessaggioInviato : "Message not sent! Result = " + std::to_string(esito),
-                  host::kSemplice, "", nullptr);
-  StatoInvio = inviato ? kvOK : kvErroreInvioMail;
-  RegistraEsitoMAPI(inviato, allegati);
-}
-
-std::vector<MapiRecip> CLSFW_MAILSERVER::ComponiDestinatariMAPI() {
+std::vector<MapiRecip> ComponiDestinatariMAPI(Messaggio& messaggio) {
   std::vector<MapiRecip> record;
-  record.reserve(static_cast<std::size_t>(vCollDestinatari->Count()));
+  record.reserve(static_cast<std::size_t>(messaggio.vCollDestinatari->Count()));
   std::string elencoA;
-  for (const auto& destinatario : *vCollDestinatari) {
+  for (const auto& destinatario : *messaggio.vCollDestinatari) {
     MapiRecip& nuovo = record.emplace_back();
     nuovo.RecipClass = ClasseDi(destinatario->Casella());
-    nuovo.Name.append(destinatario->Nome()).append("<").append(destinatario->Indirizzo()).append(">");
-    if (destinatario->Casella() == kvCasellaA) {
-      AccodaVoceSeparata(elencoA, destinatario->Nome(), destinatario->Indirizzo());
-      AccodaConVirgola(vNome, destinatario->Nome());
-    }
+    AccodaVoce(nuovo.Name, destinatario->Nome(), destinatario->Indirizzo());
+    if (destinatario->Casella() == kvCasellaA) AccodaDestinatarioA(*destinatario, elencoA, messaggio.vNome);
   }
-  TogliUltimaVirgola(vNome);
-  vIndDestinatario = elencoA;
+  TogliUltimaVirgola(messaggio.vNome);
+  messaggio.vIndDestinatario = elencoA;
   return record;
 }
 
-std::vector<MapiFile> CLSFW_MAILSERVER::PreparaAllegatiMAPI() {
+std::vector<MapiFile> PreparaAllegatiMAPI(const host::Variant::Array& allegati) {
   std::vector<MapiFile> record;
-  for (const auto& allegato : std::as_const(vElencoAllegati).ToArray()) {
+  for (const auto& allegato : allegati) {
     MapiFile& nuovo = record.emplace_back();
     nuovo.PathName = allegato.ToText();
     nuovo.FileName = EstraiNomeFile(allegato);
@@ -122,15 +75,69 @@ std::vector<MapiFile> CLSFW_MAILSERVER::PreparaAllegatiMAPI() {
 }
 
 // The kind of channel is not told to the register, so that certified mail is not told apart here.
-void CLSFW_MAILSERVER::RegistraEsitoMAPI(bool inviato, const std::string& allegati) {
-  const auto registro = ObjRegistroInvio;
+void RegistraEsitoMAPI(const Messaggio& messaggio, const Contesto& contesto, const Oggetti& oggetti,
+                       bool inviato, const std::string& allegati) {
+  const auto registro = oggetti.ObjRegistroInvio;
   if (!registro) return;
-  if (inviato) registro->MittenteInvio("MAPI: ");
+  if (inviato) registro->MittenteInvio(std::string(FirmaDi(kvMAPI)));
   registro->EsitoInvio(inviato ? host::kInviato : host::kNonInviato);
   registro->CanaleInvio(kCanaleMapi);
   host::TestoOAssente esito;
   if (!inviato) esito = "FALLITO";
-  RegistraDestinatari(*registro, {"<", allegati, vOggetto}, esito);
+  RegistraDestinatari(messaggio, contesto, oggetti, *registro, {kApertura, allegati, messaggio.vOggetto},
+                      esito);
+}
+
+void InviaConMAPI(Messaggio& messaggio, const Impostazioni& impostazioni, Contesto& contesto, Esito& esito,
+                  const Oggetti& oggetti, host::Mapi32& mapi) {
+  const std::vector<MapiRecip> destinatari = ComponiDestinatariMAPI(messaggio);
+  messaggio.vCorpoMail = GetCorpoMail(messaggio, impostazioni, contesto, oggetti);
+  MapiMessage record;
+  record.Subject = messaggio.vOggetto;
+  record.NoteText = messaggio.vCorpoMail;
+  record.RecipCount = messaggio.vCollDestinatari->Count();
+  std::vector<MapiFile> file;
+  std::string allegati;
+  if (!messaggio.vElencoAllegati.IsEmpty()) {
+    const host::Variant::Array& elenco = std::as_const(messaggio.vElencoAllegati).ToArray();
+    file = PreparaAllegatiMAPI(elenco);
+    allegati = UnisciPercorsi(elenco);
+    record.FileCount = static_cast<std::int32_t>(file.size());
+  }
+  // Session 0, not the one just opened: the library finds it by itself.
+  const std::int32_t numero = mapi.BMAPISendMail(0, 0, record, destinatari, file, 0, 0);
+  const bool inviato = numero == kSuccesso;
+  MostraMessaggio(oggetti,
+                  inviato ? kMessaggioInviato : "Message not sent! Result = " + std::to_string(numero),
+                  host::kSemplice, "");
+  esito.StatoInvio = inviato ? kvOK : kvErroreInvioMail;
+  RegistraEsitoMAPI(messaggio, contesto, oggetti, inviato, allegati);
+}
+
+void ConsegnaConMAPI(Messaggio& messaggio, const Impostazioni& impostazioni, Contesto& contesto, Esito& esito,
+                     const Oggetti& oggetti) {
+  if (!messaggio.vCollDestinatari || messaggio.vCollDestinatari->Count() <= 0) return;
+  const auto mapi = oggetti.ambiente->CreaMapi32();
+  host::ManigliaMapi sessione = 0;
+  const std::int32_t accesso =
+      host::Richiesto(mapi).MAPILogon(0, "", "", kDialogoDiAccesso | kNuovaSessione, 0, sessione);
+  if (accesso != kSuccesso) {
+    MostraMessaggio(oggetti, "Logon failed. Result = " + std::to_string(accesso), host::kSemplice, "");
+    return;
+  }
+  InviaConMAPI(messaggio, impostazioni, contesto, esito, oggetti, *mapi);
+  const std::int32_t uscita = mapi->MAPILogoff(sessione, 0, 0, 0);
+  if (uscita != kSuccesso) {
+    MostraMessaggio(oggetti, "Logoff failed. Result = " + std::to_string(uscita), host::kSemplice, "");
+  }
+}
+
+}  // namespace
+
+// Nobody is told of an error, on purpose.
+void SendMailMAPI(Messaggio& messaggio, const Impostazioni& impostazioni, Contesto& contesto, Esito& esito,
+                  const Oggetti& oggetti) {
+  IgnoraErrori([&] { ConsegnaConMAPI(messaggio, impostazioni, contesto, esito, oggetti); });
 }
 
 }  // namespace orve

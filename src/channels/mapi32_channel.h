@@ -5,6 +5,19 @@
 #include <cstdint>
 
 #include "host/mapi32.h"
+#include "service/contesto.h"
+#include "service/esito.h"
+#include "service/impostazioni.h"
+#include "service/messaggio.h"
+#include "service/oggetti.h"
+
+namespace orve {
+
+/// Delivers the current message by direct calls of MAPI32.DLL. Never raises.
+void SendMailMAPI(Messaggio& messaggio, const Impostazioni& impostazioni, Contesto& contesto, Esito& esito,
+                  const Oggetti& oggetti);
+
+}  // namespace orve
 
 namespace orve::MDLFW_MAPI {
 

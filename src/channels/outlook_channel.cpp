@@ -3,15 +3,21 @@
 //
 // Success is known only from Send not raising an error. A failed send leaves Stato, the register lines and
 // the events as they are, unlike the two MAPI channels; only the log line or the message tells of it.
+#include "channels/outlook_channel.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <utility>
 
+#include "addressing/address_list.h"
+#include "channels/channel_traits.h"
 #include "channels/recipient_lists.h"
 #include "channels/register_lines.h"
-#include "service/CLSFW_MAILSERVER.h"
-#include "service/ignora_errori.h"
+#include "content/body_templates.h"
+#include "content/html_body.h"
+#include "service/failures.h"
+#include "service/guards.h"
 #include "text/text.h"
 
 namespace orve {
@@ -30,98 +36,105 @@ std::int16_t VersioneMaggiore(const std::string& versione) {
 
 // Empty for a version whose address nobody has learnt to read.
 std::string MittenteDiOutlook(host::OutlookApplication& outlook) {
-  constexpr const char* kPrefisso = "Outlook: ";
+  const std::string prefisso(FirmaDi(kvOutlook));
   const std::int16_t versione = VersioneMaggiore(outlook.Version());
   if (versione != 11 && versione != 12 && versione != 14) return {};
   const auto explorers = outlook.Explorers();
   const auto sessione = host::Richiesto(explorers).Session();
   if (versione == 11) {
     const auto utente = host::Richiesto(sessione).CurrentUser();
-    return kPrefisso + host::Richiesto(utente).Address();
+    return prefisso + host::Richiesto(utente).Address();
   }
   const auto accounts = host::Richiesto(sessione).Accounts();
   const auto primo = host::Richiesto(accounts).Item(1);
-  return kPrefisso + host::Richiesto(primo).SmtpAddress();
+  return prefisso + host::Richiesto(primo).SmtpAddress();
 }
 
 TestiVoce TestiOutlook(const Destinatario& destinatario) {
   return {destinatario.Nome(), std::string(text::Trim(destinatario.Indirizzo()))};
 }
 
-}  // namespace
-
-void CLSFW_MAILSERVER::SendWithOutlook() {
-  try {
-    ConsegnaConOutlook();
-  } catch (...) {
-    SegnalaPerModalita(host::ErroreCorrente(), "SendWithOutlook", "-",
-                       " in ORVE_MAILSERVER:CLSFW_MAILSERVER - SendWithOutlook");
-  }
-}
-
-void CLSFW_MAILSERVER::ConsegnaConOutlook() {
-  // Here already, before anything can fail.
-  if (ObjRegistroInvio) ObjRegistroInvio->TipoCanale(IsPec() ? host::kCanalePec : host::kCanaleMail);
-  const std::string mittente = MittenteDiOutlook(host::Richiesto(objOutlookApp));
-  objOutlookItem = objOutlookApp->createItem(kElementoDiPosta);
-  host::Richiesto(objOutlookItem).ReadReceiptRequested(ReadReceipt);
-  objOutlookAllegati = objOutlookItem->attachments();
-  std::string allegati;
-  if (!vElencoAllegati.IsEmpty()) allegati = AddAllegatiOutlook(objOutlookAllegati);
-  if (!vCollDestinatari || vCollDestinatari->Count() <= 0) return;
-  ComponiMessaggioOutlook(mittente);
-  objOutlookItem->Send();
-  RegistraInvioOutlook(mittente, allegati);
-  objOutlookAllegati.reset();
-  objOutlookItem.reset();
-  StatoInvio = kvOK;
-}
-
-void CLSFW_MAILSERVER::ComponiMessaggioOutlook(const std::string& mittente) {
+void ComponiMessaggioOutlook(Messaggio& messaggio, const Impostazioni& impostazioni, Contesto& contesto,
+                             const Oggetti& oggetti, const std::string& mittente) {
   ElenchiDestinatari elenchi;
-  RipartisciDestinatari(*vCollDestinatari, TestiOutlook, elenchi, vNome);
+  RipartisciDestinatari(*messaggio.vCollDestinatari, TestiOutlook, elenchi, messaggio.vNome);
   // The text of the records, prefix and all, and a ";" in front whatever the list holds: what mailboxes have
   // seen for years.
-  if (FlagBcc) elenchi.cc.append(";").append(mittente);
-  vIndDestinatario = elenchi.a;
-  vCorpoMail = GetCorpoMail();
+  if (impostazioni.FlagBcc) elenchi.cc.append(";").append(mittente);
+  messaggio.vIndDestinatario = elenchi.a;
+  messaggio.vCorpoMail = GetCorpoMail(messaggio, impostazioni, contesto, oggetti);
 
-  auto& elemento = *objOutlookItem;
+  auto& elemento = *oggetti.objOutlookItem;
   elemento.To(elenchi.a);
   elemento.cc(elenchi.cc);
   elemento.Bcc(elenchi.ccn);
-  elemento.Subject(vOggetto);
-  elemento.body(vCorpoMail);
-  const bool html = EsisteParamHTMLFW95();
-  if (!html || !ActiveInterface) {
-    elemento.body(vCorpoMail);
+  elemento.Subject(messaggio.vOggetto);
+  elemento.body(messaggio.vCorpoMail);
+  const bool html = EsisteParamHTMLFW95(contesto, oggetti);
+  if (!html || !oggetti.ActiveInterface) {
+    elemento.body(messaggio.vCorpoMail);
     return;
   }
-  vCorpoMail = CorpoHTMLConFirma(vCorpoMail);
+  messaggio.vCorpoMail = CorpoHTMLConFirma(contesto, oggetti, messaggio.vCorpoMail);
   elemento.BodyFormat(kCorpoOutlookHTML);
-  elemento.HTMLBody(vCorpoMail);
+  elemento.HTMLBody(messaggio.vCorpoMail);
 }
 
-void CLSFW_MAILSERVER::RegistraInvioOutlook(const std::string& mittente, const std::string& allegati) {
-  const auto registro = ObjRegistroInvio;
+void RegistraInvioOutlook(const Messaggio& messaggio, const Impostazioni& impostazioni,
+                          const Contesto& contesto, const Oggetti& oggetti, const std::string& mittente,
+                          const std::string& allegati) {
+  const auto registro = oggetti.ObjRegistroInvio;
   if (!registro) return;
   registro->EsitoInvio(host::kInviato);
-  registro->CanaleInvio(static_cast<float>(SrvMailInstallato));
+  registro->CanaleInvio(static_cast<float>(impostazioni.SrvMailInstallato));
   registro->MittenteInvio(mittente);
-  RegistraDestinatari(*registro, {" <", allegati, vOggetto}, std::nullopt);
+  RegistraDestinatari(messaggio, contesto, oggetti, *registro,
+                      {kAperturaConBianco, allegati, messaggio.vOggetto}, std::nullopt);
 }
 
-// The message goes out without the file that was refused and without those behind it; nobody is told.
-std::string CLSFW_MAILSERVER::AddAllegatiOutlook(const std::shared_ptr<host::OutlookAttachments>& allegati) {
+// The paths attached, joined by "|". The message goes out without the file that was refused and without those
+// after it; nobody is told.
+std::string AddAllegatiOutlook(const Messaggio& messaggio,
+                               const std::shared_ptr<host::OutlookAttachments>& allegati) {
   std::string elenco;
   IgnoraErrori([&] {
-    for (const auto& allegato : std::as_const(vElencoAllegati).ToArray()) {
+    for (const auto& allegato : messaggio.vElencoAllegati.ToArray()) {
       const std::string percorso = allegato.ToText();
       host::Richiesto(allegati).Add(percorso);
       AccodaPercorso(elenco, percorso);
     }
   });
   return elenco;
+}
+
+void ConsegnaConOutlook(Messaggio& messaggio, const Impostazioni& impostazioni, const Account& account,
+                        Contesto& contesto, Esito& esito, Oggetti& oggetti) {
+  // Here already, before anything can fail.
+  if (oggetti.ObjRegistroInvio) oggetti.ObjRegistroInvio->TipoCanale(TipoCanaleDi(messaggio));
+  const std::string mittente = MittenteDiOutlook(host::Richiesto(oggetti.objOutlookApp));
+  oggetti.objOutlookItem = oggetti.objOutlookApp->createItem(kElementoDiPosta);
+  host::Richiesto(oggetti.objOutlookItem).ReadReceiptRequested(account.ReadReceipt);
+  oggetti.objOutlookAllegati = oggetti.objOutlookItem->attachments();
+  std::string allegati;
+  if (!messaggio.vElencoAllegati.IsEmpty()) {
+    allegati = AddAllegatiOutlook(messaggio, oggetti.objOutlookAllegati);
+  }
+  if (!messaggio.vCollDestinatari || messaggio.vCollDestinatari->Count() <= 0) return;
+  ComponiMessaggioOutlook(messaggio, impostazioni, contesto, oggetti, mittente);
+  oggetti.objOutlookItem->Send();
+  RegistraInvioOutlook(messaggio, impostazioni, contesto, oggetti, mittente, allegati);
+  oggetti.objOutlookAllegati.reset();
+  oggetti.objOutlookItem.reset();
+  esito.StatoInvio = kvOK;
+}
+
+}  // namespace
+
+void SendWithOutlook(Messaggio& messaggio, const Impostazioni& impostazioni, const Account& account,
+                     Contesto& contesto, Esito& esito, Oggetti& oggetti) {
+  SegnalaErrori(PerModalita(messaggio, impostazioni, oggetti, "SendWithOutlook", "-",
+                            " in ORVE_MAILSERVER:CLSFW_MAILSERVER - SendWithOutlook"),
+                [&] { ConsegnaConOutlook(messaggio, impostazioni, account, contesto, esito, oggetti); });
 }
 
 }  // namespace orve

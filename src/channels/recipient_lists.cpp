@@ -1,17 +1,9 @@
 #include "channels/recipient_lists.h"
 
+#include "addressing/address_list.h"
 #include "text/text.h"
 
 namespace orve {
-
-void AccodaVoce(std::string& elenco, std::string_view nome, std::string_view indirizzo) {
-  elenco.append(nome).append(" <").append(indirizzo).append(">");
-}
-
-void AccodaVoceSeparata(std::string& elenco, std::string_view nome, std::string_view indirizzo) {
-  if (!elenco.empty()) elenco.append(";");
-  AccodaVoce(elenco, nome, indirizzo);
-}
 
 void AccodaConVirgola(std::string& campo, std::string_view valore) {
   if (!valore.empty()) campo.append(valore).append(", ");
@@ -26,24 +18,29 @@ void AccodaPercorso(std::string& elenco, std::string_view percorso) {
   elenco.append(percorso);
 }
 
+void AccodaDestinatarioA(const Destinatario& destinatario, std::string& elencoA, std::string& nomi) {
+  AccodaVoceSeparata(elencoA, destinatario.Nome(), destinatario.Indirizzo(), kAperturaConBianco);
+  AccodaConVirgola(nomi, destinatario.Nome());
+}
+
 void RipartisciDestinatari(const CollDestinatari& destinatari, TestiVoce (*testi)(const Destinatario&),
                            ElenchiDestinatari& elenchi, std::string& nomi) {
   for (const auto& destinatario : destinatari) {
     const TestiVoce voce = testi(*destinatario);
     switch (destinatario->Casella()) {
       case kvCasellaCC:
-        AccodaVoceSeparata(elenchi.cc, voce.nome, voce.indirizzo);
+        AccodaVoceSeparata(elenchi.cc, voce.nome, voce.indirizzo, kAperturaConBianco);
         break;
       case kvCasellaCCn:
-        AccodaVoceSeparata(elenchi.ccn, voce.nome, voce.indirizzo);
+        AccodaVoceSeparata(elenchi.ccn, voce.nome, voce.indirizzo, kAperturaConBianco);
         break;
       case kvCasellaA:
         AccodaConVirgola(nomi, destinatario->Nome());
-        AccodaVoceSeparata(elenchi.a, voce.nome, voce.indirizzo);
+        AccodaVoceSeparata(elenchi.a, voce.nome, voce.indirizzo, kAperturaConBianco);
         break;
       default:
         AccodaConVirgola(nomi, destinatario->Nome());
-        AccodaVoce(elenchi.a, voce.nome, voce.indirizzo);
+        AccodaVoce(elenchi.a, voce.nome, voce.indirizzo, kAperturaConBianco);
         elenchi.a.append(";");
         break;
     }

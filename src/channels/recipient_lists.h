@@ -16,17 +16,16 @@ struct ElenchiDestinatari {
   std::string ccn;
 };
 
-/// Appends an entry as it is, or behind a ";" when the list already holds something.
-void AccodaVoce(std::string& elenco, std::string_view nome, std::string_view indirizzo);
-void AccodaVoceSeparata(std::string& elenco, std::string_view nome, std::string_view indirizzo);
-
-/// Appends a value that is not empty, and ", " behind it.
+/// Appends a value that is not empty, and ", " after it.
 void AccodaConVirgola(std::string& campo, std::string_view valore);
 /// Cuts the last two characters, whatever they are; a shorter text is emptied.
 void TogliUltimaVirgola(std::string& campo);
 
-/// Appends a path, behind a "|" when the list already holds something.
+/// Appends a path, after a "|" when the list already holds something.
 void AccodaPercorso(std::string& elenco, std::string_view percorso);
+
+/// One A recipient: its entry goes into the list of the A recipients, its name to the others' names.
+void AccodaDestinatarioA(const Destinatario& destinatario, std::string& elencoA, std::string& nomi);
 
 /// How a channel writes name and address of an entry.
 struct TestiVoce {
@@ -34,9 +33,9 @@ struct TestiVoce {
   std::string indirizzo;
 };
 
-/// Puts the recipients into the lists of their boxes, in their order. The names of the A recipients go behind
+/// Puts the recipients into the lists of their boxes, in their order. The names of the A recipients go after
 /// whatever `nomi` holds, and its last two characters are cut in any case. A box that nobody knows counts as
-/// A, but its entry has the ";" behind it and none in front.
+/// A, but its entry has the ";" after it and none in front.
 void RipartisciDestinatari(const CollDestinatari& destinatari, TestiVoce (*testi)(const Destinatario&),
                            ElenchiDestinatari& elenchi, std::string& nomi);
 

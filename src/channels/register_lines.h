@@ -1,9 +1,13 @@
-// What a send leaves in the application's register and in its event system: one line and one event for each
-// recipient, whatever its box.
+// What a send leaves in the application's register and in its event system.
 #pragma once
 
 #include <string>
 #include <string_view>
+
+#include "host/registro_invio.h"
+#include "service/contesto.h"
+#include "service/messaggio.h"
+#include "service/oggetti.h"
 
 namespace orve {
 
@@ -13,5 +17,11 @@ struct RigheInvio {
   std::string allegati;
   std::string oggetto;
 };
+
+/// One register line and one event for each recipient, whatever its box. An absent `esito` is empty in the
+/// event. Raises what the register raises, and 91 without a collection.
+void RegistraDestinatari(const Messaggio& messaggio, const Contesto& contesto, const Oggetti& oggetti,
+                         host::RegistroInvio& registro, const RigheInvio& righe,
+                         const host::TestoOAssente& esito);
 
 }  // namespace orve

@@ -3,16 +3,20 @@
 //
 // A failure is recorded like a success, recipient by recipient; only the outcome of the register lines tells
 // them apart. After a failure the control stays, and the next delivery works on the message as it was left.
+#include "channels/simple_mapi_channel.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <utility>
 
+#include "addressing/address_list.h"
+#include "channels/channel_traits.h"
 #include "channels/recipient_lists.h"
 #include "channels/register_lines.h"
+#include "content/body_templates.h"
 #include "content/send_log.h"
-#include "service/CLSFW_MAILSERVER.h"
-#include "service/ignora_errori.h"
+#include "service/failures.h"
+#include "service/guards.h"
 #include "service/sedici_bit.h"
 
 namespace orve {
@@ -21,7 +25,7 @@ namespace {
 
 enum TipoMapi : std::int32_t { kMapiA = 1, kMapiCC = 2, kMapiCCn = 3 };
 
-// The control's slots are counted in 16 bits; raises 6 behind the last of them.
+// The control's slots are counted in 16 bits; raises 6 after the last of them.
 std::int16_t Successivo(std::int16_t indice) {
   return InSediciBit(static_cast<std::size_t>(indice) + 1);
 }
@@ -33,82 +37,45 @@ void ImpostaTipo(host::MAPIMessages& messaggio, std::int16_t casella) {
   if (casella == kvCasellaCCn) messaggio.RecipType(kMapiCCn);
 }
 
-}  // namespace
-
-void CLSFW_MAILSERVER::SendWithSimpleMAPI() {
-  std::string allegati;
-  try {
-    ConsegnaConSimpleMAPI(allegati);
-  } catch (...) {
-    const host::Errore errore = host::ErroreCorrente();
-    StatoInvio = kvErroreInvioMail;
-    RegistraEsitoSimpleMAPI(host::kNonInviato, allegati);
-    SegnalaPerModalita(errore, "SendWithSimpleMAPI", "-",
-                       " in ORVE_MAILSERVER:CLSFW_MAILSERVER - SendWithSimpleMAPI");
-  }
-}
-
-void CLSFW_MAILSERVER::ConsegnaConSimpleMAPI(std::string& allegati) {
-  if (host::Richiesto(vCollDestinatari).Count() < 1) return;
-  if (!objMapiMessages) {
-    // Delivering again, or without the send procedure, which would have prepared the message.
-    objMapiMessages = ambiente_->CreaMAPIMessages();
-    host::Richiesto(objMapiMessages).SessioneID(MapiSessionID);
-    objMapiMessages->Compose();
-  }
-  ComponiDestinatariSimpleMAPI();
-  const std::string corpo = GetCorpoMail();
-  if (corpo.empty()) throw host::Errore(host::kArgomentoNonValido);
-  // The text that counts is made anew; a blank keeps it from beginning with a carriage return.
-  vCorpoMail = corpo.front() == '\r' ? " " + GetCorpoMail() : GetCorpoMail();
-  objMapiMessages->MsgReceiptRequested(ReadReceipt);
-  objMapiMessages->MsgNoteText(vCorpoMail);
-  if (!vElencoAllegati.IsEmpty()) allegati = AddAllegatiSimpleMAPI(objMapiMessages);
-  objMapiMessages->MsgSubject(vOggetto);
-  objMapiMessages->Send();
-  StatoInvio = kvOK;
-  RegistraEsitoSimpleMAPI(host::kInviato, allegati);
-  objMapiMessages.reset();
-}
-
-void CLSFW_MAILSERVER::ComponiDestinatariSimpleMAPI() {
-  auto& messaggio = *objMapiMessages;
+void ComponiDestinatariSimpleMAPI(Messaggio& messaggio, host::MAPIMessages& controllo) {
   std::string elencoA;
   std::int16_t indice = 0;
-  for (const auto& destinatario : *vCollDestinatari) {
-    messaggio.RecipIndex(indice);
-    messaggio.RecipAddress("SMTP:" + destinatario->Indirizzo());
-    messaggio.RecipDisplayName(destinatario->Nome());
-    ImpostaTipo(messaggio, destinatario->Casella());
-    if (destinatario->Casella() == kvCasellaA) {
-      AccodaVoceSeparata(elencoA, destinatario->Nome(), destinatario->Indirizzo());
-      AccodaConVirgola(vNome, destinatario->Nome());
-    }
+  for (const auto& destinatario : *messaggio.vCollDestinatari) {
+    controllo.RecipIndex(indice);
+    controllo.RecipAddress("SMTP:" + destinatario->Indirizzo());
+    controllo.RecipDisplayName(destinatario->Nome());
+    ImpostaTipo(controllo, destinatario->Casella());
+    if (destinatario->Casella() == kvCasellaA) AccodaDestinatarioA(*destinatario, elencoA, messaggio.vNome);
     indice = Successivo(indice);
   }
-  TogliUltimaVirgola(vNome);
-  vIndDestinatario = elencoA;
+  TogliUltimaVirgola(messaggio.vNome);
+  messaggio.vIndDestinatario = elencoA;
 }
 
-void CLSFW_MAILSERVER::RegistraEsitoSimpleMAPI(host::EsitoInvio esito, const std::string& allegati) {
-  const auto registro = ObjRegistroInvio;
+void RegistraEsitoSimpleMAPI(const Messaggio& messaggio, const Impostazioni& impostazioni,
+                             const Contesto& contesto, const Oggetti& oggetti, host::EsitoInvio esito,
+                             const std::string& allegati) {
+  const auto registro = oggetti.ObjRegistroInvio;
   if (!registro) return;
   registro->EsitoInvio(esito);
-  registro->TipoCanale(IsPec() ? host::kCanalePec : host::kCanaleMail);
-  registro->MittenteInvio("Simple Mapi:");
-  registro->CanaleInvio(static_cast<float>(SrvMailInstallato));
+  registro->TipoCanale(TipoCanaleDi(messaggio));
+  registro->MittenteInvio(std::string(FirmaDi(kvSimpleMAPI)));
+  registro->CanaleInvio(static_cast<float>(impostazioni.SrvMailInstallato));
   // A delivery that failed for want of a collection has nobody to record.
-  if (vCollDestinatari) RegistraDestinatari(*registro, {"<", allegati, vOggetto}, std::nullopt);
+  if (!messaggio.vCollDestinatari) return;
+  RegistraDestinatari(messaggio, contesto, oggetti, *registro, {kApertura, allegati, messaggio.vOggetto},
+                      std::nullopt);
 }
 
-// Attachment n stands at character n of the body. The message goes out without the file that was refused and
-// without those behind it; nobody is told.
-std::string CLSFW_MAILSERVER::AddAllegatiSimpleMAPI(const std::shared_ptr<host::MAPIMessages>& messaggio) {
+// Attachment n stands at character n of the body. The paths attached, joined by "|": the message goes out
+// without the file that was refused and without those after it; nobody is told.
+std::string AddAllegatiSimpleMAPI(const Messaggio& messaggio,
+                                  const std::shared_ptr<host::MAPIMessages>& controlli) {
   std::string elenco;
   IgnoraErrori([&] {
     std::int16_t indice = 0;
-    for (const auto& allegato : std::as_const(vElencoAllegati).ToArray()) {
-      auto& controllo = host::Richiesto(messaggio);
+    for (const auto& allegato : messaggio.vElencoAllegati.ToArray()) {
+      auto& controllo = host::Richiesto(controlli);
       const std::string percorso = allegato.ToText();
       controllo.AttachmentIndex(indice);
       controllo.AttachmentPosition(indice);
@@ -119,6 +86,57 @@ std::string CLSFW_MAILSERVER::AddAllegatiSimpleMAPI(const std::shared_ptr<host::
     }
   });
   return elenco;
+}
+
+// `allegati` is what could be attached, also when an error ends the delivery.
+void ConsegnaConSimpleMAPI(Messaggio& messaggio, const Impostazioni& impostazioni, const Account& account,
+                           Contesto& contesto, Esito& esito, Oggetti& oggetti, std::string& allegati) {
+  if (host::Richiesto(messaggio.vCollDestinatari).Count() < 1) return;
+  if (!oggetti.objMapiMessages) {
+    // Delivering again, or without the send procedure, which would have prepared the message. The member's
+    // name is not the one used there.
+    oggetti.objMapiMessages = oggetti.ambiente->CreaMAPIMessages();
+    host::Richiesto(oggetti.objMapiMessages).SessioneID(oggetti.MapiSessionID);
+    oggetti.objMapiMessages->Compose();
+  }
+  ComponiDestinatariSimpleMAPI(messaggio, *oggetti.objMapiMessages);
+  const auto corpoMail = [&] { return GetCorpoMail(messaggio, impostazioni, contesto, oggetti); };
+  const std::string corpo = corpoMail();
+  if (corpo.empty()) throw host::Errore(host::kArgomentoNonValido);
+  // The text that counts is made anew; a blank keeps it from beginning with a carriage return.
+  messaggio.vCorpoMail = corpo.front() == '\r' ? " " + corpoMail() : corpoMail();
+  oggetti.objMapiMessages->MsgReceiptRequested(account.ReadReceipt);
+  oggetti.objMapiMessages->MsgNoteText(messaggio.vCorpoMail);
+  if (!messaggio.vElencoAllegati.IsEmpty()) {
+    allegati = AddAllegatiSimpleMAPI(messaggio, oggetti.objMapiMessages);
+  }
+  oggetti.objMapiMessages->MsgSubject(messaggio.vOggetto);
+  oggetti.objMapiMessages->Send();
+  esito.StatoInvio = kvOK;
+  RegistraEsitoSimpleMAPI(messaggio, impostazioni, contesto, oggetti, host::kInviato, allegati);
+  oggetti.objMapiMessages.reset();
+}
+
+}  // namespace
+
+void PreparaMessaggioSimpleMAPI(Oggetti& oggetti) {
+  oggetti.objMapiMessages = oggetti.ambiente->CreaMAPIMessages();
+  host::Richiesto(oggetti.objMapiMessages).SessionID(oggetti.MapiSessionID);
+  oggetti.objMapiMessages->Compose();
+}
+
+void SendWithSimpleMAPI(Messaggio& messaggio, const Impostazioni& impostazioni, const Account& account,
+                        Contesto& contesto, Esito& esito, Oggetti& oggetti) {
+  std::string allegati;
+  const auto segnala = [&](const host::Errore& errore) {
+    esito.StatoInvio = kvErroreInvioMail;
+    RegistraEsitoSimpleMAPI(messaggio, impostazioni, contesto, oggetti, host::kNonInviato, allegati);
+    SegnalaPerModalita(messaggio, impostazioni, oggetti, errore, "SendWithSimpleMAPI", "-",
+                       " in ORVE_MAILSERVER:CLSFW_MAILSERVER - SendWithSimpleMAPI");
+  };
+  SegnalaErrori(segnala, [&] {
+    ConsegnaConSimpleMAPI(messaggio, impostazioni, account, contesto, esito, oggetti, allegati);
+  });
 }
 
 }  // namespace orve

@@ -4,9 +4,13 @@
 #include <string_view>
 #include <utility>
 
+#include "addressing/address_list.h"
+#include "channels/channel_traits.h"
 #include "channels/recipient_lists.h"
-#include "channels/register_lines.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "channels/smtp_submission.h"
+#include "content/body_templates.h"
+#include "service/failures.h"
+#include "service/guards.h"
 #include "text/text.h"
 
 namespace orve {
@@ -32,6 +36,46 @@ TestiVoce TestiSmtp(const Destinatario& destinatario) {
   return {QuotaNome(destinatario.Nome()), destinatario.Indirizzo()};
 }
 
+void ApplicaMittenteScelto(Account& account) {
+  const auto mittente = account.vMittente;
+  if (!mittente || !account.UsaMittenteScelto) return;
+  account.SmtpServer = mittente->Server();
+  account.SmtpPorta = mittente->Port();
+  account.SmtpAuth = mittente->Auth();
+  account.SmtpUtente = mittente->user();
+  account.SmtpPassword = mittente->Password();
+  account.vSenderAddress = mittente->Indirizzo();
+  account.vSenderName = mittente->Descrizione();
+  account.SmtpCrypt = mittente->CryptType();
+  account.ReadReceipt = mittente->ReadRcpt() == 1;
+}
+
+void ConsegnaConSmtp(Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
+                     Contesto& contesto, Esito& esito, const Oggetti& oggetti) {
+  const auto componente = oggetti.ambiente->CreaComponenteSmtp();
+  ApplicaMittenteScelto(account);
+  ElenchiDestinatari elenchi;
+  // The setting speaks of a blind copy; in this channel the sender's copy is a visible one, on purpose.
+  if (impostazioni.FlagBcc) elenchi.cc = account.vSenderAddress;
+  const std::string mittente = ComponiMittente(account.vSenderName, account.vSenderAddress);
+  std::string corpo = messaggio.vCorpoMail;
+  const std::string allegati = AddAdditionalAttachmentSMTP(messaggio, oggetti, componente);
+  RipartisciDestinatari(host::Richiesto(messaggio.vCollDestinatari), TestiSmtp, elenchi, messaggio.vNome);
+  messaggio.vIndDestinatario = elenchi.a;
+  // Filled once for the whole message, from the body as it was before the attachments were taken.
+  messaggio.vCorpoMail = std::move(corpo);
+  messaggio.vCorpoMail = GetCorpoMail(messaggio, impostazioni, contesto, oggetti);
+  if (!account.Caricato()) return;
+  const host::Variant risultato =
+      InviaMailConSSL(account, contesto, oggetti, componente,
+                      {mittente, elenchi.a, elenchi.cc, elenchi.ccn, messaggio.vOggetto, messaggio.vCorpoMail,
+                       account.ReadReceipt});
+  esito.StatoInvio = Riuscito(risultato) ? kvOK : kvErroreInvioMail;
+  RegistraEsitoSmtp(messaggio, impostazioni, contesto, oggetti, risultato,
+                    std::string(FirmaDi(kvSMTPMail)) + account.vSenderAddress,
+                    {kApertura, allegati, messaggio.vOggetto});
+}
+
 }  // namespace
 
 std::string QuotaNome(const std::string& nome) {
@@ -44,76 +88,39 @@ std::string ComponiMittente(const std::string& nome, const std::string& indirizz
   return mittente.append("\"<").append(indirizzo).append(">");
 }
 
-void CLSFW_MAILSERVER::SendWithSmtp() {
-  try {
-    ConsegnaConSmtp();
-  } catch (...) {
-    SegnalaPerModalita(host::ErroreCorrente(), "SendWithSmtp", "-",
-                       " in ORVE_MAILSERVER:CLSFW_MAILSERVER - SendWithSmtp");
-  }
+void SendWithSmtp(Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
+                  Contesto& contesto, Esito& esito, Oggetti& oggetti) {
+  SegnalaErrori(PerModalita(messaggio, impostazioni, oggetti, "SendWithSmtp", "-",
+                            " in ORVE_MAILSERVER:CLSFW_MAILSERVER - SendWithSmtp"),
+                [&] { ConsegnaConSmtp(messaggio, impostazioni, account, contesto, esito, oggetti); });
 }
 
-void CLSFW_MAILSERVER::ConsegnaConSmtp() {
-  const auto componente = ambiente_->CreaComponenteSmtp();
-  ApplicaMittenteScelto();
-  ElenchiDestinatari elenchi;
-  // The setting speaks of a blind copy; in this channel the sender's copy is a visible one, on purpose.
-  if (FlagBcc) elenchi.cc = vSenderAddress;
-  const std::string mittente = ComponiMittente(vSenderName, vSenderAddress);
-  std::string corpo = vCorpoMail;
-  const std::string allegati = AddAdditionalAttachmentSMTP(componente);
-  RipartisciDestinatari(host::Richiesto(vCollDestinatari), TestiSmtp, elenchi, vNome);
-  vIndDestinatario = elenchi.a;
-  // Filled once for the whole message, from the body as it was before the attachments were taken.
-  vCorpoMail = std::move(corpo);
-  vCorpoMail = GetCorpoMail();
-  if (SmtpServer.empty()) return;
-  const host::Variant risultato =
-      InviaMailConSSL(componente, SmtpServer, SmtpPorta, SmtpAuth != 0, SmtpCrypt, SmtpUtente, SmtpPassword,
-                      mittente, elenchi.a, elenchi.cc, vOggetto, vCorpoMail, ReadReceipt, elenchi.ccn);
-  StatoInvio = Riuscito(risultato) ? kvOK : kvErroreInvioMail;
-  RegistraEsitoSmtp(risultato, "SMTP: " + vSenderAddress, {"<", allegati, vOggetto});
-}
-
-void CLSFW_MAILSERVER::ApplicaMittenteScelto() {
-  if (!vMittente || !UsaMittenteScelto) return;
-  SmtpServer = vMittente->Server();
-  SmtpPorta = vMittente->Port();
-  SmtpAuth = vMittente->Auth();
-  SmtpUtente = vMittente->user();
-  SmtpPassword = vMittente->Password();
-  vSenderAddress = vMittente->Indirizzo();
-  vSenderName = vMittente->Descrizione();
-  SmtpCrypt = vMittente->CryptType();
-  ReadReceipt = vMittente->ReadRcpt() == 1;
-}
-
-void CLSFW_MAILSERVER::RegistraEsitoSmtp(const host::Variant& risultato, const std::string& mittente,
-                                         const RigheInvio& righe) {
-  const auto registro = ObjRegistroInvio;
+void RegistraEsitoSmtp(const Messaggio& messaggio, const Impostazioni& impostazioni, const Contesto& contesto,
+                       const Oggetti& oggetti, const host::Variant& risultato, const std::string& mittente,
+                       const RigheInvio& righe) {
+  const auto registro = oggetti.ObjRegistroInvio;
   if (!registro) return;
-  registro->TipoCanale(IsPec() ? host::kCanalePec : host::kCanaleMail);
+  registro->TipoCanale(TipoCanaleDi(messaggio));
   std::string errore;
   if (Riuscito(risultato)) {
     registro->EsitoInvio(host::kInviato);
   } else {
     registro->EsitoInvio(host::kNonInviato);
-    errore = GetSMTPErrorDescription(risultato.ToInt16());
+    errore = GetSMTPErrorDescription(oggetti, risultato.ToInt16());
   }
   registro->MittenteInvio(mittente);
-  registro->CanaleInvio(static_cast<float>(SrvMailInstallato));
-  RegistraDestinatari(*registro, righe, errore);
+  registro->CanaleInvio(static_cast<float>(impostazioni.SrvMailInstallato));
+  RegistraDestinatari(messaggio, contesto, oggetti, *registro, righe, errore);
 }
 
-std::string CLSFW_MAILSERVER::GetSMTPErrorDescription(std::int16_t codice) {
-  try {
-    if (codice < 0 || static_cast<std::size_t>(codice) >= kErroriSmtp.size()) return {};
-    return std::string(kErroriSmtp[static_cast<std::size_t>(codice)]);
-  } catch (...) {
-    MostraErrore(host::ErroreCorrente(), "-",
-                 " in ORVE_MAILSERVER:CLSFW_MAILSERVER - GetSMTPErrorDescription");
-    return {};
-  }
+std::string GetSMTPErrorDescription(const Oggetti& oggetti, std::int16_t codice) {
+  std::string descrizione;
+  SegnalaErrori(PerMessaggio(oggetti, "-", " in ORVE_MAILSERVER:CLSFW_MAILSERVER - GetSMTPErrorDescription"),
+                [&] {
+                  if (codice < 0 || static_cast<std::size_t>(codice) >= kErroriSmtp.size()) return;
+                  descrizione = kErroriSmtp[static_cast<std::size_t>(codice)];
+                });
+  return descrizione;
 }
 
 }  // namespace orve

@@ -5,9 +5,23 @@
 // splits the sender text at its double quotes. Change their shape only together with both.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
+#include "channels/register_lines.h"
+#include "host/variant.h"
+#include "service/account.h"
+#include "service/contesto.h"
+#include "service/esito.h"
+#include "service/impostazioni.h"
+#include "service/messaggio.h"
+#include "service/oggetti.h"
+
 namespace orve {
+
+/// A failure is reported by mode.
+void SendWithSmtp(Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
+                  Contesto& contesto, Esito& esito, Oggetti& oggetti);
 
 /// The name between double quotes when a comma stands in it at the second character or later; otherwise as
 /// it is.
@@ -16,5 +30,14 @@ namespace orve {
 /// The name between double quotes, "<", the address, ">". A name of blanks only counts as none; the two
 /// double quotes stand there all the same.
 [[nodiscard]] std::string ComponiMittente(const std::string& nome, const std::string& indirizzo);
+
+/// Register lines and events for what the component answered; `mittente` is what the register is told of the
+/// way of sending. Nothing without a register.
+void RegistraEsitoSmtp(const Messaggio& messaggio, const Impostazioni& impostazioni, const Contesto& contesto,
+                       const Oggetti& oggetti, const host::Variant& risultato, const std::string& mittente,
+                       const RigheInvio& righe);
+
+/// The component's number in words; empty for a number that is none of its own.
+[[nodiscard]] std::string GetSMTPErrorDescription(const Oggetti& oggetti, std::int16_t codice);
 
 }  // namespace orve

@@ -1,11 +1,16 @@
 // The one place where a message is handed to the SMTP component. The order in which its members are set is
 // part of what the component is promised.
-#include <string>
+#include "channels/smtp_submission.h"
+
+#include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "channels/recipient_lists.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "content/html_body.h"
+#include "service/failures.h"
+#include "service/guards.h"
 #include "text/text.h"
 
 namespace orve {
@@ -30,77 +35,74 @@ void ImpostaMittente(host::ComponenteSmtp& componente, const std::string& mitten
   componente.FromAddr(Elemento(parti, 2));
 }
 
-void AggiungiDestinatari(host::ComponenteSmtp& componente, const std::string& elencoA,
-                         const std::string& elencoCC, const std::string& elencoCCn) {
-  componente.AddRecipientEx(elencoA, kSmtpA);
-  if (!elencoCC.empty()) componente.AddRecipientEx(elencoCC, kSmtpCC);
-  if (!elencoCCn.empty()) componente.AddRecipientEx(elencoCCn, kSmtpCCn);
+void AggiungiDestinatari(host::ComponenteSmtp& componente, const Sottomissione& messaggio) {
+  componente.AddRecipientEx(messaggio.elencoA, kSmtpA);
+  if (!messaggio.elencoCC.empty()) componente.AddRecipientEx(messaggio.elencoCC, kSmtpCC);
+  if (!messaggio.elencoCCn.empty()) componente.AddRecipientEx(messaggio.elencoCCn, kSmtpCCn);
 }
 
-}  // namespace
-
-host::Variant CLSFW_MAILSERVER::InviaMailConSSL(
-    const std::shared_ptr<host::ComponenteSmtp>& componente, const std::string& server, std::int16_t porta,
-    bool autenticazione, std::int16_t crypt, const std::string& /*utente*/, const std::string& /*password*/,
-    const std::string& mittente, const std::string& elencoA, const std::string& elencoCC,
-    const std::string& oggetto, const std::string& corpo, bool ricevuta, const std::string& elencoCCn) {
-  try {
-    auto& smtp = host::Richiesto(componente);
-    smtp.ClearRecipient();
-    if (!server.empty()) ImpostaServerSmtp(smtp, server, porta, autenticazione, crypt);
-    ImpostaMittente(smtp, mittente);
-    if (vNotifyDelivery) smtp.DeliveryNotification(kNotificaDiConsegna);
-    AggiungiDestinatari(smtp, elencoA, elencoCC, elencoCCn);
-    smtp.Subject(oggetto);
-    ImpostaCorpoSmtp(smtp, corpo);
-    if (ricevuta) smtp.AddHeader("Disposition-Notification-To", smtp.FromAddr());
-    smtp.SendMail();
-    return smtp.GetLastError();
-  } catch (...) {
-    MostraMessaggio(host::ErroreCorrente().Descrizione(), host::kAvviso, "ORVE_MAIL: InviaMailConSSL",
-                    nullptr);
-    return {};
+void ImpostaServerSmtp(host::ComponenteSmtp& componente, const Account& account) {
+  componente.ServerAddr(account.SmtpServer);
+  if (account.SmtpAuth != 0) {
+    componente.UserName(account.SmtpUtente);
+    componente.Password(account.SmtpPassword);
   }
+  componente.ServerPort(account.SmtpPorta);
+  componente.ConnectType(account.SmtpCrypt >= 1 ? 1 : 0);
 }
 
-// The credentials are those of the account that the service holds.
-void CLSFW_MAILSERVER::ImpostaServerSmtp(host::ComponenteSmtp& componente, const std::string& server,
-                                         std::int16_t porta, bool autenticazione, std::int16_t crypt) {
-  componente.ServerAddr(server);
-  if (autenticazione) {
-    componente.UserName(SmtpUtente);
-    componente.Password(SmtpPassword);
-  }
-  componente.ServerPort(porta);
-  componente.ConnectType(crypt >= 1 ? 1 : 0);
-}
-
-void CLSFW_MAILSERVER::ImpostaCorpoSmtp(host::ComponenteSmtp& componente, const std::string& corpo) {
-  const bool html = EsisteParamHTMLFW95();
-  if (!html || !ActiveInterface) {
+void ImpostaCorpoSmtp(host::ComponenteSmtp& componente, const Contesto& contesto, const Oggetti& oggetti,
+                      const std::string& corpo) {
+  const bool html = EsisteParamHTMLFW95(contesto, oggetti);
+  if (!html || !oggetti.ActiveInterface) {
     componente.BodyText(corpo);
     return;
   }
-  const std::string documento = CorpoHTMLConFirma(corpo);
+  const std::string documento = CorpoHTMLConFirma(contesto, oggetti, corpo);
   componente.BodyFormat(kCorpoSmtpHTML);
   componente.BodyText(documento);
 }
 
-// The message goes out without the file that could not be attached and without those behind it.
-std::string CLSFW_MAILSERVER::AddAdditionalAttachmentSMTP(
-    const std::shared_ptr<host::ComponenteSmtp>& componente) {
+}  // namespace
+
+host::Variant InviaMailConSSL(const Account& account, const Contesto& contesto, const Oggetti& oggetti,
+                              const std::shared_ptr<host::ComponenteSmtp>& componente,
+                              const Sottomissione& messaggio) {
+  host::Variant risultato;
+  const auto segnala = [&oggetti](const host::Errore& errore) {
+    MostraMessaggio(oggetti, errore.Descrizione(), host::kAvviso, "ORVE_MAIL: InviaMailConSSL");
+  };
+  SegnalaErrori(segnala, [&] {
+    auto& smtp = host::Richiesto(componente);
+    smtp.ClearRecipient();
+    if (account.Caricato()) ImpostaServerSmtp(smtp, account);
+    ImpostaMittente(smtp, messaggio.mittente);
+    if (account.vNotifyDelivery) smtp.DeliveryNotification(kNotificaDiConsegna);
+    AggiungiDestinatari(smtp, messaggio);
+    smtp.Subject(messaggio.oggetto);
+    ImpostaCorpoSmtp(smtp, contesto, oggetti, messaggio.corpo);
+    if (messaggio.ricevuta) smtp.AddHeader("Disposition-Notification-To", smtp.FromAddr());
+    smtp.SendMail();
+    risultato = smtp.GetLastError();
+  });
+  return risultato;
+}
+
+std::string AddAdditionalAttachmentSMTP(const Messaggio& messaggio, const Oggetti& oggetti,
+                                        const std::shared_ptr<host::ComponenteSmtp>& componente) {
   std::string elenco;
-  try {
-    if (vElencoAllegati.IsEmpty()) return elenco;
-    for (const auto& allegato : vElencoAllegati.ToArray()) {
+  const auto segnala = [&oggetti](const host::Errore& errore) {
+    MostraMessaggio(oggetti, errore.Descrizione(), host::kAvviso,
+                    "ORVE_MAIL:CLSFW_MAILSERVER: AddAdditionalAttachmentSMTP");
+  };
+  SegnalaErrori(segnala, [&] {
+    if (messaggio.vElencoAllegati.IsEmpty()) return;
+    for (const auto& allegato : messaggio.vElencoAllegati.ToArray()) {
       const std::string percorso = allegato.ToText();
       host::Richiesto(componente).AddAttachment(percorso);
       AccodaPercorso(elenco, percorso);
     }
-  } catch (...) {
-    MostraMessaggio(host::ErroreCorrente().Descrizione(), host::kAvviso,
-                    "ORVE_MAIL:CLSFW_MAILSERVER: AddAdditionalAttachmentSMTP", nullptr);
-  }
+  });
   return elenco;
 }
 

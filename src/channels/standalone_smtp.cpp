@@ -1,17 +1,22 @@
-// Mailing something without the send procedure, the dialogs or the choice of a channel: always through the
-// SMTP component, always with the default account of the user.
-//
 // It is close to the SMTP channel but not the same: entries are not quoted and end in ";", a box that nobody
 // knows receives nothing, and the records show the fields of the service, not the message that left.
 //
 // Callers are told of errors by message; one that cannot be shown is no error of theirs either.
-#include <string>
+#include "channels/standalone_smtp.h"
 
+#include <cstdint>
+#include <memory>
+
+#include "addressing/accounts.h"
+#include "addressing/address_list.h"
 #include "channels/recipient_lists.h"
 #include "channels/register_lines.h"
 #include "channels/smtp_channel.h"
-#include "service/CLSFW_MAILSERVER.h"
-#include "service/ignora_errori.h"
+#include "channels/smtp_submission.h"
+#include "content/body_templates.h"
+#include "service/before_send.h"
+#include "service/failures.h"
+#include "service/guards.h"
 
 namespace orve {
 
@@ -33,77 +38,84 @@ std::string* ElencoDi(ElenchiDestinatari& elenchi, std::int16_t casella) {
   }
 }
 
-}  // namespace
-
-bool CLSFW_MAILSERVER::AddDestinatario(const std::string& indMail, const std::string& descrDest) {
-  try {
-    if (!vCollDestinatari) vCollDestinatari = std::make_shared<CollDestinatari>(ambiente_);
-    vCollDestinatari->Add(indMail, descrDest);
-  } catch (...) {
-    IgnoraErrori(
-        [this] { MostraMessaggio(host::ErroreCorrente().Descrizione(), host::kAvviso, kTitolo, nullptr); });
-  }
-  return false;  // also on success: callers have never been told anything else
-}
-
-// The texts by value: a caller may hand over the service's own fields, which the event changes on the way.
-// They have other names than in the interface, where a field has them.
-// NOLINTNEXTLINE(performance-unnecessary-value-param,readability-inconsistent-declaration-parameter-name)
-bool CLSFW_MAILSERVER::InviaMailSMTP(std::string oggetto, std::string corpo, const bool* /*prioritaAlta*/,
-                                     const bool* /*mailNotifica*/) {
-  try {
-    ConsegnaDaSola(oggetto, corpo);
-    return true;
-  } catch (...) {
-    IgnoraErrori([this] {
-      const host::Errore errore = host::ErroreCorrente();
-      if (silentMode) {
-        errDescription = errore.Descrizione() + " in ORVE_MAIL: InviaMailSMTP";
-        errNumber = std::to_string(errore.Numero());
-      } else {
-        MostraMessaggio(errore.Descrizione(), host::kAvviso, kTitolo, nullptr);
-      }
-    });
-    return false;
-  }
-}
-
-void CLSFW_MAILSERVER::ConsegnaDaSola(const std::string& oggetto, const std::string& corpo) {
-  destinatariA_.clear();
-  destinatariCC_.clear();
-  destinatariCCn_.clear();
-  // What the handler changes stands in the fields; subject and body of this call stay as they came.
-  GestioneEventoBeforeSendMail();
-  vDitta = infoRagSocCliFor_;
-  SmtpServer.clear();  // so that the account is loaded anew
-  CaricaAccountPredefinito();
-  ElenchiDestinatari elenchi;
-  ComponiElenchiDaSola(elenchi);
-  if (FlagBcc) elenchi.cc.append(vSenderAddress);
-  const std::string mittente = ComponiMittente(vSenderName, vSenderAddress);
-  const auto componente = ambiente_->CreaComponenteSmtp();
-  static_cast<void>(AddAdditionalAttachmentSMTP(componente));
-  const std::string testo = corpo.empty() ? GetCorpoMail() : CompilaTestoMail(corpo);
-  if (SmtpServer.empty()) return;
-  const host::Variant risultato =
-      InviaMailConSSL(componente, SmtpServer, SmtpPorta, SmtpAuth != 0, SmtpCrypt, SmtpUtente, SmtpPassword,
-                      mittente, elenchi.a, elenchi.cc, oggetto, testo, ReadReceipt, elenchi.ccn);
-  RegistraEsitoSmtp(risultato, vSenderAddress, {" <", vMailAttachment, oggetto});
-}
-
-void CLSFW_MAILSERVER::ComponiElenchiDaSola(ElenchiDestinatari& elenchi) {
-  vNome.clear();
-  vIndDestinatario.clear();
-  for (const auto& destinatario : host::Richiesto(vCollDestinatari)) {
+void ComponiElenchiDaSola(Messaggio& messaggio, ElenchiDestinatari& elenchi) {
+  messaggio.vNome.clear();
+  messaggio.vIndDestinatario.clear();
+  for (const auto& destinatario : host::Richiesto(messaggio.vCollDestinatari)) {
     std::string* const elenco = ElencoDi(elenchi, destinatario->Casella());
     if (elenco == nullptr) continue;
-    AccodaConVirgola(vNome, destinatario->Nome());
-    AccodaVoce(*elenco, destinatario->Nome(), destinatario->Indirizzo());
+    AccodaConVirgola(messaggio.vNome, destinatario->Nome());
+    AccodaVoce(*elenco, destinatario->Nome(), destinatario->Indirizzo(), kAperturaConBianco);
     elenco->append(";");
-    AccodaConVirgola(vIndDestinatario, destinatario->Indirizzo());
+    AccodaConVirgola(messaggio.vIndDestinatario, destinatario->Indirizzo());
   }
-  TogliUltimaVirgola(vNome);
-  TogliUltimaVirgola(vIndDestinatario);
+  TogliUltimaVirgola(messaggio.vNome);
+  TogliUltimaVirgola(messaggio.vIndDestinatario);
+}
+
+void ConsegnaDaSola(Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
+                    Contesto& contesto, Oggetti& oggetti, const std::string& oggetto,
+                    const std::string& corpo) {
+  messaggio.DestinatariA.clear();
+  messaggio.DestinatariCC.clear();
+  messaggio.DestinatariCCn.clear();
+  // What the handler changes stands in the fields; subject and body of this call stay as they came.
+  GestioneEventoBeforeSendMail(messaggio, impostazioni, contesto, oggetti);
+  messaggio.vDitta = messaggio.INFO_RagSocCliFor;
+  account.SmtpServer.clear();  // so that the account is loaded anew
+  CaricaAccountPredefinito(messaggio, account, contesto, oggetti);
+  ElenchiDestinatari elenchi;
+  ComponiElenchiDaSola(messaggio, elenchi);
+  if (impostazioni.FlagBcc) elenchi.cc.append(account.vSenderAddress);
+  const std::string mittente = ComponiMittente(account.vSenderName, account.vSenderAddress);
+  const auto componente = oggetti.ambiente->CreaComponenteSmtp();
+  static_cast<void>(AddAdditionalAttachmentSMTP(messaggio, oggetti, componente));
+  const std::string testo = corpo.empty() ? GetCorpoMail(messaggio, impostazioni, contesto, oggetti)
+                                          : CompilaTestoMail(messaggio, contesto, oggetti, corpo);
+  if (!account.Caricato()) return;
+  const host::Variant risultato =
+      InviaMailConSSL(account, contesto, oggetti, componente,
+                      {mittente, elenchi.a, elenchi.cc, elenchi.ccn, oggetto, testo, account.ReadReceipt});
+  RegistraEsitoSmtp(messaggio, impostazioni, contesto, oggetti, risultato, account.vSenderAddress,
+                    {kAperturaConBianco, messaggio.vMailAttachment, oggetto});
+}
+
+}  // namespace
+
+void AddDestinatario(Messaggio& messaggio, const Oggetti& oggetti, const std::string& indMail,
+                     const std::string& descrDest) {
+  const auto segnala = [&oggetti](const host::Errore& errore) {
+    MostraMessaggio(oggetti, errore.Descrizione(), host::kAvviso, kTitolo);
+  };
+  IgnoraErrori([&] {
+    SegnalaErrori(segnala, [&] {
+      if (!messaggio.vCollDestinatari) {
+        messaggio.vCollDestinatari = std::make_shared<CollDestinatari>(oggetti.ambiente);
+      }
+      messaggio.vCollDestinatari->Add(indMail, descrDest);
+    });
+  });
+}
+
+bool InviaMailSMTP(Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
+                   Contesto& contesto, Esito& esito, Oggetti& oggetti, const std::string& oggetto,
+                   const std::string& corpo) {
+  bool finito = false;
+  const auto segnala = [&](const host::Errore& errore) {
+    if (impostazioni.silentMode) {
+      esito.errDescription = errore.Descrizione() + " in ORVE_MAIL: InviaMailSMTP";
+      esito.errNumber = std::to_string(errore.Numero());
+    } else {
+      MostraMessaggio(oggetti, errore.Descrizione(), host::kAvviso, kTitolo);
+    }
+  };
+  IgnoraErrori([&] {
+    SegnalaErrori(segnala, [&] {
+      ConsegnaDaSola(messaggio, impostazioni, account, contesto, oggetti, oggetto, corpo);
+      finito = true;
+    });
+  });
+  return finito;
 }
 
 }  // namespace orve

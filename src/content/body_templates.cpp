@@ -1,16 +1,12 @@
-// Which body a message carries, and the placeholders in it.
-//
 // The standard body is a legal notice: it goes out to the character, doubled blanks and typographic signs
 // included. Placeholders are replaced one after another over the growing text, so that a value which holds a
 // later placeholder is filled in turn.
 #include "content/body_templates.h"
 
-#include <string>
-#include <string_view>
 #include <utility>
 
-#include "service/CLSFW_MAILSERVER.h"
-#include "service/ignora_errori.h"
+#include "addressing/user_context.h"
+#include "service/guards.h"
 #include "text/text.h"
 
 namespace orve {
@@ -49,38 +45,43 @@ std::string_view CorpoStandard() {
   return kCorpoStandard;
 }
 
-std::string CLSFW_MAILSERVER::GetCorpoMail() {
-  return vFlagCorpo != 0 ? CompilaTestoMail(vCorpoMail) : GetCorpoStandard();
+std::string GetCorpoMail(const Messaggio& messaggio, const Impostazioni& impostazioni, Contesto& contesto,
+                         const Oggetti& oggetti) {
+  return messaggio.vFlagCorpo != 0 ? CompilaTestoMail(messaggio, contesto, oggetti, messaggio.vCorpoMail)
+                                   : GetCorpoStandard(messaggio, impostazioni, contesto, oggetti);
 }
 
-// A body that cannot be filled goes out all the same: the notice with its placeholders, the standing message
-// empty.
-std::string CLSFW_MAILSERVER::GetCorpoStandard() {
+std::string GetCorpoStandard(const Messaggio& messaggio, const Impostazioni& impostazioni, Contesto& contesto,
+                             const Oggetti& oggetti) {
   std::string corpo;
-  if (!FlgMsgPers) corpo = kCorpoStandard;
-  IgnoraErrori([&] { corpo = CompilaTestoMail(FlgMsgPers ? MsgPers : corpo); });
+  if (!impostazioni.FlgMsgPers) corpo = kCorpoStandard;
+  IgnoraErrori([&] {
+    corpo = CompilaTestoMail(messaggio, contesto, oggetti,
+                             impostazioni.FlgMsgPers ? impostazioni.MsgPers : corpo);
+  });
   return corpo;
 }
 
-std::string CLSFW_MAILSERVER::CompilaTestoMail(const std::string& testo) {
+std::string CompilaTestoMail(const Messaggio& messaggio, Contesto& contesto, const Oggetti& oggetti,
+                             const std::string& testo) {
   std::string corpo = testo;
   const auto sostituisci = [&corpo](std::string_view segnaposto, const std::string& valore) {
     corpo = text::ReplaceIgnoreCase(std::move(corpo), segnaposto, valore);
   };
-  sostituisci("***(Nome)***", vNome);
-  sostituisci("***(Azienda)***", vDitta);
-  sostituisci("***(IndEmail)***", vIndDestinatario);
+  sostituisci("***(Nome)***", messaggio.vNome);
+  sostituisci("***(Azienda)***", messaggio.vDitta);
+  sostituisci("***(IndEmail)***", messaggio.vIndDestinatario);
   // These two also refresh the descriptions of group and user, which come next.
-  sostituisci("***(Gruppo)***", GetGruppoPreferito());
-  sostituisci("***(Utente)***", GetUtenteApplicazione());
-  sostituisci("***(DescGruppo)***", DescGruppoCorrente);
-  sostituisci("***(DescUtente)***", DescUtenteCorrente);
-  sostituisci("***(AziendaCorr)***", AziendaCorr);
-  sostituisci("***(AzCorrInd)***", AzCorrInd);
-  sostituisci("***(AzCorrCAP)***", AzCorrCAP);
-  sostituisci("***(AzCorrCitta)***", AzCorrCitta);
-  sostituisci("***(AzCorrProv)***", AzCorrProv);
-  sostituisci("***(AzCorrMail)***", AzCorrMail);
+  sostituisci("***(Gruppo)***", GetGruppoPreferito(contesto, oggetti));
+  sostituisci("***(Utente)***", GetUtenteApplicazione(contesto, oggetti));
+  sostituisci("***(DescGruppo)***", contesto.DescGruppoCorrente);
+  sostituisci("***(DescUtente)***", contesto.DescUtenteCorrente);
+  sostituisci("***(AziendaCorr)***", contesto.AziendaCorr);
+  sostituisci("***(AzCorrInd)***", contesto.AzCorrInd);
+  sostituisci("***(AzCorrCAP)***", contesto.AzCorrCAP);
+  sostituisci("***(AzCorrCitta)***", contesto.AzCorrCitta);
+  sostituisci("***(AzCorrProv)***", contesto.AzCorrProv);
+  sostituisci("***(AzCorrMail)***", contesto.AzCorrMail);
   return corpo;
 }
 

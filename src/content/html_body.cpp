@@ -2,11 +2,12 @@
 //
 // Only blanks are turned into entities; the rest of a body goes through as markup, on purpose. The signature
 // stands behind the closing tag of the document.
-#include <string>
-#include <string_view>
-#include <vector>
+#include "content/html_body.h"
 
-#include "service/CLSFW_MAILSERVER.h"
+#include <string_view>
+
+#include "service/failures.h"
+#include "service/guards.h"
 #include "text/text.h"
 
 namespace orve {
@@ -33,48 +34,43 @@ std::string DocumentoHTML(const std::string& testo, std::string_view font, std::
 
 }  // namespace
 
-bool CLSFW_MAILSERVER::EsisteParamHTMLFW95() {
-  try {
-    const auto risultato = host::Richiesto(ConnectionADO)
+bool EsisteParamHTMLFW95(const Contesto& contesto, const Oggetti& oggetti) {
+  bool esiste = false;
+  SegnalaErrori(PerMessaggio(oggetti, "-", " in CLSFW_MAILSERVER: EsisteParamHTMLFW95"), [&] {
+    const auto risultato = host::Richiesto(contesto.ConnectionADO)
                                .Execute(
                                    " SELECT 1 FROM FW95_SETTINGS WITH (NOLOCK) "
                                    " WHERE FW95_CODICE = 'AIT_MAIL_HTML' AND FW95_VALORE = 1 ",
                                    host::kComandoTesto);
-    return !host::Richiesto(risultato).Eof();
-  } catch (...) {
-    MostraErrore(host::ErroreCorrente(), "-", " in CLSFW_MAILSERVER: EsisteParamHTMLFW95");
-    return false;
-  }
+    esiste = !host::Richiesto(risultato).Eof();
+  });
+  return esiste;
 }
 
-std::string CLSFW_MAILSERVER::TabellaFirmeFW95() {
-  try {
-    const auto risultato = host::Richiesto(ConnectionADO)
+std::string TabellaFirmeFW95(const Contesto& contesto, const Oggetti& oggetti) {
+  std::string tabella;
+  SegnalaErrori(PerMessaggio(oggetti, "-", " in CLSFW_MAILSERVER: TabellaFirmeFW95"), [&] {
+    const auto risultato = host::Richiesto(contesto.ConnectionADO)
                                .Execute(
                                    " SELECT FW95_VALORE FROM FW95_SETTINGS WITH (NOLOCK) "
                                    " WHERE FW95_CODICE = 'AIT_FIRME' ",
                                    host::kComandoTesto);
-    if (host::Richiesto(risultato).Eof()) return {};
-    return TestoSenzaBianchiInFondo(*risultato, "FW95_VALORE");
-  } catch (...) {
-    MostraErrore(host::ErroreCorrente(), "-", " in CLSFW_MAILSERVER: TabellaFirmeFW95");
-    return {};
-  }
+    if (host::Richiesto(risultato).Eof()) return;
+    tabella = TestoSenzaBianchiInFondo(*risultato, "FW95_VALORE");
+  });
+  return tabella;
 }
 
-// A mail without a signature is better than a message about it: what cannot be read is left out in silence.
-std::string CLSFW_MAILSERVER::GetFirmaUtente(const std::string& tabella, std::string& font,
-                                             std::int16_t& dimensione) const {
-  font.clear();
-  dimensione = 0;
-  std::string firma;
-  try {
-    auto& connessione = host::Richiesto(ConnectionADO);
+// A mail without a signature is better than a message about it: what was read so far counts.
+FirmaUtente GetFirmaUtente(const Contesto& contesto, const Oggetti& oggetti, const std::string& tabella) {
+  FirmaUtente firma;
+  IgnoraErrori([&] {
+    auto& connessione = host::Richiesto(contesto.ConnectionADO);
     const auto esiste = connessione.Execute(
         "SELECT TOP 1 1 FROM INFORMATION_SCHEMA.TABLES where TABLE_NAME = '" + tabella + "'",
         host::kComandoNonIndicato);
-    if (host::Richiesto(esiste).Eof()) return firma;
-    const auto applicazione = ApplicazioneDi(ActiveInterface);
+    if (host::Richiesto(esiste).Eof()) return;
+    const auto applicazione = ApplicazioneDi(oggetti.ActiveInterface);
     const auto utente = host::Richiesto(applicazione).UtenteCorrente();
     const std::int32_t id = host::Richiesto(utente).IdUtente();
     const auto riga = connessione.Execute(
@@ -82,37 +78,31 @@ std::string CLSFW_MAILSERVER::GetFirmaUtente(const std::string& tabella, std::st
         " FROM " +
             tabella + "\r\n WHERE IDUTENTE_FW07 = " + std::to_string(id) + "\r\n",
         host::kComandoTesto);
-    if (host::Richiesto(riga).Eof()) return firma;
-    firma = TestoSenzaBianchiInFondo(*riga, "FIRMA_HTML");
-    font = TestoSenzaBianchiInFondo(*riga, "FONT");
-    dimensione = host::Variant(TestoSenzaBianchiInFondo(*riga, "DIMENSIONE")).ToInt16();
-  } catch (...) {  // NOLINT(bugprone-empty-catch): what was read so far counts
-  }
+    if (host::Richiesto(riga).Eof()) return;
+    firma.testo = TestoSenzaBianchiInFondo(*riga, "FIRMA_HTML");
+    firma.font = TestoSenzaBianchiInFondo(*riga, "FONT");
+    firma.dimensione = host::Variant(TestoSenzaBianchiInFondo(*riga, "DIMENSIONE")).ToInt16();
+  });
   return firma;
 }
 
-std::string CLSFW_MAILSERVER::TestoInHTML(const std::string& testo, const std::string& font,
-                                          std::int32_t dimensione) {
-  try {
+std::string TestoInHTML(const Oggetti& oggetti, const std::string& testo, const std::string& font,
+                        std::int32_t dimensione) {
+  std::string html;
+  SegnalaErrori(PerMessaggio(oggetti, "-", " in CLSFW_MAILSERVER: TestoInHTML"), [&] {
     const std::string_view fontUsato = text::Trim(font).empty() ? kFontPredefinito : font;
     const bool senzaDimensione = (static_cast<std::uint32_t>(dimensione) & 0xFFFFU) == 0;
-    if (text::Trim(testo).empty()) return {};
-    return DocumentoHTML(text::Replace(testo, " ", "&nbsp;"), fontUsato,
+    if (text::Trim(testo).empty()) return;
+    html = DocumentoHTML(text::Replace(testo, " ", "&nbsp;"), fontUsato,
                          senzaDimensione ? kDimensionePredefinita : dimensione);
-  } catch (...) {
-    MostraErrore(host::ErroreCorrente(), "-", " in CLSFW_MAILSERVER: TestoInHTML");
-    return {};
-  }
+  });
+  return html;
 }
 
-std::string CLSFW_MAILSERVER::CorpoHTMLConFirma(const std::string& corpo) {
-  const std::string tabella(text::TrimRight(TabellaFirmeFW95()));
-  std::string font;
-  std::int16_t dimensione = 0;
-  const std::string firma = GetFirmaUtente(tabella, font, dimensione);
-  std::string html = TestoInHTML(corpo, font, dimensione);
-  html.append(firma);
-  return html;
+std::string CorpoHTMLConFirma(const Contesto& contesto, const Oggetti& oggetti, const std::string& corpo) {
+  const std::string tabella(text::TrimRight(TabellaFirmeFW95(contesto, oggetti)));
+  const FirmaUtente firma = GetFirmaUtente(contesto, oggetti, tabella);
+  return TestoInHTML(oggetti, corpo, firma.font, firma.dimensione) + firma.testo;
 }
 
 }  // namespace orve

@@ -4,8 +4,9 @@
 #include <cstdint>
 #include <utility>
 
+#include "host/ambiente.h"
 #include "host/errore.h"
-#include "service/ignora_errori.h"
+#include "service/guards.h"
 
 namespace orve {
 

@@ -5,11 +5,14 @@
 #include <memory>
 #include <string>
 #include <string_view>
-
-#include "host/ambiente.h"
-#include "host/sistema.h"
+#include <utility>
 
 namespace orve {
+
+namespace host {
+class Ambiente;
+class GeneratoreGuid;
+}  // namespace host
 
 class TracciaIstanza {
  public:
@@ -19,6 +22,18 @@ class TracciaIstanza {
 
   /// The line at creation, "INI", and at destruction, "TER".
   void Inizio() noexcept;
+  /// The first line, and then the steps of the construction; when these fail the second line too, since the
+  /// destructor of an object that never came to be does not run.
+  template <class Passi>
+  void Inizio(Passi&& passi) {
+    Inizio();
+    try {
+      std::forward<Passi>(passi)();
+    } catch (...) {
+      Termine();
+      throw;
+    }
+  }
   void Termine() noexcept;
 
  private:

@@ -1,14 +1,12 @@
-// Telling the application's management-event system about each message sent and each refusal to send.
-//
 // Nothing here may ever cost a send anything: every statement runs with its error ignored, and an event that
 // cannot be registered is lost without a word.
 #include "content/management_events.h"
 
+#include <memory>
 #include <string>
-#include <string_view>
 
-#include "service/CLSFW_MAILSERVER.h"
-#include "service/ignora_errori.h"
+#include "addressing/user_context.h"
+#include "service/guards.h"
 #include "service/nvl.h"
 #include "text/text.h"
 
@@ -37,7 +35,7 @@ class Parametri {
     });
   }
   /// The same, for a value that stands inside a quoted statement.
-  void SePresenteFraApici(std::string_view apertura, const std::string& valore) {
+  void SePresenteFraApici(std::string_view apertura, std::string_view valore) {
     SePresente(apertura, text::Replace(valore, "'", "''"));
   }
   [[nodiscard]] const std::string& Testo() const { return testo_; }
@@ -51,29 +49,25 @@ class Parametri {
 
 }  // namespace
 
-void CLSFW_MAILSERVER::AttivaEventoGestionale(std::int32_t codice, const std::string& destinatario,
-                                              const std::string& azienda, const std::string& indirizzo,
-                                              const std::string& allegato, const std::string& esito,
-                                              const std::string& oggetto) {
+void AttivaEventoGestionale(const Contesto& contesto, const Oggetti& oggetti,
+                            const EventoGestionale& evento) {
   std::int32_t idUtente = 0;
-  IgnoraErrori([&] { idUtente = GetUserIDFromConnection().ToInt32(); });
+  IgnoraErrori([&] { idUtente = GetUserIDFromConnection(contesto).ToInt32(); });
   if (idUtente <= 0) return;
   IgnoraErrori([&] {
     std::string statement = "exec SPFW_AttivaEventoGestionale ";
-    statement.append(DittaCorrente.Joined()).append(", ").append(std::to_string(codice));
+    statement.append(contesto.DittaCorrente.Joined()).append(", ").append(std::to_string(evento.codice));
     statement.append(", ").append(std::to_string(idUtente)).append(", '");
-    statement.append(
-        ComponiParametriEvento(idUtente, codice, destinatario, azienda, indirizzo, allegato, esito, oggetto));
-    statement.append("' , 1");
-    (void)host::Richiesto(ConnectionADO).Execute(statement, host::kComandoTesto);
+    statement.append(ComponiParametriEvento(contesto, oggetti, idUtente, evento)).append("' , 1");
+    (void)host::Richiesto(contesto.ConnectionADO).Execute(statement, host::kComandoTesto);
   });
 }
 
-host::Variant CLSFW_MAILSERVER::GetUserIDFromConnection() const {
+host::Variant GetUserIDFromConnection(const Contesto& contesto) {
   host::Variant id = 0;
   std::shared_ptr<host::Command> comando;
   std::shared_ptr<host::Parameter> parametro;
-  IgnoraErrori([&] { comando = host::Richiesto(ConnectionADO).CreateCommand(); });
+  IgnoraErrori([&] { comando = host::Richiesto(contesto.ConnectionADO).CreateCommand(); });
   IgnoraErrori([&] { host::Richiesto(comando).CommandType(host::kProceduraMemorizzata); });
   IgnoraErrori([&] { host::Richiesto(comando).CommandText("SPFW_GetUserIDFromConnection"); });
   IgnoraErrori([&] {
@@ -88,27 +82,25 @@ host::Variant CLSFW_MAILSERVER::GetUserIDFromConnection() const {
   return id;
 }
 
-std::string CLSFW_MAILSERVER::ComponiParametriEvento(std::int32_t idUtente, std::int32_t codice,
-                                                     const std::string& destinatario,
-                                                     const std::string& azienda, const std::string& indirizzo,
-                                                     const std::string& allegato, const std::string& esito,
-                                                     const std::string& oggetto) {
-  if (codice != kEventoNonInviato && codice != kEventoInvio) return {};
+std::string ComponiParametriEvento(const Contesto& contesto, const Oggetti& oggetti, std::int32_t idUtente,
+                                   const EventoGestionale& evento) {
+  if (evento.codice != kEventoNonInviato && evento.codice != kEventoInvio) return {};
+  const auto orologio = [&]() -> host::Orologio& { return oggetti.ambiente->OrologioDiSistema(); };
   host::DataOra adesso;
-  IgnoraErrori([&] { adesso = ambiente_->OrologioDiSistema().Adesso(); });
+  IgnoraErrori([&] { adesso = orologio().Adesso(); });
   Parametri parametri;
   parametri.Sempre("<DATE_INS=", [&] { return host::TestoGiornoMeseAnno(adesso); });
-  parametri.Sempre("<TIME_INS=", [&] { return ambiente_->OrologioDiSistema().TestoOra(adesso); });
-  parametri.Sempre("<USR_COD=", [&] { return GetCodiceUtente(idUtente); });
-  parametri.Sempre("<GRP_COD=", [&] { return GetCodiceGruppo(idUtente); });
-  parametri.SePresenteFraApici("<MAIL_DEST=", destinatario);
-  parametri.SePresente("<AZ_COD=", DittaCorrente);
-  parametri.SePresenteFraApici("<AZ_DES=", azienda);
-  parametri.SePresenteFraApici("<MAIL_IND=", indirizzo);
+  parametri.Sempre("<TIME_INS=", [&] { return orologio().TestoOra(adesso); });
+  parametri.Sempre("<USR_COD=", [&] { return GetCodiceUtente(contesto, idUtente); });
+  parametri.Sempre("<GRP_COD=", [&] { return GetCodiceGruppo(contesto, idUtente); });
+  parametri.SePresenteFraApici("<MAIL_DEST=", evento.destinatario);
+  parametri.SePresente("<AZ_COD=", contesto.DittaCorrente);
+  parametri.SePresenteFraApici("<AZ_DES=", evento.azienda);
+  parametri.SePresenteFraApici("<MAIL_IND=", evento.indirizzo);
   // As it stands: a path with a quote breaks the statement, and the event is lost.
-  parametri.SePresente("<MAIL_PATH=", allegato);
-  parametri.SePresenteFraApici("<DESRES=", esito);
-  parametri.SePresenteFraApici("<MAIL_OBJ=", oggetto);
+  parametri.SePresente("<MAIL_PATH=", std::string(evento.allegato));
+  parametri.SePresenteFraApici("<DESRES=", evento.esito);
+  parametri.SePresenteFraApici("<MAIL_OBJ=", evento.oggetto);
   return parametri.Testo();
 }
 

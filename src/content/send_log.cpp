@@ -3,8 +3,7 @@
 #include <string_view>
 #include <utility>
 
-#include "service/CLSFW_MAILSERVER.h"
-#include "service/ignora_errori.h"
+#include "service/guards.h"
 #include "text/text.h"
 
 namespace orve {
@@ -40,6 +39,46 @@ std::string StatoEMetodo(std::int32_t stato, const std::string& metodo) {
   }
 }
 
+std::string ComponiRigaLog(const Messaggio& messaggio, host::Ambiente& ambiente, std::int32_t stato,
+                           const std::string& metodo) {
+  std::string riga;
+  const auto colonna = [&riga](const auto& testo) { IgnoraErrori([&] { riga.append(testo()); }); };
+  const auto separatore = [] { return kSeparatore; };
+  // Read again here: the day may have changed since the file was named.
+  const auto orologio = [&]() -> host::Orologio& { return ambiente.OrologioDiSistema(); };
+  host::DataOra adesso;
+  IgnoraErrori([&] { adesso = orologio().Adesso(); });
+
+  const std::string& chi = messaggio.vDitta.empty() ? messaggio.vNome : messaggio.vDitta;
+  colonna([&] { return FormattaCampoLog(chi.empty() ? "MANCANTE" : chi, kLarghezzaDestinatario); });
+  colonna(separatore);
+  colonna([&] { return StatoEMetodo(stato, metodo); });
+  colonna(separatore);
+  colonna([&] { return EstraiNomeFile(messaggio.vMailAttachment); });
+  colonna(separatore);
+  colonna([&] { return orologio().TestoData(adesso); });
+  colonna(separatore);
+  colonna([&] { return orologio().TestoOra(adesso); });
+  return riga;
+}
+
+void AccodaAlLog(const Messaggio& messaggio, Oggetti& oggetti, std::int32_t stato,
+                 const std::string& metodo) {
+  bool fileEsiste = false;
+  IgnoraErrori([&] { fileEsiste = host::Richiesto(oggetti.objFileSystem).FileExists(oggetti.PercorsoLog); });
+  IgnoraErrori([&] {
+    auto& fileSystem = host::Richiesto(oggetti.objFileSystem);
+    oggetti.objTextStream = fileSystem.OpenTextFile(oggetti.PercorsoLog, host::FileSystem::kAccoda, true,
+                                                    host::FileSystem::kSingoloByte);
+  });
+  const std::string riga = ComponiRigaLog(messaggio, *oggetti.ambiente, stato, metodo);
+  if (!fileEsiste) {
+    IgnoraErrori([&] { host::Richiesto(oggetti.objTextStream).WriteLine(std::string(kTestata)); });
+  }
+  IgnoraErrori([&] { host::Richiesto(oggetti.objTextStream).WriteLine(riga); });
+  IgnoraErrori([&] { host::Richiesto(oggetti.objTextStream).Close(); });
+}
+
 }  // namespace
 
 std::string FormattaCampoLog(const host::Variant& valore, std::int16_t larghezza) {
@@ -63,59 +102,24 @@ std::string EstraiNomeFile(const host::Variant& percorso) {
 }
 
 // Each statement by itself: a log that cannot be written costs the send nothing.
-void CLSFW_MAILSERVER::ScriviLogInvio(std::int32_t stato, const std::string& metodo) {
+void ScriviLogInvio(const Messaggio& messaggio, const Impostazioni& impostazioni, Oggetti& oggetti,
+                    std::int32_t stato, const std::string& metodo) {
   std::string nome;
-  IgnoraErrori([&] { objFileSystem = ambiente_->CreaFileSystem(); });
+  IgnoraErrori([&] { oggetti.objFileSystem = oggetti.ambiente->CreaFileSystem(); });
   IgnoraErrori([&] {
-    auto& orologio = ambiente_->OrologioDiSistema();
+    auto& orologio = oggetti.ambiente->OrologioDiSistema();
     nome = NomeFileLog(orologio.TestoData(orologio.Adesso()));
   });
-  IgnoraErrori([&] { CartellaLog = tempPath(); });
+  IgnoraErrori([&] { oggetti.CartellaLog = impostazioni.PathTemp; });
   bool cartellaEsiste = true;
-  IgnoraErrori([&] { cartellaEsiste = host::Richiesto(objFileSystem).FolderExists(CartellaLog); });
+  IgnoraErrori(
+      [&] { cartellaEsiste = host::Richiesto(oggetti.objFileSystem).FolderExists(oggetti.CartellaLog); });
   if (cartellaEsiste) {
-    IgnoraErrori([&] { PercorsoLog = CartellaLog + "\\" + nome + ".log"; });
-    AccodaAlLog(stato, metodo);
+    IgnoraErrori([&] { oggetti.PercorsoLog = oggetti.CartellaLog + "\\" + nome + ".log"; });
+    AccodaAlLog(messaggio, oggetti, stato, metodo);
   }
-  objTextStream.reset();
-  objFileSystem.reset();
-}
-
-void CLSFW_MAILSERVER::AccodaAlLog(std::int32_t stato, const std::string& metodo) {
-  bool fileEsiste = false;
-  IgnoraErrori([&] { fileEsiste = host::Richiesto(objFileSystem).FileExists(PercorsoLog); });
-  IgnoraErrori([&] {
-    auto& fileSystem = host::Richiesto(objFileSystem);
-    objTextStream =
-        fileSystem.OpenTextFile(PercorsoLog, host::FileSystem::kAccoda, true, host::FileSystem::kSingoloByte);
-  });
-  const std::string riga = ComponiRigaLog(stato, metodo);
-  if (!fileEsiste) {
-    IgnoraErrori([&] { host::Richiesto(objTextStream).WriteLine(std::string(kTestata)); });
-  }
-  IgnoraErrori([&] { host::Richiesto(objTextStream).WriteLine(riga); });
-  IgnoraErrori([&] { host::Richiesto(objTextStream).Close(); });
-}
-
-std::string CLSFW_MAILSERVER::ComponiRigaLog(std::int32_t stato, const std::string& metodo) {
-  std::string riga;
-  const auto colonna = [&riga](const auto& testo) { IgnoraErrori([&] { riga.append(testo()); }); };
-  const auto separatore = [] { return kSeparatore; };
-  // Read again here: the day may have changed since the file was named.
-  host::DataOra adesso;
-  IgnoraErrori([&] { adesso = ambiente_->OrologioDiSistema().Adesso(); });
-
-  const std::string& chi = vDitta.empty() ? vNome : vDitta;
-  colonna([&] { return FormattaCampoLog(chi.empty() ? "MANCANTE" : chi, kLarghezzaDestinatario); });
-  colonna(separatore);
-  colonna([&] { return StatoEMetodo(stato, metodo); });
-  colonna(separatore);
-  colonna([&] { return EstraiNomeFile(vMailAttachment); });
-  colonna(separatore);
-  colonna([&] { return ambiente_->OrologioDiSistema().TestoData(adesso); });
-  colonna(separatore);
-  colonna([&] { return ambiente_->OrologioDiSistema().TestoOra(adesso); });
-  return riga;
+  oggetti.objTextStream.reset();
+  oggetti.objFileSystem.reset();
 }
 
 }  // namespace orve

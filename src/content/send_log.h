@@ -8,8 +8,16 @@
 #include <string>
 
 #include "host/variant.h"
+#include "service/impostazioni.h"
+#include "service/messaggio.h"
+#include "service/oggetti.h"
 
 namespace orve {
+
+/// Appends a line to the log of the day in the temporary directory: status 0 no error, 1 address missing, 2
+/// failed in the procedure `metodo`. Never fails, and writes nothing where the directory is missing.
+void ScriviLogInvio(const Messaggio& messaggio, const Impostazioni& impostazioni, Oggetti& oggetti,
+                    std::int32_t stato, const std::string& metodo);
 
 /// The value, trimmed on both sides, in exactly `larghezza` characters: blanks behind it, or cut. Empty for a
 /// null or empty value, for one that has no text form, and for a width below 0. Never fails.

@@ -2,16 +2,17 @@
 //
 // Values are joined unescaped: a text with a quote breaks its statement, and the failure takes the way of the
 // procedure that runs it. Whoever changes that changes what every look-up sends to the database.
+#include "content/sql_values.h"
+
 #include <string>
 #include <type_traits>
 
-#include "service/CLSFW_MAILSERVER.h"
+#include "service/failures.h"
+#include "service/guards.h"
 
 namespace orve {
 
 namespace {
-
-enum TipoValore : std::int32_t { kTesto = 0, kDecimale = 1, kNumero = 2, kData = 3 };
 
 std::string TraApici(const std::string& testo) {
   return "'" + testo + "'";
@@ -32,55 +33,56 @@ std::string TestoPerFormatoData(const host::Variant& valore, host::Orologio& oro
   });
 }
 
-}  // namespace
-
-host::Variant CLSFW_MAILSERVER::FormatoDB(const host::Variant& valore, std::int32_t tipo, bool ammetteNull) {
-  try {
-    const std::string testo = valore.Joined();
-    return testo.empty() ? FormatoDBAssente(tipo, ammetteNull) : FormatoDBPresente(valore, tipo);
-  } catch (...) {
-    MostraErrore(host::ErroreCorrente(), "-", " in CLSFW_MAILSERVER: FormatoDB");
-    return {};
-  }
-}
-
-host::Variant CLSFW_MAILSERVER::FormatoDBAssente(std::int32_t tipo, bool ammetteNull) {
+host::Variant FormatoDBAssente(const Oggetti& oggetti, std::int32_t tipo, bool ammetteNull) {
   if (ammetteNull) return "null";
   switch (tipo) {
-    case kTesto:
+    case kValoreTesto:
       return "''";
-    case kDecimale:
-    case kNumero:
+    case kValoreDecimale:
+    case kValoreNumero:
       MostraMessaggio(
-          "Si sta tentando di assegnare il valore (numerico) null a un campo che non ammette null.",
-          host::kSemplice, "", nullptr);
+          oggetti, "Si sta tentando di assegnare il valore (numerico) null a un campo che non ammette null.",
+          host::kSemplice, "");
       return {};
-    case kData:
-      MostraMessaggio("Si sta tentando di assegnare il valore (data) null a un campo che non ammette null.",
-                      host::kSemplice, "", nullptr);
+    case kValoreData:
+      MostraMessaggio(oggetti,
+                      "Si sta tentando di assegnare il valore (data) null a un campo che non ammette null.",
+                      host::kSemplice, "");
       return {};
     default:
       return {};
   }
 }
 
-host::Variant CLSFW_MAILSERVER::FormatoDBPresente(const host::Variant& valore, std::int32_t tipo) {
+host::Variant FormatoDBPresente(const Oggetti& oggetti, const host::Variant& valore, std::int32_t tipo) {
   switch (tipo) {
-    case kTesto:
+    case kValoreTesto:
       return TraApici(valore.ToText());
-    case kDecimale:
+    case kValoreDecimale:
       return valore.ToDecimale();
-    case kNumero:
-      return host::Richiesto(ObjFormatoNumero).NumeroDB(valore);
-    case kData: {
-      auto& formato = host::Richiesto(ObjFormatoData);
-      formato.Data(TestoPerFormatoData(valore, ambiente_->OrologioDiSistema()));
+    case kValoreNumero:
+      return host::Richiesto(oggetti.ObjFormatoNumero).NumeroDB(valore);
+    case kValoreData: {
+      auto& formato = host::Richiesto(oggetti.ObjFormatoData);
+      formato.Data(TestoPerFormatoData(valore, oggetti.ambiente->OrologioDiSistema()));
       if (formato.Stato() != 0) return {};
       return TraApici(formato.DataDB());
     }
     default:
       return {};
   }
+}
+
+}  // namespace
+
+host::Variant FormatoDB(const Oggetti& oggetti, const host::Variant& valore, std::int32_t tipo,
+                        bool ammetteNull) {
+  host::Variant forma;
+  SegnalaErrori(PerMessaggio(oggetti, "-", " in CLSFW_MAILSERVER: FormatoDB"), [&] {
+    forma = valore.Joined().empty() ? FormatoDBAssente(oggetti, tipo, ammetteNull)
+                                    : FormatoDBPresente(oggetti, valore, tipo);
+  });
+  return forma;
 }
 
 }  // namespace orve

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -34,6 +35,8 @@ class FRMFW_MAILPARAMS {
 
   /// The service that opened the window; it outlives the window.
   CLSFW_MAILSERVER* Parent = nullptr;
+  /// Lists the service's accounts of the kind chosen in a window; absent: none are listed.
+  std::function<void(host::Form&)> CaricaAccount;
   std::shared_ptr<host::InterfacciaHost> ActiveInterface;
   bool IsValoriValidi = false;
 

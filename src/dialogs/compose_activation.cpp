@@ -4,13 +4,14 @@
 #include <cstdlib>
 #include <utility>
 
+#include "channels/channel_traits.h"
 #include "content/body_templates.h"
 #include "dialogs/FRMRW_OPZMAIL.h"
 #include "dialogs/layouts.h"
 #include "dialogs/listener.h"
 #include "service/CLSFW_MAILSERVER.h"
 #include "service/failures.h"
-#include "service/ignora_errori.h"
+#include "service/guards.h"
 #include "text/text.h"
 
 namespace orve {
@@ -19,15 +20,11 @@ using host::Richiesto;
 
 FRMRW_OPZMAIL::FRMRW_OPZMAIL(std::shared_ptr<host::Ambiente> ambiente)
     : ambiente_(std::move(ambiente)), traccia_(ambiente_, "FRMRW_OPZMAIL") {
-  traccia_.Inizio();
-  try {
+  traccia_.Inizio([this] {
     finestra_ = ambiente_->CreaForm(LayoutOpzMail());
     PrendiControlli();
     CollegaEventi();
-  } catch (...) {
-    traccia_.Termine();  // the destructor of an object that never came to be does not run
-    throw;
-  }
+  });
 }
 
 FRMRW_OPZMAIL::~FRMRW_OPZMAIL() {
@@ -127,7 +124,7 @@ void FRMRW_OPZMAIL::PrimaAttivazione() {
   // The change to "0" loads the standard body, the change to "1" leaves it open for editing.
   if (servizio.vFlagCorpo == 0) CHK_CORPO->Text("0");
   CHK_CORPO->Text("1");
-  if (!CanaleSmtp(servizio.SrvMailInstallato)) {
+  if (!HaAccount(servizio.SrvMailInstallato)) {
     CHK_RICEVUTA->Text(servizio.ReadReceipt ? "1" : "0");
     CHK_RICEVUTA->Enabled(!servizio.vDisableNotifyRead);
   }

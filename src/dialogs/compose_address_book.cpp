@@ -2,7 +2,7 @@
 // the box of the button.
 #include "dialogs/FRMRW_OPZMAIL.h"
 #include "service/CLSFW_MAILSERVER.h"
-#include "service/ignora_errori.h"
+#include "service/guards.h"
 
 namespace orve {
 

@@ -5,7 +5,7 @@
 
 #include "dialogs/FRMRW_OPZMAIL.h"
 #include "dialogs/attachment_paths.h"
-#include "service/ignora_errori.h"
+#include "service/guards.h"
 #include "text/text.h"
 
 namespace orve {

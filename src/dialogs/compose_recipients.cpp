@@ -4,11 +4,13 @@
 #include <optional>
 #include <utility>
 
+#include "addressing/address_list.h"
 #include "addressing/known_companies.h"
+#include "channels/channel_traits.h"
 #include "dialogs/FRMRW_OPZMAIL.h"
 #include "dialogs/address_entries.h"
 #include "service/CLSFW_MAILSERVER.h"
-#include "service/ignora_errori.h"
+#include "service/guards.h"
 #include "text/text.h"
 
 namespace orve {
@@ -17,20 +19,14 @@ namespace {
 
 using host::Richiesto;
 
-std::string Voce(std::string_view nome, std::string_view indirizzo) {
-  std::string voce(nome);
-  return voce.append("<").append(indirizzo).append(">");
-}
-
 // Every address with the same name; parts without an address are left out. A single address goes in even when
 // it is empty.
 std::string Voci(std::string_view nome, std::string_view indirizzi) {
-  if (indirizzi.find(';') == std::string_view::npos) return Voce(nome, indirizzi);
+  if (indirizzi.find(';') == std::string_view::npos) return VoceElenco(nome, indirizzi);
   std::string voci;
   for (const auto parte : text::Split(indirizzi, ';')) {
     if (parte.empty()) continue;
-    if (!voci.empty()) voci.append(";");
-    voci.append(Voce(nome, parte));
+    AccodaVoceSeparata(voci, nome, parte);
   }
   return voci;
 }
@@ -107,7 +103,7 @@ void FRMRW_OPZMAIL::cmd_Invia_Click() {
 }
 
 bool FRMRW_OPZMAIL::MancaLAccount() const {
-  return Parent == nullptr || (CanaleSmtp(Parent->SrvMailInstallato) && !Parent->vMittente);
+  return Parent == nullptr || (HaAccount(Parent->SrvMailInstallato) && !Parent->vMittente);
 }
 
 bool FRMRW_OPZMAIL::IndirizziRegolari() {

@@ -1,13 +1,14 @@
 // The steps of the parameters window.
 #include <utility>
 
+#include "channels/channel_traits.h"
 #include "dialogs/FRMFW_MAILPARAMS.h"
 #include "dialogs/attachment_paths.h"
 #include "dialogs/layouts.h"
 #include "dialogs/listener.h"
 #include "service/CLSFW_MAILSERVER.h"
 #include "service/failures.h"
-#include "service/ignora_errori.h"
+#include "service/guards.h"
 #include "text/text.h"
 
 namespace orve {
@@ -16,15 +17,11 @@ using host::Richiesto;
 
 FRMFW_MAILPARAMS::FRMFW_MAILPARAMS(std::shared_ptr<host::Ambiente> ambiente)
     : ambiente_(std::move(ambiente)), traccia_(ambiente_, "FRMFW_MAILPARAMS") {
-  traccia_.Inizio();
-  try {
+  traccia_.Inizio([this] {
     finestra_ = ambiente_->CreaForm(LayoutMailParams());
     PrendiControlli();
     CollegaEventi();
-  } catch (...) {
-    traccia_.Termine();  // the destructor of an object that never came to be does not run
-    throw;
-  }
+  });
 }
 
 FRMFW_MAILPARAMS::~FRMFW_MAILPARAMS() {
@@ -88,7 +85,7 @@ void FRMFW_MAILPARAMS::SegnalaErroreConTitolo(std::string_view chiusura) {
 
 void FRMFW_MAILPARAMS::Load() {
   ObjMessaggiForm = ambiente_->CreaMessaggi();
-  if (CanaleSmtp(Servizio().SrvMailInstallato)) {
+  if (HaAccount(Servizio().SrvMailInstallato)) {
     OffriAccount();
   } else {
     NascondiAccount();
@@ -161,7 +158,7 @@ void FRMFW_MAILPARAMS::CMB_TIPO_Change(std::int16_t posizione) {
   const std::string tipo = CMB_TIPO->Text();
   if (tipo == "0") servizio.IsPec(false);
   if (tipo == "1") servizio.IsPec(true);
-  servizio.LoadAccountsPerUser(*finestra_);
+  if (CaricaAccount) CaricaAccount(*finestra_);
 }
 
 void FRMFW_MAILPARAMS::CMB_ACCOUNT_Change(std::int16_t posizione) {
@@ -190,7 +187,7 @@ void FRMFW_MAILPARAMS::KVL_ALLEGA_ButtonClick() try {
 
 void FRMFW_MAILPARAMS::CMD_OK_ButtonClick() {
   auto& servizio = Servizio();
-  if (CanaleSmtp(servizio.SrvMailInstallato)) tipo_ = host::Variant(CMB_TIPO->Text()).ToFloat();
+  if (HaAccount(servizio.SrvMailInstallato)) tipo_ = host::Variant(CMB_TIPO->Text()).ToFloat();
   PrendiRicevute();
   if (!PrendiAllegato()) return;
   // An unchanged body comes back empty: the caller gets one back only if the person wrote it.

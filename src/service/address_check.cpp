@@ -1,9 +1,6 @@
 #include "service/address_check.h"
 
 #include <cstddef>
-#include <string>
-
-#include "service/CLSFW_MAILSERVER.h"
 
 namespace orve {
 
@@ -64,10 +61,6 @@ bool ContieneIndirizzo(std::string_view testo) noexcept {
     if (EndsInLocalPart(testo.substr(0, at)) && StartsWithDomain(testo.substr(at + 1))) return true;
   }
   return false;
-}
-
-bool CLSFW_MAILSERVER::CheckRegularMailAddress(const std::string& MailAdd) {
-  return ContieneIndirizzo(MailAdd);
 }
 
 }  // namespace orve

@@ -1,9 +1,20 @@
-// Where the service and its windows meet.
+// Where the service and its two windows meet.
 #pragma once
 
 #include "host/controlli.h"
+#include "service/interno.h"
 
 namespace orve {
+
+class CLSFW_MAILSERVER;
+
+/// Shows the compose dialog and returns when the person has left it, or at once without an account. A failure
+/// is reported by mode. `servizio` is the face over `interno`.
+void ApriForm_OpzInvio(Interno& interno, CLSFW_MAILSERVER& servizio);
+
+/// Shows the parameters dialog and copies its answers, whether the person confirmed or not. An error ends it
+/// silently where it stands.
+void ReturnMailParameters(Interno& interno, CLSFW_MAILSERVER& servizio);
 
 /// Takes the sender controls out of a window with the compose window's controls, on channels that have no
 /// choice of sender, and closes the gap. Raises 438 when a control is missing, 6 when the frame lies too low

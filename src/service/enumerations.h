@@ -24,11 +24,6 @@ enum kvEnum_ServizioMail : std::int32_t {
   kvSMTPSSLMail = 77,  // the SMTP component, secure
 };
 
-/// The two channels on which the person has a sender account.
-[[nodiscard]] constexpr bool CanaleSmtp(kvEnum_ServizioMail canale) {
-  return canale == kvSMTPMail || canale == kvSMTPSSLMail;
-}
-
 /// What happens to a message whose addresses come from the master data.
 enum kvEnumModalitaInvio : std::int32_t {
   kvManuale = 0,             // the person edits it in the compose dialog

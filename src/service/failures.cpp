@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "service/CLSFW_MAILSERVER.h"
+#include "content/send_log.h"
 
 namespace orve {
 
@@ -25,23 +25,23 @@ std::string TestoErrore(const host::Errore& errore, std::string_view separatore,
   return testo.append(separatore).append(errore.Descrizione()).append(chiusura);
 }
 
-std::int32_t CLSFW_MAILSERVER::MostraMessaggio(const std::string& testo, std::int32_t stile,
-                                               const std::string& titolo,
-                                               const std::shared_ptr<host::Oggetto>& proprietario) {
-  return MostraMessaggioDi(ActiveInterface, ObjMessaggi, testo, stile, titolo, proprietario);
+std::int32_t MostraMessaggio(const Oggetti& oggetti, const std::string& testo, std::int32_t stile,
+                             const std::string& titolo) {
+  return MostraMessaggioDi(oggetti.ActiveInterface, oggetti.ObjMessaggi, testo, stile, titolo, nullptr);
 }
 
-void CLSFW_MAILSERVER::MostraErrore(const host::Errore& errore, std::string_view separatore,
-                                    std::string_view chiusura) {
-  MostraMessaggio(TestoErrore(errore, separatore, chiusura), host::kSemplice, "", nullptr);
+void MostraErrore(const Oggetti& oggetti, const host::Errore& errore, std::string_view separatore,
+                  std::string_view chiusura) {
+  MostraMessaggio(oggetti, TestoErrore(errore, separatore, chiusura), host::kSemplice, "");
 }
 
-void CLSFW_MAILSERVER::SegnalaPerModalita(const host::Errore& errore, const std::string& procedura,
-                                          std::string_view separatore, std::string_view chiusura) {
-  if (ModalitaInvio() != kvManuale) {
-    ScriviLogInvio(2, procedura);
+void SegnalaPerModalita(const Messaggio& messaggio, const Impostazioni& impostazioni, Oggetti& oggetti,
+                        const host::Errore& errore, const std::string& procedura, std::string_view separatore,
+                        std::string_view chiusura) {
+  if (impostazioni.ModalitaInvio() != kvManuale) {
+    ScriviLogInvio(messaggio, impostazioni, oggetti, 2, procedura);
   } else {
-    MostraErrore(errore, separatore, chiusura);
+    MostraErrore(oggetti, errore, separatore, chiusura);
   }
 }
 

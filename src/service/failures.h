@@ -9,6 +9,9 @@
 #include "host/errore.h"
 #include "host/interfaccia_host.h"
 #include "host/messaggi.h"
+#include "service/impostazioni.h"
+#include "service/messaggio.h"
+#include "service/oggetti.h"
 
 namespace orve {
 
@@ -20,8 +23,39 @@ std::int32_t MostraMessaggioDi(const std::shared_ptr<host::InterfacciaHost>& int
                                std::int32_t stile, const std::string& titolo,
                                const std::shared_ptr<host::Oggetto>& proprietario);
 
+/// The same with the service's own objects, without an owner.
+std::int32_t MostraMessaggio(const Oggetti& oggetti, const std::string& testo, std::int32_t stile,
+                             const std::string& titolo);
+
 /// Number, separator, description and closing text.
 [[nodiscard]] std::string TestoErrore(const host::Errore& errore, std::string_view separatore,
                                       std::string_view chiusura);
+
+/// That text as a message, style 0, without title.
+void MostraErrore(const Oggetti& oggetti, const host::Errore& errore, std::string_view separatore,
+                  std::string_view chiusura);
+
+/// The way in which most procedures of a send end on an error: unattended a line in the send log with status
+/// 2 and the procedure's name, with kvManuale the message above.
+void SegnalaPerModalita(const Messaggio& messaggio, const Impostazioni& impostazioni, Oggetti& oggetti,
+                        const host::Errore& errore, const std::string& procedura, std::string_view separatore,
+                        std::string_view chiusura);
+
+// The same for SegnalaErrori; the texts are literals.
+
+[[nodiscard]] inline auto PerMessaggio(const Oggetti& oggetti, std::string_view separatore,
+                                       std::string_view chiusura) {
+  return [&oggetti, separatore, chiusura](const host::Errore& errore) {
+    MostraErrore(oggetti, errore, separatore, chiusura);
+  };
+}
+
+[[nodiscard]] inline auto PerModalita(const Messaggio& messaggio, const Impostazioni& impostazioni,
+                                      Oggetti& oggetti, const char* procedura, std::string_view separatore,
+                                      std::string_view chiusura) {
+  return [&messaggio, &impostazioni, &oggetti, procedura, separatore, chiusura](const host::Errore& errore) {
+    SegnalaPerModalita(messaggio, impostazioni, oggetti, errore, procedura, separatore, chiusura);
+  };
+}
 
 }  // namespace orve

@@ -4,12 +4,27 @@
 //
 // Nothing of a send reaches the caller as an error: what fails while a failure is told ends at the two public
 // entries. Inside, it goes on to the procedure around.
+//
+// The procedure is the road of a whole send, so that it has the whole inside of the service.
+#include "service/send_procedure.h"
+
 #include <algorithm>
+#include <cstdint>
 #include <string>
 
+#include "addressing/accounts.h"
+#include "addressing/recipient_lookup.h"
+#include "channels/channel_traits.h"
+#include "channels/mapi32_channel.h"
+#include "channels/outlook_channel.h"
+#include "channels/simple_mapi_channel.h"
+#include "channels/smtp_channel.h"
 #include "content/management_events.h"
-#include "service/CLSFW_MAILSERVER.h"
-#include "service/ignora_errori.h"
+#include "service/address_check.h"
+#include "service/before_send.h"
+#include "service/dialog_bridge.h"
+#include "service/failures.h"
+#include "service/guards.h"
 #include "text/text.h"
 
 namespace orve {
@@ -18,152 +33,172 @@ namespace {
 
 constexpr const char* kIndirizzoNonValido = "L'elenco dei destinatari contiene un indirizzo non valido.";
 
-}  // namespace
-
-void CLSFW_MAILSERVER::AvviaProceduraInvio(const std::optional<host::Variant>& codice,
-                                           std::optional<kvTipologiaDestinatarioFAX> Tipo) try {
-  if (SrvMailInstallato == kvNoMail) {
-    StatoInvio = kvInvioNonImpostato;
-    DescrizioneInvio = "Invio mail disabilitato!";
-    RegistraRifiuto(std::nullopt, std::nullopt, std::nullopt, std::nullopt, "Invio mail disabilitato");
-    return;
-  }
-  if (SrvMailInstallato == kvSimpleMAPI) PreparaMessaggioSimpleMAPI();
-  if (vCollDestinatari && (vCollDestinatari->Count() > 0 || FlagInvioDiretto)) {
-    InviaACollezione();
-  } else {
-    InviaARicerca(codice, Tipo);
-  }
-} catch (...) {
-  IgnoraErrori([this] {
-    SegnalaPerModalita(host::ErroreCorrente(), "AvviaProceduraInvio", " ",
-                       " ORVE_MAILSERVER: CLSFW_MAILSERVER: AvviaProceduraInvio");
-  });
+void RegistraRifiuto(const Impostazioni& impostazioni, const Contesto& contesto, const Oggetti& oggetti,
+                     const RigaNonInviata& riga) {
+  const auto registro = oggetti.ObjRegistroInvio;
+  if (!registro) return;
+  registro->EsitoInvio(host::kNonInviato);
+  RegistraNonInviato(impostazioni, contesto, oggetti, *registro, riga);
 }
 
-void CLSFW_MAILSERVER::PreparaMessaggioSimpleMAPI() {
-  objMapiMessages = ambiente_->CreaMAPIMessages();
-  host::Richiesto(objMapiMessages).SessionID(MapiSessionID);
-  objMapiMessages->Compose();
-}
-
-// The caller has named the recipients: the message leaves at once, in every mode and without any check.
-void CLSFW_MAILSERVER::InviaACollezione() {
-  vDitta = infoRagSocCliFor_;
-  UsaMittenteScelto = true;
-  if (CanaleSmtp(SrvMailInstallato)) {
-    if (FlagInvioDiretto) {
-      CaricaAccountDaId();
-    } else {
-      CaricaAccountPredefinito();
-    }
-  }
-  const bool uniti = !FlagInvioDiretto && UnisciNomiEIndirizzi();
-  GestioneEventoBeforeSendMail();
-  if (uniti) {
-    vNome.clear();
-    vIndDestinatario.clear();
-  }
-  ConsegnaAlCanale();
-}
-
-// The addresses come from the master data, and the mode decides between refusal, sending and the dialog.
-void CLSFW_MAILSERVER::InviaARicerca(const std::optional<host::Variant>& codice,
-                                     std::optional<kvTipologiaDestinatarioFAX> tipo) {
-  if (codice) {
-    const bool senzaTipo = !tipo || *tipo == kvDestinatarioFaxAnagrafica;
-    static_cast<void>(
-        GetDatiDestinatario(*codice, senzaTipo ? std::nullopt : std::optional<std::int32_t>(*tipo)));
-  }
-  GestioneEventoBeforeSendMail();
-
-  if (ModalitaInvio() != kvManuale) {
-    if (host::Richiesto(vCollDestinatari).Count() > 0) {
-      if (IndirizziRegolari()) {
-        ConsegnaAlCanale();
-        return;
-      }
-      if (ModalitaInvio() == kvAutomatico) {
-        RegistraRifiuto(vNome, vDitta, "", vMailAttachment, kIndirizzoNonValido);
-        return;
-      }
-      MostraMessaggio(kIndirizzoNonValido, host::kInformazione, "Attenzione", nullptr);
-    } else if (ModalitaInvio() == kvAutomatico) {
-      RegistraRifiuto(vNome, vDitta, "", vMailAttachment, "Non inviato. Indirizzo mancante.");
-      return;
-    }
-  }
-  UsaMittenteScelto = true;
-  ApriForm_OpzInvio();
+void SollevaBeforeSendMail(Interno& interno) {
+  GestioneEventoBeforeSendMail(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti);
 }
 
 // Names and addresses joined for the placeholders of the body, of all recipients but those of the copies: a
 // box that nobody knows counts here. What the caller left in the two fields stands in front. As soon as
 // anything is joined to either of them both lose their last two characters; else both stay as they are. The
 // result says whether anything was joined.
-bool CLSFW_MAILSERVER::UnisciNomiEIndirizzi() {
+bool UnisciNomiEIndirizzi(Messaggio& messaggio) {
   bool uniti = false;
   const auto unisci = [&uniti](std::string& campo, const std::string& valore) {
     if (valore.empty()) return;
     campo.append(valore).append(", ");
     uniti = true;
   };
-  for (const auto& destinatario : *vCollDestinatari) {
+  for (const auto& destinatario : *messaggio.vCollDestinatari) {
     if (destinatario->Casella() == kvCasellaCC || destinatario->Casella() == kvCasellaCCn) continue;
-    unisci(vNome, destinatario->Nome());
-    unisci(vIndDestinatario, destinatario->Indirizzo());
+    unisci(messaggio.vNome, destinatario->Nome());
+    unisci(messaggio.vIndDestinatario, destinatario->Indirizzo());
   }
   if (uniti) {
-    vNome = text::WithoutLast(vNome, 2);
-    vIndDestinatario = text::WithoutLast(vIndDestinatario, 2);
+    messaggio.vNome = text::WithoutLast(messaggio.vNome, 2);
+    messaggio.vIndDestinatario = text::WithoutLast(messaggio.vIndDestinatario, 2);
   }
   return uniti;
 }
 
-bool CLSFW_MAILSERVER::IndirizziRegolari() {
-  return std::all_of(vCollDestinatari->begin(), vCollDestinatari->end(), [this](const auto& destinatario) {
-    return CheckRegularMailAddress(destinatario->Indirizzo());
+// The caller has named the recipients: the message leaves at once, in every mode and without any check.
+void InviaACollezione(Interno& interno) {
+  Messaggio& messaggio = interno.messaggio;
+  messaggio.vDitta = messaggio.INFO_RagSocCliFor;
+  interno.account.UsaMittenteScelto = true;
+  if (HaAccount(interno.impostazioni.SrvMailInstallato)) {
+    if (messaggio.FlagInvioDiretto) {
+      CaricaAccountDaId(interno.account, interno.contesto, interno.esito, interno.oggetti);
+    } else {
+      CaricaAccountPredefinito(messaggio, interno.account, interno.contesto, interno.oggetti);
+    }
+  }
+  const bool uniti = !messaggio.FlagInvioDiretto && UnisciNomiEIndirizzi(messaggio);
+  SollevaBeforeSendMail(interno);
+  if (uniti) {
+    messaggio.vNome.clear();
+    messaggio.vIndDestinatario.clear();
+  }
+  ConsegnaAlCanale(interno);
+}
+
+bool IndirizziRegolari(const CollDestinatari& destinatari) {
+  return std::all_of(destinatari.begin(), destinatari.end(),
+                     [](const auto& destinatario) { return ContieneIndirizzo(destinatario->Indirizzo()); });
+}
+
+// The addresses come from the master data, and the mode decides between refusal, sending and the dialog.
+void InviaARicerca(Interno& interno, CLSFW_MAILSERVER& servizio, const std::optional<host::Variant>& codice,
+                   std::optional<kvTipologiaDestinatarioFAX> tipo) {
+  Messaggio& messaggio = interno.messaggio;
+  const auto rifiuta = [&](const char* testo) {
+    RegistraRifiuto(interno.impostazioni, interno.contesto, interno.oggetti,
+                    {messaggio.vNome, messaggio.vDitta, "", messaggio.vMailAttachment, testo});
+  };
+  if (codice) {
+    const bool senzaTipo = !tipo || *tipo == kvDestinatarioFaxAnagrafica;
+    static_cast<void>(GetDatiDestinatario(messaggio, interno.contesto, interno.oggetti, *codice,
+                                          senzaTipo ? std::nullopt : std::optional<std::int32_t>(*tipo)));
+  }
+  SollevaBeforeSendMail(interno);
+
+  if (interno.impostazioni.ModalitaInvio() != kvManuale) {
+    if (host::Richiesto(messaggio.vCollDestinatari).Count() > 0) {
+      if (IndirizziRegolari(*messaggio.vCollDestinatari)) {
+        ConsegnaAlCanale(interno);
+        return;
+      }
+      if (interno.impostazioni.ModalitaInvio() == kvAutomatico) {
+        rifiuta(kIndirizzoNonValido);
+        return;
+      }
+      MostraMessaggio(interno.oggetti, kIndirizzoNonValido, host::kInformazione, "Attenzione");
+    } else if (interno.impostazioni.ModalitaInvio() == kvAutomatico) {
+      rifiuta("Non inviato. Indirizzo mancante.");
+      return;
+    }
+  }
+  interno.account.UsaMittenteScelto = true;
+  ApriForm_OpzInvio(interno, servizio);
+}
+
+}  // namespace
+
+void AvviaProceduraInvio(Interno& interno, CLSFW_MAILSERVER& servizio,
+                         const std::optional<host::Variant>& codice,
+                         std::optional<kvTipologiaDestinatarioFAX> Tipo) {
+  const auto segnala =
+      PerModalita(interno.messaggio, interno.impostazioni, interno.oggetti, "AvviaProceduraInvio", " ",
+                  " ORVE_MAILSERVER: CLSFW_MAILSERVER: AvviaProceduraInvio");
+  IgnoraErrori([&] {
+    SegnalaErrori(segnala, [&] {
+      const Messaggio& messaggio = interno.messaggio;
+      const kvEnum_ServizioMail& canale = interno.impostazioni.SrvMailInstallato;
+      if (canale == kvNoMail) {
+        interno.esito.StatoInvio = kvInvioNonImpostato;
+        interno.esito.DescrizioneInvio = "Invio mail disabilitato!";
+        RegistraRifiuto(interno.impostazioni, interno.contesto, interno.oggetti,
+                        {.testo = "Invio mail disabilitato"});
+        return;
+      }
+      if (canale == kvSimpleMAPI) PreparaMessaggioSimpleMAPI(interno.oggetti);
+      if (messaggio.vCollDestinatari &&
+          (messaggio.vCollDestinatari->Count() > 0 || messaggio.FlagInvioDiretto)) {
+        InviaACollezione(interno);
+      } else {
+        InviaARicerca(interno, servizio, codice, Tipo);
+      }
+    });
   });
 }
 
-// A refusal leaves a register line and an event, and nothing at all without a register object. An absent text
-// counts as an empty one in the event.
-void CLSFW_MAILSERVER::RegistraRifiuto(const host::TestoOAssente& nome, const host::TestoOAssente& ditta,
-                                       const host::TestoOAssente& indirizzo,
-                                       const host::TestoOAssente& allegato, const std::string& testo) {
-  if (!ObjRegistroInvio) return;
-  ObjRegistroInvio->EsitoInvio(host::kNonInviato);
-  ObjRegistroInvio->CanaleInvio(static_cast<float>(SrvMailInstallato));
-  ObjRegistroInvio->RegistraInvio(nome, ditta, indirizzo, allegato, testo, "", "");
-  AttivaEventoGestionale(kEventoNonInviato, nome.value_or(""), ditta.value_or(""), indirizzo.value_or(""),
-                         allegato.value_or(""), testo, "");
+void RegistraNonInviato(const Impostazioni& impostazioni, const Contesto& contesto, const Oggetti& oggetti,
+                        host::RegistroInvio& registro, const RigaNonInviata& riga) {
+  registro.CanaleInvio(static_cast<float>(impostazioni.SrvMailInstallato));
+  registro.RegistraInvio(riga.nome, riga.ditta, riga.indirizzo, riga.allegato, riga.testo, "", "");
+  const auto testo = [](const host::TestoOAssente& valore) {
+    return valore ? std::string_view(*valore) : std::string_view();
+  };
+  AttivaEventoGestionale(contesto, oggetti,
+                         {.codice = kEventoNonInviato,
+                          .destinatario = testo(riga.nome),
+                          .azienda = testo(riga.ditta),
+                          .indirizzo = testo(riga.indirizzo),
+                          .allegato = testo(riga.allegato),
+                          .esito = riga.testo});
 }
 
-void CLSFW_MAILSERVER::InviaMail() {
-  IgnoraErrori([this] { ConsegnaAlCanale(); });
-}
-
-void CLSFW_MAILSERVER::ConsegnaAlCanale() try {
-  switch (SrvMailInstallato) {
-    case kvSimpleMAPI:
-      SendWithSimpleMAPI();
-      break;
-    case kvOutlook:
-      SendWithOutlook();
-      break;
-    case kvMAPI:
-      SendMailMAPI();
-      break;
-    case kvSMTPMail:
-    case kvSMTPSSLMail:
-      SendWithSmtp();
-      break;
-    default:
-      break;
-  }
-} catch (...) {
-  SegnalaPerModalita(host::ErroreCorrente(), "InviaMail", "-",
-                     " in ORVE_MAILSERVER:CLSFW_MAILSERVER - InviaMail");
+void ConsegnaAlCanale(Interno& interno) {
+  auto& i = interno;
+  SegnalaErrori(PerModalita(i.messaggio, i.impostazioni, i.oggetti, "InviaMail", "-",
+                            " in ORVE_MAILSERVER:CLSFW_MAILSERVER - InviaMail"),
+                [&i] {
+                  switch (i.impostazioni.SrvMailInstallato) {
+                    case kvSimpleMAPI:
+                      SendWithSimpleMAPI(i.messaggio, i.impostazioni, i.account, i.contesto, i.esito,
+                                         i.oggetti);
+                      break;
+                    case kvOutlook:
+                      SendWithOutlook(i.messaggio, i.impostazioni, i.account, i.contesto, i.esito, i.oggetti);
+                      break;
+                    case kvMAPI:
+                      SendMailMAPI(i.messaggio, i.impostazioni, i.contesto, i.esito, i.oggetti);
+                      break;
+                    case kvSMTPMail:
+                    case kvSMTPSSLMail:
+                      SendWithSmtp(i.messaggio, i.impostazioni, i.account, i.contesto, i.esito, i.oggetti);
+                      break;
+                    case kvNoMail:
+                      break;
+                  }
+                });
 }
 
 }  // namespace orve

@@ -1,8 +1,11 @@
 // The mail settings of the application: channel, modes, temporary directory and standing message from the
 // mail row of FW24_FAXCONFIG, and the system directories from the path resolver.
-#include <string>
+#include "service/settings.h"
 
-#include "service/CLSFW_MAILSERVER.h"
+#include <string_view>
+
+#include "service/failures.h"
+#include "service/guards.h"
 #include "service/nvl.h"
 
 namespace orve {
@@ -41,84 +44,80 @@ void RisolviConfigurato(host::Ambiente& ambiente, const std::string& configurato
   risolutore->ChiudiPercorsi();
 }
 
+// What applies where no mail row can be read.
+void ImpostazioniPredefinite(Impostazioni& impostazioni, const Oggetti& oggetti) {
+  impostazioni.SrvMailInstallato = kvSimpleMAPI;
+  impostazioni.IndModalitaInvio = kvSemiAuto;
+  impostazioni.PathTemp = GetPathTemp(oggetti);
+}
+
+void LeggiRigaImpostazioni(Impostazioni& impostazioni, Account& account, const Oggetti& oggetti,
+                           const host::RecordSet& riga) {
+  impostazioni.SrvMailInstallato =
+      static_cast<kvEnum_ServizioMail>(Leggi(riga, "FW24_INDFAXATTIVO").ToInt32());
+  impostazioni.ModalitaStampaDifferita = NVL(Leggi(riga, "FW24_MAILMODSTDIFF"), 0).ToInt32();
+  impostazioni.ModalitaStandard = Leggi(riga, "FW24_INDMODALITA").ToInt32();
+  RisolviConfigurato(*oggetti.ambiente, Leggi(riga, "FW24_PATHTMP").ToText(), impostazioni.PathTemp);
+  // A configured plain SMTP channel always runs as the secure one.
+  if (impostazioni.SrvMailInstallato == kvSMTPMail) impostazioni.SrvMailInstallato = kvSMTPSSLMail;
+  impostazioni.FlagBcc = NVL(Leggi(riga, "FW24_BCC"), 0).ToBoolean();
+  account.ReadReceipt = UgualeAUno(Leggi(riga, "FW24_READRECEIPT"));
+  impostazioni.FlgMsgPers = UgualeAUno(Leggi(riga, "FW24_FLGMSGPERS"));
+  impostazioni.MsgPers = NVL(Leggi(riga, "FW24_MSGPERS"), "").ToText();
+}
+
+void LeggiImpostazioni(Impostazioni& impostazioni, Account& account, const Contesto& contesto,
+                       const Oggetti& oggetti) {
+  if (!contesto.ConnectionADO) {
+    ImpostazioniPredefinite(impostazioni, oggetti);
+    return;
+  }
+  const auto risultato = contesto.ConnectionADO->Execute(kStatementImpostazioni, host::kComandoTesto);
+  if (host::Richiesto(risultato).Eof()) {
+    ImpostazioniPredefinite(impostazioni, oggetti);
+    account.ReadReceipt = false;
+    impostazioni.FlgMsgPers = false;
+    impostazioni.MsgPers.clear();
+    return;
+  }
+  LeggiRigaImpostazioni(impostazioni, account, oggetti, *risultato);
+}
+
+void CreaOggettoDelCanale(const Impostazioni& impostazioni, Oggetti& oggetti) {
+  if (impostazioni.SrvMailInstallato == kvSimpleMAPI) {
+    oggetti.objMapiSession = oggetti.ambiente->CreaMAPISession();
+    host::Richiesto(oggetti.objMapiSession).DownLoadMail(false);
+    oggetti.objMapiSession->NewSession(true);
+    oggetti.objMapiSession->SignOn();
+    oggetti.MapiSessionID = oggetti.objMapiSession->SessionID();
+  } else if (impostazioni.SrvMailInstallato == kvOutlook) {
+    const auto segnala = [&oggetti](const host::Errore&) {
+      oggetti.objOutlookApp.reset();
+      MostraMessaggio(oggetti, "Errore in creazione istanza di Outlook", host::kCritico,
+                      std::string(kChiusura));
+    };
+    SegnalaErrori(segnala, [&] { oggetti.objOutlookApp = oggetti.ambiente->CreaOutlook(); });
+  }
+}
+
 }  // namespace
 
-host::Variant CLSFW_MAILSERVER::GetImpostazioni() try {
-  LeggiImpostazioni();
-  if (!InvioSMTP()) CreaOggettoDelCanale();
-  return {};
-} catch (...) {
-  throw host::ErroreCorrente().ConSuffisso(kChiusura);
+void GetImpostazioni(Impostazioni& impostazioni, Account& account, const Contesto& contesto,
+                     Oggetti& oggetti) {
+  PassaErrori(kChiusura, [&] {
+    LeggiImpostazioni(impostazioni, account, contesto, oggetti);
+    if (!impostazioni.InvioSMTP) CreaOggettoDelCanale(impostazioni, oggetti);
+  });
 }
 
-void CLSFW_MAILSERVER::LeggiImpostazioni() {
-  if (!ConnectionADO) {
-    ImpostazioniPredefinite();
-    return;
-  }
-  const auto risultato = ConnectionADO->Execute(kStatementImpostazioni, host::kComandoTesto);
-  if (host::Richiesto(risultato).Eof()) {
-    ImpostazioniPredefinite();
-    ReadReceipt = false;
-    FlgMsgPers = false;
-    MsgPers.clear();
-    return;
-  }
-  LeggiRigaImpostazioni(*risultato);
+std::string GetPathTemp(const Oggetti& oggetti) {
+  return PassaErrori("ORVE_MAILSERVER: CLSFW_MAILSERVER: GetPathTemp",
+                     [&] { return DirectoryDiSistema(*oggetti.ambiente, host::kPercorsoTemporaneo); });
 }
 
-// What applies where no mail row can be read.
-void CLSFW_MAILSERVER::ImpostazioniPredefinite() {
-  SrvMailInstallato = kvSimpleMAPI;
-  IndModalitaInvio = kvSemiAuto;
-  PathTemp = GetPathTemp();
-}
-
-void CLSFW_MAILSERVER::LeggiRigaImpostazioni(const host::RecordSet& riga) {
-  SrvMailInstallato = static_cast<kvEnum_ServizioMail>(Leggi(riga, "FW24_INDFAXATTIVO").ToInt32());
-  ModalitaStampaDifferita = NVL(Leggi(riga, "FW24_MAILMODSTDIFF"), 0).ToInt32();
-  ModalitaStandard = Leggi(riga, "FW24_INDMODALITA").ToInt32();
-  RisolviConfigurato(*ambiente_, Leggi(riga, "FW24_PATHTMP").ToText(), PathTemp);
-  // A configured plain SMTP channel always runs as the secure one.
-  if (SrvMailInstallato == kvSMTPMail) SrvMailInstallato = kvSMTPSSLMail;
-  FlagBcc = NVL(Leggi(riga, "FW24_BCC"), 0).ToBoolean();
-  ReadReceipt = UgualeAUno(Leggi(riga, "FW24_READRECEIPT"));
-  FlgMsgPers = UgualeAUno(Leggi(riga, "FW24_FLGMSGPERS"));
-  MsgPers = NVL(Leggi(riga, "FW24_MSGPERS"), "").ToText();
-}
-
-void CLSFW_MAILSERVER::CreaOggettoDelCanale() {
-  if (SrvMailInstallato == kvSimpleMAPI) {
-    objMapiSession = ambiente_->CreaMAPISession();
-    host::Richiesto(objMapiSession).DownLoadMail(false);
-    objMapiSession->NewSession(true);
-    objMapiSession->SignOn();
-    MapiSessionID = objMapiSession->SessionID();
-  } else if (SrvMailInstallato == kvOutlook) {
-    try {
-      objOutlookApp = ambiente_->CreaOutlook();
-    } catch (...) {
-      objOutlookApp.reset();
-      MostraMessaggio("Errore in creazione istanza di Outlook", host::kCritico, std::string(kChiusura),
-                      nullptr);
-    }
-  }
-}
-
-std::string CLSFW_MAILSERVER::GetPathTemp() try {
-  return DirectoryDiSistema(*ambiente_, host::kPercorsoTemporaneo);
-} catch (...) {
-  throw host::ErroreCorrente().ConSuffisso("ORVE_MAILSERVER: CLSFW_MAILSERVER: GetPathTemp");
-}
-
-std::string CLSFW_MAILSERVER::GetPercorsoInstallazione() try {
-  return DirectoryDiSistema(*ambiente_, host::kPercorsoInstallazione);
-} catch (...) {
-  throw host::ErroreCorrente().ConSuffisso("ORVE_MAILSERVER: CLSFW_MAILSERVER: GetPercorsoInstallazione");
-}
-
-std::string CLSFW_MAILSERVER::PercorsoInstallazione() {
-  return GetPercorsoInstallazione();
+std::string GetPercorsoInstallazione(const Oggetti& oggetti) {
+  return PassaErrori("ORVE_MAILSERVER: CLSFW_MAILSERVER: GetPercorsoInstallazione",
+                     [&] { return DirectoryDiSistema(*oggetti.ambiente, host::kPercorsoInstallazione); });
 }
 
 }  // namespace orve

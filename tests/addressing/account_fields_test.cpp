@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "addressing/accounts.h"
 #include "fakes/servizio_di_prova.h"
 
 namespace orve {
@@ -45,8 +46,8 @@ Riga Account() {
 class AccountDelServizio : public fakes::ServizioDiProva {
  protected:
   AccountDelServizio() {
-    interno.IdUtenteCorrente() = 42;
-    interno.AziendaCorr() = "Azienda S.p.A.";
+    interno.contesto.IdUtenteCorrente = 42;
+    interno.contesto.AziendaCorr = "Azienda S.p.A.";
     servizio->DittaCorrente = 3;
   }
 
@@ -57,22 +58,24 @@ class AccountDelServizio : public fakes::ServizioDiProva {
     ambiente->persone[kPersona] = {
         {"FirstName", "Anna"}, {"LastName", "Rossi"}, {"EmailAddress", "anna.rossi@azienda.example"}};
   }
-  void Predefinito() { interno.CaricaAccountPredefinito(); }
+  void Predefinito() {
+    CaricaAccountPredefinito(interno.messaggio, interno.account, interno.contesto, interno.oggetti);
+  }
   void DaId(std::int16_t id) {
-    interno.IdMittenteDiretto() = id;
-    interno.CaricaAccountDaId();
+    interno.account.IdMittenteDiretto = id;
+    CaricaAccountDaId(interno.account, interno.contesto, interno.esito, interno.oggetti);
   }
   std::vector<std::string> Esecuzioni() const { return journal->Righe({"ConnectionADO.Execute"}); }
   /// Everything that an account may write, as one list of texts.
   std::vector<std::string> Campi() {
-    return {interno.SmtpServer(),
-            std::to_string(interno.SmtpPorta()),
-            std::to_string(interno.SmtpTimeout()),
-            std::to_string(interno.SmtpAuth()),
+    return {interno.account.SmtpServer,
+            std::to_string(interno.account.SmtpPorta),
+            std::to_string(interno.account.SmtpTimeout),
+            std::to_string(interno.account.SmtpAuth),
             servizio->vSenderAddress,
-            interno.SmtpUtente(),
-            interno.SmtpPassword(),
-            std::to_string(interno.SmtpCrypt()),
+            interno.account.SmtpUtente,
+            interno.account.SmtpPassword,
+            std::to_string(interno.account.SmtpCrypt),
             servizio->vSenderName};
   }
   std::vector<bool> Desideri() const {
@@ -167,9 +170,9 @@ TEST_F(AccountDelServizio, TheStatementByIdentifierKnowsNoKindOfMail) {
 
 TEST_F(AccountDelServizio, TheDirectoryIsAskedBeforeTheUserAndTheDatabase) {
   ConPersonaInDirectory();
-  interno.IdUtenteCorrente() = 0;
-  interno.CodiceUtente() = "ANNA";
-  interno.CodiceGruppo() = "VEN";
+  interno.contesto.IdUtenteCorrente = 0;
+  interno.contesto.CodiceUtente = "ANNA";
+  interno.contesto.CodiceGruppo = "VEN";
   connessione->Risponde("FW07_APPUSER", {{{"FW07_ID", 42}}});
   connessione->Risponde(kDellUtente, {Account()});
   Predefinito();
@@ -249,7 +252,7 @@ TEST_F(AccountDelServizio, NoAccountAtAllLeavesEverythingAsItWasAndSaysNothing) 
   servizio->vSenderName = "Prima";
   servizio->IsPec(true);
   Predefinito();
-  EXPECT_EQ(interno.SmtpServer(), "");
+  EXPECT_EQ(interno.account.SmtpServer, "");
   EXPECT_EQ(servizio->vSenderAddress, "prima@azienda.example");
   EXPECT_EQ(servizio->vSenderName, "Prima");
   EXPECT_EQ(servizio->Stato(), kvOK);
@@ -259,19 +262,19 @@ TEST_F(AccountDelServizio, NoAccountAtAllLeavesEverythingAsItWasAndSaysNothing) 
 }
 
 TEST_F(AccountDelServizio, AnUnknownIdentifierSetsTheStateAndKeepsTheFields) {
-  interno.SmtpServer() = "prima.example";
+  interno.account.SmtpServer = "prima.example";
   servizio->vSenderAddress = "prima@azienda.example";
   DaId(99);
   EXPECT_EQ(servizio->Stato(), kvParametriNonValidi);
-  EXPECT_EQ(interno.SmtpServer(), "prima.example");
+  EXPECT_EQ(interno.account.SmtpServer, "prima.example");
   EXPECT_EQ(servizio->vSenderAddress, "prima@azienda.example");
   EXPECT_EQ(journal->Righe().back(), "RecordSet.Close");
   EXPECT_THAT(Messaggi(), IsEmpty());
 }
 
 TEST_F(AccountDelServizio, AnIdentifierOverwritesALoadedAccountAndLeavesTheStateAlone) {
-  interno.SmtpServer() = "prima.example";
-  interno.StatoInvio() = kvErroreInvioMail;
+  interno.account.SmtpServer = "prima.example";
+  interno.esito.StatoInvio = kvErroreInvioMail;
   connessione->Risponde(kDaId, {Account()});
   DaId(12);
   EXPECT_EQ(Campi(), kCampiPieni);
@@ -283,7 +286,7 @@ TEST_F(AccountDelServizio, ASecondLoadOfTheDefaultAccountAsksNobodyAnything) {
   Predefinito();
   journal->Svuota();
   servizio->IsPec(true);
-  interno.IdUtenteCorrente() = 7;
+  interno.contesto.IdUtenteCorrente = 7;
   Predefinito();
   EXPECT_THAT(journal->Righe(), IsEmpty());
   EXPECT_EQ(Campi(), kCampiPieni);
@@ -292,7 +295,7 @@ TEST_F(AccountDelServizio, ASecondLoadOfTheDefaultAccountAsksNobodyAnything) {
 TEST_F(AccountDelServizio, AnEmptiedServerForcesANewLoad) {
   connessione->Risponde(kDellUtente, {Account()});
   Predefinito();
-  interno.SmtpServer().clear();
+  interno.account.SmtpServer.clear();
   journal->Svuota();
   Predefinito();
   EXPECT_EQ(Esecuzioni().size(), 1U);
@@ -307,7 +310,7 @@ Riga ConTutto(const host::Variant& valore) {
 TEST_F(AccountDelServizio, NullsAndBlanksTakeTheDefaultsOfTheUsersRoute) {
   ConPersonaInDirectory();
   for (const auto& valore : {host::Variant(host::Null{}), host::Variant("   "), host::Variant()}) {
-    interno.SmtpServer().clear();
+    interno.account.SmtpServer.clear();
     connessione->Risponde(kDellUtente, {ConTutto(valore)});
     Predefinito();
     EXPECT_THAT(Campi(), ElementsAre("localhost", "25", "0", "0", "anna.rossi@azienda.example", "", "", "0",
@@ -327,7 +330,7 @@ TEST_F(AccountDelServizio, ByIdentifierTheDirectoryGivesNothing) {
   ConPersonaInDirectory();
   connessione->Risponde(kDaId, {ConTutto(host::Null{})});
   servizio->vSenderAddress = servizio->vSenderName = "prima";
-  interno.SmtpUtente() = interno.SmtpPassword() = "prima";
+  interno.account.SmtpUtente = interno.account.SmtpPassword = "prima";
   DaId(1);
   EXPECT_THAT(Campi(), ElementsAre("localhost", "25", "0", "0", "", "", "", "0", "Azienda S.p.A."));
 }
@@ -345,7 +348,7 @@ TEST_F(AccountDelServizio, ADirectoryThatKnowsOneNameOnlyKeepsTheBlankInFront) {
   ambiente->persone[kPersona].erase("FirstName");
   Predefinito();
   EXPECT_EQ(servizio->vSenderName, " Rossi");
-  interno.SmtpServer().clear();
+  interno.account.SmtpServer.clear();
   ambiente->persone[kPersona] = {{"FirstName", "Anna"}};
   Predefinito();
   EXPECT_EQ(servizio->vSenderName, "Anna");
@@ -360,10 +363,10 @@ TEST_F(AccountDelServizio, TextsAreTrimmedAtTheEndOnlyAndThePasswordBeforeItIsDe
   riga["ALIAS"] = " Ufficio Vendite   ";
   connessione->Risponde(kDaId, {riga});
   DaId(1);
-  EXPECT_EQ(interno.SmtpServer(), "  smtp.azienda.example");
+  EXPECT_EQ(interno.account.SmtpServer, "  smtp.azienda.example");
   EXPECT_EQ(servizio->vSenderAddress, " posta@azienda.example");
-  EXPECT_EQ(interno.SmtpUtente(), " utente");
-  EXPECT_EQ(interno.SmtpPassword(), " segretissima ");
+  EXPECT_EQ(interno.account.SmtpUtente, " utente");
+  EXPECT_EQ(interno.account.SmtpPassword, " segretissima ");
   EXPECT_EQ(servizio->vSenderName, " Ufficio Vendite");
 }
 
@@ -393,7 +396,7 @@ TEST_P(DesiderioDellAccount, IsReadByAbsoluteValueAndSignOnEveryRoute) {
   connessione->Risponde(kDaId, {riga});
   for (const bool prima : {false, true}) {
     EsprimiDesideri(prima);
-    interno.SmtpServer().clear();
+    interno.account.SmtpServer.clear();
     Predefinito();
     EXPECT_EQ(Desideri(), Attesi(prima)) << "user, before " << prima;
     EsprimiDesideri(prima);
@@ -482,10 +485,10 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(AccountDelServizio, APortBeyondItsFieldLeavesTheServerFilledAndSoTheAccountLoaded) {
   connessione->Risponde(kDellUtente, {Con(Account(), "FW23_PORT", 70000)});
-  interno.SmtpPorta() = 25;
+  interno.account.SmtpPorta = 25;
   Predefinito();
-  EXPECT_EQ(interno.SmtpServer(), "smtp.azienda.example");
-  EXPECT_EQ(interno.SmtpPorta(), 25);
+  EXPECT_EQ(interno.account.SmtpServer, "smtp.azienda.example");
+  EXPECT_EQ(interno.account.SmtpPorta, 25);
   journal->Svuota();
   Predefinito();
   EXPECT_THAT(journal->Righe(), IsEmpty());
@@ -518,7 +521,7 @@ TEST_F(AccountDelServizio, AFailedDirectoryCostsTheAccountItsDefaultsOnly) {
   journal->Fallisce("DirectoryConnection.Open");
   connessione->Risponde(kDellUtente, {Con(Account(), "FW98_MAILADDRESS", host::Null{})});
   Predefinito();
-  EXPECT_EQ(interno.SmtpServer(), "smtp.azienda.example");
+  EXPECT_EQ(interno.account.SmtpServer, "smtp.azienda.example");
   EXPECT_EQ(servizio->vSenderAddress, "");
   EXPECT_THAT(Messaggi(), IsEmpty());
 }
@@ -526,26 +529,26 @@ TEST_F(AccountDelServizio, AFailedDirectoryCostsTheAccountItsDefaultsOnly) {
 // --- passwords
 
 TEST_F(AccountDelServizio, APasswordIsDecipheredThroughAnObjectOfItsOwnForEachCall) {
-  EXPECT_EQ(interno.DecriptaPassword("{parola}"), "parola");
-  EXPECT_EQ(interno.CriptaPassword("parola"), "{parola}");
+  EXPECT_EQ(DecriptaPassword(interno.oggetti, "{parola}"), "parola");
+  EXPECT_EQ(CriptaPassword(interno.oggetti, "parola"), "{parola}");
   EXPECT_THAT(journal->Righe(), ElementsAre("Ambiente.CreaCifratorePassword", "CifratorePassword.Decripta",
                                             "Ambiente.CreaCifratorePassword", "CifratorePassword.Cripta"));
 }
 
 TEST_F(AccountDelServizio, WithoutThePasswordClassTheInputComesBack) {
   journal->Fallisce("Ambiente.CreaCifratorePassword", host::Errore(host::kOggettoNonCreabile));
-  EXPECT_EQ(interno.DecriptaPassword("{parola}"), "{parola}");
-  EXPECT_EQ(interno.CriptaPassword("parola"), "parola");
+  EXPECT_EQ(DecriptaPassword(interno.oggetti, "{parola}"), "{parola}");
+  EXPECT_EQ(CriptaPassword(interno.oggetti, "parola"), "parola");
 }
 
 TEST_F(AccountDelServizio, ATextThatCannotBeDecipheredComesBack) {
-  EXPECT_EQ(interno.DecriptaPassword("in chiaro"), "in chiaro");
-  EXPECT_EQ(interno.DecriptaPassword(""), "");
+  EXPECT_EQ(DecriptaPassword(interno.oggetti, "in chiaro"), "in chiaro");
+  EXPECT_EQ(DecriptaPassword(interno.oggetti, ""), "");
   journal->Fallisce("CifratorePassword.Cripta");
-  EXPECT_EQ(interno.CriptaPassword("parola"), "parola");
+  EXPECT_EQ(CriptaPassword(interno.oggetti, "parola"), "parola");
   connessione->Risponde(kDaId, {Con(Account(), "FW98_PASSWORD", "in chiaro")});
   DaId(1);
-  EXPECT_EQ(interno.SmtpPassword(), "in chiaro");
+  EXPECT_EQ(interno.account.SmtpPassword, "in chiaro");
 }
 
 TEST_F(AccountDelServizio, ThePasswordStandsInNoLineOfTheJournal) {
@@ -553,7 +556,7 @@ TEST_F(AccountDelServizio, ThePasswordStandsInNoLineOfTheJournal) {
   connessione->Risponde(kDaId, {Con(Account(), "FW23_SSL", 1e9)});
   Predefinito();
   DaId(1);
-  EXPECT_EQ(interno.SmtpPassword(), "segretissima");
+  EXPECT_EQ(interno.account.SmtpPassword, "segretissima");
   EXPECT_THAT(journal->Righe(), Not(Contains(HasSubstr("segretissima"))));
 }
 

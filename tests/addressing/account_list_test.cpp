@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "addressing/accounts.h"
 #include "fakes/headless.h"
 #include "fakes/servizio_di_prova.h"
 
@@ -43,11 +44,13 @@ Riga Account(const host::Variant& id, const std::string& indirizzo) {
 class ElencoAccount : public fakes::ServizioDiProva {
  protected:
   ElencoAccount() {
-    interno.IdUtenteCorrente() = 42;
+    interno.contesto.IdUtenteCorrente = 42;
     servizio->DittaCorrente = 3;
     servizio->ModalitaInvio(kvAutomatico);  // messages do not depend on it
   }
-  bool Carica() { return interno.LoadAccountsPerUser(*form); }
+  bool Carica() {
+    return LoadAccountsPerUser(interno.messaggio, interno.account, interno.contesto, interno.oggetti, *form);
+  }
   std::vector<std::string> Combo() const { return journal->Righe({"CMB_ACCOUNT"}); }
   /// The journal without columns and traces, each line cut short.
   std::vector<std::string> Passi() const {
@@ -193,7 +196,7 @@ TEST_F(ElencoAccount, WithoutAUserAccountTheEmptyResultIsClosedAndTheCompanyIsAs
 TEST_F(ElencoAccount, ANonDefaultAccountOfTheUserIsListedThoughTheSingleSearchPassesItOver) {
   connessione->Risponde(kElencoUtente, {Account(7, "utente@azienda.example")});
   connessione->Risponde("INNER JOIN CG16_ANAGGEN", {Account(5, "azienda@azienda.example")});
-  interno.CaricaAccountPredefinito();
+  CaricaAccountPredefinito(interno.messaggio, interno.account, interno.contesto, interno.oggetti);
   EXPECT_EQ(servizio->vSenderAddress, "azienda@azienda.example");
   EXPECT_TRUE(Carica());
   EXPECT_EQ(servizio->vCollMittenti->Item(1)->Indirizzo(), "utente@azienda.example");
@@ -368,9 +371,9 @@ TEST_F(ElencoAccount, AFormWithoutTheComboFailsClearly) {
 }
 
 TEST_F(ElencoAccount, TheUsersIdIsLookedUpWhenItIsNotKnown) {
-  interno.IdUtenteCorrente() = 0;
-  interno.CodiceUtente() = "ANNA";
-  interno.CodiceGruppo() = "VEN";
+  interno.contesto.IdUtenteCorrente = 0;
+  interno.contesto.CodiceUtente = "ANNA";
+  interno.contesto.CodiceGruppo = "VEN";
   connessione->Risponde("FW07_APPUSER", {{{"FW07_ID", 77}}});
   Carica();
   EXPECT_THAT(journal->Righe({"ConnectionADO"})[1], HasSubstr(" WHERE FW99_ID_FW07 = 77\r"));

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "addressing/recipient_lookup.h"
 #include "fakes/servizio_di_prova.h"
 
 namespace orve {
@@ -32,7 +33,7 @@ class RicercaDestinatario : public fakes::ServizioDiProva {
   }
 
   host::Variant Cerca(const host::Variant& codice, std::optional<std::int32_t> tipo = std::nullopt) {
-    return interno.GetDatiDestinatario(codice, tipo);
+    return GetDatiDestinatario(interno.messaggio, interno.contesto, interno.oggetti, codice, tipo);
   }
   std::vector<std::string> IndirizzoENome() const { return {servizio->vIndDestinatario, servizio->vNome}; }
   std::vector<std::string> Esecuzioni() const { return journal->Righe({"ConnectionADO.Execute"}); }

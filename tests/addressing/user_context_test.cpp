@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "addressing/user_context.h"
 #include "fakes/errori.h"
 #include "fakes/servizio_di_prova.h"
 
@@ -24,8 +25,8 @@ constexpr const char* kAzienda = "CG18_CODICE_CG16";
 class ContestoUtente : public fakes::ServizioDiProva {
  protected:
   void ConCodici(const std::string& utente = "ANNA", const std::string& gruppo = "VEN") {
-    interno.CodiceUtente() = utente;
-    interno.CodiceGruppo() = gruppo;
+    interno.contesto.CodiceUtente = utente;
+    interno.contesto.CodiceGruppo = gruppo;
   }
   void ConDocumento() {
     servizio->DittaCorrente = 3;
@@ -46,12 +47,12 @@ class ContestoUtente : public fakes::ServizioDiProva {
                                       {"CG16_INDEMAIL", "info@azienda.example"}}});
   }
   void RiempiAzienda() {
-    interno.AziendaCorr() = interno.AzCorrInd() = interno.AzCorrCAP() = "prima";
-    interno.AzCorrCitta() = interno.AzCorrProv() = interno.AzCorrMail() = "prima";
+    interno.contesto.AziendaCorr = interno.contesto.AzCorrInd = interno.contesto.AzCorrCAP = "prima";
+    interno.contesto.AzCorrCitta = interno.contesto.AzCorrProv = interno.contesto.AzCorrMail = "prima";
   }
   std::vector<std::string> Azienda() {
-    return {interno.AziendaCorr(), interno.AzCorrInd(),  interno.AzCorrCAP(),
-            interno.AzCorrCitta(), interno.AzCorrProv(), interno.AzCorrMail()};
+    return {interno.contesto.AziendaCorr, interno.contesto.AzCorrInd,  interno.contesto.AzCorrCAP,
+            interno.contesto.AzCorrCitta, interno.contesto.AzCorrProv, interno.contesto.AzCorrMail};
   }
   std::vector<std::string> Registro() const {
     return journal->Righe({"Ambiente.CreaRegistroInvio", "ObjRegistroInvio"});
@@ -96,13 +97,13 @@ TEST_F(ContestoUtente, PecAndAListShowOnTheRegisterObject) {
 TEST_F(ContestoUtente, ASecondCallRenewsTheDocumentAndKeepsObjectChannelAndList) {
   ConDocumento();
   Inizializza(3);
-  const auto registro = interno.ObjRegistroInvio();
+  const auto registro = interno.oggetti.ObjRegistroInvio;
   journal->Svuota();
   servizio->IsPec(true);
   servizio->IsLista(1);
   servizio->INFO_NumDoc = "201";
   servizio->InizializzaRegistroInvioMailMultiprofilo("Voce2", "Oggetto2", 5, "Nota");
-  EXPECT_EQ(interno.ObjRegistroInvio(), registro);
+  EXPECT_EQ(interno.oggetti.ObjRegistroInvio, registro);
   EXPECT_THAT(Registro(), ElementsAre("ObjRegistroInvio.IDvoce Voce2", "ObjRegistroInvio.UObject Oggetto2",
                                       "ObjRegistroInvio.UtenteApplicazione 5",
                                       "ObjRegistroInvio.TitoloStampa Nota", "ObjRegistroInvio.Ditta 3",
@@ -113,7 +114,7 @@ TEST_F(ContestoUtente, ASecondCallRenewsTheDocumentAndKeepsObjectChannelAndList)
 TEST_F(ContestoUtente, TheIdGivenLastCounts) {
   Inizializza(3);
   Inizializza(5);
-  EXPECT_EQ(interno.GetIdUtente(), 5);
+  EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 5);
   EXPECT_THAT(journal->Righe({"ObjRegistroInvio.UtenteApplicazione"}),
               ElementsAre("ObjRegistroInvio.UtenteApplicazione 3", "ObjRegistroInvio.UtenteApplicazione 5"));
 }
@@ -127,7 +128,7 @@ TEST_F(ContestoUtente, IdZeroWithoutCodesIsAnUnknownUser) {
 TEST_F(ContestoUtente, IdZeroFallsBackToTheCodes) {
   ConCodici();
   connessione->Risponde(kIdUtente, {{{"FW07_ID", 42}}});
-  interno.IdUtenteCorrente() = 9;
+  interno.contesto.IdUtenteCorrente = 9;
   Inizializza(0);
   EXPECT_THAT(Registro(), ::testing::Contains("ObjRegistroInvio.UtenteApplicazione 42"));
 }
@@ -135,8 +136,8 @@ TEST_F(ContestoUtente, IdZeroFallsBackToTheCodes) {
 TEST_F(ContestoUtente, CodesAreStoredTurnedIntoAnIdAndHandedOver) {
   connessione->Risponde(kIdUtente, {{{"FW07_ID", 42}}});
   servizio->InizializzaRegistroInvioMail("Voce", "Oggetto", "ANNA", "VEN", "Fattura");
-  EXPECT_EQ(interno.CodiceUtente(), "ANNA");
-  EXPECT_EQ(interno.CodiceGruppo(), "VEN");
+  EXPECT_EQ(interno.contesto.CodiceUtente, "ANNA");
+  EXPECT_EQ(interno.contesto.CodiceGruppo, "VEN");
   const auto righe = journal->Righe(
       {"ConnectionADO", "Ambiente", "ObjRegistroInvio.UtenteApplicazione", "ObjRegistroInvio.TitoloStampa"});
   EXPECT_THAT(righe, ElementsAre("ConnectionADO.Execute 1  SELECT FW07_ID  FROM FW07_APPUSER  WHERE "
@@ -149,7 +150,7 @@ TEST_F(ContestoUtente, CodesThatMatchNoRowGiveIdZeroAndTheDatabaseIsAskedAgain) 
   servizio->InizializzaRegistroInvioMail("Voce", "Oggetto", "NESSUNO", "VEN", "Fattura");
   EXPECT_THAT(Registro(), ::testing::Contains("ObjRegistroInvio.UtenteApplicazione 0"));
   EXPECT_EQ(connessione->Statements().size(), 2U);  // once for the codes, once for the id 0
-  EXPECT_EQ(interno.GetIdUtente(), 0);
+  EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 0);
   EXPECT_EQ(connessione->Statements().size(), 3U);
 }
 
@@ -158,10 +159,10 @@ TEST_F(ContestoUtente, OtherCodesDoNotChangeAKnownId) {
   connessione->Risponde("'ANNA'", {{{"FW07_ID", 42}}});
   servizio->InizializzaRegistroInvioMail("V", "O", "ANNA", "VEN", "T");
   servizio->InizializzaRegistroInvioMail("V", "O", "CARLO", "ACQ", "T");
-  EXPECT_EQ(interno.CodiceUtente(), "CARLO");
-  EXPECT_EQ(interno.GetIdUtente(), 42);
-  interno.ImpostaIdUtente(0);
-  EXPECT_EQ(interno.GetIdUtente(), 43);
+  EXPECT_EQ(interno.contesto.CodiceUtente, "CARLO");
+  EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 42);
+  interno.contesto.IdUtenteCorrente = 0;
+  EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 43);
 }
 
 struct CasoCanale {
@@ -187,11 +188,11 @@ TEST_P(AccountAllInizio, IsLoadedOnTheSmtpChannelsAfterTheCompany) {
                                                 {"LETTURA", host::Null{}},
                                                 {"CONSEGNA", host::Null{}}}});
   std::string aziendaAllora;
-  journal->Quando("Rete.WNetGetUserA", [&] { aziendaAllora = interno.AziendaCorr(); });
+  journal->Quando("Rete.WNetGetUserA", [&] { aziendaAllora = interno.contesto.AziendaCorr; });
   Inizializza(5);
-  EXPECT_EQ(interno.SmtpServer(), GetParam().want_account ? "smtp.azienda.example" : "");
+  EXPECT_EQ(interno.account.SmtpServer, GetParam().want_account ? "smtp.azienda.example" : "");
   EXPECT_EQ(aziendaAllora, GetParam().want_account ? "Azienda S.p.A." : "");
-  EXPECT_EQ(interno.AziendaCorr(), "Azienda S.p.A.");
+  EXPECT_EQ(interno.contesto.AziendaCorr, "Azienda S.p.A.");
 }
 
 INSTANTIATE_TEST_SUITE_P(Canali, AccountAllInizio,
@@ -205,9 +206,9 @@ TEST_F(ContestoUtente, FailuresOfTheInitialisersReachTheProgramThatCalled) {
                              "ObjRegistroInvio.SezDoc", "ConnectionADO.Execute -1"}) {
     servizio->DittaCorrente = 3;
     journal->Fallisce(guasto, {1001, "Registro", "guasto"});
-    interno.ObjRegistroInvio().reset();
+    interno.oggetti.ObjRegistroInvio.reset();
     EXPECT_EQ(NumeroDi([&] { Inizializza(5); }), 1001) << guasto;
-    interno.ObjRegistroInvio().reset();
+    interno.oggetti.ObjRegistroInvio.reset();
     EXPECT_EQ(NumeroDi([&] { servizio->InizializzaRegistroInvioMail("V", "O", "U", "G", "T"); }), 1001)
         << guasto;
     journal->DimenticaPiani();
@@ -234,9 +235,9 @@ TEST_F(ContestoUtente, ACompanyThatIsNullCannotBecomeText) {
 TEST_F(ContestoUtente, AKnownIdIsNeverLookedUpAgain) {
   ConCodici();
   connessione->Risponde(kIdUtente, {{{"FW07_ID", 42}}});
-  EXPECT_EQ(interno.GetIdUtente(), 42);
+  EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 42);
   journal->Svuota();
-  EXPECT_EQ(interno.GetIdUtente(), 42);
+  EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 42);
   EXPECT_THAT(journal->Righe(), IsEmpty());
 }
 
@@ -245,7 +246,7 @@ TEST_F(ContestoUtente, WithoutBothCodesThereIsNoIdAndNoStatement) {
   for (const auto& [utente, gruppo] : std::vector<std::pair<std::string, std::string>>{
            {"", ""}, {"ANNA", ""}, {"", "VEN"}, {"ANNA", "  "}, {"  ", "VEN"}}) {
     ConCodici(utente, gruppo);
-    EXPECT_EQ(interno.GetIdUtente(), 0);
+    EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 0);
   }
   EXPECT_THAT(journal->Righe(), IsEmpty());
 }
@@ -253,8 +254,8 @@ TEST_F(ContestoUtente, WithoutBothCodesThereIsNoIdAndNoStatement) {
 TEST_F(ContestoUtente, WithoutAConnectionTheMessageIsShownOnceForEachCall) {
   ConCodici();
   servizio->ConnectionADO.reset();
-  EXPECT_EQ(interno.GetIdUtente(), 0);
-  EXPECT_EQ(interno.GetIdUtente(), 0);
+  EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 0);
+  EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 0);
   EXPECT_THAT(
       Messaggi(),
       ElementsAre("ObjMessaggi.MostraMsg CONNESSIONE NON ESISTENTE!!!!!!!! - ORVE_MONITOR|0||(assente)",
@@ -265,39 +266,39 @@ TEST_F(ContestoUtente, AFailureOfTheIdLookUpEndsInSilenceWithZero) {
   ConCodici();
   for (const auto& valore : {host::Variant(host::Null{}), host::Variant("x"), host::Variant(3e9)}) {
     connessione->Risponde(kIdUtente, {{{"FW07_ID", valore}}});
-    EXPECT_EQ(interno.GetIdUtente(), 0);
+    EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 0);
   }
   journal->Fallisce("ConnectionADO.Execute");
-  EXPECT_EQ(interno.GetIdUtente(), 0);
+  EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 0);
   EXPECT_THAT(Messaggi(), IsEmpty());
   servizio->ConnectionADO.reset();
   journal->Fallisce("ObjMessaggi.MostraMsg");
-  EXPECT_EQ(interno.GetIdUtente(), 0);
+  EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 0);
 }
 
 TEST_F(ContestoUtente, CodesGoIntoTheStatementUnescaped) {
   ConCodici("O'Neill", "A'B");
-  interno.GetIdUtente();
+  static_cast<void>(GetIdUtente(interno.contesto, interno.oggetti));
   EXPECT_THAT(connessione->Statements(),
               ElementsAre(" SELECT FW07_ID  FROM FW07_APPUSER  WHERE FW07_CODICE_FW06 = 'A'B'      AND "
                           "FW07_CODICE = 'O'Neill' "));
 }
 
 TEST_F(ContestoUtente, ImpostaIdUtenteStoresZeroToo) {
-  interno.ImpostaIdUtente(8);
-  EXPECT_EQ(interno.GetIdUtente(), 8);
-  interno.ImpostaIdUtente(0);
-  EXPECT_EQ(interno.IdUtenteCorrente(), 0);
-  EXPECT_EQ(interno.GetIdUtente(), 0);
+  interno.contesto.IdUtenteCorrente = 8;
+  EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 8);
+  interno.contesto.IdUtenteCorrente = 0;
+  EXPECT_EQ(interno.contesto.IdUtenteCorrente, 0);
+  EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 0);
 }
 
 // --- user and group
 
 TEST_F(ContestoUtente, TheUserIsReadByIdWithItsDescription) {
-  interno.ImpostaIdUtente(42);
+  interno.contesto.IdUtenteCorrente = 42;
   connessione->Risponde("FW07_USERNAME", {{{"FW07_USERNAME", " anna "}, {"FW07_DESCR", "Anna Rossi"}}});
-  EXPECT_EQ(interno.GetUtenteApplicazione(), " anna ");
-  EXPECT_EQ(interno.DescUtenteCorrente(), "Anna Rossi");
+  EXPECT_EQ(GetUtenteApplicazione(interno.contesto, interno.oggetti), " anna ");
+  EXPECT_EQ(interno.contesto.DescUtenteCorrente, "Anna Rossi");
   EXPECT_THAT(journal->Righe(),
               ElementsAre("ConnectionADO.Execute -1           SELECT  FW07_USERNAME,FW07_DESCR  FROM    "
                           "FW07_APPUSER  WHERE   FW07_ID = 42",
@@ -305,10 +306,10 @@ TEST_F(ContestoUtente, TheUserIsReadByIdWithItsDescription) {
 }
 
 TEST_F(ContestoUtente, ThePreferredGroupIsReadByIdWithItsDescription) {
-  interno.ImpostaIdUtente(42);
+  interno.contesto.IdUtenteCorrente = 42;
   connessione->Risponde("FW06_GROUPUSR", {{{"FW06_CODICE", "VEN"}, {"FW06_DESCR", "Vendite"}}});
-  EXPECT_EQ(interno.GetGruppoPreferito(), "VEN");
-  EXPECT_EQ(interno.DescGruppoCorrente(), "Vendite");
+  EXPECT_EQ(GetGruppoPreferito(interno.contesto, interno.oggetti), "VEN");
+  EXPECT_EQ(interno.contesto.DescGruppoCorrente, "Vendite");
   EXPECT_THAT(journal->Righe(),
               ElementsAre("ConnectionADO.Execute -1           SELECT  FW06_CODICE,FW06_DESCR \r\n"
                           " FROM    FW07_APPUSER \r\n"
@@ -320,35 +321,38 @@ TEST_F(ContestoUtente, ThePreferredGroupIsReadByIdWithItsDescription) {
 }
 
 TEST_F(ContestoUtente, NullsOfUserAndGroupCountAsEmpty) {
-  interno.DescUtenteCorrente() = interno.DescGruppoCorrente() = "prima";
+  interno.contesto.DescUtenteCorrente = interno.contesto.DescGruppoCorrente = "prima";
   connessione->Risponde("FW07_USERNAME", {{{"FW07_USERNAME", host::Null{}}, {"FW07_DESCR", host::Null{}}}});
   connessione->Risponde("FW06_GROUPUSR", {{{"FW06_CODICE", host::Null{}}, {"FW06_DESCR", host::Null{}}}});
-  EXPECT_EQ(interno.GetUtenteApplicazione(), "");
-  EXPECT_EQ(interno.GetGruppoPreferito(), "");
-  EXPECT_EQ(interno.DescUtenteCorrente() + interno.DescGruppoCorrente(), "");
+  EXPECT_EQ(GetUtenteApplicazione(interno.contesto, interno.oggetti), "");
+  EXPECT_EQ(GetGruppoPreferito(interno.contesto, interno.oggetti), "");
+  EXPECT_EQ(interno.contesto.DescUtenteCorrente + interno.contesto.DescGruppoCorrente, "");
 }
 
 TEST_F(ContestoUtente, WithoutARowUserAndGroupAreEmptyAndTheDescriptionsStay) {
-  interno.DescUtenteCorrente() = interno.DescGruppoCorrente() = "prima";
-  EXPECT_EQ(interno.GetUtenteApplicazione(), "");
-  EXPECT_EQ(interno.GetGruppoPreferito(), "");
-  EXPECT_EQ(interno.DescUtenteCorrente(), "prima");
-  EXPECT_EQ(interno.DescGruppoCorrente(), "prima");
+  interno.contesto.DescUtenteCorrente = interno.contesto.DescGruppoCorrente = "prima";
+  EXPECT_EQ(GetUtenteApplicazione(interno.contesto, interno.oggetti), "");
+  EXPECT_EQ(GetGruppoPreferito(interno.contesto, interno.oggetti), "");
+  EXPECT_EQ(interno.contesto.DescUtenteCorrente, "prima");
+  EXPECT_EQ(interno.contesto.DescGruppoCorrente, "prima");
 }
 
 TEST_F(ContestoUtente, FailuresOfUserAndGroupGoToTheCaller) {
   journal->Fallisce("ConnectionADO.Execute -1");
-  EXPECT_EQ(NumeroDi([&] { static_cast<void>(interno.GetUtenteApplicazione()); }), 1001);
-  EXPECT_EQ(NumeroDi([&] { static_cast<void>(interno.GetGruppoPreferito()); }), 1001);
+  EXPECT_EQ(NumeroDi([&] { static_cast<void>(GetUtenteApplicazione(interno.contesto, interno.oggetti)); }),
+            1001);
+  EXPECT_EQ(NumeroDi([&] { static_cast<void>(GetGruppoPreferito(interno.contesto, interno.oggetti)); }),
+            1001);
   servizio->ConnectionADO.reset();
-  EXPECT_EQ(NumeroDi([&] { static_cast<void>(interno.GetUtenteApplicazione()); }), 91);
-  EXPECT_EQ(NumeroDi([&] { static_cast<void>(interno.GetGruppoPreferito()); }), 91);
+  EXPECT_EQ(NumeroDi([&] { static_cast<void>(GetUtenteApplicazione(interno.contesto, interno.oggetti)); }),
+            91);
+  EXPECT_EQ(NumeroDi([&] { static_cast<void>(GetGruppoPreferito(interno.contesto, interno.oggetti)); }), 91);
 }
 
 TEST_F(ContestoUtente, CodesOfAnIdAreReadFromTheUsersOwnRow) {
   connessione->Risponde("FW07_APPUSER", {{{"FW07_CODICE", "ANNA"}, {"FW07_CODICE_FW06", "VEN"}}});
-  EXPECT_EQ(interno.GetCodiceUtente(42), "ANNA");
-  EXPECT_EQ(interno.GetCodiceGruppo(-1), "VEN");
+  EXPECT_EQ(GetCodiceUtente(interno.contesto, 42), "ANNA");
+  EXPECT_EQ(GetCodiceGruppo(interno.contesto, -1), "VEN");
   EXPECT_THAT(
       journal->Righe(),
       ElementsAre(
@@ -360,14 +364,14 @@ TEST_F(ContestoUtente, CodesOfAnIdAreReadFromTheUsersOwnRow) {
 }
 
 TEST_F(ContestoUtente, CodesOfAnIdAreEmptyWhateverFails) {
-  EXPECT_EQ(interno.GetCodiceUtente(42) + interno.GetCodiceGruppo(42), "");  // no row
+  EXPECT_EQ(GetCodiceUtente(interno.contesto, 42) + GetCodiceGruppo(interno.contesto, 42), "");  // no row
   connessione->Risponde("FW07_APPUSER",
                         {{{"FW07_CODICE", host::Null{}}, {"FW07_CODICE_FW06", host::Variant::Array{}}}});
-  EXPECT_EQ(interno.GetCodiceUtente(42) + interno.GetCodiceGruppo(42), "");
+  EXPECT_EQ(GetCodiceUtente(interno.contesto, 42) + GetCodiceGruppo(interno.contesto, 42), "");
   journal->Fallisce("ConnectionADO.Execute");
-  EXPECT_EQ(interno.GetCodiceUtente(42) + interno.GetCodiceGruppo(42), "");
+  EXPECT_EQ(GetCodiceUtente(interno.contesto, 42) + GetCodiceGruppo(interno.contesto, 42), "");
   servizio->ConnectionADO.reset();
-  EXPECT_EQ(interno.GetCodiceUtente(42) + interno.GetCodiceGruppo(42), "");
+  EXPECT_EQ(GetCodiceUtente(interno.contesto, 42) + GetCodiceGruppo(interno.contesto, 42), "");
   EXPECT_THAT(Messaggi(), IsEmpty());
 }
 
@@ -376,7 +380,7 @@ TEST_F(ContestoUtente, CodesOfAnIdAreEmptyWhateverFails) {
 TEST_F(ContestoUtente, TheCompanyIsReadIntoItsSixFields) {
   servizio->DittaCorrente = "3";
   ConAzienda("  Azienda S.p.A. ");
-  interno.CaricaDatiAziendaCorrente();
+  CaricaDatiAziendaCorrente(interno.contesto);
   EXPECT_THAT(Azienda(), ElementsAre("  Azienda S.p.A. ", "Via Roma 1", "20100", "Milano", "MI",
                                      "info@azienda.example"));
 }
@@ -385,7 +389,7 @@ TEST_F(ContestoUtente, WithoutACompanyFiveFieldsAreEmptiedAndTheMailAddressStays
   for (const auto& ditta : {host::Variant(), host::Variant(host::Null{}), host::Variant("   ")}) {
     RiempiAzienda();
     servizio->DittaCorrente = ditta;
-    interno.CaricaDatiAziendaCorrente();
+    CaricaDatiAziendaCorrente(interno.contesto);
     EXPECT_THAT(Azienda(), ElementsAre("", "", "", "", "", "prima"));
   }
   EXPECT_THAT(connessione->Statements(), IsEmpty());
@@ -393,14 +397,14 @@ TEST_F(ContestoUtente, WithoutACompanyFiveFieldsAreEmptiedAndTheMailAddressStays
 
 TEST_F(ContestoUtente, CompanyZeroIsACompany) {
   servizio->DittaCorrente = 0;
-  interno.CaricaDatiAziendaCorrente();
+  CaricaDatiAziendaCorrente(interno.contesto);
   EXPECT_THAT(connessione->Statements(), ElementsAre(HasSubstr(" WHERE CG18_DITTA = 0")));
 }
 
 TEST_F(ContestoUtente, ACompanyWithoutARowEmptiesAllSixFields) {
   RiempiAzienda();
   servizio->DittaCorrente = 3;
-  interno.CaricaDatiAziendaCorrente();
+  CaricaDatiAziendaCorrente(interno.contesto);
   EXPECT_THAT(Azienda(), ElementsAre("", "", "", "", "", ""));
 }
 
@@ -413,11 +417,11 @@ TEST_F(ContestoUtente, NullsOfTheCompanyAreEmptyExceptItsName) {
                                     {"CG16_CITTA", host::Null{}},
                                     {"CG16_PROV", host::Null{}},
                                     {"CG16_INDEMAIL", host::Null{}}}});
-  interno.CaricaDatiAziendaCorrente();
+  CaricaDatiAziendaCorrente(interno.contesto);
   EXPECT_THAT(Azienda(), ElementsAre("Azienda", "", "", "", "", ""));
   RiempiAzienda();
   ConAzienda(host::Null{});
-  EXPECT_EQ(NumeroDi([&] { interno.CaricaDatiAziendaCorrente(); }), 94);
+  EXPECT_EQ(NumeroDi([&] { CaricaDatiAziendaCorrente(interno.contesto); }), 94);
   EXPECT_THAT(Azienda(), ElementsAre("prima", "prima", "prima", "prima", "prima", "prima"));
 }
 
@@ -426,8 +430,9 @@ TEST_F(ContestoUtente, NoResultOfThisSubjectIsClosed) {
   ConAzienda();
   connessione->Risponde(kIdUtente, {{{"FW07_ID", 42}}});
   servizio->InizializzaRegistroInvioMail("V", "O", "ANNA", "VEN", "T");
-  static_cast<void>(interno.GetUtenteApplicazione() + interno.GetGruppoPreferito() +
-                    interno.GetCodiceUtente(1));
+  static_cast<void>(GetUtenteApplicazione(interno.contesto, interno.oggetti) +
+                    GetGruppoPreferito(interno.contesto, interno.oggetti) +
+                    GetCodiceUtente(interno.contesto, 1));
   EXPECT_EQ(journal->Conta("RecordSet.Close"), 0U);
 }
 

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "channels/smtp_channel.h"
 #include "fakes/servizio_di_prova.h"
 
 namespace orve {
@@ -15,13 +16,13 @@ class CanaleSmtp : public fakes::ServizioDiProva {
   CanaleSmtp() {
     connessione->Risponde("SELECT FW07_CODICE ", {{{"FW07_CODICE", "U01"}}});
     connessione->Risponde("SELECT FW07_CODICE_FW06 ", {{{"FW07_CODICE_FW06", "AMM"}}});
-    interno.IdUtenteCorrente() = 7;
-    interno.SmtpServer() = "smtp.orve.example";
-    interno.SmtpPorta() = 587;
-    interno.SmtpUtente() = "utente";
-    interno.SmtpPassword() = "parolasegreta";
-    interno.SmtpAuth() = 1;
-    interno.SmtpCrypt() = 1;
+    interno.contesto.IdUtenteCorrente = 7;
+    interno.account.SmtpServer = "smtp.orve.example";
+    interno.account.SmtpPorta = 587;
+    interno.account.SmtpUtente = "utente";
+    interno.account.SmtpPassword = "parolasegreta";
+    interno.account.SmtpAuth = 1;
+    interno.account.SmtpCrypt = 1;
     servizio->SrvMailInstallato = kvSMTPSSLMail;
     servizio->vSenderAddress = "info@orve.example";
     servizio->vSenderName = "Orve S.p.A.";
@@ -51,7 +52,7 @@ class CanaleSmtp : public fakes::ServizioDiProva {
     mittente->IsSsl(true);
     mittente->DeliveryStatus(1);
     servizio->vMittente = mittente;
-    interno.UsaMittenteScelto() = true;
+    interno.account.UsaMittenteScelto = true;
   }
   /// What was handed to the component as recipients, as "list kind".
   std::vector<std::string> Elenchi() const {
@@ -83,7 +84,8 @@ class CanaleSmtp : public fakes::ServizioDiProva {
     servizio->vDitta = testo;
     servizio->vCorpoMail = testo;
     ConAllegati({testo});
-    interno.SendWithSmtp();
+    SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+                 interno.oggetti);
   }
   std::vector<std::string> Registro() const { return journal->Righe({"ObjRegistroInvio."}); }
 };

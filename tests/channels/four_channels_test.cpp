@@ -36,14 +36,14 @@ class Prova {
     servizio->vNotifyDelivery = true;
     servizio->IsPec(true);
     servizio->vCollDestinatari = std::make_shared<CollDestinatari>(ambiente);
-    interno.PathTemp() = "C:\\Temp";
-    interno.FlagBcc() = true;
-    interno.StatoInvio() = kvInvioNonImpostato;  // to see whether a channel touches it
-    interno.SmtpServer() = "smtp.azienda.example";
+    interno.impostazioni.PathTemp = "C:\\Temp";
+    interno.impostazioni.FlagBcc = true;
+    interno.esito.StatoInvio = kvInvioNonImpostato;  // to see whether a channel touches it
+    interno.account.SmtpServer = "smtp.azienda.example";
     servizio->vSenderAddress = "noi@azienda.example";
     ambiente->versioneOutlook = "14.0.0.7268";
-    interno.objOutlookApp() = ambiente->CreaOutlook();
-    interno.ObjRegistroInvio() = ambiente->CreaRegistroInvio();
+    interno.oggetti.objOutlookApp = ambiente->CreaOutlook();
+    interno.oggetti.ObjRegistroInvio = ambiente->CreaRegistroInvio();
   }
   Prova(const Prova&) = delete;
   Prova& operator=(const Prova&) = delete;
@@ -138,8 +138,9 @@ class Prova {
   std::shared_ptr<fakes::FakeAmbiente> ambiente = std::make_shared<fakes::FakeAmbiente>();
   fakes::JournalPtr journal = ambiente->journal;
   std::shared_ptr<fakes::FakeConnection> connessione = std::make_shared<fakes::FakeConnection>(journal);
-  std::unique_ptr<CLSFW_MAILSERVER> servizio = std::make_unique<CLSFW_MAILSERVER>(ambiente);
-  AccessoInterno interno{*servizio};
+  fakes::ServizioAperto aperto{ambiente};
+  std::unique_ptr<CLSFW_MAILSERVER>& servizio = aperto.servizio;
+  Interno& interno = aperto.interno;
 };
 
 /// A blank at the end of a line stands as "·", so that it can be seen, and a line end inside a text as "¶".
@@ -205,7 +206,7 @@ TEST(QuattroCanali, AMessageWithoutAMainRecipientCutsTheNameOfBeforeAndEmptiesTh
 TEST(QuattroCanali, AMessageThatIsDeliveredWithoutARegister) {
   Confronta("delivered_without_register", [](Prova& prova) {
     UnoConAllegato(prova);
-    prova.interno.ObjRegistroInvio().reset();
+    prova.interno.oggetti.ObjRegistroInvio.reset();
   });
 }
 
@@ -239,14 +240,14 @@ TEST(QuattroCanali, AMessageThatIsRefusedWithoutARegister) {
   Confronta("refused_without_register", [](Prova& prova) {
     UnoConAllegato(prova);
     Rifiuta(prova);
-    prova.interno.ObjRegistroInvio().reset();
+    prova.interno.oggetti.ObjRegistroInvio.reset();
   });
 }
 
 TEST(QuattroCanali, AChannelThatDoesNotOpen) {
   Confronta("not_opened", [](Prova& prova) {
     UnoConAllegato(prova);
-    prova.interno.SmtpServer().clear();
+    prova.interno.account.SmtpServer.clear();
     prova.ambiente->versioneOutlook = "16";  // no number in front of a point
     prova.journal->Fallisce("MAPIMessages.Compose", {1001, "MAPI", "nessuna sessione"});
     prova.ambiente->esitoLogonMapi = 3;
@@ -266,7 +267,7 @@ TEST(QuattroCanali, AMemberThatRaisesInTheMiddle) {
 TEST(QuattroCanali, AChannelWhoseObjectIsNotThere) {
   Confronta("object_not_there", [](Prova& prova) {
     UnoConAllegato(prova);
-    prova.interno.objOutlookApp().reset();
+    prova.interno.oggetti.objOutlookApp.reset();
     for (const char* oggetto :
          {"Ambiente.CreaComponenteSmtp", "Ambiente.CreaMAPIMessages", "Ambiente.CreaMapi32"}) {
       prova.journal->Fallisce(oggetto, host::Errore(host::kOggettoNonCreabile));

@@ -21,7 +21,7 @@ using ::testing::Not;
 class CanaleMapi32 : public fakes::ServizioDiProva {
  protected:
   CanaleMapi32() {
-    interno.PathTemp() = "C:\\Temp";
+    interno.impostazioni.PathTemp = "C:\\Temp";
     servizio->SrvMailInstallato = kvMAPI;
     servizio->ModalitaInvio(kvAutomatico);
     servizio->vFlagCorpo = 1;
@@ -29,7 +29,7 @@ class CanaleMapi32 : public fakes::ServizioDiProva {
     servizio->vOggetto = "Fattura 12";
     servizio->vDitta = "Acme S.p.A.";
     servizio->DittaCorrente = 1;
-    interno.StatoInvio() = kvInvioNonImpostato;  // to see whether a run touches it
+    interno.esito.StatoInvio = kvInvioNonImpostato;  // to see whether a run touches it
   }
 
   void ConAllegati(const std::vector<std::string>& percorsi) {
@@ -242,7 +242,7 @@ TEST_F(CanaleMapi32, TheRegisterIsToldAFixedChannelAndNoKindOfIt) {
   servizio->SrvMailInstallato = kvSMTPSSLMail;
   ConRegistro();
   Collezione().Add("anna@x.example", "Anna");
-  interno.SendMailMAPI();
+  SendMailMAPI(interno.messaggio, interno.impostazioni, interno.contesto, interno.esito, interno.oggetti);
   EXPECT_THAT(Registro(), Contains("ObjRegistroInvio.CanaleInvio 2"));
   EXPECT_EQ(journal->Conta("ObjRegistroInvio.TipoCanale"), 0U);
 }

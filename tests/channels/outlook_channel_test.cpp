@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "channels/outlook_channel.h"
 #include "fakes/servizio_di_prova.h"
 
 namespace orve {
@@ -18,8 +19,8 @@ using ::testing::StartsWith;
 class CanaleOutlook : public fakes::ServizioDiProva {
  protected:
   CanaleOutlook() {
-    interno.objOutlookApp() = ambiente->CreaOutlook();
-    interno.PathTemp() = "C:\\Temp";
+    interno.oggetti.objOutlookApp = ambiente->CreaOutlook();
+    interno.impostazioni.PathTemp = "C:\\Temp";
     servizio->SrvMailInstallato = kvOutlook;
     servizio->ModalitaInvio(kvAutomatico);
     servizio->vFlagCorpo = 1;
@@ -78,9 +79,9 @@ TEST_F(CanaleOutlook, FillsTheItemSendsItAndRecordsEachRecipientInThisOrder) {
                           "C:\\Doc\\a.pdf|C:\\Doc\\b.pdf|(assente)|Fattura 12|Buongiorno",
                           "ConnectionADO.CreateCommand", "rilascio Attachments", "rilascio MailItem"));
   EXPECT_EQ(servizio->Stato(), kvOK);
-  EXPECT_EQ(interno.objOutlookItem(), nullptr);
-  EXPECT_EQ(interno.objOutlookAllegati(), nullptr);
-  EXPECT_NE(interno.objOutlookApp(), nullptr);
+  EXPECT_EQ(interno.oggetti.objOutlookItem, nullptr);
+  EXPECT_EQ(interno.oggetti.objOutlookAllegati, nullptr);
+  EXPECT_NE(interno.oggetti.objOutlookApp, nullptr);
   EXPECT_THAT(Messaggi(), IsEmpty());
 }
 
@@ -151,7 +152,7 @@ class VersioneIlleggibile : public CanaleOutlook, public ::testing::WithParamInt
 TEST_P(VersioneIlleggibile, EndsTheSendBeforeAnItemIsMade) {
   ambiente->versioneOutlook = GetParam().versione;
   servizio->ModalitaInvio(kvManuale);
-  interno.StatoInvio() = kvInvioNonImpostato;
+  interno.esito.StatoInvio = kvInvioNonImpostato;
   ConRegistro();
   Collezione().Add("anna@x.example", "Anna");
   journal->Svuota();
@@ -174,7 +175,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& caso) { return std::string(caso.param.etichetta); });
 
 TEST_F(CanaleOutlook, AMissingApplicationIsAnErrorBehindTheKindOfChannel) {
-  interno.objOutlookApp().reset();
+  interno.oggetti.objOutlookApp.reset();
   ConRegistro();
   Collezione().Add("anna@x.example", "Anna");
   journal->Svuota();
@@ -207,7 +208,8 @@ TEST_F(CanaleOutlook, TheRegisterIsToldTheChannelOfTheSettings) {
   servizio->SrvMailInstallato = kvSMTPSSLMail;
   ConRegistro();
   Collezione().Add("anna@x.example", "Anna");
-  interno.SendWithOutlook();
+  SendWithOutlook(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+                  interno.oggetti);
   EXPECT_THAT(Registro(), Contains("ObjRegistroInvio.CanaleInvio 77"));
 }
 
@@ -261,7 +263,7 @@ TEST_F(CanaleOutlook, WithoutARecipientTheItemIsMadeAndFilledButNotSent) {
     if (presente) Collezione();
     servizio->vElencoAllegati = {};
     ConAllegati({"C:\\Doc\\a.pdf"});
-    interno.StatoInvio() = kvErroreInvioMail;
+    interno.esito.StatoInvio = kvErroreInvioMail;
     ConRegistro();
     journal->Svuota();
     servizio->InviaMail();
@@ -271,8 +273,8 @@ TEST_F(CanaleOutlook, WithoutARecipientTheItemIsMadeAndFilledButNotSent) {
                             "Attachments.Add C:\\Doc\\a.pdf"))
         << presente;
     EXPECT_EQ(servizio->Stato(), kvErroreInvioMail) << presente;
-    EXPECT_NE(interno.objOutlookItem(), nullptr) << presente;
-    EXPECT_NE(interno.objOutlookAllegati(), nullptr) << presente;
+    EXPECT_NE(interno.oggetti.objOutlookItem, nullptr) << presente;
+    EXPECT_NE(interno.oggetti.objOutlookAllegati, nullptr) << presente;
     EXPECT_THAT(Messaggi(), IsEmpty());
     EXPECT_EQ(UltimaRigaLog(), "");
   }
@@ -289,7 +291,7 @@ class CopiaDelMittente : public CanaleOutlook, public ::testing::WithParamInterf
 
 TEST_P(CopiaDelMittente, StandsBehindTheCopyListWithItsPrefix) {
   ambiente->versioneOutlook = GetParam().versione;
-  interno.FlagBcc() = true;
+  interno.impostazioni.FlagBcc = true;
   Collezione().Add("a@x.example", "Anna");
   if (GetParam().conCC) Collezione().AddFromLista("c@x.example", "Carla", "", 1);
   servizio->InviaMail();
@@ -363,7 +365,7 @@ TEST_F(CanaleOutlook, AFailedSendLeavesTheKindOfChannelAndNothingElse) {
     servizio->vCollDestinatari.reset();
     Collezione().Add("a@x.example", "Anna");
     servizio->ModalitaInvio(modo);
-    interno.StatoInvio() = kvInvioNonImpostato;
+    interno.esito.StatoInvio = kvInvioNonImpostato;
     ConRegistro();
     journal->Svuota();
     journal->DimenticaPiani();
@@ -372,8 +374,8 @@ TEST_F(CanaleOutlook, AFailedSendLeavesTheKindOfChannelAndNothingElse) {
     EXPECT_THAT(Registro(), ElementsAre("ObjRegistroInvio.TipoCanale 3")) << modo;
     EXPECT_EQ(journal->Conta("ConnectionADO.CreateCommand"), 0U) << modo;
     EXPECT_EQ(servizio->Stato(), kvInvioNonImpostato) << modo;
-    EXPECT_NE(interno.objOutlookItem(), nullptr) << modo;
-    EXPECT_NE(interno.objOutlookAllegati(), nullptr) << modo;
+    EXPECT_NE(interno.oggetti.objOutlookItem, nullptr) << modo;
+    EXPECT_NE(interno.oggetti.objOutlookAllegati, nullptr) << modo;
     if (modo == kvManuale) {
       EXPECT_EQ(UltimaRigaLog(), "");
       EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg -2147467259-operazione annullata in "
@@ -401,24 +403,24 @@ TEST_F(CanaleOutlook, TheItemOfAFailedRunStaysWhereTheNextRunCannotMakeOne) {
   Collezione().Add("a@x.example", "Anna");
   journal->Fallisce("MailItem.Send");
   servizio->InviaMail();
-  const auto elemento = interno.objOutlookItem();
-  const auto allegati = interno.objOutlookAllegati();
+  const auto elemento = interno.oggetti.objOutlookItem;
+  const auto allegati = interno.oggetti.objOutlookAllegati;
   journal->Fallisce("Outlook.createItem");
   servizio->InviaMail();
   ASSERT_NE(elemento, nullptr);
-  EXPECT_EQ(interno.objOutlookItem(), elemento);
-  EXPECT_EQ(interno.objOutlookAllegati(), allegati);
+  EXPECT_EQ(interno.oggetti.objOutlookItem, elemento);
+  EXPECT_EQ(interno.oggetti.objOutlookAllegati, allegati);
 }
 
 TEST_F(CanaleOutlook, AFailingRegisterBehindTheSendLeavesTheStateAndTheItem) {
   ConRegistro();
   Collezione().Add("a@x.example", "Anna");
-  interno.StatoInvio() = kvErroreInvioMail;
+  interno.esito.StatoInvio = kvErroreInvioMail;
   journal->Fallisce("ObjRegistroInvio.RegistraInvio", {1001, "Registro", "pieno"});
   servizio->InviaMail();
   EXPECT_TRUE(Inviato());
   EXPECT_EQ(servizio->Stato(), kvErroreInvioMail);
-  EXPECT_NE(interno.objOutlookItem(), nullptr);
+  EXPECT_NE(interno.oggetti.objOutlookItem, nullptr);
   EXPECT_THAT(UltimaRigaLog(), HasSubstr("ErroreInvio   SendWithOutlook   "));
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "channels/simple_mapi_channel.h"
 #include "fakes/servizio_di_prova.h"
 
 namespace orve {
@@ -19,8 +20,8 @@ using ::testing::StartsWith;
 class CanaleSimpleMapi : public fakes::ServizioDiProva {
  protected:
   CanaleSimpleMapi() {
-    interno.PathTemp() = "C:\\Temp";
-    interno.MapiSessionID() = 4711;
+    interno.impostazioni.PathTemp = "C:\\Temp";
+    interno.oggetti.MapiSessionID = 4711;
     servizio->SrvMailInstallato = kvSimpleMAPI;
     servizio->ModalitaInvio(kvAutomatico);
     servizio->vFlagCorpo = 1;
@@ -86,7 +87,7 @@ TEST_F(CanaleSimpleMapi, FillsTheSlotsSendsAndRecordsEachRecipientInThisOrder) {
                   "C:\\Doc\\a.pdf|C:\\Doc\\b.pdf|(assente)|Fattura 12|Buongiorno",
                   "ConnectionADO.CreateCommand", "rilascio MAPIMessages"));
   EXPECT_EQ(servizio->Stato(), kvOK);
-  EXPECT_EQ(interno.objMapiMessages(), nullptr);
+  EXPECT_EQ(interno.oggetti.objMapiMessages, nullptr);
   EXPECT_EQ(servizio->vIndDestinatario, "Anna <anna@x.example>");
   EXPECT_THAT(Messaggi(), IsEmpty());
 }
@@ -128,20 +129,20 @@ TEST_F(CanaleSimpleMapi, AfterAFailureTheMessageStaysAndTheNextDeliveryWorksOnIt
   servizio->SrvMailInstallato = kvSimpleMAPI;
   journal->Fallisce("MAPIMessages.Send");
   servizio->AvviaProceduraInvio();
-  EXPECT_NE(interno.objMapiMessages(), nullptr);
+  EXPECT_NE(interno.oggetti.objMapiMessages, nullptr);
   EXPECT_EQ(journal->Conta("rilascio"), 0U);
   Ricomincia();
   servizio->InviaMail();
   EXPECT_THAT(journal->Righe({"Ambiente.CreaMAPIMessages", "MAPIMessages.Sess", "MAPIMessages.Compose"}),
               IsEmpty());
   EXPECT_TRUE(Inviato());
-  EXPECT_EQ(interno.objMapiMessages(), nullptr);
+  EXPECT_EQ(interno.oggetti.objMapiMessages, nullptr);
 }
 
 TEST_F(CanaleSimpleMapi, AnEmptyCollectionIsAQuietEnd) {
   Collezione();
   ConRegistro();
-  interno.StatoInvio() = kvInvioNonImpostato;
+  interno.esito.StatoInvio = kvInvioNonImpostato;
   journal->Svuota();
   servizio->InviaMail();
   EXPECT_THAT(journal->Righe(), IsEmpty());
@@ -151,7 +152,7 @@ TEST_F(CanaleSimpleMapi, AnEmptyCollectionIsAQuietEnd) {
 TEST_F(CanaleSimpleMapi, AMissingCollectionIsAnErrorAndNotAQuietEnd) {
   for (const bool conRegistro : {false, true}) {
     if (conRegistro) ConRegistro();
-    interno.StatoInvio() = kvOK;
+    interno.esito.StatoInvio = kvOK;
     journal->Svuota();
     servizio->InviaMail();
     EXPECT_EQ(servizio->Stato(), kvErroreInvioMail);
@@ -336,9 +337,11 @@ TEST_F(CanaleSimpleMapi, TheRegisterIsToldTheChannelOfTheSettings) {
   servizio->SrvMailInstallato = kvSMTPSSLMail;
   ConRegistro();
   Collezione().Add("anna@x.example", "Anna");
-  interno.SendWithSimpleMAPI();
+  SendWithSimpleMAPI(interno.messaggio, interno.impostazioni, interno.account, interno.contesto,
+                     interno.esito, interno.oggetti);
   journal->Fallisce("MAPIMessages.Send");
-  interno.SendWithSimpleMAPI();
+  SendWithSimpleMAPI(interno.messaggio, interno.impostazioni, interno.account, interno.contesto,
+                     interno.esito, interno.oggetti);
   EXPECT_THAT(Registro(), Contains("ObjRegistroInvio.CanaleInvio 77").Times(2));
 }
 
@@ -365,7 +368,7 @@ TEST_F(CanaleSimpleMapi, ASlotNumberThatDoesNotFitSixteenBitsIsAnOverflow) {
 TEST_F(CanaleSimpleMapi, TheStateIsSetBeforeTheRecordsAreWritten) {
   ConRegistro();
   Collezione().Add("anna@x.example", "Anna");
-  interno.StatoInvio() = kvInvioNonImpostato;
+  interno.esito.StatoInvio = kvInvioNonImpostato;
   std::vector<kvEnum_ErroreMail> visti;
   journal->Quando("ObjRegistroInvio.EsitoInvio", [&] { visti.push_back(servizio->Stato()); });
   servizio->InviaMail();
@@ -385,7 +388,7 @@ TEST_F(CanaleSimpleMapi, TheDeliveryNotificationHasNoEffectHere) {
 }
 
 TEST_F(CanaleSimpleMapi, TheSessionIsSignedOffWhenTheServiceEnds) {
-  interno.objMapiSession() = ambiente->CreaMAPISession();
+  interno.oggetti.objMapiSession = ambiente->CreaMAPISession();
   Collezione().Add("anna@x.example", "Anna");
   servizio->AvviaProceduraInvio();
   EXPECT_EQ(journal->Conta("MAPISession.SignOff"), 0U);

@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "channels/canale_smtp.h"
+#include "channels/smtp_channel.h"
 
 namespace orve {
 namespace {
@@ -31,7 +32,8 @@ TEST_F(CanaleSmtp, AWholeSendInItsOrder) {
   servizio->ReadReceipt = true;
   servizio->vNotifyDelivery = true;
   journal->Svuota();
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
 
   const std::string riga = "ObjRegistroInvio.RegistraInvio ";
   const std::string codaRiga = R"(|C:\Doc\a.pdf|C:\Doc\b.pdf||Fattura 12|Gentile Uno)";
@@ -85,7 +87,8 @@ TEST_F(CanaleSmtp, AWholeSendInItsOrder) {
 TEST_F(CanaleSmtp, AfterTheRunNamesListAndBodyStayInTheService) {
   ConDestinatario("uno@x.it", "Uno");
   ConDestinatario("due@x.it", "Due");
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_EQ(servizio->vNome, "Uno, Due");
   EXPECT_EQ(servizio->vIndDestinatario, "Uno <uno@x.it>;Due <due@x.it>");
   EXPECT_EQ(servizio->vCorpoMail, "Gentile Uno, Due");
@@ -95,7 +98,8 @@ TEST_F(CanaleSmtp, TheBodyIsTheOneFromBeforeTheAttachments) {
   ConDestinatario("uno@x.it", "Uno");
   ConAllegati({"C:\\a.pdf"});
   journal->Quando("smtp.AddAttachment", [this] { servizio->vCorpoMail = "altro"; });
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_EQ(servizio->vCorpoMail, "Gentile Uno");
 }
 
@@ -139,7 +143,8 @@ TEST_F(CanaleSmtp, TheListsByBox) {
     servizio->vCollDestinatari.reset();
     Collezione();
     for (const auto& voce : caso.voci) ConDestinatario("x", voce.nome, voce.casella);
-    interno.SendWithSmtp();
+    SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+                 interno.oggetti);
     std::vector<std::string> want = {std::string(caso.wantA) + " 0"};
     if (*caso.wantCC != '\0') want.push_back(std::string(caso.wantCC) + " 1");
     if (*caso.wantCCn != '\0') want.push_back(std::string(caso.wantCCn) + " 2");
@@ -152,27 +157,31 @@ TEST_F(CanaleSmtp, TheListsByBox) {
 TEST_F(CanaleSmtp, CasellaThreeAfterAnAGivesTwoEntriesWithoutASeparatorAndOneAtTheEnd) {
   ConDestinatario("a@x.it", "Anna", 0);
   ConDestinatario("b@x.it", "Bruno", 3);
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_THAT(Elenchi(), ElementsAre("Anna <a@x.it>Bruno <b@x.it>; 0"));
 }
 
 TEST_F(CanaleSmtp, AnEmptyAListIsHandedOnAllTheSame) {
   ConDestinatario("cc@x.it", "Carla", kvCasellaCC);
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_THAT(Elenchi(), ElementsAre(" 0", "Carla <cc@x.it> 1"));
 }
 
 TEST_F(CanaleSmtp, ABlankRecipientIsNotSkipped) {
   ConDestinatario("", "");
   ConDestinatario("a@x.it", "Anna");
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_THAT(Elenchi(), ElementsAre(" <>;Anna <a@x.it> 0"));
 }
 
 TEST_F(CanaleSmtp, ANameWithACommaIsQuotedInTheListAndBareInTheRegister) {
   ConRegistro();
   ConDestinatario("m@x.it", "Rossi, Mario");
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_THAT(Elenchi(), ElementsAre("\"Rossi, Mario\" <m@x.it> 0"));
   EXPECT_THAT(journal->Righe({"ObjRegistroInvio.RegistraInvio"}),
               ElementsAre("ObjRegistroInvio.RegistraInvio Rossi, Mario|Bianchi S.r.l.|Rossi, "
@@ -182,7 +191,8 @@ TEST_F(CanaleSmtp, ANameWithACommaIsQuotedInTheListAndBareInTheRegister) {
 TEST_F(CanaleSmtp, NamesAreAppendedToWhatTheFieldHolds) {
   servizio->vNome = "prima ";
   ConDestinatario("a@x.it", "Anna");
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_EQ(servizio->vNome, "prima Anna");
 }
 
@@ -195,31 +205,35 @@ TEST_F(CanaleSmtp, TheLastTwoCharactersOfTheNamesGoInAnyCase) {
   for (const auto& caso :
        std::vector<Caso>{{"Anna", "An"}, {"è così", "è co"}, {"ab", ""}, {"a", ""}, {"", ""}}) {
     servizio->vNome = caso.nome;
-    interno.SendWithSmtp();
+    SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+                 interno.oggetti);
     EXPECT_EQ(servizio->vNome, caso.want) << caso.nome;
   }
 }
 
 TEST_F(CanaleSmtp, FlagBccGivesAVisibleCopyThatStandsBareInFrontOfTheCCEntries) {
-  interno.FlagBcc() = true;
+  interno.impostazioni.FlagBcc = true;
   ConDestinatario("a@x.it", "Anna");
   ConDestinatario("c@x.it", "Carla", kvCasellaCC);
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_THAT(Elenchi(), ElementsAre("Anna <a@x.it> 0", "info@orve.example;Carla <c@x.it> 1"));
 }
 
 TEST_F(CanaleSmtp, FlagBccAloneGivesTheBareSenderAsCopy) {
-  interno.FlagBcc() = true;
+  interno.impostazioni.FlagBcc = true;
   ConDestinatario("a@x.it", "Anna");
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_THAT(Elenchi(), ElementsAre("Anna <a@x.it> 0", "info@orve.example 1"));
 }
 
 TEST_F(CanaleSmtp, TheChosenSenderWinsOverTheLoadedAccount) {
   ConMittenteScelto();
   ConDestinatario("a@x.it", "Anna");
-  interno.FlagBcc() = true;
-  interno.SendWithSmtp();
+  interno.impostazioni.FlagBcc = true;
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_THAT(
       journal->Righe({"smtp.ServerAddr", "smtp.UserName", "smtp.Password", "smtp.ServerPort",
                       "smtp.ConnectType", "smtp.From", "smtp.DeliveryNotification", "smtp.AddHeader",
@@ -228,12 +242,12 @@ TEST_F(CanaleSmtp, TheChosenSenderWinsOverTheLoadedAccount) {
                   "smtp.From Vendite", "smtp.FromAddr <vendite@orve.example>",
                   "smtp.AddRecipientEx Anna <a@x.it> 0", "smtp.AddRecipientEx vendite@orve.example 1",
                   "smtp.FromAddr", "smtp.AddHeader Disposition-Notification-To: <vendite@orve.example>"));
-  EXPECT_EQ(interno.SmtpServer(), "smtp.altro.example");
-  EXPECT_EQ(interno.SmtpPorta(), 465);
-  EXPECT_EQ(interno.SmtpAuth(), 0);
-  EXPECT_EQ(interno.SmtpUtente(), "altro");
-  EXPECT_EQ(interno.SmtpPassword(), "altrasegreta");
-  EXPECT_EQ(interno.SmtpCrypt(), 2);
+  EXPECT_EQ(interno.account.SmtpServer, "smtp.altro.example");
+  EXPECT_EQ(interno.account.SmtpPorta, 465);
+  EXPECT_EQ(interno.account.SmtpAuth, 0);
+  EXPECT_EQ(interno.account.SmtpUtente, "altro");
+  EXPECT_EQ(interno.account.SmtpPassword, "altrasegreta");
+  EXPECT_EQ(interno.account.SmtpCrypt, 2);
   EXPECT_EQ(servizio->vSenderAddress, "vendite@orve.example");
   EXPECT_EQ(servizio->vSenderName, "Vendite");
   EXPECT_TRUE(servizio->ReadReceipt);
@@ -245,23 +259,26 @@ TEST_F(CanaleSmtp, OnlyTheValueOneOfTheChosenSenderAsksForAReceipt) {
     ConMittenteScelto();
     servizio->vMittente->ReadRcpt(ricevuta);
     servizio->ReadReceipt = true;
-    interno.SendWithSmtp();
+    SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+                 interno.oggetti);
     EXPECT_EQ(servizio->ReadReceipt, ricevuta == 1) << ricevuta;
   }
 }
 
 TEST_F(CanaleSmtp, AChosenSenderWithoutTheMarkIsNotUsed) {
   ConMittenteScelto();
-  interno.UsaMittenteScelto() = false;
+  interno.account.UsaMittenteScelto = false;
   ConDestinatario("a@x.it", "Anna");
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_THAT(journal->Righe({"smtp.ServerAddr"}), ElementsAre("smtp.ServerAddr smtp.orve.example"));
 }
 
 TEST_F(CanaleSmtp, TheMarkWithoutAChosenSenderKeepsTheLoadedAccount) {
-  interno.UsaMittenteScelto() = true;
+  interno.account.UsaMittenteScelto = true;
   ConDestinatario("a@x.it", "Anna");
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_THAT(journal->Righe({"smtp.ServerAddr"}), ElementsAre("smtp.ServerAddr smtp.orve.example"));
 }
 
@@ -269,21 +286,23 @@ TEST_F(CanaleSmtp, AnyAuthenticationOtherThanZeroHandsOverTheCredentials) {
   ConDestinatario("a@x.it", "Anna");
   for (const std::int16_t auth : std::vector<std::int16_t>{-1, 0, 1, 2}) {
     journal->Svuota();
-    interno.SmtpAuth() = auth;
-    interno.SendWithSmtp();
+    interno.account.SmtpAuth = auth;
+    SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+                 interno.oggetti);
     EXPECT_EQ(journal->Conta("smtp.UserName"), auth == 0 ? 0U : 1U) << auth;
     EXPECT_EQ(journal->Conta("smtp.Password"), auth == 0 ? 0U : 1U) << auth;
   }
 }
 
 TEST_F(CanaleSmtp, WithoutAServerNothingIsSubmittedAndNothingRecorded) {
-  interno.SmtpServer().clear();
-  interno.StatoInvio() = kvInvioNonImpostato;
+  interno.account.SmtpServer.clear();
+  interno.esito.StatoInvio = kvInvioNonImpostato;
   ConRegistro();
   ConDestinatario("a@x.it", "Anna");
   ConAllegati({"C:\\a.pdf"});
   journal->Svuota();
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_EQ(servizio->Stato(), kvInvioNonImpostato);
   EXPECT_THAT(journal->Righe({"smtp.", "rilascio"}),
               ElementsAre("smtp.AddAttachment C:\\a.pdf", "rilascio smtp"));
@@ -296,8 +315,10 @@ TEST_F(CanaleSmtp, WithoutAServerNothingIsSubmittedAndNothingRecorded) {
 
 TEST_F(CanaleSmtp, EachSendHasAComponentOfItsOwn) {
   ConDestinatario("a@x.it", "Anna");
-  interno.SendWithSmtp();
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_THAT(journal->Righe({"Ambiente.CreaComponenteSmtp", "smtp.SendMail", "rilascio"}),
               ElementsAre("Ambiente.CreaComponenteSmtp", "smtp.SendMail", "rilascio smtp",
                           "Ambiente.CreaComponenteSmtp", "smtp.SendMail", "rilascio smtp"));
@@ -331,7 +352,8 @@ TEST_F(CanaleSmtp, ManyRecipientsGoIntoOneSubmission) {
     want.append("N").append(numero).append(" <").append(numero).append("@x.it>");
   }
   journal->Svuota();
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_THAT(Elenchi(), ElementsAre(want.append(" 0")));
   EXPECT_EQ(journal->Conta("smtp.SendMail"), 1U);
 }

@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "channels/canale_smtp.h"
+#include "channels/smtp_channel.h"
 #include "fakes/allocazioni.h"
 
 namespace orve {
@@ -44,7 +45,8 @@ TEST_F(CanaleSmtp, TheResultOfTheComponentBecomesStateAndRecord) {
     servizio->vNome.clear();
     servizio->vCorpoMail = "Corpo";
     ambiente->risultatoSmtp = caso.risultato;
-    interno.SendWithSmtp();
+    SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+                 interno.oggetti);
     const std::string etichetta = fakes::Mostra(caso.risultato);
     EXPECT_EQ(servizio->Stato(), caso.wantStato) << etichetta;
     EXPECT_THAT(Registro(), ElementsAre("ObjRegistroInvio.TipoCanale 3",
@@ -61,7 +63,8 @@ TEST_F(CanaleSmtp, AFailedSubmissionRaisesEvent89WithTheErrorText) {
   ConRegistro();
   ConDestinatario("a@x.it", "Anna");
   ambiente->risultatoSmtp = 5;
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_THAT(connessione->Statements().back(),
               testing::AllOf(StartsWith("exec SPFW_AttivaEventoGestionale 1, 89, 7, '"),
                              HasSubstr("<DESRES=Errore nell''invio dati del destinatario/>")));
@@ -72,14 +75,16 @@ TEST_F(CanaleSmtp, CertifiedMailAndThePlainChannelAreToldToTheRegister) {
   ConDestinatario("a@x.it", "Anna");
   servizio->IsPec(true);
   servizio->SrvMailInstallato = kvSMTPMail;
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_THAT(Registro(), Contains("ObjRegistroInvio.TipoCanale 5"));
   EXPECT_THAT(Registro(), Contains("ObjRegistroInvio.CanaleInvio 76"));
 }
 
 TEST_F(CanaleSmtp, WithoutARegisterNoEventIsRaised) {
   ConDestinatario("a@x.it", "Anna");
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_EQ(servizio->Stato(), kvOK);
   EXPECT_EQ(journal->Conta("smtp.SendMail"), 1U);
   EXPECT_EQ(journal->Conta("ConnectionADO.CreateCommand"), 0U);
@@ -89,7 +94,8 @@ TEST_F(CanaleSmtp, AnErrorCaughtInsideTheSubmissionIsRecordedAsAConnectionError)
   ConRegistro();
   ConDestinatario("a@x.it", "Anna");
   journal->Fallisce("smtp.SendMail", {1001, "Prova", "guasto di prova"});
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_EQ(servizio->Stato(), kvErroreInvioMail);
   EXPECT_THAT(Messaggi(),
               ElementsAre("ObjMessaggi.MostraMsg guasto di prova|48|ORVE_MAIL: InviaMailConSSL|(assente)"));
@@ -101,7 +107,8 @@ TEST_F(CanaleSmtp, AResultThatDoesNotFitIsAnErrorBehindTheStateAndBeforeAnyRecor
   ConRegistro();
   ConDestinatario("a@x.it", "Anna");
   ambiente->risultatoSmtp = 40000;
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_EQ(servizio->Stato(), kvErroreInvioMail);
   EXPECT_THAT(Registro(), ElementsAre("ObjRegistroInvio.TipoCanale 3", "ObjRegistroInvio.EsitoInvio 1"));
   EXPECT_EQ(journal->Conta("ConnectionADO.CreateCommand"), 0U);
@@ -112,7 +119,8 @@ TEST_F(CanaleSmtp, AResultThatDoesNotFitIsAnErrorBehindTheStateAndBeforeAnyRecor
 TEST_F(CanaleSmtp, WithoutARegisterAResultThatDoesNotFitIsNoError) {
   ConDestinatario("a@x.it", "Anna");
   ambiente->risultatoSmtp = 40000;
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_EQ(servizio->Stato(), kvErroreInvioMail);
   EXPECT_THAT(Messaggi(), IsEmpty());
 }
@@ -121,7 +129,8 @@ TEST_F(CanaleSmtp, ANullResultIsAFailureThatCannotBeRecorded) {
   ConRegistro();
   ConDestinatario("a@x.it", "Anna");
   ambiente->risultatoSmtp = host::Null{};
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_EQ(servizio->Stato(), kvErroreInvioMail);
   EXPECT_EQ(journal->Conta("ObjRegistroInvio.RegistraInvio"), 0U);
   EXPECT_THAT(Messaggi(), ElementsAre(StartsWith("ObjMessaggi.MostraMsg 94-")));
@@ -130,20 +139,22 @@ TEST_F(CanaleSmtp, ANullResultIsAFailureThatCannotBeRecorded) {
 TEST_F(CanaleSmtp, AttendedAFailureIsShown) {
   journal->Fallisce("Ambiente.CreaComponenteSmtp", {429, "Prova", "componente assente"});
   servizio->ModalitaInvio(kvManuale);
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg 429-componente assente in "
                                       "ORVE_MAILSERVER:CLSFW_MAILSERVER - SendWithSmtp|0||(assente)"));
   EXPECT_THAT(ambiente->file, IsEmpty());
 }
 
 TEST_F(CanaleSmtp, UnattendedAFailureIsLogged) {
-  interno.PathTemp() = "C:\\Temp";
+  interno.impostazioni.PathTemp = "C:\\Temp";
   servizio->vMailAttachment = "C:\\Doc\\fattura.pdf";
   for (const auto modo : {kvAutomatico, kvSemiAuto, kvListaDistribuzione}) {
     ambiente->file.clear();
     journal->Fallisce("Ambiente.CreaComponenteSmtp", {429, "Prova", "componente assente"});
     servizio->ModalitaInvio(modo);
-    interno.SendWithSmtp();
+    SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+                 interno.oggetti);
     EXPECT_THAT(Messaggi(), IsEmpty()) << modo;
     EXPECT_EQ(ambiente->file["C:\\Temp\\ML141126.log"],
               "Destinatario --- StatoInvio --- MetodoFallito --- NomeFile --- Data --- Ora\r\n\r\n"
@@ -177,9 +188,10 @@ TEST_F(CanaleSmtp, EachFailureEndsTheRunWhereItStands) {
   ConDestinatario("b@x.it", "Bruno");
   for (const auto& caso : casi) {
     journal->Svuota();
-    interno.StatoInvio() = kvInvioNonImpostato;
+    interno.esito.StatoInvio = kvInvioNonImpostato;
     journal->Fallisce(caso.guasto, {1001, "Prova", "guasto di prova"});
-    interno.SendWithSmtp();
+    SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+                 interno.oggetti);
     journal->DimenticaPiani();
     EXPECT_EQ(servizio->Stato(), caso.wantStato) << caso.guasto;
     EXPECT_EQ(journal->Conta("smtp.SendMail"), caso.wantInviati) << caso.guasto;
@@ -193,7 +205,8 @@ TEST_F(CanaleSmtp, EachFailureEndsTheRunWhereItStands) {
 }
 
 TEST_F(CanaleSmtp, ACollectionThatIsNoObjectIsReported) {
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_EQ(journal->Conta("smtp.SendMail"), 0U);
   EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg 91-Variabile oggetto non impostata in "
                                       "ORVE_MAILSERVER:CLSFW_MAILSERVER - SendWithSmtp|0||(assente)"));
@@ -204,7 +217,8 @@ TEST_F(CanaleSmtp, AFailingEventCostsTheSendNothing) {
   ConDestinatario("a@x.it", "Anna");
   ConDestinatario("b@x.it", "Bruno");
   journal->Fallisce("ConnectionADO.Execute 1 exec");
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_EQ(journal->Conta("ObjRegistroInvio.RegistraInvio"), 2U);
   EXPECT_THAT(Messaggi(), IsEmpty());
 }
@@ -229,7 +243,7 @@ TEST_F(CanaleSmtp, TheTextOfAnErrorNumber) {
       {-32768, ""},
   };
   for (const auto& caso : casi) {
-    EXPECT_EQ(interno.GetSMTPErrorDescription(caso.codice), caso.want) << caso.codice;
+    EXPECT_EQ(GetSMTPErrorDescription(interno.oggetti, caso.codice), caso.want) << caso.codice;
   }
 }
 
@@ -238,7 +252,8 @@ TEST_F(CanaleSmtp, AnErrorTextThatDoesNotFitIntoMemoryIsShownInEveryModeAndEmpty
     servizio->ModalitaInvio(modo);
     journal->Svuota();
     std::string testo = "prima";
-    fakes::ConAllocazioneCheFallisce(1, [&] { testo = interno.GetSMTPErrorDescription(std::int16_t{0}); });
+    fakes::ConAllocazioneCheFallisce(
+        1, [&] { testo = GetSMTPErrorDescription(interno.oggetti, std::int16_t{0}); });
     EXPECT_EQ(testo, "");
     EXPECT_THAT(journal->Righe(),
                 ElementsAre("ObjMessaggi.MostraMsg 7-Memoria esaurita in "
@@ -247,7 +262,7 @@ TEST_F(CanaleSmtp, AnErrorTextThatDoesNotFitIntoMemoryIsShownInEveryModeAndEmpty
 }
 
 TEST_F(CanaleSmtp, ThePasswordStandsInNoMessageLogOrCall) {
-  interno.PathTemp() = "C:\\Temp";
+  interno.impostazioni.PathTemp = "C:\\Temp";
   ConRegistro();
   ConMittenteScelto();
   ConDestinatario("a@x.it", "Anna");
@@ -263,11 +278,12 @@ TEST_F(CanaleSmtp, ThePasswordStandsInNoMessageLogOrCall) {
     for (const char* guasto : guasti) {
       servizio->vMittente->Auth(1);
       journal->Fallisce(guasto);
-      interno.SendWithSmtp();
+      SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+                   interno.oggetti);
       journal->DimenticaPiani();
     }
   }
-  EXPECT_EQ(interno.SmtpPassword(), "altrasegreta");
+  EXPECT_EQ(interno.account.SmtpPassword, "altrasegreta");
   for (const auto& riga : journal->Righe()) EXPECT_THAT(riga, Not(HasSubstr("segreta")));
   for (const auto& [percorso, contenuto] : ambiente->file) EXPECT_THAT(contenuto, Not(HasSubstr("segreta")));
 }

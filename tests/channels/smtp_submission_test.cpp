@@ -2,6 +2,8 @@
 #include <string>
 #include <vector>
 
+#include "channels/smtp_channel.h"
+#include "channels/smtp_submission.h"
 #include "fakes/fake_smtp.h"
 #include "fakes/servizio_di_prova.h"
 
@@ -15,8 +17,8 @@ using ::testing::IsEmpty;
 class ConsegnaSmtp : public fakes::ServizioDiProva {
  protected:
   ConsegnaSmtp() {
-    interno.SmtpUtente() = "utente del servizio";
-    interno.SmtpPassword() = "parola del servizio";
+    interno.account.SmtpUtente = "utente del servizio";
+    interno.account.SmtpPassword = "parola del servizio";
   }
   struct Messaggio {
     std::string server = "smtp.orve.example";
@@ -33,9 +35,13 @@ class ConsegnaSmtp : public fakes::ServizioDiProva {
   };
   host::Variant Consegna(const Messaggio& m) {
     journal->Svuota();
-    return interno.InviaMailConSSL(componente, m.server, m.porta, m.autenticazione, m.crypt,
-                                   std::string("utente passato"), std::string("parola passata"), m.mittente,
-                                   m.elencoA, m.elencoCC, m.oggetto, m.corpo, m.ricevuta, m.elencoCCn);
+    Account& account = interno.account;
+    account.SmtpServer = m.server;
+    account.SmtpPorta = m.porta;
+    account.SmtpAuth = m.autenticazione ? 1 : 0;
+    account.SmtpCrypt = m.crypt;
+    return InviaMailConSSL(account, interno.contesto, interno.oggetti, componente,
+                           {m.mittente, m.elencoA, m.elencoCC, m.elencoCCn, m.oggetto, m.corpo, m.ricevuta});
   }
   void ConHTML() {
     connessione->Risponde("AIT_MAIL_HTML", {{{"", 1}}});
@@ -344,7 +350,8 @@ TEST_F(ConsegnaSmtp, TheAttachmentsJoinedByTheirCount) {
   for (const auto& caso : casi) {
     journal->Svuota();
     servizio->vElencoAllegati = caso.allegati;
-    EXPECT_EQ(interno.AddAdditionalAttachmentSMTP(componente), caso.want) << caso.etichetta;
+    EXPECT_EQ(AddAdditionalAttachmentSMTP(interno.messaggio, interno.oggetti, componente), caso.want)
+        << caso.etichetta;
     EXPECT_EQ(journal->Righe(), caso.wantMembri) << caso.etichetta;
   }
 }
@@ -353,7 +360,7 @@ TEST_F(ConsegnaSmtp, AFileThatCannotBeAttachedEndsTheListAndTheOnesBeforeItCount
   ConAllegati({"C:\\a.pdf", "C:\\manca.pdf", "C:\\c.pdf"});
   journal->Fallisce("smtp.AddAttachment C:\\manca.pdf", {53, "Prova", "File non trovato"});
   journal->Svuota();
-  EXPECT_EQ(interno.AddAdditionalAttachmentSMTP(componente), "C:\\a.pdf");
+  EXPECT_EQ(AddAdditionalAttachmentSMTP(interno.messaggio, interno.oggetti, componente), "C:\\a.pdf");
   EXPECT_THAT(journal->Righe(),
               ElementsAre("smtp.AddAttachment C:\\a.pdf", "smtp.AddAttachment C:\\manca.pdf",
                           "ObjMessaggi.MostraMsg File non trovato|48|ORVE_MAIL:CLSFW_MAILSERVER: "
@@ -364,10 +371,11 @@ TEST_F(ConsegnaSmtp, AMessageGoesOutWithoutTheFileThatCouldNotBeAttached) {
   ConAllegati({"C:\\a.pdf", "C:\\manca.pdf", "C:\\c.pdf"});
   ConRegistro();
   Collezione().Add("a@x.it", "Anna");
-  interno.SmtpServer() = "smtp.orve.example";
+  interno.account.SmtpServer = "smtp.orve.example";
   servizio->vFlagCorpo = 1;
   journal->Fallisce("smtp.AddAttachment C:\\manca.pdf", {53, "Prova", "File non trovato"});
-  interno.SendWithSmtp();
+  SendWithSmtp(interno.messaggio, interno.impostazioni, interno.account, interno.contesto, interno.esito,
+               interno.oggetti);
   EXPECT_EQ(servizio->Stato(), kvOK);
   EXPECT_EQ(journal->Conta("smtp.AddAttachment C:\\c.pdf"), 0U);
   EXPECT_EQ(journal->Conta("smtp.SendMail"), 1U);
@@ -379,7 +387,7 @@ TEST_F(ConsegnaSmtp, AnAttachmentListThatIsNoListIsShown) {
   for (const auto& elenco : {host::Variant("C:\\a.pdf"), host::Variant(host::Null{}), host::Variant(1)}) {
     journal->Svuota();
     servizio->vElencoAllegati = elenco;
-    EXPECT_EQ(interno.AddAdditionalAttachmentSMTP(componente), "");
+    EXPECT_EQ(AddAdditionalAttachmentSMTP(interno.messaggio, interno.oggetti, componente), "");
     EXPECT_THAT(journal->Righe(),
                 ElementsAre("ObjMessaggi.MostraMsg Tipo non corrispondente|48|ORVE_MAIL:CLSFW_MAILSERVER: "
                             "AddAdditionalAttachmentSMTP|(assente)"));
@@ -388,7 +396,7 @@ TEST_F(ConsegnaSmtp, AnAttachmentListThatIsNoListIsShown) {
 
 TEST_F(ConsegnaSmtp, APathWithoutATextFormEndsTheList) {
   ConAllegati({"C:\\a.pdf", host::Null{}, "C:\\c.pdf"});
-  EXPECT_EQ(interno.AddAdditionalAttachmentSMTP(componente), "C:\\a.pdf");
+  EXPECT_EQ(AddAdditionalAttachmentSMTP(interno.messaggio, interno.oggetti, componente), "C:\\a.pdf");
   EXPECT_THAT(Messaggi(),
               ElementsAre("ObjMessaggi.MostraMsg Utilizzo non valido di Null|48|ORVE_MAIL:CLSFW_MAILSERVER: "
                           "AddAdditionalAttachmentSMTP|(assente)"));

@@ -96,7 +96,7 @@ TEST_F(InvioDaSolo, LoadsTheAccountSubmitsAndRecordsInThisOrder) {
   servizio->AddAllegato("C:\\Doc\\a.pdf");
   servizio->vCorpoMail = "Corpo dei campi";
   servizio->vFlagCorpo = 1;
-  interno.StatoInvio() = kvInvioNonImpostato;  // to see that no outcome touches it
+  interno.esito.StatoInvio = kvInvioNonImpostato;  // to see that no outcome touches it
   journal->Svuota();
   EXPECT_TRUE(servizio->InviaMailSMTP("Avviso", "Buongiorno ***(Nome)***"));
   EXPECT_THAT(
@@ -161,7 +161,7 @@ TEST_F(InvioDaSolo, EveryBoxHasItsListAndABoxThatNobodyKnowsIsSkippedButRecorded
 }
 
 TEST_F(InvioDaSolo, TheCopyForTheSenderStandsBareBehindTheLastEntry) {
-  interno.FlagBcc() = true;
+  interno.impostazioni.FlagBcc = true;
   servizio->InviaMailSMTP("Avviso", "Corpo");
   Collezione().AddFromLista("c@x.example", "Carla", "", 1);
   servizio->InviaMailSMTP("Avviso", "Corpo");
@@ -251,8 +251,8 @@ TEST_F(InvioDaSolo, ItsArgumentsMayBeTheServicesOwnFields) {
 }
 
 TEST_F(InvioDaSolo, TheDefaultAccountIsLoadedAnewAndTheChosenSenderIsNotAsked) {
-  interno.SmtpServer() = "altro.example";
-  interno.UsaMittenteScelto() = true;
+  interno.account.SmtpServer = "altro.example";
+  interno.account.UsaMittenteScelto = true;
   servizio->vMittente = std::make_shared<Mittente>(ambiente);
   servizio->vMittente->Server("scelto.example");
   servizio->AddDestinatario("a@x.example", "Anna");

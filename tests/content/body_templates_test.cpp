@@ -1,6 +1,7 @@
 #include <string>
 #include <vector>
 
+#include "content/body_templates.h"
 #include "fakes/servizio_di_prova.h"
 
 namespace orve {
@@ -12,7 +13,7 @@ using ::testing::HasSubstr;
 class Corpo : public fakes::ServizioDiProva {
  protected:
   Corpo() {
-    interno.IdUtenteCorrente() = 7;
+    interno.contesto.IdUtenteCorrente = 7;
     connessione->Risponde("FW06_CODICE", {{{"FW06_CODICE", "AMM"}, {"FW06_DESCR", "Amministrazione"}}});
     connessione->Risponde("FW07_USERNAME", {{{"FW07_USERNAME", "mrossi"}, {"FW07_DESCR", "Maria Rossi"}}});
     servizio->vNome = "Ditta Bianchi";
@@ -20,12 +21,12 @@ class Corpo : public fakes::ServizioDiProva {
     servizio->vIndDestinatario = "info@bianchi.example";
   }
   void ConAzienda() {
-    interno.AziendaCorr() = "Orve S.p.A.";
-    interno.AzCorrInd() = "Via Roma 1";
-    interno.AzCorrCAP() = "06121";
-    interno.AzCorrCitta() = "Perugia";
-    interno.AzCorrProv() = "PG";
-    interno.AzCorrMail() = "privacy@orve.example";
+    interno.contesto.AziendaCorr = "Orve S.p.A.";
+    interno.contesto.AzCorrInd = "Via Roma 1";
+    interno.contesto.AzCorrCAP = "06121";
+    interno.contesto.AzCorrCitta = "Perugia";
+    interno.contesto.AzCorrProv = "PG";
+    interno.contesto.AzCorrMail = "privacy@orve.example";
   }
 };
 
@@ -81,39 +82,45 @@ constexpr const char* kUnfilled =
 
 TEST_F(Corpo, TheStandardBodyToTheCharacter) {
   ConAzienda();
-  EXPECT_EQ(interno.GetCorpoStandard(), kFilled);
-  EXPECT_EQ(interno.GetCorpoMail(), kFilled);
+  EXPECT_EQ(GetCorpoStandard(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti),
+            kFilled);
+  EXPECT_EQ(GetCorpoMail(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti),
+            kFilled);
 }
 
 TEST_F(Corpo, TheFlagAloneDecidesForTheCallersBody) {
   servizio->vFlagCorpo = 1;
-  EXPECT_EQ(interno.GetCorpoMail(), "");
+  EXPECT_EQ(GetCorpoMail(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti), "");
   servizio->vFlagCorpo = -1;
   servizio->vCorpoMail = "Buongiorno ***(Nome)***";
   servizio->FlgMsgPers = true;
   servizio->MsgPers = "Messaggio";
-  EXPECT_EQ(interno.GetCorpoMail(), "Buongiorno Ditta Bianchi");
+  EXPECT_EQ(GetCorpoMail(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti),
+            "Buongiorno Ditta Bianchi");
 }
 
 TEST_F(Corpo, ABodyWithoutTheFlagIsNeverSent) {
   ConAzienda();
   servizio->vCorpoMail = "Buongiorno";
-  EXPECT_EQ(interno.GetCorpoMail(), kFilled);
+  EXPECT_EQ(GetCorpoMail(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti),
+            kFilled);
 }
 
 TEST_F(Corpo, TheStandingMessageReplacesTheStandardBody) {
   servizio->FlgMsgPers = true;
   servizio->MsgPers = "Gentile ***(Nome)***,\r\nin allegato il documento.";
-  EXPECT_EQ(interno.GetCorpoMail(), "Gentile Ditta Bianchi,\r\nin allegato il documento.");
+  EXPECT_EQ(GetCorpoMail(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti),
+            "Gentile Ditta Bianchi,\r\nin allegato il documento.");
 }
 
 TEST_F(Corpo, AnEmptyStandingMessageGivesAnEmptyBody) {
   servizio->FlgMsgPers = true;
-  EXPECT_EQ(interno.GetCorpoMail(), "");
+  EXPECT_EQ(GetCorpoMail(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti), "");
 }
 
 TEST_F(Corpo, WithoutTheCompanyDataTheNoticeReadsWithGaps) {
-  const std::string corpo = interno.GetCorpoStandard();
+  const std::string corpo =
+      GetCorpoStandard(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti);
   EXPECT_THAT(corpo, HasSubstr("oggetto di monitoraggio da parte di . Del contenuto"));
   EXPECT_THAT(corpo, HasSubstr("Titolare del trattamento  , –     per posta o per fax"));
   EXPECT_THAT(corpo, EndsWith("all’ indirizzo ."));
@@ -121,13 +128,14 @@ TEST_F(Corpo, WithoutTheCompanyDataTheNoticeReadsWithGaps) {
 
 TEST_F(Corpo, WithoutAnAddressItsLineHoldsThreeBlanks) {
   servizio->vIndDestinatario.clear();
-  EXPECT_THAT(interno.GetCorpoStandard(), HasSubstr("Posta elettronica:\r\n   \r\n\r\nInformativa"));
+  EXPECT_THAT(GetCorpoStandard(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti),
+              HasSubstr("Posta elettronica:\r\n   \r\n\r\nInformativa"));
 }
 
 TEST_F(Corpo, EveryPlaceholderHasItsValue) {
   ConAzienda();
-  interno.DescGruppoCorrente() = "vecchio gruppo";
-  interno.DescUtenteCorrente() = "vecchio utente";
+  interno.contesto.DescGruppoCorrente = "vecchio gruppo";
+  interno.contesto.DescUtenteCorrente = "vecchio utente";
   struct Caso {
     const char* testo;
     const char* want;
@@ -155,11 +163,14 @@ TEST_F(Corpo, EveryPlaceholderHasItsValue) {
       {"****(Nome)****", "*Ditta Bianchi*"},
       {"", ""},
   };
-  for (const auto& caso : casi) EXPECT_EQ(interno.CompilaTestoMail(caso.testo), caso.want) << caso.testo;
+  for (const auto& caso : casi)
+    EXPECT_EQ(CompilaTestoMail(interno.messaggio, interno.contesto, interno.oggetti, caso.testo), caso.want)
+        << caso.testo;
 }
 
 TEST_F(Corpo, APlaceholderWithoutAValueIsRemoved) {
-  EXPECT_EQ(interno.CompilaTestoMail("a***(AzCorrProv)***b"), "ab");
+  EXPECT_EQ(CompilaTestoMail(interno.messaggio, interno.contesto, interno.oggetti, "a***(AzCorrProv)***b"),
+            "ab");
 }
 
 // Each value holds the placeholder that comes next: only in this order does the last value come out.
@@ -171,43 +182,48 @@ TEST_F(Corpo, TheThirteenPlaceholdersAreFilledInTheirOrder) {
                         {{{"FW06_CODICE", "4***(Utente)***"}, {"FW06_DESCR", "6***(DescUtente)***"}}});
   connessione->Risponde("FW07_USERNAME",
                         {{{"FW07_USERNAME", "5***(DescGruppo)***"}, {"FW07_DESCR", "7***(AziendaCorr)***"}}});
-  interno.AziendaCorr() = "8***(AzCorrInd)***";
-  interno.AzCorrInd() = "9***(AzCorrCAP)***";
-  interno.AzCorrCAP() = "10***(AzCorrCitta)***";
-  interno.AzCorrCitta() = "11***(AzCorrProv)***";
-  interno.AzCorrProv() = "12***(AzCorrMail)***";
-  interno.AzCorrMail() = "13";
-  EXPECT_EQ(interno.CompilaTestoMail("***(Nome)***"), "12345678910111213");
+  interno.contesto.AziendaCorr = "8***(AzCorrInd)***";
+  interno.contesto.AzCorrInd = "9***(AzCorrCAP)***";
+  interno.contesto.AzCorrCAP = "10***(AzCorrCitta)***";
+  interno.contesto.AzCorrCitta = "11***(AzCorrProv)***";
+  interno.contesto.AzCorrProv = "12***(AzCorrMail)***";
+  interno.contesto.AzCorrMail = "13";
+  EXPECT_EQ(CompilaTestoMail(interno.messaggio, interno.contesto, interno.oggetti, "***(Nome)***"),
+            "12345678910111213");
 }
 
 TEST_F(Corpo, AValueThatHoldsItsOwnOrAnEarlierPlaceholderIsNotFilledAgain) {
   servizio->vNome = "***(Nome)***";
   servizio->vDitta = "***(Nome)***";
-  EXPECT_EQ(interno.CompilaTestoMail("***(Nome)***|***(Azienda)***"), "***(Nome)***|***(Nome)***");
+  EXPECT_EQ(
+      CompilaTestoMail(interno.messaggio, interno.contesto, interno.oggetti, "***(Nome)***|***(Azienda)***"),
+      "***(Nome)***|***(Nome)***");
 }
 
 TEST_F(Corpo, GroupAndUserAreAskedInThisOrderAtEveryCall) {
-  (void)interno.CompilaTestoMail("niente");
+  (void)CompilaTestoMail(interno.messaggio, interno.contesto, interno.oggetti, "niente");
   ASSERT_EQ(connessione->Statements().size(), 2U);
   EXPECT_THAT(connessione->Statements()[0], HasSubstr("SELECT  FW06_CODICE,FW06_DESCR"));
   EXPECT_THAT(connessione->Statements()[1], HasSubstr("SELECT  FW07_USERNAME,FW07_DESCR"));
-  (void)interno.CompilaTestoMail("niente");
+  (void)CompilaTestoMail(interno.messaggio, interno.contesto, interno.oggetti, "niente");
   EXPECT_EQ(connessione->Statements().size(), 4U);
 }
 
 TEST_F(Corpo, WithoutARowGroupAndUserAreEmptyAndTheDescriptionsStay) {
   connessione->Risponde("FW06_CODICE", {});
   connessione->Risponde("FW07_USERNAME", {});
-  interno.DescGruppoCorrente() = "Vendite";
-  interno.DescUtenteCorrente() = "Anna Verdi";
-  EXPECT_EQ(interno.CompilaTestoMail("***(Gruppo)***|***(Utente)***|***(DescGruppo)***|***(DescUtente)***"),
+  interno.contesto.DescGruppoCorrente = "Vendite";
+  interno.contesto.DescUtenteCorrente = "Anna Verdi";
+  EXPECT_EQ(CompilaTestoMail(interno.messaggio, interno.contesto, interno.oggetti,
+                             "***(Gruppo)***|***(Utente)***|***(DescGruppo)***|***(DescUtente)***"),
             "||Vendite|Anna Verdi");
 }
 
 TEST_F(Corpo, BlanksOfUserAndGroupStandInTheTextAsTheyAre) {
   connessione->Risponde("FW06_CODICE", {{{"FW06_CODICE", " "}, {"FW06_DESCR", "  "}}});
   connessione->Risponde("FW07_USERNAME", {{{"FW07_USERNAME", "   "}, {"FW07_DESCR", "    "}}});
-  EXPECT_EQ(interno.CompilaTestoMail("***(Gruppo)***|***(Utente)***|***(DescGruppo)***|***(DescUtente)***"),
+  EXPECT_EQ(CompilaTestoMail(interno.messaggio, interno.contesto, interno.oggetti,
+                             "***(Gruppo)***|***(Utente)***|***(DescGruppo)***|***(DescUtente)***"),
             " |   |  |    ");
 }
 
@@ -216,40 +232,44 @@ TEST_F(Corpo, AFailingLookUpReachesWhoAskedForTheCallersBody) {
   servizio->vFlagCorpo = 1;
   servizio->vCorpoMail = "testo";
   try {
-    (void)interno.GetCorpoMail();
+    (void)GetCorpoMail(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti);
     FAIL() << "no error";
   } catch (const host::Errore& errore) {
     EXPECT_EQ(errore.Numero(), -2147467259);
     EXPECT_EQ(errore.Descrizione(), "connessione interrotta");
   }
-  EXPECT_THROW((void)interno.CompilaTestoMail("x"), host::Errore);
+  EXPECT_THROW((void)CompilaTestoMail(interno.messaggio, interno.contesto, interno.oggetti, "x"),
+               host::Errore);
   EXPECT_EQ(servizio->vCorpoMail, "testo");
 }
 
 TEST_F(Corpo, WhenFillingFailsTheStandardBodyKeepsItsPlaceholders) {
   journal->Fallisce("ConnectionADO.Execute");
-  EXPECT_EQ(interno.GetCorpoStandard(), kUnfilled);
-  EXPECT_EQ(interno.GetCorpoMail(), kUnfilled);
+  EXPECT_EQ(GetCorpoStandard(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti),
+            kUnfilled);
+  EXPECT_EQ(GetCorpoMail(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti),
+            kUnfilled);
 }
 
 TEST_F(Corpo, WhenFillingFailsTheStandingMessageIsEmpty) {
   journal->Fallisce("ConnectionADO.Execute");
   servizio->FlgMsgPers = true;
   servizio->MsgPers = "Gentile ***(Nome)***";
-  EXPECT_EQ(interno.GetCorpoMail(), "");
+  EXPECT_EQ(GetCorpoMail(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti), "");
 }
 
 TEST_F(Corpo, WithoutAConnectionTheStandardBodyKeepsItsPlaceholders) {
   servizio->ConnectionADO.reset();
-  EXPECT_EQ(interno.GetCorpoMail(), kUnfilled);
+  EXPECT_EQ(GetCorpoMail(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti),
+            kUnfilled);
 }
 
 TEST_F(Corpo, HostileTextIsCarriedAsItStands) {
   for (const std::string& testo : {std::string("a\0b", 3), std::string("\xFF\xC3"), std::string("'\"<&\r\n"),
                                    std::string(1U << 20U, '*'), std::string(1U << 20U, 'x')}) {
     servizio->vNome = testo;
-    EXPECT_EQ(interno.CompilaTestoMail("***(Nome)***"), testo);
-    EXPECT_EQ(interno.CompilaTestoMail(testo), testo);
+    EXPECT_EQ(CompilaTestoMail(interno.messaggio, interno.contesto, interno.oggetti, "***(Nome)***"), testo);
+    EXPECT_EQ(CompilaTestoMail(interno.messaggio, interno.contesto, interno.oggetti, testo), testo);
   }
 }
 

@@ -1,6 +1,7 @@
 #include <string>
 #include <vector>
 
+#include "content/html_body.h"
 #include "fakes/allocazioni.h"
 #include "fakes/servizio_di_prova.h"
 
@@ -35,56 +36,54 @@ class CorpoHTML : public fakes::ServizioDiProva {
   }
   /// Signature, font and size as one text.
   std::string Firma(const std::string& tabella = "FIRME") {
-    std::string font = "prima";
-    std::int16_t dimensione = 99;
-    const std::string firma = interno.GetFirmaUtente(tabella, font, dimensione);
-    return firma + "|" + font + "|" + std::to_string(dimensione);
+    const FirmaUtente firma = GetFirmaUtente(interno.contesto, interno.oggetti, tabella);
+    return firma.testo + "|" + firma.font + "|" + std::to_string(firma.dimensione);
   }
 };
 
 TEST_F(CorpoHTML, TheSettingIsAskedWithThisStatement) {
-  (void)interno.EsisteParamHTMLFW95();
+  (void)EsisteParamHTMLFW95(interno.contesto, interno.oggetti);
   EXPECT_THAT(journal->Righe(), ElementsAre(std::string("ConnectionADO.Execute 1 ") + kStatementHTML));
 }
 
 TEST_F(CorpoHTML, HTMLIsWantedWhenTheSettingHasARow) {
-  EXPECT_FALSE(interno.EsisteParamHTMLFW95());
+  EXPECT_FALSE(EsisteParamHTMLFW95(interno.contesto, interno.oggetti));
   connessione->Risponde("AIT_MAIL_HTML", {{{"", 1}}});
-  EXPECT_TRUE(interno.EsisteParamHTMLFW95());
+  EXPECT_TRUE(EsisteParamHTMLFW95(interno.contesto, interno.oggetti));
 }
 
 TEST_F(CorpoHTML, AFailingSettingIsReportedAndCountsAsNo) {
   journal->Fallisce("ConnectionADO.Execute", {1001, "Prova", "guasto di prova"});
-  EXPECT_FALSE(interno.EsisteParamHTMLFW95());
+  EXPECT_FALSE(EsisteParamHTMLFW95(interno.contesto, interno.oggetti));
   EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg 1001-guasto di prova in CLSFW_MAILSERVER: "
                                       "EsisteParamHTMLFW95|0||(assente)"));
 }
 
 TEST_F(CorpoHTML, WithoutAConnectionTheSettingIsReportedAndCountsAsNo) {
   servizio->ConnectionADO.reset();
-  EXPECT_FALSE(interno.EsisteParamHTMLFW95());
+  EXPECT_FALSE(EsisteParamHTMLFW95(interno.contesto, interno.oggetti));
   EXPECT_THAT(Messaggi(),
               ElementsAre("ObjMessaggi.MostraMsg 91-Variabile oggetto non impostata in CLSFW_MAILSERVER: "
                           "EsisteParamHTMLFW95|0||(assente)"));
 }
 
 TEST_F(CorpoHTML, TheTableOfSignaturesByRow) {
-  EXPECT_EQ(interno.TabellaFirmeFW95(), "");
+  EXPECT_EQ(TabellaFirmeFW95(interno.contesto, interno.oggetti), "");
   EXPECT_THAT(journal->Righe(), ElementsAre(std::string("ConnectionADO.Execute 1 ") + kStatementTabella));
   connessione->Risponde("AIT_FIRME", {{{"FW95_VALORE", " FIRME  "}}, {{"FW95_VALORE", "ALTRA"}}});
-  EXPECT_EQ(interno.TabellaFirmeFW95(), " FIRME");
+  EXPECT_EQ(TabellaFirmeFW95(interno.contesto, interno.oggetti), " FIRME");
 }
 
 TEST_F(CorpoHTML, AFailingTableOfSignaturesIsReportedAndEmpty) {
   journal->Fallisce("ConnectionADO.Execute", {1001, "Prova", "guasto di prova"});
-  EXPECT_EQ(interno.TabellaFirmeFW95(), "");
+  EXPECT_EQ(TabellaFirmeFW95(interno.contesto, interno.oggetti), "");
   EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg 1001-guasto di prova in CLSFW_MAILSERVER: "
                                       "TabellaFirmeFW95|0||(assente)"));
 }
 
 TEST_F(CorpoHTML, ANullTableOfSignaturesIsReportedAndEmpty) {
   connessione->Risponde("AIT_FIRME", {{{"FW95_VALORE", host::Null{}}}});
-  EXPECT_EQ(interno.TabellaFirmeFW95(), "");
+  EXPECT_EQ(TabellaFirmeFW95(interno.contesto, interno.oggetti), "");
   EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg 94-Utilizzo non valido di Null in "
                                       "CLSFW_MAILSERVER: TabellaFirmeFW95|0||(assente)"));
 }
@@ -188,7 +187,7 @@ TEST_F(CorpoHTML, ATableNameIsJoinedInAsItStands) {
 }
 
 TEST_F(CorpoHTML, OneLineBecomesOneFontElement) {
-  EXPECT_EQ(interno.TestoInHTML("Buongiorno", "Calibri", 3),
+  EXPECT_EQ(TestoInHTML(interno.oggetti, "Buongiorno", "Calibri", 3),
             "<!DOCTYPE html>\r\n"
             "<html>\r\n"
             "<body>\r\n"
@@ -198,7 +197,7 @@ TEST_F(CorpoHTML, OneLineBecomesOneFontElement) {
 }
 
 TEST_F(CorpoHTML, LinesAreCutAtTheCarriageReturnAndKeepTheLineFeed) {
-  EXPECT_EQ(interno.TestoInHTML("a b\r\n\r\nc\rd\n", "Arial", 2),
+  EXPECT_EQ(TestoInHTML(interno.oggetti, "a b\r\n\r\nc\rd\n", "Arial", 2),
             "<!DOCTYPE html>\r\n"
             "<html>\r\n"
             "<body>\r\n"
@@ -211,7 +210,7 @@ TEST_F(CorpoHTML, LinesAreCutAtTheCarriageReturnAndKeepTheLineFeed) {
 }
 
 TEST_F(CorpoHTML, ALastCarriageReturnMakesAnEmptyLine) {
-  EXPECT_EQ(interno.TestoInHTML("a\r", "Arial", 2),
+  EXPECT_EQ(TestoInHTML(interno.oggetti, "a\r", "Arial", 2),
             "<!DOCTYPE html>\r\n<html>\r\n<body>\r\n"
             "<font face = \"Arial\" size = \"2\">a</font><br/>\r\n"
             "<font face = \"Arial\" size = \"2\"></font><br/>\r\n"
@@ -237,7 +236,7 @@ TEST_F(CorpoHTML, FontAndSizeByWhatIsGiven) {
       {"neither", "", 0, R"(<font face = "Calibri" size = "3">)"},
   };
   for (const auto& caso : casi) {
-    EXPECT_EQ(interno.TestoInHTML("x", caso.font, caso.dimensione),
+    EXPECT_EQ(TestoInHTML(interno.oggetti, "x", caso.font, caso.dimensione),
               std::string("<!DOCTYPE html>\r\n<html>\r\n<body>\r\n") + caso.want +
                   "x</font><br/>\r\n</body>\r\n</html>\r\n")
         << caso.etichetta;
@@ -245,12 +244,12 @@ TEST_F(CorpoHTML, FontAndSizeByWhatIsGiven) {
 }
 
 TEST_F(CorpoHTML, ABodyOfBlanksOnlyGivesAnEmptyText) {
-  EXPECT_EQ(interno.TestoInHTML("", "Arial", 3), "");
-  EXPECT_EQ(interno.TestoInHTML("    ", "Arial", 3), "");
+  EXPECT_EQ(TestoInHTML(interno.oggetti, "", "Arial", 3), "");
+  EXPECT_EQ(TestoInHTML(interno.oggetti, "    ", "Arial", 3), "");
 }
 
 TEST_F(CorpoHTML, NothingButBlanksIsEscaped) {
-  EXPECT_EQ(interno.TestoInHTML("<b>1 & 2</b>", "Arial", 3),
+  EXPECT_EQ(TestoInHTML(interno.oggetti, "<b>1 & 2</b>", "Arial", 3),
             "<!DOCTYPE html>\r\n<html>\r\n<body>\r\n"
             "<font face = \"Arial\" size = \"3\"><b>1&nbsp;&&nbsp;2</b></font><br/>\r\n"
             "</body>\r\n</html>\r\n");
@@ -259,7 +258,7 @@ TEST_F(CorpoHTML, NothingButBlanksIsEscaped) {
 TEST_F(CorpoHTML, TheSignatureStandsBehindTheDocument) {
   connessione->Risponde("AIT_FIRME", {{{"FW95_VALORE", "FIRME "}}});
   ConFirma("<b>Maria</b>", "Arial", 4);
-  EXPECT_EQ(interno.CorpoHTMLConFirma("Buongiorno"),
+  EXPECT_EQ(CorpoHTMLConFirma(interno.contesto, interno.oggetti, "Buongiorno"),
             "<!DOCTYPE html>\r\n<html>\r\n<body>\r\n"
             "<font face = \"Arial\" size = \"4\">Buongiorno</font><br/>\r\n"
             "</body>\r\n</html>\r\n"
@@ -270,12 +269,12 @@ TEST_F(CorpoHTML, TheSignatureStandsBehindTheDocument) {
 TEST_F(CorpoHTML, ABodyOfBlanksStillCarriesTheSignature) {
   connessione->Risponde("AIT_FIRME", {{{"FW95_VALORE", "FIRME"}}});
   ConFirma("<b>Maria</b>", "Arial", 4);
-  EXPECT_EQ(interno.CorpoHTMLConFirma("   "), "<b>Maria</b>");
+  EXPECT_EQ(CorpoHTMLConFirma(interno.contesto, interno.oggetti, "   "), "<b>Maria</b>");
 }
 
 TEST_F(CorpoHTML, WithoutATableNameTheBodyGoesOutInTheStandardFontWithoutASignature) {
   ConInterfaccia();
-  EXPECT_EQ(interno.CorpoHTMLConFirma("x"),
+  EXPECT_EQ(CorpoHTMLConFirma(interno.contesto, interno.oggetti, "x"),
             "<!DOCTYPE html>\r\n<html>\r\n<body>\r\n"
             "<font face = \"Calibri\" size = \"3\">x</font><br/>\r\n"
             "</body>\r\n</html>\r\n");
@@ -288,7 +287,7 @@ TEST_F(CorpoHTML, WithoutTheNamedTableOrTheUsersRowTheBodyGoesOutInTheStandardFo
   for (const bool esiste : {false, true}) {
     if (esiste) connessione->Risponde("INFORMATION_SCHEMA", {{{"", 1}}});
     journal->Svuota();
-    EXPECT_EQ(interno.CorpoHTMLConFirma("x"),
+    EXPECT_EQ(CorpoHTMLConFirma(interno.contesto, interno.oggetti, "x"),
               "<!DOCTYPE html>\r\n<html>\r\n<body>\r\n"
               "<font face = \"Calibri\" size = \"3\">x</font><br/>\r\n"
               "</body>\r\n</html>\r\n")
@@ -315,15 +314,16 @@ TEST_F(CorpoHTML, FontNullOrBlankAndSizeNullOrZeroGiveTheStandardOnes) {
   };
   for (const auto& caso : casi) {
     ConFirma("firma", caso.font, caso.dimensione);
-    EXPECT_EQ(interno.CorpoHTMLConFirma("x"), std::string("<!DOCTYPE html>\r\n<html>\r\n<body>\r\n") +
-                                                  caso.want + "x</font><br/>\r\n</body>\r\n</html>\r\nfirma")
+    EXPECT_EQ(CorpoHTMLConFirma(interno.contesto, interno.oggetti, "x"),
+              std::string("<!DOCTYPE html>\r\n<html>\r\n<body>\r\n") + caso.want +
+                  "x</font><br/>\r\n</body>\r\n</html>\r\nfirma")
         << caso.etichetta;
   }
 }
 
 TEST_F(CorpoHTML, ADocumentThatDoesNotFitIntoMemoryIsReportedAndEmpty) {
   std::string html = "prima";
-  fakes::ConAllocazioneCheFallisce(1, [&] { html = interno.TestoInHTML("x", "", 3); });
+  fakes::ConAllocazioneCheFallisce(1, [&] { html = TestoInHTML(interno.oggetti, "x", "", 3); });
   EXPECT_EQ(html, "");
   EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg 7-Memoria esaurita in CLSFW_MAILSERVER: "
                                       "TestoInHTML|0||(assente)"));
@@ -334,10 +334,10 @@ TEST_F(CorpoHTML, HostileTextIsCarriedAsItStands) {
        {std::string("a\0b", 3), std::string("\xFF\xC3"), std::string("\"'"), std::string(1U << 20U, 'x')}) {
     std::string want = "<!DOCTYPE html>\r\n<html>\r\n<body>\r\n<font face = \"Arial\" size = \"3\">";
     want.append(testo).append("</font><br/>\r\n</body>\r\n</html>\r\n");
-    EXPECT_EQ(interno.TestoInHTML(testo, "Arial", 3), want);
+    EXPECT_EQ(TestoInHTML(interno.oggetti, testo, "Arial", 3), want);
   }
   EXPECT_EQ(
-      interno.TestoInHTML(std::string(1U << 16U, '\r'), "Arial", 3).size(),
+      TestoInHTML(interno.oggetti, std::string(1U << 16U, '\r'), "Arial", 3).size(),
       std::string("<!DOCTYPE html>\r\n<html>\r\n<body>\r\n</body>\r\n</html>\r\n").size() +
           ((1U << 16U) + 1) * std::string("<font face = \"Arial\" size = \"3\"></font><br/>\r\n").size());
 }

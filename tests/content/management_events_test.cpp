@@ -32,8 +32,8 @@ class EventoGestionale : public fakes::ServizioDiProva {
                         const std::string& azienda = "", const std::string& indirizzo = "",
                         const std::string& allegato = "", const std::string& esito = "",
                         const std::string& oggetto = "") {
-    return interno.ComponiParametriEvento(7, codice, destinatario, azienda, indirizzo, allegato, esito,
-                                          oggetto);
+    return ComponiParametriEvento(interno.contesto, interno.oggetti, 7,
+                                  {codice, destinatario, azienda, indirizzo, allegato, esito, oggetto});
   }
 };
 
@@ -45,14 +45,15 @@ TEST_F(EventoGestionale, TheCodes) {
 }
 
 TEST_F(EventoGestionale, TheStatementToTheCharacter) {
-  interno.AttivaEventoGestionale(89, "Cliente Uno", "", "", "", "", "Fattura 12");
+  AttivaEventoGestionale(interno.contesto, interno.oggetti,
+                         {89, "Cliente Uno", "", "", "", "", "Fattura 12"});
   EXPECT_THAT(Eventi(), ElementsAre("exec SPFW_AttivaEventoGestionale 1, 89, 7, "
                                     "'<DATE_INS=14/11/2026/><TIME_INS=10:22:05/><USR_COD=U01/><GRP_COD=AMM/>"
                                     "<MAIL_DEST=Cliente Uno/><AZ_COD=1/><MAIL_OBJ=Fattura 12/>' , 1"));
 }
 
 TEST_F(EventoGestionale, AsksUserAndCodesAndRunsTheStatementInThisOrder) {
-  interno.AttivaEventoGestionale(88, "", "", "", "", "", "");
+  AttivaEventoGestionale(interno.contesto, interno.oggetti, {88, "", "", "", "", "", ""});
   EXPECT_THAT(
       journal->Righe({"ConnectionADO", "Command", "Parameter"}),
       ElementsAre("ConnectionADO.CreateCommand", "Command.CommandType 4",
@@ -82,8 +83,8 @@ TEST_F(EventoGestionale, TheUserOfTheConnectionByWhatTheProcedureReports) {
   for (const auto& caso : casi) {
     journal->Svuota();
     connessione->utenteConnessione = caso.utente;
-    EXPECT_EQ(interno.GetUserIDFromConnection(), caso.want) << caso.etichetta;
-    interno.AttivaEventoGestionale(89, "", "", "", "", "", "");
+    EXPECT_EQ(GetUserIDFromConnection(interno.contesto), caso.want) << caso.etichetta;
+    AttivaEventoGestionale(interno.contesto, interno.oggetti, {89, "", "", "", "", "", ""});
     EXPECT_THAT(Eventi(), SizeIs(caso.wantEventi)) << caso.etichetta;
   }
 }
@@ -169,7 +170,7 @@ TEST_F(EventoGestionale, ACodeOtherThan88And89RunsTheStatementWithAnEmptyPayload
   for (const std::int32_t codice : {0, 87, 90, -1}) {
     journal->Svuota();
     EXPECT_EQ(Parametri(codice, "a", "b", "c", "d", "e", "f"), "");
-    interno.AttivaEventoGestionale(codice, "a", "b", "c", "d", "e", "f");
+    AttivaEventoGestionale(interno.contesto, interno.oggetti, {codice, "a", "b", "c", "d", "e", "f"});
     EXPECT_THAT(Eventi(),
                 ElementsAre("exec SPFW_AttivaEventoGestionale 1, " + std::to_string(codice) + ", 7, '' , 1"));
   }
@@ -179,7 +180,7 @@ TEST_F(EventoGestionale, AnEmptyCompanyLeavesTheFirstArgumentEmpty) {
   for (const auto& ditta : {host::Variant(), host::Variant(host::Null{}), host::Variant("")}) {
     journal->Svuota();
     servizio->DittaCorrente = ditta;
-    interno.AttivaEventoGestionale(88, "", "", "", "", "", "");
+    AttivaEventoGestionale(interno.contesto, interno.oggetti, {88, "", "", "", "", "", ""});
     EXPECT_THAT(Eventi(),
                 ElementsAre("exec SPFW_AttivaEventoGestionale , 88, 7, "
                             "'<DATE_INS=14/11/2026/><TIME_INS=10:22:05/><USR_COD=U01/><GRP_COD=AMM/>' , 1"));
@@ -187,7 +188,7 @@ TEST_F(EventoGestionale, AnEmptyCompanyLeavesTheFirstArgumentEmpty) {
 }
 
 TEST_F(EventoGestionale, ASubjectWithAnApostropheArrivesDoubledInTheStatement) {
-  interno.AttivaEventoGestionale(89, "", "", "", "", "", "Offerta dell'anno");
+  AttivaEventoGestionale(interno.contesto, interno.oggetti, {89, "", "", "", "", "", "Offerta dell'anno"});
   EXPECT_THAT(Eventi(), ElementsAre(HasSubstr("<MAIL_OBJ=Offerta dell''anno/>' , 1")));
 }
 
@@ -199,19 +200,22 @@ TEST_F(EventoGestionale, EachFailureLosesTheEventAndNothingElse) {
       "Command.Parameters.Item",     "Parameter.Value",           "ConnectionADO.Execute"};
   for (const char* guasto : guasti) {
     journal->Fallisce(guasto);
-    EXPECT_NO_THROW(interno.AttivaEventoGestionale(89, "Nome", "", "", "", "", "")) << guasto;
+    EXPECT_NO_THROW(
+        AttivaEventoGestionale(interno.contesto, interno.oggetti, {89, "Nome", "", "", "", "", ""}))
+        << guasto;
     journal->DimenticaPiani();
     EXPECT_THAT(Messaggi(), IsEmpty()) << guasto;
   }
   servizio->ConnectionADO.reset();
-  EXPECT_NO_THROW(interno.AttivaEventoGestionale(89, "Nome", "", "", "", "", ""));
-  EXPECT_EQ(interno.GetUserIDFromConnection(), host::Variant(0));
+  EXPECT_NO_THROW(
+      AttivaEventoGestionale(interno.contesto, interno.oggetti, {89, "Nome", "", "", "", "", ""}));
+  EXPECT_EQ(GetUserIDFromConnection(interno.contesto), host::Variant(0));
   EXPECT_THAT(Messaggi(), IsEmpty());
 }
 
 TEST_F(EventoGestionale, AFailingStatementOfTheUserQueryIsSkippedAndTheNextOneRuns) {
   journal->Fallisce("Command.CommandType");
-  EXPECT_EQ(interno.GetUserIDFromConnection(), host::Variant(7));
+  EXPECT_EQ(GetUserIDFromConnection(interno.contesto), host::Variant(7));
   EXPECT_EQ(journal->Conta("Command."), 6U);
 }
 

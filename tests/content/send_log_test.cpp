@@ -19,10 +19,10 @@ constexpr const char* kFile = "C:\\Temp\\ML141126.log";
 constexpr const char* kTestata =
     "Destinatario --- StatoInvio --- MetodoFallito --- NomeFile --- Data --- Ora\r\n\r\n";
 
-class ScriviLogInvio : public fakes::ServizioDiProva {
+class LogDegliInvii : public fakes::ServizioDiProva {
  protected:
-  ScriviLogInvio() {
-    interno.PathTemp() = "C:\\Temp";
+  LogDegliInvii() {
+    interno.impostazioni.PathTemp = "C:\\Temp";
     servizio->vDitta = "Azienda Uno";
     servizio->vMailAttachment = "C:\\Doc\\fattura.pdf";
   }
@@ -33,24 +33,24 @@ class ScriviLogInvio : public fakes::ServizioDiProva {
     return contenuto.substr(std::string(kTestata).size());
   }
   std::string PrimaColonna() {
-    interno.ScriviLogInvio(2, "M");
+    ScriviLogInvio(interno.messaggio, interno.impostazioni, interno.oggetti, 2, "M");
     return Righe().substr(0, Righe().find("   ErroreInvio"));
   }
 };
 
-TEST_F(ScriviLogInvio, TheFirstFailureOfADayWritesHeaderEmptyLineAndRecordTheSecondOnlyItsRecord) {
-  interno.ScriviLogInvio(2, "SendWithSmtp");
+TEST_F(LogDegliInvii, TheFirstFailureOfADayWritesHeaderEmptyLineAndRecordTheSecondOnlyItsRecord) {
+  ScriviLogInvio(interno.messaggio, interno.impostazioni, interno.oggetti, 2, "SendWithSmtp");
   const std::string record =
       "Azienda Uno                                ErroreInvio   SendWithSmtp   fattura.pdf   14/11/2026   "
       "10:22:05\r\n";
   EXPECT_EQ(ambiente->file[kFile], kTestata + record);
 
-  interno.ScriviLogInvio(2, "SendWithSmtp");
+  ScriviLogInvio(interno.messaggio, interno.impostazioni, interno.oggetti, 2, "SendWithSmtp");
   EXPECT_EQ(ambiente->file[kFile], kTestata + record + record);
 }
 
-TEST_F(ScriviLogInvio, AsksAndWritesInThisOrder) {
-  interno.ScriviLogInvio(2, "InviaMail");
+TEST_F(LogDegliInvii, AsksAndWritesInThisOrder) {
+  ScriviLogInvio(interno.messaggio, interno.impostazioni, interno.oggetti, 2, "InviaMail");
   EXPECT_THAT(journal->Righe(),
               ElementsAre("Ambiente.CreaFileSystem", "FileSystem.FolderExists C:\\Temp",
                           "FileSystem.FileExists C:\\Temp\\ML141126.log",
@@ -62,23 +62,23 @@ TEST_F(ScriviLogInvio, AsksAndWritesInThisOrder) {
                           "TextStream.Close"));
 }
 
-TEST_F(ScriviLogInvio, KeepsPathAndDirectoryAndReleasesTheFileObjects) {
-  interno.ScriviLogInvio(2, "InviaMail");
-  EXPECT_EQ(interno.PercorsoLog(), kFile);
-  EXPECT_EQ(interno.CartellaLog(), "C:\\Temp");
-  EXPECT_EQ(interno.objFileSystem(), nullptr);
-  EXPECT_EQ(interno.objTextStream(), nullptr);
+TEST_F(LogDegliInvii, KeepsPathAndDirectoryAndReleasesTheFileObjects) {
+  ScriviLogInvio(interno.messaggio, interno.impostazioni, interno.oggetti, 2, "InviaMail");
+  EXPECT_EQ(interno.oggetti.PercorsoLog, kFile);
+  EXPECT_EQ(interno.oggetti.CartellaLog, "C:\\Temp");
+  EXPECT_EQ(interno.oggetti.objFileSystem, nullptr);
+  EXPECT_EQ(interno.oggetti.objTextStream, nullptr);
 }
 
-TEST_F(ScriviLogInvio, ADirectoryThatDoesNotExistGivesNoFileAndNoError) {
-  interno.PathTemp() = "C:\\Manca";
-  interno.ScriviLogInvio(2, "InviaMail");
+TEST_F(LogDegliInvii, ADirectoryThatDoesNotExistGivesNoFileAndNoError) {
+  interno.impostazioni.PathTemp = "C:\\Manca";
+  ScriviLogInvio(interno.messaggio, interno.impostazioni, interno.oggetti, 2, "InviaMail");
   EXPECT_THAT(ambiente->file, IsEmpty());
   EXPECT_THAT(journal->Righe(), ElementsAre("Ambiente.CreaFileSystem", "FileSystem.FolderExists C:\\Manca"));
-  EXPECT_EQ(interno.objFileSystem(), nullptr);
+  EXPECT_EQ(interno.oggetti.objFileSystem, nullptr);
 }
 
-TEST_F(ScriviLogInvio, TheRecordByStatus) {
+TEST_F(LogDegliInvii, TheRecordByStatus) {
   struct Caso {
     std::int32_t stato;
     const char* want;
@@ -95,68 +95,68 @@ TEST_F(ScriviLogInvio, TheRecordByStatus) {
   ASSERT_EQ(azienda.size(), 40U);
   for (const auto& caso : casi) {
     ambiente->file.clear();
-    interno.ScriviLogInvio(caso.stato, "Metodo");
+    ScriviLogInvio(interno.messaggio, interno.impostazioni, interno.oggetti, caso.stato, "Metodo");
     EXPECT_EQ(Righe(), azienda + caso.want) << "status " << caso.stato;
   }
 }
 
-TEST_F(ScriviLogInvio, TheMethodIsNotPaddedToItsColumn) {
-  interno.ScriviLogInvio(2, "GestioneEventoBeforeSendMail");
+TEST_F(LogDegliInvii, TheMethodIsNotPaddedToItsColumn) {
+  ScriviLogInvio(interno.messaggio, interno.impostazioni, interno.oggetti, 2, "GestioneEventoBeforeSendMail");
   EXPECT_THAT(Righe(), HasSubstr("ErroreInvio   GestioneEventoBeforeSendMail   fattura.pdf"));
 }
 
-TEST_F(ScriviLogInvio, ACompanyStandsBeforeAName) {
+TEST_F(LogDegliInvii, ACompanyStandsBeforeAName) {
   servizio->vNome = "Mario Rossi";
   EXPECT_EQ(PrimaColonna(), "Azienda Uno                             ");
 }
 
-TEST_F(ScriviLogInvio, WithoutACompanyTheNameStandsThere) {
+TEST_F(LogDegliInvii, WithoutACompanyTheNameStandsThere) {
   servizio->vDitta.clear();
   servizio->vNome = "Mario Rossi";
   EXPECT_EQ(PrimaColonna(), "Mario Rossi                             ");
 }
 
-TEST_F(ScriviLogInvio, WithoutCompanyAndNameTheColumnReadsMancante) {
+TEST_F(LogDegliInvii, WithoutCompanyAndNameTheColumnReadsMancante) {
   servizio->vDitta.clear();
   EXPECT_EQ(PrimaColonna(), "MANCANTE                                ");
 }
 
-TEST_F(ScriviLogInvio, ACompanyOfBlanksIsNotMissing) {
+TEST_F(LogDegliInvii, ACompanyOfBlanksIsNotMissing) {
   servizio->vDitta = "   ";
   servizio->vNome = "Mario Rossi";
   EXPECT_EQ(PrimaColonna(), std::string(40, ' '));
 }
 
-TEST_F(ScriviLogInvio, ANameOf55CharactersIsCutTo40) {
+TEST_F(LogDegliInvii, ANameOf55CharactersIsCutTo40) {
   servizio->vDitta.clear();
   servizio->vNome = "Società Cooperativa Agricola dei Produttori di Perugino";
   EXPECT_EQ(PrimaColonna(), "Societ\xE0 Cooperativa Agricola dei Produtt");
 }
 
-TEST_F(ScriviLogInvio, LeadingBlanksAreTrimmedFirst) {
+TEST_F(LogDegliInvii, LeadingBlanksAreTrimmedFirst) {
   servizio->vDitta = "     Azienda Due";
   EXPECT_EQ(PrimaColonna(), "Azienda Due                             ");
 }
 
-TEST_F(ScriviLogInvio, AnEmptyAttachmentLeavesTwoSeparatorsSideBySide) {
+TEST_F(LogDegliInvii, AnEmptyAttachmentLeavesTwoSeparatorsSideBySide) {
   servizio->vMailAttachment.clear();
-  interno.ScriviLogInvio(2, "InviaMail");
+  ScriviLogInvio(interno.messaggio, interno.impostazioni, interno.oggetti, 2, "InviaMail");
   EXPECT_THAT(Righe(), EndsWith("ErroreInvio   InviaMail      14/11/2026   10:22:05\r\n"));
 }
 
-TEST_F(ScriviLogInvio, AnAttachmentWithoutABackslashLosesItsFirstCharacter) {
+TEST_F(LogDegliInvii, AnAttachmentWithoutABackslashLosesItsFirstCharacter) {
   servizio->vMailAttachment = "report.pdf";
-  interno.ScriviLogInvio(2, "InviaMail");
+  ScriviLogInvio(interno.messaggio, interno.impostazioni, interno.oggetti, 2, "InviaMail");
   EXPECT_THAT(Righe(), HasSubstr("InviaMail   eport.pdf   14/11/2026"));
 }
 
-TEST_F(ScriviLogInvio, OfSeveralPathsOnlyTheLastNameIsShown) {
+TEST_F(LogDegliInvii, OfSeveralPathsOnlyTheLastNameIsShown) {
   servizio->vMailAttachment = R"(C:\Doc\uno.pdf;C:\Doc\due.pdf)";
-  interno.ScriviLogInvio(2, "InviaMail");
+  ScriviLogInvio(interno.messaggio, interno.impostazioni, interno.oggetti, 2, "InviaMail");
   EXPECT_THAT(Righe(), HasSubstr("InviaMail   due.pdf   14/11/2026"));
 }
 
-TEST_F(ScriviLogInvio, AnotherDateFormGivesANameFromTheSameCharacterPositions) {
+TEST_F(LogDegliInvii, AnotherDateFormGivesANameFromTheSameCharacterPositions) {
   struct Caso {
     const char* data;
     const char* want;
@@ -170,26 +170,26 @@ TEST_F(ScriviLogInvio, AnotherDateFormGivesANameFromTheSameCharacterPositions) {
   for (const auto& caso : casi) {
     ambiente->file.clear();
     ambiente->testoData = caso.data;
-    interno.ScriviLogInvio(2, "InviaMail");
-    EXPECT_EQ(interno.PercorsoLog(), "C:\\Temp\\" + std::string(caso.want) + ".log") << caso.data;
-    EXPECT_TRUE(ambiente->file.contains(interno.PercorsoLog())) << caso.data;
+    ScriviLogInvio(interno.messaggio, interno.impostazioni, interno.oggetti, 2, "InviaMail");
+    EXPECT_EQ(interno.oggetti.PercorsoLog, "C:\\Temp\\" + std::string(caso.want) + ".log") << caso.data;
+    EXPECT_TRUE(ambiente->file.contains(interno.oggetti.PercorsoLog)) << caso.data;
   }
 }
 
-TEST_F(ScriviLogInvio, DateAndTimeOfTheRecordAreReadWhenItIsBuilt) {
+TEST_F(LogDegliInvii, DateAndTimeOfTheRecordAreReadWhenItIsBuilt) {
   journal->Quando("FileSystem.OpenTextFile",
                   [this] { ambiente->adesso = host::DataOra::Da(2026, 11, 15, 0, 0, 1); });
-  interno.ScriviLogInvio(2, "InviaMail");
+  ScriviLogInvio(interno.messaggio, interno.impostazioni, interno.oggetti, 2, "InviaMail");
   EXPECT_THAT(Righe(), EndsWith("15/11/2026   00:00:01\r\n"));
 }
 
-TEST_F(ScriviLogInvio, WritesTheSingleByteCodePage) {
+TEST_F(LogDegliInvii, WritesTheSingleByteCodePage) {
   servizio->vDitta = "Perù – caffè 漢";
   EXPECT_EQ(PrimaColonna(), "Per\xF9 \x96 caff\xE8 ?                          ");
 }
 
 // Whatever fails, the statements behind it still run, and nothing comes out.
-TEST_F(ScriviLogInvio, EachFailureIsIgnoredAndTheNextStatementRuns) {
+TEST_F(LogDegliInvii, EachFailureIsIgnoredAndTheNextStatementRuns) {
   struct Caso {
     const char* guasto;
     std::vector<std::string> want;
@@ -215,7 +215,8 @@ TEST_F(ScriviLogInvio, EachFailureIsIgnoredAndTheNextStatementRuns) {
     ambiente->file.clear();
     journal->Svuota();
     journal->Fallisce(caso.guasto);
-    EXPECT_NO_THROW(interno.ScriviLogInvio(2, "InviaMail")) << caso.guasto;
+    EXPECT_NO_THROW(ScriviLogInvio(interno.messaggio, interno.impostazioni, interno.oggetti, 2, "InviaMail"))
+        << caso.guasto;
     journal->DimenticaPiani();
     std::vector<std::string> got;
     for (const auto& riga : journal->Righe({"FileSystem.", "TextStream."})) {
@@ -223,25 +224,25 @@ TEST_F(ScriviLogInvio, EachFailureIsIgnoredAndTheNextStatementRuns) {
     }
     EXPECT_EQ(got, caso.want) << caso.guasto;
     EXPECT_THAT(Messaggi(), IsEmpty()) << caso.guasto;
-    EXPECT_EQ(interno.objFileSystem(), nullptr) << caso.guasto;
-    EXPECT_EQ(interno.objTextStream(), nullptr) << caso.guasto;
+    EXPECT_EQ(interno.oggetti.objFileSystem, nullptr) << caso.guasto;
+    EXPECT_EQ(interno.oggetti.objTextStream, nullptr) << caso.guasto;
   }
 }
 
-TEST_F(ScriviLogInvio, AMissingFileSystemCostsNothing) {
+TEST_F(LogDegliInvii, AMissingFileSystemCostsNothing) {
   journal->Fallisce("Ambiente.CreaFileSystem", host::Errore(host::kOggettoNonCreabile));
-  EXPECT_NO_THROW(interno.ScriviLogInvio(2, "InviaMail"));
+  EXPECT_NO_THROW(ScriviLogInvio(interno.messaggio, interno.impostazioni, interno.oggetti, 2, "InviaMail"));
   EXPECT_THAT(ambiente->file, IsEmpty());
 }
 
-TEST_F(ScriviLogInvio, HostileTextNeitherFailsNorWidensTheFirstColumn) {
+TEST_F(LogDegliInvii, HostileTextNeitherFailsNorWidensTheFirstColumn) {
   for (const std::string& nome :
        {std::string("a\0b", 3), std::string("\xFF\xFE\xC3"), std::string(1U << 20U, 'x'),
         std::string(1U << 20U, ' '), std::string("riga\r\nriga")}) {
     ambiente->file.clear();
     servizio->vDitta = nome;
     servizio->vMailAttachment = nome;
-    EXPECT_NO_THROW(interno.ScriviLogInvio(2, "InviaMail"));
+    EXPECT_NO_THROW(ScriviLogInvio(interno.messaggio, interno.impostazioni, interno.oggetti, 2, "InviaMail"));
     EXPECT_EQ(Righe().find("   ErroreInvio"), 40U);
   }
 }

@@ -8,6 +8,7 @@
 #include "dialogs/FRMFW_MAILPARAMS.h"
 #include "dialogs/finestra_di_prova.h"
 #include "fakes/allocazioni.h"
+#include "service/dialog_bridge.h"
 #include "text/text.h"
 
 namespace orve {
@@ -122,7 +123,7 @@ TEST_F(IngressoOstile, AnAccountWhoseNumberDoesNotFitIsReportedAndOpensNothing) 
   auto riga = RigaAccount(1, "noi@azienda.example");
   riga["FW98_IDACCOUNT"] = 32768;
   Accounts({riga});
-  interno.ApriForm_OpzInvio();
+  ApriForm_OpzInvio(interno, *servizio);
   EXPECT_THAT(Mostrati(), ElementsAre("ObjMessaggi.MostraMsg 6-Overflow in CLSFW_MAILSERVER: "
                                       "LoadAccountsPerUser|0||(assente)"));
   EXPECT_EQ(journal->Conta("FRMRW_OPZMAIL.Show"), 0U);
@@ -234,7 +235,7 @@ TEST_F(IngressoOstile, ListsThatAreNoListsAreReported) {
     servizio->vCollMittenti.reset();
     servizio->vElencoAllegati = elenco;
     journal->Svuota();
-    interno.ApriForm_OpzInvio();
+    ApriForm_OpzInvio(interno, *servizio);
     EXPECT_THAT(Mostrati(), ElementsAre("ObjMessaggi.MostraMsg 13 Tipo non corrispondente ORVE_MAILSERVER: "
                                         "CLSFW_MAILSERVER: ApriForm_OpzInvio|0||(assente)"));
     EXPECT_EQ(journal->Conta("FRMRW_OPZMAIL.Show"), 0U);

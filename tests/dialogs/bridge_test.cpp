@@ -185,8 +185,8 @@ TEST_F(Apertura, AShiftBeyondSixteenBitsIsAnOverflow) {
 }
 
 TEST_F(Apertura, TheObjectsOfTheChannelGoToTheForm) {
-  auto& messaggi = interno.objMapiMessages();
-  auto& outlook = interno.objOutlookApp();
+  auto& messaggi = interno.oggetti.objMapiMessages;
+  auto& outlook = interno.oggetti.objOutlookApp;
   messaggi = ambiente->CreaMAPIMessages();
   outlook = ambiente->CreaOutlook();
   for (const std::int32_t canale : {0, 1, 2}) {
@@ -204,12 +204,12 @@ TEST_F(Apertura, TheObjectsOfTheChannelGoToTheForm) {
 
 TEST_F(Apertura, WithoutAnAccountThereIsNoDialogAndNothingIsSent) {
   Accounts({});
-  interno.StatoInvio() = kvErroreInvioMail;
+  interno.esito.StatoInvio = kvErroreInvioMail;
   ConRegistro();
   bool mostrata = false;
   ambiente->persona = [&](HeadlessForm& /*finestra*/) { mostrata = true; };
   journal->Svuota();
-  interno.ApriForm_OpzInvio();
+  ApriForm_OpzInvio(interno, *servizio);
   EXPECT_FALSE(mostrata);
   EXPECT_THAT(Mostrati(),
               ElementsAre("ObjMessaggi.MostraMsg Non è disponibile alcun account mail|0||(assente)"));
@@ -228,7 +228,7 @@ TEST_F(Apertura, ADialogThatIsNotShownLetsGoOfTheInterfaceBeforeItsEnd) {
     if (journal->Righe().back().find("|TER|ORVE_MAILSERVER|FRMRW_OPZMAIL") == std::string::npos) return;
     usi = interfaccia.use_count();
   });
-  interno.ApriForm_OpzInvio();
+  ApriForm_OpzInvio(interno, *servizio);
   EXPECT_EQ(usi, 2);  // this test's and the service's
 }
 
@@ -397,7 +397,7 @@ TEST_F(Apertura, ACancelledDialogLeavesNoTrace) {
 
 TEST_F(Apertura, AFailureIsShownToAPersonAndLoggedUnattended) {
   journal->Fallisce("TXT_OGGETTO.Text", {1001, "Controllo", "guasto"});
-  interno.ApriForm_OpzInvio();
+  ApriForm_OpzInvio(interno, *servizio);
   EXPECT_THAT(Mostrati(), ElementsAre("ObjMessaggi.MostraMsg 1001 guasto ORVE_MAILSERVER: CLSFW_MAILSERVER: "
                                       "ApriForm_OpzInvio|0||(assente)"));
   EXPECT_EQ(journal->Conta("FRMRW_OPZMAIL.Show"), 0U);
@@ -405,9 +405,9 @@ TEST_F(Apertura, AFailureIsShownToAPersonAndLoggedUnattended) {
 
   servizio->ModalitaInvio(kvSemiAuto);
   servizio->vCollMittenti.reset();
-  interno.PathTemp() = "C:\\Temp";
+  interno.impostazioni.PathTemp = "C:\\Temp";
   journal->Svuota();
-  interno.ApriForm_OpzInvio();
+  ApriForm_OpzInvio(interno, *servizio);
   EXPECT_THAT(Mostrati(), IsEmpty());
   EXPECT_THAT(journal->Righe({"TextStream.WriteLine"}).back(),
               HasSubstr("ErroreInvio   ApriForm_OpzInvio   "));
@@ -415,7 +415,7 @@ TEST_F(Apertura, AFailureIsShownToAPersonAndLoggedUnattended) {
 
 TEST_F(Apertura, AHostWithoutWindowsFailsClearly) {
   journal->Fallisce("Ambiente.CreaForm", host::Errore(host::kOggettoNonCreabile));
-  interno.ApriForm_OpzInvio();
+  ApriForm_OpzInvio(interno, *servizio);
   EXPECT_THAT(Mostrati(),
               ElementsAre("ObjMessaggi.MostraMsg 429 Impossibile creare l'oggetto ORVE_MAILSERVER: "
                           "CLSFW_MAILSERVER: ApriForm_OpzInvio|0||(assente)"));
@@ -424,7 +424,7 @@ TEST_F(Apertura, AHostWithoutWindowsFailsClearly) {
 
 TEST_F(Apertura, WithoutAListOfRecipientsTheFailureIsReported) {
   servizio->vCollDestinatari.reset();
-  interno.ApriForm_OpzInvio();
+  ApriForm_OpzInvio(interno, *servizio);
   EXPECT_THAT(Mostrati(), ElementsAre(HasSubstr("91 Variabile oggetto non impostata ORVE_MAILSERVER: "
                                                 "CLSFW_MAILSERVER: ApriForm_OpzInvio|0||(assente)")));
 }
@@ -432,7 +432,7 @@ TEST_F(Apertura, WithoutAListOfRecipientsTheFailureIsReported) {
 TEST_F(Apertura, AMissingControlFailsInHidingTheSenderAndIsReportedHere) {
   SuCanale(2);
   journal->Fallisce("FMR_PERS.Top", host::Errore(host::kMembroNonSupportato));
-  interno.ApriForm_OpzInvio();
+  ApriForm_OpzInvio(interno, *servizio);
   EXPECT_THAT(Mostrati(), ElementsAre(HasSubstr("438 Proprietà o metodo non supportati dall'oggetto "
                                                 "ORVE_MAILSERVER: CLSFW_MAILSERVER: ApriForm_OpzInvio")));
 }
@@ -449,7 +449,7 @@ TEST_F(Apertura, TheServiceCanOpenTheWindowAgainAndAgain) {
 TEST_F(Apertura, AnAccountListThatIsStillFilledEndsInTheMessageOfItsLoading) {
   Apri();
   ambiente->persona = nullptr;
-  interno.ApriForm_OpzInvio();
+  ApriForm_OpzInvio(interno, *servizio);
   EXPECT_THAT(Mostrati(), ElementsAre(HasSubstr("457-La chiave è già associata a un elemento dell'insieme in "
                                                 "CLSFW_MAILSERVER: LoadAccountsPerUser|0||(assente)")));
   EXPECT_EQ(journal->Conta("FRMRW_OPZMAIL.Show"), 1U);

@@ -152,7 +152,7 @@ TEST_F(FormAttivato, MessagesGoThroughTheHostsObjectWhenTheChainReachesIt) {
 }
 
 TEST_F(FormAttivato, MessagesFallBackToTheFormsOwnObject) {
-  interno.ObjMessaggi().reset();  // the service's is not asked
+  interno.oggetti.ObjMessaggi.reset();  // the service's is not asked
   form->ActiveInterface = fakes::CreaFakeInterfaccia(*ambiente, 7, false);
   journal->Fallisce("Ambiente.CreaParametri", {429, "Sistema", "manca"});
   Mostra(nullptr);

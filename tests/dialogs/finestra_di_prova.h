@@ -11,6 +11,7 @@
 #include "fakes/fake_rubrica.h"
 #include "fakes/headless.h"
 #include "fakes/servizio_di_prova.h"
+#include "service/dialog_bridge.h"
 
 namespace orve {
 
@@ -65,8 +66,8 @@ class FinestraDiProva : public ServizioDiProva {
   FinestraDiProva() {
     servizio->SrvMailInstallato = kvSMTPMail;
     servizio->ModalitaInvio(kvManuale);
-    interno.UsaMittenteScelto() = true;
-    interno.IdUtenteCorrente() = 42;
+    interno.account.UsaMittenteScelto = true;
+    interno.contesto.IdUtenteCorrente = 42;
     Accounts({RigaAccount(12, "noi@azienda.example")});
     Collezione();
   }
@@ -87,7 +88,7 @@ class FinestraDiProva : public ServizioDiProva {
       finito = true;
     };
     journal->Svuota();
-    interno.ApriForm_OpzInvio();
+    ApriForm_OpzInvio(interno, *servizio);
     ambiente->persona = nullptr;
     EXPECT_TRUE(mostrata) << "the window was not shown";
     EXPECT_TRUE(finito) << "an error has ended the script";  // which the service would take for its own

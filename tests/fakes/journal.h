@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "host/errore.h"
-#include "service/ignora_errori.h"
+#include "service/guards.h"
 
 namespace orve::fakes {
 

@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "fakes/accesso_interno.h"
 #include "fakes/fake_ambiente.h"
 #include "fakes/fake_connection.h"
 #include "fakes/journal.h"
+#include "fakes/servizio_aperto.h"
 #include "service/CLSFW_MAILSERVER.h"
 
 namespace orve::fakes {
@@ -29,7 +29,7 @@ class ServizioDiProva : public ::testing::Test {
     return *servizio->vCollDestinatari;
   }
   /// A register object, as an initialiser would have made it.
-  void ConRegistro() { interno.ObjRegistroInvio() = ambiente->CreaRegistroInvio(); }
+  void ConRegistro() { interno.oggetti.ObjRegistroInvio = ambiente->CreaRegistroInvio(); }
   /// The lines of the service's own message object.
   [[nodiscard]] std::vector<std::string> Messaggi() const {
     return journal->Righe({"ObjMessaggi.MostraMsg"});
@@ -38,8 +38,13 @@ class ServizioDiProva : public ::testing::Test {
   std::shared_ptr<FakeAmbiente> ambiente = std::make_shared<FakeAmbiente>();
   JournalPtr journal = ambiente->journal;
   std::shared_ptr<FakeConnection> connessione = std::make_shared<FakeConnection>(journal);
-  std::unique_ptr<CLSFW_MAILSERVER> servizio = std::make_unique<CLSFW_MAILSERVER>(ambiente);
-  AccessoInterno interno{*servizio};
+
+ private:
+  ServizioAperto aperto_{ambiente};
+
+ protected:
+  std::unique_ptr<CLSFW_MAILSERVER>& servizio = aperto_.servizio;
+  Interno& interno = aperto_.interno;
 };
 
 }  // namespace orve::fakes

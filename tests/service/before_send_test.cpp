@@ -4,6 +4,7 @@
 
 #include "fakes/allocazioni.h"
 #include "fakes/servizio_di_prova.h"
+#include "service/before_send.h"
 
 namespace orve {
 namespace {
@@ -38,7 +39,9 @@ class EventoPrimaDelInvio : public fakes::ServizioDiProva {
     }
     return percorsi;
   }
-  void Gestisci() { interno.GestioneEventoBeforeSendMail(); }
+  void Gestisci() {
+    GestioneEventoBeforeSendMail(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti);
+  }
 };
 
 TEST_F(EventoPrimaDelInvio, TheHandlerSeesTheSixTextsInTheirOrder) {
@@ -122,14 +125,14 @@ TEST_F(EventoPrimaDelInvio, ARecipientInAnUnknownBoxDisappearsFromTheSendButNotF
   Collezione().AddFromLista("q@x.example", "Quinto", "", 3);
   Gestisci();
   EXPECT_THAT(Recipienti(), ElementsAre("Anna<a@x.example>/0"));
-  ASSERT_EQ(interno.CollDestinatariCopia()->Count(), 2);
-  EXPECT_EQ(interno.CollDestinatariCopia()->Item(2)->Indirizzo(), "q@x.example");
+  ASSERT_EQ(interno.messaggio.CollDestinatariCopia->Count(), 2);
+  EXPECT_EQ(interno.messaggio.CollDestinatariCopia->Item(2)->Indirizzo(), "q@x.example");
 }
 
 TEST_F(EventoPrimaDelInvio, TheCopyHoldsEveryRecipientInBoxZero) {
   Collezione().AddFromLista("n@x.example", "Nino", "Acme", 2);
   Gestisci();
-  const auto copia = interno.CollDestinatariCopia()->Item(1);
+  const auto copia = interno.messaggio.CollDestinatariCopia->Item(1);
   EXPECT_EQ(copia->Casella(), 0);
   EXPECT_EQ(copia->Azienda(), "Acme");
 }
@@ -232,13 +235,13 @@ TEST_F(EventoPrimaDelInvio, ABlankCompanyStaysWithAnARecipientAndIsEmptiedInTheC
 TEST_F(EventoPrimaDelInvio, TheCopyOfAnEarlierSendIsDropped) {
   Collezione().AddFromLista("a@x.example", "Anna", "Acme", 0);
   Gestisci();
-  const std::weak_ptr<CollDestinatari> vecchia = interno.CollDestinatariCopia();
+  const std::weak_ptr<CollDestinatari> vecchia = interno.messaggio.CollDestinatariCopia;
   servizio->vCollDestinatari.reset();
   Collezione().AddFromLista("b@x.example", "Bea", "Beta", 0);
   Gestisci();
   EXPECT_TRUE(vecchia.expired());
-  ASSERT_EQ(interno.CollDestinatariCopia()->Count(), 1);
-  EXPECT_EQ(interno.CollDestinatariCopia()->Item(1)->Nome(), "Bea");
+  ASSERT_EQ(interno.messaggio.CollDestinatariCopia->Count(), 1);
+  EXPECT_EQ(interno.messaggio.CollDestinatariCopia->Item(1)->Nome(), "Bea");
   EXPECT_THAT(Recipienti(), ElementsAre("Anna<a@x.example>/0", "Bea<b@x.example>Beta/0"));
 
   // The loose fields make a copy of their own too.
@@ -246,8 +249,8 @@ TEST_F(EventoPrimaDelInvio, TheCopyOfAnEarlierSendIsDropped) {
   servizio->DestinatariA("");
   servizio->vIndDestinatario = "c@x.example";
   Gestisci();
-  ASSERT_EQ(interno.CollDestinatariCopia()->Count(), 1);
-  EXPECT_EQ(interno.CollDestinatariCopia()->Item(1)->Indirizzo(), "c@x.example");
+  ASSERT_EQ(interno.messaggio.CollDestinatariCopia->Count(), 1);
+  EXPECT_EQ(interno.messaggio.CollDestinatariCopia->Item(1)->Indirizzo(), "c@x.example");
 }
 
 TEST_F(EventoPrimaDelInvio, AnAddressThatTheHandlerChangedHasNoCompany) {
@@ -468,7 +471,7 @@ TEST_F(EventoPrimaDelInvio, MembersBesideTheSixTextsKeepWhatTheHandlerWrote) {
 }
 
 TEST_F(EventoPrimaDelInvio, ADirectSendKeepsTheBodyItWasGiven) {
-  interno.FlagInvioDiretto() = true;
+  interno.messaggio.FlagInvioDiretto = true;
   servizio->vFlagCorpo = 0;
   servizio->vCorpoMail = "***(Nome)***";
   Gestisci();
@@ -526,7 +529,7 @@ struct CasoFase {
 
 // The unattended mode names procedures in the log; three of the stages name another one.
 TEST_F(EventoPrimaDelInvio, UnattendedFailuresStandInTheLogUnderTheirRequiredNames) {
-  interno.PathTemp() = "C:\\Temp";
+  interno.impostazioni.PathTemp = "C:\\Temp";
   servizio->ModalitaInvio(kvAutomatico);
   const CasoFase casi[] = {
       {"handler",
@@ -556,9 +559,9 @@ TEST_F(EventoPrimaDelInvio, UnattendedFailuresStandInTheLogUnderTheirRequiredNam
 
 TEST_F(EventoPrimaDelInvio, StagesReportTheirOwnNamesToThePerson) {
   servizio->DestinatariA("> <");
-  interno.AfterDestinatari();
+  AfterDestinatari(interno.messaggio, interno.impostazioni, interno.oggetti);
   servizio->vElencoAllegati = 5;
-  interno.BeforeAllegati();
+  BeforeAllegati(interno.messaggio, interno.impostazioni, interno.oggetti);
   EXPECT_THAT(
       Messaggi(),
       ElementsAre("ObjMessaggi.MostraMsg 5 Chiamata di routine o argomento non validi ORVE_MAILSERVER: "
@@ -570,8 +573,10 @@ TEST_F(EventoPrimaDelInvio, StagesReportTheirOwnNamesToThePerson) {
 // Nothing short of exhausted memory makes these two stages fail.
 TEST_F(EventoPrimaDelInvio, StagesThatRunOutOfMemoryReportTheirOwnNamesToThePerson) {
   servizio->Allegati("C:\\a.pdf");
-  fakes::ConAllocazioneCheFallisce(1, [&] { interno.BeforeDestinatari(); });
-  fakes::ConAllocazioneCheFallisce(1, [&] { interno.AfterAllegati(); });
+  fakes::ConAllocazioneCheFallisce(
+      1, [&] { BeforeDestinatari(interno.messaggio, interno.impostazioni, interno.oggetti); });
+  fakes::ConAllocazioneCheFallisce(
+      1, [&] { AfterAllegati(interno.messaggio, interno.impostazioni, interno.oggetti); });
   EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg 7 Memoria esaurita ORVE_MAILSERVER: "
                                       "CLSFW_MAILSERVER: BeforeDestinatari|0||(assente)",
                                       "ObjMessaggi.MostraMsg 7 Memoria esaurita ORVE_MAILSERVER: "
@@ -579,11 +584,12 @@ TEST_F(EventoPrimaDelInvio, StagesThatRunOutOfMemoryReportTheirOwnNamesToThePers
 }
 
 TEST_F(EventoPrimaDelInvio, UnattendedStagesThatRunOutOfMemoryStandInTheLogUnderTheNameOfTheDialog) {
-  interno.PathTemp() = "C:\\Temp";
+  interno.impostazioni.PathTemp = "C:\\Temp";
   servizio->ModalitaInvio(kvAutomatico);
   servizio->Allegati("C:\\a.pdf");
-  const std::function<void()> fasi[] = {[&] { interno.BeforeDestinatari(); },
-                                        [&] { interno.AfterAllegati(); }};
+  const std::function<void()> fasi[] = {
+      [&] { BeforeDestinatari(interno.messaggio, interno.impostazioni, interno.oggetti); },
+      [&] { AfterAllegati(interno.messaggio, interno.impostazioni, interno.oggetti); }};
   for (const auto& fase : fasi) {
     journal->Svuota();
     fakes::ConAllocazioneCheFallisce(1, fase);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "fakes/servizio_di_prova.h"
+#include "service/direct_send.h"
 
 namespace orve {
 namespace {
@@ -18,7 +19,7 @@ using ::testing::Not;
 class InvioDiretto : public fakes::ServizioDiProva {
  protected:
   InvioDiretto() {
-    interno.PathTemp() = "C:\\Temp";
+    interno.impostazioni.PathTemp = "C:\\Temp";
     servizio->SrvMailInstallato = kvSMTPSSLMail;
     servizio->DittaCorrente = 1;
     connessione->Risponde("WHERE FW98_IDACCOUNT = 12", {{{"FW23_SERVERNAME", "smtp.azienda.example"},
@@ -61,7 +62,7 @@ TEST_F(InvioDiretto, SendsWhatStandsInTheTexts) {
                           "smtp.Subject Fattura 12", "smtp.BodyText Buongiorno"));
   EXPECT_TRUE(Consegnato());
   EXPECT_EQ(servizio->Stato(), kvOK);
-  EXPECT_FALSE(interno.FlagInvioDiretto());
+  EXPECT_FALSE(interno.messaggio.FlagInvioDiretto);
   EXPECT_THAT(Recipienti(), ElementsAre("Anna/a@x.example//0", "Bruno/b@x.example//0", "Carla/c@x.example//1",
                                         "Dario/d@x.example//2"));
 }
@@ -129,20 +130,20 @@ TEST_F(InvioDiretto, WithAllArgumentsLeftOutTheAccountIsNotFoundAndTheChannelDec
   EXPECT_FALSE(Consegnato());
   EXPECT_EQ(servizio->vCollDestinatari->Count(), 0);
 
-  interno.SmtpServer() = "smtp.azienda.example";  // of an account loaded earlier
+  interno.account.SmtpServer = "smtp.azienda.example";  // of an account loaded earlier
   servizio->InviaMailDiretta();
   EXPECT_TRUE(Consegnato());
   EXPECT_THAT(Liste(), ElementsAre("smtp.AddRecipientEx  0"));
   EXPECT_EQ(servizio->Stato(), kvOK);
-  EXPECT_FALSE(interno.FlagInvioDiretto());
+  EXPECT_FALSE(interno.messaggio.FlagInvioDiretto);
 }
 
 TEST_F(InvioDiretto, OnTheOtherChannelsTheAccountIsIgnored) {
   for (const auto canale : {kvSimpleMAPI, kvOutlook, kvMAPI, kvNoMail}) {
     servizio->SrvMailInstallato = canale;
-    interno.IdMittenteDiretto() = 5;
+    interno.account.IdMittenteDiretto = 5;
     servizio->InviaMailDiretta(12, "a@x.example");
-    EXPECT_EQ(interno.IdMittenteDiretto(), 5) << canale;
+    EXPECT_EQ(interno.account.IdMittenteDiretto, 5) << canale;
   }
   EXPECT_THAT(connessione->Statements(), Each(Not(HasSubstr("FW98_MAILACCOUNT"))));
 }
@@ -150,15 +151,15 @@ TEST_F(InvioDiretto, OnTheOtherChannelsTheAccountIsIgnored) {
 TEST_F(InvioDiretto, BothSmtpChannelsTakeTheAccountOfTheCall) {
   for (const auto canale : {kvSMTPMail, kvSMTPSSLMail}) {
     servizio->SrvMailInstallato = canale;
-    interno.IdMittenteDiretto() = 5;
+    interno.account.IdMittenteDiretto = 5;
     servizio->InviaMailDiretta(12, "a@x.example");
-    EXPECT_EQ(interno.IdMittenteDiretto(), 12) << canale;
+    EXPECT_EQ(interno.account.IdMittenteDiretto, 12) << canale;
   }
   EXPECT_THAT(connessione->Statements(), Each(Not(HasSubstr("FW99_ISDEFAULT"))));
 }
 
 TEST_F(InvioDiretto, ItIsDeliveredThroughEveryChannel) {
-  interno.objOutlookApp() = ambiente->CreaOutlook();
+  interno.oggetti.objOutlookApp = ambiente->CreaOutlook();
   servizio->SrvMailInstallato = kvOutlook;
   servizio->InviaMailDiretta(0, "Anna<a@x.example>", "", "", "Oggetto", "Corpo");
   servizio->SrvMailInstallato = kvSimpleMAPI;
@@ -250,7 +251,7 @@ TEST_F(InvioDiretto, ADisabledServiceIsRefusedAndTheFlagIsTakenBack) {
   servizio->InviaMailDiretta(12, "a@x.example");
   EXPECT_EQ(servizio->Stato(), kvInvioNonImpostato);
   EXPECT_EQ(servizio->Descrizione().ToText(), "Invio mail disabilitato!");
-  EXPECT_FALSE(interno.FlagInvioDiretto());
+  EXPECT_FALSE(interno.messaggio.FlagInvioDiretto);
   EXPECT_FALSE(Consegnato());
 }
 
@@ -263,7 +264,7 @@ TEST_F(InvioDiretto, AListThatCannotBeReadEndsInSilenceAndLeavesTheFlagSet) {
                              "C:\\Doc\\nuovo.pdf");
   EXPECT_THAT(journal->Righe({"ObjMessaggi", "FileSystem", "TextStream", "smtp.", "ConnectionADO"}),
               IsEmpty());
-  EXPECT_TRUE(interno.FlagInvioDiretto());
+  EXPECT_TRUE(interno.messaggio.FlagInvioDiretto);
   EXPECT_EQ(servizio->Stato(), kvOK);
   EXPECT_THAT(Recipienti(), ElementsAre("Anna/a@x.example//0"));
   EXPECT_EQ(servizio->vCorpoMail, "vecchio corpo");
@@ -271,18 +272,18 @@ TEST_F(InvioDiretto, AListThatCannotBeReadEndsInSilenceAndLeavesTheFlagSet) {
   EXPECT_EQ(servizio->vMailAttachment, "C:\\Doc\\vecchio.pdf");
   EXPECT_EQ(servizio->vElencoAllegati, host::Variant(host::Variant::Array{"C:\\Doc\\vecchio.pdf"}));
   EXPECT_EQ(servizio->vFlagCorpo, 1);
-  EXPECT_EQ(interno.IdMittenteDiretto(), 12);
+  EXPECT_EQ(interno.account.IdMittenteDiretto, 12);
 }
 
 TEST_F(InvioDiretto, TheNextSendOnAnObjectThatFailedSoRunsAsADirectOne) {
   servizio->InviaMailDiretta(12, "> <");
-  ASSERT_TRUE(interno.FlagInvioDiretto());
+  ASSERT_TRUE(interno.messaggio.FlagInvioDiretto);
   servizio->vCollDestinatari = std::make_shared<CollDestinatari>(ambiente);  // empty, in the manual mode
   servizio->AvviaProceduraInvio();
   EXPECT_EQ(journal->Conta("Ambiente.CreaForm"), 0U);
   EXPECT_THAT(connessione->Statements(), Contains(HasSubstr("WHERE FW98_IDACCOUNT = 12")));
   EXPECT_TRUE(Consegnato());
-  EXPECT_TRUE(interno.FlagInvioDiretto());
+  EXPECT_TRUE(interno.messaggio.FlagInvioDiretto);
 }
 
 TEST_F(InvioDiretto, AFailureOfTheDeliveryIsReportedByTheSendAndTheFlagIsTakenBack) {
@@ -290,7 +291,7 @@ TEST_F(InvioDiretto, AFailureOfTheDeliveryIsReportedByTheSendAndTheFlagIsTakenBa
   journal->Fallisce("Ambiente.CreaComponenteSmtp", host::Errore(host::kOggettoNonCreabile));
   servizio->InviaMailDiretta(12, "a@x.example");
   EXPECT_THAT(journal->Righe({"TextStream.WriteLine"}).back(), HasSubstr("ErroreInvio   SendWithSmtp   "));
-  EXPECT_FALSE(interno.FlagInvioDiretto());
+  EXPECT_FALSE(interno.messaggio.FlagInvioDiretto);
 }
 
 TEST_F(InvioDiretto, AReportThatFailsTooDoesNotReachTheCaller) {
@@ -309,7 +310,7 @@ TEST_F(AnnullamentoDaUtente, IsRecordedInTheRegisterAndAsAnEvent) {
   servizio->vDitta = "Acme";
   ConRegistro();
   journal->Svuota();
-  interno.RegistraAnnullamentoDaUtente();
+  RegistraAnnullamentoDaUtente(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti);
   EXPECT_THAT(journal->Righe({"ObjRegistroInvio.", "ConnectionADO.CreateCommand"}),
               ElementsAre("ObjRegistroInvio.EsitoInvio 2", "ObjRegistroInvio.TipoCanale 3",
                           "ObjRegistroInvio.CanaleInvio 77",
@@ -325,12 +326,12 @@ TEST_F(AnnullamentoDaUtente, IsRecordedInTheRegisterAndAsAnEvent) {
 TEST_F(AnnullamentoDaUtente, CertifiedMailIsToldApart) {
   servizio->IsPec(true);
   ConRegistro();
-  interno.RegistraAnnullamentoDaUtente();
+  RegistraAnnullamentoDaUtente(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti);
   EXPECT_EQ(journal->Conta("ObjRegistroInvio.TipoCanale 5"), 1U);
 }
 
 TEST_F(AnnullamentoDaUtente, WithoutARegisterNothingHappens) {
-  interno.RegistraAnnullamentoDaUtente();
+  RegistraAnnullamentoDaUtente(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti);
   EXPECT_THAT(journal->Righe(), IsEmpty());
 }
 
@@ -340,7 +341,7 @@ TEST_F(AnnullamentoDaUtente, ItsFailureIsShownInEveryMode) {
   for (const auto modo : {kvManuale, kvAutomatico}) {
     servizio->ModalitaInvio(modo);
     journal->Svuota();
-    interno.RegistraAnnullamentoDaUtente();
+    RegistraAnnullamentoDaUtente(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti);
     EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg 1001-pieno in CLSFW_MAILSERVER: "
                                         "RegistraAnnullamentoDaUtente|0||(assente)"));
     EXPECT_EQ(journal->Conta("ConnectionADO.CreateCommand"), 0U);

@@ -67,16 +67,18 @@ class TestiOstili : public fakes::ServizioDiProva {
 
   /// A new service, prepared as far as a caller does it, with one recipient.
   void Rinnova() {
-    servizio = std::make_unique<CLSFW_MAILSERVER>(ambiente);
-    AccessoInterno dentro{*servizio};
+    fakes::ServizioAperto nuovo(ambiente);
+    Interno& dentro = nuovo.interno;
+    registro_ = &dentro.oggetti.ObjRegistroInvio;
+    servizio = std::move(nuovo.servizio);
     servizio->ConnectionADO = connessione;
     servizio->SrvMailInstallato = kvSMTPSSLMail;
     servizio->ModalitaInvio(kvAutomatico);
     servizio->vFlagCorpo = 1;
     servizio->ReadReceipt = true;
-    dentro.PathTemp() = "C:\\Temp";
-    dentro.SmtpServer() = "smtp.azienda.example";
-    dentro.ObjRegistroInvio() = ambiente->CreaRegistroInvio();
+    dentro.impostazioni.PathTemp = "C:\\Temp";
+    dentro.account.SmtpServer = "smtp.azienda.example";
+    dentro.oggetti.ObjRegistroInvio = ambiente->CreaRegistroInvio();
     Collezione().AddFromLista("a@x.example", "Anna", "Acme", 0);
     journal->Svuota();
   }
@@ -91,6 +93,8 @@ class TestiOstili : public fakes::ServizioDiProva {
     EXPECT_EQ(journal->Conta("ConnectionADO.Execute 1 exec SPFW_AttivaEventoGestionale"),
               inviati * destinatari);
   }
+
+  std::shared_ptr<host::RegistroInvio>* registro_ = nullptr;  // of the service of the moment
 
   void VerificaPosti(const std::vector<Posto>& posti, const std::string& testo) const {
     for (const auto& posto : posti) {
@@ -196,7 +200,7 @@ TEST_F(TestiOstili, InTheArgumentsOfTheInitialisersReachTheRegisterAndTheStateme
   for (const auto& [etichetta, testo] : TestiOstiliTutti()) {
     SCOPED_TRACE(etichetta);
     Rinnova();
-    AccessoInterno{*servizio}.ObjRegistroInvio().reset();
+    registro_->reset();
     servizio->IsLista(1);
     servizio->ListaGuid(testo);
     servizio->INFO_TipoDoc = servizio->INFO_NumReg = servizio->INFO_NumDoc = servizio->INFO_SezDoc = testo;

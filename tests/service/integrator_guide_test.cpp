@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "addressing/recipients.h"
+#include "content/body_templates.h"
 #include "fakes/headless.h"
 #include "fakes/servizio_di_prova.h"
 #include "places.h"
@@ -242,18 +243,19 @@ TEST_F(GuidaIntegratori, ItsPlaceholdersAreThoseOfTheLibraryInTheirOrder) {
   servizio->vNome = "1";
   servizio->vDitta = "2";
   servizio->vIndDestinatario = "3";
-  interno.DescGruppoCorrente() = interno.DescUtenteCorrente() = "prima";
-  interno.AziendaCorr() = "8";
-  interno.AzCorrInd() = "9";
-  interno.AzCorrCAP() = "10";
-  interno.AzCorrCitta() = "11";
-  interno.AzCorrProv() = "12";
-  interno.AzCorrMail() = "13";
+  interno.contesto.DescGruppoCorrente = interno.contesto.DescUtenteCorrente = "prima";
+  interno.contesto.AziendaCorr = "8";
+  interno.contesto.AzCorrInd = "9";
+  interno.contesto.AzCorrCAP = "10";
+  interno.contesto.AzCorrCitta = "11";
+  interno.contesto.AzCorrProv = "12";
+  interno.contesto.AzCorrMail = "13";
   std::vector<std::string> valori;
   for (const auto riga : text::Split(Guida(), '\n')) {
     constexpr std::string_view kInizio = "| `***(";
     if (!riga.starts_with(kInizio)) continue;
-    valori.push_back(interno.CompilaTestoMail(std::string(riga.substr(3, riga.find('`', 3) - 3))));
+    valori.push_back(CompilaTestoMail(interno.messaggio, interno.contesto, interno.oggetti,
+                                      std::string(riga.substr(3, riga.find('`', 3) - 3))));
   }
   EXPECT_THAT(valori, ElementsAre("1", "2", "3", "AMM", "anna", "Amministrazione", "Anna dell'ufficio", "8",
                                   "9", "10", "11", "12", "13"));
@@ -265,54 +267,55 @@ struct CasoEsito {
   const char* label;
   void (*prepara)(CLSFW_MAILSERVER& servizio, fakes::FakeAmbiente& ambiente);
   const char* codice;  // none: to a collection
-  Esito want;
+  ::Esito want;
 };
 
 const CasoEsito kCasiEsito[] = {
-    {"sent by code", [](auto&, auto&) {}, "1001", Esito::kInviato},
-    {"sent to a collection", [](auto&, auto&) {}, nullptr, Esito::kInviato},
+    {"sent by code", [](auto&, auto&) {}, "1001", ::Esito::kInviato},
+    {"sent to a collection", [](auto&, auto&) {}, nullptr, ::Esito::kInviato},
     {"disabled", [](auto& servizio, auto&) { servizio.SrvMailInstallato = kvNoMail; }, "1001",
-     Esito::kRifiutato},
-    {"nobody found", [](auto& servizio, auto&) { servizio.IsPec(true); }, "1001", Esito::kRifiutato},
-    {"bad address", [](auto& servizio, auto&) { servizio.DestinatariA("rotto"); }, "1001", Esito::kRifiutato},
+     ::Esito::kRifiutato},
+    {"nobody found", [](auto& servizio, auto&) { servizio.IsPec(true); }, "1001", ::Esito::kRifiutato},
+    {"bad address", [](auto& servizio, auto&) { servizio.DestinatariA("rotto"); }, "1001",
+     ::Esito::kRifiutato},
     {"refused by the server", [](auto&, auto& ambiente) { ambiente.risultatoSmtp = 4; }, "1001",
-     Esito::kFallito},
+     ::Esito::kFallito},
     {"a member that raises", [](auto&, auto& ambiente) { ambiente.journal->Fallisce("smtp.Subject"); },
-     "1001", Esito::kFallito},
+     "1001", ::Esito::kFallito},
     {"no component", [](auto&, auto& ambiente) { ambiente.journal->Fallisce("Ambiente.CreaComponenteSmtp"); },
-     "1001", Esito::kIgnoto},
+     "1001", ::Esito::kIgnoto},
     {"no Outlook", [](auto& servizio, auto&) { servizio.SrvMailInstallato = kvOutlook; }, nullptr,
-     Esito::kIgnoto},
+     ::Esito::kIgnoto},
     {"Simple MAPI refuses",
      [](auto& servizio, auto& ambiente) {
        servizio.SrvMailInstallato = kvSimpleMAPI;
        ambiente.journal->Fallisce("MAPIMessages.Send");
      },
-     nullptr, Esito::kFallito},
+     nullptr, ::Esito::kFallito},
     {"MAPI32 refuses",
      [](auto& servizio, auto& ambiente) {
        servizio.SrvMailInstallato = kvMAPI;
        ambiente.esitoInvioMapi = 2;
      },
-     nullptr, Esito::kFallito},
+     nullptr, ::Esito::kFallito},
     {"MAPI32 without a session",
      [](auto& servizio, auto& ambiente) {
        servizio.SrvMailInstallato = kvMAPI;
        ambiente.esitoLogonMapi = 3;
      },
-     nullptr, Esito::kIgnoto},
+     nullptr, ::Esito::kIgnoto},
     {"the window was closed",
      [](auto& servizio, auto& ambiente) {
        servizio.ModalitaInvio(kvManuale);
        ambiente.persona = [](auto& finestra) { finestra.Preme("CMD_ANNULLA"); };
      },
-     "1001", Esito::kIgnoto},
+     "1001", ::Esito::kIgnoto},
     {"the window was confirmed",
      [](auto& servizio, auto& ambiente) {
        servizio.ModalitaInvio(kvManuale);
        ambiente.persona = [](auto& finestra) { finestra.Preme("cmd_Invia"); };
      },
-     "1001", Esito::kInviato},
+     "1001", ::Esito::kInviato},
 };
 
 TEST_F(GuidaIntegratori, TheOutcomeIsReadFromStateAndRegister) {

@@ -7,6 +7,7 @@
 #include "fakes/errori.h"
 #include "fakes/fake_rubrica.h"
 #include "fakes/servizio_di_prova.h"
+#include "service/failures.h"
 
 namespace orve {
 namespace {
@@ -121,8 +122,8 @@ TEST_F(Servizio, ANewObjectHoldsTheDefaultsOfItsInterface) {
 }
 
 TEST_F(Servizio, WritingTheModeForcesItAndMinusOneGivesTheChoiceBack) {
-  interno.ModalitaStandard() = kvAutomatico;
-  interno.ModalitaStampaDifferita() = kvListaDistribuzione;
+  interno.impostazioni.ModalitaStandard = kvAutomatico;
+  interno.impostazioni.ModalitaStampaDifferita = kvListaDistribuzione;
   servizio->ModalitaInvio(kvSemiAuto);
   EXPECT_EQ(servizio->ModalitaInvio(), kvSemiAuto);
   servizio->ModalitaInvio(42);
@@ -178,31 +179,31 @@ TEST_F(Servizio, EachPropertyGivesBackWhatWasWritten) {
 
 TEST_F(Servizio, AMessageGoesToTheHostsMessageObject) {
   servizio->ActiveInterface = CreaFakeInterfaccia(*ambiente);
-  EXPECT_EQ(interno.MostraMessaggio("testo", 48, "titolo", nullptr), ambiente->rispostaMessaggio);
+  EXPECT_EQ(MostraMessaggio(interno.oggetti, "testo", 48, "titolo"), ambiente->rispostaMessaggio);
   EXPECT_THAT(journal->Righe({"Host.Messaggi", "ObjMessaggi"}),
               ElementsAre("Host.Messaggi.MostraMsg testo|48|titolo|(assente)"));
 }
 
 TEST_F(Servizio, EachTestOfTheHostsChainFetchesItAnew) {
   servizio->ActiveInterface = CreaFakeInterfaccia(*ambiente);
-  interno.MostraMessaggio("testo", 0, "", nullptr);
+  MostraMessaggio(interno.oggetti, "testo", 0, "");
   EXPECT_EQ(journal->Conta("ActiveInterface.Applicazione"), 3U);
 }
 
 TEST_F(Servizio, AMessageGoesToItsOwnObjectWithoutAHost) {
-  interno.MostraMessaggio("testo", 16, "titolo", nullptr);
+  MostraMessaggio(interno.oggetti, "testo", 16, "titolo");
   EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg testo|16|titolo|(assente)"));
 }
 
 TEST_F(Servizio, AHostWithoutApplicationIsNoError) {
   servizio->ActiveInterface = CreaFakeInterfaccia(*ambiente, 7, false);
-  interno.MostraMessaggio("testo", 0, "", nullptr);
+  MostraMessaggio(interno.oggetti, "testo", 0, "");
   EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg testo|0||(assente)"));
 }
 
 TEST_F(Servizio, AHostWithoutMessageObjectIsNoError) {
   servizio->ActiveInterface = CreaFakeInterfaccia(*ambiente, 7, true, false);
-  interno.MostraMessaggio("testo", 0, "", nullptr);
+  MostraMessaggio(interno.oggetti, "testo", 0, "");
   EXPECT_THAT(Messaggi(), ElementsAre("ObjMessaggi.MostraMsg testo|0||(assente)"));
 }
 
@@ -219,7 +220,7 @@ TEST_F(Servizio, AHostThatTakesItsInterfaceAwayWhileItIsAskedIsAnError91) {
       EXPECT_FALSE(tolta.expired()) << "gone in the middle of its own call";
     });
     const bool inTempo = volta == 3;  // the last thing that is asked of it
-    const auto numero = fakes::NumeroDi([&] { interno.MostraMessaggio("testo", 0, "", nullptr); });
+    const auto numero = fakes::NumeroDi([&] { MostraMessaggio(interno.oggetti, "testo", 0, ""); });
     EXPECT_EQ(numero, inTempo ? 0 : host::kOggettoNonImpostato) << volta;
     EXPECT_EQ(journal->Conta("Host.Messaggi.MostraMsg"), inTempo ? 1U : 0U) << volta;
     EXPECT_THAT(Messaggi(), IsEmpty()) << volta;
@@ -248,7 +249,7 @@ TEST_F(Servizio, NothingIsBornWithoutAnAmbiente) {
 
 TEST_F(Servizio, AFailingMessageObjectFailsItsCaller) {
   journal->Fallisce("ObjMessaggi.MostraMsg");
-  EXPECT_THROW(interno.MostraMessaggio("testo", 0, "", nullptr), host::Errore);
+  EXPECT_THROW(MostraMessaggio(interno.oggetti, "testo", 0, ""), host::Errore);
 }
 
 // What teardown does, one line each. Whatever it leaves undone the fields do by themselves, last field first:
@@ -261,15 +262,15 @@ class FineDelServizio : public Servizio {
     servizio->vCollMittenti = std::make_shared<CollMittenti>(ambiente);
     servizio->ManagerRubrica = std::make_shared<fakes::FakeRubrica>(journal);
     servizio->ActiveInterface = CreaFakeInterfaccia(*ambiente);
-    Osserva(interno.ObjMessaggi(), "ObjMessaggi");
-    Osserva(interno.ObjRegistroInvio(), "ObjRegistroInvio");
+    Osserva(interno.oggetti.ObjMessaggi, "ObjMessaggi");
+    Osserva(interno.oggetti.ObjRegistroInvio, "ObjRegistroInvio");
     Osserva(servizio->vCollDestinatari, "vCollDestinatari");
     Osserva(servizio->vCollMittenti, "vCollMittenti");
     Osserva(servizio->ManagerRubrica, "ManagerRubrica");
     Osserva(servizio->ConnectionADO, "ConnectionADO");
     Osserva(servizio->ActiveInterface, "ActiveInterface");
-    Osserva(interno.ObjFormatoData(), "ObjFormatoData");
-    Osserva(interno.ObjFormatoNumero(), "ObjFormatoNumero");
+    Osserva(interno.oggetti.ObjFormatoData, "ObjFormatoData");
+    Osserva(interno.oggetti.ObjFormatoNumero, "ObjFormatoNumero");
   }
 
   /// Releases the service, and gives what it did from first to last.
@@ -309,7 +310,7 @@ TEST_F(FineDelServizio, IsTracedFirst) {
 
 TEST_F(FineDelServizio, TakesEveryStepInItsOrderOnChannelsWithoutAnObject) {
   servizio->SrvMailInstallato = kvSMTPMail;
-  interno.objMapiSession() = ambiente->CreaMAPISession();  // of another channel: goes with the object
+  interno.oggetti.objMapiSession = ambiente->CreaMAPISession();  // of another channel: goes with the object
   auto passi = Passi();
   ASSERT_FALSE(passi.empty());
   EXPECT_EQ(passi.back(), "rilascio MAPISession");
@@ -318,7 +319,7 @@ TEST_F(FineDelServizio, TakesEveryStepInItsOrderOnChannelsWithoutAnObject) {
 }
 
 TEST_F(FineDelServizio, SignsOffOnSimpleMapiAndGoesOn) {
-  interno.objMapiSession() = ambiente->CreaMAPISession();
+  interno.oggetti.objMapiSession = ambiente->CreaMAPISession();
   ASSERT_EQ(servizio->SrvMailInstallato, kvSimpleMAPI);
   EXPECT_EQ(Passi(), PassiCon({"MAPISession.SignOff", "rilascio MAPISession"}));
 }
@@ -329,14 +330,14 @@ TEST_F(FineDelServizio, GoesOnWithoutASession) {
 }
 
 TEST_F(FineDelServizio, TriesEachStepWhateverTheOneBeforeDid) {
-  interno.objMapiSession() = ambiente->CreaMAPISession();
+  interno.oggetti.objMapiSession = ambiente->CreaMAPISession();
   journal->Fallisce("ObjRegistroInvio.Connessione");
   journal->Fallisce("MAPISession.SignOff");
   EXPECT_EQ(Passi(), PassiCon({"MAPISession.SignOff", "rilascio MAPISession"}));
 }
 
 TEST_F(FineDelServizio, GoesOnWithoutARegister) {
-  interno.ObjRegistroInvio().reset();
+  interno.oggetti.ObjRegistroInvio.reset();
   servizio->SrvMailInstallato = kvMAPI;
   std::vector<std::string> attesi = PassiCon({});
   attesi.erase(attesi.begin() + 1, attesi.begin() + 3);
@@ -344,7 +345,7 @@ TEST_F(FineDelServizio, GoesOnWithoutARegister) {
 }
 
 TEST_F(FineDelServizio, EndsOnOutlookWithTheApplicationAndTheConnectionAndTheRestGoesWithTheObject) {
-  interno.objOutlookApp() = ambiente->CreaOutlook();
+  interno.oggetti.objOutlookApp = ambiente->CreaOutlook();
   servizio->SrvMailInstallato = kvOutlook;
   EXPECT_THAT(Passi(),
               ElementsAre("rilascio ObjMessaggi", "ObjRegistroInvio.Connessione (assente)",

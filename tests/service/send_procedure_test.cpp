@@ -22,8 +22,8 @@ class Invio : public fakes::ServizioDiProva {
   Invio() {
     servizio->SrvMailInstallato = kvSMTPSSLMail;
     servizio->vFlagCorpo = 1;
-    interno.PathTemp() = "C:\\Temp";
-    interno.SmtpServer() = "mail.example";
+    interno.impostazioni.PathTemp = "C:\\Temp";
+    interno.account.SmtpServer = "mail.example";
     servizio->vSenderAddress = "noi@azienda.example";
   }
   [[nodiscard]] bool Consegnato() const { return journal->Conta("smtp.SendMail") == 1; }
@@ -61,7 +61,7 @@ TEST_F(Invio, ADisabledServiceWithoutARegisterOnlySetsTheState) {
 
 TEST_F(Invio, SimpleMapiPreparesItsMessageBeforeTheRouteIsKnown) {
   servizio->SrvMailInstallato = kvSimpleMAPI;
-  interno.MapiSessionID() = 4711;
+  interno.oggetti.MapiSessionID = 4711;
   servizio->vIndDestinatario = "a@x.example";
   servizio->AvviaProceduraInvio();
   EXPECT_THAT(
@@ -88,21 +88,21 @@ TEST_F(Invio, TheCollectionRouteTakesTheCompanyOfTheDocumentAndTheChosenAccount)
   Collezione().Add("a@x.example", "Anna");
   servizio->INFO_RagSocCliFor("Acme S.p.A.");
   servizio->vDitta = "vecchia";
-  EXPECT_FALSE(interno.UsaMittenteScelto());
+  EXPECT_FALSE(interno.account.UsaMittenteScelto);
   servizio->AvviaProceduraInvio();
   EXPECT_EQ(servizio->vDitta, "Acme S.p.A.");
-  EXPECT_TRUE(interno.UsaMittenteScelto());
+  EXPECT_TRUE(interno.account.UsaMittenteScelto);
 }
 
 TEST_F(Invio, TheCollectionRouteLoadsTheDefaultAccountOnTheSmtpChannels) {
-  interno.SmtpServer().clear();
+  interno.account.SmtpServer.clear();
   Collezione().Add("a@x.example", "Anna");
   servizio->AvviaProceduraInvio();
   EXPECT_THAT(connessione->Statements(), Contains(HasSubstr("FW99_ISDEFAULT = 1")));
 }
 
 TEST_F(Invio, TheAccountIsLoadedBeforeTheHandlerIsAsked) {
-  interno.SmtpServer().clear();
+  interno.account.SmtpServer.clear();
   Collezione().Add("a@x.example", "Anna");
   servizio->BeforeSendMail = [&](auto&, auto&, auto&, auto&, auto&, auto&) { journal->Add("evento"); };
   servizio->AvviaProceduraInvio();
@@ -171,7 +171,7 @@ TEST_F(Invio, AHandlerThatLeavesNobodyIsRefusedByLookUpAndDeliveredToNobodyByCol
 
 // The collection is made behind the event, so that it is missing then.
 TEST_F(Invio, AFailingHandlerOnTheLookUpRouteEndsTheSendInTheProceduresHandler) {
-  interno.PathTemp() = "C:\\Temp";
+  interno.impostazioni.PathTemp = "C:\\Temp";
   servizio->ModalitaInvio(kvAutomatico);
   servizio->vIndDestinatario = "a@x.example";
   servizio->BeforeSendMail = [](auto&, auto&, auto&, auto&, auto&, auto&) {
@@ -211,8 +211,8 @@ TEST_F(Invio, ABodyThatTheHandlerLeftAloneIsFilledAgainByTheChannel) {
 }
 
 TEST_F(Invio, ADirectSendLoadsTheAccountOfItsId) {
-  interno.FlagInvioDiretto() = true;
-  interno.IdMittenteDiretto() = 12;
+  interno.messaggio.FlagInvioDiretto = true;
+  interno.account.IdMittenteDiretto = 12;
   Collezione();
   servizio->AvviaProceduraInvio();
   EXPECT_THAT(connessione->Statements(), Contains(HasSubstr("WHERE FW98_IDACCOUNT = 12")));
@@ -220,7 +220,7 @@ TEST_F(Invio, ADirectSendLoadsTheAccountOfItsId) {
 }
 
 TEST_F(Invio, ADirectSendTakesTheCollectionRouteEvenWithoutRecipients) {
-  interno.FlagInvioDiretto() = true;
+  interno.messaggio.FlagInvioDiretto = true;
   Collezione();
   servizio->ModalitaInvio(kvManuale);
   servizio->AvviaProceduraInvio();
@@ -311,7 +311,7 @@ TEST_F(Unione, CcRecipientsOnlyLeaveTheFieldsAsTheCallerLeftThem) {
 }
 
 TEST_F(Unione, ADirectSendLeavesTheFieldsAlone) {
-  interno.FlagInvioDiretto() = true;
+  interno.messaggio.FlagInvioDiretto = true;
   servizio->vNome = "Rossi";
   Collezione().AddFromLista("a@x.example", "Anna", "", 0);
   Visto();
@@ -354,12 +354,12 @@ TEST_F(Invio, TheModeDecidesOnTheLookUpRoute) {
     servizio->vNome = "Anna";
     servizio->ModalitaInvio(caso.modo);
     ConRegistro();
-    interno.UsaMittenteScelto() = false;
+    interno.account.UsaMittenteScelto = false;
     journal->Svuota();
     servizio->AvviaProceduraInvio();
     EXPECT_EQ(Consegnato(), caso.wantConsegnato) << caso.label;
     EXPECT_EQ(DialogoChiesto(), caso.wantDialogo) << caso.label;
-    EXPECT_EQ(interno.UsaMittenteScelto(), caso.wantDialogo) << caso.label;
+    EXPECT_EQ(interno.account.UsaMittenteScelto, caso.wantDialogo) << caso.label;
     EXPECT_EQ(journal->Conta(kIndirizzoNonValido), caso.wantMessaggio ? 1U : 0U) << caso.label;
     const auto rifiuti = journal->Righe({"ObjRegistroInvio.RegistraInvio"});
     if (caso.wantRifiuto != nullptr) {
@@ -374,7 +374,7 @@ TEST_F(Invio, TheModeDecidesOnTheLookUpRoute) {
 
 TEST_F(Invio, ARefusalInTheAutomaticModeIsRegisteredAndChangesNoState) {
   ConRegistro();
-  interno.StatoInvio() = kvErroreInvioMail;
+  interno.esito.StatoInvio = kvErroreInvioMail;
   servizio->ModalitaInvio(kvAutomatico);
   servizio->vNome = "Anna";
   servizio->vDitta = "Acme";
@@ -446,10 +446,10 @@ TEST_F(Invio, TypeZeroLooksUpAsIfNoTypeHadBeenGiven) {
 TEST_F(Invio, TheLookUpRouteLoadsNoAccountAndDoesNotTakeTheChosenOne) {
   servizio->ModalitaInvio(kvAutomatico);
   servizio->vIndDestinatario = "a@x.example";
-  interno.SmtpServer().clear();
+  interno.account.SmtpServer.clear();
   servizio->AvviaProceduraInvio();
   EXPECT_FALSE(Consegnato());
-  EXPECT_FALSE(interno.UsaMittenteScelto());
+  EXPECT_FALSE(interno.account.UsaMittenteScelto);
   EXPECT_THAT(connessione->Statements(), Not(Contains(HasSubstr("FW23_SERVERNAME"))));
   EXPECT_EQ(servizio->Stato(), kvOK);
 }
@@ -460,7 +460,7 @@ TEST_F(Invio, TheChosenAccountStaysInForceForLaterSends) {
   servizio->vCollDestinatari.reset();
   servizio->ModalitaInvio(kvAutomatico);
   servizio->AvviaProceduraInvio();
-  EXPECT_TRUE(interno.UsaMittenteScelto());
+  EXPECT_TRUE(interno.account.UsaMittenteScelto);
 }
 
 struct CasoCanale {
@@ -471,7 +471,7 @@ struct CasoCanale {
 TEST_F(Invio, TheChannelPicksItsProcedure) {
   Collezione().Add("a@x.example", "Anna");
   servizio->vCorpoMail = "corpo";
-  interno.objOutlookApp() = ambiente->CreaOutlook();
+  interno.oggetti.objOutlookApp = ambiente->CreaOutlook();
   const CasoCanale casi[] = {
       {kvSimpleMAPI, "MAPIMessages.Send"}, {kvOutlook, "MailItem.Send"},     {kvMAPI, "MAPI32.BMAPISendMail"},
       {kvSMTPMail, "smtp.SendMail"},       {kvSMTPSSLMail, "smtp.SendMail"},

@@ -49,10 +49,10 @@ TEST_F(Impostazioni, EachColumnGoesToItsField) {
   Con(RigaMail());
   servizio->GetImpostazioni();
   EXPECT_EQ(servizio->SrvMailInstallato, kvSMTPSSLMail);
-  EXPECT_EQ(interno.ModalitaStandard(), 1);
-  EXPECT_EQ(interno.ModalitaStampaDifferita(), 3);
+  EXPECT_EQ(interno.impostazioni.ModalitaStandard, 1);
+  EXPECT_EQ(interno.impostazioni.ModalitaStampaDifferita, 3);
   EXPECT_EQ(servizio->tempPath(), "C:\\Invii");
-  EXPECT_TRUE(interno.FlagBcc());
+  EXPECT_TRUE(interno.impostazioni.FlagBcc);
   EXPECT_TRUE(servizio->ReadReceipt);
   EXPECT_TRUE(servizio->FlgMsgPers);
   EXPECT_EQ(servizio->MsgPers, "Saluti");
@@ -96,7 +96,7 @@ TEST_F(Impostazioni, WithoutAConnectionTheDefaultsApplyAndAMapiSessionIsOpened) 
                           "RisolutorePercorsi.Percorso", "RisolutorePercorsi.ChiudiPercorsi",
                           "Ambiente.CreaMAPISession", "MAPISession.DownLoadMail false",
                           "MAPISession.NewSession true", "MAPISession.SignOn"));
-  EXPECT_EQ(interno.MapiSessionID(), Variant(4711));
+  EXPECT_EQ(interno.oggetti.MapiSessionID, Variant(4711));
 }
 
 TEST_F(Impostazioni, TheDirectoryIsKeptThoughTheResolverFailsAtItsEnd) {
@@ -167,7 +167,7 @@ TEST_F(Impostazioni, OutlookThatCannotBeCreatedIsToldAndNoError) {
   Con("FW24_INDFAXATTIVO", 1);
   journal->Fallisce("Ambiente.CreaOutlook", host::Errore(host::kOggettoNonCreabile));
   EXPECT_NO_THROW(servizio->GetImpostazioni());
-  EXPECT_EQ(interno.objOutlookApp(), nullptr);
+  EXPECT_EQ(interno.oggetti.objOutlookApp, nullptr);
   EXPECT_THAT(Messaggi(),
               ElementsAre("ObjMessaggi.MostraMsg Errore in creazione istanza di Outlook|16|ORVE_MAILSERVER: "
                           "CLSFW_MAILSERVER: GetImpostazioni|(assente)"));
@@ -176,11 +176,11 @@ TEST_F(Impostazioni, OutlookThatCannotBeCreatedIsToldAndNoError) {
 TEST_F(Impostazioni, OutlookThatCannotBeCreatedAgainIsNoLongerThere) {
   Con("FW24_INDFAXATTIVO", 1);
   servizio->GetImpostazioni();
-  const std::weak_ptr<host::OutlookApplication> primo = interno.objOutlookApp();
+  const std::weak_ptr<host::OutlookApplication> primo = interno.oggetti.objOutlookApp;
   ASSERT_FALSE(primo.expired());
   journal->Fallisce("Ambiente.CreaOutlook", host::Errore(host::kOggettoNonCreabile));
   servizio->GetImpostazioni();
-  EXPECT_EQ(interno.objOutlookApp(), nullptr);
+  EXPECT_EQ(interno.oggetti.objOutlookApp, nullptr);
   EXPECT_TRUE(primo.expired());
 }
 
@@ -192,15 +192,14 @@ struct CasoColonna {
 };
 
 TEST_F(Impostazioni, NullableColumnsHaveTheirReplacements) {
-  const auto interni = [](CLSFW_MAILSERVER& s) { return AccessoInterno{s}; };
   const CasoColonna casi[] = {
       {"deferred mode null is manual", "FW24_MAILMODSTDIFF", Null{},
-       [&](auto& s) { return interni(s).ModalitaStampaDifferita() == kvManuale; }},
+       [&](auto&) { return interno.impostazioni.ModalitaStampaDifferita == kvManuale; }},
       {"deferred mode blank is manual", "FW24_MAILMODSTDIFF", "  ",
-       [&](auto& s) { return interni(s).ModalitaStampaDifferita() == kvManuale; }},
-      {"copy null", "FW24_BCC", Null{}, [&](auto& s) { return !interni(s).FlagBcc(); }},
-      {"copy 0", "FW24_BCC", 0, [&](auto& s) { return !interni(s).FlagBcc(); }},
-      {"copy 2", "FW24_BCC", 2, [&](auto& s) { return interni(s).FlagBcc(); }},
+       [&](auto&) { return interno.impostazioni.ModalitaStampaDifferita == kvManuale; }},
+      {"copy null", "FW24_BCC", Null{}, [&](auto&) { return !interno.impostazioni.FlagBcc; }},
+      {"copy 0", "FW24_BCC", 0, [&](auto&) { return !interno.impostazioni.FlagBcc; }},
+      {"copy 2", "FW24_BCC", 2, [&](auto&) { return interno.impostazioni.FlagBcc; }},
       {"receipt 2 is no", "FW24_READRECEIPT", 2, [](auto& s) { return !s.ReadReceipt; }},
       {"receipt null is no", "FW24_READRECEIPT", Null{}, [](auto& s) { return !s.ReadReceipt; }},
       {"receipt 1 is yes", "FW24_READRECEIPT", 1, [](auto& s) { return s.ReadReceipt; }},
@@ -228,7 +227,7 @@ TEST_F(Impostazioni, ANullReplacesWhatTheFieldHeldBefore) {
   servizio->GetImpostazioni();
   servizio->IsStampaDifferita(true);
   EXPECT_EQ(servizio->ModalitaInvio(), kvManuale);
-  EXPECT_FALSE(interno.FlagBcc());
+  EXPECT_FALSE(interno.impostazioni.FlagBcc);
   EXPECT_FALSE(servizio->ReadReceipt);
   EXPECT_FALSE(servizio->FlgMsgPers);
   EXPECT_EQ(servizio->MsgPers, "");
@@ -258,11 +257,11 @@ TEST_F(Impostazioni, AFailedSignOnIsPassedOn) {
 
 TEST_F(Impostazioni, FieldsReadBeforeAFailureKeepTheirNewValues) {
   Con("FW24_INDMODALITA", Null{});
-  interno.ModalitaStandard() = 2;
+  interno.impostazioni.ModalitaStandard = 2;
   EXPECT_EQ(ErroreDiLettura().Numero(), 94);
   EXPECT_EQ(servizio->SrvMailInstallato, kvSMTPSSLMail);
-  EXPECT_EQ(interno.ModalitaStampaDifferita(), 3);
-  EXPECT_EQ(interno.ModalitaStandard(), 2);
+  EXPECT_EQ(interno.impostazioni.ModalitaStampaDifferita, 3);
+  EXPECT_EQ(interno.impostazioni.ModalitaStandard, 2);
 }
 
 TEST_F(Impostazioni, TheTemporaryDirectorysFailureCarriesBothNames) {

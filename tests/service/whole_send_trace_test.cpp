@@ -10,7 +10,7 @@
 
 #include "fakes/headless.h"
 #include "fakes/servizio_di_prova.h"
-#include "service/ignora_errori.h"
+#include "service/guards.h"
 
 namespace orve {
 namespace {
@@ -52,7 +52,7 @@ using AmbientePtr = std::shared_ptr<fakes::FakeAmbiente>;
 struct CasoInvio {
   const char* etichetta;
   kvEnum_ServizioMail canale;
-  std::function<void(const AmbientePtr&, CLSFW_MAILSERVER&)> invio;
+  std::function<void(const AmbientePtr&, CLSFW_MAILSERVER&, Interno&)> invio;
   const char* wantOperazione;             // shows that the send came as far as it should
   std::set<std::string> wantAltreClassi;  // beside service, collection and recipient
 };
@@ -72,7 +72,7 @@ fakes::Riga AccountTracciato() {
           {"CONSEGNA", 0}};
 }
 
-void ACollezione(const AmbientePtr& ambiente, CLSFW_MAILSERVER& servizio) {
+void ACollezione(const AmbientePtr& ambiente, CLSFW_MAILSERVER& servizio, Interno& /*interno*/) {
   servizio.vCollDestinatari = std::make_shared<CollDestinatari>(ambiente);
   servizio.vCollDestinatari->Add("anna@x.example", "Anna");
   servizio.vCollDestinatari->AddFromLista("carla@x.example", "Carla", "", 1);
@@ -96,56 +96,56 @@ void AspettaPersona(const AmbientePtr& ambiente, const char* pulsante) {
 const CasoInvio kCasi[] = {
     {"SmtpWithAChosenSender",
      kvSMTPSSLMail,
-     [](auto& ambiente, auto& servizio) {
+     [](auto& ambiente, auto& servizio, auto& interno) {
        servizio.vMittente = std::make_shared<Mittente>(ambiente);
        servizio.vMittente->Server("smtp.azienda.example");
-       ACollezione(ambiente, servizio);
+       ACollezione(ambiente, servizio, interno);
      },
      "smtp.SendMail",
      {"Mittente"}},
     {"Outlook",
      kvOutlook,
-     [](auto& ambiente, auto& servizio) {
-       AccessoInterno{servizio}.objOutlookApp() = ambiente->CreaOutlook();
-       ACollezione(ambiente, servizio);
+     [](auto& ambiente, auto& servizio, auto& interno) {
+       interno.oggetti.objOutlookApp = ambiente->CreaOutlook();
+       ACollezione(ambiente, servizio, interno);
      },
      "MailItem.Send",
      {}},
     {"SimpleMapiFromTheSettingsOn",
      kvSimpleMAPI,
-     [](auto& ambiente, auto& servizio) {
+     [](auto& ambiente, auto& servizio, auto& interno) {
        servizio.GetImpostazioni();
-       ACollezione(ambiente, servizio);
+       ACollezione(ambiente, servizio, interno);
      },
      "MAPIMessages.Send",
      {}},
     {"Mapi32", kvMAPI, ACollezione, "MAPI32.BMAPISendMail 0|0|0|0", {}},
     {"AnAddressOfTheCallers",
      kvSMTPSSLMail,
-     [](auto& /*ambiente*/, auto& servizio) {
-       AccessoInterno{servizio}.SmtpServer() = "smtp.azienda.example";
+     [](auto& /*ambiente*/, auto& servizio, auto& interno) {
+       interno.account.SmtpServer = "smtp.azienda.example";
        AIndirizzo(servizio, "anna@x.example");
      },
      "smtp.SendMail",
      {}},
     {"AnAddressThatIsRefused",
      kvSMTPSSLMail,
-     [](auto& /*ambiente*/, auto& servizio) { AIndirizzo(servizio, "senza chiocciola"); },
+     [](auto& /*ambiente*/, auto& servizio, auto& /*interno*/) { AIndirizzo(servizio, "senza chiocciola"); },
      "ObjRegistroInvio.EsitoInvio 1",
      {}},
     {"AHandlerThatRaises",
      kvSMTPSSLMail,
-     [](auto& ambiente, auto& servizio) {
+     [](auto& ambiente, auto& servizio, auto& interno) {
        servizio.BeforeSendMail = [](auto&, auto&, auto&, auto&, auto&, auto&) {
          throw host::Errore(1001, "Chiamante", "no");
        };
-       ACollezione(ambiente, servizio);
+       ACollezione(ambiente, servizio, interno);
      },
      "smtp.SendMail",
      {}},
     {"ADirectSendAndOneThatCannotBeRead",
      kvSMTPSSLMail,
-     [](auto& /*ambiente*/, auto& servizio) {
+     [](auto& /*ambiente*/, auto& servizio, auto& /*interno*/) {
        servizio.InviaMailDiretta(12, "Anna<anna@x.example>", "carla@x.example");
        servizio.InviaMailDiretta(12, "Anna<anna@x.example>;b>c<d");
      },
@@ -153,7 +153,7 @@ const CasoInvio kCasi[] = {
      {}},
     {"StandAloneSmtp",
      kvSMTPSSLMail,
-     [](auto& /*ambiente*/, auto& servizio) {
+     [](auto& /*ambiente*/, auto& servizio, auto& /*interno*/) {
        servizio.AddDestinatario("anna@x.example", "Anna");
        servizio.InviaMailSMTP("Avviso", "Corpo");
      },
@@ -161,7 +161,7 @@ const CasoInvio kCasi[] = {
      {}},
     {"TheComposeDialog",
      kvSMTPSSLMail,
-     [](auto& ambiente, auto& servizio) {
+     [](auto& ambiente, auto& servizio, auto& /*interno*/) {
        servizio.ModalitaInvio(kvManuale);
        AspettaPersona(ambiente, "cmd_Invia");
        AIndirizzo(servizio, "anna@x.example");
@@ -170,7 +170,7 @@ const CasoInvio kCasi[] = {
      {"FRMRW_OPZMAIL", "CollMittenti", "Mittente"}},
     {"TheComposeDialogCancelled",
      kvOutlook,
-     [](auto& ambiente, auto& servizio) {
+     [](auto& ambiente, auto& servizio, auto& /*interno*/) {
        servizio.ModalitaInvio(kvManuale);
        AspettaPersona(ambiente, "cmd_Annulla");
        AIndirizzo(servizio, "anna@x.example");
@@ -179,9 +179,9 @@ const CasoInvio kCasi[] = {
      {"FRMRW_OPZMAIL"}},
     {"TheParametersDialog",
      kvSMTPSSLMail,
-     [](auto& ambiente, auto& servizio) {
+     [](auto& ambiente, auto& servizio, auto& interno) {
        servizio.ReturnMailParameters();
-       ACollezione(ambiente, servizio);
+       ACollezione(ambiente, servizio, interno);
      },
      "FRMFW_MAILPARAMS chiusa",
      {"FRMFW_MAILPARAMS", "CollMittenti", "Mittente"}},
@@ -203,16 +203,17 @@ Corsa Corri(const CasoInvio& caso, const std::string& guasto) {
   if (!guasto.empty()) journal->Fallisce(guasto);
   const auto prima = journal.use_count();  // each of the outside's objects shares it
   IgnoraErrori([&] {
-    CLSFW_MAILSERVER servizio(ambiente);
+    fakes::ServizioAperto aperto(ambiente);
+    CLSFW_MAILSERVER& servizio = *aperto.servizio;
     servizio.ConnectionADO = connessione;
     servizio.SrvMailInstallato = caso.canale;
     servizio.ModalitaInvio(kvAutomatico);
     servizio.vFlagCorpo = 1;
     servizio.vCorpoMail = "Buongiorno";
-    AccessoInterno{servizio}.PathTemp() = "C:\\Temp";
-    AccessoInterno{servizio}.ObjRegistroInvio() = ambiente->CreaRegistroInvio();
+    aperto.interno.impostazioni.PathTemp = "C:\\Temp";
+    aperto.interno.oggetti.ObjRegistroInvio = ambiente->CreaRegistroInvio();
     for (int volta = 0; volta < 2; ++volta) {
-      IgnoraErrori([&] { caso.invio(ambiente, servizio); });
+      IgnoraErrori([&] { caso.invio(ambiente, servizio, aperto.interno); });
       journal->DimenticaPiani();
     }
   });

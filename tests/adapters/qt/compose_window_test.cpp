@@ -14,6 +14,7 @@
 #include "forms/contenuto.h"
 #include "prova.h"
 #include "qt/misure.h"
+#include "service/dialog_bridge.h"
 
 namespace orve::adapters::qt {
 namespace {
@@ -156,7 +157,7 @@ TEST_F(FinestraDiInvio, ABadAddressIsToldAndTheBoxesStay) {
 TEST_F(FinestraDiInvio, WithoutAnAccountThePersonIsToldAndNoWindowComes) {
   Accounts({});
   regia.Risponde("Non è disponibile alcun account mail");
-  AccessoInterno{*servizio}.ApriForm_OpzInvio();
+  ApriForm_OpzInvio(aperto.interno, *servizio);
   EXPECT_FALSE(Consegnato());
 }
 

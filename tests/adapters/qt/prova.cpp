@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "service/dialog_bridge.h"
+
 namespace orve::adapters::qt {
 
 CartellaDiProva::CartellaDiProva() {
@@ -53,13 +55,13 @@ FinestraVera::FinestraVera(const CreaAmbiente& crea)
                      .vaCopiato = [this](const std::string&) { return vaCopiato; }})),
       journal(ambiente->journal),
       connessione(std::make_shared<fakes::FakeConnection>(journal)),
-      servizio(std::make_unique<CLSFW_MAILSERVER>(ambiente)) {
+      aperto(ambiente) {
   servizio->ConnectionADO = connessione;
   servizio->SrvMailInstallato = kvSMTPMail;
   servizio->ModalitaInvio(kvManuale);
-  AccessoInterno interno{*servizio};
-  interno.UsaMittenteScelto() = true;
-  interno.IdUtenteCorrente() = 42;
+  Interno& interno = aperto.interno;
+  interno.account.UsaMittenteScelto = true;
+  interno.contesto.IdUtenteCorrente = 42;
   Accounts({RigaAccount(12, "noi@azienda.example")});
   Collezione();
   journal->Svuota();
@@ -76,7 +78,7 @@ void FinestraVera::Apri(Regia::Passo persona) {
     Respira();
     if (finestra.isVisible()) finestra.close();
   });
-  AccessoInterno{*servizio}.ApriForm_OpzInvio();
+  ApriForm_OpzInvio(aperto.interno, *servizio);
 }
 
 }  // namespace orve::adapters::qt

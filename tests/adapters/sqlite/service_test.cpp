@@ -5,8 +5,13 @@
 #include <sstream>
 
 #include "adapters/sqlite/prova.h"
-#include "fakes/accesso_interno.h"
+#include "addressing/accounts.h"
+#include "addressing/recipient_lookup.h"
+#include "addressing/user_context.h"
+#include "content/html_body.h"
+#include "content/management_events.h"
 #include "fakes/fake_ambiente.h"
+#include "fakes/servizio_aperto.h"
 #include "places.h"
 #include "service/CLSFW_MAILSERVER.h"
 
@@ -27,8 +32,9 @@ class ServiceOnSqlite : public ConDatiDiProva {
   }
 
   std::shared_ptr<fakes::FakeAmbiente> ambiente = std::make_shared<fakes::FakeAmbiente>();
-  std::unique_ptr<CLSFW_MAILSERVER> servizio = std::make_unique<CLSFW_MAILSERVER>(ambiente);
-  AccessoInterno interno{*servizio};
+  fakes::ServizioAperto aperto{ambiente};
+  std::unique_ptr<CLSFW_MAILSERVER>& servizio = aperto.servizio;
+  Interno& interno = aperto.interno;
 };
 
 TEST_F(ServiceOnSqlite, ReadsTheMailSettings) {
@@ -99,7 +105,10 @@ TEST_F(ServiceOnSqlite, FindsEveryKindOfRecipient) {
     servizio->vIndDestinatario = kPrima;
     servizio->vNome = kPrima;
     servizio->IsPec(caso.pec);
-    EXPECT_EQ(interno.GetDatiDestinatario(caso.codice, caso.tipo), caso.want) << caso.label;
+    EXPECT_EQ(
+        GetDatiDestinatario(interno.messaggio, interno.contesto, interno.oggetti, caso.codice, caso.tipo),
+        caso.want)
+        << caso.label;
     EXPECT_EQ(servizio->vIndDestinatario, caso.wantIndirizzo) << caso.label;
     EXPECT_EQ(servizio->vNome, caso.wantNome) << caso.label;
   }
@@ -107,23 +116,25 @@ TEST_F(ServiceOnSqlite, FindsEveryKindOfRecipient) {
 
 TEST_F(ServiceOnSqlite, FindsTheCustomerAsItWasAtADate) {
   servizio->DataValiditaCodiceDestinatario(host::DataOra::Da(2024, 12, 31));
-  EXPECT_EQ(interno.GetDatiDestinatario(1006, 1), host::Variant(std::int16_t{0}));
+  EXPECT_EQ(GetDatiDestinatario(interno.messaggio, interno.contesto, interno.oggetti, 1006, 1),
+            host::Variant(std::int16_t{0}));
   EXPECT_EQ(servizio->vNome, "Molino Vecchio S.r.l.");
   servizio->DataValiditaCodiceDestinatario(host::DataOra::Da(2025, 1, 1));
-  EXPECT_EQ(interno.GetDatiDestinatario(1006, 1), host::Variant(std::int16_t{0}));
+  EXPECT_EQ(GetDatiDestinatario(interno.messaggio, interno.contesto, interno.oggetti, 1006, 1),
+            host::Variant(std::int16_t{0}));
   EXPECT_EQ(servizio->vNome, "Molino Nuovo S.p.A.");
 }
 
 TEST_F(ServiceOnSqlite, KnowsUserGroupAndCompany) {
   servizio->InizializzaRegistroInvioMail("voce", "oggetto", "u03", "ven", "Fattura");
-  EXPECT_EQ(interno.GetIdUtente(), 3);
-  EXPECT_EQ(interno.GetUtenteApplicazione(), "vendite");
-  EXPECT_EQ(interno.GetGruppoPreferito(), "AMM");
-  EXPECT_EQ(interno.DescGruppoCorrente(), "Amministrazione");
-  EXPECT_EQ(interno.GetCodiceUtente(3), "U03");
-  EXPECT_EQ(interno.GetCodiceGruppo(3), "VEN");
-  EXPECT_EQ(interno.AziendaCorr(), "Arvenia Distribuzione S.p.A.");
-  EXPECT_EQ(interno.AzCorrProv(), "VI");
+  EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 3);
+  EXPECT_EQ(GetUtenteApplicazione(interno.contesto, interno.oggetti), "vendite");
+  EXPECT_EQ(GetGruppoPreferito(interno.contesto, interno.oggetti), "AMM");
+  EXPECT_EQ(interno.contesto.DescGruppoCorrente, "Amministrazione");
+  EXPECT_EQ(GetCodiceUtente(interno.contesto, 3), "U03");
+  EXPECT_EQ(GetCodiceGruppo(interno.contesto, 3), "VEN");
+  EXPECT_EQ(interno.contesto.AziendaCorr, "Arvenia Distribuzione S.p.A.");
+  EXPECT_EQ(interno.contesto.AzCorrProv, "VI");
 }
 
 TEST_F(ServiceOnSqlite, LoadsTheDefaultAccountOfUserOrCompany) {
@@ -148,14 +159,15 @@ TEST_F(ServiceOnSqlite, LoadsTheDefaultAccountOfUserOrCompany) {
       {"no company", 4, 9, false, "|0||"},
   };
   for (const auto& caso : casi) {
-    servizio = std::make_unique<CLSFW_MAILSERVER>(ambiente);
-    AccessoInterno dentro{*servizio};
+    fakes::ServizioAperto nuovo(ambiente);
+    Interno& dentro = nuovo.interno;
+    servizio = std::move(nuovo.servizio);
     servizio->ConnectionADO = connessione;
     servizio->DittaCorrente = caso.ditta;
     servizio->IsPec(caso.pec);
-    dentro.ImpostaIdUtente(caso.utente);
-    dentro.CaricaAccountPredefinito();
-    EXPECT_EQ(dentro.SmtpServer() + "|" + std::to_string(dentro.SmtpPorta()) + "|" +
+    dentro.contesto.IdUtenteCorrente = caso.utente;
+    CaricaAccountPredefinito(dentro.messaggio, dentro.account, dentro.contesto, dentro.oggetti);
+    EXPECT_EQ(dentro.account.SmtpServer + "|" + std::to_string(dentro.account.SmtpPorta) + "|" +
                   servizio->vSenderAddress + "|" + servizio->vSenderName,
               caso.want)
         << caso.label;
@@ -164,23 +176,25 @@ TEST_F(ServiceOnSqlite, LoadsTheDefaultAccountOfUserOrCompany) {
 
 TEST_F(ServiceOnSqlite, OffersTheAccountsOfUserOrCompany) {
   const auto form = fakes::CreaFakeForm(ambiente->journal);
-  interno.ImpostaIdUtente(1);
-  EXPECT_TRUE(interno.LoadAccountsPerUser(*form));
+  interno.contesto.IdUtenteCorrente = 1;
+  EXPECT_TRUE(
+      LoadAccountsPerUser(interno.messaggio, interno.account, interno.contesto, interno.oggetti, *form));
   EXPECT_THAT(ambiente->journal->Righe({"CMB_ACCOUNT.AddItemData"}),
               ElementsAre("CMB_ACCOUNT.AddItemData fatture@arvenia.example - Mail|1",
                           "CMB_ACCOUNT.AddItemData info@arvenia.example - Mail|2"));
   ambiente->journal->Svuota();
   servizio->vCollMittenti = nullptr;
   servizio->IsPec(true);
-  interno.ImpostaIdUtente(4);
-  EXPECT_TRUE(interno.LoadAccountsPerUser(*form));
+  interno.contesto.IdUtenteCorrente = 4;
+  EXPECT_TRUE(
+      LoadAccountsPerUser(interno.messaggio, interno.account, interno.contesto, interno.oggetti, *form));
   EXPECT_THAT(ambiente->journal->Righe({"CMB_ACCOUNT.AddItemData"}),
               ElementsAre("CMB_ACCOUNT.AddItemData arvenia@pec.arvenia.example - Pec|3"));
 }
 
 TEST_F(ServiceOnSqlite, SignsHtmlMailWithTheUsersOwnFont) {
-  EXPECT_TRUE(interno.EsisteParamHTMLFW95());
-  EXPECT_EQ(interno.TabellaFirmeFW95(), "AZ_FIRMEUTENTI");
+  EXPECT_TRUE(EsisteParamHTMLFW95(interno.contesto, interno.oggetti));
+  EXPECT_EQ(TabellaFirmeFW95(interno.contesto, interno.oggetti), "AZ_FIRMEUTENTI");
   struct Caso {
     std::int32_t utente;
     const char* want;
@@ -193,12 +207,10 @@ TEST_F(ServiceOnSqlite, SignsHtmlMailWithTheUsersOwnFont) {
                                   {4, "", "", 0}};
   for (const auto& caso : casi) {
     servizio->ActiveInterface = fakes::CreaFakeInterfaccia(*ambiente, caso.utente);
-    std::string font = "prima";
-    std::int16_t dimensione = 9;
-    EXPECT_THAT(interno.GetFirmaUtente("AZ_FIRMEUTENTI", font, dimensione), HasSubstr(caso.want))
-        << caso.utente;
-    EXPECT_EQ(font, caso.wantFont) << caso.utente;
-    EXPECT_EQ(dimensione, caso.wantDimensione) << caso.utente;
+    const FirmaUtente firma = GetFirmaUtente(interno.contesto, interno.oggetti, "AZ_FIRMEUTENTI");
+    EXPECT_THAT(firma.testo, HasSubstr(caso.want)) << caso.utente;
+    EXPECT_EQ(firma.font, caso.wantFont) << caso.utente;
+    EXPECT_EQ(firma.dimensione, caso.wantDimensione) << caso.utente;
   }
 }
 
@@ -234,8 +246,8 @@ TEST_F(ServiceOnSqlite, TheGuidesStatementsSwitchHtmlAndSignatureOn) {
 
 TEST_F(ServiceOnSqlite, RegistersAnEventForTheUserOfTheConnection) {
   const auto invia = [&] {
-    interno.AttivaEventoGestionale(89, "L'Officina", "Bellariva", "<a@b.example>", "", "",
-                                   "Ordine d'acquisto");
+    AttivaEventoGestionale(interno.contesto, interno.oggetti,
+                           {89, "L'Officina", "Bellariva", "<a@b.example>", "", "", "Ordine d'acquisto"});
   };
   const auto eventi = [&] {
     return Righe("SELECT * FROM EVENTI_GESTIONALI", {"DITTA", "CODICE", "IDUTENTE", "DATI"});
@@ -279,23 +291,26 @@ TEST_F(ServiceOnSqlite, TextsThatBreakTheirStatementsChangeNoTableAndEndWithACle
     EXPECT_NE(errore.Numero(), 0);
     EXPECT_EQ(errore.Sorgente(), "SQLite");
     EXPECT_FALSE(errore.Descrizione().empty());
-    interno.AttivaEventoGestionale(89, testo, testo, testo, testo, testo, testo);
+    AttivaEventoGestionale(interno.contesto, interno.oggetti, {89, testo, testo, testo, testo, testo, testo});
     for (const std::int32_t tipo : {0, 1, 2, 4, 10, 11}) {
-      EXPECT_EQ(interno.GetDatiDestinatario(testo, tipo), host::Variant(std::int16_t{1})) << tipo;
+      EXPECT_EQ(GetDatiDestinatario(interno.messaggio, interno.contesto, interno.oggetti, testo, tipo),
+                host::Variant(std::int16_t{1}))
+          << tipo;
     }
-    interno.ImpostaIdUtente(0);
-    interno.CodiceUtente() = interno.CodiceGruppo() = testo;
-    EXPECT_EQ(interno.GetIdUtente(), 0);
+    interno.contesto.IdUtenteCorrente = 0;
+    interno.contesto.CodiceUtente = interno.contesto.CodiceGruppo = testo;
+    EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 0);
     EXPECT_EQ(tabelle(), prima);
   }
 }
 
 TEST_F(ServiceOnSqlite, AConnectionThatDropsEndsWhereEachProcedureSays) {
   connessione->Chiudi();
-  EXPECT_EQ(interno.GetDatiDestinatario(1001, 1), host::Variant(std::int16_t{1}));
-  interno.CaricaAccountPredefinito();
-  EXPECT_EQ(interno.SmtpServer(), "");
-  interno.AttivaEventoGestionale(89, "", "", "", "", "", "");
+  EXPECT_EQ(GetDatiDestinatario(interno.messaggio, interno.contesto, interno.oggetti, 1001, 1),
+            host::Variant(std::int16_t{1}));
+  CaricaAccountPredefinito(interno.messaggio, interno.account, interno.contesto, interno.oggetti);
+  EXPECT_EQ(interno.account.SmtpServer, "");
+  AttivaEventoGestionale(interno.contesto, interno.oggetti, {89, "", "", "", "", "", ""});
   const auto errore = ErroreDi([&] { (void)servizio->GetImpostazioni(); });
   EXPECT_EQ(errore.Numero(), 3704);
   EXPECT_EQ(

@@ -7,6 +7,7 @@
 #include "forms/contenuto.h"
 #include "forms/misure.h"
 #include "prova.h"
+#include "service/dialog_bridge.h"
 
 namespace orve::adapters::win32::finestre {
 namespace {
@@ -145,7 +146,7 @@ TEST_F(FinestraDiInvio, WithoutAnAccountThePersonIsToldAndNoWindowComes) {
   Accounts({});
   {
     const Compagno persona([this] { Risponde(programma, "Non è disponibile alcun account mail"); });
-    AccessoInterno{*servizio}.ApriForm_OpzInvio();
+    ApriForm_OpzInvio(aperto.interno, *servizio);
   }
   EXPECT_FALSE(Consegnato());
 }

@@ -5,6 +5,8 @@
 
 #include "win32/finestre/testo.h"
 
+#include "service/dialog_bridge.h"
+
 namespace orve::adapters::win32::finestre {
 
 CartellaDiProva::CartellaDiProva() {
@@ -50,13 +52,13 @@ FinestraVera::FinestraVera()
                           .vaCopiato = [this](const std::string&) { return vaCopiato; }})),
       journal(ambiente->journal),
       connessione(std::make_shared<fakes::FakeConnection>(journal)),
-      servizio(std::make_unique<CLSFW_MAILSERVER>(ambiente)) {
+      aperto(ambiente) {
   servizio->ConnectionADO = connessione;
   servizio->SrvMailInstallato = kvSMTPMail;
   servizio->ModalitaInvio(kvManuale);
-  AccessoInterno interno{*servizio};
-  interno.UsaMittenteScelto() = true;
-  interno.IdUtenteCorrente() = 42;
+  Interno& interno = aperto.interno;
+  interno.account.UsaMittenteScelto = true;
+  interno.contesto.IdUtenteCorrente = 42;
   Accounts({RigaAccount(12, "noi@azienda.example")});
   Collezione();
   journal->Svuota();
@@ -69,7 +71,7 @@ CollDestinatari& FinestraVera::Collezione() {
 
 void FinestraVera::Apri(Azione persona) {
   const Compagno qualcuno(InFinestra(programma, LayoutOpzMail(), std::move(persona)));
-  AccessoInterno{*servizio}.ApriForm_OpzInvio();
+  ApriForm_OpzInvio(aperto.interno, *servizio);
 }
 
 void FinestraVera::Parametri(Azione persona) {

@@ -93,7 +93,8 @@ class FinestraVera : public ::testing::Test {
   std::shared_ptr<AmbienteConFinestre> ambiente;
   fakes::JournalPtr journal;
   std::shared_ptr<fakes::FakeConnection> connessione;
-  std::unique_ptr<CLSFW_MAILSERVER> servizio;
+  fakes::ServizioAperto aperto;
+  std::unique_ptr<CLSFW_MAILSERVER>& servizio = aperto.servizio;
 };
 
 }  // namespace orve::adapters::win32::finestre

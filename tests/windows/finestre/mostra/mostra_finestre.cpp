@@ -7,9 +7,10 @@
 #include <memory>
 #include <string>
 
-#include "fakes/accesso_interno.h"
 #include "fakes/fake_ambiente.h"
+#include "fakes/servizio_aperto.h"
 #include "service/CLSFW_MAILSERVER.h"
+#include "service/dialog_bridge.h"
 #include "win32/finestre/finestre.h"
 
 namespace {
@@ -82,13 +83,14 @@ int main(int argc, char** argv) {
   ambiente->file = {{"C:\\Documenti\\fattura-12.pdf", ""}, {"C:\\Documenti\\listino-2026.pdf", ""}};
   const auto connessione = std::make_shared<orve::fakes::FakeConnection>(ambiente->journal);
   connessione->Risponde("INNER JOIN FW99_MAILUSERACCOUNT", {Account()});
-  orve::CLSFW_MAILSERVER servizio(ambiente);
+  orve::fakes::ServizioAperto aperto(ambiente);
+  orve::CLSFW_MAILSERVER& servizio = *aperto.servizio;
   servizio.ConnectionADO = connessione;
   servizio.SrvMailInstallato = orve::kvSMTPMail;
   servizio.ModalitaInvio(orve::kvManuale);
-  orve::AccessoInterno interno{servizio};
-  interno.UsaMittenteScelto() = true;
-  interno.IdUtenteCorrente() = 42;
+  orve::Interno& interno = aperto.interno;
+  interno.account.UsaMittenteScelto = true;
+  interno.contesto.IdUtenteCorrente = 42;
   if (quale == "parametri") {
     servizio.MailParamCorpoUnico(
         "Gentile cliente,\r\nin allegato il listino valido da gennaio.\r\nCordiali saluti");
@@ -112,6 +114,6 @@ int main(int argc, char** argv) {
   servizio.vMailAttachment = "C:\\Documenti\\fattura-12.pdf";
   servizio.vElencoAllegati =
       Variant::Array{"C:\\Documenti\\fattura-12.pdf", "C:\\Documenti\\listino-2026.pdf"};
-  interno.ApriForm_OpzInvio();
+  ApriForm_OpzInvio(interno, servizio);
   return 0;
 }

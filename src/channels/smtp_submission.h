@@ -1,0 +1,40 @@
+// The one place where a message is handed to the SMTP component.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "host/componente_smtp.h"
+#include "host/variant.h"
+#include "service/account.h"
+#include "service/contesto.h"
+#include "service/messaggio.h"
+#include "service/oggetti.h"
+
+namespace orve {
+
+/// What is handed over. The texts must outlive it.
+struct Sottomissione {
+  const std::string& mittente;  // the name between double quotes, then the address in angle brackets
+  const std::string& elencoA;
+  const std::string& elencoCC;
+  const std::string& elencoCCn;
+  const std::string& oggetto;
+  const std::string& corpo;
+  bool ricevuta;  // a read receipt is asked for
+};
+
+/// Hands it with server, credentials and wishes of the account to the component. The component's
+/// GetLastError, or empty after an error, which is told by message.
+[[nodiscard]] host::Variant InviaMailConSSL(const Account& account, const Contesto& contesto,
+                                            const Oggetti& oggetti,
+                                            const std::shared_ptr<host::ComponenteSmtp>& componente,
+                                            const Sottomissione& messaggio);
+
+/// Attaches the files of the message; the paths attached, joined by "|". A file that is refused is told by
+/// message, and the message goes out without it and those after it.
+[[nodiscard]] std::string AddAdditionalAttachmentSMTP(
+    const Messaggio& messaggio, const Oggetti& oggetti,
+    const std::shared_ptr<host::ComponenteSmtp>& componente);
+
+}  // namespace orve

@@ -1,0 +1,37 @@
+// Mail as HTML with the user's signature, where the company asks for it in its settings.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "service/contesto.h"
+#include "service/oggetti.h"
+
+namespace orve {
+
+/// Whether the company asks for HTML. A failure is told by message and counts as no.
+[[nodiscard]] bool EsisteParamHTMLFW95(const Contesto& contesto, const Oggetti& oggetti);
+
+/// The body as an HTML document, with the user's signature after it. What fails is told by message and left
+/// out.
+[[nodiscard]] std::string CorpoHTMLConFirma(const Contesto& contesto, const Oggetti& oggetti,
+                                            const std::string& corpo);
+
+// Its steps.
+
+/// Name of the table of signatures; empty when there is none.
+[[nodiscard]] std::string TabellaFirmeFW95(const Contesto& contesto, const Oggetti& oggetti);
+
+struct FirmaUtente {
+  std::string testo;
+  std::string font;             // empty: the standard one
+  std::int16_t dimensione = 0;  // of HTML's font sizes, 1 to 7; 0: the standard one
+};
+/// The signature of the logged-in user. What cannot be read is left out in silence.
+[[nodiscard]] FirmaUtente GetFirmaUtente(const Contesto& contesto, const Oggetti& oggetti,
+                                         const std::string& tabella);
+
+[[nodiscard]] std::string TestoInHTML(const Oggetti& oggetti, const std::string& testo,
+                                      const std::string& font, std::int32_t dimensione);
+
+}  // namespace orve

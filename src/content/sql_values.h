@@ -1,0 +1,22 @@
+// One value in the form in which it is joined into an SQL statement.
+#pragma once
+
+#include <cstdint>
+
+#include "host/variant.h"
+#include "service/oggetti.h"
+
+namespace orve {
+
+enum TipoValore : std::int32_t {
+  kValoreTesto = 0,
+  kValoreDecimale = 1,
+  kValoreNumero = 2,  // through the host's number formatter
+  kValoreData = 3,    // through the host's date formatter
+};
+
+/// The value in the form of a statement, unescaped; empty when it has none. A failure is told by message.
+[[nodiscard]] host::Variant FormatoDB(const Oggetti& oggetti, const host::Variant& valore, std::int32_t tipo,
+                                      bool ammetteNull);
+
+}  // namespace orve

@@ -1,0 +1,37 @@
+// Who the mail comes from: the account that is loaded, the accounts on offer, and their wishes for receipts.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "addressing/senders.h"
+
+namespace orve {
+
+struct Account {
+  std::string vSenderName;
+  std::string vSenderAddress;
+  bool ReadReceipt = false;
+  bool vNotifyDelivery = false;
+  bool vNotifyRead = false;
+  bool vDisableNotifyDelivery = false;
+  bool vDisableNotifyRead = false;
+
+  std::string SmtpServer;  // not empty: an account is loaded
+  std::int16_t SmtpPorta = 0;
+  std::int16_t SmtpTimeout = 0;
+  std::string SmtpUtente;
+  std::string SmtpPassword;
+  std::int16_t SmtpAuth = 0;
+  std::int16_t SmtpCrypt = 0;
+
+  std::shared_ptr<CollMittenti> vCollMittenti;
+  std::shared_ptr<Mittente> vMittente;
+  bool UsaMittenteScelto = false;  // the SMTP channel takes its account from vMittente; never cleared
+  std::int16_t IdMittenteDiretto = 0;
+
+  [[nodiscard]] bool Caricato() const { return !SmtpServer.empty(); }
+};
+
+}  // namespace orve

@@ -1,0 +1,18 @@
+// What came of a send, for the caller.
+#pragma once
+
+#include <string>
+
+#include "host/variant.h"
+#include "service/enumerations.h"
+
+namespace orve {
+
+struct Esito {
+  kvEnum_ErroreMail StatoInvio = kvOK;
+  host::Variant DescrizioneInvio;
+  std::string errDescription;
+  std::string errNumber;
+};
+
+}  // namespace orve

@@ -1,0 +1,41 @@
+// The ways in which a procedure ends on an error, one guard for each.
+#pragma once
+
+#include <string_view>
+#include <utility>
+
+#include "host/errore.h"
+
+namespace orve {
+
+/// In silence: runs the steps; if they fail, the failure is dropped and execution goes on after them. Round a
+/// whole procedure, or round each of its statements.
+template <class Passi>
+void IgnoraErrori(Passi&& passi) noexcept {
+  try {
+    std::forward<Passi>(passi)();
+  } catch (...) {  // NOLINT(bugprone-empty-catch): that is the point
+  }
+}
+
+/// By a report: `segnala` is told of the error. What it raises goes on to the caller.
+template <class Segnala, class Passi>
+void SegnalaErrori(Segnala&& segnala, Passi&& passi) {
+  try {
+    std::forward<Passi>(passi)();
+  } catch (...) {
+    std::forward<Segnala>(segnala)(host::ErroreCorrente());
+  }
+}
+
+/// By passing it on, with `suffisso` after its description.
+template <class Passi>
+auto PassaErrori(std::string_view suffisso, Passi&& passi) {
+  try {
+    return std::forward<Passi>(passi)();
+  } catch (...) {
+    throw host::ErroreCorrente().ConSuffisso(suffisso);
+  }
+}
+
+}  // namespace orve

@@ -1,0 +1,32 @@
+// The mail settings of the application, and what the caller wants of this send besides.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "service/enumerations.h"
+
+namespace orve {
+
+struct Impostazioni {
+  kvEnum_ServizioMail SrvMailInstallato = kvSimpleMAPI;
+  std::int32_t IndModalitaInvio = -1;  // -1: no forced mode
+  std::int32_t ModalitaStampaDifferita = 0;
+  std::int32_t ModalitaStandard = 0;
+  bool IsStampaDifferita = false;
+  std::string PathTemp;
+  bool FlagBcc = false;  // the sender gets a copy
+  bool FlgMsgPers = false;
+  std::string MsgPers;
+  bool InvioSMTP = false;
+  bool silentMode = false;
+  bool IsInvioMailConParams = false;
+
+  /// The mode forced by the caller, or else the one that the settings give for deferred or direct print.
+  [[nodiscard]] kvEnumModalitaInvio ModalitaInvio() const {
+    if (IndModalitaInvio != -1) return static_cast<kvEnumModalitaInvio>(IndModalitaInvio);
+    return static_cast<kvEnumModalitaInvio>(IsStampaDifferita ? ModalitaStampaDifferita : ModalitaStandard);
+  }
+};
+
+}  // namespace orve

@@ -1,0 +1,22 @@
+// The mail settings of the application.
+#pragma once
+
+#include <string>
+
+#include "service/account.h"
+#include "service/contesto.h"
+#include "service/impostazioni.h"
+#include "service/oggetti.h"
+
+namespace orve {
+
+/// Reads the mail settings, fixes channel, modes and temporary directory, and makes the channel's object.
+/// Raises what the database or the MAPI sign-on raises, with the procedure's name after the description.
+void GetImpostazioni(Impostazioni& impostazioni, Account& account, const Contesto& contesto,
+                     Oggetti& oggetti);
+
+/// The system's directories, without an effect on the settings; they raise what the path resolver raises.
+[[nodiscard]] std::string GetPathTemp(const Oggetti& oggetti);
+[[nodiscard]] std::string GetPercorsoInstallazione(const Oggetti& oggetti);
+
+}  // namespace orve
