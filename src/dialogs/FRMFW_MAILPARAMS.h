@@ -13,17 +13,13 @@
 #include <string_view>
 
 #include "addressing/senders.h"
-#include "content/instance_trace.h"
-#include "host/ambiente.h"
+#include "dialogs/finestra_del_servizio.h"
 #include "host/controlli.h"
-#include "host/interfaccia_host.h"
 #include "host/oggetti_file.h"
 
 namespace orve {
 
-class CLSFW_MAILSERVER;
-
-class FRMFW_MAILPARAMS {
+class FRMFW_MAILPARAMS : public FinestraDelServizio {
  public:
   /// Builds the window, which is not shown yet. Raises 429 on a host without windows.
   explicit FRMFW_MAILPARAMS(std::shared_ptr<host::Ambiente> ambiente);
@@ -33,11 +29,8 @@ class FRMFW_MAILPARAMS {
   FRMFW_MAILPARAMS& operator=(FRMFW_MAILPARAMS&&) = delete;
   ~FRMFW_MAILPARAMS();
 
-  /// The service that opened the window; it outlives the window.
-  CLSFW_MAILSERVER* Parent = nullptr;
   /// Lists the service's accounts of the kind chosen in a window; absent: none are listed.
   std::function<void(host::Form&)> CaricaAccount;
-  std::shared_ptr<host::InterfacciaHost> ActiveInterface;
   bool IsValoriValidi = false;
 
   /// Path of the one attachment.
@@ -57,17 +50,9 @@ class FRMFW_MAILPARAMS {
   [[nodiscard]] bool DeliveryStatus() const { return deliveryStatus_; }
   void DeliveryStatus(bool valore) { deliveryStatus_ = valore; }
 
-  /// The window with its named controls.
-  [[nodiscard]] host::Form& Finestra() { return *finestra_; }
-
  private:
   void PrendiControlli();
   void CollegaEventi();
-  [[nodiscard]] CLSFW_MAILSERVER& Servizio() const;
-
-  std::int32_t MostraMessaggio(const std::string& testo, std::int32_t stile, const std::string& titolo,
-                               const std::shared_ptr<host::Oggetto>& proprietario);
-  void SegnalaErroreConTitolo(std::string_view chiusura);
 
   void Load();
   void NascondiAccount();
@@ -84,17 +69,13 @@ class FRMFW_MAILPARAMS {
   [[nodiscard]] bool PrendiAllegato();
   void CMD_ANNULLA_ButtonClick();
 
-  std::shared_ptr<host::Ambiente> ambiente_;
-  TracciaIstanza traccia_;
   std::string allegatoUnico_;
   std::string corpoUnico_;
   float tipo_ = 0;
   std::shared_ptr<Mittente> idAccount_;
   bool readRcpt_ = false;
   bool deliveryStatus_ = false;
-  std::shared_ptr<host::Messaggi> ObjMessaggiForm;
 
-  std::shared_ptr<host::Form> finestra_;
   std::shared_ptr<host::KVL_RESIZEFORM> KVL_RESIZEFORM1;
   std::shared_ptr<host::Frame> FRM_PARAM;
   std::shared_ptr<host::KvlRichTextBox> TXT_CORPO;

@@ -14,11 +14,9 @@
 #include <string_view>
 
 #include "addressing/recipients.h"
-#include "content/instance_trace.h"
-#include "host/ambiente.h"
+#include "dialogs/finestra_del_servizio.h"
 #include "host/controlli.h"
 #include "host/griglia.h"
-#include "host/interfaccia_host.h"
 #include "host/manager_rubrica.h"
 #include "host/oggetti_file.h"
 #include "host/record_set_scollegato.h"
@@ -26,9 +24,7 @@
 
 namespace orve {
 
-class CLSFW_MAILSERVER;
-
-class FRMRW_OPZMAIL {
+class FRMRW_OPZMAIL : public FinestraDelServizio {
  public:
   /// Builds the window, which is not shown yet. Raises 429 on a host without windows.
   explicit FRMRW_OPZMAIL(std::shared_ptr<host::Ambiente> ambiente);
@@ -38,9 +34,6 @@ class FRMRW_OPZMAIL {
   FRMRW_OPZMAIL& operator=(FRMRW_OPZMAIL&&) = delete;
   ~FRMRW_OPZMAIL();
 
-  /// The service that opened the window; it outlives the showing. Closing lets it go.
-  CLSFW_MAILSERVER* Parent = nullptr;
-  std::shared_ptr<host::InterfacciaHost> ActiveInterface;
   /// The objects of the Simple MAPI and of the Outlook channel; the window keeps them and does no more.
   std::shared_ptr<host::Oggetto> objOutlook;
   std::shared_ptr<host::Oggetto> objOutlook_00;
@@ -50,23 +43,15 @@ class FRMRW_OPZMAIL {
   /// no error gets out.
   void AggiungiAllegato(const std::string& FilePath, const std::string& FileName);
 
-  /// The window with its named controls.
-  [[nodiscard]] host::Form& Finestra() { return *finestra_; }
-
- private:
-  friend struct AccessoOpzMail;  // tests of single procedures
+  // What follows is the window's own: its steps and its state.
 
   void PrendiControlli();
   void CollegaEventi();
-  [[nodiscard]] CLSFW_MAILSERVER& Servizio() const;  // raises 91 when the window is closed
 
   // --- messages
-  std::int32_t MostraMessaggio(const std::string& testo, std::int32_t stile, const std::string& titolo,
-                               const std::shared_ptr<host::Oggetto>& proprietario);
+  using FinestraDelServizio::ObjMessaggiForm;
   /// The exception in flight as a message without title: number, blank, description and closing text.
   void SegnalaErrore(std::string_view chiusura);
-  /// The exception in flight as a message under the window's caption: description and closing text.
-  void SegnalaErroreConTitolo(std::string_view chiusura);
   /// Null, empty and blank values give the replacement; never fails.
   [[nodiscard]] static host::Variant NVL(const host::Variant& valore, const host::Variant& sostituto);
 
@@ -115,17 +100,12 @@ class FRMRW_OPZMAIL {
   void GestisciRubrica(const std::string& chiave, std::int32_t casella);
   [[nodiscard]] bool ScegliDaRubrica(const std::string& chiave);
 
-  std::shared_ptr<host::Ambiente> ambiente_;
-  TracciaIstanza traccia_;
-
   std::string CorpoStandard;  // the text shown when the body returns to the default
   std::shared_ptr<CollDestinatari> CollDestinatariForm;
   bool Attivato = false;
-  std::shared_ptr<host::Messaggi> ObjMessaggiForm;
   std::shared_ptr<host::CollezioneFile> FileAllegati;      // the truth; absent until the first file
   std::shared_ptr<host::RecordSetScollegato> RstAllegati;  // what the grid shows of it
 
-  std::shared_ptr<host::Form> finestra_;
   std::shared_ptr<host::KVL_RESIZEFORM> KVL_RESIZEFORM1;
   std::shared_ptr<host::KVL_COMBO> CMB_ACCOUNT;
   std::shared_ptr<host::KVL_TBARMENU> BTN_DEST_A;

@@ -19,9 +19,8 @@ namespace orve {
 using host::Richiesto;
 
 FRMRW_OPZMAIL::FRMRW_OPZMAIL(std::shared_ptr<host::Ambiente> ambiente)
-    : ambiente_(std::move(ambiente)), traccia_(ambiente_, "FRMRW_OPZMAIL") {
-  traccia_.Inizio([this] {
-    finestra_ = ambiente_->CreaForm(LayoutOpzMail());
+    : FinestraDelServizio(std::move(ambiente), "FRMRW_OPZMAIL") {
+  Costruisci(LayoutOpzMail(), [this] {
     PrendiControlli();
     CollegaEventi();
   });
@@ -33,29 +32,26 @@ FRMRW_OPZMAIL::~FRMRW_OPZMAIL() {
 }
 
 void FRMRW_OPZMAIL::PrendiControlli() {
-  const auto prendi = [this]<class Tipo>(std::shared_ptr<Tipo>& controllo, std::string_view nome) {
-    controllo = host::ControlloDi<Tipo>(Richiesto(finestra_), nome);
-  };
-  prendi(KVL_RESIZEFORM1, "KVL_RESIZEFORM1");
-  prendi(CMB_ACCOUNT, "CMB_ACCOUNT");
-  prendi(BTN_DEST_A, "BTN_DEST_A");
-  prendi(BTN_DEST_CC, "BTN_DEST_CC");
-  prendi(BTN_DEST_CCN, "BTN_DEST_CCN");
-  prendi(TXT_EMAIL, "TXT_EMAIL");
-  prendi(TXT_EMAIL_CC, "TXT_EMAIL_CC");
-  prendi(TXT_EMAIL_CCN, "TXT_EMAIL_CCN");
-  prendi(TXT_DITTA, "TXT_DITTA");
-  prendi(TXT_OGGETTO, "TXT_OGGETTO");
-  prendi(KVL_ALLEGA, "KVL_ALLEGA");
-  prendi(BTN_ELIMINA, "BTN_ELIMINA");
-  prendi(GRID_ALLEGATI, "GRID_ALLEGATI");
-  prendi(TXT_CORPO, "TXT_CORPO");
-  prendi(CMD_LEGENDA, "CMD_LEGENDA");
-  prendi(CHK_CORPO, "CHK_CORPO");
-  prendi(CHK_RICEVUTA, "CHK_RICEVUTA");
-  prendi(CHK_CONSEGNA, "CHK_CONSEGNA");
-  prendi(cmd_Invia, "cmd_Invia");
-  prendi(cmd_Annulla, "cmd_Annulla");
+  Prendi(KVL_RESIZEFORM1, "KVL_RESIZEFORM1");
+  Prendi(CMB_ACCOUNT, "CMB_ACCOUNT");
+  Prendi(BTN_DEST_A, "BTN_DEST_A");
+  Prendi(BTN_DEST_CC, "BTN_DEST_CC");
+  Prendi(BTN_DEST_CCN, "BTN_DEST_CCN");
+  Prendi(TXT_EMAIL, "TXT_EMAIL");
+  Prendi(TXT_EMAIL_CC, "TXT_EMAIL_CC");
+  Prendi(TXT_EMAIL_CCN, "TXT_EMAIL_CCN");
+  Prendi(TXT_DITTA, "TXT_DITTA");
+  Prendi(TXT_OGGETTO, "TXT_OGGETTO");
+  Prendi(KVL_ALLEGA, "KVL_ALLEGA");
+  Prendi(BTN_ELIMINA, "BTN_ELIMINA");
+  Prendi(GRID_ALLEGATI, "GRID_ALLEGATI");
+  Prendi(TXT_CORPO, "TXT_CORPO");
+  Prendi(CMD_LEGENDA, "CMD_LEGENDA");
+  Prendi(CHK_CORPO, "CHK_CORPO");
+  Prendi(CHK_RICEVUTA, "CHK_RICEVUTA");
+  Prendi(CHK_CONSEGNA, "CHK_CONSEGNA");
+  Prendi(cmd_Invia, "cmd_Invia");
+  Prendi(cmd_Annulla, "cmd_Annulla");
 }
 
 void FRMRW_OPZMAIL::CollegaEventi() {
@@ -77,24 +73,8 @@ void FRMRW_OPZMAIL::CollegaEventi() {
   };
 }
 
-CLSFW_MAILSERVER& FRMRW_OPZMAIL::Servizio() const {
-  if (Parent == nullptr) throw host::Errore(host::kOggettoNonImpostato);
-  return *Parent;
-}
-
-std::int32_t FRMRW_OPZMAIL::MostraMessaggio(const std::string& testo, std::int32_t stile,
-                                            const std::string& titolo,
-                                            const std::shared_ptr<host::Oggetto>& proprietario) {
-  return MostraMessaggioDi(ActiveInterface, ObjMessaggiForm, testo, stile, titolo, proprietario);
-}
-
 void FRMRW_OPZMAIL::SegnalaErrore(std::string_view chiusura) {
   MostraMessaggio(TestoErrore(host::ErroreCorrente(), " ", chiusura), host::kSemplice, "", nullptr);
-}
-
-void FRMRW_OPZMAIL::SegnalaErroreConTitolo(std::string_view chiusura) {
-  std::string testo = host::ErroreCorrente().Descrizione();
-  MostraMessaggio(testo.append(chiusura), host::kSemplice, finestra_->Caption(), nullptr);
 }
 
 host::Variant FRMRW_OPZMAIL::NVL(const host::Variant& valore, const host::Variant& sostituto) {
@@ -130,10 +110,7 @@ void FRMRW_OPZMAIL::PrimaAttivazione() {
   }
   CollDestinatariForm = std::make_shared<CollDestinatari>(ambiente_);
   KVL_RESIZEFORM1->Avvia();
-  if (servizio.ActiveInterface) {
-    const auto messaggi = Richiesto(ApplicazioneDi(servizio.ActiveInterface)).Messaggi();
-    finestra_->Caption(Richiesto(messaggi).TitoloFinestra(finestra_->Caption()));
-  }
+  CompletaTitolo(servizio.ActiveInterface);
 }
 
 void FRMRW_OPZMAIL::LoadMailBodyParams() try {

@@ -16,9 +16,8 @@ namespace orve {
 using host::Richiesto;
 
 FRMFW_MAILPARAMS::FRMFW_MAILPARAMS(std::shared_ptr<host::Ambiente> ambiente)
-    : ambiente_(std::move(ambiente)), traccia_(ambiente_, "FRMFW_MAILPARAMS") {
-  traccia_.Inizio([this] {
-    finestra_ = ambiente_->CreaForm(LayoutMailParams());
+    : FinestraDelServizio(std::move(ambiente), "FRMFW_MAILPARAMS") {
+  Costruisci(LayoutMailParams(), [this] {
     PrendiControlli();
     CollegaEventi();
   });
@@ -30,23 +29,20 @@ FRMFW_MAILPARAMS::~FRMFW_MAILPARAMS() {
 }
 
 void FRMFW_MAILPARAMS::PrendiControlli() {
-  const auto prendi = [this]<class Tipo>(std::shared_ptr<Tipo>& controllo, std::string_view nome) {
-    controllo = host::ControlloDi<Tipo>(Richiesto(finestra_), nome);
-  };
-  prendi(KVL_RESIZEFORM1, "KVL_RESIZEFORM1");
-  prendi(FRM_PARAM, "FRM_PARAM");
-  prendi(TXT_CORPO, "TXT_CORPO");
-  prendi(KVL_ALLEGA, "KVL_ALLEGA");
-  prendi(CHK_DELIVERY, "CHK_DELIVERY");
-  prendi(CHK_READ, "CHK_READ");
-  prendi(KVL_LABEL3, "KVL_LABEL3");
-  prendi(TXT_ALLEGATO, "TXT_ALLEGATO");
-  prendi(CMB_ACCOUNT, "CMB_ACCOUNT");
-  prendi(CMB_TIPO, "CMB_TIPO");
-  prendi(KVL_LABEL2, "KVL_LABEL2");
-  prendi(KVL_LABEL1, "KVL_LABEL1");
-  prendi(CMD_OK, "CMD_OK");
-  prendi(CMD_ANNULLA, "CMD_ANNULLA");
+  Prendi(KVL_RESIZEFORM1, "KVL_RESIZEFORM1");
+  Prendi(FRM_PARAM, "FRM_PARAM");
+  Prendi(TXT_CORPO, "TXT_CORPO");
+  Prendi(KVL_ALLEGA, "KVL_ALLEGA");
+  Prendi(CHK_DELIVERY, "CHK_DELIVERY");
+  Prendi(CHK_READ, "CHK_READ");
+  Prendi(KVL_LABEL3, "KVL_LABEL3");
+  Prendi(TXT_ALLEGATO, "TXT_ALLEGATO");
+  Prendi(CMB_ACCOUNT, "CMB_ACCOUNT");
+  Prendi(CMB_TIPO, "CMB_TIPO");
+  Prendi(KVL_LABEL2, "KVL_LABEL2");
+  Prendi(KVL_LABEL1, "KVL_LABEL1");
+  Prendi(CMD_OK, "CMD_OK");
+  Prendi(CMD_ANNULLA, "CMD_ANNULLA");
 }
 
 void FRMFW_MAILPARAMS::CollegaEventi() {
@@ -62,25 +58,9 @@ void FRMFW_MAILPARAMS::CollegaEventi() {
   CMD_ANNULLA->ButtonClick = Ascolta(vita_, &Io::CMD_ANNULLA_ButtonClick);
 }
 
-CLSFW_MAILSERVER& FRMFW_MAILPARAMS::Servizio() const {
-  if (Parent == nullptr) throw host::Errore(host::kOggettoNonImpostato);
-  return *Parent;
-}
-
 std::shared_ptr<Mittente> FRMFW_MAILPARAMS::IdAccount() {
   if (!idAccount_) idAccount_ = std::make_shared<Mittente>(ambiente_);
   return idAccount_;
-}
-
-std::int32_t FRMFW_MAILPARAMS::MostraMessaggio(const std::string& testo, std::int32_t stile,
-                                               const std::string& titolo,
-                                               const std::shared_ptr<host::Oggetto>& proprietario) {
-  return MostraMessaggioDi(ActiveInterface, ObjMessaggiForm, testo, stile, titolo, proprietario);
-}
-
-void FRMFW_MAILPARAMS::SegnalaErroreConTitolo(std::string_view chiusura) {
-  std::string testo = host::ErroreCorrente().Descrizione();
-  MostraMessaggio(testo.append(chiusura), host::kSemplice, finestra_->Caption(), nullptr);
 }
 
 void FRMFW_MAILPARAMS::Load() {
@@ -126,10 +106,7 @@ void FRMFW_MAILPARAMS::OffriAccount() {
 
 void FRMFW_MAILPARAMS::Activate() try {
   KVL_RESIZEFORM1->Avvia();
-  if (ActiveInterface) {
-    const auto messaggi = Richiesto(ApplicazioneDi(ActiveInterface)).Messaggi();
-    finestra_->Caption(Richiesto(messaggi).TitoloFinestra(finestra_->Caption()));
-  }
+  CompletaTitolo(ActiveInterface);
 } catch (...) {
   SegnalaErroreConTitolo(" Form_Activate");
 }

@@ -83,21 +83,21 @@ TEST_F(FormAttivato, TheStartOfTheWindowGoesStepByStep) {
 
 TEST_F(FormAttivato, ASecondActivationOnlyRenewsTheMessageObject) {
   Mostra([&](HeadlessForm& finestra) {
-    const auto primo = Dentro().ObjMessaggiForm();
+    const auto primo = Dentro().ObjMessaggiForm;
     journal->Svuota();
     finestra.Riattiva();
     EXPECT_THAT(journal->Righe(), ElementsAre("FRMRW_OPZMAIL attiva", "Ambiente.CreaMessaggi"));
-    EXPECT_NE(Dentro().ObjMessaggiForm(), primo);
+    EXPECT_NE(Dentro().ObjMessaggiForm, primo);
   });
 }
 
 TEST_F(FormAttivato, AMessageOutlivesAnActivationBehindIt) {
   servizio->SrvMailInstallato = kvMAPI;
   Mostra([&](HeadlessForm& finestra) {
-    const std::weak_ptr<host::Messaggi> mostrato = Dentro().ObjMessaggiForm();
+    const std::weak_ptr<host::Messaggi> mostrato = Dentro().ObjMessaggiForm;
     journal->Quando("ObjMessaggi.MostraMsg", [&] {
       finestra.Riattiva();
-      EXPECT_NE(Dentro().ObjMessaggiForm(), mostrato.lock());
+      EXPECT_NE(Dentro().ObjMessaggiForm, mostrato.lock());
       EXPECT_FALSE(mostrato.expired()) << "gone while it shows";
     });
     finestra.Digita("TXT_EMAIL", "nessun indirizzo");
@@ -113,7 +113,7 @@ TEST_F(FormAttivato, AFailingActivationIsReportedAndNotDoneAgain) {
   Mostra([&](HeadlessForm& finestra) {
     EXPECT_THAT(Mostrati(), ElementsAre("ObjMessaggi.MostraMsg 1001 guasto ORVE_MAILSERVER: FRMFW_OPZMAIL: "
                                         "Activate|0||(assente)"));
-    EXPECT_TRUE(Dentro().Attivato());
+    EXPECT_TRUE(Dentro().Attivato);
     EXPECT_EQ(journal->Conta("CHK_CORPO.Text"), 0U);  // the window stays in the state that it reached
     finestra.Riattiva();
     EXPECT_EQ(journal->Conta("CHK_CORPO.Text"), 0U);
@@ -161,7 +161,7 @@ TEST_F(FormAttivato, MessagesFallBackToTheFormsOwnObject) {
 }
 
 TEST(NVLDelForm, NullEmptyAndBlankValuesGiveTheDefaultAndNothingFails) {
-  const auto nvl = [](const Variant& valore) { return AccessoOpzMail::NVL(valore, "x"); };
+  const auto nvl = [](const Variant& valore) { return FRMRW_OPZMAIL::NVL(valore, "x"); };
   EXPECT_EQ(nvl({}), Variant("x"));
   EXPECT_EQ(nvl(host::Null{}), Variant("x"));
   EXPECT_EQ(nvl(""), Variant("x"));
@@ -423,7 +423,7 @@ TEST_F(FormAttivato, ClosingLetsEverythingGoInItsOrder) {
   EXPECT_EQ(interfaccia.use_count(), 1);
   EXPECT_EQ(rubrica.use_count(), 1);
   EXPECT_EQ(form->Parent, nullptr);
-  EXPECT_FALSE(Dentro().ObjMessaggiForm());
+  EXPECT_FALSE(Dentro().ObjMessaggiForm);
   EXPECT_TRUE(form->objOutlook);  // these two stay
   EXPECT_TRUE(form->objOutlook_00);
 }
@@ -445,7 +445,7 @@ TEST_F(FormAttivato, ClosingLetsGoOfOneObjectAfterTheOther) {
     form->ManagerRubrica = Annunciato(
         journal, std::shared_ptr<host::ManagerRubrica>(std::make_shared<fakes::FakeRubrica>(journal)),
         "ManagerRubrica");
-    Dentro().ObjMessaggiForm() = Annunciato(journal, ambiente->CreaMessaggi(), "ObjMessaggiForm");
+    Dentro().ObjMessaggiForm = Annunciato(journal, ambiente->CreaMessaggi(), "ObjMessaggiForm");
     journal->Svuota();
     journal->Quando("debug ", [&] { conServizio.push_back(form->Parent != nullptr); });
   });
@@ -468,19 +468,19 @@ TEST_F(FormAttivato, EachStepOfTheClosingIsTriedWhateverTheOneBeforeDid) {
   });
   EXPECT_FALSE(form->ManagerRubrica);
   EXPECT_EQ(form->Parent, nullptr);
-  EXPECT_FALSE(Dentro().FileAllegati());
-  EXPECT_FALSE(Dentro().RstAllegati());
+  EXPECT_FALSE(Dentro().FileAllegati);
+  EXPECT_FALSE(Dentro().RstAllegati);
 }
 
 TEST_F(FormAttivato, ARecordSetThatIsClosedAlreadyIsNotClosedAgain) {
   File("C:\\f.pdf");
   form->AggiungiAllegato("C:\\f.pdf", "f.pdf");
   Mostra([&](HeadlessForm& /*finestra*/) {
-    Dentro().RstAllegati()->Close();
+    Dentro().RstAllegati->Close();
     journal->Svuota();
   });
   EXPECT_EQ(journal->Conta("RstAllegati.Close"), 0U);
-  EXPECT_FALSE(Dentro().RstAllegati());
+  EXPECT_FALSE(Dentro().RstAllegati);
 }
 
 TEST_F(FormAttivato, AWindowWithoutAttachmentsClosesTooAndAClosedOneClosesOnce) {

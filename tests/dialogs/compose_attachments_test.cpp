@@ -66,14 +66,14 @@ TEST_F(Allegati, AFileOfTheRequestIsAddedStepByStep) {
 
 TEST_F(Allegati, AFileThatDoesNotExistIsDroppedWithoutAWord) {
   Aggiungi("C:\\manca.pdf", "manca.pdf");
-  EXPECT_FALSE(Dentro().FileAllegati());
-  EXPECT_FALSE(Dentro().RstAllegati());
+  EXPECT_FALSE(Dentro().FileAllegati);
+  EXPECT_FALSE(Dentro().RstAllegati);
   EXPECT_THAT(Mostrati(), IsEmpty());
 }
 
 TEST_F(Allegati, APathWithoutABackslashIsAllNameAndNeedsItsFileToo) {
   Aggiungi("solo.pdf", "solo.pdf");
-  EXPECT_FALSE(Dentro().FileAllegati());
+  EXPECT_FALSE(Dentro().FileAllegati);
   File("solo.pdf");
   Aggiungi("solo.pdf", "solo.pdf");
   EXPECT_THAT(journal->Righe({"File.Apri"}), ElementsAre("File.Apri solo.pdf||0", "File.Apri solo.pdf||0"));
@@ -101,15 +101,15 @@ TEST_F(Allegati, EachStepOfAnAddedFileIsTriedWhateverTheOneBeforeDid) {
   journal->Fallisce("File.Apri", guasto);
   journal->Fallisce("File.Chiudi", guasto);
   Aggiungi("C:\\a.pdf", "a.pdf");  // not bound, and so not there
-  EXPECT_FALSE(Dentro().FileAllegati());
+  EXPECT_FALSE(Dentro().FileAllegati);
   journal->DimenticaPiani();
   journal->Fallisce("File.Esiste", guasto);
   Aggiungi("C:\\a.pdf", "a.pdf");
-  EXPECT_FALSE(Dentro().FileAllegati());
+  EXPECT_FALSE(Dentro().FileAllegati);
   journal->DimenticaPiani();
   journal->Fallisce("Ambiente.CreaOggettoFile", guasto);
   Aggiungi("C:\\a.pdf", "a.pdf");
-  EXPECT_FALSE(Dentro().FileAllegati());
+  EXPECT_FALSE(Dentro().FileAllegati);
   EXPECT_THAT(Mostrati(), IsEmpty());
 }
 
@@ -226,9 +226,9 @@ TEST_F(Allegati, AnApostropheInTheNameDefeatsTheTestForDuplicates) {
 
 TEST_F(Allegati, TheFirstFileAddedHereMakesTheRecordSetThatTheRequestHadNot) {
   Mostra([&](HeadlessForm& finestra) {
-    EXPECT_FALSE(Dentro().RstAllegati());
+    EXPECT_FALSE(Dentro().RstAllegati);
     Allega(finestra, "C:\\a.pdf");
-    EXPECT_TRUE(Dentro().RstAllegati());
+    EXPECT_TRUE(Dentro().RstAllegati);
   });
 }
 
@@ -237,7 +237,7 @@ TEST_F(Allegati, AFailureWhileAttachingIsReportedAndWhatIsDoneStays) {
     journal->Fallisce("RstAllegati.AddNew", guasto);
     Allega(finestra, "C:\\a.pdf");
     EXPECT_THAT(Mostrati(), ElementsAre(Guasto(" KVL_ALLEGA_ButtonClick")));
-    EXPECT_EQ(Dentro().FileAllegati()->Count(), 1);
+    EXPECT_EQ(Dentro().FileAllegati->Count(), 1);
   });
 }
 
@@ -428,7 +428,7 @@ TEST_F(Allegati, RemovingWithoutARecordSetOrWithoutACurrentRowIsReported) {
 TEST_F(Allegati, ARowWithoutAnIndexRemovesNothing) {
   Mostra([&](HeadlessForm& finestra) {
     Allega(finestra, "C:\\a.pdf");
-    Dentro().RstAllegati()->AddNew({"FileName"}, {"senza indice"});
+    Dentro().RstAllegati->AddNew({"FileName"}, {"senza indice"});
     journal->Svuota();
     Dentro().EliminaAllegato_Click();
     EXPECT_THAT(journal->Righe(), IsEmpty());
@@ -441,8 +441,8 @@ TEST_F(Allegati, RowsWhoseFilesAreGoneAreRemovedAllTheSame) {
     for (const char* chiave : {"Del", "DelAll"}) {
       for (const bool senzaElenco : {true, false}) {
         Allega(finestra, "C:\\a.pdf");
-        Dentro().FileAllegati()->Clear();
-        if (senzaElenco) Dentro().FileAllegati().reset();
+        Dentro().FileAllegati->Clear();
+        if (senzaElenco) Dentro().FileAllegati.reset();
         journal->Svuota();
         finestra.Sceglie("BTN_ELIMINA", chiave);
         EXPECT_THAT(finestra.Righe("GRID_ALLEGATI"), IsEmpty()) << chiave;
@@ -456,7 +456,7 @@ TEST_F(Allegati, RowsWhoseFilesAreGoneAreRemovedAllTheSame) {
 TEST_F(Allegati, ARecordSetThatIsClosedAlreadyIsOnlyReplaced) {
   Mostra([&](HeadlessForm& finestra) {
     Allega(finestra, "C:\\a.pdf");
-    Dentro().RstAllegati()->Close();
+    Dentro().RstAllegati->Close();
     journal->Svuota();
     Dentro().RicaricaRstAllegati();
     EXPECT_EQ(journal->Conta("RstAllegati.Close"), 0U);

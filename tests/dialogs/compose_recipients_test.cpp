@@ -210,11 +210,11 @@ TEST_F(CaselleDelForm, AfterTheMessageTheListStaysAsBuiltAndTheNextClickReplaces
   Mostra([&](HeadlessForm& finestra) {
     finestra.Digita("TXT_EMAIL", "rotto");
     finestra.Preme("cmd_Invia");
-    const auto prima = Dentro().CollDestinatariForm();
+    const auto prima = Dentro().CollDestinatariForm;
     ASSERT_TRUE(prima);
     EXPECT_THAT(Elenco(*prima), ElementsAre("|rotto||0"));
     finestra.Preme("cmd_Invia");
-    EXPECT_NE(Dentro().CollDestinatariForm(), prima);
+    EXPECT_NE(Dentro().CollDestinatariForm, prima);
   });
 }
 
@@ -224,7 +224,7 @@ TEST_F(CaselleDelForm, ASeparatorAtTheEndOfABoxAddsOneRecipientWithAnEmptyAddres
   Mostra([&](HeadlessForm& finestra) {
     finestra.Digita("TXT_EMAIL", "Anna<a@x.example>;");
     finestra.Preme("cmd_Invia");
-    const auto elenco = Dentro().CollDestinatariForm();
+    const auto elenco = Dentro().CollDestinatariForm;
     ASSERT_TRUE(elenco);
     EXPECT_THAT(Elenco(*elenco), ElementsAre("Anna|a@x.example||0", "|||0"));
   });

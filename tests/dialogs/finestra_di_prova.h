@@ -15,31 +15,6 @@
 
 namespace orve {
 
-/// The compose window's private state, for tests of single procedures.
-struct AccessoOpzMail {
-  FRMRW_OPZMAIL& form;
-
-  auto& CollDestinatariForm() { return form.CollDestinatariForm; }
-  auto& ObjMessaggiForm() { return form.ObjMessaggiForm; }
-  auto& FileAllegati() { return form.FileAllegati; }
-  auto& RstAllegati() { return form.RstAllegati; }
-  auto& Attivato() { return form.Attivato; }
-  static host::Variant NVL(const host::Variant& valore, const host::Variant& sostituto) {
-    return FRMRW_OPZMAIL::NVL(valore, sostituto);
-  }
-  void AggiornaCaselleDestinatari(const std::string& nome, const std::string& indirizzi,
-                                  std::int16_t casella) {
-    form.AggiornaCaselleDestinatari(nome, indirizzi, casella);
-  }
-  void GestisciRubrica(const std::string& chiave, std::int32_t casella) {
-    form.GestisciRubrica(chiave, casella);
-  }
-  host::Variant GetAllegatiMultipli() { return form.GetAllegatiMultipli(); }
-  void RicaricaRstAllegati() { form.RicaricaRstAllegati(); }
-  void EliminaAllegato_Click() { form.EliminaAllegato_Click(); }
-  void BTN_ELIMINA_MenuItemClick(const std::string& chiave) { form.BTN_ELIMINA_MenuItemClick(chiave); }
-};
-
 namespace fakes {
 
 /// A row of the statements that list the accounts of a person.
@@ -129,7 +104,7 @@ class FormDiProva : public FinestraDiProva {
     form->Finestra().Show(host::Form::kModale, nullptr);
   }
 
-  [[nodiscard]] AccessoOpzMail Dentro() { return {*form}; }
+  [[nodiscard]] FRMRW_OPZMAIL& Dentro() { return *form; }
 
   Persona script;
   std::unique_ptr<FRMRW_OPZMAIL> form;

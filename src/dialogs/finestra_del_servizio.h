@@ -1,0 +1,68 @@
+// What both windows of the service have in common: the form that the host makes of a layout table, the
+// service that opened it, and the ways of telling the person something.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "content/instance_trace.h"
+#include "host/ambiente.h"
+#include "host/controlli.h"
+#include "host/interfaccia_host.h"
+
+namespace orve {
+
+class CLSFW_MAILSERVER;
+
+class FinestraDelServizio {
+ public:
+  FinestraDelServizio(const FinestraDelServizio&) = delete;
+  FinestraDelServizio& operator=(const FinestraDelServizio&) = delete;
+  FinestraDelServizio(FinestraDelServizio&&) = delete;
+  FinestraDelServizio& operator=(FinestraDelServizio&&) = delete;
+
+  /// The service that opened the window; it outlives the showing.
+  CLSFW_MAILSERVER* Parent = nullptr;
+  std::shared_ptr<host::InterfacciaHost> ActiveInterface;
+
+  /// The window with its named controls.
+  [[nodiscard]] host::Form& Finestra() { return *finestra_; }
+
+ protected:
+  /// `classe` is the name that the traces show.
+  FinestraDelServizio(std::shared_ptr<host::Ambiente> ambiente, std::string_view classe);
+  ~FinestraDelServizio() = default;
+
+  /// Builds the form, which is not shown yet, and runs the steps that take its controls. Raises 429 on a host
+  /// without windows.
+  template <class Passi>
+  void Costruisci(const host::LayoutForm& layout, Passi&& passi) {
+    traccia_.Inizio([&] {
+      finestra_ = ambiente_->CreaForm(layout);
+      passi();
+    });
+  }
+  template <class Tipo>
+  void Prendi(std::shared_ptr<Tipo>& controllo, std::string_view nome) {
+    controllo = host::ControlloDi<Tipo>(host::Richiesto(finestra_), nome);
+  }
+
+  /// Raises 91 when the window has let its service go.
+  [[nodiscard]] CLSFW_MAILSERVER& Servizio() const;
+
+  std::int32_t MostraMessaggio(const std::string& testo, std::int32_t stile, const std::string& titolo,
+                               const std::shared_ptr<host::Oggetto>& proprietario);
+  /// The exception in flight as a message under the window's caption: description and closing text.
+  void SegnalaErroreConTitolo(std::string_view chiusura);
+  /// The caption as the messages of the host's interface want it.
+  void CompletaTitolo(const std::shared_ptr<host::InterfacciaHost>& interfaccia);
+
+  std::shared_ptr<host::Ambiente> ambiente_;
+  TracciaIstanza traccia_;
+  std::shared_ptr<host::Messaggi> ObjMessaggiForm;
+  std::shared_ptr<host::Form> finestra_;
+};
+
+}  // namespace orve
