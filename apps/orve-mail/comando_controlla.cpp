@@ -240,8 +240,7 @@ class Controllo {
   }
 
   void ControllaSendmail() {
-    const bool serve =
-        impostazioni_.canale && (*impostazioni_.canale == kvSimpleMAPI || *impostazioni_.canale == kvMAPI);
+    const bool serve = impostazioni_.canale && UsaSendmail(*impostazioni_.canale);
     try {
       adapters::mapi::RequireSendmail(richiesta_.mapi);
       referto_.Ok("sendmail", richiesta_.mapi.sendmail);

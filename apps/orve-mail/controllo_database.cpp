@@ -83,18 +83,9 @@ std::string Modo(std::int32_t modo) {
                                                                      : "sconosciuto, " + std::to_string(modo);
 }
 
-std::string NomeCanale(std::int32_t canale) {
-  switch (canale) {
-    case kvSimpleMAPI:
-      return "Simple MAPI, con il sistema di posta di questa macchina";
-    case kvMAPI:
-      return "MAPI, con il sistema di posta di questa macchina";
-    case kvSMTPMail:
-    case kvSMTPSSLMail:
-      return "SMTP";
-    default:
-      return "canale " + std::to_string(canale);
-  }
+std::string Descrizione(const TrattiCanale& canale) {
+  return std::string(canale.nome) +
+         (UsaSendmail(canale.numero) ? ", con il sistema di posta di questa macchina" : "");
 }
 
 // The table of the signatures, which the settings name and which need not exist.
@@ -171,6 +162,21 @@ std::string IllegibileDallaFinestra(const host::RecordSet& riga) {
 }
 
 }  // namespace
+
+bool UsaSendmail(kvEnum_ServizioMail canale) {
+  const TrattiCanale* const tratti = TrattiDi(canale);
+  if (tratti == nullptr) return false;
+  switch (tratti->consegna) {
+    case Consegna::kControlliMapi:
+    case Consegna::kMapi32:
+      return true;
+    case Consegna::kNessuna:
+    case Consegna::kOutlook:
+    case Consegna::kComponenteSmtp:
+      return false;
+  }
+  return false;
+}
 
 void ControllaTabelle(const Archivio& archivio, Referto& referto) {
   std::string mancanti;
@@ -275,14 +281,17 @@ ImpostazioniLette ControllaImpostazioni(host::Connection& connessione, Referto& 
     lette.canale = static_cast<kvEnum_ServizioMail>(canale);
     lette.cartella = Testo(*riga, "FW24_PATHTMP");
     lette.conFinestra = modo != kvAutomatico;
-    const std::string dettaglio = NomeCanale(canale) + ", modo " + Modo(modo);
-    if (canale == kvNoMail) {
+    const TrattiCanale* const tratti = TrattiDi(*lette.canale);
+    if (tratti == nullptr) {
+      referto.Errore("impostazioni", "canale sconosciuto: " + std::to_string(canale), rimedio);
+      return lette;
+    }
+    const std::string dettaglio = Descrizione(*tratti) + ", modo " + Modo(modo);
+    if (tratti->consegna == Consegna::kNessuna) {
       referto.Avviso("impostazioni", "l'invio è disabilitato", "scegliere un canale in FW24_INDFAXATTIVO");
-    } else if (canale == kvOutlook) {
+    } else if (tratti->consegna == Consegna::kOutlook) {
       referto.Errore("impostazioni", "il canale è Outlook, che su questa macchina non c'è",
                      "scegliere un altro canale in FW24_INDFAXATTIVO");
-    } else if (canale != kvSimpleMAPI && canale != kvMAPI && !HaAccount(*lette.canale)) {
-      referto.Errore("impostazioni", "canale sconosciuto: " + std::to_string(canale), rimedio);
     } else if (modo < 0 || modo > kvListaDistribuzione) {
       referto.Errore("impostazioni", dettaglio, rimedio);
     } else {

@@ -9,21 +9,24 @@
 
 namespace orve {
 
+/// The outside object that delivers.
+enum class Consegna { kNessuna, kControlliMapi, kOutlook, kMapi32, kComponenteSmtp };
+
 struct TrattiCanale {
   kvEnum_ServizioMail numero;
   std::string_view nome;
-  bool haAccount;            // the sender is an account of the application's own
-  std::string_view oggetto;  // which outside object delivers; empty: nothing is delivered
-  std::string_view firma;    // how the register's way of sending begins
+  bool haAccount;  // the sender is an account of the application's own
+  Consegna consegna;
+  std::string_view firma;  // how the register's way of sending begins
 };
 
 inline constexpr std::array<TrattiCanale, 6> kCanali = {{
-    {kvSimpleMAPI, "Simple MAPI", false, "MAPIMessages", "Simple Mapi:"},
-    {kvOutlook, "Outlook", false, "OutlookApplication", "Outlook: "},
-    {kvMAPI, "MAPI", false, "Mapi32", "MAPI: "},
-    {kvNoMail, "nessuno", false, "", ""},
-    {kvSMTPMail, "SMTP", true, "ComponenteSmtp", "SMTP: "},
-    {kvSMTPSSLMail, "SMTP SSL", true, "ComponenteSmtp", "SMTP: "},
+    {kvSimpleMAPI, "Simple MAPI", false, Consegna::kControlliMapi, "Simple Mapi:"},
+    {kvOutlook, "Outlook", false, Consegna::kOutlook, "Outlook: "},
+    {kvMAPI, "MAPI", false, Consegna::kMapi32, "MAPI: "},
+    {kvNoMail, "nessuno", false, Consegna::kNessuna, ""},
+    {kvSMTPMail, "SMTP", true, Consegna::kComponenteSmtp, "SMTP: "},
+    {kvSMTPSSLMail, "SMTP", true, Consegna::kComponenteSmtp, "SMTP: "},
 }};
 
 /// The row of a channel; null for a number that is none.

@@ -50,12 +50,11 @@ void PreparaRubrica(const Oggetti& oggetti, FRMRW_OPZMAIL& form) {
   }
 }
 
-bool OffriMittente(Interno& interno, host::Form& finestra) {
-  Account& account = interno.account;
-  const bool accountFisso = interno.impostazioni.IsInvioMailConParams;
+bool OffriMittente(const Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
+                   Contesto& contesto, const Oggetti& oggetti, host::Form& finestra) {
+  const bool accountFisso = impostazioni.IsInvioMailConParams;
   Richiesto(finestra.Controlli("FMR_MITTENTE")).Visible(true);
-  if (!LoadAccountsPerUser(interno.messaggio, account, interno.contesto, interno.oggetti, finestra))
-    return false;
+  if (!LoadAccountsPerUser(messaggio, account, contesto, oggetti, finestra)) return false;
   Richiesto(finestra.Controlli("CMB_ACCOUNT")).Visible(true);
   if (accountFisso) Richiesto(finestra.Controlli("CMB_ACCOUNT")).Enabled(false);
   if (account.vDisableNotifyRead) Richiesto(finestra.Controlli("CHK_RICEVUTA")).Enabled(false);
@@ -65,23 +64,24 @@ bool OffriMittente(Interno& interno, host::Form& finestra) {
 
 // The shape of the window for the channel. False when the person has no account to send from, and has been
 // told so.
-bool PreparaCanale(Interno& interno, FRMRW_OPZMAIL& form) {
+bool PreparaCanale(const Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
+                   Contesto& contesto, const Oggetti& oggetti, FRMRW_OPZMAIL& form) {
   auto& finestra = form.Finestra();
-  switch (interno.impostazioni.SrvMailInstallato) {
+  switch (impostazioni.SrvMailInstallato) {
     case kvSimpleMAPI:
       NascondiMittente(finestra);
-      form.objOutlook = interno.oggetti.objMapiMessages;
+      form.objOutlook = oggetti.objMapiMessages;
       return true;
     case kvOutlook:
       NascondiMittente(finestra);
-      form.objOutlook_00 = interno.oggetti.objOutlookApp;
+      form.objOutlook_00 = oggetti.objOutlookApp;
       return true;
     case kvMAPI:
       NascondiMittente(finestra);
       return true;
     case kvSMTPMail:
     case kvSMTPSSLMail:
-      return OffriMittente(interno, finestra);
+      return OffriMittente(messaggio, impostazioni, account, contesto, oggetti, finestra);
     case kvNoMail:
       break;
   }
@@ -125,7 +125,8 @@ void ApriForm_OpzInvio(Interno& interno, CLSFW_MAILSERVER& servizio) {
                   form.Parent = &servizio;
                   form.ActiveInterface = interno.oggetti.ActiveInterface;
                   PreparaRubrica(interno.oggetti, form);
-                  if (PreparaCanale(interno, form)) {
+                  if (PreparaCanale(interno.messaggio, interno.impostazioni, interno.account,
+                                    interno.contesto, interno.oggetti, form)) {
                     RiempiForm(interno.messaggio, form);
                     form.Finestra().Show(host::Form::kModale, nullptr);
                   }
