@@ -4,16 +4,14 @@
 //
 // What is to be seen stands in four_channels/*.txt, one file for each happening, one section for each
 // channel. It is compared whole, so that a difference that disappears is noticed like one that appears.
-#include <fstream>
 #include <functional>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "fakes/servizio_di_prova.h"
-#include "places.h"
+#include "golden.h"
 #include "text/text.h"
 
 namespace orve {
@@ -148,13 +146,6 @@ std::string ConBianchiVisibili(const std::string& testo) {
   return text::Replace(text::Replace(testo, "\r\n", "¶"), " \n", "·\n");
 }
 
-std::string Contenuto(const std::string& nome) {
-  std::ifstream file(places::Source("tests/channels/four_channels/" + nome + ".txt"));
-  std::ostringstream testo;
-  testo << file.rdbuf();
-  return testo.str();
-}
-
 /// Sends unattended and attended through each channel, with what happens on the way, and compares all that is
 /// seen with the file of this name.
 void Confronta(const std::string& nome, const std::function<void(Prova&)>& accade) {
@@ -176,7 +167,8 @@ void Confronta(const std::string& nome, const std::function<void(Prova&)>& accad
     EXPECT_EQ(manuale.Log(), "") << titolo;
     EXPECT_EQ(manuale.Registrazioni(), automatica.Registrazioni()) << titolo;
   }
-  EXPECT_EQ(ConBianchiVisibili(visto), Contenuto(nome));
+  EXPECT_EQ(golden::Difference("tests/channels/four_channels/" + nome + ".txt", ConBianchiVisibili(visto)),
+            "");
 }
 
 void UnoConAllegato(Prova& prova) {

@@ -1,10 +1,8 @@
 #include "journals/scena.h"
 
-#include <fstream>
 #include <functional>
-#include <sstream>
 
-#include "places.h"
+#include "golden.h"
 #include "service/CLSFW_MAILSERVER.h"
 #include "text/text.h"
 
@@ -195,22 +193,7 @@ std::string Recita(const Scena& scena) {
 }
 
 std::string Differenza(const std::string& visto) {
-  std::ifstream file(places::Source("tests/journals/whole_sends.txt"), std::ios::binary);
-  std::ostringstream atteso;
-  atteso << file.rdbuf();
-  if (visto == atteso.str()) return {};
-  std::ofstream(places::Build("whole_sends.txt"), std::ios::binary) << visto;
-  std::istringstream righeViste(visto);
-  std::istringstream righeAttese(atteso.str());
-  std::string vista;
-  std::string attesa;
-  for (int numero = 1;; ++numero) {
-    const bool altraVista = static_cast<bool>(std::getline(righeViste, vista));
-    const bool altraAttesa = static_cast<bool>(std::getline(righeAttese, attesa));
-    if (altraVista && altraAttesa && vista == attesa) continue;
-    return "line " + std::to_string(numero) + "\n  seen   " + (altraVista ? vista : "(end)") + "\n  wanted " +
-           (altraAttesa ? attesa : "(end)");
-  }
+  return golden::Difference("tests/journals/whole_sends.txt", visto);
 }
 
 }  // namespace orve::journals

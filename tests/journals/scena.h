@@ -29,7 +29,7 @@ struct Scena {
 [[nodiscard]] std::string Recita(const Scena& scena);
 
 /// Where a journal first differs from the one that every platform is held to, both lines told; empty when it
-/// does not. A journal that differs is left in the folder of the build, to be laid beside the other.
+/// does not (golden.h).
 [[nodiscard]] std::string Differenza(const std::string& visto);
 
 }  // namespace orve::journals
