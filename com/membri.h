@@ -20,10 +20,12 @@
     return this->Entra([&] { ::orve::com::Esporta(espressione, valore); }); \
   }
 
-#define ORVE_CAMPO(nome, tipo)                                                                            \
-  ORVE_LETTURA(nome, tipo, this->N().nome)                                                                \
-  HRESULT STDMETHODCALLTYPE put_##nome(tipo valore) override {                                            \
-    return this->Entra([&] { this->N().nome = ::orve::com::Importa<decltype(this->N().nome)>(valore); }); \
+#define ORVE_CAMPO(nome, tipo)                                                                      \
+  ORVE_LETTURA(nome, tipo, this->N().nome)                                                          \
+  HRESULT STDMETHODCALLTYPE put_##nome(tipo valore) override {                                      \
+    return this->Entra([&] {                                                                        \
+      this->N().nome = ::orve::com::Importa<std::remove_cvref_t<decltype(this->N().nome)>>(valore); \
+    });                                                                                             \
   }
 
 #define ORVE_PROPRIETA(nome, tipo)                                                                   \

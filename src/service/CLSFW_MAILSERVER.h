@@ -15,6 +15,9 @@
 
 #include "addressing/recipients.h"
 #include "addressing/senders.h"
+#include "host/connection.h"
+#include "host/interfaccia_host.h"
+#include "host/manager_rubrica.h"
 #include "host/variant.h"
 #include "service/enumerations.h"
 
@@ -22,10 +25,7 @@ namespace orve {
 
 namespace host {
 class Ambiente;
-class Connection;
-class InterfacciaHost;
-class ManagerRubrica;
-}  // namespace host
+}
 
 struct Interno;
 
