@@ -36,16 +36,19 @@ std::string Difference(const std::string& file, const std::string& seen) {
   }
   const std::string left = places::Build(std::filesystem::path(file).filename().string());
   std::ofstream(left, std::ios::binary) << seen;
-  std::istringstream seen_lines(seen);
-  std::istringstream wanted_lines(wanted);
+  std::istringstream seenLines(seen);
+  std::istringstream wantedLines(wanted);
   for (int number = 1;; ++number) {
     std::string one = "(end)";
     std::string other = "(end)";
-    const bool more_seen = static_cast<bool>(std::getline(seen_lines, one));
-    const bool more_wanted = static_cast<bool>(std::getline(wanted_lines, other));
-    if (more_seen && more_wanted && one == other) continue;
-    return file + ", line " + std::to_string(number) + "\n  seen   " + (more_seen ? one : "(end)") +
-           "\n  wanted " + (more_wanted ? other : "(end)") + "\n  whole  " + left;
+    const bool moreSeen = static_cast<bool>(std::getline(seenLines, one));
+    const bool moreWanted = static_cast<bool>(std::getline(wantedLines, other));
+    if (moreSeen && moreWanted && one == other) continue;
+    std::string difference = file;
+    difference.append(", line ").append(std::to_string(number));
+    difference.append("\n  seen   ").append(moreSeen ? one : "(end)");
+    difference.append("\n  wanted ").append(moreWanted ? other : "(end)");
+    return difference.append("\n  whole  ").append(left);
   }
 }
 

@@ -78,7 +78,7 @@ class FRMRW_OPZMAIL : public FinestraDelServizio {
   void Configura_GRID_ALLEGATI();
   void ImpostaRstAllegati();
   void RicaricaRstAllegati();
-  void AggiungiRiga(std::int32_t indice, const std::string& testo);
+  void AggiungiRiga(std::int32_t indice, const std::string& testo) const;
   void KVL_ALLEGA_ButtonClick();
   void AllegaScelto(host::SelettoreFile& selettore);
   void AllegaFile(const std::shared_ptr<host::OggettoFile>& scelto);

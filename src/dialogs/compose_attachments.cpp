@@ -55,7 +55,7 @@ void FRMRW_OPZMAIL::RicaricaRstAllegati() try {
 }
 
 // A text longer than its column is shown as far as it goes: no file may be in the list without its row.
-void FRMRW_OPZMAIL::AggiungiRiga(std::int32_t indice, const std::string& testo) {
+void FRMRW_OPZMAIL::AggiungiRiga(std::int32_t indice, const std::string& testo) const {
   Richiesto(RstAllegati)
       .AddNew({"Index", "FileName"}, {indice, text::Left(testo, static_cast<std::size_t>(kLunghezzaNome))});
 }

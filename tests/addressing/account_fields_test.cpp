@@ -28,7 +28,7 @@ constexpr const char* kDellAzienda = "INNER JOIN CG16_ANAGGEN";
 constexpr const char* kDaId = "WHERE FW98_IDACCOUNT = ";
 constexpr const char* kPersona = "LDAP://CN=Anna Rossi";
 
-Riga Account() {
+Riga RigaAccount() {
   return {{"FW23_SERVERNAME", "smtp.azienda.example"},
           {"FW23_PORT", 587},
           {"FW23_TIMEOUT", 60},
@@ -174,7 +174,7 @@ TEST_F(AccountDelServizio, TheDirectoryIsAskedBeforeTheUserAndTheDatabase) {
   interno.contesto.CodiceUtente = "ANNA";
   interno.contesto.CodiceGruppo = "VEN";
   connessione->Risponde("FW07_APPUSER", {{{"FW07_ID", 42}}});
-  connessione->Risponde(kDellUtente, {Account()});
+  connessione->Risponde(kDellUtente, {RigaAccount()});
   Predefinito();
   std::vector<std::string> righe;
   for (const auto& riga : journal->Righe()) righe.push_back(riga.substr(0, 48));
@@ -200,7 +200,7 @@ TEST_F(AccountDelServizio, TheDirectoryIsAskedBeforeTheUserAndTheDatabase) {
 }
 
 TEST_F(AccountDelServizio, AnEmptyResultByUserIsClosedBeforeTheCompanyIsAsked) {
-  connessione->Risponde(kDellAzienda, {Account()});
+  connessione->Risponde(kDellAzienda, {RigaAccount()});
   Predefinito();
   std::vector<std::string> righe;
   for (const auto& riga : journal->Righe({"ConnectionADO", "RecordSet.Close", "RecordSet.MoveFirst"})) {
@@ -212,7 +212,7 @@ TEST_F(AccountDelServizio, AnEmptyResultByUserIsClosedBeforeTheCompanyIsAsked) {
 }
 
 TEST_F(AccountDelServizio, ByIdentifierTheRowIsReadAndClosedAndNobodyElseIsAsked) {
-  connessione->Risponde(kDaId, {Account()});
+  connessione->Risponde(kDaId, {RigaAccount()});
   DaId(12);
   EXPECT_EQ(journal->Righe().front().substr(0, 24), "ConnectionADO.Execute -1");
   EXPECT_EQ(journal->Righe().back(), "RecordSet.Close");
@@ -223,8 +223,9 @@ TEST_F(AccountDelServizio, ByIdentifierTheRowIsReadAndClosedAndNobodyElseIsAsked
 // --- what is read
 
 TEST_F(AccountDelServizio, TheDefaultAccountOfTheUserFillsTheFields) {
-  connessione->Risponde(kDellAzienda, {Con(Account(), "FW98_MAILADDRESS", "azienda@azienda.example")});
-  connessione->Risponde(kDellUtente, {Account(), Con(Account(), "FW98_MAILADDRESS", "seconda@b.example")});
+  connessione->Risponde(kDellAzienda, {Con(RigaAccount(), "FW98_MAILADDRESS", "azienda@azienda.example")});
+  connessione->Risponde(kDellUtente,
+                        {RigaAccount(), Con(RigaAccount(), "FW98_MAILADDRESS", "seconda@b.example")});
   Predefinito();
   EXPECT_EQ(Campi(), kCampiPieni);
   EXPECT_EQ(Esecuzioni().size(), 1U);
@@ -232,15 +233,16 @@ TEST_F(AccountDelServizio, TheDefaultAccountOfTheUserFillsTheFields) {
 }
 
 TEST_F(AccountDelServizio, WithoutAUserAccountTheFirstOfTheCompanyFillsTheFields) {
-  connessione->Risponde(kDellAzienda, {Account(), Con(Account(), "FW98_MAILADDRESS", "seconda@b.example")});
+  connessione->Risponde(kDellAzienda,
+                        {RigaAccount(), Con(RigaAccount(), "FW98_MAILADDRESS", "seconda@b.example")});
   Predefinito();
   EXPECT_EQ(Campi(), kCampiPieni);
 }
 
 TEST_F(AccountDelServizio, ForPecAUserWhoseDefaultIsOrdinaryGetsThePecAccountOfTheCompany) {
-  connessione->Risponde("FW23_INDTIPO = 1", {Con(Account(), "FW98_MAILADDRESS", "mail@azienda.example")});
+  connessione->Risponde("FW23_INDTIPO = 1", {Con(RigaAccount(), "FW98_MAILADDRESS", "mail@azienda.example")});
   connessione->Risponde("FW9A_DITTA_CG18 = 3 AND  FW23_INDTIPO = 2",
-                        {Con(Account(), "FW98_MAILADDRESS", "pec@azienda.example")});
+                        {Con(RigaAccount(), "FW98_MAILADDRESS", "pec@azienda.example")});
   servizio->IsPec(true);
   Predefinito();
   EXPECT_EQ(servizio->vSenderAddress, "pec@azienda.example");
@@ -275,14 +277,14 @@ TEST_F(AccountDelServizio, AnUnknownIdentifierSetsTheStateAndKeepsTheFields) {
 TEST_F(AccountDelServizio, AnIdentifierOverwritesALoadedAccountAndLeavesTheStateAlone) {
   interno.account.SmtpServer = "prima.example";
   interno.esito.StatoInvio = kvErroreInvioMail;
-  connessione->Risponde(kDaId, {Account()});
+  connessione->Risponde(kDaId, {RigaAccount()});
   DaId(12);
   EXPECT_EQ(Campi(), kCampiPieni);
   EXPECT_EQ(servizio->Stato(), kvErroreInvioMail);
 }
 
 TEST_F(AccountDelServizio, ASecondLoadOfTheDefaultAccountAsksNobodyAnything) {
-  connessione->Risponde(kDellUtente, {Account()});
+  connessione->Risponde(kDellUtente, {RigaAccount()});
   Predefinito();
   journal->Svuota();
   servizio->IsPec(true);
@@ -293,7 +295,7 @@ TEST_F(AccountDelServizio, ASecondLoadOfTheDefaultAccountAsksNobodyAnything) {
 }
 
 TEST_F(AccountDelServizio, AnEmptiedServerForcesANewLoad) {
-  connessione->Risponde(kDellUtente, {Account()});
+  connessione->Risponde(kDellUtente, {RigaAccount()});
   Predefinito();
   interno.account.SmtpServer.clear();
   journal->Svuota();
@@ -303,7 +305,7 @@ TEST_F(AccountDelServizio, AnEmptiedServerForcesANewLoad) {
 
 Riga ConTutto(const host::Variant& valore) {
   Riga riga;
-  for (const auto& [colonna, pieno] : Account()) riga[colonna] = valore;
+  for (const auto& [colonna, pieno] : RigaAccount()) riga[colonna] = valore;
   return riga;
 }
 
@@ -336,7 +338,7 @@ TEST_F(AccountDelServizio, ByIdentifierTheDirectoryGivesNothing) {
 }
 
 TEST_F(AccountDelServizio, AUserUnknownToTheDirectoryGetsAnEmptyDisplayName) {
-  connessione->Risponde(kDellUtente, {Con(Account(), "ALIAS", host::Null{})});
+  connessione->Risponde(kDellUtente, {Con(RigaAccount(), "ALIAS", host::Null{})});
   servizio->vSenderName = "Prima";
   Predefinito();
   EXPECT_EQ(servizio->vSenderName, "");
@@ -344,7 +346,7 @@ TEST_F(AccountDelServizio, AUserUnknownToTheDirectoryGetsAnEmptyDisplayName) {
 
 TEST_F(AccountDelServizio, ADirectoryThatKnowsOneNameOnlyKeepsTheBlankInFront) {
   ConPersonaInDirectory();
-  connessione->Risponde(kDellUtente, {Con(Account(), "ALIAS", host::Null{})});
+  connessione->Risponde(kDellUtente, {Con(RigaAccount(), "ALIAS", host::Null{})});
   ambiente->persone[kPersona].erase("FirstName");
   Predefinito();
   EXPECT_EQ(servizio->vSenderName, " Rossi");
@@ -355,7 +357,7 @@ TEST_F(AccountDelServizio, ADirectoryThatKnowsOneNameOnlyKeepsTheBlankInFront) {
 }
 
 TEST_F(AccountDelServizio, TextsAreTrimmedAtTheEndOnlyAndThePasswordBeforeItIsDeciphered) {
-  Riga riga = Account();
+  Riga riga = RigaAccount();
   riga["FW23_SERVERNAME"] = "  smtp.azienda.example  ";
   riga["FW98_MAILADDRESS"] = " posta@azienda.example ";
   riga["FW98_USERNAME"] = " utente ";
@@ -391,7 +393,7 @@ class DesiderioDellAccount : public AccountDelServizio, public ::testing::WithPa
 };
 
 TEST_P(DesiderioDellAccount, IsReadByAbsoluteValueAndSignOnEveryRoute) {
-  const Riga riga = Con(Con(Account(), "LETTURA", GetParam().valore), "CONSEGNA", GetParam().valore);
+  const Riga riga = Con(Con(RigaAccount(), "LETTURA", GetParam().valore), "CONSEGNA", GetParam().valore);
   connessione->Risponde(kDellUtente, {riga});
   connessione->Risponde(kDaId, {riga});
   for (const bool prima : {false, true}) {
@@ -423,11 +425,11 @@ INSTANTIATE_TEST_SUITE_P(Tabella, DesiderioDellAccount,
                          [](const auto& caso) { return std::string(caso.param.etichetta); });
 
 TEST_F(AccountDelServizio, TheTwoWishesAreIndependentAndOnlyTheReadingOneIsCopied) {
-  connessione->Risponde(kDaId, {Con(Con(Account(), "LETTURA", 0), "CONSEGNA", -1)});
+  connessione->Risponde(kDaId, {Con(Con(RigaAccount(), "LETTURA", 0), "CONSEGNA", -1)});
   servizio->ReadReceipt = true;
   DaId(1);
   EXPECT_THAT(Desideri(), ElementsAre(false, false, false, true, true));
-  connessione->Risponde(kDaId, {Con(Con(Account(), "LETTURA", -1), "CONSEGNA", host::Null{})});
+  connessione->Risponde(kDaId, {Con(Con(RigaAccount(), "LETTURA", -1), "CONSEGNA", host::Null{})});
   DaId(1);
   EXPECT_THAT(Desideri(), ElementsAre(true, true, true, true, true));
 }
@@ -450,7 +452,7 @@ class AccountGuasto : public AccountDelServizio, public ::testing::WithParamInte
 };
 
 TEST_P(AccountGuasto, EndsInSilenceWithWhatWasReadBeforeAndLeavesTheResultOpen) {
-  const Riga riga = Con(Account(), GetParam().colonna, GetParam().valore);
+  const Riga riga = Con(RigaAccount(), GetParam().colonna, GetParam().valore);
   connessione->Risponde(kDellUtente, {riga});
   Predefinito();
   EXPECT_EQ(Campi(), Attesi());
@@ -460,7 +462,7 @@ TEST_P(AccountGuasto, EndsInSilenceWithWhatWasReadBeforeAndLeavesTheResultOpen) 
 }
 
 TEST_P(AccountGuasto, EndsTheSameWayByIdentifier) {
-  connessione->Risponde(kDaId, {Con(Account(), GetParam().colonna, GetParam().valore)});
+  connessione->Risponde(kDaId, {Con(RigaAccount(), GetParam().colonna, GetParam().valore)});
   DaId(1);
   EXPECT_EQ(Campi(), Attesi());
   EXPECT_EQ(journal->Conta("RecordSet.Close"), 0U);
@@ -484,7 +486,7 @@ INSTANTIATE_TEST_SUITE_P(
     });
 
 TEST_F(AccountDelServizio, APortBeyondItsFieldLeavesTheServerFilledAndSoTheAccountLoaded) {
-  connessione->Risponde(kDellUtente, {Con(Account(), "FW23_PORT", 70000)});
+  connessione->Risponde(kDellUtente, {Con(RigaAccount(), "FW23_PORT", 70000)});
   interno.account.SmtpPorta = 25;
   Predefinito();
   EXPECT_EQ(interno.account.SmtpServer, "smtp.azienda.example");
@@ -495,7 +497,7 @@ TEST_F(AccountDelServizio, APortBeyondItsFieldLeavesTheServerFilledAndSoTheAccou
 }
 
 TEST_F(AccountDelServizio, AWishThatIsNoNumberKeepsTheWishesButAGoodReadingWishBeforeABadDeliveryStays) {
-  connessione->Risponde(kDaId, {Con(Con(Account(), "LETTURA", -1), "CONSEGNA", "forse")});
+  connessione->Risponde(kDaId, {Con(Con(RigaAccount(), "LETTURA", -1), "CONSEGNA", "forse")});
   DaId(1);
   EXPECT_THAT(Desideri(), ElementsAre(true, true, true, false, false));
 }
@@ -519,7 +521,7 @@ TEST_F(AccountDelServizio, FailuresOfTheOutsideEndInSilence) {
 TEST_F(AccountDelServizio, AFailedDirectoryCostsTheAccountItsDefaultsOnly) {
   ConPersonaInDirectory();
   journal->Fallisce("DirectoryConnection.Open");
-  connessione->Risponde(kDellUtente, {Con(Account(), "FW98_MAILADDRESS", host::Null{})});
+  connessione->Risponde(kDellUtente, {Con(RigaAccount(), "FW98_MAILADDRESS", host::Null{})});
   Predefinito();
   EXPECT_EQ(interno.account.SmtpServer, "smtp.azienda.example");
   EXPECT_EQ(servizio->vSenderAddress, "");
@@ -546,14 +548,14 @@ TEST_F(AccountDelServizio, ATextThatCannotBeDecipheredComesBack) {
   EXPECT_EQ(DecriptaPassword(interno.oggetti, ""), "");
   journal->Fallisce("CifratorePassword.Cripta");
   EXPECT_EQ(CriptaPassword(interno.oggetti, "parola"), "parola");
-  connessione->Risponde(kDaId, {Con(Account(), "FW98_PASSWORD", "in chiaro")});
+  connessione->Risponde(kDaId, {Con(RigaAccount(), "FW98_PASSWORD", "in chiaro")});
   DaId(1);
   EXPECT_EQ(interno.account.SmtpPassword, "in chiaro");
 }
 
 TEST_F(AccountDelServizio, ThePasswordStandsInNoLineOfTheJournal) {
-  connessione->Risponde(kDellUtente, {Account()});
-  connessione->Risponde(kDaId, {Con(Account(), "FW23_SSL", 1e9)});
+  connessione->Risponde(kDellUtente, {RigaAccount()});
+  connessione->Risponde(kDaId, {Con(RigaAccount(), "FW23_SSL", 1e9)});
   Predefinito();
   DaId(1);
   EXPECT_EQ(interno.account.SmtpPassword, "segretissima");

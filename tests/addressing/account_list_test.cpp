@@ -26,7 +26,7 @@ using ::testing::Not;
 constexpr const char* kElencoUtente = "INNER JOIN FW99_MAILUSERACCOUNT";
 constexpr const char* kElencoAzienda = "LEFT OUTER JOIN CG16_ANAGGEN";
 
-Riga Account(const host::Variant& id, const std::string& indirizzo) {
+Riga RigaAccount(const host::Variant& id, const std::string& indirizzo) {
   return {{"FW23_SERVERNAME", "smtp.azienda.example"},
           {"FW23_PORT", 587},
           {"FW23_TIMEOUT", 60},
@@ -124,8 +124,9 @@ TEST_F(ElencoAccount, TheCompanyIsPartOfTheFilterEvenWhenThereIsNone) {
 }
 
 TEST_F(ElencoAccount, TheAccountsOfTheUserFillListAndComboAndTheFirstIsSelected) {
-  connessione->Risponde(kElencoUtente, {Account(12, "vendite@azienda.example"),
-                                        Account(7, "b@azienda.example"), Account(30, "c@azienda.example")});
+  connessione->Risponde(kElencoUtente,
+                        {RigaAccount(12, "vendite@azienda.example"), RigaAccount(7, "b@azienda.example"),
+                         RigaAccount(30, "c@azienda.example")});
   EXPECT_TRUE(Carica());
   EXPECT_THAT(
       Passi(),
@@ -146,7 +147,7 @@ TEST_F(ElencoAccount, TheAccountsOfTheUserFillListAndComboAndTheFirstIsSelected)
 }
 
 TEST_F(ElencoAccount, EachColumnGoesIntoItsMember) {
-  connessione->Risponde(kElencoUtente, {Account(12, "vendite@azienda.example")});
+  connessione->Risponde(kElencoUtente, {RigaAccount(12, "vendite@azienda.example")});
   Carica();
   const auto mittente = servizio->vCollMittenti->Item("12");
   EXPECT_EQ(mittente->Indirizzo(), "vendite@azienda.example");
@@ -164,7 +165,7 @@ TEST_F(ElencoAccount, EachColumnGoesIntoItsMember) {
 }
 
 TEST_F(ElencoAccount, TheColumnsAreReadInTheirOrderAndThePasswordDecipheredOnTheWay) {
-  connessione->Risponde(kElencoUtente, {Account(12, "vendite@azienda.example")});
+  connessione->Risponde(kElencoUtente, {RigaAccount(12, "vendite@azienda.example")});
   Carica();
   EXPECT_THAT(journal->Righe({"RecordSet.Fields", "CifratorePassword", "CMB_ACCOUNT.Add"}),
               ElementsAre("RecordSet.Fields FW98_MAILADDRESS", "RecordSet.Fields FW98_IDACCOUNT",
@@ -178,13 +179,13 @@ TEST_F(ElencoAccount, TheColumnsAreReadInTheirOrderAndThePasswordDecipheredOnThe
 
 TEST_F(ElencoAccount, PecAccountsSayThatTheyArePec) {
   servizio->IsPec(true);
-  connessione->Risponde(kElencoUtente, {Account(12, "pec@azienda.example")});
+  connessione->Risponde(kElencoUtente, {RigaAccount(12, "pec@azienda.example")});
   EXPECT_TRUE(Carica());
   EXPECT_THAT(Combo(), Contains("CMB_ACCOUNT.AddItemData pec@azienda.example - Pec|12"));
 }
 
 TEST_F(ElencoAccount, WithoutAUserAccountTheEmptyResultIsClosedAndTheCompanyIsAsked) {
-  connessione->Risponde(kElencoAzienda, {Account(5, "azienda@azienda.example")});
+  connessione->Risponde(kElencoAzienda, {RigaAccount(5, "azienda@azienda.example")});
   EXPECT_TRUE(Carica());
   EXPECT_THAT(Passi(), ElementsAre("ConnectionADO.Execute -1  SELECT ", "CMB_ACCOUNT.EraseCombo",
                                    "CMB_ACCOUNT.AutoOpen false", "RecordSet.Close",
@@ -194,8 +195,8 @@ TEST_F(ElencoAccount, WithoutAUserAccountTheEmptyResultIsClosedAndTheCompanyIsAs
 }
 
 TEST_F(ElencoAccount, ANonDefaultAccountOfTheUserIsListedThoughTheSingleSearchPassesItOver) {
-  connessione->Risponde(kElencoUtente, {Account(7, "utente@azienda.example")});
-  connessione->Risponde("INNER JOIN CG16_ANAGGEN", {Account(5, "azienda@azienda.example")});
+  connessione->Risponde(kElencoUtente, {RigaAccount(7, "utente@azienda.example")});
+  connessione->Risponde("INNER JOIN CG16_ANAGGEN", {RigaAccount(5, "azienda@azienda.example")});
   CaricaAccountPredefinito(interno.messaggio, interno.account, interno.contesto, interno.oggetti);
   EXPECT_EQ(servizio->vSenderAddress, "azienda@azienda.example");
   EXPECT_TRUE(Carica());
@@ -235,13 +236,14 @@ TEST_F(ElencoAccount, AListFilledBeforehandIsKeptAndMakesTheResultTrue) {
   EXPECT_TRUE(Carica());
   EXPECT_EQ(servizio->vCollMittenti, gia);
   EXPECT_EQ(Messaggi().size(), 1U);
-  connessione->Risponde(kElencoUtente, {Account(2, "nuovo@azienda.example")});
+  connessione->Risponde(kElencoUtente, {RigaAccount(2, "nuovo@azienda.example")});
   EXPECT_TRUE(Carica());
   EXPECT_EQ(gia->Count(), 2);
 }
 
 TEST_F(ElencoAccount, ASecondLoadIntoTheSameListEndsInTheFailureMessageAtTheFirstRow) {
-  connessione->Risponde(kElencoUtente, {Account(12, "a@azienda.example"), Account(7, "b@azienda.example")});
+  connessione->Risponde(kElencoUtente,
+                        {RigaAccount(12, "a@azienda.example"), RigaAccount(7, "b@azienda.example")});
   EXPECT_TRUE(Carica());
   journal->Svuota();
   EXPECT_FALSE(Carica());
@@ -254,7 +256,7 @@ TEST_F(ElencoAccount, ASecondLoadIntoTheSameListEndsInTheFailureMessageAtTheFirs
 
 TEST_F(ElencoAccount, ColumnsThatMayBeEmptyAre) {
   for (const auto& valore : {host::Variant(host::Null{}), host::Variant("  ")}) {
-    Riga riga = Account(12, "a@azienda.example");
+    Riga riga = RigaAccount(12, "a@azienda.example");
     for (const auto* colonna : {"FW98_USERNAME", "FW98_PASSWORD", "ALIAS", "FW23_SSL"}) {
       riga[colonna] = valore;
     }
@@ -268,7 +270,7 @@ TEST_F(ElencoAccount, ColumnsThatMayBeEmptyAre) {
 }
 
 TEST_F(ElencoAccount, NoTextIsTrimmed) {
-  Riga riga = Account(12, " a@azienda.example ");
+  Riga riga = RigaAccount(12, " a@azienda.example ");
   riga["FW23_SERVERNAME"] = " smtp ";
   riga["FW98_USERNAME"] = " utente ";
   riga["ALIAS"] = " Nome ";
@@ -292,8 +294,8 @@ class RigaGuasta : public ElencoAccount, public ::testing::WithParamInterface<Ca
 
 TEST_P(RigaGuasta, FailsTheLoadAndKeepsTheAccountsBefore) {
   connessione->Risponde(kElencoUtente,
-                        {Account(1, "buono@azienda.example"),
-                         Con(Account(2, "b@azienda.example"), GetParam().colonna, GetParam().valore)});
+                        {RigaAccount(1, "buono@azienda.example"),
+                         Con(RigaAccount(2, "b@azienda.example"), GetParam().colonna, GetParam().valore)});
   EXPECT_FALSE(Carica());
   EXPECT_THAT(Messaggi(), ElementsAre(std::string("ObjMessaggi.MostraMsg ") + GetParam().want_errore +
                                       " in CLSFW_MAILSERVER: LoadAccountsPerUser|0||(assente)"));
@@ -326,7 +328,7 @@ INSTANTIATE_TEST_SUITE_P(Colonne, RigaGuasta,
                          });
 
 TEST_F(ElencoAccount, AnIdentifierBeyondTheCombosNumbersFailsBehindTheList) {
-  connessione->Risponde(kElencoUtente, {Account(40000, "a@azienda.example")});
+  connessione->Risponde(kElencoUtente, {RigaAccount(40000, "a@azienda.example")});
   EXPECT_FALSE(Carica());
   EXPECT_THAT(Messaggi(), ElementsAre(HasSubstr("MostraMsg 6-Overflow in CLSFW_MAILSERVER")));
   EXPECT_EQ(servizio->vCollMittenti->Item("40000")->Indirizzo(), "a@azienda.example");
@@ -360,7 +362,7 @@ std::shared_ptr<host::Form> FormSenzaCombo(const fakes::JournalPtr& journal, boo
 }
 
 TEST_F(ElencoAccount, AFormWithoutTheComboFailsClearly) {
-  connessione->Risponde(kElencoUtente, {Account(12, "a@azienda.example")});
+  connessione->Risponde(kElencoUtente, {RigaAccount(12, "a@azienda.example")});
   for (const bool altroControllo : {false, true}) {
     form = FormSenzaCombo(journal, altroControllo);
     journal->Svuota();

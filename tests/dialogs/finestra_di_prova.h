@@ -13,9 +13,7 @@
 #include "fakes/servizio_di_prova.h"
 #include "service/dialog_bridge.h"
 
-namespace orve {
-
-namespace fakes {
+namespace orve::fakes {
 
 /// A row of the statements that list the accounts of a person.
 inline Riga RigaAccount(std::int16_t id, const std::string& indirizzo, std::int16_t lettura = 0,
@@ -110,5 +108,4 @@ class FormDiProva : public FinestraDiProva {
   std::unique_ptr<FRMRW_OPZMAIL> form;
 };
 
-}  // namespace fakes
-}  // namespace orve
+}  // namespace orve::fakes

@@ -44,7 +44,7 @@ struct Membro {
   std::vector<Posto> posti;
 };
 
-fakes::Riga Account() {
+fakes::Riga RigaAccount() {
   return {{"FW23_SERVERNAME", "smtp.azienda.example"},
           {"FW23_PORT", 587},
           {"FW23_TIMEOUT", 60},
@@ -61,7 +61,7 @@ fakes::Riga Account() {
 class TestiOstili : public fakes::ServizioDiProva {
  protected:
   TestiOstili() {
-    connessione->Risponde("FW98_MAILACCOUNT", {Account()});
+    connessione->Risponde("FW98_MAILACCOUNT", {RigaAccount()});
     Rinnova();
   }
 

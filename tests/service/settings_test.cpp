@@ -12,7 +12,7 @@ using host::Null;
 using host::Variant;
 using ::testing::ElementsAre;
 
-class Impostazioni : public fakes::ServizioDiProva {
+class ImpostazioniDellaPosta : public fakes::ServizioDiProva {
  protected:
   static Riga RigaMail() {
     return {{"FW24_INDFAXATTIVO", 77}, {"FW24_INDMODALITA", 1},  {"FW24_PATHTMP", "C:\\Invii"},
@@ -35,7 +35,7 @@ class Impostazioni : public fakes::ServizioDiProva {
   }
 };
 
-TEST_F(Impostazioni, TheStatementGoesOutAsItStands) {
+TEST_F(ImpostazioniDellaPosta, TheStatementGoesOutAsItStands) {
   Con(RigaMail());
   EXPECT_TRUE(servizio->GetImpostazioni().IsEmpty());
   EXPECT_THAT(
@@ -45,7 +45,7 @@ TEST_F(Impostazioni, TheStatementGoesOutAsItStands) {
                   "FW24_FAXCONFIG  WHERE FW24_INDCANALE = 1"));
 }
 
-TEST_F(Impostazioni, EachColumnGoesToItsField) {
+TEST_F(ImpostazioniDellaPosta, EachColumnGoesToItsField) {
   Con(RigaMail());
   servizio->GetImpostazioni();
   EXPECT_EQ(servizio->SrvMailInstallato, kvSMTPSSLMail);
@@ -58,7 +58,7 @@ TEST_F(Impostazioni, EachColumnGoesToItsField) {
   EXPECT_EQ(servizio->MsgPers, "Saluti");
 }
 
-TEST_F(Impostazioni, ColumnsAreReadInTheirOrderAndTheResultIsNotClosed) {
+TEST_F(ImpostazioniDellaPosta, ColumnsAreReadInTheirOrderAndTheResultIsNotClosed) {
   Con(RigaMail());
   servizio->GetImpostazioni();
   EXPECT_THAT(journal->Righe({"RecordSet", "RisolutorePercorsi"}),
@@ -70,7 +70,7 @@ TEST_F(Impostazioni, ColumnsAreReadInTheirOrderAndTheResultIsNotClosed) {
                           "RecordSet.Fields FW24_MSGPERS"));
 }
 
-TEST_F(Impostazioni, OnlyTheFirstRowIsRead) {
+TEST_F(ImpostazioniDellaPosta, OnlyTheFirstRowIsRead) {
   Riga seconda = RigaMail();
   seconda["FW24_INDFAXATTIVO"] = 3;
   connessione->Risponde("FW24_FAXCONFIG", {RigaMail(), seconda});
@@ -78,7 +78,7 @@ TEST_F(Impostazioni, OnlyTheFirstRowIsRead) {
   EXPECT_EQ(servizio->SrvMailInstallato, kvSMTPSSLMail);
 }
 
-TEST_F(Impostazioni, WithoutAConnectionTheDefaultsApplyAndAMapiSessionIsOpened) {
+TEST_F(ImpostazioniDellaPosta, WithoutAConnectionTheDefaultsApplyAndAMapiSessionIsOpened) {
   servizio->ConnectionADO.reset();
   servizio->SrvMailInstallato = kvSMTPMail;
   servizio->ReadReceipt = true;
@@ -99,14 +99,14 @@ TEST_F(Impostazioni, WithoutAConnectionTheDefaultsApplyAndAMapiSessionIsOpened) 
   EXPECT_EQ(interno.oggetti.MapiSessionID, Variant(4711));
 }
 
-TEST_F(Impostazioni, TheDirectoryIsKeptThoughTheResolverFailsAtItsEnd) {
+TEST_F(ImpostazioniDellaPosta, TheDirectoryIsKeptThoughTheResolverFailsAtItsEnd) {
   Con(RigaMail());
   journal->Fallisce("RisolutorePercorsi.ChiudiPercorsi");
   EXPECT_EQ(ErroreDiLettura().Numero(), 1001);
   EXPECT_EQ(servizio->tempPath(), "C:\\Invii");
 }
 
-TEST_F(Impostazioni, WithoutAMailRowTheDefaultsApplyAndTheStandingMessageIsCleared) {
+TEST_F(ImpostazioniDellaPosta, WithoutAMailRowTheDefaultsApplyAndTheStandingMessageIsCleared) {
   servizio->ReadReceipt = true;
   servizio->FlgMsgPers = true;
   servizio->MsgPers = "sparisce";
@@ -120,14 +120,14 @@ TEST_F(Impostazioni, WithoutAMailRowTheDefaultsApplyAndTheStandingMessageIsClear
   EXPECT_EQ(journal->Conta("MAPISession.SignOn"), 1U);
 }
 
-TEST_F(Impostazioni, ARowLeavesAForcedModeInForce) {
+TEST_F(ImpostazioniDellaPosta, ARowLeavesAForcedModeInForce) {
   Con(RigaMail());
   servizio->ModalitaInvio(kvManuale);
   servizio->GetImpostazioni();
   EXPECT_EQ(servizio->ModalitaInvio(), kvManuale);
 }
 
-TEST_F(Impostazioni, APlainSmtpChannelIsRaisedToTheSecureOne) {
+TEST_F(ImpostazioniDellaPosta, APlainSmtpChannelIsRaisedToTheSecureOne) {
   Con("FW24_INDFAXATTIVO", 76);
   servizio->GetImpostazioni();
   EXPECT_EQ(servizio->SrvMailInstallato, 77);
@@ -140,7 +140,7 @@ struct CasoCanaleConfigurato {
   std::vector<std::string> wantCreati;
 };
 
-TEST_F(Impostazioni, TheChannelDecidesWhichObjectIsCreated) {
+TEST_F(ImpostazioniDellaPosta, TheChannelDecidesWhichObjectIsCreated) {
   const CasoCanaleConfigurato casi[] = {
       {"Simple MAPI", 0, false, {"Ambiente.CreaMAPISession"}},
       {"Simple MAPI, SMTP only", 0, true, {}},
@@ -163,7 +163,7 @@ TEST_F(Impostazioni, TheChannelDecidesWhichObjectIsCreated) {
   }
 }
 
-TEST_F(Impostazioni, OutlookThatCannotBeCreatedIsToldAndNoError) {
+TEST_F(ImpostazioniDellaPosta, OutlookThatCannotBeCreatedIsToldAndNoError) {
   Con("FW24_INDFAXATTIVO", 1);
   journal->Fallisce("Ambiente.CreaOutlook", host::Errore(host::kOggettoNonCreabile));
   EXPECT_NO_THROW(servizio->GetImpostazioni());
@@ -173,7 +173,7 @@ TEST_F(Impostazioni, OutlookThatCannotBeCreatedIsToldAndNoError) {
                           "CLSFW_MAILSERVER: GetImpostazioni|(assente)"));
 }
 
-TEST_F(Impostazioni, OutlookThatCannotBeCreatedAgainIsNoLongerThere) {
+TEST_F(ImpostazioniDellaPosta, OutlookThatCannotBeCreatedAgainIsNoLongerThere) {
   Con("FW24_INDFAXATTIVO", 1);
   servizio->GetImpostazioni();
   const std::weak_ptr<host::OutlookApplication> primo = interno.oggetti.objOutlookApp;
@@ -191,7 +191,7 @@ struct CasoColonna {
   std::function<bool(CLSFW_MAILSERVER&)> vale;
 };
 
-TEST_F(Impostazioni, NullableColumnsHaveTheirReplacements) {
+TEST_F(ImpostazioniDellaPosta, NullableColumnsHaveTheirReplacements) {
   const CasoColonna casi[] = {
       {"deferred mode null is manual", "FW24_MAILMODSTDIFF", Null{},
        [&](auto&) { return interno.impostazioni.ModalitaStampaDifferita == kvManuale; }},
@@ -215,7 +215,7 @@ TEST_F(Impostazioni, NullableColumnsHaveTheirReplacements) {
   }
 }
 
-TEST_F(Impostazioni, ANullReplacesWhatTheFieldHeldBefore) {
+TEST_F(ImpostazioniDellaPosta, ANullReplacesWhatTheFieldHeldBefore) {
   Con(RigaMail());
   servizio->GetImpostazioni();
   Riga vuota = RigaMail();
@@ -233,14 +233,14 @@ TEST_F(Impostazioni, ANullReplacesWhatTheFieldHeldBefore) {
   EXPECT_EQ(servizio->MsgPers, "");
 }
 
-TEST_F(Impostazioni, ANullInAColumnWithoutReplacementFails) {
+TEST_F(ImpostazioniDellaPosta, ANullInAColumnWithoutReplacementFails) {
   for (const char* colonna : {"FW24_INDFAXATTIVO", "FW24_INDMODALITA", "FW24_PATHTMP"}) {
     Con(colonna, Null{});
     EXPECT_EQ(ErroreDiLettura().Numero(), 94) << colonna;
   }
 }
 
-TEST_F(Impostazioni, ErrorsArePassedOnWithTheNameDirectlyBehindTheDescription) {
+TEST_F(ImpostazioniDellaPosta, ErrorsArePassedOnWithTheNameDirectlyBehindTheDescription) {
   journal->Fallisce("ConnectionADO.Execute", {4060, "Motore", "database chiuso"});
   const auto errore = ErroreDiLettura();
   EXPECT_EQ(errore.Numero(), 4060);
@@ -248,14 +248,14 @@ TEST_F(Impostazioni, ErrorsArePassedOnWithTheNameDirectlyBehindTheDescription) {
   EXPECT_EQ(errore.Descrizione(), "database chiusoORVE_MAILSERVER: CLSFW_MAILSERVER: GetImpostazioni");
 }
 
-TEST_F(Impostazioni, AFailedSignOnIsPassedOn) {
+TEST_F(ImpostazioniDellaPosta, AFailedSignOnIsPassedOn) {
   Con("FW24_INDFAXATTIVO", 0);
   journal->Fallisce("MAPISession.SignOn", {32003, "MAPI", "accesso negato"});
   EXPECT_EQ(ErroreDiLettura().Descrizione(),
             "accesso negatoORVE_MAILSERVER: CLSFW_MAILSERVER: GetImpostazioni");
 }
 
-TEST_F(Impostazioni, FieldsReadBeforeAFailureKeepTheirNewValues) {
+TEST_F(ImpostazioniDellaPosta, FieldsReadBeforeAFailureKeepTheirNewValues) {
   Con("FW24_INDMODALITA", Null{});
   interno.impostazioni.ModalitaStandard = 2;
   EXPECT_EQ(ErroreDiLettura().Numero(), 94);
@@ -264,7 +264,7 @@ TEST_F(Impostazioni, FieldsReadBeforeAFailureKeepTheirNewValues) {
   EXPECT_EQ(interno.impostazioni.ModalitaStandard, 2);
 }
 
-TEST_F(Impostazioni, TheTemporaryDirectorysFailureCarriesBothNames) {
+TEST_F(ImpostazioniDellaPosta, TheTemporaryDirectorysFailureCarriesBothNames) {
   servizio->ConnectionADO.reset();
   journal->Fallisce("RisolutorePercorsi.Percorso", {76, "Percorsi", "manca"});
   EXPECT_EQ(ErroreDiLettura().Descrizione(),
@@ -272,7 +272,7 @@ TEST_F(Impostazioni, TheTemporaryDirectorysFailureCarriesBothNames) {
             "GetImpostazioni");
 }
 
-TEST_F(Impostazioni, TheInstallationDirectoryIsResolvedAtEveryRead) {
+TEST_F(ImpostazioniDellaPosta, TheInstallationDirectoryIsResolvedAtEveryRead) {
   EXPECT_EQ(servizio->PercorsoInstallazione(), "C:\\Programmi\\Orve");
   EXPECT_EQ(servizio->PercorsoInstallazione(), "C:\\Programmi\\Orve");
   EXPECT_THAT(
@@ -280,7 +280,7 @@ TEST_F(Impostazioni, TheInstallationDirectoryIsResolvedAtEveryRead) {
       ElementsAre("RisolutorePercorsi.ImpostaTipoPercorso 6|", "RisolutorePercorsi.ImpostaTipoPercorso 6|"));
 }
 
-TEST_F(Impostazioni, AFailureOfTheInstallationDirectoryIsPassedOn) {
+TEST_F(ImpostazioniDellaPosta, AFailureOfTheInstallationDirectoryIsPassedOn) {
   journal->Fallisce("Ambiente.CreaRisolutorePercorsi", {429, "Host", "assente"});
   try {
     (void)servizio->PercorsoInstallazione();
