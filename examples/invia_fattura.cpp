@@ -11,10 +11,10 @@
 #include <string>
 #include <vector>
 
-#include "orve-mail/ambiente.h"
-#include "orve-mail/archivio.h"
-#include "orve-mail/osservazioni.h"
-#include "orve-mail/percorsi_host.h"
+#include "orve-mail/host/ambiente.h"
+#include "orve-mail/host/archivio.h"
+#include "orve-mail/host/osservazioni.h"
+#include "orve-mail/host/percorsi_host.h"
 #include "posix/percorsi.h"
 #include "service/CLSFW_MAILSERVER.h"
 

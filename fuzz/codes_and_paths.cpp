@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "orve-mail/allegati.h"
-#include "orve-mail/codici.h"
+#include "orve-mail/host/allegati.h"
+#include "orve-mail/host/codici.h"
 #include "posix/percorsi.h"
 #include "support.h"
 

@@ -1,6 +1,6 @@
 // The reader of lists of rows: any bytes give rows or reasons, what a writer wrote comes back, and a plain
 // reader that holds the whole text agrees.
-#include "orve-mail/csv.h"
+#include "orve-mail/lists/csv.h"
 
 #include <algorithm>
 #include <cstddef>

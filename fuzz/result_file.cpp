@@ -1,6 +1,6 @@
 // The result file of a list: any bytes are read or refused. What is refused stays as it was, and what is read
 // says the same the next time, with a further row and when it is put in order.
-#include "orve-mail/esiti_lista.h"
+#include "orve-mail/lists/esiti_lista.h"
 
 #include <unistd.h>
 
@@ -16,7 +16,7 @@
 #include <string_view>
 #include <vector>
 
-#include "orve-mail/uscita.h"
+#include "orve-mail/terminal/uscita.h"
 #include "support.h"
 
 namespace orve::fuzz {

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "orve-mail/memoria.h"
-#include "orve-mail/riga_di_comando.h"
+#include "orve-mail/commands/riga_di_comando.h"
+#include "orve-mail/secrets/memoria.h"
 
 namespace {
 

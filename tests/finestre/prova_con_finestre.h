@@ -12,7 +12,7 @@
 
 #include "adapters/qt/mani.h"
 #include "apps/orve-mail/prova_intera.h"
-#include "orve-mail/riga_di_comando.h"
+#include "orve-mail/commands/riga_di_comando.h"
 
 namespace orve::app {
 

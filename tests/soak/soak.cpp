@@ -15,7 +15,7 @@
 #include <sstream>
 #include <string>
 
-#include "orve-mail/spedizione.h"
+#include "orve-mail/host/spedizione.h"
 #include "posix/percorsi.h"
 
 namespace {

@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
-#include "orve-mail/parametri_corpo.h"
-#include "orve-mail/rubrica_finestra.h"
-#include "orve-mail/rubrica_manager.h"
+#include "orve-mail/address-book/rubrica_finestra.h"
+#include "orve-mail/address-book/rubrica_manager.h"
+#include "orve-mail/host/parametri_corpo.h"
 #include "prova.h"
 #include "sqlite/schema.h"
 #include "sqlite/sqlite_connection.h"

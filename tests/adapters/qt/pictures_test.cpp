@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <string>
 
-#include "orve-mail/rubrica_finestra.h"
-#include "orve-mail/rubrica_manager.h"
+#include "orve-mail/address-book/rubrica_finestra.h"
+#include "orve-mail/address-book/rubrica_manager.h"
 #include "places.h"
 #include "prova.h"
 #include "sqlite/schema.h"

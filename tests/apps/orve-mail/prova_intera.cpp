@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "orve-mail/controllo_traccia.h"
+#include "orve-mail/checks/controllo_traccia.h"
 #include "places.h"
 #include "sqlite/schema.h"
 #include "support/process.h"

@@ -1,0 +1,51 @@
+// The address-book manager as the program plays it: the application's book over the master data of the open
+// database. The books of Outlook and Tobit do not exist on this machine, and a message says so.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/ambiente.h"
+#include "host/connection.h"
+#include "host/data_ora.h"
+#include "host/manager_rubrica.h"
+#include "orve-mail/address-book/rubrica.h"
+
+namespace orve::app {
+
+/// What a window of the book is given.
+struct AperturaRubrica {
+  std::string titolo;
+  bool pec = false;  // the addresses are certified ones
+  std::string nome;  // the party to begin with, if there is one of this name
+  std::vector<Parte> parti;
+};
+
+/// What the person picked there.
+struct SceltaRubrica {
+  std::string codice;
+  std::string nome;
+  std::vector<std::string> indirizzi;
+};
+
+/// Shows the book modally; none when the person leaves it without a choice.
+using FinestraRubrica = std::function<std::optional<SceltaRubrica>(AperturaRubrica)>;
+
+/// A manager over the connection, which may be absent until a book is opened. Its operations raise 5 for a
+/// kind of address that it does not have, 13 for a company that is no number, 91 without a connection, and
+/// what the connection, the window and the message object raise.
+///
+/// The name that comes back can stand in front of an address in a list of recipients: ";" comes as a comma,
+/// "<" and ">" as round brackets, a line break as a blank. Without a choice code, name and address stay as
+/// they were.
+///
+/// `data`: the day on which a partner's master data count; none: today.
+[[nodiscard]] std::shared_ptr<host::ManagerRubrica> CreaRubrica(std::shared_ptr<host::Ambiente> ambiente,
+                                                                std::shared_ptr<host::Connection> connessione,
+                                                                FinestraRubrica finestra,
+                                                                std::optional<host::DataOra> data = {});
+
+}  // namespace orve::app

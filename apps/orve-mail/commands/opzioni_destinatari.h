@@ -1,0 +1,38 @@
+// Who receives, as the command line says it: one code of a kind, or addresses in three boxes.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "orve-mail/host/spedizione.h"
+
+namespace CLI {
+class App;
+}
+
+namespace orve::app {
+
+/// The options as they come, before they are looked at. They must outlive the command line.
+struct OpzioniDestinatari {
+  std::map<std::string, std::string> codici;  // by option
+  std::vector<std::string> a, cc, ccn;
+};
+
+/// An option for each kind of code: --cliente, --fornitore, ...
+void AggiungiCodici(CLI::App& comando, OpzioniDestinatari& opzioni);
+/// --a, --cc, --ccn, each as often as wanted.
+void AggiungiIndirizzi(CLI::App& comando, OpzioniDestinatari& opzioni);
+
+/// The one code given, if any. Raises ErroreProgramma (kComandoErrato), also for more than one.
+[[nodiscard]] std::optional<CodiceDestinatario> LeggiCodice(const CLI::App& comando,
+                                                            const OpzioniDestinatari& opzioni);
+/// The addresses, in the order A, CC, CCn. Raises ErroreProgramma (kComandoErrato).
+[[nodiscard]] std::vector<DestinatarioInCasella> LeggiIndirizzi(const OpzioniDestinatari& opzioni);
+
+/// A kind of code by its name, which is its option without the dashes: cliente, fornitore, ...
+[[nodiscard]] std::optional<kvTipologiaDestinatarioFAX> TipoDaNome(std::string_view nome);
+
+}  // namespace orve::app

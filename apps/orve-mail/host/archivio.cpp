@@ -1,0 +1,222 @@
+#include "orve-mail/host/archivio.h"
+
+#include <sys/stat.h>
+
+#include <array>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "odbc/odbc_connection.h"
+#include "orve-mail/host/codici.h"
+#include "orve-mail/host/messaggio.h"
+#include "orve-mail/host/stringa_connessione.h"
+#include "orve-mail/secrets/chiave.h"
+#include "orve-mail/secrets/file_riservato.h"
+#include "orve-mail/secrets/memoria.h"
+#include "orve-mail/terminal/numeri.h"
+#include "orve-mail/terminal/uscita.h"
+#include "posix/percorsi.h"
+#include "sqlite/schema.h"
+#include "text/text.h"
+
+namespace orve::app {
+
+using adapters::sqlite::SqliteConnection;
+
+namespace {
+
+constexpr std::string_view kSqlite = "sqlite:";
+constexpr std::string_view kOdbc = "odbc:";
+
+[[noreturn]] void NonUtilizzabile(const host::Errore& errore) {
+  throw ErroreProgramma(Uscita::kNonUtilizzabile, "Database non utilizzabile: " + errore.Descrizione());
+}
+
+[[noreturn]] void RegistroNonUtilizzabile(const host::Errore& errore) {
+  throw ErroreProgramma(Uscita::kNonUtilizzabile, "Registro non utilizzabile: " + errore.Descrizione());
+}
+
+constexpr std::array kAccanto = {"", "-wal", "-shm", "-journal"};  // what SQLite keeps, the database first
+
+// A register may be shared, and then belongs to whoever sent first; but not where anybody, or the neighbour
+// whose folder it is, could have laid it or what is read along with it.
+void RichiediRegistroProprio(const std::string& file) {
+  for (const char* accanto : kAccanto) {
+    const std::string nativo = adapters::posix::PercorsoUnix(file) + accanto;
+    struct stat stato {};
+    // What cannot be looked at cannot be opened either.
+    if (::lstat(nativo.c_str(), &stato) != 0 || ProprietarioFidato(stato.st_uid)) continue;
+    const bool diTutti = CartellaDiTutti(nativo);
+    if (!diTutti && CartellaFidata(nativo)) continue;
+    throw ErroreProgramma(
+        Uscita::kNonUtilizzabile,
+        "Registro non utilizzabile: " + file + accanto + " appartiene a un altro utente e la sua cartella " +
+            (diTutti ? "è aperta a tutti" : "non è di chi invia") +
+            "; indicare con --registro un file proprio, o in una cartella propria e chiusa agli altri");
+  }
+}
+
+std::string ChiaveAccanto(const PosizioneArchivio& posizione) {
+  return FileArchivio(posizione) + ".chiave";
+}
+
+std::string FileRegistro(const PosizioneArchivio& posizione) {
+  if (!posizione.registro.empty()) return posizione.registro;
+  if (!posizione.chiave.empty()) return posizione.chiave + ".registro";
+  throw ErroreProgramma(Uscita::kComandoErrato,
+                        "--registro: con un database odbc: indicare il file del registro");
+}
+
+std::shared_ptr<host::Connection> ApriOdbc(const PosizioneArchivio& posizione) {
+  const std::string stringa = posizione.db.substr(kOdbc.size());
+  DimenticaVariabile("ORVE_MAIL_DB");  // a connection string may hold a password, and has been read
+  RichiediUtf8(stringa, "--db");
+  try {
+    return adapters::odbc::OdbcConnection::Apri(stringa, posizione.attese);
+  } catch (const host::Errore& errore) {
+    NonUtilizzabile(errore);
+  }
+}
+
+}  // namespace
+
+bool SuOdbc(const PosizioneArchivio& posizione) {
+  return posizione.db.rfind(kOdbc, 0) == 0;
+}
+
+std::string FileArchivio(const PosizioneArchivio& posizione) {
+  if (SuOdbc(posizione)) {
+    throw ErroreProgramma(Uscita::kComandoErrato,
+                          "--db: questo comando lavora solo sul database incorporato, sqlite:FILE");
+  }
+  std::string file = posizione.db.rfind(kSqlite, 0) == 0 ? posizione.db.substr(kSqlite.size()) : posizione.db;
+  if (file.empty()) throw ErroreProgramma(Uscita::kComandoErrato, "--db: indicare il file del database");
+  if (SembraStringaDiConnessione(file)) {
+    throw ErroreProgramma(Uscita::kComandoErrato, "--db: una stringa di connessione va preceduta da odbc:");
+  }
+  try {
+    static_cast<void>(adapters::posix::PercorsoLibreria(file));
+  } catch (const host::Errore& errore) {
+    throw ErroreProgramma(Uscita::kComandoErrato, "--db: " + errore.Descrizione());
+  }
+  return file;
+}
+
+std::string CartellaBase(const PosizioneArchivio& posizione) {
+  if (SuOdbc(posizione)) return std::filesystem::current_path().native();
+  return std::filesystem::absolute(FileArchivio(posizione)).parent_path().native();
+}
+
+std::string FileChiave(const PosizioneArchivio& posizione) {
+  if (!posizione.chiave.empty()) return posizione.chiave;
+  if (SuOdbc(posizione)) {
+    throw ErroreProgramma(Uscita::kComandoErrato,
+                          "--chiave: con un database odbc: indicare il file della chiave");
+  }
+  return ChiaveAccanto(posizione);
+}
+
+bool ChiaveDelDatabase(const PosizioneArchivio& posizione) {
+  if (SuOdbc(posizione)) return false;
+  std::error_code codice;
+  return posizione.chiave.empty() ||
+         std::filesystem::equivalent(posizione.chiave, ChiaveAccanto(posizione), codice);
+}
+
+std::vector<std::string> FileDelProgramma(const PosizioneArchivio& posizione) {
+  std::vector<std::string> file;
+  const auto database = [&file](const std::string& nome) {
+    for (const char* accanto : kAccanto) file.push_back(nome + accanto);
+  };
+  const auto chiave = [&file](const std::string& nome) {
+    file.push_back(nome);
+    file.push_back(Chiave::Nascente(nome));
+  };
+  if (!SuOdbc(posizione)) {
+    const std::string nome = FileArchivio(posizione);
+    database(nome);
+    chiave(nome + ".chiave");
+  }
+  if (!posizione.chiave.empty()) {
+    chiave(posizione.chiave);
+    database(posizione.chiave + ".registro");
+  }
+  if (!posizione.registro.empty()) database(posizione.registro);
+  return file;
+}
+
+Archivio ApriArchivio(const PosizioneArchivio& posizione) {
+  if (SuOdbc(posizione)) return {ApriOdbc(posizione), nullptr};
+  auto incorporato = ApriIncorporato(posizione);
+  return {incorporato, incorporato};
+}
+
+std::shared_ptr<SqliteConnection> ApriIncorporato(const PosizioneArchivio& posizione) {
+  const std::string file = FileArchivio(posizione);
+  adapters::sqlite::OpzioniSqlite opzioni;
+  opzioni.tempoMassimo = posizione.attese.tempoMassimo;
+  try {
+    return SqliteConnection::Apri(file, opzioni);
+  } catch (const host::Errore& errore) {
+    NonUtilizzabile(errore);
+  }
+}
+
+std::shared_ptr<SqliteConnection> ApriRegistro(const PosizioneArchivio& posizione, const Archivio& archivio) {
+  if (archivio.incorporato && posizione.registro.empty()) return archivio.incorporato;
+  try {
+    const std::string file = FileRegistro(posizione);
+    RichiediRegistroProprio(file);
+    auto registro = adapters::sqlite::ApriRegistro(file);
+    // What was laid there meanwhile; the connection notices when another file takes the place of its own.
+    RichiediRegistroProprio(file);
+    return registro;
+  } catch (const host::Errore& errore) {
+    RegistroNonUtilizzabile(errore);
+  }
+}
+
+std::shared_ptr<SqliteConnection> ApriRegistroPerLettura(const PosizioneArchivio& posizione) {
+  if (!SuOdbc(posizione) && posizione.registro.empty()) return ApriIncorporato(posizione);
+  try {
+    return SqliteConnection::Apri(FileRegistro(posizione));
+  } catch (const host::Errore& errore) {
+    RegistroNonUtilizzabile(errore);
+  }
+}
+
+std::string Letterale(std::string_view testo) {
+  return "'" + text::Replace(testo, "'", "''") + "'";
+}
+
+std::int32_t TrovaUtente(host::Connection& connessione, const UtenteIndicato& indicato) {
+  const bool perCodice = !indicato.gruppo.empty();
+  const auto id = Numero<std::int32_t>(indicato.utente);
+  if (!perCodice && !id) {
+    throw ErroreProgramma(Uscita::kComandoErrato,
+                          "--utente: «" + indicato.utente + "» è un codice; indicare anche --gruppo");
+  }
+  for (const auto& [opzione, codice] :
+       {std::pair{"--utente", indicato.utente}, std::pair{"--gruppo", indicato.gruppo}}) {
+    const std::string difetto = perCodice ? DifettoDelCodiceUtente(codice) : "";
+    if (difetto.empty()) continue;
+    throw ErroreProgramma(Uscita::kComandoErrato,
+                          std::string(opzione).append(": «").append(codice).append("» ").append(difetto));
+  }
+  const std::string filtro = perCodice ? "FW07_CODICE = " + Letterale(indicato.utente) +
+                                             " AND FW07_CODICE_FW06 = " + Letterale(indicato.gruppo)
+                                       : "FW07_ID = " + std::to_string(*id);
+  try {
+    const auto trovati =
+        connessione.Execute("SELECT FW07_ID FROM FW07_APPUSER WHERE " + filtro, host::kComandoTesto);
+    if (!trovati->Eof()) return host::Leggi(*trovati, "FW07_ID").ToInt32();
+  } catch (const host::Errore& errore) {
+    NonUtilizzabile(errore);
+  }
+  const std::string gruppo = perCodice ? " nel gruppo «" + indicato.gruppo + "»" : "";
+  throw ErroreProgramma(Uscita::kNonUtilizzabile, "Utente sconosciuto: «" + indicato.utente + "»" + gruppo);
+}
+
+}  // namespace orve::app

@@ -1,0 +1,41 @@
+#include "orve-mail/host/file_dialogo.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <memory>
+#include <system_error>
+
+#include "orve-mail/secrets/file_riservato.h"
+#include "orve-mail/terminal/terminale.h"
+#include "orve-mail/terminal/uscita.h"
+
+namespace orve::app {
+
+namespace {
+
+constexpr const char* kNonScrivibile = "--dialogo: impossibile scrivere";
+
+}  // namespace
+
+std::function<void(std::string_view)> ScriviDialogo(const std::string& file) {
+  const int numero = ApriFilePerRighe(kNonScrivibile, file);
+  const std::shared_ptr<std::FILE> flusso(::fdopen(numero, "a"), [numero](std::FILE* aperto) {
+    if (aperto == nullptr) {
+      ::close(numero);
+    } else {
+      std::fclose(aperto);
+    }
+  });
+  if (!flusso) {
+    throw ErroreProgramma(Uscita::kFileMancante, std::string(kNonScrivibile) + " " + file + ": " +
+                                                     std::generic_category().message(errno));
+  }
+  return [flusso](std::string_view riga) {
+    std::fputs((RigaSicura(riga) + "\n").c_str(), flusso.get());
+    std::fflush(flusso.get());
+  };
+}
+
+}  // namespace orve::app

@@ -1,0 +1,51 @@
+// Outside objects that pass everything on to a real one and note what comes of it. They change nothing: an
+// error goes on as it came.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "host/automazione.h"
+#include "host/componente_smtp.h"
+#include "host/connection.h"
+#include "host/file_system.h"
+#include "host/mapi32.h"
+#include "host/messaggi.h"
+#include "host/registro_invio.h"
+#include "orve-mail/host/osservazioni.h"
+
+namespace orve::app {
+
+using OsservazioniPtr = std::shared_ptr<Osservazioni>;
+
+[[nodiscard]] std::shared_ptr<host::Messaggi> Osserva(std::shared_ptr<host::Messaggi> vero,
+                                                      OsservazioniPtr note);
+/// What the component itself can tell of its last delivery.
+struct FineConsegna {
+  std::string motivo;    // what ended it, for a person; empty after a success
+  bool incerta = false;  // the server may have the message all the same
+};
+
+/// `fine` tells how the last delivery ended; empty: nobody knows.
+[[nodiscard]] std::shared_ptr<host::ComponenteSmtp> Osserva(std::shared_ptr<host::ComponenteSmtp> vero,
+                                                            OsservazioniPtr note,
+                                                            std::function<FineConsegna()> fine = {});
+/// `fine` as above, for the last Send or the last call.
+[[nodiscard]] std::shared_ptr<host::MAPIMessages> Osserva(std::shared_ptr<host::MAPIMessages> vero,
+                                                          OsservazioniPtr note,
+                                                          std::function<FineConsegna()> fine = {});
+[[nodiscard]] std::shared_ptr<host::Mapi32> Osserva(std::shared_ptr<host::Mapi32> vera, OsservazioniPtr note,
+                                                    std::function<FineConsegna()> fine = {});
+[[nodiscard]] std::shared_ptr<host::FileSystem> Osserva(std::shared_ptr<host::FileSystem> vero,
+                                                        OsservazioniPtr note);
+[[nodiscard]] std::shared_ptr<host::RegistroInvio> Osserva(std::shared_ptr<host::RegistroInvio> vero,
+                                                           OsservazioniPtr note);
+[[nodiscard]] std::shared_ptr<host::Connection> Osserva(std::shared_ptr<host::Connection> vera,
+                                                        OsservazioniPtr note);
+
+/// The real connection behind an observed one; any other connection is its own.
+[[nodiscard]] std::shared_ptr<host::Connection> ConnessioneInterna(
+    const std::shared_ptr<host::Connection>& connessione);
+
+}  // namespace orve::app

@@ -1,0 +1,42 @@
+// What became of a send, in an exit status and a few lines for the person.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "orve-mail/host/osservazioni.h"
+#include "orve-mail/terminal/terminale.h"
+#include "orve-mail/terminal/uscita.h"
+#include "service/enumerations.h"
+
+namespace orve::app {
+
+struct Resoconto {
+  Osservazioni note;
+  kvEnum_ErroreMail stato = kvOK;  // of a service object that sent this one message
+  std::string descrizione;
+  std::string mittente;  // empty: no account was found
+  bool daSola = false;   // a call past the send procedure: it refuses nothing and leaves Stato as it was
+  std::string errore;    // that the library kept for its caller instead of showing it
+  /// The channel takes no message without a body, and this one had none.
+  bool corpoRichiesto = false;
+};
+
+/// The status that the observations allow. A status "sent" needs both the library's word and a delivery that
+/// was seen to succeed: after a refusal the library's word is still the one it began with.
+[[nodiscard]] Uscita Valuta(const Resoconto& resoconto);
+
+/// What to tell the person of that status: one line, without a line end.
+[[nodiscard]] std::string Spiega(const Resoconto& resoconto, Uscita uscita);
+
+/// Everything else that is worth a line.
+[[nodiscard]] std::vector<std::string> Dettagli(const Resoconto& resoconto);
+
+/// Said once for a command that found no folder for the send log.
+inline constexpr const char* kSenzaTemporanea =
+    "registro degli errori non tenuto: nessuna cartella temporanea è soltanto di chi invia";
+
+/// Writes a success on the output stream and everything else on the error stream, and gives the status.
+Uscita Racconta(const Resoconto& resoconto, Terminale terminale);
+
+}  // namespace orve::app
