@@ -1,8 +1,6 @@
 #include "orve-mail/commands/opzioni_destinatari.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
-#include <array>
 
 #include "orve-mail/host/codici.h"
 #include "orve-mail/host/messaggio.h"
@@ -12,28 +10,15 @@ namespace orve::app {
 
 namespace {
 
-struct TipoDiCodice {
-  const char* opzione;
-  kvTipologiaDestinatarioFAX tipo;
-  const char* aiuto;
-};
-
-constexpr std::array<TipoDiCodice, 7> kTipi = {{
-    {"--cliente", kvDestinatarioFaxCliente, "Codice di un cliente della ditta"},
-    {"--fornitore", kvDestinatarioFaxFornitore, "Codice di un fornitore della ditta"},
-    {"--agente", kvDestinatarioFaxAgente, "Codice di un agente della ditta"},
-    {"--contatto", kvDestinatarioFaxContatto, "Numero di un contatto"},
-    {"--destinatario", kvDestinatarioFaxDestinatario,
-     "Destinazione merce: ditta/cliente o fornitore/0 o 1/destinazione"},
-    {"--numero", kvDestinatarioFaxNumero, "Testo con l'indirizzo dietro <***> o, con --pec, dietro <*pec*>"},
-    {"--anagrafica", kvDestinatarioFaxAnagrafica, "Codice di anagrafica generale"},
-}};
+std::string Opzione(const TipoDiCodice& tipo) {
+  return std::string("--") + tipo.nome;
+}
 
 }  // namespace
 
 void AggiungiCodici(CLI::App& comando, OpzioniDestinatari& opzioni) {
-  for (const TipoDiCodice& tipo : kTipi) {
-    comando.add_option(tipo.opzione, opzioni.codici[tipo.opzione], tipo.aiuto)
+  for (const TipoDiCodice& tipo : kTipiDiCodice) {
+    comando.add_option(Opzione(tipo), opzioni.codici[tipo.nome], tipo.descrizione)
         ->type_name("CODICE")
         ->group("Destinatario (uno solo di questi, oppure --a, --cc, --ccn)");
   }
@@ -53,15 +38,15 @@ void AggiungiIndirizzi(CLI::App& comando, OpzioniDestinatari& opzioni) {
 
 std::optional<CodiceDestinatario> LeggiCodice(const CLI::App& comando, const OpzioniDestinatari& opzioni) {
   std::optional<CodiceDestinatario> codice;
-  for (const TipoDiCodice& tipo : kTipi) {
-    if (comando.count(tipo.opzione) == 0) continue;
+  for (const TipoDiCodice& tipo : kTipiDiCodice) {
+    const std::string opzione = Opzione(tipo);
+    if (comando.count(opzione) == 0) continue;
     if (codice) throw ErroreProgramma(Uscita::kComandoErrato, "indicare un solo destinatario per codice");
-    codice = CodiceDestinatario{opzioni.codici.at(tipo.opzione), tipo.tipo};
-    RichiediUtf8(codice->codice, tipo.opzione);
+    codice = CodiceDestinatario{opzioni.codici.at(tipo.nome), tipo.tipo};
+    RichiediUtf8(codice->codice, opzione);
     const std::string difetto = DifettoDelCodice(tipo.tipo, codice->codice);
     if (!difetto.empty()) {
-      throw ErroreProgramma(Uscita::kComandoErrato,
-                            std::string(tipo.opzione) + ": «" + codice->codice + "» " + difetto);
+      throw ErroreProgramma(Uscita::kComandoErrato, Opzione(tipo) + ": «" + codice->codice + "» " + difetto);
     }
   }
   return codice;
@@ -79,15 +64,6 @@ std::vector<DestinatarioInCasella> LeggiIndirizzi(const OpzioniDestinatari& opzi
   aggiungi(opzioni.cc, 1, "--cc");
   aggiungi(opzioni.ccn, 2, "--ccn");
   return destinatari;
-}
-
-std::optional<kvTipologiaDestinatarioFAX> TipoDaNome(std::string_view nome) {
-  constexpr std::size_t kTrattini = 2;
-  const auto* const tipo = std::find_if(kTipi.begin(), kTipi.end(), [nome](const TipoDiCodice& voce) {
-    return std::string_view(voce.opzione).substr(kTrattini) == nome;
-  });
-  if (tipo == kTipi.end()) return std::nullopt;
-  return tipo->tipo;
 }
 
 }  // namespace orve::app

@@ -4,7 +4,6 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "orve-mail/host/spedizione.h"
@@ -17,7 +16,7 @@ namespace orve::app {
 
 /// The options as they come, before they are looked at. They must outlive the command line.
 struct OpzioniDestinatari {
-  std::map<std::string, std::string> codici;  // by option
+  std::map<std::string, std::string> codici;  // by the name of the kind
   std::vector<std::string> a, cc, ccn;
 };
 
@@ -31,8 +30,5 @@ void AggiungiIndirizzi(CLI::App& comando, OpzioniDestinatari& opzioni);
                                                             const OpzioniDestinatari& opzioni);
 /// The addresses, in the order A, CC, CCn. Raises ErroreProgramma (kComandoErrato).
 [[nodiscard]] std::vector<DestinatarioInCasella> LeggiIndirizzi(const OpzioniDestinatari& opzioni);
-
-/// A kind of code by its name, which is its option without the dashes: cliente, fornitore, ...
-[[nodiscard]] std::optional<kvTipologiaDestinatarioFAX> TipoDaNome(std::string_view nome);
 
 }  // namespace orve::app

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <optional>
 
 #include "text/text.h"
 #include "text/unseen.h"
@@ -57,6 +56,13 @@ std::string DifettoDellaDestinazione(std::string_view codice) {
 }
 
 }  // namespace
+
+std::optional<kvTipologiaDestinatarioFAX> TipoDaNome(std::string_view nome) {
+  const auto* const tipo = std::find_if(kTipiDiCodice.begin(), kTipiDiCodice.end(),
+                                        [nome](const TipoDiCodice& voce) { return voce.nome == nome; });
+  if (tipo == kTipiDiCodice.end()) return std::nullopt;
+  return tipo->tipo;
+}
 
 std::string DifettoDelCodice(kvTipologiaDestinatarioFAX tipo, std::string_view codice) {
   switch (tipo) {

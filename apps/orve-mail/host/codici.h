@@ -5,12 +5,35 @@
 // piece of a statement.
 #pragma once
 
+#include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "service/enumerations.h"
 
 namespace orve::app {
+
+/// A kind of code by which a recipient is named.
+struct TipoDiCodice {
+  const char* nome;  // in a column of a list, and with two dashes in front as an option
+  kvTipologiaDestinatarioFAX tipo;
+  const char* descrizione;
+};
+
+inline constexpr std::array<TipoDiCodice, 7> kTipiDiCodice = {{
+    {"cliente", kvDestinatarioFaxCliente, "Codice di un cliente della ditta"},
+    {"fornitore", kvDestinatarioFaxFornitore, "Codice di un fornitore della ditta"},
+    {"agente", kvDestinatarioFaxAgente, "Codice di un agente della ditta"},
+    {"contatto", kvDestinatarioFaxContatto, "Numero di un contatto"},
+    {"destinatario", kvDestinatarioFaxDestinatario,
+     "Destinazione merce: ditta/cliente o fornitore/0 o 1/destinazione"},
+    {"numero", kvDestinatarioFaxNumero, "Testo con l'indirizzo dietro <***> o, con --pec, dietro <*pec*>"},
+    {"anagrafica", kvDestinatarioFaxAnagrafica, "Codice di anagrafica generale"},
+}};
+
+/// The kind of this name.
+[[nodiscard]] std::optional<kvTipologiaDestinatarioFAX> TipoDaNome(std::string_view nome);
 
 /// Why the text is no recipient's code of this kind, for a person: "non è un numero". Empty: it is one, or
 /// the kind takes any text because none of it gets into a statement.

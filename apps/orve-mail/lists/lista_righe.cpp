@@ -10,7 +10,6 @@
 #include <string_view>
 #include <utility>
 
-#include "orve-mail/commands/opzioni_destinatari.h"
 #include "orve-mail/host/codici.h"
 #include "orve-mail/host/messaggio.h"
 #include "orve-mail/terminal/terminale.h"
