@@ -19,13 +19,13 @@ OdbcConnection::OdbcConnection(std::shared_ptr<Collegamento> collegamento)
 std::shared_ptr<host::RecordSet> OdbcConnection::Execute(const std::string& statement, std::int32_t opzione) {
   if (opzione == host::kProceduraMemorizzata) {
     (void)collegamento_->Chiama(statement, 0);
-    return std::make_shared<rows::RecordSetInMemoria>(rows::Righe{}, kSorgente);
+    return std::make_shared<rows::RecordSetDiRighe>(rows::Righe{}, kSorgente);
   }
   if (opzione != host::kComandoTesto && opzione != host::kComandoNonIndicato) {
     throw host::Errore(rows::kArgomentiErrati, kSorgente,
                        "Opzione di esecuzione non prevista: " + std::to_string(opzione));
   }
-  return std::make_shared<rows::RecordSetInMemoria>(collegamento_->Esegui(statement), kSorgente);
+  return std::make_shared<rows::RecordSetDiRighe>(collegamento_->Esegui(statement), kSorgente);
 }
 
 std::shared_ptr<host::Command> OdbcConnection::CreateCommand() {

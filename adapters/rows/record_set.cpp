@@ -7,7 +7,7 @@
 
 namespace orve::adapters::rows {
 
-struct RecordSetInMemoria::Cursore {
+struct RecordSetDiRighe::Cursore {
   Righe righe;
   std::string sorgente;
   std::size_t riga = 0;
@@ -25,7 +25,7 @@ struct RecordSetInMemoria::Cursore {
   [[nodiscard]] bool Fine() const { return riga >= righe.Numero(); }
 };
 
-class RecordSetInMemoria::Colonna final : public host::Field {
+class RecordSetDiRighe::Colonna final : public host::Field {
  public:
   Colonna(std::shared_ptr<const Cursore> cursore, std::size_t posto)
       : cursore_(std::move(cursore)), posto_(posto) {}
@@ -41,7 +41,7 @@ class RecordSetInMemoria::Colonna final : public host::Field {
   std::size_t posto_;
 };
 
-class RecordSetInMemoria::Colonne final : public host::Fields {
+class RecordSetDiRighe::Colonne final : public host::Fields {
  public:
   explicit Colonne(std::shared_ptr<const Cursore> cursore) : cursore_(std::move(cursore)) {}
 
@@ -59,39 +59,39 @@ class RecordSetInMemoria::Colonne final : public host::Fields {
   std::shared_ptr<const Cursore> cursore_;
 };
 
-RecordSetInMemoria::RecordSetInMemoria(Righe righe, std::string sorgente)
+RecordSetDiRighe::RecordSetDiRighe(Righe righe, std::string sorgente)
     : cursore_(std::make_shared<Cursore>()) {
   cursore_->righe = std::move(righe);
   cursore_->sorgente = std::move(sorgente);
 }
 
-bool RecordSetInMemoria::Eof() const {
+bool RecordSetDiRighe::Eof() const {
   cursore_->Aperto();
   return cursore_->Fine();
 }
 
-std::shared_ptr<host::Fields> RecordSetInMemoria::Fields() const {
+std::shared_ptr<host::Fields> RecordSetDiRighe::Fields() const {
   cursore_->Aperto();
   return std::make_shared<Colonne>(cursore_);
 }
 
-void RecordSetInMemoria::MoveFirst() {
+void RecordSetDiRighe::MoveFirst() {
   cursore_->Aperto();
   cursore_->ConRighe(cursore_->righe.Numero() > 0);
   cursore_->riga = 0;
 }
 
-void RecordSetInMemoria::MoveNext() {
+void RecordSetDiRighe::MoveNext() {
   cursore_->Aperto();
   cursore_->ConRighe(!cursore_->Fine());
   ++cursore_->riga;
 }
 
-std::int32_t RecordSetInMemoria::State() const {
+std::int32_t RecordSetDiRighe::State() const {
   return cursore_->aperto ? 1 : 0;
 }
 
-void RecordSetInMemoria::Close() {
+void RecordSetDiRighe::Close() {
   cursore_->Aperto();
   cursore_->aperto = false;
   cursore_->righe = {};

@@ -31,9 +31,9 @@ struct Righe {
 /// Columns are found without case; of two with the same name the first counts. The fields follow the record
 /// set from row to row. A closed record set answers State and refuses everything else with 3704. Its errors
 /// name `sorgente`, the database the rows came from.
-class RecordSetInMemoria final : public host::RecordSet {
+class RecordSetDiRighe final : public host::RecordSet {
  public:
-  RecordSetInMemoria(Righe righe, std::string sorgente);
+  RecordSetDiRighe(Righe righe, std::string sorgente);
 
   [[nodiscard]] bool Eof() const override;
   [[nodiscard]] std::shared_ptr<host::Fields> Fields() const override;

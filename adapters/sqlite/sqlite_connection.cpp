@@ -27,14 +27,14 @@ std::shared_ptr<host::RecordSet> SqliteConnection::Execute(const std::string& st
     comando->CommandType(opzione);
     comando->CommandText(statement);
     comando->Execute();
-    return std::make_shared<rows::RecordSetInMemoria>(rows::Righe{}, kSorgente);
+    return std::make_shared<rows::RecordSetDiRighe>(rows::Righe{}, kSorgente);
   }
   if (opzione != host::kComandoTesto && opzione != host::kComandoNonIndicato) {
     throw host::Errore(rows::kArgomentiErrati, kSorgente,
                        "Opzione di esecuzione non prevista: " + std::to_string(opzione));
   }
-  return std::make_shared<rows::RecordSetInMemoria>(database_->Esegui(TraduciDialetto(statement), {}),
-                                                    kSorgente);
+  return std::make_shared<rows::RecordSetDiRighe>(database_->Esegui(TraduciDialetto(statement), {}),
+                                                  kSorgente);
 }
 
 std::shared_ptr<host::Command> SqliteConnection::CreateCommand() {
@@ -43,7 +43,7 @@ std::shared_ptr<host::Command> SqliteConnection::CreateCommand() {
 
 std::shared_ptr<host::RecordSet> SqliteConnection::EseguiConValori(const std::string& istruzione,
                                                                    const std::vector<Valore>& valori) {
-  return std::make_shared<rows::RecordSetInMemoria>(database_->Esegui(istruzione, valori), kSorgente);
+  return std::make_shared<rows::RecordSetDiRighe>(database_->Esegui(istruzione, valori), kSorgente);
 }
 
 void SqliteConnection::UtenteConnessione(std::optional<std::int32_t> idUtente) {
