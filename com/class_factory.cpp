@@ -16,7 +16,8 @@ namespace {
 
 template <class Classe, class Interfaccia, class Nucleo>
 IUnknown* Crea() {
-  return PubblicoDi<Classe, Interfaccia>(std::make_shared<Nucleo>(win32::CreaAmbienteWin32())).Cedi();
+  return PubblicoDi<Classe, Interfaccia>(std::make_shared<Nucleo>(adapters::win32::CreaAmbienteWin32()))
+      .Cedi();
 }
 
 const std::array<ClasseCreabile, 4> kClassi = {{
@@ -57,7 +58,7 @@ class Fabbrica final : public IClassFactory {
     if (esterno != nullptr) return CLASS_E_NOAGGREGATION;
     HRESULT preso = S_OK;
     const HRESULT esito = Esegui(IID_IClassFactory, [&] {
-      const auto nuovo = win32::ComPtr<IUnknown>::Adotta(classe_.crea());
+      const auto nuovo = adapters::win32::ComPtr<IUnknown>::Adotta(classe_.crea());
       preso = nuovo->QueryInterface(iid, oggetto);
     });
     return FAILED(esito) ? esito : preso;
@@ -99,7 +100,7 @@ HRESULT FabbricaDi(REFCLSID classe, REFIID iid, void** fabbrica) noexcept {
   HRESULT preso = S_OK;
   const HRESULT esito = Esegui(IID_IClassFactory, [&] {
     // Esegui answers for the memory. NOLINTNEXTLINE(bugprone-unhandled-exception-at-new)
-    const win32::ComPtr<Fabbrica> nuova(new Fabbrica(*trovata));
+    const adapters::win32::ComPtr<Fabbrica> nuova(new Fabbrica(*trovata));
     preso = nuova->QueryInterface(iid, fabbrica);
   });
   return FAILED(esito) ? esito : preso;

@@ -10,8 +10,8 @@
 
 namespace orve::com {
 
-using win32::ComPtr;
-using win32::VariantCom;
+using adapters::win32::ComPtr;
+using adapters::win32::VariantCom;
 
 namespace {
 
@@ -57,8 +57,8 @@ HRESULT Racconta(const host::Errore& errore, EXCEPINFO* eccezione) {
   if (eccezione == nullptr) return codice;
   *eccezione = {};
   eccezione->scode = codice;
-  eccezione->bstrSource = win32::ToBstr(errore.Sorgente()).Cedi();
-  eccezione->bstrDescription = win32::ToBstr(errore.Descrizione()).Cedi();
+  eccezione->bstrSource = adapters::win32::ToBstr(errore.Sorgente()).Cedi();
+  eccezione->bstrDescription = adapters::win32::ToBstr(errore.Descrizione()).Cedi();
   return DISP_E_EXCEPTION;
 }
 
@@ -139,7 +139,7 @@ HRESULT DescrizioneTipo::Converti(const VARIANT& dato, const Parametro& parametr
         !oggetto || parametro.interfaccia == IID_NULL || oggetto.Come<IUnknown>(parametro.interfaccia);
     return adatto ? S_OK : DISP_E_TYPEMISMATCH;
   }
-  if (EOggetto(valore.Get())) valore = win32::ValorePredefinito(valore.Get());
+  if (EOggetto(valore.Get())) valore = adapters::win32::ValorePredefinito(valore.Get());
   if (V_VT(&valore.Get()) == parametro.tipo) return S_OK;
   return VariantChangeTypeEx(&valore.Get(), &valore.Get(), lingua, 0, parametro.tipo);
 }

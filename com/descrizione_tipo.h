@@ -22,7 +22,7 @@ namespace orve::com {
 class DescrizioneTipo {
  public:
   /// Reads the members; raises the system's error.
-  explicit DescrizioneTipo(win32::ComPtr<ITypeInfo> tipo);
+  explicit DescrizioneTipo(adapters::win32::ComPtr<ITypeInfo> tipo);
 
   [[nodiscard]] ITypeInfo* Tipo() const { return tipo_.Get(); }
 
@@ -37,7 +37,7 @@ class DescrizioneTipo {
     IID interfaccia = IID_NULL;  // of an object
     bool perRiferimento = false;
     bool facoltativo = false;
-    win32::VariantCom predefinito;  // empty: the type's own zero
+    adapters::win32::VariantCom predefinito;  // empty: the type's own zero
   };
   using Parametri = std::vector<Parametro>;
   using Membro = std::pair<DISPID, INVOKEKIND>;
@@ -45,14 +45,14 @@ class DescrizioneTipo {
 
   /// Raises what the default member of an object raises.
   static HRESULT Converti(const VARIANT& dato, const Parametro& parametro, LCID lingua,
-                          win32::VariantCom& valore);
+                          adapters::win32::VariantCom& valore);
   [[nodiscard]] Parametri Leggi(const FUNCDESC& funzione) const;
   void LeggiTipo(const TYPEDESC& tipo, Parametro& parametro) const;
   [[nodiscard]] Membri::const_iterator Scegli(DISPID membro, WORD modi, const DISPPARAMS& argomenti) const;
   HRESULT InvocaPredefinito(void* istanza, DISPID membro, LCID lingua, WORD modi, DISPPARAMS* argomenti,
                             VARIANT* risultato, EXCEPINFO* eccezione, UINT* argomentoErrato) const;
 
-  win32::ComPtr<ITypeInfo> tipo_;
+  adapters::win32::ComPtr<ITypeInfo> tipo_;
   Membri membri_;
 };
 

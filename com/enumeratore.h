@@ -46,7 +46,7 @@ class Enumeratore final : public IEnumVARIANT {
     const HRESULT esito = Esegui(IID_IEnumVARIANT, [&] {
       for (; presi < quanti && posizione_ < collezione_->Count(); ++presi) {
         const auto oggetto = pubblica_(collezione_->Item(host::Variant(posizione_ + 1)));
-        valori[presi] = win32::VariantCom::DiOggetto(oggetto.Get()).Cedi();
+        valori[presi] = adapters::win32::VariantCom::DiOggetto(oggetto.Get()).Cedi();
         ++posizione_;
       }
     });

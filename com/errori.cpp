@@ -17,11 +17,11 @@ HRESULT HresultDi(const host::Errore& errore) noexcept {
 namespace {
 
 HRESULT Riporta(REFIID interfaccia, const host::Errore& errore) {
-  win32::ComPtr<ICreateErrorInfo> nuovo;
+  adapters::win32::ComPtr<ICreateErrorInfo> nuovo;
   if (SUCCEEDED(CreateErrorInfo(nuovo.Uscita()))) {
     nuovo->SetGUID(interfaccia);
-    nuovo->SetSource(win32::ToBstr(errore.Sorgente()).Get());
-    nuovo->SetDescription(win32::ToBstr(errore.Descrizione()).Get());
+    nuovo->SetSource(adapters::win32::ToBstr(errore.Sorgente()).Get());
+    nuovo->SetDescription(adapters::win32::ToBstr(errore.Descrizione()).Get());
     if (const auto informazioni = nuovo.Come<IErrorInfo>(IID_IErrorInfo)) SetErrorInfo(0, informazioni.Get());
   }
   return HresultDi(errore);

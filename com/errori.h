@@ -13,7 +13,7 @@
 
 namespace orve::com {
 
-using win32::Verifica;
+using adapters::win32::Verifica;
 
 /// The code under which a client sees the number: automation's numbers in the control facility, a result code
 /// as it is.

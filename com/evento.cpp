@@ -15,10 +15,10 @@ constexpr DISPID kBeforeSendMail = 1;
 
 struct Ascolto {
   DWORD numero = 0;
-  win32::ComPtr<IDispatch> ascoltatore;
+  adapters::win32::ComPtr<IDispatch> ascoltatore;
 };
 void CopiaAscolto(const Ascolto& ascolto, CONNECTDATA& dati) {
-  dati.pUnk = win32::ComPtr<IUnknown>(ascolto.ascoltatore.Get()).Cedi();
+  dati.pUnk = adapters::win32::ComPtr<IUnknown>(ascolto.ascoltatore.Get()).Cedi();
   dati.dwCookie = ascolto.numero;
 }
 using ElencoAscolti = ElencoFisso<IEnumConnections, CONNECTDATA, Ascolto, CopiaAscolto>;
@@ -54,7 +54,7 @@ HRESULT PuntoEvento::GetConnectionPointContainer(IConnectionPointContainer** con
 HRESULT PuntoEvento::Advise(IUnknown* ascoltatore, DWORD* numero) {
   if (ascoltatore == nullptr || numero == nullptr) return E_POINTER;
   *numero = 0;
-  win32::ComPtr<IDispatch> interfaccia;
+  adapters::win32::ComPtr<IDispatch> interfaccia;
   if (FAILED(ascoltatore->QueryInterface(DIID_DCLSFW_MAILSERVEREventi, interfaccia.UscitaVoid())) &&
       FAILED(ascoltatore->QueryInterface(IID_IDispatch, interfaccia.UscitaVoid()))) {
     return CONNECT_E_CANNOTCONNECT;
@@ -87,10 +87,10 @@ void PuntoEvento::Solleva(const std::vector<std::string*>& testi) {
   for (const auto& [numero, ascoltatore] : presenti) {
     if (!ascoltatori_.contains(numero)) continue;
     std::vector<BSTR> valori(testi.size());
-    std::vector<win32::Bstr> proprieta(testi.size());
+    std::vector<adapters::win32::Bstr> proprieta(testi.size());
     std::vector<VARIANT> argomenti(testi.size());
     for (std::size_t indice = 0; indice < testi.size(); ++indice) {
-      proprieta[indice] = win32::ToBstr(*testi[indice]);
+      proprieta[indice] = adapters::win32::ToBstr(*testi[indice]);
       VARIANT& argomento = argomenti[testi.size() - 1 - indice];
       VariantInit(&argomento);
       V_VT(&argomento) = VT_BSTR | VT_BYREF;
@@ -104,12 +104,12 @@ void PuntoEvento::Solleva(const std::vector<std::string*>& testi) {
     const HRESULT esito = ascoltatore->Invoke(kBeforeSendMail, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
                                               &parametri, nullptr, &eccezione, nullptr);
     for (std::size_t indice = 0; indice < testi.size(); ++indice) {
-      proprieta[indice] = win32::Bstr::Adotta(valori[indice]);
+      proprieta[indice] = adapters::win32::Bstr::Adotta(valori[indice]);
     }
     if (Ignorato(esito)) continue;
-    if (FAILED(esito)) throw win32::ErroreDi(esito, &eccezione);
+    if (FAILED(esito)) throw adapters::win32::ErroreDi(esito, &eccezione);
     for (std::size_t indice = 0; indice < testi.size(); ++indice) {
-      *testi[indice] = win32::FromBstr(proprieta[indice].Get());
+      *testi[indice] = adapters::win32::FromBstr(proprieta[indice].Get());
     }
   }
 }

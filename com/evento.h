@@ -41,7 +41,7 @@ class PuntoEvento final : public IConnectionPoint {
 
  private:
   IConnectionPointContainer& proprietario_;
-  std::map<DWORD, win32::ComPtr<IDispatch>> ascoltatori_;
+  std::map<DWORD, adapters::win32::ComPtr<IDispatch>> ascoltatori_;
   DWORD ultimo_ = 0;
 };
 

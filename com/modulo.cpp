@@ -70,8 +70,8 @@ std::filesystem::path PercorsoDelModulo() {
   }
 }
 
-win32::ComPtr<ITypeLib> LibreriaDeiTipi() {
-  win32::ComPtr<ITypeLib> libreria;
+adapters::win32::ComPtr<ITypeLib> LibreriaDeiTipi() {
+  adapters::win32::ComPtr<ITypeLib> libreria;
   Verifica(LoadTypeLibEx(PercorsoDelModulo().c_str(), REGKIND_NONE, libreria.Uscita()));
   return libreria;
 }
@@ -81,7 +81,7 @@ std::shared_ptr<const DescrizioneTipo> DescrizioneDi(REFIID interfaccia) {
   const std::lock_guard serratura(modulo.chiave);
   auto& descrizione = modulo.descrizioni[interfaccia];
   if (!descrizione) {
-    win32::ComPtr<ITypeInfo> tipo;
+    adapters::win32::ComPtr<ITypeInfo> tipo;
     Verifica(LibreriaDeiTipi()->GetTypeInfoOfGuid(interfaccia, tipo.Uscita()));
     descrizione = std::make_shared<DescrizioneTipo>(std::move(tipo));
   }

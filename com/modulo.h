@@ -32,7 +32,7 @@ class Presenza {
 [[nodiscard]] std::filesystem::path PercorsoDelModulo();
 
 /// The type library in the DLL; raises the system's error when it cannot be loaded.
-[[nodiscard]] win32::ComPtr<ITypeLib> LibreriaDeiTipi();
+[[nodiscard]] adapters::win32::ComPtr<ITypeLib> LibreriaDeiTipi();
 
 /// What the type library says of an interface.
 [[nodiscard]] std::shared_ptr<const DescrizioneTipo> DescrizioneDi(REFIID interfaccia);

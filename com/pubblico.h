@@ -39,7 +39,7 @@ class ConNucleo : public Interno {
 template <class Nucleo>
 std::shared_ptr<Nucleo> NucleoDi(IUnknown* oggetto) {
   if (oggetto == nullptr) return nullptr;
-  win32::ComPtr<IUnknown> identita;
+  adapters::win32::ComPtr<IUnknown> identita;
   if (FAILED(oggetto->QueryInterface(IID_IUnknown, identita.UscitaVoid()))) {
     throw host::Errore(host::kTipoNonCorrispondente);
   }
@@ -82,7 +82,7 @@ class Pubblico : public Interfaccia,
     if (tipo == nullptr) return E_POINTER;
     *tipo = nullptr;
     if (quale != 0) return DISP_E_BADINDEX;
-    return Entra([&] { *tipo = win32::ComPtr(Descrizione().Tipo()).Cedi(); });
+    return Entra([&] { *tipo = adapters::win32::ComPtr(Descrizione().Tipo()).Cedi(); });
   }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID /*riservato*/, LPOLESTR* nomi, UINT quanti, LCID /*lingua*/,
                                           DISPID* numeri) override {
@@ -132,7 +132,7 @@ class Pubblico : public Interfaccia,
   /// Runs a member. The object stays alive meanwhile, whatever the members that it calls let go of.
   template <class Azione>
   HRESULT Entra(Azione&& azione) noexcept {
-    const win32::ComPtr<Interfaccia> presente(this);
+    const adapters::win32::ComPtr<Interfaccia> presente(this);
     return Esegui(__uuidof(Interfaccia), std::forward<Azione>(azione));
   }
 
@@ -166,12 +166,12 @@ class Pubblico : public Interfaccia,
 /// The public object of an object of the library: the one that stands for it already, or a new one. An absent
 /// object has none.
 template <class Classe, class Interfaccia, class Nucleo>
-win32::ComPtr<Interfaccia> PubblicoDi(const std::shared_ptr<Nucleo>& nucleo) {
+adapters::win32::ComPtr<Interfaccia> PubblicoDi(const std::shared_ptr<Nucleo>& nucleo) {
   if (!nucleo) return {};
   if (IUnknown* presente = OggettoPerNucleo(nucleo.get()); presente != nullptr) {
-    return win32::ComPtr<IUnknown>::Adotta(presente).Come<Interfaccia>(__uuidof(Interfaccia));
+    return adapters::win32::ComPtr<IUnknown>::Adotta(presente).Come<Interfaccia>(__uuidof(Interfaccia));
   }
-  return win32::ComPtr<Interfaccia>(new Classe(nucleo));
+  return adapters::win32::ComPtr<Interfaccia>(new Classe(nucleo));
 }
 
 }  // namespace orve::com

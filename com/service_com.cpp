@@ -12,7 +12,7 @@ namespace orve::com {
 
 namespace {
 
-using Punto = win32::ComPtr<IConnectionPoint>;
+using Punto = adapters::win32::ComPtr<IConnectionPoint>;
 void CopiaPunto(const Punto& punto, IConnectionPoint*& uscita) {
   uscita = Punto(punto).Cedi();
 }
@@ -21,7 +21,7 @@ using ElencoPunti = ElencoFisso<IEnumConnectionPoints, IConnectionPoint*, Punto,
 // The object that a caller handed in, as the caller knows it.
 template <class T>
 IDispatch* OggettoDelChiamante(const std::shared_ptr<T>& oggetto) {
-  return win32::ComPtr(win32::ComDi(oggetto)).Cedi();
+  return adapters::win32::ComPtr(adapters::win32::ComDi(oggetto)).Cedi();
 }
 
 }  // namespace
@@ -75,7 +75,7 @@ HRESULT CLSFW_MAILSERVERCom::get_ConnectionADO(IDispatch** valore) {
 }
 
 HRESULT CLSFW_MAILSERVERCom::putref_ConnectionADO(IDispatch* valore) {
-  return Entra([&] { N().ConnectionADO = win32::ConnessioneDa(valore); });
+  return Entra([&] { N().ConnectionADO = adapters::win32::ConnessioneDa(valore); });
 }
 
 HRESULT CLSFW_MAILSERVERCom::get_ManagerRubrica(IDispatch** valore) {
@@ -85,7 +85,7 @@ HRESULT CLSFW_MAILSERVERCom::get_ManagerRubrica(IDispatch** valore) {
 }
 
 HRESULT CLSFW_MAILSERVERCom::putref_ManagerRubrica(IDispatch* valore) {
-  return Entra([&] { N().ManagerRubrica = win32::ManagerRubricaDa(valore); });
+  return Entra([&] { N().ManagerRubrica = adapters::win32::ManagerRubricaDa(valore); });
 }
 
 HRESULT CLSFW_MAILSERVERCom::get_ActiveInterface(IDispatch** valore) {
@@ -95,15 +95,15 @@ HRESULT CLSFW_MAILSERVERCom::get_ActiveInterface(IDispatch** valore) {
 }
 
 HRESULT CLSFW_MAILSERVERCom::putref_ActiveInterface(IDispatch* valore) {
-  return Entra([&] { N().ActiveInterface = win32::InterfacciaHostDa(valore); });
+  return Entra([&] { N().ActiveInterface = adapters::win32::InterfacciaHostDa(valore); });
 }
 
 HRESULT CLSFW_MAILSERVERCom::putref_DittaCorrente(VARIANT valore) {
-  return Entra([&] { N().DittaCorrente = win32::FromCom(valore); });
+  return Entra([&] { N().DittaCorrente = adapters::win32::FromCom(valore); });
 }
 
 HRESULT CLSFW_MAILSERVERCom::putref_vElencoAllegati(VARIANT valore) {
-  return Entra([&] { N().vElencoAllegati = win32::FromCom(valore); });
+  return Entra([&] { N().vElencoAllegati = adapters::win32::FromCom(valore); });
 }
 
 // --- objects of the library
@@ -172,17 +172,18 @@ HRESULT CLSFW_MAILSERVERCom::GetImpostazioni(VARIANT* valore) {
 HRESULT CLSFW_MAILSERVERCom::InizializzaRegistroInvioMail(BSTR IDvoce, BSTR UObject, BSTR Utente, BSTR Gruppo,
                                                           BSTR TitoloStampa) {
   return Entra([&] {
-    N().InizializzaRegistroInvioMail(win32::FromBstr(IDvoce), win32::FromBstr(UObject),
-                                     win32::FromBstr(Utente), win32::FromBstr(Gruppo),
-                                     win32::FromBstr(TitoloStampa));
+    N().InizializzaRegistroInvioMail(adapters::win32::FromBstr(IDvoce), adapters::win32::FromBstr(UObject),
+                                     adapters::win32::FromBstr(Utente), adapters::win32::FromBstr(Gruppo),
+                                     adapters::win32::FromBstr(TitoloStampa));
   });
 }
 
 HRESULT CLSFW_MAILSERVERCom::InizializzaRegistroInvioMailMultiprofilo(BSTR IDvoce, BSTR UObject,
                                                                       LONG IdUtente, BSTR TitoloStampa) {
   return Entra([&] {
-    N().InizializzaRegistroInvioMailMultiprofilo(win32::FromBstr(IDvoce), win32::FromBstr(UObject), IdUtente,
-                                                 win32::FromBstr(TitoloStampa));
+    N().InizializzaRegistroInvioMailMultiprofilo(adapters::win32::FromBstr(IDvoce),
+                                                 adapters::win32::FromBstr(UObject), IdUtente,
+                                                 adapters::win32::FromBstr(TitoloStampa));
   });
 }
 
@@ -193,19 +194,23 @@ HRESULT CLSFW_MAILSERVERCom::InviaMailSMTP(BSTR vOggetto, BSTR vCorpo, VARIANT_B
   return Entra([&] {
     const bool alta = ImportaRiferimento<bool>(prioritaAlta);
     const bool notifica = ImportaRiferimento<bool>(mailNotifica);
-    Esporta(N().InviaMailSMTP(win32::FromBstr(vOggetto), win32::FromBstr(vCorpo), &alta, &notifica), valore);
+    Esporta(N().InviaMailSMTP(adapters::win32::FromBstr(vOggetto), adapters::win32::FromBstr(vCorpo), &alta,
+                              &notifica),
+            valore);
   });
 }
 
 HRESULT CLSFW_MAILSERVERCom::AddDestinatario(BSTR indMail, BSTR descrDest, VARIANT_BOOL* valore) {
   if (valore == nullptr) return E_POINTER;
   *valore = VARIANT_FALSE;
-  return Entra(
-      [&] { Esporta(N().AddDestinatario(win32::FromBstr(indMail), win32::FromBstr(descrDest)), valore); });
+  return Entra([&] {
+    Esporta(N().AddDestinatario(adapters::win32::FromBstr(indMail), adapters::win32::FromBstr(descrDest)),
+            valore);
+  });
 }
 
 HRESULT CLSFW_MAILSERVERCom::AddAllegato(BSTR FileName) {
-  return Entra([&] { N().AddAllegato(win32::FromBstr(FileName)); });
+  return Entra([&] { N().AddAllegato(adapters::win32::FromBstr(FileName)); });
 }
 
 HRESULT CLSFW_MAILSERVERCom::ReturnMailParameters() {
@@ -215,15 +220,15 @@ HRESULT CLSFW_MAILSERVERCom::ReturnMailParameters() {
 HRESULT CLSFW_MAILSERVERCom::CheckRegularMailAddress(BSTR MailAdd, VARIANT_BOOL* valore) {
   if (valore == nullptr) return E_POINTER;
   *valore = VARIANT_FALSE;
-  return Entra([&] { Esporta(N().CheckRegularMailAddress(win32::FromBstr(MailAdd)), valore); });
+  return Entra([&] { Esporta(N().CheckRegularMailAddress(adapters::win32::FromBstr(MailAdd)), valore); });
 }
 
 HRESULT CLSFW_MAILSERVERCom::InviaMailDiretta(short pIdMittente, BSTR pDestA, BSTR pDestCC, BSTR pDestCCn,
                                               BSTR pOggetto, BSTR pCorpo, BSTR pAllegati) {
   return Entra([&] {
-    N().InviaMailDiretta(pIdMittente, win32::FromBstr(pDestA), win32::FromBstr(pDestCC),
-                         win32::FromBstr(pDestCCn), win32::FromBstr(pOggetto), win32::FromBstr(pCorpo),
-                         win32::FromBstr(pAllegati));
+    N().InviaMailDiretta(pIdMittente, adapters::win32::FromBstr(pDestA), adapters::win32::FromBstr(pDestCC),
+                         adapters::win32::FromBstr(pDestCCn), adapters::win32::FromBstr(pOggetto),
+                         adapters::win32::FromBstr(pCorpo), adapters::win32::FromBstr(pAllegati));
   });
 }
 

@@ -20,11 +20,11 @@ namespace orve::com {
 /// for the value of its default member.
 template <class T>
 [[nodiscard]] T Importa(BSTR testo) requires std::is_same_v<T, std::string> {
-  return win32::FromBstr(testo);
+  return adapters::win32::FromBstr(testo);
 }
 template <class T>
 [[nodiscard]] T Importa(const VARIANT& valore) requires std::is_same_v<T, host::Variant> {
-  return win32::SenzaOggetti(win32::FromCom(valore));
+  return adapters::win32::SenzaOggetti(adapters::win32::FromCom(valore));
 }
 template <class T>
 [[nodiscard]] T Importa(VARIANT_BOOL valore) requires std::is_same_v<T, bool> {
@@ -54,10 +54,10 @@ template <class T, class C>
 
 /// A result for the client, which owns it then.
 inline void Esporta(const std::string& testo, BSTR* valore) {
-  *valore = win32::ToBstr(testo).Cedi();
+  *valore = adapters::win32::ToBstr(testo).Cedi();
 }
 inline void Esporta(const host::Variant& dato, VARIANT* valore) {
-  *valore = win32::ToCom(dato).Cedi();
+  *valore = adapters::win32::ToCom(dato).Cedi();
 }
 inline void Esporta(bool dato, VARIANT_BOOL* valore) {
   *valore = dato ? VARIANT_TRUE : VARIANT_FALSE;

@@ -2,7 +2,7 @@
 
 #include "host/errore.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 std::shared_ptr<host::OggettoFile> CollezioneInMemoria::Item(std::int32_t posizione) {
   return file_[Indice(posizione)];
@@ -18,4 +18,4 @@ std::size_t CollezioneInMemoria::Indice(std::int32_t posizione) const {
   return static_cast<std::size_t>(posizione);
 }
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

@@ -7,7 +7,7 @@
 
 #include "host/oggetti_file.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 class CollezioneInMemoria : public host::CollezioneFile {
  public:
@@ -23,4 +23,4 @@ class CollezioneInMemoria : public host::CollezioneFile {
   std::vector<std::shared_ptr<host::OggettoFile>> file_;
 };
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

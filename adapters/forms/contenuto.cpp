@@ -2,7 +2,7 @@
 
 #include "forms/righe_griglia.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 namespace {
 
@@ -29,4 +29,4 @@ Contenuto ContenutoDi(const std::map<std::string, std::shared_ptr<host::Controll
   return contenuto;
 }
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

@@ -12,7 +12,7 @@
 #include "host/controlli.h"
 #include "host/messaggi.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 using Contenuto = std::vector<std::string>;
 
@@ -22,4 +22,4 @@ using Contenuto = std::vector<std::string>;
 constexpr const char* kDomandaAbbandono = "Chiudere la finestra e perdere le modifiche?";
 constexpr std::int32_t kStileAbbandono = host::kDomanda + host::kSecondoPredefinito;
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

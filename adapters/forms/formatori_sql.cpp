@@ -10,7 +10,7 @@
 #include "host/errore.h"
 #include "host/variant.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 void FormatoDataSql::Data(const std::string& testo) {
   constexpr int kPrimoAnno = 1753;
@@ -58,4 +58,4 @@ host::Variant FormatoNumeroSql::NumeroDB(const host::Variant& valore) {
   return std::string(cifre.data(), fine);
 }
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

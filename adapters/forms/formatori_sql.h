@@ -8,7 +8,7 @@
 #include "host/data_ora.h"
 #include "host/formatori.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 class FormatoDataSql : public host::FormatoData {
  public:
@@ -31,4 +31,4 @@ class FormatoNumeroSql : public host::FormatoNumero {
   [[nodiscard]] host::Variant NumeroDB(const host::Variant& valore) override;
 };
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

@@ -5,7 +5,7 @@
 
 #include "text/text.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 namespace {
 
@@ -64,4 +64,4 @@ std::string TitoloConProgramma(const std::string& testo, const std::string& prog
   return programma.empty() || testo.ends_with(coda) ? testo : testo + coda;
 }
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

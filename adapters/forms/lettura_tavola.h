@@ -8,7 +8,7 @@
 
 #include "host/layout.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 /// The controls that the keyboard reaches, by their tab index; without those that lie below the edge of their
 /// frame.
@@ -23,4 +23,4 @@ namespace orve::forms {
 /// becomes active.
 [[nodiscard]] std::string TitoloConProgramma(const std::string& testo, const std::string& programma);
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

@@ -5,7 +5,7 @@
 
 #include "host/layout.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 inline constexpr int kPuntiPerPollice = 96;  // of the pixel that the layout tables count in
 
@@ -51,4 +51,4 @@ struct RettangoloInPixel {
   return posto;
 }
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

@@ -4,7 +4,7 @@
 
 #include "text/text.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 void Proporzioni::Fissa(float width, float height, std::vector<Elemento> elementi) {
   width_ = width;
@@ -44,4 +44,4 @@ host::Rettangolo Proporzioni::Segue(std::size_t elemento, const host::Rettangolo
           segue(Resize::kAltezza, uno.base.height, perAltezza)};
 }
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

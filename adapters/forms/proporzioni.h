@@ -11,7 +11,7 @@
 #include "host/controlli.h"
 #include "host/layout.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 class Proporzioni {
  public:
@@ -41,4 +41,4 @@ class Proporzioni {
   std::map<std::string, std::int16_t> registrati_;  // by folded name
 };
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

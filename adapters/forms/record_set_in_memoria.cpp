@@ -7,7 +7,7 @@
 
 #include "text/text.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 namespace {
 
@@ -205,4 +205,4 @@ void RecordSetInMemoria::Vai(std::size_t riga) {
   host::Solleva(MoveComplete);
 }
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

@@ -10,7 +10,7 @@
 
 #include "host/record_set_scollegato.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 class RecordSetInMemoria : public host::RecordSetScollegato {
  public:
@@ -50,4 +50,4 @@ class RecordSetInMemoria : public host::RecordSetScollegato {
   std::shared_ptr<Tabella> tabella_;  // shared with the fields that were handed out
 };
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

@@ -5,7 +5,7 @@
 
 #include "host/connection.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 void OrdinaColonne(std::vector<ColonnaGriglia>& colonne) {
   std::stable_sort(colonne.begin(), colonne.end(),
@@ -26,4 +26,4 @@ RigheMostrate RigheDi(host::RecordSetScollegato& righe, const std::vector<Colonn
   return testi;
 }
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

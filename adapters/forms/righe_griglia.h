@@ -8,7 +8,7 @@
 
 #include "host/griglia.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 class ConfigurazioneGriglia : public host::ConfigurazioneGriglia {
  public:
@@ -51,4 +51,4 @@ void OrdinaColonne(std::vector<ColonnaGriglia>& colonne);
 [[nodiscard]] RigheMostrate RigheDi(host::RecordSetScollegato& righe,
                                     const std::vector<ColonnaGriglia>& colonne);
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

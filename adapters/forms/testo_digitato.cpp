@@ -4,7 +4,7 @@
 
 #include "text/text.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 namespace {
 
@@ -38,4 +38,4 @@ std::string TestoAccettato(std::string_view presente, std::string_view digitato,
   return testo;
 }
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

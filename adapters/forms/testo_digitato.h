@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 /// The part of `digitato` that still fits behind `presente` in a box of at most `maxchar` characters (0: no
 /// limit), with its line breaks turned into blanks, or on a box of several lines into carriage return and
@@ -14,4 +14,4 @@ namespace orve::forms {
 [[nodiscard]] std::string TestoAccettato(std::string_view presente, std::string_view digitato,
                                          std::int32_t maxchar, bool multiriga);
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

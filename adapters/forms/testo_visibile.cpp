@@ -4,7 +4,7 @@
 
 #include "text/unseen.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 std::string TestoVisibile(std::string_view testo) {
   return text::ReplaceUnseen(testo, [](char32_t codice, text::Unseen) -> std::optional<std::string> {
@@ -13,4 +13,4 @@ std::string TestoVisibile(std::string_view testo) {
   });
 }
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

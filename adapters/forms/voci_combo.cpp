@@ -2,7 +2,7 @@
 
 #include "host/errore.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 namespace {
 
@@ -49,4 +49,4 @@ const VociCombo::Voce& VociCombo::VoceA(std::int16_t posizione) const {
   return voci_[static_cast<std::size_t>(posizione)];
 }
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

@@ -9,7 +9,7 @@
 
 #include "host/variant.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 class VociCombo {
  public:
@@ -41,4 +41,4 @@ class VociCombo {
   std::int16_t selezionata_ = -1;
 };
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

@@ -3,7 +3,7 @@
 #include "host/errore.h"
 #include "text/text.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 void VociMenu::Aggiungi(const std::string& didascalia, const std::string& chiave) {
   bool attiva = true;
@@ -40,4 +40,4 @@ const VoceMenu* VociMenu::ConChiave(const std::string& chiave) const {
   return nullptr;
 }
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

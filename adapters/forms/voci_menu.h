@@ -9,7 +9,7 @@
 
 #include "host/variant.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 struct VoceMenu {
   std::string didascalia;
@@ -35,4 +35,4 @@ class VociMenu {
   std::map<std::int32_t, bool> attesePerPosizione_;  // from 1
 };
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

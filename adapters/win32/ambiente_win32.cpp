@@ -11,7 +11,7 @@
 #include "win32/posta.h"
 #include "win32/sistema.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 namespace {
 
@@ -98,7 +98,7 @@ class AmbienteWin32 final : public host::Ambiente {
            ClasseRegistrata(classi::kCollezioneFile);
   }
 
-  adapters::win32::finestre::Finestre finestre_;
+  finestre::Finestre finestre_;
   OrologioWin32 orologio_;
   DebugOutputWin32 debug_;
   GeneratoreGuidWin32 guid_;
@@ -113,4 +113,4 @@ std::shared_ptr<host::Ambiente> CreaAmbienteWin32() {
   return std::make_shared<AmbienteWin32>();
 }
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -12,9 +12,9 @@
 
 #include "host/ambiente.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 /// For a thread that has entered an apartment of COM; its objects stay on that thread.
 [[nodiscard]] std::shared_ptr<host::Ambiente> CreaAmbienteWin32();
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

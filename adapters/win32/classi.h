@@ -5,7 +5,7 @@
 // libraries register other names changes them here, or registers these names beside its own.
 #pragma once
 
-namespace orve::win32::classi {
+namespace orve::adapters::win32::classi {
 
 // The SMTP component has no name, only its identifier.
 inline constexpr const wchar_t* kComponenteSmtp = L"{DF8A4FE2-221A-4504-987A-3FD4720DB929}";
@@ -31,4 +31,4 @@ inline constexpr const wchar_t* kSelettoreFile = L"ORVE_LibSrv.SelettoreFile";
 inline constexpr const wchar_t* kOggettoFile = L"ORVE_LibSrv.OggettoFile";
 inline constexpr const wchar_t* kCollezioneFile = L"ORVE_LibSrv.CollezioneFile";
 
-}  // namespace orve::win32::classi
+}  // namespace orve::adapters::win32::classi

@@ -9,7 +9,7 @@
 #include <new>
 #include <utility>
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 /// A counted pointer to a COM interface.
 template <class T>
@@ -166,4 +166,4 @@ class VariantCom {
   VARIANT valore_;
 };
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -5,7 +5,7 @@
 
 #include "win32/classi.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 namespace {
 
@@ -88,4 +88,4 @@ std::shared_ptr<host::RecordSet> AvvolgiRecordSet(Dispatch recordSet) {
   return Avvolgi<RecordSetCom>(std::move(recordSet));
 }
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

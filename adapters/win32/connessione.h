@@ -6,11 +6,11 @@
 #include "host/connection.h"
 #include "win32/dispatch.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 /// The connection that the application handed in; absent for an absent one.
 [[nodiscard]] std::shared_ptr<host::Connection> AvvolgiConnessione(Dispatch connessione);
 /// A result that some other object gave.
 [[nodiscard]] std::shared_ptr<host::RecordSet> AvvolgiRecordSet(Dispatch recordSet);
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

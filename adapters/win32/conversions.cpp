@@ -9,7 +9,7 @@
 #include "host/errore.h"
 #include "win32/oggetto_com.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 namespace {
 
@@ -361,4 +361,4 @@ Variant FromCom(const VARIANT& valore) {
   throw Errore(host::kTipoNonCorrispondente);
 }
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -8,7 +8,7 @@
 #include "host/variant.h"
 #include "win32/com_ptr.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 /// UTF-8 to UTF-16 and back. What is no valid text becomes U+FFFD; NUL characters stay.
 [[nodiscard]] std::wstring ToWide(std::string_view testo);
@@ -36,4 +36,4 @@ namespace orve::win32 {
 /// an error value.
 [[nodiscard]] host::Variant FromCom(const VARIANT& valore);
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -9,7 +9,7 @@
 #include "win32/dispatch.h"
 #include "win32/errori_com.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 namespace {
 
@@ -95,4 +95,4 @@ std::shared_ptr<host::DirectoryObject> DirectoryWin32::ApriOggetto(const std::st
   return std::make_shared<DirectoryObjectCom>(Dispatch(std::move(oggetto)));
 }
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

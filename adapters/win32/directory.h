@@ -3,7 +3,7 @@
 
 #include "host/directory.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 class DirectoryWin32 final : public host::Directory {
  public:
@@ -14,4 +14,4 @@ class DirectoryWin32 final : public host::Directory {
   [[nodiscard]] std::shared_ptr<host::DirectoryObject> ApriOggetto(const std::string& percorso) override;
 };
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

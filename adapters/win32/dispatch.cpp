@@ -11,7 +11,7 @@
 #include "host/errore.h"
 #include "win32/errori_com.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 namespace {
 
@@ -212,4 +212,4 @@ bool ClasseRegistrata(const wchar_t* classe) noexcept {
   return SUCCEEDED(CLSIDFromString(classe, &identificatore));
 }
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -21,7 +21,7 @@
 #include "win32/conversions.h"
 #include "win32/oggetto_com.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 /// The identifier of IDispatchEx, which mingw's libraries leave out.
 inline constexpr IID kDispatchEx = {
@@ -154,4 +154,4 @@ template <class Tipo>
   return oggetto ? std::make_shared<Tipo>(std::move(oggetto)) : nullptr;
 }
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -8,7 +8,7 @@
 #include "win32/com_ptr.h"
 #include "win32/conversions.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 namespace {
 
@@ -128,4 +128,4 @@ host::Errore ErroreDi(HRESULT esito, EXCEPINFO* eccezione) {
   return {parti.numero, std::move(parti.sorgente), std::move(parti.descrizione)};
 }
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

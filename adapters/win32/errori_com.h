@@ -7,7 +7,7 @@
 
 #include "host/errore.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 /// The number by which automation's languages know a failure: that of the object itself where it gives one,
 /// 438 for an unknown member, 13, 6, 5, 9, 7, 70, 429, 445, 449, 450, 462 for the failures that have a number
@@ -23,4 +23,4 @@ inline void Verifica(HRESULT esito) {
   if (FAILED(esito)) throw ErroreDi(esito);
 }
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

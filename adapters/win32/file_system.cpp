@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 namespace {
 
@@ -37,4 +37,4 @@ std::shared_ptr<host::FileSystem> AvvolgiFileSystem(Dispatch fileSystem) {
   return Avvolgi<FileSystemCom>(std::move(fileSystem));
 }
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

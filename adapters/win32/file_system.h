@@ -6,8 +6,8 @@
 #include "host/file_system.h"
 #include "win32/dispatch.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 [[nodiscard]] std::shared_ptr<host::FileSystem> AvvolgiFileSystem(Dispatch fileSystem);
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

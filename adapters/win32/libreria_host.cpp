@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 namespace {
 
@@ -198,4 +198,4 @@ std::shared_ptr<host::CollezioneFile> AvvolgiCollezioneFile(Dispatch collezione)
   return Avvolgi<CollezioneFileCom>(std::move(collezione));
 }
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

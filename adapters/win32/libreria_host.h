@@ -12,7 +12,7 @@
 #include "host/risolutore_percorsi.h"
 #include "win32/dispatch.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 /// The wrapper round an object of each kind; absent for an absent one.
 [[nodiscard]] std::shared_ptr<host::Messaggi> AvvolgiMessaggi(Dispatch messaggi);
@@ -26,4 +26,4 @@ namespace orve::win32 {
 [[nodiscard]] std::shared_ptr<host::SelettoreFile> AvvolgiSelettoreFile(Dispatch selettore);
 [[nodiscard]] std::shared_ptr<host::CollezioneFile> AvvolgiCollezioneFile(Dispatch collezione);
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -11,7 +11,7 @@
 #include "win32/com_ptr.h"
 #include "win32/conversions.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 namespace {
 
@@ -215,4 +215,4 @@ std::int32_t Mapi32Win32::MAPILogoff(host::ManigliaMapi sessione, host::Maniglia
       sessione, finestra, static_cast<ULONG>(flags), static_cast<ULONG>(riservato)));
 }
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -16,7 +16,7 @@
 
 #include "host/mapi32.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 // The records as the library reads them: natural alignment on either width.
 
@@ -86,4 +86,4 @@ class Mapi32Win32 final : public host::Mapi32 {
   std::wstring libreria_;
 };
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -3,7 +3,7 @@
 #include "win32/connessione.h"
 #include "win32/libreria_host.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 namespace {
 
@@ -75,4 +75,4 @@ std::shared_ptr<host::ManagerRubrica> ManagerRubricaDa(IDispatch* oggetto) {
   return Avvolgi<ManagerRubricaCom>(Dispatch(oggetto));
 }
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

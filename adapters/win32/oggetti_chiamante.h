@@ -13,10 +13,10 @@
 #include "host/manager_rubrica.h"
 #include "win32/oggetto_com.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 [[nodiscard]] std::shared_ptr<host::Connection> ConnessioneDa(IDispatch* oggetto);
 [[nodiscard]] std::shared_ptr<host::InterfacciaHost> InterfacciaHostDa(IDispatch* oggetto);
 [[nodiscard]] std::shared_ptr<host::ManagerRubrica> ManagerRubricaDa(IDispatch* oggetto);
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

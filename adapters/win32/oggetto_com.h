@@ -13,7 +13,7 @@
 #include "host/oggetto.h"
 #include "win32/com_ptr.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 class OggettoCom {
  public:
@@ -56,4 +56,4 @@ class OggettoIgnoto final : public host::Oggetto, public OggettoCom {
   ComPtr<IDispatch> oggetto_;
 };
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

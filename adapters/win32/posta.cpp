@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 namespace {
 
@@ -157,4 +157,4 @@ std::shared_ptr<host::MAPIMessages> AvvolgiMAPIMessages(Dispatch controllo) {
   return Avvolgi<MAPIMessagesCom>(std::move(controllo));
 }
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -7,7 +7,7 @@
 #include "host/componente_smtp.h"
 #include "win32/dispatch.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 /// The wrapper round an object of each kind; absent for an absent one.
 [[nodiscard]] std::shared_ptr<host::ComponenteSmtp> AvvolgiComponenteSmtp(Dispatch componente);
@@ -15,4 +15,4 @@ namespace orve::win32 {
 [[nodiscard]] std::shared_ptr<host::MAPISession> AvvolgiMAPISession(Dispatch controllo);
 [[nodiscard]] std::shared_ptr<host::MAPIMessages> AvvolgiMAPIMessages(Dispatch controllo);
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -15,7 +15,7 @@
 #include "win32/conversions.h"
 #include "win32/errori_com.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 namespace {
 
@@ -159,4 +159,4 @@ void RisolutorePercorsiWin32::ImpostaPercorso(const std::string& percorso, bool 
   }));
 }
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -10,7 +10,7 @@
 #include "host/risolutore_percorsi.h"
 #include "host/sistema.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 
 class OrologioWin32 final : public host::Orologio {
  public:
@@ -63,4 +63,4 @@ class RisolutorePercorsiWin32 final : public host::RisolutorePercorsi {
   std::string percorso_;
 };
 
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -80,7 +80,7 @@ class FakeSelettore : public host::SelettoreFile {
   JournalPtr journal_;
 };
 
-class FakeCollezione : public forms::CollezioneInMemoria {
+class FakeCollezione : public adapters::forms::CollezioneInMemoria {
  public:
   explicit FakeCollezione(JournalPtr journal) : journal_(std::move(journal)) {}
   void Clear() override {
@@ -100,7 +100,7 @@ class FakeCollezione : public forms::CollezioneInMemoria {
   JournalPtr journal_;
 };
 
-class FakeRecordSetScollegato : public forms::RecordSetInMemoria {
+class FakeRecordSetScollegato : public adapters::forms::RecordSetInMemoria {
  public:
   explicit FakeRecordSetScollegato(JournalPtr journal) : journal_(std::move(journal)) {}
   void FieldsAppend(const std::string& nome, std::int32_t tipo, std::int32_t dimensione,

@@ -161,7 +161,7 @@ void HeadlessForm::Preme(std::string_view pulsante) {
   host::Solleva(premuto->ButtonClick);
 }
 
-std::vector<forms::VoceMenu> HeadlessForm::ApreMenu(std::string_view pulsante) {
+std::vector<adapters::forms::VoceMenu> HeadlessForm::ApreMenu(std::string_view pulsante) {
   auto* premuto = Raggiunge<headless::Pulsante>(pulsante);
   if (premuto == nullptr) return {};
   EXPECT_TRUE(premuto->disegno.disegno.ismenupopup) << pulsante << " has no menu";
@@ -183,7 +183,8 @@ void HeadlessForm::Digita(std::string_view casella, std::string_view testo) {
   auto* scritta = Raggiunge<headless::ConTesto>(casella);
   if (scritta == nullptr) return;
   const auto& disegno = Mio<headless::Stato>(casella)->disegno.disegno;
-  scritta->testo += forms::TestoAccettato(scritta->testo, testo, disegno.maxchar, disegno.ismultiline);
+  scritta->testo +=
+      adapters::forms::TestoAccettato(scritta->testo, testo, disegno.maxchar, disegno.ismultiline);
 }
 
 void HeadlessForm::Riscrive(std::string_view casella, std::string_view testo) {

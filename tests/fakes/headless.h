@@ -45,7 +45,7 @@ class HeadlessForm : public host::Form {
 
   void Preme(std::string_view pulsante);
   /// Brings the menu up and gives its entries.
-  std::vector<forms::VoceMenu> ApreMenu(std::string_view pulsante);
+  std::vector<adapters::forms::VoceMenu> ApreMenu(std::string_view pulsante);
   void Sceglie(std::string_view pulsante, const std::string& chiave);
   /// Types or pastes at the end of the box.
   void Digita(std::string_view casella, std::string_view testo);

@@ -86,7 +86,7 @@ class Pulsante : public Controllo<host::KVL_TBARMENU> {
     Scrive("EnableMenuItem", Mostra(chiaveOPosizione) + "|" + SiNo(attiva));
     voci.Abilita(chiaveOPosizione, attiva);
   }
-  forms::VociMenu voci;
+  adapters::forms::VociMenu voci;
 };
 
 /// Both kinds of text box.
@@ -162,7 +162,7 @@ class Combo : public Controllo<host::KVL_COMBO> {
     voci.SelezionaPosizione(posizione);
     host::Solleva(Change, posizione);
   }
-  forms::VociCombo voci;
+  adapters::forms::VociCombo voci;
 };
 
 class Proporzioni : public Controllo<host::KVL_RESIZEFORM> {

@@ -19,7 +19,7 @@
 
 namespace orve::prova {
 
-using win32::ComPtr;
+using adapters::win32::ComPtr;
 
 inline constexpr GUID kMessaggiPlayed = {
     0x3b1f0d52, 0x54c8, 0x4c55, {0x8e, 0x0a, 0x77, 0x1d, 0x52, 0xc9, 0x31, 0x08}};
@@ -68,7 +68,7 @@ class MessaggiMuti final : public IClassFactory, public IDispatch {
   HRESULT STDMETHODCALLTYPE Invoke(DISPID membro, REFIID, LCID, WORD, DISPPARAMS* argomenti,
                                    VARIANT* risultato, EXCEPINFO*, UINT*) override {
     if (membro == kMessaggio && argomenti->cArgs == 4) {
-      detti.push_back(win32::FromCom(argomenti->rgvarg[3]).ToText());
+      detti.push_back(adapters::win32::FromCom(argomenti->rgvarg[3]).ToText());
     }
     if (risultato == nullptr) return S_OK;
     VariantInit(risultato);
@@ -93,7 +93,7 @@ class MessaggiMuti final : public IClassFactory, public IDispatch {
 // name in front.
 struct ChiamataTardiva {
   HRESULT esito = S_OK;
-  win32::VariantCom risultato;
+  adapters::win32::VariantCom risultato;
   EXCEPINFO eccezione{};
 
   ChiamataTardiva(IDispatch* oggetto, const wchar_t* membro, WORD modo, std::vector<VARIANT> argomenti,
@@ -142,10 +142,10 @@ class Ascoltatore final : public IDispatch {
     for (UINT indice = 6; indice > 0; --indice) {
       const VARIANT& argomento = argomenti->rgvarg[indice - 1];
       if (V_VT(&argomento) != (VT_BSTR | VT_BYREF)) return DISP_E_TYPEMISMATCH;
-      visti.push_back(win32::FromBstr(*V_BSTRREF(&argomento)));
+      visti.push_back(adapters::win32::FromBstr(*V_BSTRREF(&argomento)));
     }
     BSTR* oggetto = V_BSTRREF(&argomenti->rgvarg[5]);
-    SysReAllocString(oggetto, win32::ToWide(visti[0] + " " + parola_).c_str());
+    SysReAllocString(oggetto, adapters::win32::ToWide(visti[0] + " " + parola_).c_str());
     if (azione) azione();
     return esito;
   }

@@ -13,9 +13,9 @@
 namespace orve {
 namespace {
 
+using adapters::win32::Bstr;
+using adapters::win32::VariantCom;
 using prova::ChiamataTardiva;
-using win32::Bstr;
-using win32::VariantCom;
 
 class MembroPredefinito : public prova::ClienteAnticipato {
  protected:
@@ -25,7 +25,7 @@ class MembroPredefinito : public prova::ClienteAnticipato {
     campo_ = prova::CreaDoppio("campo", giornale_);
     campo_->Predefinito(DISPATCH_PROPERTYGET, [this](const prova::ArrivoCom&) {
       if (guasto_) throw host::Errore(3021, "Righe", "BOF o EOF è True");
-      return win32::ToCom(valore_);
+      return adapters::win32::ToCom(valore_);
     });
     servizio_ = Crea<ICLSFW_MAILSERVER>(CLSID_CLSFW_MAILSERVER);
     ASSERT_TRUE(servizio_);
@@ -39,7 +39,7 @@ class MembroPredefinito : public prova::ClienteAnticipato {
   [[nodiscard]] host::Variant Ditta() const {
     VariantCom letta;
     EXPECT_EQ(servizio_->get_DittaCorrente(letta.Uscita()), S_OK);
-    return win32::FromCom(letta.Get());
+    return adapters::win32::FromCom(letta.Get());
   }
 
   /// Writes an object to a property of any type and to one of text, and finds its value in both.
@@ -51,14 +51,14 @@ class MembroPredefinito : public prova::ClienteAnticipato {
     EXPECT_EQ(Ditta(), host::Variant("C001"));
     Bstr testo;
     EXPECT_EQ(servizio_->get_vOggetto(testo.Uscita()), S_OK);
-    EXPECT_EQ(win32::FromBstr(testo.Get()), "C001");
+    EXPECT_EQ(adapters::win32::FromBstr(testo.Get()), "C001");
   }
 
   host::Variant valore_ = "C001";
   bool guasto_ = false;
   prova::GiornaleCom giornale_ = std::make_shared<std::vector<std::string>>();
-  win32::ComPtr<prova::DoppioCom> campo_;
-  win32::ComPtr<ICLSFW_MAILSERVER> servizio_;
+  adapters::win32::ComPtr<prova::DoppioCom> campo_;
+  adapters::win32::ComPtr<ICLSFW_MAILSERVER> servizio_;
 };
 
 TEST_F(MembroPredefinito, ACompiledClientWritesTheValueAndSetsTheObject) {
@@ -66,7 +66,7 @@ TEST_F(MembroPredefinito, ACompiledClientWritesTheValueAndSetsTheObject) {
   valore_ = "C002";
   EXPECT_EQ(Ditta(), host::Variant("C001"));
   ASSERT_EQ(servizio_->putref_DittaCorrente(Campo().Get()), S_OK);
-  EXPECT_EQ(win32::ComDi(Ditta().ToObject()), static_cast<IDispatch*>(campo_.Get()));
+  EXPECT_EQ(adapters::win32::ComDi(Ditta().ToObject()), static_cast<IDispatch*>(campo_.Get()));
 }
 
 TEST_F(MembroPredefinito, AVariableByReferenceHoldsAnObjectLikeAnyOther) {
@@ -89,8 +89,9 @@ TEST_F(MembroPredefinito, AnErrorOfTheDefaultMemberIsTheErrorOfTheCall) {
                                   {DISPID_PROPERTYPUT});
     EXPECT_EQ(scritta.esito, DISP_E_EXCEPTION);
     EXPECT_EQ(scritta.eccezione.scode, static_cast<HRESULT>(0x800A0BCD));
-    EXPECT_EQ(win32::FromBstr(Bstr::Adotta(scritta.eccezione.bstrSource).Get()), "Righe");
-    EXPECT_EQ(win32::FromBstr(Bstr::Adotta(scritta.eccezione.bstrDescription).Get()), "BOF o EOF è True");
+    EXPECT_EQ(adapters::win32::FromBstr(Bstr::Adotta(scritta.eccezione.bstrSource).Get()), "Righe");
+    EXPECT_EQ(adapters::win32::FromBstr(Bstr::Adotta(scritta.eccezione.bstrDescription).Get()),
+              "BOF o EOF è True");
   }
   EXPECT_EQ(servizio_->AvviaProceduraInvio(Campo().Get(), kvDestinatarioFaxCliente),
             static_cast<HRESULT>(0x800A0BCD));

@@ -22,12 +22,12 @@
 namespace orve {
 namespace {
 
+using adapters::win32::Bstr;
+using adapters::win32::ComPtr;
+using adapters::win32::VariantCom;
 using prova::ChiamataTardiva;
 using prova::ClienteAnticipato;
 using prova::Esportata;
-using win32::Bstr;
-using win32::ComPtr;
-using win32::VariantCom;
 
 TEST_F(ClienteAnticipato, TheRecipientCannotBeCreated) {
   ComPtr<IClassFactory> fabbrica;
@@ -88,8 +88,8 @@ TEST_F(ClienteAnticipato, ArgumentsAreTakenByTheirNames) {
   LPOLESTR nomi[] = {membro, casella, indirizzo};
   DISPID numeri[3] = {};
   ASSERT_EQ(coll->GetIDsOfNames(IID_NULL, nomi, 3, LOCALE_USER_DEFAULT, numeri), S_OK);
-  const VariantCom testo = win32::ToCom("anna@x.example");
-  const VariantCom numero = win32::ToCom(2);
+  const VariantCom testo = adapters::win32::ToCom("anna@x.example");
+  const VariantCom numero = adapters::win32::ToCom(2);
   const ChiamataTardiva chiamata(coll.Get(), membro, DISPATCH_METHOD, {numero.Get(), testo.Get()},
                                  {numeri[1], numeri[2]});
   ASSERT_EQ(chiamata.esito, S_OK);
@@ -101,7 +101,7 @@ TEST_F(ClienteAnticipato, ArgumentsAreTakenByTheirNames) {
   EXPECT_EQ(letta, 2);
   Bstr letto;
   EXPECT_EQ(destinatario->get_Indirizzo(letto.Uscita()), S_OK);
-  EXPECT_EQ(win32::FromBstr(letto.Get()), "anna@x.example");
+  EXPECT_EQ(adapters::win32::FromBstr(letto.Get()), "anna@x.example");
 
   // One argument by its place, one by its name; and one by a name that the member does not have.
   const ChiamataTardiva mista(coll.Get(), membro, DISPATCH_METHOD, {numero.Get(), testo.Get()}, {numeri[1]});
@@ -147,12 +147,13 @@ TEST_F(ClienteAnticipato, AnIndexBehindAPropertyWithoutItsCollectionIsError91) {
     const auto servizio = Crea<ICLSFW_MAILSERVER>(CLSID_CLSFW_MAILSERVER);
     ASSERT_TRUE(servizio);
     const ChiamataTardiva letta(servizio.Get(), L"vCollDestinatari", DISPATCH_PROPERTYGET,
-                                {win32::ToCom(1).Get()});
+                                {adapters::win32::ToCom(1).Get()});
     EXPECT_EQ(letta.esito, DISP_E_EXCEPTION);
     EXPECT_EQ(letta.eccezione.scode, static_cast<HRESULT>(0x800A005B));
-    EXPECT_EQ(win32::FromBstr(Bstr::Adotta(letta.eccezione.bstrSource).Get()), "ORVE_MAILSERVER");
-    EXPECT_NE(win32::FromBstr(Bstr::Adotta(letta.eccezione.bstrDescription).Get()), "");
-    const ChiamataTardiva testo(servizio.Get(), L"vOggetto", DISPATCH_PROPERTYGET, {win32::ToCom(1).Get()});
+    EXPECT_EQ(adapters::win32::FromBstr(Bstr::Adotta(letta.eccezione.bstrSource).Get()), "ORVE_MAILSERVER");
+    EXPECT_NE(adapters::win32::FromBstr(Bstr::Adotta(letta.eccezione.bstrDescription).Get()), "");
+    const ChiamataTardiva testo(servizio.Get(), L"vOggetto", DISPATCH_PROPERTYGET,
+                                {adapters::win32::ToCom(1).Get()});
     EXPECT_EQ(testo.esito, DISP_E_BADPARAMCOUNT);
   }
   RitiraMessaggi();
@@ -160,22 +161,22 @@ TEST_F(ClienteAnticipato, AnIndexBehindAPropertyWithoutItsCollectionIsError91) {
 
 TEST_F(ClienteAnticipato, MembersOfARecipientAreCalledThroughTheVtable) {
   const auto coll = Crea<ICollDestinatari>(CLSID_CollDestinatari);
-  Bstr indirizzo = win32::ToBstr("anna@x.example");
-  Bstr nome = win32::ToBstr("Anna Più €");
+  Bstr indirizzo = adapters::win32::ToBstr("anna@x.example");
+  Bstr nome = adapters::win32::ToBstr("Anna Più €");
   short casella = 2;
   ComPtr<IDestinatario> destinatario;
   // Optional arguments by reference are left out as null pointers.
   ASSERT_EQ(
       coll->AddFromLista(indirizzo.Uscita(), nullptr, nullptr, &casella, nullptr, destinatario.Uscita()),
       S_OK);
-  indirizzo = win32::ToBstr("anna@x.example");
+  indirizzo = adapters::win32::ToBstr("anna@x.example");
   BSTR testo = indirizzo.Get();
   BSTR testoNome = nome.Get();
   ASSERT_EQ(coll->Add(&testo, &testoNome, nullptr, nullptr, destinatario.Uscita()), S_OK);
   EXPECT_EQ(testo, indirizzo.Get()) << "an argument by reference was changed";
   Bstr letto;
   ASSERT_EQ(destinatario->get_Nome(letto.Uscita()), S_OK);
-  EXPECT_EQ(win32::FromBstr(letto.Get()), "Anna Più €");
+  EXPECT_EQ(adapters::win32::FromBstr(letto.Get()), "Anna Più €");
   ASSERT_EQ(destinatario->put_Casella(7), S_OK);
   ASSERT_EQ(destinatario->get_Casella(&casella), S_OK);
   EXPECT_EQ(casella, 7);
@@ -252,9 +253,9 @@ TEST_F(ClienteAnticipato, AnErrorTravelsAsNumberSourceAndDescription) {
   ASSERT_EQ(GetErrorInfo(0, errore.Uscita()), S_OK);
   Bstr testo;
   ASSERT_EQ(errore->GetSource(testo.Uscita()), S_OK);
-  EXPECT_EQ(win32::FromBstr(testo.Get()), "ORVE_MAILSERVER");
+  EXPECT_EQ(adapters::win32::FromBstr(testo.Get()), "ORVE_MAILSERVER");
   ASSERT_EQ(errore->GetDescription(testo.Uscita()), S_OK);
-  EXPECT_EQ(win32::FromBstr(testo.Get()), "Indice non compreso nell'intervallo");
+  EXPECT_EQ(adapters::win32::FromBstr(testo.Get()), "Indice non compreso nell'intervallo");
   GUID interfaccia = GUID_NULL;
   ASSERT_EQ(errore->GetGUID(&interfaccia), S_OK);
   EXPECT_EQ(interfaccia, IID_ICollDestinatari);
@@ -263,7 +264,7 @@ TEST_F(ClienteAnticipato, AnErrorTravelsAsNumberSourceAndDescription) {
 TEST_F(ClienteAnticipato, TheEnumeratorWalksSkipsResetsAndClones) {
   const auto coll = Crea<ICollDestinatari>(CLSID_CollDestinatari);
   for (const char* nome : {"a", "b", "c"}) {
-    const Bstr indirizzo = win32::ToBstr(nome);
+    const Bstr indirizzo = adapters::win32::ToBstr(nome);
     BSTR testo = indirizzo.Get();
     ComPtr<IDestinatario> nuovo;
     ASSERT_EQ(coll->Add(&testo, nullptr, nullptr, nullptr, nuovo.Uscita()), S_OK);
@@ -294,7 +295,7 @@ TEST_F(ClienteAnticipato, EachObjectTellsTheDebugOutputOfItsBirthAndItsEnd) {
   Crea<ICLSFW_MAILSERVER>(CLSID_CLSFW_MAILSERVER).Reset();
   {
     const auto coll = Crea<ICollDestinatari>(CLSID_CollDestinatari);
-    const Bstr indirizzo = win32::ToBstr("anna@x.example");
+    const Bstr indirizzo = adapters::win32::ToBstr("anna@x.example");
     BSTR testo = indirizzo.Get();
     ComPtr<IDestinatario> destinatario;
     EXPECT_EQ(coll->Add(&testo, nullptr, nullptr, nullptr, destinatario.Uscita()), S_OK);
@@ -350,7 +351,7 @@ class RadiceDiProva {
     DWORD misura = sizeof(testo) - sizeof(wchar_t);
     const LSTATUS letto =
         RegGetValueW(chiave_, percorso.c_str(), nome, RRF_RT_REG_SZ, nullptr, testo, &misura);
-    return letto == ERROR_SUCCESS ? win32::ToUtf8(testo) : "(assente)";
+    return letto == ERROR_SUCCESS ? adapters::win32::ToUtf8(testo) : "(assente)";
   }
 
  private:
@@ -365,7 +366,7 @@ TEST_F(ClienteAnticipato, RegisteringEntersTheCreatableClassesAndUnregisteringTa
   ASSERT_EQ(Esportata<SenzaArgomenti>(modulo_, "DllRegisterServer")(), S_OK);
   const std::wstring classe =
       L"Software\\Classes\\CLSID\\" +
-      win32::ToWide(macchina.Valore(L"Software\\Classes\\ORVE_MAILSERVER.Mittente\\CLSID", L""));
+      adapters::win32::ToWide(macchina.Valore(L"Software\\Classes\\ORVE_MAILSERVER.Mittente\\CLSID", L""));
   EXPECT_TRUE(macchina.Valore(classe + L"\\InprocServer32", L"").ends_with("orve_mailserver.dll"));
   EXPECT_EQ(macchina.Valore(classe + L"\\InprocServer32", L"ThreadingModel"), "Apartment");
   EXPECT_EQ(macchina.Valore(classe + L"\\ProgID", L""), "ORVE_MAILSERVER.Mittente");

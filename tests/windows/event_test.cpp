@@ -14,13 +14,13 @@
 namespace orve {
 namespace {
 
+using adapters::win32::Bstr;
+using adapters::win32::ComPtr;
 using prova::Ascoltatore;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-using win32::Bstr;
-using win32::ComPtr;
 
 class EventoDelServizio : public prova::ClienteAnticipato {
  protected:
@@ -34,11 +34,11 @@ class EventoDelServizio : public prova::ClienteAnticipato {
     ASSERT_TRUE(contenitore);
     ASSERT_EQ(contenitore->FindConnectionPoint(DIID_DCLSFW_MAILSERVEREventi, punto.Uscita()), S_OK);
     ASSERT_EQ(servizio->putref_ConnectionADO(&messaggi_), S_OK);
-    ASSERT_EQ(servizio->put_vOggetto(win32::ToBstr("Fattura").Get()), S_OK);
+    ASSERT_EQ(servizio->put_vOggetto(adapters::win32::ToBstr("Fattura").Get()), S_OK);
     ASSERT_EQ(servizio->put_vFlagCorpo(1), S_OK);
     ASSERT_EQ(servizio->put_SrvMailInstallato(::kvSMTPMail), S_OK);
     ASSERT_EQ(servizio->put_ModalitaInvio(::kvAutomatico), S_OK);
-    ASSERT_EQ(servizio->put_DestinatariA(win32::ToBstr("Anna<anna@x.example>").Get()), S_OK);
+    ASSERT_EQ(servizio->put_DestinatariA(adapters::win32::ToBstr("Anna<anna@x.example>").Get()), S_OK);
   }
   void TearDown() override {
     punto.Reset();
@@ -64,7 +64,7 @@ class EventoDelServizio : public prova::ClienteAnticipato {
   std::string Oggetto() {
     Bstr letto;
     EXPECT_EQ(servizio->get_vOggetto(letto.Uscita()), S_OK);
-    return win32::FromBstr(letto.Get());
+    return adapters::win32::FromBstr(letto.Get());
   }
 
   // They outlive the service, which holds them.
@@ -114,7 +114,7 @@ TEST_F(EventoDelServizio, AsksTheHandlersInOrderAndEachSeesWhatTheOneBeforeLeft)
   // One that goes and comes back is the last.
   punto->Unadvise(numero);
   Attacca(secondo);
-  servizio->put_vOggetto(win32::ToBstr("Fattura").Get());
+  servizio->put_vOggetto(adapters::win32::ToBstr("Fattura").Get());
   Invia();
   EXPECT_EQ(Oggetto(), "Fattura uno tre due");
 }

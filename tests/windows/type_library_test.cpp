@@ -19,8 +19,8 @@
 namespace orve {
 namespace {
 
-using win32::Bstr;
-using win32::ComPtr;
+using adapters::win32::Bstr;
+using adapters::win32::ComPtr;
 
 using Attributi = std::unique_ptr<TYPEATTR, std::function<void(TYPEATTR*)>>;
 Attributi AttributiDi(ITypeInfo& tipo) {
@@ -32,7 +32,7 @@ Attributi AttributiDi(ITypeInfo& tipo) {
 std::string NomeDi(ITypeInfo& tipo, MEMBERID membro) {
   Bstr nome;
   tipo.GetDocumentation(membro, nome.Uscita(), nullptr, nullptr, nullptr);
-  return win32::FromBstr(nome.Get());
+  return adapters::win32::FromBstr(nome.Get());
 }
 
 using Visita = std::function<void(const FUNCDESC&)>;
@@ -52,7 +52,8 @@ std::string MembriDi(ITypeInfo& enumerazione) {
   VARDESC* membro = nullptr;
   for (UINT indice = 0; SUCCEEDED(enumerazione.GetVarDesc(indice, &membro)); ++indice) {
     EXPECT_EQ(membro->varkind, VAR_CONST);
-    membri += NomeDi(enumerazione, membro->memid) + " " + win32::FromCom(*membro->lpvarValue).ToText() + ";";
+    membri += NomeDi(enumerazione, membro->memid) + " " +
+              adapters::win32::FromCom(*membro->lpvarValue).ToText() + ";";
     enumerazione.ReleaseVarDesc(membro);
   }
   return membri;
@@ -71,8 +72,8 @@ std::string Parametro(const ELEMDESC& elemento, const std::string& nome) {
   if (elemento.tdesc.vt == VT_PTR) testo += "&";
   if ((modi & PARAMFLAG_FHASDEFAULT) != 0) {
     const VARIANT& predefinito = elemento.paramdesc.pparamdescex->varDefaultValue;
-    testo += V_VT(&predefinito) == VT_BSTR ? "=\"" + win32::FromBstr(V_BSTR(&predefinito)) + "\""
-                                           : "=" + win32::FromCom(predefinito).ToText();
+    testo += V_VT(&predefinito) == VT_BSTR ? "=\"" + adapters::win32::FromBstr(V_BSTR(&predefinito)) + "\""
+                                           : "=" + adapters::win32::FromCom(predefinito).ToText();
   }
   return testo;
 }
@@ -127,7 +128,8 @@ class LibreriaDeiTipi : public ::testing::Test {
       for (SHORT indice = 0; indice < funzione.cParams; ++indice) {
         const ELEMDESC& elemento = funzione.lprgelemdescParam[indice];
         if ((elemento.paramdesc.wParamFlags & PARAMFLAG_FRETVAL) != 0) continue;
-        parametri.push_back(Parametro(elemento, win32::FromBstr(nomi[static_cast<std::size_t>(indice) + 1])));
+        parametri.push_back(
+            Parametro(elemento, adapters::win32::FromBstr(nomi[static_cast<std::size_t>(indice) + 1])));
       }
       for (BSTR nome : nomi) SysFreeString(nome);
     });

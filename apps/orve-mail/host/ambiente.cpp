@@ -98,11 +98,11 @@ std::shared_ptr<host::Messaggi> AmbienteProgramma::CreaMessaggi() {
 }
 
 std::shared_ptr<host::FormatoData> AmbienteProgramma::CreaFormatoData() {
-  return std::make_shared<forms::FormatoDataSql>();
+  return std::make_shared<adapters::forms::FormatoDataSql>();
 }
 
 std::shared_ptr<host::FormatoNumero> AmbienteProgramma::CreaFormatoNumero() {
-  return std::make_shared<forms::FormatoNumeroSql>();
+  return std::make_shared<adapters::forms::FormatoNumeroSql>();
 }
 
 std::shared_ptr<host::RegistroInvio> AmbienteProgramma::CreaRegistroInvio() {

@@ -7,7 +7,7 @@
 
 #include "host/errore.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 
 TEST(FormatoDataSql, GoodDatesComeOutAsYearMonthDay) {
   for (const std::string testo :
@@ -56,4 +56,4 @@ TEST(FormatoNumeroSql, WhatIsNoNumberIsAnError) {
   EXPECT_THROW((void)formato.NumeroDB(host::Null{}), host::Errore);
 }
 
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

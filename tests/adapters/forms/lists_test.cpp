@@ -12,7 +12,7 @@
 #include "forms/voci_menu.h"
 #include "text/text.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 namespace {
 
 using fakes::NumeroDi;
@@ -175,4 +175,4 @@ TEST(CollezioneInMemoria, APositionWithoutAFileRaisesNine) {
 }
 
 }  // namespace
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

@@ -7,7 +7,7 @@
 #include "fakes/errori.h"
 #include "forms/record_set_in_memoria.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 namespace {
 
 using fakes::NumeroDi;
@@ -169,4 +169,4 @@ TEST_F(RecordSetScollegato, AFieldOutlivesItsRecordSet) {
 }
 
 }  // namespace
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

@@ -11,7 +11,7 @@
 #include "forms/misure.h"
 #include "forms/proporzioni.h"
 
-namespace orve::forms {
+namespace orve::adapters::forms {
 namespace {
 
 using ::testing::ElementsAre;
@@ -97,4 +97,4 @@ TEST(Proporzioni, AWindowWithoutASizeKeepsNone) {
 }
 
 }  // namespace
-}  // namespace orve::forms
+}  // namespace orve::adapters::forms

@@ -20,15 +20,15 @@
 namespace orve {
 namespace {
 
+using adapters::win32::Bstr;
+using adapters::win32::ComPtr;
+using adapters::win32::ToBstr;
+using adapters::win32::VariantCom;
 using adapters::win32::finestre::Attendi;
 using adapters::win32::finestre::Compagno;
 using adapters::win32::finestre::InFinestra;
 using adapters::win32::finestre::Programma;
 using adapters::win32::finestre::Vista;
-using win32::Bstr;
-using win32::ComPtr;
-using win32::ToBstr;
-using win32::VariantCom;
 
 template <class Funzione>
 Funzione Esportata(HMODULE modulo, const char* nome) {
@@ -49,7 +49,7 @@ class FinestreDellaDll : public ::testing::Test {
     ASSERT_EQ(daClasse(CLSID_CLSFW_MAILSERVER, IID_IClassFactory, fabbrica.UscitaVoid()), S_OK);
     ASSERT_EQ(fabbrica->CreateInstance(nullptr, __uuidof(ICLSFW_MAILSERVER), servizio.UscitaVoid()), S_OK);
     ASSERT_EQ(servizio->putref_ConnectionADO(host->Connessione().Get()), S_OK);
-    ASSERT_EQ(servizio->put_DittaCorrente(win32::ToCom(1).Get()), S_OK);
+    ASSERT_EQ(servizio->put_DittaCorrente(adapters::win32::ToCom(1).Get()), S_OK);
     VariantCom ignorato;
     ASSERT_EQ(servizio->GetImpostazioni(ignorato.Uscita()), S_OK);
     ASSERT_EQ(servizio->InizializzaRegistroInvioMailMultiprofilo(ToBstr("FATTURE").Get(), ToBstr("").Get(), 7,
@@ -76,13 +76,14 @@ class FinestreDellaDll : public ::testing::Test {
   }
   void Invia(Azione persona) {
     const Compagno qualcuno(InFinestra(programma, LayoutOpzMail(), std::move(persona)));
-    EXPECT_EQ(servizio->AvviaProceduraInvio(win32::ToCom("501").Get(), ::kvDestinatarioFaxCliente), S_OK);
+    EXPECT_EQ(servizio->AvviaProceduraInvio(adapters::win32::ToCom("501").Get(), ::kvDestinatarioFaxCliente),
+              S_OK);
   }
   [[nodiscard]] bool Consegnato() const { return host->Annotato("smtp.SendMail"); }
   [[nodiscard]] std::string Testo(HRESULT (STDMETHODCALLTYPE ICLSFW_MAILSERVER::*lettura)(BSTR*)) {
     Bstr letto;
     EXPECT_EQ((servizio.Get()->*lettura)(letto.Uscita()), S_OK);
-    return win32::FromBstr(letto.Get());
+    return adapters::win32::FromBstr(letto.Get());
   }
   [[nodiscard]] bool Vero(HRESULT (STDMETHODCALLTYPE ICLSFW_MAILSERVER::*lettura)(VARIANT_BOOL*)) {
     VARIANT_BOOL letto = VARIANT_FALSE;
@@ -129,7 +130,7 @@ TEST_F(FinestreDellaDll, ConfirmedParametersAreReadBackThroughTheMembers) {
   ASSERT_TRUE(account);
   Bstr indirizzo;
   ASSERT_EQ(account->get_Indirizzo(indirizzo.Uscita()), S_OK);
-  EXPECT_EQ(win32::FromBstr(indirizzo.Get()), "noi@azienda.example");
+  EXPECT_EQ(adapters::win32::FromBstr(indirizzo.Get()), "noi@azienda.example");
 }
 
 TEST_F(FinestreDellaDll, CancelledParametersStayAsTheyWere) {
@@ -178,7 +179,7 @@ TEST_F(FinestreDellaDll, EscapeSendsNothingAndLeavesTheMessage) {
     finestra.Riscrive("TXT_OGGETTO", "Cambiata");
     finestra.Fuoco("TXT_OGGETTO");
     finestra.Tasto(VK_ESCAPE);
-    Risponde(programma, forms::kDomandaAbbandono, IDYES);
+    Risponde(programma, adapters::forms::kDomandaAbbandono, IDYES);
     EXPECT_TRUE(Attendi([&] { return !finestra.Aperta(); }));
   });
   EXPECT_FALSE(Consegnato()) << host->Giornale();

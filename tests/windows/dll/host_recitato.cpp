@@ -13,9 +13,9 @@
 
 namespace orve::prova {
 
-using win32::ComPtr;
-using win32::ToCom;
-using win32::VariantCom;
+using adapters::win32::ComPtr;
+using adapters::win32::ToCom;
+using adapters::win32::VariantCom;
 
 namespace {
 
@@ -54,21 +54,21 @@ HostRecitato::HostRecitato()
     classi_.Recita(classe,
                    [fabbrica = std::move(fabbrica)] { return VariantCom::DiOggetto(fabbrica().Get()); });
   };
-  recita(win32::classi::kConnessione, [this] { return Connessione(); });
-  recita(win32::classi::kMessaggi, [this] {
+  recita(adapters::win32::classi::kConnessione, [this] { return Connessione(); });
+  recita(adapters::win32::classi::kMessaggi, [this] {
     return Annotante(
         L"messaggi",
         Con({{L"TitoloFinestra", [](const Argomenti& dati) { return VariantCom(ToCom(dati.Testo(0))); }},
              {L"MostraMsg", [](const Argomenti&) { return ToCom(1); }}}));
   });
-  recita(win32::classi::kRegistroInvio, [this] { return Annotante(L"registro", Registro()); });
-  recita(win32::classi::kParametri, [this] {
+  recita(adapters::win32::classi::kRegistroInvio, [this] { return Annotante(L"registro", Registro()); });
+  recita(adapters::win32::classi::kParametri, [this] {
     return Annotante(L"parametri", Con({{L"GetParametriCorpoMail", [](const Argomenti&) {
                                            return ToCom(host::Variant::Array{host::Variant(
                                                host::Variant::Array{"Ragione sociale", "RagSoc"})});
                                          }}}));
   });
-  recita(win32::classi::kComponenteSmtp, [this] { return Annotante(L"smtp", Smtp()); });
+  recita(adapters::win32::classi::kComponenteSmtp, [this] { return Annotante(L"smtp", Smtp()); });
 }
 
 bool HostRecitato::Annotato(const std::string& riga) const {

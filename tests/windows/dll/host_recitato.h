@@ -29,7 +29,7 @@ class HostRecitato {
     risposte_[domanda][colonna] = std::move(valore);
   }
   void SenzaRighe(const std::string& domanda) { senzaRighe_ = domanda; }
-  [[nodiscard]] win32::ComPtr<IDispatch> Connessione();
+  [[nodiscard]] adapters::win32::ComPtr<IDispatch> Connessione();
 
   /// The calls of the SMTP component and the messages shown, one a line.
   [[nodiscard]] const std::string& Giornale() const { return giornale_; }
@@ -40,11 +40,11 @@ class HostRecitato {
   using Riga = std::map<std::string, host::Variant>;
 
   [[nodiscard]] std::vector<Riga> Trova(const std::string& domanda) const;
-  [[nodiscard]] static win32::ComPtr<IDispatch> Righe(std::vector<Riga> trovate);
-  [[nodiscard]] win32::ComPtr<IDispatch> Registro();
-  [[nodiscard]] win32::ComPtr<IDispatch> Smtp();
-  [[nodiscard]] win32::ComPtr<IDispatch> Annotante(const std::wstring& nome,
-                                                   win32::ComPtr<IDispatch> oggetto);
+  [[nodiscard]] static adapters::win32::ComPtr<IDispatch> Righe(std::vector<Riga> trovate);
+  [[nodiscard]] adapters::win32::ComPtr<IDispatch> Registro();
+  [[nodiscard]] adapters::win32::ComPtr<IDispatch> Smtp();
+  [[nodiscard]] adapters::win32::ComPtr<IDispatch> Annotante(const std::wstring& nome,
+                                                             adapters::win32::ComPtr<IDispatch> oggetto);
 
   Riga colonne_;
   std::map<std::string, Riga> risposte_;

@@ -38,26 +38,27 @@ DISPID NumeroDi(IDispatch& oggetto, const std::wstring& nome) {
   std::wstring copia = nome;
   LPOLESTR testo = copia.data();
   if (SUCCEEDED(oggetto.GetIDsOfNames(IID_NULL, &testo, 1, LOCALE_USER_DEFAULT, &numero))) return numero;
-  const auto estesa = win32::ComPtr(&oggetto).Come<IDispatchEx>(__uuidof(IDispatchEx));
-  const auto nomeBstr = win32::Bstr::Adotta(SysAllocString(nome.c_str()));
+  const auto estesa = adapters::win32::ComPtr(&oggetto).Come<IDispatchEx>(__uuidof(IDispatchEx));
+  const auto nomeBstr = adapters::win32::Bstr::Adotta(SysAllocString(nome.c_str()));
   if (estesa && SUCCEEDED(estesa->GetDispID(nomeBstr.Get(), fdexNameCaseInsensitive, &numero))) return numero;
   return DISPID_UNKNOWN;
 }
 
-win32::VariantCom Chiama(IDispatch& oggetto, DISPID membro, WORD modi, std::vector<VARIANT> argomenti) {
+adapters::win32::VariantCom Chiama(IDispatch& oggetto, DISPID membro, WORD modi,
+                                   std::vector<VARIANT> argomenti) {
   std::reverse(argomenti.begin(), argomenti.end());
   DISPID scritto = DISPID_PROPERTYPUT;
   const bool scrittura = (modi & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
   DISPPARAMS parametri{argomenti.data(), scrittura ? &scritto : nullptr, static_cast<UINT>(argomenti.size()),
                        scrittura ? 1U : 0U};
-  win32::VariantCom risultato;
+  adapters::win32::VariantCom risultato;
   EXCEPINFO eccezione{};
   const Livello livello;
   riferito.reset();
   const HRESULT esito = oggetto.Invoke(membro, IID_NULL, LOCALE_USER_DEFAULT, modi, &parametri,
                                        risultato.Uscita(), &eccezione, nullptr);
   if (esito == kRiferitoAllOspite && riferito) throw host::Errore(*riferito);
-  if (FAILED(esito)) throw win32::ErroreDi(esito, &eccezione);
+  if (FAILED(esito)) throw adapters::win32::ErroreDi(esito, &eccezione);
   return risultato;
 }
 

@@ -18,7 +18,8 @@ namespace orve::prova {
 [[nodiscard]] DISPID NumeroDi(IDispatch& oggetto, const std::wstring& nome);
 
 /// Calls the member with the arguments in the order in which they are written; raises the object's error.
-win32::VariantCom Chiama(IDispatch& oggetto, DISPID membro, WORD modi, std::vector<VARIANT> argomenti = {});
+adapters::win32::VariantCom Chiama(IDispatch& oggetto, DISPID membro, WORD modi,
+                                   std::vector<VARIANT> argomenti = {});
 
 /// Whether a call of Chiama is under way. An error of the script in it is the caller's, not one that nobody
 /// caught.

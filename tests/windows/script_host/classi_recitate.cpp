@@ -13,9 +13,9 @@
 
 namespace orve::prova {
 
-using win32::ComPtr;
-using win32::VariantCom;
-using win32::Verifica;
+using adapters::win32::ComPtr;
+using adapters::win32::VariantCom;
+using adapters::win32::Verifica;
 
 namespace {
 
@@ -111,7 +111,7 @@ class OggettoSpiato final : public OggettoContato {
     const std::wstring nomeMembro =
         membro == DISPID_VALUE ? L"(predefinito)" : membri_[static_cast<std::size_t>(membro) - 1];
     const Argomenti valori(argomenti);
-    std::string riga = win32::ToUtf8(nome_ + L"." + nomeMembro);
+    std::string riga = adapters::win32::ToUtf8(nome_ + L"." + nomeMembro);
     const bool segreto = nomeMembro == L"Password";
     for (std::size_t indice = 0; indice < valori.Quanti(); ++indice) {
       riga += " " + (segreto ? std::string("***") : valori.Testo(indice));

@@ -25,7 +25,7 @@ class ClassiRecitate {
 
   /// `classe` is a name ("Outlook.Application") or an identifier in braces; `fabbrica` makes an object by the
   /// script. A name that the system does not know is entered for the present user until the session ends.
-  void Recita(const std::wstring& classe, std::function<win32::VariantCom()> fabbrica);
+  void Recita(const std::wstring& classe, std::function<adapters::win32::VariantCom()> fabbrica);
 
   /// From now on the classes are nobody's again.
   void Ritira() noexcept;
@@ -36,7 +36,8 @@ class ClassiRecitate {
 
 /// An object that writes a line for each call of a member (its name, a point, the member as the caller spells
 /// it, the values) and hands the call on to another object, which may know only some of the members.
-[[nodiscard]] win32::ComPtr<IDispatch> Spia(std::wstring nome, win32::ComPtr<IDispatch> oggetto,
-                                            std::function<void(const std::string&)> scrivi);
+[[nodiscard]] adapters::win32::ComPtr<IDispatch> Spia(std::wstring nome,
+                                                      adapters::win32::ComPtr<IDispatch> oggetto,
+                                                      std::function<void(const std::string&)> scrivi);
 
 }  // namespace orve::prova

@@ -13,9 +13,9 @@
 
 namespace orve::prova {
 
-using win32::ComPtr;
-using win32::VariantCom;
-using win32::Verifica;
+using adapters::win32::ComPtr;
+using adapters::win32::VariantCom;
+using adapters::win32::Verifica;
 
 namespace {
 
@@ -113,7 +113,7 @@ class Ascoltatore final : public OggettoContato {
 
  private:
   VariantCom Chiama(DISPID membro, const DISPPARAMS& argomenti) {
-    win32::Bstr nome;
+    adapters::win32::Bstr nome;
     UINT letti = 0;
     Verifica(eventi_->GetNames(membro, nome.Uscita(), 1, &letti));
     const ComPtr<IDispatch> script = script_();

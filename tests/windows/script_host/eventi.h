@@ -17,6 +17,6 @@ namespace orve::prova {
 /// gives the object that has the script's procedures. Gives what detaches them again. Raises 459 for an
 /// object without events.
 [[nodiscard]] std::function<void()> Ascolta(IDispatch& oggetto, const std::wstring& prefisso,
-                                            std::function<win32::ComPtr<IDispatch>()> script);
+                                            std::function<adapters::win32::ComPtr<IDispatch>()> script);
 
 }  // namespace orve::prova

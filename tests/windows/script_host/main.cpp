@@ -27,7 +27,7 @@ using orve::prova::Motore;
 int Registra(const std::filesystem::path& dll) {
   const HMODULE modulo = LoadLibraryW(std::filesystem::absolute(dll).c_str());
   if (modulo == nullptr) {
-    orve::prova::ScriviErrore("DLL non caricata: " + orve::win32::ToUtf8(dll.wstring()));
+    orve::prova::ScriviErrore("DLL non caricata: " + orve::adapters::win32::ToUtf8(dll.wstring()));
     return 3;
   }
   using Registrazione = HRESULT(STDAPICALLTYPE*)();

@@ -13,11 +13,11 @@
 
 namespace orve::prova {
 
-using win32::ComPtr;
-using win32::ToUtf8;
-using win32::ToWide;
-using win32::VariantCom;
-using win32::Verifica;
+using adapters::win32::ComPtr;
+using adapters::win32::ToUtf8;
+using adapters::win32::ToWide;
+using adapters::win32::VariantCom;
+using adapters::win32::Verifica;
 
 namespace {
 
@@ -42,7 +42,7 @@ VariantCom Numero(long valore) {
 }
 
 VariantCom Testo(const std::wstring& testo) {
-  return VariantCom::DiTesto(win32::ToBstr(ToUtf8(testo)));
+  return VariantCom::DiTesto(adapters::win32::ToBstr(ToUtf8(testo)));
 }
 
 std::wstring Largo(const Argomenti& argomenti, std::size_t indice) {
@@ -90,7 +90,7 @@ int Motore::Esegui(const std::vector<std::filesystem::path>& file, std::vector<s
                                                    SCRIPTTEXT_ISVISIBLE, nullptr, nullptr);
     // An error that the engine did not report to OnScriptError is an error all the same.
     if (FAILED(esito) && !uscita_ && stato_ == 0) {
-      ScriviErrore(win32::ErroreDi(esito).Descrizione());
+      ScriviErrore(adapters::win32::ErroreDi(esito).Descrizione());
       stato_ = 2;
     }
   }
@@ -140,7 +140,7 @@ HRESULT Motore::OnScriptError(IActiveScriptError* errore) {
   errore->GetExceptionInfo(&eccezione);
   if (uscita_) return S_OK;
   if (DentroUnaChiamata()) {
-    RicordaErroreDelloScript(win32::ErroreDi(DISP_E_EXCEPTION, &eccezione));
+    RicordaErroreDelloScript(adapters::win32::ErroreDi(DISP_E_EXCEPTION, &eccezione));
     return S_OK;
   }
   DWORD file = 0;
@@ -148,7 +148,7 @@ HRESULT Motore::OnScriptError(IActiveScriptError* errore) {
   LONG colonna = 0;
   errore->GetSourcePosition(&file, &riga, &colonna);
   const std::string nome = file < file_.size() ? ToUtf8(file_[file].filename().wstring()) : "?";
-  const host::Errore letto = win32::ErroreDi(DISP_E_EXCEPTION, &eccezione);
+  const host::Errore letto = adapters::win32::ErroreDi(DISP_E_EXCEPTION, &eccezione);
   ScriviErrore(nome + "(" + std::to_string(riga + 1) + "): " + letto.Sorgente() + ": " +
                std::to_string(letto.Numero()) + " " + letto.Descrizione());
   stato_ = 2;
@@ -271,7 +271,7 @@ ComPtr<IDispatch> Motore::CreaBanco() {
   });
   // All lines noted since the last call, each with its end.
   banco->Aggiungi(L"Giornale", [this](const Argomenti&) {
-    return VariantCom::DiTesto(win32::ToBstr(std::exchange(giornale_, {})));
+    return VariantCom::DiTesto(adapters::win32::ToBstr(std::exchange(giornale_, {})));
   });
   banco->Aggiungi(L"Contenuto", [](const Argomenti& dati) { return Testo(LeggiTesto(Largo(dati, 0))); });
   // Members by a name that the script computes, as not every engine has Eval: read, written with Let, written

@@ -52,19 +52,19 @@ class Motore final : public IActiveScriptSite {
   HRESULT STDMETHODCALLTYPE OnLeaveScript() override { return S_OK; }
 
  private:
-  [[nodiscard]] win32::ComPtr<IDispatch> CreaWScript(std::vector<std::wstring> argomenti);
-  [[nodiscard]] win32::ComPtr<IDispatch> CreaBanco();
-  [[nodiscard]] win32::ComPtr<IDispatch> Procedure();
-  [[nodiscard]] win32::VariantCom CreaOggetto(const Argomenti& argomenti);
-  void Collega(const win32::ComPtr<IDispatch>& oggetto, const std::wstring& prefisso);
+  [[nodiscard]] adapters::win32::ComPtr<IDispatch> CreaWScript(std::vector<std::wstring> argomenti);
+  [[nodiscard]] adapters::win32::ComPtr<IDispatch> CreaBanco();
+  [[nodiscard]] adapters::win32::ComPtr<IDispatch> Procedure();
+  [[nodiscard]] adapters::win32::VariantCom CreaOggetto(const Argomenti& argomenti);
+  void Collega(const adapters::win32::ComPtr<IDispatch>& oggetto, const std::wstring& prefisso);
   void Stacca(IDispatch* oggetto);
   void Chiudi();
 
-  win32::ComPtr<IActiveScript> motore_;
+  adapters::win32::ComPtr<IActiveScript> motore_;
   std::vector<std::filesystem::path> file_;
-  std::map<std::wstring, win32::ComPtr<IDispatch>> oggetti_;
+  std::map<std::wstring, adapters::win32::ComPtr<IDispatch>> oggetti_;
   struct Collegamento {
-    win32::ComPtr<IDispatch> oggetto;
+    adapters::win32::ComPtr<IDispatch> oggetto;
     std::function<void()> stacca;
   };
   std::vector<Collegamento> collegamenti_;

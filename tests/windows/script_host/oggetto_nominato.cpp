@@ -5,8 +5,8 @@
 
 namespace orve::prova {
 
-using win32::ComPtr;
-using win32::VariantCom;
+using adapters::win32::ComPtr;
+using adapters::win32::VariantCom;
 
 namespace {
 
@@ -55,7 +55,7 @@ std::string TestoDi(const VARIANT& valore) {
   // The words of English, so that a test reads alike under every language of the system.
   const LCID inglese = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT);
   if (FAILED(VariantChangeTypeEx(&copia.Get(), &copia.Get(), inglese, 0, VT_BSTR))) return "(?)";
-  return win32::FromBstr(V_BSTR(&copia.Get()));
+  return adapters::win32::FromBstr(V_BSTR(&copia.Get()));
 }
 
 HRESULT OggettoContato::QueryInterface(REFIID iid, void** oggetto) {
@@ -118,8 +118,8 @@ HRESULT Rispondi(const std::function<VariantCom()>& azione, VARIANT* risultato, 
     eccezione->scode = errore.Numero() < 0
                            ? errore.Numero()
                            : MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, errore.Numero() & 0xFFFF);
-    eccezione->bstrSource = win32::ToBstr(errore.Sorgente()).Cedi();
-    eccezione->bstrDescription = win32::ToBstr(errore.Descrizione()).Cedi();
+    eccezione->bstrSource = adapters::win32::ToBstr(errore.Sorgente()).Cedi();
+    eccezione->bstrDescription = adapters::win32::ToBstr(errore.Descrizione()).Cedi();
     return DISP_E_EXCEPTION;
   }
 }

@@ -25,7 +25,7 @@ class Argomenti {
   /// Any value as text, as the script would show it.
   [[nodiscard]] std::string Testo(std::size_t indice) const;
   /// Raises 424 for what is no object.
-  [[nodiscard]] win32::ComPtr<IDispatch> Oggetto(std::size_t indice) const;
+  [[nodiscard]] adapters::win32::ComPtr<IDispatch> Oggetto(std::size_t indice) const;
 
  private:
   const DISPPARAMS& parametri_;
@@ -60,7 +60,7 @@ class OggettoContato : public IDispatch {
 
 class OggettoNominato : public OggettoContato {
  public:
-  using Membro = std::function<win32::VariantCom(const Argomenti&)>;
+  using Membro = std::function<adapters::win32::VariantCom(const Argomenti&)>;
 
   /// The member is called as a method, or read or written as a property. An empty name is the default member.
   void Aggiungi(std::wstring nome, Membro membro) { membri_.push_back({std::move(nome), std::move(membro)}); }
@@ -80,6 +80,7 @@ class OggettoNominato : public OggettoContato {
 };
 
 /// Runs a call of a script into this program; what it raises becomes the script's error.
-HRESULT Rispondi(const std::function<win32::VariantCom()>& azione, VARIANT* risultato, EXCEPINFO* eccezione);
+HRESULT Rispondi(const std::function<adapters::win32::VariantCom()>& azione, VARIANT* risultato,
+                 EXCEPINFO* eccezione);
 
 }  // namespace orve::prova

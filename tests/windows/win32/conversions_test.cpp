@@ -8,7 +8,7 @@
 #include "host/errore.h"
 #include "windows/win32/doppio.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 namespace {
 
 using host::Variant;
@@ -271,4 +271,4 @@ TEST(Conversioni, TheSystemsCodePageHasAQuestionMarkForWhatItLacks) {
 }
 
 }  // namespace
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

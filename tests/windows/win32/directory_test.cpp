@@ -15,7 +15,7 @@ TEST(DirectoryDiWindows, IsNotAskedForANameThatCouldFindOthers) {
   const prova::AppartamentoCom appartamento;
   const auto finto = journals::CreaFinto();
   const prova::ClassiFinte classi(finto, journals::CreaDatabase(finto->journal));
-  const auto ambiente = win32::CreaAmbienteWin32();
+  const auto ambiente = adapters::win32::CreaAmbienteWin32();
   const auto connessione = ambiente->DirectoryAziendale().CreaConnessione();
   connessione->Open("Data Source=Active Directory Provider;Provider=ADsDSOObject");
   const auto cerca = [&](const std::string& nome) {

@@ -8,7 +8,7 @@
 #include "win32/errori_com.h"
 #include "windows/win32/doppio.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 namespace {
 
 using prova::ArrivoCom;
@@ -247,4 +247,4 @@ TEST_F(DispatchTest, ARealObjectOfTheSystemIsReached) {
 }
 
 }  // namespace
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -14,9 +14,9 @@ namespace orve::prova {
 
 namespace {
 
-using win32::FromCom;
-using win32::ToCom;
-using win32::VariantCom;
+using adapters::win32::FromCom;
+using adapters::win32::ToCom;
+using adapters::win32::VariantCom;
 
 std::string TestoTipo(WORD tipo) {
   if ((tipo & DISPATCH_PROPERTYPUTREF) != 0) return "assegnazione";
@@ -69,7 +69,7 @@ void ArrivoCom::Scrivi(std::size_t posto, const host::Variant& valore) const {
   } else if (V_VT(&argomento) == (VT_BYREF | VT_BSTR)) {
     BSTR& dentro = *V_BSTRREF(&argomento);
     SysFreeString(dentro);
-    dentro = win32::ToBstr(valore.ToText()).Cedi();
+    dentro = adapters::win32::ToBstr(valore.ToText()).Cedi();
   } else {
     throw RifiutoCom{DISP_E_TYPEMISMATCH, 0, {}, {}};
   }
@@ -142,7 +142,7 @@ HRESULT DoppioCom::QueryInterface(REFIID iid, void** oggetto) {
   *oggetto = nullptr;
   if (iid == IID_IUnknown || iid == IID_IDispatch) {
     *oggetto = static_cast<IDispatch*>(this);
-  } else if (iid == win32::kDispatchEx && soloEx_) {
+  } else if (iid == adapters::win32::kDispatchEx && soloEx_) {
     if (!esteso_) esteso_ = std::make_unique<Esteso>(*this);
     *oggetto = static_cast<IDispatchEx*>(esteso_.get());
   } else {
@@ -165,12 +165,12 @@ HRESULT DoppioCom::GetTypeInfoCount(UINT* numero) {
 
 HRESULT DoppioCom::GetIDsOfNames(REFIID, LPOLESTR* nomi, UINT numero, LCID, DISPID* trovati) {
   if (soloEx_ || numero != 1) return DISP_E_UNKNOWNNAME;
-  const win32::Bstr nome = win32::Bstr::Adotta(SysAllocString(nomi[0]));
+  const adapters::win32::Bstr nome = adapters::win32::Bstr::Adotta(SysAllocString(nomi[0]));
   return NumeroDi(nome.Get(), trovati);
 }
 
 HRESULT DoppioCom::NumeroDi(BSTR nome, DISPID* trovato) const {
-  const std::string cercato = win32::FromBstr(nome);
+  const std::string cercato = adapters::win32::FromBstr(nome);
   for (std::size_t posto = 0; posto < membri_.size(); ++posto) {
     if (membri_[posto].nome != cercato) continue;
     *trovato = static_cast<DISPID>(posto + 1);
@@ -231,10 +231,11 @@ HRESULT DoppioCom::Invoke(DISPID membro, REFIID, LCID, WORD tipo, DISPPARAMS* pa
   } catch (const host::Errore& errore) {
     // A number of the language's own, or a code of the system.
     const bool piccolo = errore.Numero() > 0 && errore.Numero() <= 0xFFFF;
-    return Riporta({piccolo ? E_FAIL : static_cast<HRESULT>(errore.Numero()),
-                    static_cast<WORD>(piccolo ? errore.Numero() : 0), win32::ToWide(errore.Sorgente()),
-                    win32::ToWide(errore.Descrizione())},
-                   eccezione);
+    return Riporta(
+        {piccolo ? E_FAIL : static_cast<HRESULT>(errore.Numero()),
+         static_cast<WORD>(piccolo ? errore.Numero() : 0), adapters::win32::ToWide(errore.Sorgente()),
+         adapters::win32::ToWide(errore.Descrizione())},
+        eccezione);
   } catch (...) {
     return E_UNEXPECTED;
   }
@@ -248,7 +249,7 @@ AzioneCom Valore(const host::Variant& valore) {
   return [valore](const ArrivoCom&) { return ToCom(valore); };
 }
 
-AzioneCom Oggetto(const win32::ComPtr<DoppioCom>& oggetto) {
+AzioneCom Oggetto(const adapters::win32::ComPtr<DoppioCom>& oggetto) {
   return [oggetto](const ArrivoCom&) { return VariantCom::DiOggetto(oggetto.Get()); };
 }
 
@@ -256,7 +257,7 @@ namespace {
 
 class Fabbrica : public IClassFactory {
  public:
-  explicit Fabbrica(std::function<win32::ComPtr<IDispatch>()> crea) : crea_(std::move(crea)) {}
+  explicit Fabbrica(std::function<adapters::win32::ComPtr<IDispatch>()> crea) : crea_(std::move(crea)) {}
   virtual ~Fabbrica() = default;
   Fabbrica(const Fabbrica&) = delete;
   Fabbrica& operator=(const Fabbrica&) = delete;
@@ -287,7 +288,7 @@ class Fabbrica : public IClassFactory {
   HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 
  private:
-  std::function<win32::ComPtr<IDispatch>()> crea_;
+  std::function<adapters::win32::ComPtr<IDispatch>()> crea_;
   ULONG riferiti_ = 1;
 };
 
@@ -296,7 +297,8 @@ constexpr const wchar_t* kClassi = L"Software\\Classes\\";
 
 }  // namespace
 
-ClasseCom::ClasseCom(const std::wstring& nome, std::function<win32::ComPtr<IDispatch>()> crea) : nome_(nome) {
+ClasseCom::ClasseCom(const std::wstring& nome, std::function<adapters::win32::ComPtr<IDispatch>()> crea)
+    : nome_(nome) {
   CLSID identificatore;
   if (FAILED(CLSIDFromProgID(nome.c_str(), &identificatore))) {
     CoCreateGuid(&identificatore);
@@ -312,12 +314,13 @@ ClasseCom::ClasseCom(const std::wstring& nome, std::function<win32::ComPtr<IDisp
   Registra(identificatore, std::move(crea));
 }
 
-ClasseCom::ClasseCom(const CLSID& identificatore, std::function<win32::ComPtr<IDispatch>()> crea) {
+ClasseCom::ClasseCom(const CLSID& identificatore, std::function<adapters::win32::ComPtr<IDispatch>()> crea) {
   Registra(identificatore, std::move(crea));
 }
 
-void ClasseCom::Registra(const CLSID& identificatore, std::function<win32::ComPtr<IDispatch>()> crea) {
-  const auto fabbrica = win32::ComPtr<IClassFactory>::Adotta(new Fabbrica(std::move(crea)));
+void ClasseCom::Registra(const CLSID& identificatore,
+                         std::function<adapters::win32::ComPtr<IDispatch>()> crea) {
+  const auto fabbrica = adapters::win32::ComPtr<IClassFactory>::Adotta(new Fabbrica(std::move(crea)));
   if (FAILED(CoRegisterClassObject(identificatore, fabbrica.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
                                    &registrazione_))) {
     throw std::runtime_error("CoRegisterClassObject");

@@ -28,7 +28,7 @@ struct ArrivoCom {
 };
 
 /// What a member does; the value is its result.
-using AzioneCom = std::function<win32::VariantCom(const ArrivoCom&)>;
+using AzioneCom = std::function<adapters::win32::VariantCom(const ArrivoCom&)>;
 
 /// The journal shared by the objects of a test: "oggetto.Membro lettura|scrittura|assegnazione|chiamata
 /// (valori)".
@@ -101,15 +101,15 @@ class DoppioCom : public IDispatch {
   ULONG riferiti_ = 1;
 };
 
-[[nodiscard]] inline win32::ComPtr<DoppioCom> CreaDoppio(const std::string& nome,
-                                                         const GiornaleCom& giornale) {
-  return win32::ComPtr<DoppioCom>::Adotta(new DoppioCom(nome, giornale));
+[[nodiscard]] inline adapters::win32::ComPtr<DoppioCom> CreaDoppio(const std::string& nome,
+                                                                   const GiornaleCom& giornale) {
+  return adapters::win32::ComPtr<DoppioCom>::Adotta(new DoppioCom(nome, giornale));
 }
 
 /// Results of members.
 [[nodiscard]] AzioneCom Nulla();
 [[nodiscard]] AzioneCom Valore(const host::Variant& valore);
-[[nodiscard]] AzioneCom Oggetto(const win32::ComPtr<DoppioCom>& oggetto);
+[[nodiscard]] AzioneCom Oggetto(const adapters::win32::ComPtr<DoppioCom>& oggetto);
 /// The object itself refuses: number, source, description.
 struct RifiutoCom {
   HRESULT codice;
@@ -121,15 +121,15 @@ struct RifiutoCom {
 /// A class under a name, for as long as this lives: whoever creates an object of it gets what `crea` gives.
 class ClasseCom {
  public:
-  ClasseCom(const std::wstring& nome, std::function<win32::ComPtr<IDispatch>()> crea);
+  ClasseCom(const std::wstring& nome, std::function<adapters::win32::ComPtr<IDispatch>()> crea);
   /// A class that is known by its identifier alone.
-  ClasseCom(const CLSID& identificatore, std::function<win32::ComPtr<IDispatch>()> crea);
+  ClasseCom(const CLSID& identificatore, std::function<adapters::win32::ComPtr<IDispatch>()> crea);
   ClasseCom(const ClasseCom&) = delete;
   ClasseCom& operator=(const ClasseCom&) = delete;
   ~ClasseCom();
 
  private:
-  void Registra(const CLSID& identificatore, std::function<win32::ComPtr<IDispatch>()> crea);
+  void Registra(const CLSID& identificatore, std::function<adapters::win32::ComPtr<IDispatch>()> crea);
 
   std::wstring nome_;
   DWORD registrazione_ = 0;

@@ -14,9 +14,9 @@ namespace orve::prova {
 
 namespace {
 
-using win32::ComPtr;
-using win32::ToCom;
-using win32::VariantCom;
+using adapters::win32::ComPtr;
+using adapters::win32::ToCom;
+using adapters::win32::VariantCom;
 using DoppioPtr = ComPtr<DoppioCom>;
 
 constexpr WORD kLettura = DISPATCH_PROPERTYGET;
@@ -98,7 +98,7 @@ DoppioPtr Esponi(std::shared_ptr<host::Messaggi> messaggi) {
 
 host::TestoOAssente TestoOAssente(const VARIANT& valore) {
   if (V_VT(&valore) == VT_BSTR && V_BSTR(&valore) == nullptr) return std::nullopt;
-  return win32::FromCom(valore).ToText();
+  return adapters::win32::FromCom(valore).ToText();
 }
 
 DoppioPtr Esponi(std::shared_ptr<host::RegistroInvio> registro,
@@ -421,7 +421,7 @@ class Percorsi : public IParseDisplayName, public IDispatch {
                                              IMoniker** moniker) override {
     *mangiati = static_cast<ULONG>(wcslen(nome));
     try {
-      const auto oggetto = Esponi(finto_->DirectoryAziendale().ApriOggetto(win32::ToUtf8(nome)));
+      const auto oggetto = Esponi(finto_->DirectoryAziendale().ApriOggetto(adapters::win32::ToUtf8(nome)));
       return CreatePointerMoniker(oggetto.Get(), moniker);
     } catch (...) {
       return MK_E_NOOBJECT;
@@ -450,7 +450,7 @@ std::weak_ptr<host::Mapi32> mapi;
 constexpr ULONG kNonRiuscito = 2;
 
 std::string DaByte(BSTR testo) {
-  return win32::FromSingleByte({reinterpret_cast<const char*>(testo), SysStringByteLen(testo)});
+  return adapters::win32::FromSingleByte({reinterpret_cast<const char*>(testo), SysStringByteLen(testo)});
 }
 
 ULONG WINAPI Logon(ULONG_PTR finestra, LPSTR profilo, LPSTR password, ULONG flags, ULONG riservato,
@@ -468,7 +468,7 @@ ULONG WINAPI SendMail(ULONG_PTR sessione, ULONG_PTR finestra, void* messaggio, S
                       SAFEARRAY** file, ULONG flags, ULONG riservato) {
   const auto mapiFinta = mapi.lock();
   if (!mapiFinta) return kNonRiuscito;
-  const auto& record = *static_cast<const win32::MapiMessageRecord*>(messaggio);
+  const auto& record = *static_cast<const adapters::win32::MapiMessageRecord*>(messaggio);
   host::MapiMessage letto{0,
                           DaByte(record.Subject),
                           DaByte(record.NoteText),
@@ -480,15 +480,16 @@ ULONG WINAPI SendMail(ULONG_PTR sessione, ULONG_PTR finestra, void* messaggio, S
                           static_cast<std::int32_t>(record.FileCount)};
   std::vector<host::MapiRecip> persone;
   for (ULONG posto = 0; posto < record.RecipCount; ++posto) {
-    const auto& persona = static_cast<const win32::MapiRecipRecord*>((*destinatari)->pvData)[posto];
-    persone.push_back(
-        {0, static_cast<std::int32_t>(persona.RecipClass), win32::FromBstr(persona.Name), "", 0, ""});
+    const auto& persona = static_cast<const adapters::win32::MapiRecipRecord*>((*destinatari)->pvData)[posto];
+    persone.push_back({0, static_cast<std::int32_t>(persona.RecipClass),
+                       adapters::win32::FromBstr(persona.Name), "", 0, ""});
   }
   std::vector<host::MapiFile> allegati;
   for (ULONG posto = 0; posto < record.FileCount; ++posto) {
-    const auto& allegato = static_cast<const win32::MapiFileRecord*>((*file)->pvData)[posto];
+    const auto& allegato = static_cast<const adapters::win32::MapiFileRecord*>((*file)->pvData)[posto];
     allegati.push_back({0, 0, static_cast<std::int32_t>(allegato.Position),
-                        win32::FromBstr(allegato.PathName), win32::FromBstr(allegato.FileName), ""});
+                        adapters::win32::FromBstr(allegato.PathName),
+                        adapters::win32::FromBstr(allegato.FileName), ""});
   }
   return static_cast<ULONG>(mapiFinta->BMAPISendMail(sessione, finestra, letto, persone, allegati,
                                                      static_cast<std::int32_t>(flags),
@@ -543,7 +544,7 @@ void RispondePerMapi32(const std::shared_ptr<host::Mapi32>& funzioni) {
 
 ClassiFinte::ClassiFinte(std::shared_ptr<fakes::FakeAmbiente> finto,
                          std::shared_ptr<fakes::FakeConnection> database) {
-  namespace classi = win32::classi;
+  namespace classi = adapters::win32::classi;
   const auto nome = [&](const wchar_t* classe, auto crea) {
     classi_.push_back(std::make_unique<ClasseCom>(
         std::wstring(classe), [crea]() -> ComPtr<IDispatch> { return ComPtr<IDispatch>(crea().Get()); }));

@@ -11,8 +11,8 @@
 
 namespace orve::prova {
 
-[[nodiscard]] win32::ComPtr<DoppioCom> Esponi(std::shared_ptr<host::Connection> connessione);
-[[nodiscard]] win32::ComPtr<DoppioCom> Esponi(std::shared_ptr<host::InterfacciaHost> interfaccia);
+[[nodiscard]] adapters::win32::ComPtr<DoppioCom> Esponi(std::shared_ptr<host::Connection> connessione);
+[[nodiscard]] adapters::win32::ComPtr<DoppioCom> Esponi(std::shared_ptr<host::InterfacciaHost> interfaccia);
 
 /// From now on MAPI32.DLL hands its calls to these functions, as long as somebody holds them.
 void RispondePerMapi32(const std::shared_ptr<host::Mapi32>& funzioni);

@@ -15,7 +15,7 @@
 #include "win32/file_system.h"
 #include "windows/win32/doppio.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 namespace {
 
 class FileSystemTest : public testing::Test {
@@ -128,4 +128,4 @@ TEST_F(FileSystemTest, TheAddressCheckAgreesWithTheSystemsRegularExpressions) {
 }
 
 }  // namespace
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -51,7 +51,7 @@ class AmbienteFermo final : public host::Ambiente {
 
  private:
   std::shared_ptr<fakes::FakeAmbiente> finto_;
-  std::shared_ptr<host::Ambiente> vero_ = win32::CreaAmbienteWin32();
+  std::shared_ptr<host::Ambiente> vero_ = adapters::win32::CreaAmbienteWin32();
 };
 
 TEST(GiornaliDiWindows, WholeSendsAskOfTheOutsideWhatTheJournalSays) {
@@ -62,8 +62,8 @@ TEST(GiornaliDiWindows, WholeSendsAskOfTheOutsideWhatTheJournalSays) {
   const auto connessione = prova::Esponi(std::shared_ptr<host::Connection>(database));
   const auto interfaccia = prova::Esponi(fakes::CreaFakeInterfaccia(*finto));
   const std::string visto = journals::Recita({finto, database, std::make_shared<AmbienteFermo>(finto),
-                                              win32::ConnessioneDa(connessione.Get()),
-                                              win32::InterfacciaHostDa(interfaccia.Get())});
+                                              adapters::win32::ConnessioneDa(connessione.Get()),
+                                              adapters::win32::InterfacciaHostDa(interfaccia.Get())});
   EXPECT_EQ(journals::Differenza(visto), "");
   EXPECT_EQ(connessione->Riferiti(), 1U);
   EXPECT_EQ(interfaccia->Riferiti(), 1U);

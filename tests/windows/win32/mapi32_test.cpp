@@ -13,7 +13,7 @@
 #include "win32/conversions.h"
 #include "windows/win32/mapi_doppio/mapi_doppio.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 namespace {
 
 // What arrived, read where the library's published records have it: numbers of 32 bits, texts behind
@@ -227,4 +227,4 @@ TEST_F(Mapi32Test, ALibraryBesideTheProgramOrInTheCurrentFolderIsNotLoaded) {
 }
 
 }  // namespace
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -10,7 +10,7 @@
 #include "win32/oggetti_chiamante.h"
 #include "windows/win32/doppio.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 namespace {
 
 using prova::ArrivoCom;
@@ -590,4 +590,4 @@ TEST_F(MembriTest, AClassThatIsThereAndRefusesIsNotMadeUpFor) {
 }
 
 }  // namespace
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32

@@ -14,7 +14,7 @@
 #include "windows/uscita_debug.h"
 #include "windows/win32/doppio.h"
 
-namespace orve::win32 {
+namespace orve::adapters::win32 {
 namespace {
 
 // The person's short form of dates, for as long as it lives.
@@ -188,4 +188,4 @@ TEST_F(Percorsi, AnEmptyPathIsTheTemporaryDirectory) {
 }
 
 }  // namespace
-}  // namespace orve::win32
+}  // namespace orve::adapters::win32
