@@ -1,9 +1,9 @@
 // The sender accounts of the SMTP channels: the default account of user or company, the account with a given
 // identifier, and the list that a dialog offers.
 //
-// A filled SmtpServer is the mark that an account is loaded. Certified and ordinary accounts are told apart
-// by the kind of their server alone. Passwords are stored enciphered by the host application's own class; in
-// clear they live in the account fields and nowhere else, and reach no message and no trace.
+// A non-empty SmtpServer means that an account is loaded. Only the kind of the server tells certified
+// accounts from ordinary ones. Passwords are stored enciphered by the host application's own class; in clear
+// they exist in the account fields and nowhere else, and reach no message and no trace.
 #include "addressing/accounts.h"
 
 #include <cmath>
@@ -97,7 +97,8 @@ std::string StatementElencoUtente(std::int32_t idUtente, bool pec) {
          std::to_string(idUtente) + "\r AND" + FiltroServer(pec) + " ORDER BY FW99_ISDEFAULT Desc";
 }
 
-// Unlike the company's default account, an outer join on the master data, and always the company.
+// Unlike the company's default account, this is an outer join on the master data, and always filters by
+// company.
 std::string StatementElencoAzienda(const std::string& ditta, bool pec) {
   return std::string(kColonneElenco) +
          " CG16_RAGSOANAG AS ALIAS, \r"
@@ -121,8 +122,8 @@ std::int16_t LeggiNumero(const host::RecordSet& riga, std::string_view colonna, 
   return NVL(host::Leggi(riga, colonna), sostituto).ToInt16();
 }
 
-// A wish for a notification: 1 or -1 asks for it, and a negative number takes the choice from the user. A
-// column that holds nothing leaves the wishes of the settings as they are.
+// Whether a notification is requested: 1 or -1 requests it, and a negative number takes the choice from the
+// user. An empty column leaves the choice of the settings as it is.
 struct Desiderio {
   bool espresso = false;
   bool voluto = false;
@@ -142,8 +143,8 @@ std::shared_ptr<host::KVL_COMBO> ComboAccount(host::Form& form) {
   return combo;
 }
 
-// Field by field, so that a value that does not fit leaves what was read before it. The defaults for address
-// and display name are the caller's.
+// Field by field, so that what was read before a value that does not fit is kept. The caller supplies the
+// defaults for address and display name.
 void LeggiAccount(Account& account, const Oggetti& oggetti, host::RecordSet& risultato,
                   const std::string& indirizzo, const std::string& nome) {
   risultato.MoveFirst();
@@ -167,8 +168,8 @@ void LeggiAccount(Account& account, const Oggetti& oggetti, host::RecordSet& ris
   }
 }
 
-// No default and no trim here, except where a column may be empty in a good account: a null elsewhere fails
-// the load. Gives the account's identifier.
+// No defaults and no trimming here, except where a column may be empty in a valid account: a null elsewhere
+// fails the load. Returns the account's identifier.
 std::int16_t AggiungiAccount(const Messaggio& messaggio, const Account& account, const Oggetti& oggetti,
                              const host::RecordSet& riga, host::KVL_COMBO& combo) {
   const std::string indirizzo = Leggi(riga, "FW98_MAILADDRESS").ToText();
@@ -232,7 +233,7 @@ void CaricaAccountPredefinito(const Messaggio& messaggio, Account& account, Cont
                               const Oggetti& oggetti) {
   IgnoraErrori([&] {
     if (account.Caricato()) return;
-    // The directory is asked before anything is known of the account, so that its answer is there as a
+    // The directory is asked before anything is known about the account, so that its answer can serve as the
     // default.
     MDL_ACTIVEDIRECTORY::DatiUtenteDirectory persona;
     const std::string utenteRete = MDL_ACTIVEDIRECTORY::GetNomeUtenteRete(oggetti.ambiente->ReteDiSistema());

@@ -17,15 +17,16 @@ namespace orve {
 void CaricaAccountPredefinito(const Messaggio& messaggio, Account& account, Contesto& contesto,
                               const Oggetti& oggetti);
 
-/// Loads the account IdMittenteDiretto; when there is none the result says so. Never raises.
+/// Loads the account IdMittenteDiretto; if there is none, the result says so. Never raises.
 void CaricaAccountDaId(Account& account, const Contesto& contesto, Esito& esito, const Oggetti& oggetti);
 
 /// Lists the accounts of the user, or else of the company, in the CMB_ACCOUNT of a window and in
-/// vCollMittenti. False when there is none or the list failed; the person has been told then.
+/// vCollMittenti. False when there are none or the listing failed; the person has then been told.
 bool LoadAccountsPerUser(const Messaggio& messaggio, Account& account, Contesto& contesto,
                          const Oggetti& oggetti, host::Form& form);
 
-/// Through the host's class; a text that it cannot treat, above all without that class, comes back as it is.
+/// Through the host's class; text that it cannot process comes back unchanged, as does every text where that
+/// class is missing.
 [[nodiscard]] std::string DecriptaPassword(const Oggetti& oggetti, const std::string& testo);
 [[nodiscard]] std::string CriptaPassword(const Oggetti& oggetti, const std::string& testo);
 

@@ -27,7 +27,7 @@ constexpr std::array<std::pair<const char*, std::string DatiUtenteDirectory::*>,
     {"EmailAddress", &DatiUtenteDirectory::EmailAddress},
 }};
 
-// What must be closed and released again, in this order, however far the look-up came.
+// What must be closed and released, in this order, however far the look-up got.
 struct Interrogazione {
   std::shared_ptr<host::RecordSet> risultato;
   std::shared_ptr<host::DirectoryConnection> connessione;

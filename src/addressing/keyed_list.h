@@ -1,8 +1,8 @@
 // An ordered list whose items answer to a position, counted from 1, or to a text key compared without case.
-// It is the common ground of the recipient and the sender collection.
+// The recipient and sender collections are both built on it.
 //
-// A walk holds a position, no pointer into the list, so that a list that is changed under a walk costs the
-// walk at most an item skipped or met twice, never the process.
+// An iteration holds a position, not a pointer into the list, so changing the list during an iteration skips
+// or repeats an item at worst, and never crashes the process.
 #pragma once
 
 #include <algorithm>
@@ -27,7 +27,7 @@ class ListaConChiavi {
  public:
   using Item = std::shared_ptr<T>;
 
-  /// Walks the items in the order in which they were added; `end()` is wherever the list ends by then.
+  /// Walks the items in the order in which they were added; `end()` is wherever the list ends at that moment.
   class Iteratore {
    public:
     using iterator_category = std::input_iterator_tag;
@@ -38,7 +38,7 @@ class ListaConChiavi {
 
     Iteratore() = default;
     Iteratore(const ListaConChiavi& lista, std::size_t posizione) : lista_(&lista), posizione_(posizione) {}
-    /// The item shares ownership, so that it outlives its removal. Not to be asked for at the end.
+    /// The item shares ownership, so it outlives its removal. Must not be called at the end.
     [[nodiscard]] Item operator*() const { return lista_->voci_[posizione_].item; }
     Iteratore& operator++() {
       ++posizione_;
@@ -70,8 +70,8 @@ class ListaConChiavi {
     const ListaConChiavi* lista_;
   };
 
-  /// Appends the item; an empty key is no key. Raises 457 when the key is already held; whatever it raises,
-  /// the list is as it was.
+  /// Appends the item; an empty key means no key. Raises 457 when the key is already present; whatever it
+  /// raises, the list is unchanged.
   void Add(Item item, const std::string& chiave) {
     std::string piegata = text::FoldCase(chiave);
     if (perChiave_.contains(piegata)) throw host::Errore(host::kChiaveGiaPresente);
@@ -85,8 +85,8 @@ class ListaConChiavi {
     }
   }
 
-  /// A text is a key (5 when it is unknown), a number a position (9 when there is none); what is neither
-  /// raises 13.
+  /// A text is a key (5 when it is unknown), a number a position (9 when there is none); anything else raises
+  /// 13.
   [[nodiscard]] Item operator[](const host::Variant& indice) const {
     if (!indice.IsText()) return voci_[Posizione(indice)].item;
     const auto trovata = perChiave_.find(text::FoldCase(indice.ToText()));
@@ -115,7 +115,7 @@ class ListaConChiavi {
   [[nodiscard]] std::size_t Posizione(const host::Variant& indice) const {
     if (indice.IsNull()) throw host::Errore(host::kTipoNonCorrispondente);
     const double posizione =
-        std::nearbyint(indice.ToDouble());  // to even, as every number that becomes whole
+        std::nearbyint(indice.ToDouble());  // to even, like every number rounded to an integer
     const bool esiste = posizione >= 1 && posizione <= static_cast<double>(voci_.size());
     if (!esiste) throw host::Errore(host::kIndiceFuoriIntervallo);
     return static_cast<std::size_t>(posizione) - 1;

@@ -1,5 +1,5 @@
-// The companies of a list of recipients, so that a recipient that comes back as a text of name and address
-// gets its company again.
+// The companies of a list of recipients, so that a recipient that comes back as text, with name and address
+// only, gets its company back.
 #pragma once
 
 #include <memory>
@@ -13,21 +13,21 @@ namespace orve {
 
 class AziendeNote {
  public:
-  /// No companies are known of an absent list. Of several recipients alike the last one counts.
+  /// An absent list yields no companies. If several recipients match, the last one wins.
   explicit AziendeNote(const std::shared_ptr<CollDestinatari>& destinatari) {
     if (!destinatari) return;
     for (const auto& destinatario : *destinatari) {
       aziende_[Chiave(destinatario->Indirizzo(), destinatario->Nome())] = destinatario->Azienda();
     }
   }
-  /// Empty when there was no recipient of exactly this address and name.
+  /// Empty when no recipient had exactly this address and name.
   [[nodiscard]] std::string Di(std::string_view indirizzo, std::string_view nome) const {
     const auto trovata = aziende_.find(Chiave(indirizzo, nome));
     return trovata == aziende_.end() ? std::string() : trovata->second;
   }
 
  private:
-  // The length in front keeps "a" + "bc" and "ab" + "c" apart.
+  // The leading length keeps "a" + "bc" and "ab" + "c" apart.
   static std::string Chiave(std::string_view indirizzo, std::string_view nome) {
     std::string chiave = std::to_string(indirizzo.size());
     return chiave.append(":").append(indirizzo).append(nome);

@@ -9,7 +9,7 @@ namespace {
 constexpr std::string_view kMarcaMail = "<***>";
 constexpr std::string_view kMarcaPec = "<*pec*>";
 
-// What stands before the next "/"; the text loses it together with the "/".
+// The part before the next "/"; it is removed from the text together with the "/".
 std::string TogliParte(std::string_view& testo) {
   const auto barra = testo.find('/');
   if (barra == std::string_view::npos) throw host::Errore(host::kArgomentoNonValido);

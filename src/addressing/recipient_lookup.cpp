@@ -1,8 +1,8 @@
 // From a code and its type to one address and one display name, read from the application's master data.
 //
-// Certified and ordinary mail never fall back to each other, whatever a record holds. A record that is
-// missing mostly leaves address and name as they were, so that a service that is used again still holds the
-// recipient of its last send. Values go into the statements unescaped.
+// Certified and ordinary mail never fall back on each other, whatever a record holds. A missing record mostly
+// leaves address and name as they were, so a service object that is reused still holds the recipient of its
+// last send. Values go into the statements unescaped.
 #include "addressing/recipient_lookup.h"
 
 #include <string>
@@ -77,7 +77,7 @@ std::string StatementDestinazione(const CodiceDestinazione& codice) {
          " AND MG22_TIPOCF_CG44 = " + codice.tipoCf + " AND MG22_CLIFOR_CG44 = " + codice.cliFor;
 }
 
-// The function takes company, flag and partner: not the order of the code.
+// The function takes company, flag and partner, which is not the order in the code.
 std::string StatementDelPartner(const CodiceDestinazione& codice, const std::string& data) {
   return " select  "
          "     CG16_FAXNUM, CG16_INDEMAIL, CG16_EMAIL_PEC, CG16_RAGSOANAG, CG16_COGNOME, CG16_NOME  "
@@ -87,8 +87,8 @@ std::string StatementDelPartner(const CodiceDestinazione& codice, const std::str
          codice.ditta + "," + codice.tipoCf + "," + codice.cliFor + "," + data + ")  ) ";
 }
 
-// The date at which a code counts, as it stands in a statement. A service that was given none takes today's
-// and keeps it.
+// The date for which a code is resolved, in the form of a statement. A service that was given none takes
+// today's date and keeps it.
 std::string DataValiditaDB(Messaggio& messaggio, const Oggetti& oggetti) {
   if (!messaggio.DataValiditaCodiceDestinatario.HaData()) {
     messaggio.DataValiditaCodiceDestinatario = oggetti.ambiente->OrologioDiSistema().Adesso().SoloData();
@@ -96,7 +96,7 @@ std::string DataValiditaDB(Messaggio& messaggio, const Oggetti& oggetti) {
   return FormatoDB(oggetti, messaggio.DataValiditaCodiceDestinatario, kValoreData, false).Joined();
 }
 
-// The columns in which one kind of record holds what a mail needs.
+// The columns in which one kind of record holds what a message needs.
 struct ColonneRecapito {
   std::string_view pec;
   std::string_view mail;

@@ -11,8 +11,8 @@
 
 namespace orve {
 
-/// Writes address, name and company of the recipient into the message. 0 found, 1 no record or failure, 2 no
-/// address in the record, empty: no value. Never raises.
+/// Writes address, name and company of the recipient into the message. 0: found; 1: no record, or a failure;
+/// 2: no address in the record; empty: no value. Never raises.
 host::Variant GetDatiDestinatario(Messaggio& messaggio, const Contesto& contesto, const Oggetti& oggetti,
                                   const host::Variant& codice, std::optional<std::int32_t> Tipo);
 

@@ -39,7 +39,7 @@ std::shared_ptr<Destinatario> CollDestinatari::AddFromLista(const std::string& I
                                                             const std::string& Nome,
                                                             const std::string& Azienda, std::int16_t Casella,
                                                             const std::string& sKey) {
-  // Not make_shared: the constructor is open to this class alone.
+  // Not make_shared: only this class may call the constructor.
   std::shared_ptr<Destinatario> nuovo(new Destinatario(ambiente_));
   nuovo->Indirizzo(Indirizzo);
   nuovo->Nome(Nome);

@@ -1,4 +1,4 @@
-// One recipient of a mail, and the ordered list of recipients that a caller, the compose dialog or the
+// One recipient of a message, and the ordered list of recipients that a caller, the compose dialog or the
 // service itself hands to the channels. Plain value holders: nothing here checks an address.
 #pragma once
 
@@ -12,10 +12,10 @@
 
 namespace orve {
 
-/// The box in which a recipient stands. Other values are stored as they come.
+/// The box a recipient belongs to. Other values are stored as given.
 enum kvCasella : std::int16_t { kvCasellaA = 0, kvCasellaCC = 1, kvCasellaCCn = 2 };
 
-/// Made by CollDestinatari only.
+/// Created by CollDestinatari only.
 class Destinatario {
  public:
   Destinatario(const Destinatario&) = delete;
@@ -27,7 +27,7 @@ class Destinatario {
   /// The mail address, without angle brackets.
   void Indirizzo(const std::string& valore) { indirizzo_ = valore; }
   [[nodiscard]] const std::string& Indirizzo() const { return indirizzo_; }
-  /// The recipient's company; carried along, no part of the delivery.
+  /// The recipient's company; carried along, plays no part in the delivery.
   void Azienda(const std::string& valore) { azienda_ = valore; }
   [[nodiscard]] const std::string& Azienda() const { return azienda_; }
   /// The display name.

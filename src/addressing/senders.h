@@ -1,4 +1,4 @@
-// One sender account, the address a mail goes out from with its server, credentials and notification wishes,
+// One sender account (the address a message goes out from, with its server, credentials and receipt requests)
 // and the list of accounts offered to the user. Plain value holders without checks.
 #pragma once
 
@@ -32,7 +32,7 @@ class Mittente {
   [[nodiscard]] const std::string& Descrizione() const { return descrizione_; }
   void Port(std::int16_t valore) { port_ = valore; }
   [[nodiscard]] std::int16_t Port() const { return port_; }
-  /// Time-out of the server; carried and read by nothing.
+  /// Time-out of the server; stored, but nothing reads it.
   void Timeout(std::int16_t valore) { timeout_ = valore; }
   [[nodiscard]] std::int16_t Timeout() const { return timeout_; }
   /// Login name.
@@ -44,13 +44,14 @@ class Mittente {
   /// Kind of SMTP authentication; 0 none.
   void Auth(std::int16_t valore) { auth_ = valore; }
   [[nodiscard]] std::int16_t Auth() const { return auth_; }
-  /// Wish for a read receipt: 1 asks for one, 0 and 2 do not, a negative value fixes the wish.
+  /// Whether a read receipt is requested: 1 requests one, 0 and 2 do not; with a negative value the user
+  /// cannot change it.
   void ReadRcpt(std::int16_t valore) { readRcpt_ = valore; }
   [[nodiscard]] std::int16_t ReadRcpt() const { return readRcpt_; }
-  /// Wish for a delivery notification, coded the same way.
+  /// The same for a delivery notification.
   void DeliveryStatus(std::int16_t valore) { deliveryStatus_ = valore; }
   [[nodiscard]] std::int16_t DeliveryStatus() const { return deliveryStatus_; }
-  /// A mark for outside callers; the library stores it and reads it nowhere.
+  /// A flag for outside callers; the library stores it and never reads it.
   [[nodiscard]] bool IsSsl() const { return isSsl_; }
   void IsSsl(bool valore) { isSsl_ = valore; }
   /// Security of the connection: 1 or more encrypted, 0 plain. It has nothing to do with the password.
@@ -82,7 +83,7 @@ class CollMittenti {
   CollMittenti& operator=(CollMittenti&&) = delete;
   ~CollMittenti();
 
-  /// Appends a new account and returns it; `CryptType` stays 0, so that it is served over a plain connection
+  /// Appends a new account and returns it; `CryptType` stays 0, so it is used over a plain connection
   /// whatever `IsSsl` says. Raises 457 when a non-empty key is already in the list.
   std::shared_ptr<Mittente> Add(const std::string& Indirizzo, const std::string& Server, std::int16_t Port,
                                 std::int16_t Timeout, const std::string& UserName,
@@ -101,7 +102,7 @@ class CollMittenti {
   [[nodiscard]] ListaConChiavi<Mittente>::Enumeratore NewEnum() const {
     return ListaConChiavi<Mittente>::Enumeratore(lista_);
   }
-  /// As Add, with `CryptType` in the place of `IsSsl`.
+  /// As Add, with `CryptType` in place of `IsSsl`.
   std::shared_ptr<Mittente> AddMittente(const std::string& Indirizzo, const std::string& Server,
                                         std::int16_t Port, std::int16_t Timeout, const std::string& UserName,
                                         const std::string& Password, std::int16_t TipoAutenticazione,

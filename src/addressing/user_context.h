@@ -13,15 +13,15 @@
 
 namespace orve {
 
-/// What a caller says of the document whose sends the register records.
+/// What a caller says about the document whose sends the register records.
 struct DocumentoRegistro {
   const std::string& IDvoce;
   const std::string& UObject;
   const std::string& TitoloStampa;
 };
 
-/// Prepare register, user and company data, and on channels with an account the default account. Raise what
-/// the database or the register object raises.
+/// Both prepare register, user and company data, and on channels with an account the default account. They
+/// raise what the database or the register object raises.
 void InizializzaRegistroInvioMail(const Messaggio& messaggio, const Impostazioni& impostazioni,
                                   Account& account, Contesto& contesto, Oggetti& oggetti,
                                   const DocumentoRegistro& documento, const std::string& Utente,
@@ -39,7 +39,7 @@ void InizializzaRegistroInvioMailMultiprofilo(const Messaggio& messaggio, const 
 [[nodiscard]] std::string GetUtenteApplicazione(Contesto& contesto, const Oggetti& oggetti);
 [[nodiscard]] std::string GetGruppoPreferito(Contesto& contesto, const Oggetti& oggetti);
 
-/// The codes of a user by id; empty when they cannot be had.
+/// The codes of a user by id; empty when they cannot be read.
 [[nodiscard]] std::string GetCodiceUtente(const Contesto& contesto, std::int32_t id);
 [[nodiscard]] std::string GetCodiceGruppo(const Contesto& contesto, std::int32_t id);
 

@@ -1,5 +1,5 @@
-// The channels of delivery, one row each: the one place that lists them. What a channel owes a send is told
-// in docs/channels.md.
+// The channels of delivery, one row each: the one place that lists them. docs/channels.md tells what a
+// channel must do for a send.
 #pragma once
 
 #include <array>
@@ -29,7 +29,7 @@ inline constexpr std::array<TrattiCanale, 6> kCanali = {{
     {kvSMTPSSLMail, "SMTP", true, Consegna::kComponenteSmtp, "SMTP: "},
 }};
 
-/// The row of a channel; null for a number that is none.
+/// The row of a channel; null for a number that is not a channel's.
 [[nodiscard]] constexpr const TrattiCanale* TrattiDi(kvEnum_ServizioMail canale) {
   for (const TrattiCanale& tratti : kCanali) {
     if (tratti.numero == canale) return &tratti;

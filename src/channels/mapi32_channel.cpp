@@ -74,7 +74,7 @@ std::vector<MapiFile> PreparaAllegatiMAPI(const host::Variant::Array& allegati) 
   return record;
 }
 
-// The kind of channel is not told to the register, so that certified mail is not told apart here.
+// The register is not told the kind of channel, so certified mail cannot be distinguished here.
 void RegistraEsitoMAPI(const Messaggio& messaggio, const Contesto& contesto, const Oggetti& oggetti,
                        bool inviato, const std::string& allegati) {
   const auto registro = oggetti.ObjRegistroInvio;

@@ -1,5 +1,5 @@
-// The module MDLFW_MAPI: the records of MAPI32.DLL and the numbers of it that the library speaks. The three
-// functions themselves are asked of the outside (host::Mapi32).
+// The module MDLFW_MAPI: the records of MAPI32.DLL and those of its numbers that the library uses. The three
+// functions themselves come from outside (host::Mapi32).
 #pragma once
 
 #include <cstdint>
@@ -25,23 +25,23 @@ using host::MapiFile;
 using host::MapiMessage;
 using host::MapiRecip;
 
-/// The result of a function that did its work; any other is the library's error number.
+/// The result of a function that did its work; any other value is the library's error number.
 inline constexpr std::int32_t kSuccesso = 0;
 
-/// What the channel shows to the person, in every mode, when the message has left.
+/// What the channel shows the person, in every mode, once the message has gone.
 inline constexpr const char* kMessaggioInviato = "Message sent!";
 
 /// Flags of MAPILogon: the library may ask the person to log on, and the session is a new one.
 inline constexpr std::int32_t kDialogoDiAccesso = 1;
 inline constexpr std::int32_t kNuovaSessione = 2;
 
-/// RecipClass of a recipient record; 0 for a recipient whose box nobody knows.
+/// RecipClass of a recipient record; 0 for a recipient with an unknown box.
 inline constexpr std::int32_t kClasseSconosciuta = 0;
 inline constexpr std::int32_t kClasseA = 1;
 inline constexpr std::int32_t kClasseCC = 2;
 inline constexpr std::int32_t kClasseCCn = 3;
 
-/// Position of a file record that leaves the place of the attachment to the library.
+/// Position of a file record that lets the library choose where the attachment goes.
 inline constexpr std::int32_t kPosizioneLibera = -1;
 
 }  // namespace orve::MDLFW_MAPI

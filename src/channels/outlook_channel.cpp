@@ -1,7 +1,7 @@
 // Delivering the current message by driving Outlook. Account and sender are Outlook's own; the service only
-// reads an address of them for its records, and how it reads it depends on the version.
+// reads their address for its records, and how it does so depends on the version.
 //
-// Success is known only from Send not raising an error. A failed send leaves Stato, the register lines and
+// The only sign of success is that Send raises no error. A failed send leaves Stato, the register lines and
 // the events as they are, unlike the two MAPI channels; only the log line or the message tells of it.
 #include "channels/outlook_channel.h"
 
@@ -27,14 +27,14 @@ namespace {
 constexpr std::int32_t kElementoDiPosta = 0;
 constexpr std::int16_t kCorpoOutlookHTML = 1;
 
-// The number in front of the first point; a text without a point is none.
+// The number before the first point; a text without a point is not a version.
 std::int16_t VersioneMaggiore(const std::string& versione) {
   const std::size_t punto = text::Find(versione, ".");
   if (punto == 0) throw host::Errore(host::kArgomentoNonValido);
   return host::Variant(text::Left(versione, punto - 1)).ToInt16();
 }
 
-// Empty for a version whose address nobody has learnt to read.
+// Empty for a version whose address we do not know how to read.
 std::string MittenteDiOutlook(host::OutlookApplication& outlook) {
   const std::string prefisso(FirmaDi(kvOutlook));
   const std::int16_t versione = VersioneMaggiore(outlook.Version());
@@ -58,8 +58,8 @@ void ComponiMessaggioOutlook(Messaggio& messaggio, const Impostazioni& impostazi
                              const Oggetti& oggetti, const std::string& mittente) {
   ElenchiDestinatari elenchi;
   RipartisciDestinatari(*messaggio.vCollDestinatari, TestiOutlook, elenchi, messaggio.vNome);
-  // The text of the records, prefix and all, and a ";" in front whatever the list holds: what mailboxes have
-  // seen for years.
+  // The text used in the records, prefix and all, with a ";" before it whatever the list holds: that is what
+  // mailboxes have been receiving for years.
   if (impostazioni.FlagBcc) elenchi.cc.append(";").append(mittente);
   messaggio.vIndDestinatario = elenchi.a;
   messaggio.vCorpoMail = GetCorpoMail(messaggio, impostazioni, contesto, oggetti);

@@ -1,5 +1,5 @@
-// The texts that the channels make of the recipients and attachments of one message, as far as channels make
-// them alike. Where a channel has a form of its own, it stands with that channel.
+// The texts that the channels make of the recipients and attachments of one message, where channels agree on
+// their form. A form that only one channel uses is with that channel.
 #pragma once
 
 #include <string>
@@ -34,8 +34,8 @@ struct TestiVoce {
 };
 
 /// Puts the recipients into the lists of their boxes, in their order. The names of the A recipients go after
-/// whatever `nomi` holds, and its last two characters are cut in any case. A box that nobody knows counts as
-/// A, but its entry has the ";" after it and none in front.
+/// whatever `nomi` holds, and and their last two characters are always cut. An unknown box counts as A, but
+/// its entry has the ";" after it and none before it.
 void RipartisciDestinatari(const CollDestinatari& destinatari, TestiVoce (*testi)(const Destinatario&),
                            ElenchiDestinatari& elenchi, std::string& nomi);
 

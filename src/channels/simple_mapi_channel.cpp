@@ -30,7 +30,7 @@ std::int16_t Successivo(std::int16_t indice) {
   return InSediciBit(static_cast<std::size_t>(indice) + 1);
 }
 
-// A box that nobody knows keeps the type that the control gives a new slot.
+// A recipient with an unknown box keeps the type that the control gives a new slot.
 void ImpostaTipo(host::MAPIMessages& messaggio, std::int16_t casella) {
   if (casella == kvCasellaA) messaggio.RecipType(kMapiA);
   if (casella == kvCasellaCC) messaggio.RecipType(kMapiCC);
@@ -61,13 +61,13 @@ void RegistraEsitoSimpleMAPI(const Messaggio& messaggio, const Impostazioni& imp
   registro->TipoCanale(TipoCanaleDi(messaggio));
   registro->MittenteInvio(std::string(FirmaDi(kvSimpleMAPI)));
   registro->CanaleInvio(static_cast<float>(impostazioni.SrvMailInstallato));
-  // A delivery that failed for want of a collection has nobody to record.
+  // A delivery that failed because there is no collection has nobody to record.
   if (!messaggio.vCollDestinatari) return;
   RegistraDestinatari(messaggio, contesto, oggetti, *registro, {kApertura, allegati, messaggio.vOggetto},
                       std::nullopt);
 }
 
-// Attachment n stands at character n of the body. The paths attached, joined by "|": the message goes out
+// Attachment n is placed at character n of the body. The paths attached, joined by "|": the message goes out
 // without the file that was refused and without those after it; nobody is told.
 std::string AddAllegatiSimpleMAPI(const Messaggio& messaggio,
                                   const std::shared_ptr<host::MAPIMessages>& controlli) {
@@ -88,7 +88,7 @@ std::string AddAllegatiSimpleMAPI(const Messaggio& messaggio,
   return elenco;
 }
 
-// `allegati` is what could be attached, also when an error ends the delivery.
+// `allegati` holds what could be attached, even when an error ends the delivery.
 void ConsegnaConSimpleMAPI(Messaggio& messaggio, const Impostazioni& impostazioni, const Account& account,
                            Contesto& contesto, Esito& esito, Oggetti& oggetti, std::string& allegati) {
   if (host::Richiesto(messaggio.vCollDestinatari).Count() < 1) return;
@@ -103,7 +103,7 @@ void ConsegnaConSimpleMAPI(Messaggio& messaggio, const Impostazioni& impostazion
   const auto corpoMail = [&] { return GetCorpoMail(messaggio, impostazioni, contesto, oggetti); };
   const std::string corpo = corpoMail();
   if (corpo.empty()) throw host::Errore(host::kArgomentoNonValido);
-  // The text that counts is made anew; a blank keeps it from beginning with a carriage return.
+  // The body is built afresh; a blank keeps it from beginning with a carriage return.
   messaggio.vCorpoMail = corpo.front() == '\r' ? " " + corpoMail() : corpoMail();
   oggetti.objMapiMessages->MsgReceiptRequested(account.ReadReceipt);
   oggetti.objMapiMessages->MsgNoteText(messaggio.vCorpoMail);

@@ -27,7 +27,8 @@ constexpr std::array<std::string_view, 8> kErroriSmtp = {
     "Errore di ripristino SMTP",
     "Errore di ricerca DNS"};
 
-// -1 is the component's word for "no error". No value, after an error of the submission itself, is none.
+// -1 is the component's word for "no error". No value, which follows an error of the submission itself, is
+// not a success.
 bool Riuscito(const host::Variant& risultato) {
   return !risultato.IsNull() && risultato.ToDouble() == -1;
 }

@@ -1,5 +1,5 @@
 // Delivering the current message through the SMTP component: one submission for all recipients, one record
-// for each of them, no retry.
+// per recipient, no retries.
 //
 // The texts built here are read by others: the component splits the recipient lists, and the submission
 // splits the sender text at its double quotes. Change their shape only together with both.
@@ -23,12 +23,11 @@ namespace orve {
 void SendWithSmtp(Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
                   Contesto& contesto, Esito& esito, Oggetti& oggetti);
 
-/// The name between double quotes when a comma stands in it at the second character or later; otherwise as
-/// it is.
+/// The name between double quotes when it has a comma at the second character or later; otherwise as it is.
 [[nodiscard]] std::string QuotaNome(const std::string& nome);
 
-/// The name between double quotes, "<", the address, ">". A name of blanks only counts as none; the two
-/// double quotes stand there all the same.
+/// The name between double quotes, "<", the address, ">". A name that is all blanks counts as none; the two
+/// double quotes are written all the same.
 [[nodiscard]] std::string ComponiMittente(const std::string& nome, const std::string& indirizzo);
 
 /// Register lines and events for what the component answered; `mittente` is what the register is told of the
@@ -37,7 +36,7 @@ void RegistraEsitoSmtp(const Messaggio& messaggio, const Impostazioni& impostazi
                        const Oggetti& oggetti, const host::Variant& risultato, const std::string& mittente,
                        const RigheInvio& righe);
 
-/// The component's number in words; empty for a number that is none of its own.
+/// The component's number in words; empty for a number that is not one of its own.
 [[nodiscard]] std::string GetSMTPErrorDescription(const Oggetti& oggetti, std::int16_t codice);
 
 }  // namespace orve

@@ -1,5 +1,5 @@
 // The one place where a message is handed to the SMTP component. The order in which its members are set is
-// part of what the component is promised.
+// part of the contract with the component.
 #include "channels/smtp_submission.h"
 
 #include <cstdint>
@@ -27,8 +27,8 @@ std::string Elemento(const std::vector<std::string_view>& parti, std::size_t pos
   return std::string(parti[posizione]);
 }
 
-// The sender text is a name between double quotes with the address, in its angle brackets, behind it. A
-// double quote inside the name shifts the parts; nothing guards against it.
+// The sender text is a name between double quotes followed by the address in angle brackets. A double quote
+// inside the name shifts the parts; nothing guards against it.
 void ImpostaMittente(host::ComponenteSmtp& componente, const std::string& mittente) {
   const auto parti = text::Split(mittente, '"');
   componente.From(Elemento(parti, 1));

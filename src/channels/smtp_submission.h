@@ -24,15 +24,15 @@ struct Sottomissione {
   bool ricevuta;  // a read receipt is asked for
 };
 
-/// Hands it with server, credentials and wishes of the account to the component. The component's
-/// GetLastError, or empty after an error, which is told by message.
+/// Hands it to the component, with the account's server, credentials and receipt requests. Returns the
+/// component's GetLastError, or empty after an error, which is reported by message.
 [[nodiscard]] host::Variant InviaMailConSSL(const Account& account, const Contesto& contesto,
                                             const Oggetti& oggetti,
                                             const std::shared_ptr<host::ComponenteSmtp>& componente,
                                             const Sottomissione& messaggio);
 
-/// Attaches the files of the message; the paths attached, joined by "|". A file that is refused is told by
-/// message, and the message goes out without it and those after it.
+/// Attaches the files of the message and returns the paths attached, joined by "|". A refused file is
+/// reported by message, and the message goes out without it and those after it.
 [[nodiscard]] std::string AddAdditionalAttachmentSMTP(
     const Messaggio& messaggio, const Oggetti& oggetti,
     const std::shared_ptr<host::ComponenteSmtp>& componente);

@@ -1,7 +1,8 @@
-// It is close to the SMTP channel but not the same: entries are not quoted and end in ";", a box that nobody
-// knows receives nothing, and the records show the fields of the service, not the message that left.
+// Close to the SMTP channel but not the same: entries are not quoted and end in ";", a recipient with an
+// unknown box receives nothing, and the records show the fields of the service, not the message that was
+// sent.
 //
-// Callers are told of errors by message; one that cannot be shown is no error of theirs either.
+// Errors are reported by message; one that cannot be shown does not reach the caller either.
 #include "channels/standalone_smtp.h"
 
 #include <cstdint>
@@ -22,7 +23,7 @@ namespace orve {
 
 namespace {
 
-// The title names this operation for recipients and attachments too.
+// The title names this operation even for recipients and attachments.
 constexpr const char* kTitolo = "ORVE_MAIL: InviaMailSMTP";
 
 std::string* ElencoDi(ElenchiDestinatari& elenchi, std::int16_t casella) {
@@ -59,10 +60,10 @@ void ConsegnaDaSola(Messaggio& messaggio, const Impostazioni& impostazioni, Acco
   messaggio.DestinatariA.clear();
   messaggio.DestinatariCC.clear();
   messaggio.DestinatariCCn.clear();
-  // What the handler changes stands in the fields; subject and body of this call stay as they came.
+  // What the handler changes is in the fields; subject and body of this call stay as they came.
   GestioneEventoBeforeSendMail(messaggio, impostazioni, contesto, oggetti);
   messaggio.vDitta = messaggio.INFO_RagSocCliFor;
-  account.SmtpServer.clear();  // so that the account is loaded anew
+  account.SmtpServer.clear();  // so that the account is loaded again
   CaricaAccountPredefinito(messaggio, account, contesto, oggetti);
   ElenchiDestinatari elenchi;
   ComponiElenchiDaSola(messaggio, elenchi);

@@ -13,12 +13,12 @@
 
 namespace orve {
 
-/// Adds an A recipient. A failure is told by message, if that can be shown.
+/// Adds an A recipient. A failure is reported by message, if one can be shown.
 void AddDestinatario(Messaggio& messaggio, const Oggetti& oggetti, const std::string& indMail,
                      const std::string& descrDest);
 
-/// Mails subject and body; an empty body is built from the settings. True when it ran to its end. A failure
-/// is told by message, or in the two fields of the result where the caller wants silence.
+/// Mails subject and body; an empty body is built from the settings. True when it ran to completion. A
+/// failure is reported by message, or in the two result fields if the caller wants silence.
 [[nodiscard]] bool InviaMailSMTP(Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
                                  Contesto& contesto, Esito& esito, Oggetti& oggetti,
                                  const std::string& oggetto, const std::string& corpo);

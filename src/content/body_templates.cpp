@@ -1,5 +1,5 @@
-// The standard body is a legal notice: it goes out to the character, doubled blanks and typographic signs
-// included. Placeholders are replaced one after another over the growing text, so that a value which holds a
+// The standard body is a legal notice: it goes out character for character, doubled blanks and typographic
+// signs included. Placeholders are replaced one after another over the growing text, so a value which holds a
 // later placeholder is filled in turn.
 #include "content/body_templates.h"
 

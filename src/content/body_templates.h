@@ -11,7 +11,7 @@
 
 namespace orve {
 
-/// The notice as it stands, with its placeholders and line ends of carriage return and line feed.
+/// The notice as it is, with its placeholders and line ends of carriage return and line feed.
 [[nodiscard]] std::string_view CorpoStandard();
 
 /// The body of the message, filled. Raises what the look-ups for the placeholders raise where the body is the
@@ -19,8 +19,8 @@ namespace orve {
 [[nodiscard]] std::string GetCorpoMail(const Messaggio& messaggio, const Impostazioni& impostazioni,
                                        Contesto& contesto, const Oggetti& oggetti);
 
-/// The notice, or the standing message in its place. Never raises: one that cannot be filled is the notice
-/// with its placeholders, or empty.
+/// The notice, or the standing message in its place. Never raises: if it cannot be filled, the result is the
+/// notice with its placeholders, or empty.
 [[nodiscard]] std::string GetCorpoStandard(const Messaggio& messaggio, const Impostazioni& impostazioni,
                                            Contesto& contesto, const Oggetti& oggetti);
 

@@ -1,7 +1,7 @@
 // Mail as HTML with the user's signature, where the company asks for it in its settings.
 //
 // Only blanks are turned into entities; the rest of a body goes through as markup, on purpose. The signature
-// stands behind the closing tag of the document.
+// follows the closing tag of the document.
 #include "content/html_body.h"
 
 #include <string_view>
@@ -25,7 +25,7 @@ std::string DocumentoHTML(const std::string& testo, std::string_view font, std::
   std::string apertura = "<font face = \"";
   apertura.append(font).append("\" size = \"").append(std::to_string(dimensione)).append("\">");
   std::string html = "<!DOCTYPE html>\r\n<html>\r\n<body>\r\n";
-  // The line feed of a line end stays in front of the line that follows it.
+  // The line feed of a line end stays at the start of the following line.
   for (const auto riga : text::Split(testo, '\r')) {
     html.append(apertura).append(riga).append("</font><br/>\r\n");
   }

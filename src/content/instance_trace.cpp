@@ -34,7 +34,7 @@ std::string GeneraIdIstanza(host::GeneratoreGuid& generatore) {
 
 TracciaIstanza::TracciaIstanza(std::shared_ptr<host::Ambiente> ambiente, std::string_view classe)
     : ambiente_(std::move(ambiente)), classe_(classe) {
-  // Every object of the library has a trace, so that each refuses to be born without an Ambiente.
+  // Every object of the library has a trace, so each refuses to be created without an Ambiente.
   if (ambiente_) return;
   throw host::Errore(host::kOggettoNonImpostato, "ORVE_MAILSERVER",
                      "Impossibile creare " + std::string(classe_) + " senza un Ambiente");
@@ -55,7 +55,7 @@ const std::string& TracciaIstanza::GetIdIstanza() {
   return IdIstanza;
 }
 
-// A trace must never cost the object its life: whatever fails here is the trace's own loss.
+// A trace must never cost the object its life: if something fails here, only the trace is lost.
 void TracciaIstanza::Scrivi(std::string_view evento) noexcept {
   try {
     std::string riga = "QLNA:|";

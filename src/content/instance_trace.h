@@ -16,14 +16,14 @@ class GeneratoreGuid;
 
 class TracciaIstanza {
  public:
-  /// `classe` is the name of the class as it stands in the line; it must outlive the trace. Raises 91 when
-  /// the ambiente is absent.
+  /// `classe` is the name of the class as written in the line; it must outlive the trace. Raises 91 when the
+  /// ambiente is absent.
   TracciaIstanza(std::shared_ptr<host::Ambiente> ambiente, std::string_view classe);
 
   /// The line at creation, "INI", and at destruction, "TER".
   void Inizio() noexcept;
-  /// The first line, and then the steps of the construction; when these fail the second line too, since the
-  /// destructor of an object that never came to be does not run.
+  /// The first line, and then the steps of the construction; if these fail, the second line too, since the
+  /// destructor of an object that was never completed does not run.
   template <class Passi>
   void Inizio(Passi&& passi) {
     Inizio();

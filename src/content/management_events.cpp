@@ -1,5 +1,5 @@
 // Nothing here may ever cost a send anything: every statement runs with its error ignored, and an event that
-// cannot be registered is lost without a word.
+// cannot be registered is lost silently.
 #include "content/management_events.h"
 
 #include <memory>
@@ -18,7 +18,7 @@ constexpr const char* kParametroUtente = "IDUtenteApp";
 constexpr std::int32_t kIntero32Bit = 3;
 constexpr std::int32_t kUscita = 2;
 
-// The elements of the payload, one behind the other. There is no escaping for the closing mark.
+// The elements of the payload, one after the other. The closing mark cannot be escaped.
 class Parametri {
  public:
   template <class Valore>
@@ -34,7 +34,7 @@ class Parametri {
       if (!testo.empty()) Accoda(apertura, testo);
     });
   }
-  /// The same, for a value that stands inside a quoted statement.
+  /// The same, for a value inside a quoted statement.
   void SePresenteFraApici(std::string_view apertura, std::string_view valore) {
     SePresente(apertura, text::Replace(valore, "'", "''"));
   }
@@ -97,7 +97,7 @@ std::string ComponiParametriEvento(const Contesto& contesto, const Oggetti& ogge
   parametri.SePresente("<AZ_COD=", contesto.DittaCorrente);
   parametri.SePresenteFraApici("<AZ_DES=", evento.azienda);
   parametri.SePresenteFraApici("<MAIL_IND=", evento.indirizzo);
-  // As it stands: a path with a quote breaks the statement, and the event is lost.
+  // As it is: a path with a quote breaks the statement, and the event is lost.
   parametri.SePresente("<MAIL_PATH=", std::string(evento.allegato));
   parametri.SePresenteFraApici("<DESRES=", evento.esito);
   parametri.SePresenteFraApici("<MAIL_OBJ=", evento.oggetto);

@@ -13,10 +13,10 @@ namespace orve {
 /// The codes under which that system learns of mail.
 enum CodiceEvento : std::int32_t {
   kEventoNonInviato = 88,  // disabled, no address, or cancelled by the person
-  kEventoInvio = 89,       // a message went to a channel for one recipient, whatever came of it there
+  kEventoInvio = 89,       // a message went to a channel for one recipient, whatever happened to it there
 };
 
-/// What one event tells; an empty text is left out.
+/// The contents of one event; an empty text is left out.
 struct EventoGestionale {
   std::int32_t codice = kEventoInvio;
   std::string_view destinatario = {};
@@ -27,14 +27,14 @@ struct EventoGestionale {
   std::string_view oggetto = {};
 };
 
-/// Registers the event. Never fails: one that cannot be registered is lost without a word.
+/// Registers the event. Never fails: one that cannot be registered is lost silently.
 void AttivaEventoGestionale(const Contesto& contesto, const Oggetti& oggetti, const EventoGestionale& evento);
 
 // Its steps.
 
-/// The user of the connection; 0 when nobody knows him.
+/// The user of the connection; 0 when unknown.
 [[nodiscard]] host::Variant GetUserIDFromConnection(const Contesto& contesto);
-/// The payload; empty for a code that is none of the two.
+/// The payload; empty for a code other than these two.
 [[nodiscard]] std::string ComponiParametriEvento(const Contesto& contesto, const Oggetti& oggetti,
                                                  std::int32_t idUtente, const EventoGestionale& evento);
 

@@ -17,7 +17,7 @@ constexpr std::string_view kNessunMetodo = "------------------------";
 constexpr std::int16_t kLarghezzaDestinatario = 40;
 
 // "ML" and the characters 1-2, 4-5 and the last two of the short date: MLddmmyy with the Italian form,
-// whatever stands there with another.
+// whatever is at those places in another form.
 std::string NomeFileLog(std::string_view data) {
   const std::size_t lunghezza = text::Length(data);
   std::string nome = "ML";

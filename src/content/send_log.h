@@ -1,5 +1,5 @@
 // The send log: one fixed-width line for each send that fails while nobody is there to see a message, in one
-// file a day.
+// file per day.
 //
 // The form of the file and of its lines is fixed: people and other programs read it by column.
 #pragma once
@@ -19,8 +19,8 @@ namespace orve {
 void ScriviLogInvio(const Messaggio& messaggio, const Impostazioni& impostazioni, Oggetti& oggetti,
                     std::int32_t stato, const std::string& metodo);
 
-/// The value, trimmed on both sides, in exactly `larghezza` characters: blanks behind it, or cut. Empty for a
-/// null or empty value, for one that has no text form, and for a width below 0. Never fails.
+/// The value, trimmed on both sides, in exactly `larghezza` characters: padded with blanks, or cut. Empty for
+/// a null or empty value, for one that has no text form, and for a width below 0. Never fails.
 [[nodiscard]] std::string FormattaCampoLog(const host::Variant& valore, std::int16_t larghezza);
 
 /// What follows the last `\` of a path. A text without any loses its first character: "report.pdf" gives

@@ -1,7 +1,7 @@
 // One value in the form in which it is joined into an SQL statement.
 //
-// Values are joined unescaped: a text with a quote breaks its statement, and the failure takes the way of the
-// procedure that runs it. Whoever changes that changes what every look-up sends to the database.
+// Values are joined unescaped: a text with a quote breaks its statement, and the failure is handled as the
+// procedure that runs it handles failures. Changing that changes what every look-up sends to the database.
 #include "content/sql_values.h"
 
 #include <string>
@@ -18,7 +18,7 @@ std::string TraApici(const std::string& testo) {
   return "'" + testo + "'";
 }
 
-// The date formatter reads the form of the regional settings, which only the system's clock knows.
+// The date formatter expects the form of the regional settings, which only the system's clock knows.
 std::string TestoPerFormatoData(const host::Variant& valore, host::Orologio& orologio) {
   return valore.Visita([&](const auto& contenuto) {
     if constexpr (std::is_same_v<std::decay_t<decltype(contenuto)>, host::DataOra>) {

@@ -15,7 +15,7 @@ enum TipoValore : std::int32_t {
   kValoreData = 3,    // through the host's date formatter
 };
 
-/// The value in the form of a statement, unescaped; empty when it has none. A failure is told by message.
+/// The value in the form of a statement, unescaped; empty when it has none. A failure is reported by message.
 [[nodiscard]] host::Variant FormatoDB(const Oggetti& oggetti, const host::Variant& valore, std::int32_t tipo,
                                       bool ammetteNull);
 

@@ -1,9 +1,9 @@
-// The parameters window: a person fixes once the parameters of a send to a whole list. It sends nothing. On
+// The parameters window: a person sets, once, the parameters of a send to a whole list. It sends nothing. On
 // the SMTP channels it offers everything, on the others the attachment and the body alone. The answers are
-// read after it has closed, whichever way; IsValoriValidi says whether the person confirmed.
+// read after it has closed, however it was closed; IsValoriValidi says whether the person confirmed.
 //
 // Load, the two selections and both closing buttons have no error trap: their errors reach the toolkit, or
-// whoever made the program's call that raised the event.
+// the program's own call that raised the event.
 #pragma once
 
 #include <cstdint>
@@ -21,7 +21,7 @@ namespace orve {
 
 class FRMFW_MAILPARAMS : public FinestraDelServizio {
  public:
-  /// Builds the window, which is not shown yet. Raises 429 on a host without windows.
+  /// Builds the window without showing it. Raises 429 on a host without windows.
   explicit FRMFW_MAILPARAMS(std::shared_ptr<host::Ambiente> ambiente);
   FRMFW_MAILPARAMS(const FRMFW_MAILPARAMS&) = delete;
   FRMFW_MAILPARAMS& operator=(const FRMFW_MAILPARAMS&) = delete;
@@ -29,20 +29,21 @@ class FRMFW_MAILPARAMS : public FinestraDelServizio {
   FRMFW_MAILPARAMS& operator=(FRMFW_MAILPARAMS&&) = delete;
   ~FRMFW_MAILPARAMS();
 
-  /// Lists the service's accounts of the kind chosen in a window; absent: none are listed.
+  /// Lists the service's accounts of the kind chosen in a window; absent: none is listed.
   std::function<void(host::Form&)> CaricaAccount;
   bool IsValoriValidi = false;
 
   /// Path of the one attachment.
   [[nodiscard]] const std::string& AllegatoUnico() const { return allegatoUnico_; }
   void AllegatoUnico(const std::string& valore) { allegatoUnico_ = valore; }
-  /// The one body: offered before the showing, and empty afterwards unless the person changed it.
+  /// The one body: the text offered, before the window is shown; empty afterwards unless the person changed
+  /// it.
   [[nodiscard]] const std::string& CorpoUnico() const { return corpoUnico_; }
   void CorpoUnico(const std::string& valore) { corpoUnico_ = valore; }
   /// 0 mail, 1 certified mail.
   [[nodiscard]] float Tipo() const { return tipo_; }
   void Tipo(float valore) { tipo_ = valore; }
-  /// Never absent: a read while no object is held creates an empty account, stores and returns it.
+  /// Never absent: reading it while no object is held creates an empty account, which is stored and returned.
   [[nodiscard]] std::shared_ptr<Mittente> IdAccount();
   void IdAccount(std::shared_ptr<Mittente> valore) { idAccount_ = std::move(valore); }
   [[nodiscard]] bool ReadRcpt() const { return readRcpt_; }
@@ -65,7 +66,7 @@ class FRMFW_MAILPARAMS : public FinestraDelServizio {
   void KVL_ALLEGA_ButtonClick();
   void CMD_OK_ButtonClick();
   void PrendiRicevute();
-  /// False when the path stands for no file; the person has been told then.
+  /// False when the path does not name a file; the person has then been told.
   [[nodiscard]] bool PrendiAllegato();
   void CMD_ANNULLA_ButtonClick();
 

@@ -1,11 +1,11 @@
 // The compose window: a person sees and changes a message before it goes out. The service creates it, gives
-// it its objects, fills its controls and shows it modally; the send itself is started from inside, so that
-// nothing is read back when the window closes.
+// it its objects, fills its controls and shows it modally; the send is started from inside the window, so
+// nothing is read back when it closes.
 //
-// This class is the window's logic over the controls of whatever toolkit the host brings. Its procedures
-// stand by subject: activation and body, recipients and send, attachments, address book. Before changing one
-// of them know how it ends on an error: most report by message, some ignore errors statement by statement,
-// and the handlers of CHK_CORPO, CMB_ACCOUNT and CMD_LEGENDA let theirs out.
+// This class is the window's logic over the controls of whatever toolkit the host brings. Its procedures are
+// grouped by subject: activation and body, recipients and send, attachments, address book. Before changing
+// one of them, know what it does on an error: most report by message, some ignore errors statement by
+// statement, and the handlers of CHK_CORPO, CMB_ACCOUNT and CMD_LEGENDA let theirs through.
 #pragma once
 
 #include <cstdint>
@@ -26,7 +26,7 @@ namespace orve {
 
 class FRMRW_OPZMAIL : public FinestraDelServizio {
  public:
-  /// Builds the window, which is not shown yet. Raises 429 on a host without windows.
+  /// Builds the window without showing it. Raises 429 on a host without windows.
   explicit FRMRW_OPZMAIL(std::shared_ptr<host::Ambiente> ambiente);
   FRMRW_OPZMAIL(const FRMRW_OPZMAIL&) = delete;
   FRMRW_OPZMAIL& operator=(const FRMRW_OPZMAIL&) = delete;
@@ -34,13 +34,14 @@ class FRMRW_OPZMAIL : public FinestraDelServizio {
   FRMRW_OPZMAIL& operator=(FRMRW_OPZMAIL&&) = delete;
   ~FRMRW_OPZMAIL();
 
-  /// The objects of the Simple MAPI and of the Outlook channel; the window keeps them and does no more.
+  /// The objects of the Simple MAPI and of the Outlook channel; the window keeps them and does nothing else
+  /// with them.
   std::shared_ptr<host::Oggetto> objOutlook;
   std::shared_ptr<host::Oggetto> objOutlook_00;
   std::shared_ptr<host::ManagerRubrica> ManagerRubrica;
 
-  /// Attaches a file and shows it under `FileName`. A file that does not exist is dropped without a word, and
-  /// no error gets out.
+  /// Attaches a file and shows it under `FileName`. A file that does not exist is dropped silently, and no
+  /// error gets out.
   void AggiungiAllegato(const std::string& FilePath, const std::string& FileName);
 
   // What follows is the window's own: its steps and its state.
@@ -52,7 +53,7 @@ class FRMRW_OPZMAIL : public FinestraDelServizio {
   using FinestraDelServizio::ObjMessaggiForm;
   /// The exception in flight as a message without title: number, blank, description and closing text.
   void SegnalaErrore(std::string_view chiusura);
-  /// Null, empty and blank values give the replacement; never fails.
+  /// The replacement for null, empty and blank values; never fails.
   [[nodiscard]] static host::Variant NVL(const host::Variant& valore, const host::Variant& sostituto);
 
   // --- activation and body
@@ -88,7 +89,7 @@ class FRMRW_OPZMAIL : public FinestraDelServizio {
   void EliminaAllegato_Click();
   void EliminaTuttiAllegati_Click();
   /// An array of the paths, or nothing when there are none. Raises what a file object raises, with the
-  /// procedure's name behind the description.
+  /// procedure's name after the description.
   [[nodiscard]] host::Variant GetAllegatiMultipli();
 
   // --- address book
@@ -103,7 +104,7 @@ class FRMRW_OPZMAIL : public FinestraDelServizio {
   std::string CorpoStandard;  // the text shown when the body returns to the default
   std::shared_ptr<CollDestinatari> CollDestinatariForm;
   bool Attivato = false;
-  std::shared_ptr<host::CollezioneFile> FileAllegati;      // the truth; absent until the first file
+  std::shared_ptr<host::CollezioneFile> FileAllegati;      // the source of truth; absent until the first file
   std::shared_ptr<host::RecordSetScollegato> RstAllegati;  // what the grid shows of it
 
   std::shared_ptr<host::KVL_RESIZEFORM> KVL_RESIZEFORM1;
@@ -127,7 +128,7 @@ class FRMRW_OPZMAIL : public FinestraDelServizio {
   std::shared_ptr<host::KVL_TBARMENU> cmd_Invia;
   std::shared_ptr<host::KVL_TBARMENU> cmd_Annulla;
 
-  // The events look at it, so that a window that outlives this object runs into nothing.
+  // The events check it, so that a window that outlives this object does not call into it.
   std::shared_ptr<FRMRW_OPZMAIL*> vita_ = std::make_shared<FRMRW_OPZMAIL*>(this);
 };
 

@@ -1,5 +1,4 @@
-// The strict reading of an address box: purely positional, without trimming and without a look at the
-// address.
+// The strict reading of an address box: purely positional, without trimming and without checking the address.
 #pragma once
 
 #include <string_view>
@@ -10,11 +9,11 @@ namespace orve {
 struct VoceIndirizzo {
   std::string_view indirizzo;
   std::string_view nome;
-  bool conNome = false;  // a "<" stands in the entry, so that the text before it is a name, be it empty
+  bool conNome = false;  // the entry has a "<", so the text before it is a name, even an empty one
 };
 
-/// A name, "<", an address and ">", with whatever follows ignored, or a bare address. What is neither gives
-/// an empty address.
+/// A name, "<", an address and ">", with whatever follows ignored, or a bare address. Anything else gives an
+/// empty address.
 [[nodiscard]] VoceIndirizzo LeggiVoceIndirizzo(std::string_view voce);
 
 }  // namespace orve

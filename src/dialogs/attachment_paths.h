@@ -1,4 +1,4 @@
-// Paths with `\` between their components, split as the windows want them.
+// Paths with `\` between their components, split as the windows need them.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 namespace orve {
 
 struct PercorsoDiviso {
-  std::string cartella;  // without the "\" in front of the name; empty for a path without one
+  std::string cartella;  // without the "\" before the name; empty for a path without one
   std::string nome;
 };
 

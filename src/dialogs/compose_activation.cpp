@@ -101,7 +101,7 @@ void FRMRW_OPZMAIL::PrimaAttivazione() {
   if (RstAllegati) GRID_ALLEGATI->DataSource(RstAllegati);
   BTN_ELIMINA->AddMenuItem("Elimina allegato", "Del");
   BTN_ELIMINA->AddMenuItem("Elimina tutti gli allegati", "DelAll");
-  // The change to "0" loads the standard body, the change to "1" leaves it open for editing.
+  // Changing to "0" loads the standard body, changing to "1" leaves it open for editing.
   if (servizio.vFlagCorpo == 0) CHK_CORPO->Text("0");
   CHK_CORPO->Text("1");
   if (!HaAccount(servizio.SrvMailInstallato)) {

@@ -57,7 +57,7 @@ void FRMRW_OPZMAIL::BTN_DEST_CC_MenuItemClick(const std::string& chiave) try {
   SegnalaErrore(" ORVE_MAILSERVER: FRMFW_OPZMAIL: BTN_DEST_CC_MenuItemClick");
 }
 
-// The text names the handler of the CC button, and keeps doing so.
+// The text names the handler of the CC button; that is kept as it is.
 void FRMRW_OPZMAIL::BTN_DEST_CCN_MenuItemClick(const std::string& chiave) try {
   GestisciRubrica(chiave, kvCasellaCCn);
 } catch (...) {
@@ -75,8 +75,8 @@ void FRMRW_OPZMAIL::GestisciRubrica(const std::string& chiave, std::int32_t case
   SegnalaErrore(" ORVE_MAILSERVER: FRMFW_OPZMAIL: GestisciRubrica");
 }
 
-// Shows the book of the key; true when the person picked something there. The application's book says so
-// itself, whatever stands in the address; the other two are known by it.
+// Shows the address book that belongs to the key; true when the person picked something. The application's
+// book says so itself, whatever the address holds; with the other two the address tells.
 bool FRMRW_OPZMAIL::ScegliDaRubrica(const std::string& chiave) {
   const auto azzera = [this] {
     Richiesto(ManagerRubrica).CodiceScelto("");

@@ -1,6 +1,6 @@
-// The attachments of the compose window. They live twice: the collection FileAllegati is the truth, the
-// record set RstAllegati is what the grid shows of it, one row per file with the file's position. Only the
-// send hands the list to the service.
+// The attachments of the compose window. They are held twice: the collection FileAllegati is the source of
+// truth, the record set RstAllegati is what the grid shows of it, one row per file with the file's position.
+// Only the send hands the list to the service.
 #include <algorithm>
 
 #include "dialogs/FRMRW_OPZMAIL.h"
@@ -54,7 +54,7 @@ void FRMRW_OPZMAIL::RicaricaRstAllegati() try {
   SegnalaErroreConTitolo(" RicaricaRstAllegati");
 }
 
-// A text longer than its column is shown as far as it goes: no file may be in the list without its row.
+// Text longer than its column is cut for display: no file may be in the list without its row.
 void FRMRW_OPZMAIL::AggiungiRiga(std::int32_t indice, const std::string& testo) const {
   Richiesto(RstAllegati)
       .AddNew({"Index", "FileName"}, {indice, text::Left(testo, static_cast<std::size_t>(kLunghezzaNome))});
@@ -120,7 +120,7 @@ void FRMRW_OPZMAIL::AllegaFile(const std::shared_ptr<host::OggettoFile>& scelto)
 bool FRMRW_OPZMAIL::EsisteAllegato(const std::string& nome) try {
   using RecordSet = host::RecordSetScollegato;
   if (!RstAllegati || RstAllegati->RecordCount() < 1) return false;
-  // A name with an apostrophe spoils the criterion; such a file counts as not attached yet.
+  // A name with an apostrophe breaks the criterion; such a file counts as not yet attached.
   RstAllegati->Find("FileName='" + nome + "'", 0, RecordSet::kAvanti, RecordSet::kDalPrimo);
   return !RstAllegati->Eof();
 } catch (...) {
@@ -147,7 +147,7 @@ void FRMRW_OPZMAIL::EliminaAllegato_Click() try {
   if (indice.ToText().empty()) return;
   if (FileAllegati && FileAllegati->Count() > 0) FileAllegati->Remove(indice.ToInt32());
   RicaricaRstAllegati();
-  // The row that stands now where the removed one stood, or the last: what the person removes next.
+  // The row now in the place of the removed one, or the last row: the one the person would remove next.
   IgnoraErrori([&] {
     auto& righe = Richiesto(RstAllegati);
     if (righe.RecordCount() > 0) {

@@ -169,7 +169,7 @@ constexpr auto kControlliInvio = std::to_array<LayoutControllo>({
      .disegno = {.ismenupopup = false}},
 });
 
-// The margin on the right and at the bottom is that on the left.
+// The right and bottom margins equal the left one.
 constexpr host::LayoutForm kFormInvio = {.nome = "FRMRW_OPZMAIL",
                                          .didascalia = "Invio email...",
                                          .font = "Tahoma",

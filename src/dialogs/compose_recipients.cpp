@@ -19,7 +19,7 @@ namespace {
 
 using host::Richiesto;
 
-// Every address with the same name; parts without an address are left out. A single address goes in even when
+// All addresses under the same name; parts without an address are left out. A single address goes in even if
 // it is empty.
 std::string Voci(std::string_view nome, std::string_view indirizzi) {
   if (indirizzi.find(';') == std::string_view::npos) return VoceElenco(nome, indirizzi);
@@ -58,7 +58,7 @@ void FRMRW_OPZMAIL::PrepareCollDestinatari() try {
         if (!aziende) aziende.emplace(vecchia);
         azienda = aziende->Di(voce.indirizzo, voce.nome);
       }
-      // The blind copies carry their name in the place of the company.
+      // Blind copies carry their name in place of the company.
       if (casella == kvCasellaCCn) azienda = voce.nome;
       CollDestinatariForm->AddFromLista(std::string(voce.indirizzo), std::string(voce.nome), azienda,
                                         static_cast<std::int16_t>(casella), "");
@@ -82,8 +82,8 @@ void FRMRW_OPZMAIL::AggiornaCaselleDestinatari(const std::string& nome, const st
   SegnalaErrore(" ORVE_MAILSERVER: FRMFW_OPZMAIL: AggiornaCaselleDestinatari");
 }
 
-// Errors are ignored statement by statement: once the addresses have passed, the mail goes out with what
-// arrived, and InviaMail reports its own failures.
+// Errors are ignored statement by statement: once the addresses have passed the check, the message goes out
+// with whatever was taken over, and InviaMail reports its own failures.
 void FRMRW_OPZMAIL::cmd_Invia_Click() {
   IgnoraErrori([&] { PrepareCollDestinatari(); });
   if (!CollDestinatariForm || CollDestinatariForm->Count() == 0) return;
@@ -124,7 +124,7 @@ void FRMRW_OPZMAIL::ConsegnaAlServizio() {
   IgnoraErrori([&] { Servizio().vCollDestinatari = CollDestinatariForm; });
 }
 
-// 1 asks, 2 does not. The account is changed in memory only, for this send.
+// 1 requests, 2 does not. The account is changed in memory only, for this send.
 void FRMRW_OPZMAIL::ConsegnaRicevute() {
   bool ricevuta = false;
   IgnoraErrori([&] { ricevuta = CHK_RICEVUTA->Visible(); });

@@ -1,5 +1,5 @@
 // What both windows of the service have in common: the form that the host makes of a layout table, the
-// service that opened it, and the ways of telling the person something.
+// service that opened it, and the ways to tell the person something.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +23,7 @@ class FinestraDelServizio {
   FinestraDelServizio(FinestraDelServizio&&) = delete;
   FinestraDelServizio& operator=(FinestraDelServizio&&) = delete;
 
-  /// The service that opened the window; it outlives the showing.
+  /// The service that opened the window; it outlives the window's being shown.
   CLSFW_MAILSERVER* Parent = nullptr;
   std::shared_ptr<host::InterfacciaHost> ActiveInterface;
 
@@ -35,7 +35,7 @@ class FinestraDelServizio {
   FinestraDelServizio(std::shared_ptr<host::Ambiente> ambiente, std::string_view classe);
   ~FinestraDelServizio() = default;
 
-  /// Builds the form, which is not shown yet, and runs the steps that take its controls. Raises 429 on a host
+  /// Builds the form without showing it, and runs the steps that take its controls. Raises 429 on a host
   /// without windows.
   template <class Passi>
   void Costruisci(const host::LayoutForm& layout, Passi&& passi) {
@@ -49,14 +49,14 @@ class FinestraDelServizio {
     controllo = host::ControlloDi<Tipo>(host::Richiesto(finestra_), nome);
   }
 
-  /// Raises 91 when the window has let its service go.
+  /// Raises 91 when the window has released its service.
   [[nodiscard]] CLSFW_MAILSERVER& Servizio() const;
 
   std::int32_t MostraMessaggio(const std::string& testo, std::int32_t stile, const std::string& titolo,
                                const std::shared_ptr<host::Oggetto>& proprietario);
   /// The exception in flight as a message under the window's caption: description and closing text.
   void SegnalaErroreConTitolo(std::string_view chiusura);
-  /// The caption as the messages of the host's interface want it.
+  /// The caption in the form that the host interface's messages expect.
   void CompletaTitolo(const std::shared_ptr<host::InterfacciaHost>& interfaccia);
 
   std::shared_ptr<host::Ambiente> ambiente_;

@@ -1,4 +1,4 @@
-// Listeners of a window's events that do nothing once the object behind them is gone.
+// Listeners for a window's events that do nothing once their object is gone.
 #pragma once
 
 #include <memory>
@@ -7,7 +7,7 @@
 namespace orve {
 
 /// Calls a member function of the object that `vita` points to, for as long as `vita` lives. Arguments that
-/// the member does not want are dropped by the caller's choice of `Membro`.
+/// the member does not take are dropped, by the caller's choice of `Membro`.
 template <class Oggetto, class... Parametri>
 [[nodiscard]] auto Ascolta(const std::shared_ptr<Oggetto*>& vita, void (Oggetto::*membro)(Parametri...)) {
   return [debole = std::weak_ptr<Oggetto*>(vita), membro](auto&&... argomenti) {
@@ -17,7 +17,7 @@ template <class Oggetto, class... Parametri>
   };
 }
 
-/// The same for a menu, whose second text says nothing.
+/// The same for a menu, whose second text is unused.
 template <class Oggetto, class Chiave>
 [[nodiscard]] auto AscoltaMenu(const std::shared_ptr<Oggetto*>& vita, void (Oggetto::*membro)(Chiave)) {
   return [ascoltatore = Ascolta(vita, membro)](const auto& chiave, const auto&) { ascoltatore(chiave); };

@@ -73,7 +73,7 @@ void FRMFW_MAILPARAMS::Load() {
   TXT_CORPO->Text(corpoUnico_);
 }
 
-// Without a choice of account, what stands below moves up into its place.
+// Without a choice of account, the controls below it move up into its place.
 void FRMFW_MAILPARAMS::NascondiAccount() {
   KVL_LABEL1->Visible(false);
   KVL_LABEL2->Visible(false);
@@ -126,7 +126,7 @@ void FRMFW_MAILPARAMS::RegistraControlli() {
   KVL_RESIZEFORM1->RegistraControllo("CMD_ANNULLA", kPosto);
 }
 
-// The kind counts at once, for the service too, also when the person cancels afterwards.
+// The kind takes effect at once, for the service too, even if the person cancels afterwards.
 void FRMFW_MAILPARAMS::CMB_TIPO_Change(std::int16_t posizione) {
   if (posizione < 0) return;
   auto& servizio = Servizio();
@@ -167,7 +167,7 @@ void FRMFW_MAILPARAMS::CMD_OK_ButtonClick() {
   if (HaAccount(servizio.SrvMailInstallato)) tipo_ = host::Variant(CMB_TIPO->Text()).ToFloat();
   PrendiRicevute();
   if (!PrendiAllegato()) return;
-  // An unchanged body comes back empty: the caller gets one back only if the person wrote it.
+  // An unchanged body comes back empty: the caller only gets back a body that the person wrote.
   const std::string corpo = TXT_CORPO->Text();
   corpoUnico_ = corpo != corpoUnico_ ? corpo : std::string();
   IsValoriValidi = true;

@@ -1,4 +1,4 @@
-// Every control of the parameters window, in the order of the form. The keyboard goes through them as the eye
+// Every control of the parameters window, in the order of the form. The Tab key moves through them as the eye
 // does, line by line.
 #include <array>
 

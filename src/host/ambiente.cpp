@@ -1,4 +1,4 @@
-// A host without windows: what it cannot make, it says so.
+// A host without windows: it says what it cannot make.
 #include "host/ambiente.h"
 
 #include <string>

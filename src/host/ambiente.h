@@ -1,5 +1,5 @@
-// Where the library gets every object that it creates by itself. One Ambiente is handed to the service's
-// constructor; the reference host, the Windows DLL and the tests each bring their own.
+// Where the library gets every object that it creates. One Ambiente is handed to the service's constructor;
+// the reference host, the Windows DLL and the tests each bring their own.
 #pragma once
 
 #include <memory>
@@ -49,10 +49,10 @@ class Ambiente {
   [[nodiscard]] virtual std::shared_ptr<Mapi32> CreaMapi32() = 0;
   [[nodiscard]] virtual std::shared_ptr<FileSystem> CreaFileSystem() = 0;
 
-  // What the windows are made of, a new object at each call. A host without windows leaves these as they are:
+  // What the windows are made of, a new object at each call. A host without windows does not override these:
   // each raises 429, with the object's name.
 
-  /// A window built from the layout, not shown yet. The tables behind the layout live as long as the program.
+  /// A window built from the layout, not yet shown. The tables behind the layout live as long as the program.
   [[nodiscard]] virtual std::shared_ptr<Form> CreaForm(const LayoutForm& layout);
   [[nodiscard]] virtual std::shared_ptr<ConfigurazioneGriglia> CreaConfigurazioneGriglia();
   [[nodiscard]] virtual std::shared_ptr<RecordSetScollegato> CreaRecordSetScollegato();

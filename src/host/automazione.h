@@ -1,5 +1,6 @@
 // The automation objects of the mail channels that do not speak SMTP: Outlook, and the two controls of Simple
-// MAPI. Member names are the objects' own, with their case. A member raises an error when its object refuses.
+// MAPI. Member names are the objects' own, in their own case. A member raises an error when its object
+// refuses the call.
 #pragma once
 
 #include <cstdint>
@@ -32,11 +33,11 @@ class OutlookMailItem : public Oggetto {
   /// 1 marks the body as HTML.
   virtual void BodyFormat(std::int16_t formato) = 0;
   virtual void HTMLBody(const std::string& corpo) = 0;
-  /// Hands the message over; that nothing is raised is all that tells of success.
+  /// Hands the message over; not raising an error is the only sign of success.
   virtual void Send() = 0;
 };
 
-/// The person whose session it is.
+/// The person the session belongs to.
 class OutlookUser : public Oggetto {
  public:
   [[nodiscard]] virtual std::string Address() = 0;
@@ -57,7 +58,7 @@ class OutlookSession : public Oggetto {
  public:
   /// May be absent.
   [[nodiscard]] virtual std::shared_ptr<OutlookUser> CurrentUser() = 0;
-  /// Known from version 12 on.
+  /// Available from version 12 on.
   [[nodiscard]] virtual std::shared_ptr<OutlookAccounts> Accounts() = 0;
 };
 
@@ -89,13 +90,13 @@ class MAPISession : public Oggetto {
   virtual void SignOff() = 0;
 };
 
-/// "MSMAPI.MAPIMessages": one message, whose recipients and attachments stand in slots. A slot is selected by
-/// its index, from 0, and the members of recipient or attachment that follow fill it; selecting the index
-/// behind the last slot opens a new one.
+/// "MSMAPI.MAPIMessages": one message, whose recipients and attachments are held in slots. A slot is selected
+/// by its index, from 0, and the members of recipient or attachment that follow fill it; selecting the index
+/// past the last slot opens a new one.
 class MAPIMessages : public Oggetto {
  public:
   virtual void SessionID(const Variant& sessione) = 0;
-  /// The session under the name by which a channel hands it to a control that it made itself.
+  /// The session, under the member name that a channel uses with a control that it created itself.
   virtual void SessioneID(const Variant& sessione) = 0;
   /// Starts a new message.
   virtual void Compose() = 0;

@@ -12,7 +12,7 @@ class CifratorePassword : public Oggetto {
  public:
   /// The enciphered text.
   [[nodiscard]] virtual std::string Cripta(const std::string& testo) = 0;
-  /// The clear text; raises an error when the text was not made by Cripta.
+  /// The clear text; raises an error when Cripta did not produce the text.
   [[nodiscard]] virtual std::string Decripta(const std::string& testo) = 0;
 };
 

@@ -1,5 +1,5 @@
-// The SMTP component: an outside object that takes one message and delivers it. An instance serves one
-// message and is dropped afterwards. The member names are the component's own.
+// The SMTP component: an outside object that takes one message and delivers it. An instance is used for one
+// message and then dropped. The member names are the component's own.
 #pragma once
 
 #include <cstdint>
@@ -39,9 +39,9 @@ class ComponenteSmtp : public Oggetto {
   virtual void AddHeader(const std::string& nome, const std::string& valore) = 0;
   /// Attaches a file; raises an error when it cannot.
   virtual void AddAttachment(const std::string& percorso) = 0;
-  /// Submits the message and blocks until it is over. The result says nothing that GetLastError does not.
+  /// Submits the message and blocks until that is done. The result says nothing that GetLastError does not.
   virtual Variant SendMail() = 0;
-  /// -1 when the last submission worked, else 0 connection, 1 HELO/EHLO, 2 authentication, 3 sender, 4
+  /// -1 when the last submission succeeded, else 0 connection, 1 HELO/EHLO, 2 authentication, 3 sender, 4
   /// recipients, 5 data, 6 reset, 7 DNS.
   [[nodiscard]] virtual Variant GetLastError() const = 0;
 };

@@ -15,7 +15,7 @@ namespace orve::host {
 
 /// The option of Connection::Execute.
 enum OpzioneComando : std::int32_t {
-  kComandoNonIndicato = -1,  // no command type named
+  kComandoNonIndicato = -1,  // no command type given
   kComandoTesto = 1,         // a text command
   kProceduraMemorizzata = 4  // a stored procedure, for Command::CommandType
 };
@@ -23,8 +23,7 @@ enum OpzioneComando : std::int32_t {
 /// One column of the current row.
 class Field : public Oggetto {
  public:
-  /// The column's value; Null for the database's null. Raises the engine's error when there is no current
-  /// row.
+  /// The column's value; Null for a database null. Raises the engine's error when there is no current row.
   [[nodiscard]] virtual Variant Value() const = 0;
 };
 
@@ -38,11 +37,11 @@ class Fields : public Oggetto {
 /// A result, positioned on its first row when it has one.
 class RecordSet : public Oggetto {
  public:
-  /// `EOF` of the interface, which C reserves as a macro: true behind the last row, and on a result without
+  /// `EOF` of the interface, which C reserves as a macro: true past the last row, and on a result without
   /// rows.
   [[nodiscard]] virtual bool Eof() const = 0;
   [[nodiscard]] virtual std::shared_ptr<host::Fields> Fields() const = 0;
-  /// Raise the engine's error on a result without rows.
+  /// These raise the engine's error on a result without rows.
   virtual void MoveFirst() = 0;
   virtual void MoveNext() = 0;
   /// 0 closed, 1 open.
@@ -77,7 +76,7 @@ class Command : public Oggetto {
 /// The open connection to the application's database, owned by the caller.
 class Connection : public Oggetto {
  public:
-  /// Runs the statement as it stands and gives its result, never an absent object (a statement without rows
+  /// Runs the statement as it is and returns its result, never an absent object (a statement without rows
   /// gives a record set at its end). Raises Errore with the engine's number, source and text.
   [[nodiscard]] virtual std::shared_ptr<RecordSet> Execute(const std::string& statement,
                                                            std::int32_t opzione) = 0;

@@ -1,11 +1,11 @@
 // The window controls of the host application: what the two dialogs, and the procedures that reach controls
 // by name, ask of a toolkit.
 //
-// Positions and sizes are twips, 15 to a pixel at 96 dpi, seen from the frame that holds the control. Events
-// are function members, empty where nobody listens. A change made by the program raises the control's change
-// event just as a change by the person does, before the writing call returns. An error that a listener lets
-// out of an event leaves the program's call that raised it; out of a person's action it goes to the toolkit,
-// which keeps the window open and tells the person.
+// Positions and sizes are in twips, 15 to a pixel at 96 dpi, relative to the frame that holds the control.
+// Events are function members, empty when nobody listens. A change made by the program raises the control's
+// change event just as a change by the person does, before the writing call returns. An error that escapes a
+// listener comes out of the program's call that raised the event; if the event came from a person's action,
+// it goes to the toolkit, which keeps the window open and tells the person.
 #pragma once
 
 #include <cstdint>
@@ -38,7 +38,7 @@ class Controllo : public Oggetto {
   virtual void Width(float twip) = 0;
   [[nodiscard]] virtual float Height() = 0;
   virtual void Height(float twip) = 0;
-  /// The control's own mark; a control that is visible in a hidden frame is not seen all the same.
+  /// The control's own flag; a visible control in a hidden frame is still not seen.
   [[nodiscard]] virtual bool Visible() = 0;
   virtual void Visible(bool visibile) = 0;
   [[nodiscard]] virtual bool Enabled() = 0;
@@ -48,35 +48,35 @@ class Controllo : public Oggetto {
 /// A titled frame that holds other controls.
 class Frame : public Controllo {};
 
-/// A caption beside another control.
+/// A caption next to another control.
 class KVL_LABEL : public Controllo {};
 
-/// A button, plain or with a menu behind it.
+/// A button, plain or with a menu.
 class KVL_TBARMENU : public Controllo {
  public:
   /// Adds an entry at the end of the menu.
   virtual void AddMenuItem(const std::string& didascalia, const std::string& chiave) = 0;
   /// Switches the entry with this key (compared without case), or at this position from 1, on or off. An
-  /// entry that is not there yet takes the setting when it is added. Raises 9 for a position below 1.
+  /// entry that does not exist yet takes the setting when it is added. Raises 9 for a position below 1.
   virtual void EnableMenuItem(const Variant& chiaveOPosizione, bool attiva) = 0;
 
-  /// The press of a plain button.
+  /// A plain button was pressed.
   std::function<void()> ButtonClick;
-  /// The choice of an entry that is switched on: its key, and a second text that says nothing here.
+  /// An enabled entry was chosen: its key, and a second text that is not used here.
   std::function<void(const std::string& chiave, const std::string& testo)> MenuItemClick;
-  /// Before the menu of a menu button comes up.
+  /// Raised before the menu of a menu button opens.
   std::function<void()> BeforeShowMenuPopup;
 };
 
 /// A box of one line. What the person types or pastes is cut to the box's `maxchar`, and its line breaks
-/// become blanks; what the program writes stands as it is, whatever its length.
+/// become blanks; what the program writes is kept as it is, whatever its length.
 class TxtEdit : public Controllo {
  public:
   [[nodiscard]] virtual std::string Text() = 0;
   virtual void Text(const std::string& testo) = 0;
 };
 
-/// A box of several lines, with carriage return and line feed at a line's end. A text that the person has not
+/// A box of several lines, with carriage return and line feed as the line end. Text that the person has not
 /// touched reads back as it was written.
 class KvlRichTextBox : public Controllo {
  public:
@@ -88,7 +88,7 @@ class KvlRichTextBox : public Controllo {
 class KVL_CHECKBOX : public Controllo {
  public:
   [[nodiscard]] virtual std::string Text() = 0;
-  /// Raises Change in every case, also when the value stays what it was.
+  /// Always raises Change, even when the value stays the same.
   virtual void Text(const std::string& valore) = 0;
 
   std::function<void()> Change;
@@ -103,7 +103,7 @@ class KVL_COMBO : public Controllo {
   virtual void AutoOpen(bool apre) = 0;
   /// Adds an entry at the end of the list; raises 6 when the list is full at 32,768 entries.
   virtual void AddItemData(const std::string& testo, std::int16_t dati) = 0;
-  /// The number of the entry selected, as text; empty when none is.
+  /// The number of the selected entry, as text; empty when none is selected.
   [[nodiscard]] virtual std::string Text() = 0;
   /// Selects the entry with this number, or none when there is no such entry, and raises Change.
   virtual void Text(const Variant& valore) = 0;
@@ -112,23 +112,23 @@ class KVL_COMBO : public Controllo {
   /// Selects the entry at a position and raises Change; raises 9 when there is no such position.
   virtual void SelezionaPosizione(std::int16_t posizione) = 0;
 
-  /// The position selected, -1 for none. Raised by every selection of the program's, and by the person's of
-  /// another entry than the one that stands.
+  /// The position selected, -1 for none. Raised by every selection that the program makes, and when the
+  /// person selects an entry other than the current one.
   std::function<void(std::int16_t posizione)> Change;
 };
 
 /// Keeps the controls of a window in proportion when the window is resized.
 class KVL_RESIZEFORM : public Controllo {
  public:
-  /// What follows the window's size: a sum of these. 15 is all of them, 12 a control that moves and keeps its
-  /// size.
+  /// Which of the control's measures follow the window's size: a sum of these. 15 is all of them; 12 is a
+  /// control that moves and keeps its size.
   enum Modo : std::int16_t { kLarghezza = 1, kAltezza = 2, kSinistra = 4, kAlto = 8 };
 
-  /// Takes the window as it stands as the proportions to keep, asks for the controls through
+  /// Takes the window as it is now as the proportions to keep, asks for the controls through
   /// RichiestaControlli, and starts.
   virtual void Avvia() = 0;
-  /// Registers a control of the window by its name, once or again. While nothing is registered every control
-  /// follows in all.
+  /// Registers a control of the window by its name; may be repeated. As long as nothing is registered, every
+  /// control follows in every measure.
   virtual void RegistraControllo(const std::string& nome, std::int16_t modo) = 0;
 
   std::function<void()> RichiestaControlli;
@@ -160,8 +160,8 @@ class Form : public Oggetto {
   std::function<void()> Unload;
 };
 
-/// The control of that name as the kind that has the members wanted; raises 438 when the form has no such
-/// control, or one of another kind.
+/// The control of that name as the kind asked for; raises 438 when the form has no such control, or one of
+/// another kind.
 template <class Tipo>
 [[nodiscard]] std::shared_ptr<Tipo> ControlloDi(Form& form, std::string_view nome) {
   auto controllo = std::dynamic_pointer_cast<Tipo>(form.Controlli(nome));

@@ -16,7 +16,7 @@ using std::chrono::sys_days;
 using std::chrono::year;
 
 constexpr int kSecondiAlGiorno = 86400;
-// Automation's dates run from the year 100 to 9999; beyond them there is nothing to show.
+// Automation's dates run from the year 100 to 9999; beyond that there is nothing to show.
 constexpr double kPrimoGiorno = -657434;
 constexpr double kUltimoGiorno = 2958465;
 
@@ -30,7 +30,7 @@ DataOra DataOra::Da(int anno, int mese, int giorno, int ora, int minuto, int sec
   const sys_days data{year{anno} / month{static_cast<unsigned>(mese)} / day{static_cast<unsigned>(giorno)}};
   const double intero = static_cast<double>((data - Origine()).count());
   const double frazione = static_cast<double>(ora * 3600 + minuto * 60 + secondo) / kSecondiAlGiorno;
-  // Before the origin the fraction still counts forward from midnight, so that it is taken away.
+  // Before the origin the fraction still counts forward from midnight, so it is subtracted.
   return {intero < 0 ? intero - frazione : intero + frazione};
 }
 

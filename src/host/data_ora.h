@@ -1,4 +1,4 @@
-// A point in local time as automation counts it: days since 30 December 1899, the time of day in the
+// A point in local time as automation represents it: days since 30 December 1899, the time of day in the
 // fraction.
 #pragma once
 

@@ -14,12 +14,12 @@ namespace {
 constexpr std::int64_t kPostiDecimali = 28;
 constexpr std::string_view kMassimo = "79228162514264337593543950335";
 
-// The digits of a text, without sign, and how many of them stand behind the point.
+// The digits of a text, without the sign, and how many of them are decimal places.
 struct Cifre {
   std::string tutte;
   std::int64_t dietro = 0;
 
-  // Rounds away the last digits.
+  // Rounds off the last digits.
   void Togli(std::int64_t quante) {
     if (quante == 0) return;
     const auto via = static_cast<std::size_t>(quante);

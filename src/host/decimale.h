@@ -1,5 +1,5 @@
-// A number with all its decimal digits, as automation's decimal numbers have them and amounts and long codes
-// of a database come: 96 bits of digits and up to 28 places behind the point.
+// A number with all its decimal digits, like automation's decimal numbers, and the form in which amounts and
+// long codes come from a database: 96 bits of digits and up to 28 decimal places.
 #pragma once
 
 #include <string>
@@ -9,12 +9,12 @@ namespace orve::host {
 
 class Decimale {
  public:
-  /// A number as a person writes it: a sign, digits with a point or a comma, an exponent, blanks round it.
-  /// Places that do not fit are rounded, a half to even. Raises 13 for what is no number, 6 beyond
+  /// A number as a person writes it: a sign, digits with a point or a comma, an exponent, blanks around it.
+  /// Places that do not fit are rounded, half to even. Raises 13 for what is not a number, 6 beyond
   /// 79228162514264337593543950335.
   explicit Decimale(std::string_view testo);
 
-  /// The digits with this decimal sign and no more than it takes: "-12,5", never with an exponent.
+  /// The shortest form with this decimal separator: "-12,5", never with an exponent.
   [[nodiscard]] std::string Testo(char virgola = ',') const;
   [[nodiscard]] double Numero() const;
 
@@ -22,8 +22,8 @@ class Decimale {
 
  private:
   bool negativo_ = false;
-  std::string intere_;    // without zeros in front; never empty
-  std::string decimali_;  // without zeros at the end
+  std::string intere_;    // without leading zeros; never empty
+  std::string decimali_;  // without trailing zeros
 };
 
 }  // namespace orve::host

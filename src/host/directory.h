@@ -11,7 +11,7 @@
 
 namespace orve::host {
 
-/// An object that stands in the directory.
+/// An object in the directory.
 class DirectoryObject : public Oggetto {
  public:
   /// The attribute of that name; raises an error when the object does not have it.
@@ -27,7 +27,8 @@ class DirectoryObject : public Oggetto {
 class DirectoryConnection : public Oggetto {
  public:
   virtual void Open(const std::string& origine) = 0;
-  /// Runs "<base>;filter;attributes;depth" and gives its result; raises an error when the directory refuses.
+  /// Runs "<base>;filter;attributes;depth" and returns its result; raises an error when the directory
+  /// refuses.
   [[nodiscard]] virtual std::shared_ptr<RecordSet> Execute(const std::string& interrogazione) = 0;
   /// 0 closed, else open.
   [[nodiscard]] virtual std::int32_t State() = 0;
@@ -38,8 +39,8 @@ class Directory : public Oggetto {
  public:
   /// Raises an error where there is no directory.
   [[nodiscard]] virtual std::shared_ptr<DirectoryConnection> CreaConnessione() = 0;
-  /// A record set that is not open yet, `State` 0; the result of a query takes its place. Raises an error
-  /// where there is no directory.
+  /// A record set that is not yet open, `State` 0; the result of a query replaces it. Raises an error where
+  /// there is no directory.
   [[nodiscard]] virtual std::shared_ptr<RecordSet> CreaRecordSet() = 0;
   /// The object at "LDAP://..."; raises an error when it cannot be bound.
   [[nodiscard]] virtual std::shared_ptr<DirectoryObject> ApriOggetto(const std::string& percorso) = 0;

@@ -1,4 +1,5 @@
-// The one exception type of the system: what an error of automation carries, number, source and description.
+// The one exception type of the system: it carries what an automation error does, number, source and
+// description.
 //
 // Outside objects raise it with numbers of their own; the library raises it with automation's numbers.
 // Nothing in it may hold a password or a token.
@@ -12,7 +13,7 @@
 
 namespace orve::host {
 
-/// Automation's error numbers, as far as the library raises them itself.
+/// The automation error numbers that the library itself raises.
 enum NumeroErrore : std::int32_t {
   kArgomentoNonValido = 5,      // invalid procedure call or argument; also an unknown key of a list
   kOverflow = 6,                // a number does not fit its type
@@ -49,7 +50,7 @@ class Errore : public std::exception {
 };
 
 /// The exception in flight as an Errore: itself if it is one, else number 7 for exhausted memory and 440 with
-/// the foreign text for anything else. To be called in a catch block only.
+/// the foreign text for anything else. Call it in a catch block only.
 [[nodiscard]] Errore ErroreCorrente();
 
 /// The object behind the pointer; raises 91 when it is absent.

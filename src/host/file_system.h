@@ -25,8 +25,8 @@ class FileSystem : public Oggetto {
 
   [[nodiscard]] virtual bool FolderExists(const std::string& cartella) = 0;
   [[nodiscard]] virtual bool FileExists(const std::string& file) = 0;
-  /// Opens the file, never an absent stream; raises an error when it cannot (53 not found, 70 no permission,
-  /// 76 path not found).
+  /// Opens the file and never returns an absent stream; raises an error when it cannot (53 not found, 70 no
+  /// permission, 76 path not found).
   [[nodiscard]] virtual std::shared_ptr<TextStream> OpenTextFile(const std::string& file, std::int32_t modo,
                                                                  bool crea, std::int32_t formato) = 0;
 };

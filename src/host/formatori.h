@@ -1,4 +1,4 @@
-// The formatters of the host library: values in the form in which the database wants them inside a statement.
+// The formatters of the host library: values in the form that the database expects inside a statement.
 #pragma once
 
 #include <cstdint>
@@ -13,15 +13,15 @@ class FormatoData : public Oggetto {
  public:
   /// Sets the date from a text in the form of the regional settings.
   virtual void Data(const std::string& testo) = 0;
-  /// 0 when the text given was a good date.
+  /// 0 when the text given was a valid date.
   [[nodiscard]] virtual std::int32_t Stato() const = 0;
-  /// The date as the database wants it, without quotes ("yyyymmdd").
+  /// The date as the database expects it, without quotes ("yyyymmdd").
   [[nodiscard]] virtual std::string DataDB() const = 0;
 };
 
 class FormatoNumero : public Oggetto {
  public:
-  /// The number as the database wants it.
+  /// The number as the database expects it.
   [[nodiscard]] virtual Variant NumeroDB(const Variant& valore) = 0;
 };
 

@@ -10,7 +10,7 @@
 
 namespace orve::host {
 
-/// Settings that are handed to a grid as one object.
+/// Settings handed to a grid as one object.
 class ConfigurazioneGriglia : public Oggetto {
  public:
   /// The field that identifies a row.
@@ -27,14 +27,15 @@ class KVL_QGRIDWRAPPER : public Controllo {
   /// Columns that stay in place when the person scrolls sideways.
   virtual void ColonneFisse(std::int32_t numero) = 0;
   /// A column of the field given, with its caption, its position from 1, its width in twips and whether it is
-  /// seen.
+  /// visible.
   virtual void AggiungiColonna(const std::string& campo, const std::string& didascalia, std::int32_t numero,
                                float larghezza, bool visibile) = 0;
-  /// End of the columns, then of the configuration; the grid shows nothing before.
+  /// Ends the columns, then the configuration; until then the grid shows nothing.
   virtual void FineColonne() = 0;
   virtual void FineConfigurazione() = 0;
-  /// Binds the grid to a record set and shows its rows as they stand; absent clears the binding. The record
-  /// set's current row is the selected one: the grid follows it, and moves it when the person selects a row.
+  /// Binds the grid to a record set and shows its rows as they are; an absent one clears the binding. The
+  /// record set's current row is the selected one: the grid follows it, and moves it when the person selects
+  /// a row.
   virtual void DataSource(const std::shared_ptr<RecordSetScollegato>& righe) = 0;
 };
 

@@ -1,4 +1,4 @@
-// The host application's interface object, as far as the library uses it: its message object and the
+// The part of the host application's interface object that the library uses: its message object and the
 // logged-in user.
 #pragma once
 
@@ -33,8 +33,8 @@ class InterfacciaHost : public Oggetto {
   [[nodiscard]] virtual std::shared_ptr<host::Applicazione> Applicazione() = 0;
 };
 
-/// The host application, which may be absent; raises 91 when the interface is. The interface lives through
-/// the call, also when the host lets go of it there.
+/// The host application, which may be absent; raises 91 when the interface is. The interface stays alive
+/// through the call, even if the host releases it meanwhile.
 [[nodiscard]] inline std::shared_ptr<Applicazione> ApplicazioneDi(
     const std::shared_ptr<InterfacciaHost>& interfaccia) {
   return Richiesto(std::shared_ptr(interfaccia)).Applicazione();

@@ -1,9 +1,9 @@
 // The three functions of MAPI32.DLL that send a message, and their records. Names, fields and numbers are the
 // library's published ones.
 //
-// A caller passes its records as arrays. The texts of the message record cross into the library in the
-// single-byte code page, with "?" for what it lacks, and come back converted; the records of the arrays go as
-// they are.
+// A caller passes its records as arrays. The texts of the message record are converted to the single-byte
+// code page on their way into the library, with "?" for what it lacks, and back again; the records of the
+// arrays go as they are.
 #pragma once
 
 #include <cstdint>
@@ -38,7 +38,7 @@ struct MapiRecip {
 struct MapiFile {
   std::int32_t Reserved = 0;
   std::int32_t Flags = 0;
-  std::int32_t Position = 0;  // place in the body in characters; -1 where the library likes
+  std::int32_t Position = 0;  // place in the body in characters; -1: wherever the library likes
   std::string PathName;
   std::string FileName;  // the name that the recipient sees
   std::string FileType;
@@ -55,8 +55,8 @@ class Mapi32 : public Oggetto {
   virtual std::int32_t MAPILogon(ManigliaMapi finestra, const std::string& profilo,
                                  const std::string& password, std::int32_t flags, std::int32_t riservato,
                                  ManigliaMapi& sessione) = 0;
-  /// Sends one message; the counts of its record say how many of the arrays' records count. Session 0 lets
-  /// the library take the one that is open. flags 0: no dialog.
+  /// Sends one message; the counts in its record say how many of the arrays' records are used. Session 0 lets
+  /// the library use the one that is open. flags 0: no dialog.
   virtual std::int32_t BMAPISendMail(ManigliaMapi sessione, ManigliaMapi finestra, MapiMessage& messaggio,
                                      const std::vector<MapiRecip>& destinatari,
                                      const std::vector<MapiFile>& file, std::int32_t flags,

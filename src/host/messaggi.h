@@ -1,5 +1,5 @@
 // The message object: how the library shows a message to the person at the machine. The host application has
-// one; the service makes another of its own at its creation.
+// one; the service creates another of its own when it is created.
 #pragma once
 
 #include <cstdint>
@@ -10,14 +10,14 @@
 
 namespace orve::host {
 
-/// The styles used: the buttons and the picture of a message.
+/// The styles used: the buttons and the icon of a message.
 enum StileMessaggio : std::int32_t {
   kSemplice = 0,
   kCritico = 16,
   kAvviso = 48,
   kDomanda = 52,  // yes and no, with a warning sign
   kInformazione = 64,
-  kSecondoPredefinito = 256  // added to a question: Return answers with the second button
+  kSecondoPredefinito = 256  // added to a question: Return presses the second button
 };
 /// The answers that the library looks for.
 enum RispostaMessaggio : std::int32_t { kRispostaSi = 6, kRispostaNo = 7 };

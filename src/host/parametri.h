@@ -1,4 +1,4 @@
-// "ORVE_ClsStd.CLSFW_Parametri": the special fields that the host application offers for texts.
+// "ORVE_ClsStd.CLSFW_Parametri": the special fields that the host application offers for use in texts.
 #pragma once
 
 #include "host/oggetto.h"
@@ -9,8 +9,8 @@ namespace orve::host {
 class CLSFW_Parametri : public Oggetto {
  public:
   /// The fields of a mail's body: an array of rows, each an array of texts with the caption in column 0 and
-  /// the key in column 1. The first character of a key is a mark of the table; the rest is the word of the
-  /// placeholder.
+  /// the key in column 1. The first character of a key is a marker of the table; the rest is the
+  /// placeholder's word.
   [[nodiscard]] virtual Variant GetParametriCorpoMail() = 0;
 };
 

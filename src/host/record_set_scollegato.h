@@ -1,4 +1,4 @@
-// A record set without a connection: fields and rows that the program puts there itself, for a grid to show.
+// A record set without a connection: fields and rows that the program fills in itself, for a grid to show.
 #pragma once
 
 #include <cstdint>
@@ -25,14 +25,14 @@ class RecordSetScollegato : public RecordSet {
                             std::int32_t attributo) = 0;
   /// Opens the record set without a source.
   virtual void Open(std::int32_t cursore, std::int32_t blocco, std::int32_t opzioni) = 0;
-  /// Appends a row with these values in these fields and makes it the current one. Raises an error, without
-  /// a new row, for an unknown field or a value that its field cannot hold (a text longer than its size too).
+  /// Appends a row with these values in these fields and makes it the current one. For an unknown field, or a
+  /// value that its field cannot hold (such as a text longer than the field), raises an error and adds no
+  /// row.
   virtual void AddNew(const std::vector<std::string>& campi, const Variant::Array& valori) = 0;
   [[nodiscard]] virtual std::int32_t RecordCount() = 0;
   /// Searches for a row, by a criterion of the form `Campo='testo'` with texts compared without case, and
-  /// makes it the current one; without such a row the record set stands at its end. `salta` rows are left out
-  /// from the first row on. Raises an error for a criterion of another form; a text cannot hold an
-  /// apostrophe.
+  /// makes it the current one; without such a row the record set is then at its end. The first `salta` rows
+  /// are skipped. Raises an error for a criterion in another form; the text cannot hold an apostrophe.
   virtual void Find(const std::string& criterio, std::int32_t salta, std::int32_t direzione,
                     std::int32_t inizio) = 0;
   /// The current row, from 1, or kNessunaRiga.
@@ -40,7 +40,7 @@ class RecordSetScollegato : public RecordSet {
   /// Makes a row the current one; raises an error when there is no such row.
   virtual void AbsolutePosition(std::int32_t posizione) = 0;
 
-  /// After the current row has become another one, for the grid that shows it.
+  /// Raised after the current row has changed, for the grid that shows it.
   std::function<void()> MoveComplete;
 };
 

@@ -1,5 +1,5 @@
 // The register object: the application's record of what was sent for a document. The service creates it and
-// writes one line per recipient; the operations stand in the order of its interface.
+// writes one line per recipient; the operations are in the order of its interface.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +23,7 @@ enum TipoCanale : std::int32_t { kCanaleMail = 3, kCanalePec = 5 };
 
 class RegistroInvio : public Oggetto {
  public:
-  /// May be absent, to let the connection go.
+  /// May be absent, to release the connection.
   virtual void Connessione(const std::shared_ptr<Connection>& connessione) = 0;
   virtual void IDvoce(const std::string& voce) = 0;
   virtual void UObject(const std::string& oggetto) = 0;
@@ -43,10 +43,10 @@ class RegistroInvio : public Oggetto {
   virtual void UtenteApplicazione(std::int32_t id) = 0;
   /// The channel in `SrvMailInstallato`.
   virtual void CanaleInvio(float canale) = 0;
-  /// The way of sending, as each channel words it.
+  /// How the message was sent, as each channel words it.
   virtual void MittenteInvio(const std::string& mittente) = 0;
   virtual void GuidLista(const std::string& guid) = 0;
-  /// Outcome of the line that follows.
+  /// Outcome of the next line.
   virtual void EsitoInvio(std::int32_t esito) = 0;
   virtual void TipoLista(std::int32_t tipo) = 0;
 };

@@ -19,7 +19,7 @@ class RisolutorePercorsi : public Oggetto {
   virtual void ImpostaTipoPercorso(std::int32_t tipo, const std::string& testo) = 0;
   /// The resolved directory, with `\` between its components.
   [[nodiscard]] virtual std::string Percorso() const = 0;
-  /// Hands over a path as configured; the flag is always true here.
+  /// Sets a path as configured; the flag is always true here.
   virtual void ImpostaPercorso(const std::string& percorso, bool indicatore) = 0;
 };
 

@@ -1,5 +1,5 @@
-// What the library asks of the operating system besides files and the clock: the debug output, identifiers,
-// environment variables and the name of the network user.
+// What the library asks of the operating system apart from files and the clock: the debug output,
+// identifiers, environment variables and the name of the network user.
 #pragma once
 
 #include <array>
@@ -39,8 +39,8 @@ class Environment : public Oggetto {
 class Rete : public Oggetto {
  public:
   /// Writes the user name of the current network connection into the buffer as a NUL-ended text and returns
-  /// 0. The buffer's length counts letters; it grows when they need more bytes. Returns an error number, with
-  /// the buffer as it was, when there is no such user or the buffer is too short.
+  /// 0. The buffer's length is a count of characters; the buffer grows when they need more bytes. Returns an
+  /// error number, with the buffer unchanged, when there is no such user or the buffer is too short.
   virtual std::int32_t WNetGetUserA(std::string& buffer) = 0;
 };
 

@@ -26,12 +26,12 @@ std::string_view SenzaBianchi(std::string_view testo) {
   return testo.substr(primo, testo.find_last_not_of(' ') - primo + 1);
 }
 
-// A decimal number with "." or "," as its point; anything else is a type mismatch.
+// A decimal number with "." or "," as its decimal separator; anything else is a type mismatch.
 double NumeroDaTesto(std::string_view testo) {
   std::string cifre(SenzaBianchi(testo));
   if (!cifre.empty() && cifre.front() == '+') cifre.erase(0, 1);
   if (const auto virgola = cifre.find(','); virgola != std::string::npos) cifre[virgola] = '.';
-  // from_chars also knows "inf" and "nan", which are no numbers here.
+  // from_chars also knows "inf" and "nan", which are not numbers here.
   if (cifre.find_first_not_of("0123456789.eE+-") != std::string::npos) throw Errore(kTipoNonCorrispondente);
   double numero = 0;
   const auto* const fine = cifre.data() + cifre.size();
@@ -66,7 +66,7 @@ DataOra DataDaTesto(std::string_view testo) {
   return DataOra::Da(anno, mese, giorno, ora, minuto, secondo);
 }
 
-// The shortest text that a value of the type needs, with the Italian decimal comma.
+// The shortest text that represents a value of the type, with the Italian decimal comma.
 std::string TestoDiNumero(double numero, int cifre) {
   std::array<char, 40> testo{};
   const auto scritto =

@@ -1,5 +1,5 @@
-// A value of any type, with the conversions of automation and their errors: 6 overflow, 13 type mismatch, 94
-// null where a value is needed.
+// A value of any type, with automation's conversions and their errors: 6 overflow, 13 type mismatch, 94 null
+// where a value is needed.
 #pragma once
 
 #include <concepts>
@@ -31,12 +31,12 @@ class Variant {
 
   Variant() = default;  // empty
   Variant(Null valore) : valore_(valore) {}
-  template <std::same_as<bool> T>  // and nothing that would only convert to it, as pointers do
+  template <std::same_as<bool> T>  // and nothing that merely converts to it, as pointers do
   Variant(T valore) : valore_(valore) {}
   Variant(std::int16_t valore) : valore_(valore) {}
   Variant(std::int32_t valore) : valore_(valore) {}
-  /// A wider integer, or one without a sign: held in 32 bits, or beyond these as a decimal number. The
-  /// narrower ones become one of the two above by themselves.
+  /// A wider or an unsigned integer: held in 32 bits, or as a decimal number if it does not fit. Narrower
+  /// ones convert to one of the two above on their own.
   template <std::integral T>
   requires(sizeof(T) >= sizeof(std::int32_t)) Variant(T valore) {
     if (std::in_range<std::int32_t>(valore)) {
@@ -65,27 +65,27 @@ class Variant {
   [[nodiscard]] bool IsArray() const { return std::holds_alternative<Array>(valore_); }
 
   /// Conversions. Empty counts as 0, false or the empty text; null raises 94; a text is read as a number or
-  /// date; a number is rounded to even; objects and arrays raise 13.
+  /// date; a number is rounded, half to even; objects and arrays raise 13.
   [[nodiscard]] std::string ToText() const;
   [[nodiscard]] bool ToBoolean() const;
   [[nodiscard]] std::int16_t ToInt16() const;
   [[nodiscard]] std::int32_t ToInt32() const;
   [[nodiscard]] float ToFloat() const;
   [[nodiscard]] double ToDouble() const;
-  /// A floating-point number gives the digits of its text.
+  /// A floating-point number yields the digits of its text form.
   [[nodiscard]] Decimale ToDecimale() const;
   [[nodiscard]] DataOra ToDate() const;
-  /// As ToText, but null joins as the empty text, as in automation's joining of texts.
+  /// As ToText, but null becomes the empty text, as in automation's concatenation of texts.
   [[nodiscard]] std::string Joined() const;
 
-  /// The array, to read or to grow; raises 13 when the value is none.
+  /// The array, to read or to grow; raises 13 for any other value.
   [[nodiscard]] const Array& ToArray() const;
   [[nodiscard]] Array& ToArray();
-  /// The object, which may be absent; raises 13 when the value is none.
+  /// The object, which may be absent; raises 13 for any other value.
   [[nodiscard]] OggettoPtr ToObject() const;
 
   /// Calls the function with the value as it is held: std::monostate for empty, Null, bool, the numbers,
-  /// Decimale, DataOra, std::string, OggettoPtr or Array. For adapters, which hand values on in another form.
+  /// Decimale, DataOra, std::string, OggettoPtr or Array. For adapters, which pass values on in another form.
   template <class F>
   decltype(auto) Visita(F&& funzione) const {
     return std::visit(std::forward<F>(funzione), valore_);

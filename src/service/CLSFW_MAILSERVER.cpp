@@ -1,4 +1,4 @@
-// The face of the service: each operation hands its subject's procedure the records that it works on.
+// The face of the service: each operation passes the records it works on to the procedure of its subject.
 #include "service/CLSFW_MAILSERVER.h"
 
 #include <utility>
@@ -48,8 +48,8 @@ void CLSFW_MAILSERVER::InizializzaRegistroInvioMailMultiprofilo(const std::strin
                                                  i.oggetti, {IDvoce, UObject, TitoloStampa}, IdUtente);
 }
 
-// The texts by value: a caller may hand over the service's own fields, which the event changes on the way.
-// They have other names than in the interface, where a field has them.
+// The texts are taken by value: a caller may pass the service's own fields, which the event changes in
+// between. Their names differ from those in the interface, where fields have them already.
 // NOLINTNEXTLINE(performance-unnecessary-value-param,readability-inconsistent-declaration-parameter-name)
 bool CLSFW_MAILSERVER::InviaMailSMTP(std::string oggetto, std::string corpo, const bool* /*prioritaAlta*/,
                                      const bool* /*mailNotifica*/) {

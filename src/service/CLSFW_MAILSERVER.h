@@ -2,9 +2,9 @@
 // the host application's objects as it has, fills subject, body, attachments and recipients, and starts a
 // send.
 //
-// The members stand in the order of the interface. A property is a pair of overloads: without an argument it
-// reads, with one it writes. A field is a name for what lies inside. Nothing of a send reaches the caller as
-// an error: it reads Stato and Descrizione.
+// The members are in the order of the interface. A property is a pair of overloads: without an argument it
+// reads, with one it writes. A field is a reference to a member inside. No failure of a send reaches the
+// caller as an error: it reads Stato and Descrizione.
 #pragma once
 
 #include <cstdint>
@@ -30,13 +30,13 @@ class Ambiente;
 struct Interno;
 
 class CLSFW_MAILSERVER {
-  std::unique_ptr<Interno> interno_;  // first, since the fields are names for what lies in it
+  std::unique_ptr<Interno> interno_;  // first, since the fields refer to what it holds
 
  public:
-  /// The ambiente gives the service every object that it makes by itself. Raises 91 when it is absent, and
-  /// what the making of its objects raises.
+  /// The ambiente supplies every object that the service creates. Raises 91 when it is absent, and whatever
+  /// the creation of its objects raises.
   explicit CLSFW_MAILSERVER(const std::shared_ptr<host::Ambiente>& ambiente);
-  /// The same over an inside that the library's own programs have made (service/interno.h).
+  /// The same over an inside built by the library's own programs (service/interno.h).
   explicit CLSFW_MAILSERVER(std::unique_ptr<Interno> interno);
   CLSFW_MAILSERVER(const CLSFW_MAILSERVER&) = delete;
   CLSFW_MAILSERVER& operator=(const CLSFW_MAILSERVER&) = delete;
@@ -49,21 +49,21 @@ class CLSFW_MAILSERVER {
   std::string& vNome;
   std::string& vDitta;
   std::string& vOggetto;
-  /// Held for the caller; nothing in the library reads it.
+  /// Kept for the caller; nothing in the library reads it.
   std::string& vTestoMail;
   /// Path of the main attachment, the document that the send is about.
   std::string& vMailAttachment;
   /// The application's database; may be absent.
   std::shared_ptr<host::Connection>& ConnectionADO;
-  /// Last result. It keeps its value when a send ends without a channel having run.
+  /// Last result. Keeps its value when a send ends before any channel has run.
   [[nodiscard]] kvEnum_ErroreMail Stato() const;
   /// Text that goes with Stato: "Invio mail disabilitato!" after a disabled send, else empty.
   [[nodiscard]] host::Variant Descrizione() const;
-  /// The entry of every normal send: to the recipients of vCollDestinatari, or to the business partner with
-  /// this code and type.
+  /// The entry point of every normal send: to the recipients of vCollDestinatari, or to the business partner
+  /// with this code and type.
   void AvviaProceduraInvio(const std::optional<host::Variant>& codice = std::nullopt,
                            std::optional<kvTipologiaDestinatarioFAX> Tipo = std::nullopt);
-  /// Not 0: vCorpoMail is the body; 0: the body is built from the settings.
+  /// Non-zero: vCorpoMail is the body; 0: the body is built from the settings.
   std::int16_t& vFlagCorpo;
   std::string& vCorpoMail;
   /// The last step of every send: hands the prepared message to the channel of SrvMailInstallato.
@@ -74,10 +74,10 @@ class CLSFW_MAILSERVER {
   std::shared_ptr<host::ManagerRubrica>& ManagerRubrica;
   /// Code of the current company of the application.
   host::Variant& DittaCorrente;
-  /// Reads the mail settings and fixes channel, modes and temporary directory. The result is always empty.
+  /// Reads the mail settings and sets channel, modes and temporary directory. The result is always empty.
   /// Raises what the database or the MAPI sign-on raises, with the procedure's name after the description.
   host::Variant GetImpostazioni();
-  /// Held for the caller; nothing in the library reads it.
+  /// Kept for the caller; nothing in the library reads it.
   kvTipologiaAllegati& vIndTipologiaAllegati;
   /// Empty, or an array of attachment paths.
   host::Variant& vElencoAllegati;
@@ -97,22 +97,22 @@ class CLSFW_MAILSERVER {
                                     const std::string& TitoloStampa);
   std::string& vSenderName;
   std::string& vSenderAddress;
-  /// Wishes of the account, and whether the person may change them.
+  /// What the account requests, and whether the person may change it.
   bool& vNotifyDelivery;
   bool& vNotifyRead;
   bool& vDisableNotifyDelivery;
   bool& vDisableNotifyRead;
-  /// Mails subject and body through the SMTP component and the user's default account, whatever the channel
-  /// of the settings is; an empty body is built from the settings. The two flags have no effect. True when
-  /// the procedure ran to its end, also if the server refused the message: only the register tells of that.
+  /// Mails subject and body through the SMTP component and the user's default account, whatever channel is
+  /// configured; an empty body is built from the settings. The two flags have no effect. True when the
+  /// procedure ran to completion, even if the server refused the message: only the register records that.
   bool InviaMailSMTP(std::string vOggetto, std::string vCorpo, const bool* prioritaAlta = nullptr,
                      const bool* mailNotifica = nullptr);
-  /// Adds an A recipient for InviaMailSMTP. The answer is false in every case.
+  /// Adds an A recipient for InviaMailSMTP. The result is always false.
   bool AddDestinatario(const std::string& indMail, const std::string& descrDest);
-  /// Appends one path to vElencoAllegati. The file is not looked at.
+  /// Appends one path to vElencoAllegati. The file is not checked.
   void AddAllegato(const std::string& FileName);
-  /// The mode of this send: the one forced by the last write, or after a write of -1 the one that the
-  /// settings give for deferred or direct print.
+  /// The mode of this send: the one forced by the last write or, after a write of -1, the one that the
+  /// settings give for deferred or direct printing.
   [[nodiscard]] kvEnumModalitaInvio ModalitaInvio() const;
   void ModalitaInvio(std::int32_t valore);
   /// Temporary directory.
@@ -130,7 +130,7 @@ class CLSFW_MAILSERVER {
   /// Answers of the parameters dialog.
   [[nodiscard]] float MailParamTipo() const;
   void MailParamTipo(float valore);
-  /// Never absent: a read while no object is held creates an empty account, stores and returns it.
+  /// Never absent: reading it while no object is held creates an empty account, which is stored and returned.
   [[nodiscard]] std::shared_ptr<Mittente> MailParamAccount();
   void MailParamAccount(std::shared_ptr<Mittente> valore);
   [[nodiscard]] bool MailParamReadRcpt() const;
@@ -144,30 +144,30 @@ class CLSFW_MAILSERVER {
   /// Certified mail: look-up, account choice and register work on the PEC data.
   [[nodiscard]] bool IsPec() const;
   void IsPec(bool valore);
-  /// The parameters were fixed beforehand: the account choice in the dialog is shown but disabled.
+  /// The parameters were set beforehand: the account choice in the dialog is shown but disabled.
   [[nodiscard]] bool IsInvioMailConParams() const;
   void IsInvioMailConParams(bool valore);
   /// Opens the parameters dialog and copies its answers into the MailParam properties, whether the person
-  /// confirmed or not. Ends silently on any error.
+  /// confirmed or not. Any error ends it silently.
   void ReturnMailParameters();
-  /// Deferred print: selects the mode that the settings keep for it.
+  /// Deferred printing: selects the mode that the settings hold for it.
   [[nodiscard]] bool IsStampaDifferita() const;
   void IsStampaDifferita(bool valore);
-  /// Installation directory, resolved anew at each read; raises what the path resolver raises.
+  /// Installation directory, resolved again at each read; raises what the path resolver raises.
   [[nodiscard]] std::string PercorsoInstallazione();
   [[nodiscard]] bool MailParamIsValoriValidi() const;
   void MailParamIsValoriValidi(bool valore);
-  /// Identity of a distribution list, and its kind; they travel to the register object and have no other
+  /// Identity of a distribution list, and its kind; they are passed to the register object and have no other
   /// effect.
   [[nodiscard]] const std::string& ListaGuid() const;
   void ListaGuid(const std::string& valore);
   [[nodiscard]] std::int32_t IsLista() const;
   void IsLista(std::int32_t valore);
-  /// Date at which a recipient code is resolved in the master data; the look-up replaces 0 by today.
+  /// Date at which a recipient code is resolved in the master data; the look-up replaces 0 with today.
   [[nodiscard]] host::DataOra DataValiditaCodiceDestinatario() const;
   void DataValiditaCodiceDestinatario(host::DataOra valore);
-  /// The recipients and attachments as lists separated by ";", built before the event. The recipient lists
-  /// are added to, never emptied, by a send.
+  /// The recipients and attachments as lists separated by ";", built before the event. A send appends to the
+  /// recipient lists and never empties them.
   [[nodiscard]] const std::string& DestinatariA() const;
   void DestinatariA(const std::string& valore);
   [[nodiscard]] const std::string& DestinatariCC() const;
@@ -176,7 +176,7 @@ class CLSFW_MAILSERVER {
   void DestinatariCCn(const std::string& valore);
   [[nodiscard]] const std::string& Allegati() const;
   void Allegati(const std::string& valore);
-  /// Held for the caller; nothing in the library reads them.
+  /// Kept for the caller; nothing in the library reads them.
   [[nodiscard]] const std::string& MailCorpo() const;
   void MailCorpo(const std::string& valore);
   [[nodiscard]] const std::string& MailOggetto() const;
@@ -184,12 +184,12 @@ class CLSFW_MAILSERVER {
   /// Name of the customer or supplier of the document.
   [[nodiscard]] const std::string& INFO_RagSocCliFor() const;
   void INFO_RagSocCliFor(const std::string& valore);
-  /// Whether the text holds a well-formed address anywhere.
+  /// Whether the text contains a well-formed address anywhere.
   bool CheckRegularMailAddress(const std::string& MailAdd);
-  /// Sends at once, in every mode and without a dialog, what stands in plain texts: recipients as address
-  /// lists, attachments as paths separated by ";". The account counts on the SMTP channels only. The result
-  /// stands in Stato. An address list that cannot be read ends it in silence, and the object goes on taking
-  /// its sends for direct ones: it should not be used again.
+  /// Sends at once, in every mode and without a dialog, what is given as plain text: recipients as address
+  /// lists, attachments as paths separated by ";". The account matters on the SMTP channels only. The result
+  /// is in Stato. An address list that cannot be read ends it silently, and the object keeps treating its
+  /// sends as direct ones: do not use it again.
   void InviaMailDiretta(std::int16_t pIdMittente = 0, std::string pDestA = {}, std::string pDestCC = {},
                         std::string pDestCCn = {}, std::string pOggetto = {}, std::string pCorpo = {},
                         std::string pAllegati = {});
@@ -200,8 +200,8 @@ class CLSFW_MAILSERVER {
   void InvioSMTP(bool valore);
 
   /// The event: the caller's last word on subject, body, A, CC and CCn recipients and attachments, all of
-  /// which it may change. An exception in the handler ends the event stage and is reported as the stage's
-  /// failure.
+  /// which it may change. An exception in the handler ends the event stage and is reported as a failure of
+  /// that stage.
   std::function<void(std::string& Oggetto, std::string& Corpo, std::string& DestinatariA,
                      std::string& DestinatariCC, std::string& DestinatariCCn, std::string& Allegati)>&
       BeforeSendMail;

@@ -1,4 +1,4 @@
-// Who the mail comes from: the account that is loaded, the accounts on offer, and their wishes for receipts.
+// Who the mail comes from: the account that is loaded, the accounts on offer, and the receipts they request.
 #pragma once
 
 #include <cstdint>

@@ -6,7 +6,7 @@ namespace orve {
 
 namespace {
 
-// The pattern's classes are ASCII, so that bytes can be looked at: no byte of another character belongs to
+// The pattern's classes are ASCII, so single bytes can be examined: no byte of another character belongs to
 // any of them.
 
 bool IsLetter(char c) {
@@ -25,9 +25,9 @@ bool IsDomain(char c) {
   return IsAlphanumeric(c) || c == '.' || c == '-';
 }
 
-// The text in front of the at sign ends in characters of a local part, and a word boundary stands in front of
-// one of them. Every word character may stand in a local part; so the first one of the run stands at a
-// boundary, and a run without any has none.
+// The text before the at sign ends in characters of a local part, and one of them follows a word boundary.
+// Every word character is allowed in a local part, so the first one in the run is at a boundary, and a run
+// without any has none.
 bool EndsInLocalPart(std::string_view prima) {
   for (std::size_t i = prima.size(); i > 0 && IsLocal(prima[i - 1]); --i) {
     if (IsWord(prima[i - 1])) return true;
@@ -43,7 +43,7 @@ bool StartsWithTopLevelDomain(std::string_view testo) {
   return boundary && letters >= 2 && letters <= 15;
 }
 
-// At least one character of a domain, a point, and behind it a top-level domain.
+// At least one character of a domain, a point, and then a top-level domain.
 bool StartsWithDomain(std::string_view dopo) {
   std::size_t i = 0;
   while (i < dopo.size() && IsDomain(dopo[i])) {
@@ -56,7 +56,7 @@ bool StartsWithDomain(std::string_view dopo) {
 }  // namespace
 
 bool ContieneIndirizzo(std::string_view testo) noexcept {
-  // Neither part can hold an at sign, so that no character is looked at more than a few times.
+  // Neither part can hold an at sign, so no character is examined more than a few times.
   for (std::size_t at = testo.find('@'); at != std::string_view::npos; at = testo.find('@', at + 1)) {
     if (EndsInLocalPart(testo.substr(0, at)) && StartsWithDomain(testo.substr(at + 1))) return true;
   }

@@ -1,4 +1,4 @@
-// The before-send event and the stages round it. Recipients and attachments are flattened into texts, the
+// The before-send event and the stages around it. Recipients and attachments are flattened into texts, the
 // caller's handler may change the texts, and the objects are rebuilt from them whether it did or not: what
 // the texts cannot hold is lost here. A stage that fails reports by mode and does not stop the sequence.
 #include "service/before_send.h"

@@ -1,4 +1,4 @@
-// The before-send event and the stages round it.
+// The before-send event and the stages around it.
 #pragma once
 
 #include <string>
@@ -10,8 +10,8 @@
 
 namespace orve {
 
-/// Flattens recipients and attachments into texts, lets the caller's handler change these and subject and
-/// body, and makes the objects anew from them. A failure is reported by mode.
+/// Flattens recipients and attachments into texts, lets the caller's handler change these along with subject
+/// and body, and rebuilds the objects from them. A failure is reported by mode.
 void GestioneEventoBeforeSendMail(Messaggio& messaggio, const Impostazioni& impostazioni, Contesto& contesto,
                                   Oggetti& oggetti);
 
@@ -21,10 +21,10 @@ void BeforeAllegati(Messaggio& messaggio, const Impostazioni& impostazioni, Ogge
 void AfterDestinatari(Messaggio& messaggio, const Impostazioni& impostazioni, Oggetti& oggetti);
 void AfterAllegati(Messaggio& messaggio, const Impostazioni& impostazioni, Oggetti& oggetti);
 
-/// Makes vElencoAllegati of a list of paths; vMailAttachment is emptied when it is not among them.
+/// Makes vElencoAllegati from a list of paths; vMailAttachment is emptied when it is not among them.
 void RiprendiAllegati(Messaggio& messaggio, const Oggetti& oggetti, const std::string& elenco);
 
-/// Appends one path to vElencoAllegati. The file is not looked at. A failure is told by message.
+/// Appends one path to vElencoAllegati. The file is not checked. A failure is reported by message.
 void AddAllegato(Messaggio& messaggio, const Oggetti& oggetti, const std::string& FileName);
 
 }  // namespace orve

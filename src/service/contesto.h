@@ -1,4 +1,4 @@
-// In whose name the application works: its database, company, user and group.
+// On whose behalf the application works: its database, company, user and group.
 #pragma once
 
 #include <cstdint>

@@ -30,7 +30,7 @@ void RiempiCaselle(const CollDestinatari& destinatari, host::Form& finestra) {
     const std::int16_t numero = destinatario->Casella();
     if (numero < kvCasellaA || numero > kvCasellaCCn) continue;
     auto& casella = caselle.at(static_cast<std::size_t>(numero));
-    if (!casella.empty()) casella.append(";");  // stays also in front of a recipient without an address
+    if (!casella.empty()) casella.append(";");  // kept even before a recipient without an address
     if (destinatario->Indirizzo().empty()) continue;
     AccodaVoce(casella, destinatario->Nome(), destinatario->Indirizzo());
   }
@@ -39,7 +39,7 @@ void RiempiCaselle(const CollDestinatari& destinatari, host::Form& finestra) {
   ControlloDi<host::TxtEdit>(finestra, "TXT_EMAIL_CCN")->Text(caselle[kvCasellaCCn]);
 }
 
-// Without a manager the application's own book, the first entry of the three menus, cannot be used.
+// Without a manager the application's own address book, the first entry of the three menus, cannot be used.
 void PreparaRubrica(const Oggetti& oggetti, FRMRW_OPZMAIL& form) {
   if (oggetti.ManagerRubrica) {
     form.ManagerRubrica = oggetti.ManagerRubrica;
@@ -62,8 +62,7 @@ bool OffriMittente(const Messaggio& messaggio, const Impostazioni& impostazioni,
   return true;
 }
 
-// The shape of the window for the channel. False when the person has no account to send from, and has been
-// told so.
+// Adapts the window to the channel. False when the person has no account to send from, and has been told so.
 bool PreparaCanale(const Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
                    Contesto& contesto, const Oggetti& oggetti, FRMRW_OPZMAIL& form) {
   auto& finestra = form.Finestra();

@@ -13,11 +13,11 @@ class CLSFW_MAILSERVER;
 void ApriForm_OpzInvio(Interno& interno, CLSFW_MAILSERVER& servizio);
 
 /// Shows the parameters dialog and copies its answers, whether the person confirmed or not. An error ends it
-/// silently where it stands.
+/// silently at that point.
 void ReturnMailParameters(Interno& interno, CLSFW_MAILSERVER& servizio);
 
-/// Takes the sender controls out of a window with the compose window's controls, on channels that have no
-/// choice of sender, and closes the gap. Raises 438 when a control is missing, 6 when the frame lies too low
+/// Removes the sender controls from a window with the compose window's controls, on channels that have no
+/// choice of sender, and closes the gap. Raises 438 when a control is missing, 6 when the frame is too low
 /// for a 16-bit number.
 void NascondiMittente(host::Form& form);
 

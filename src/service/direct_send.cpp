@@ -1,7 +1,7 @@
 // No record is looked up, no body is chosen and no dialog opens, whatever the mode.
 //
-// FlagInvioDiretto is what makes a send a direct one. It is taken back at the end only: an error on the way
-// leaves it set, and the object takes its next send for a direct one too.
+// FlagInvioDiretto is what makes a send a direct one. It is only reset at the end: an error before that
+// leaves it set, and the object treats its next send as a direct one too.
 #include "service/direct_send.h"
 
 #include <memory>

@@ -1,4 +1,4 @@
-// The shortest way through the service, for a caller that holds everything as plain texts.
+// The shortest way through the service, for a caller that has everything as plain text.
 #pragma once
 
 #include <array>
@@ -23,7 +23,7 @@ struct InvioDiretto {
 /// `servizio` is the face over `interno`. Never raises.
 void InviaMailDiretta(Interno& interno, CLSFW_MAILSERVER& servizio, InvioDiretto invio);
 
-/// Ready for a dialog that records its cancellation; nothing calls it at present. A failure is told by
+/// Ready for a dialog that records its cancellation; nothing calls it at present. A failure is reported by
 /// message.
 void RegistraAnnullamentoDaUtente(const Messaggio& messaggio, const Impostazioni& impostazioni,
                                   const Contesto& contesto, const Oggetti& oggetti);

@@ -27,8 +27,8 @@ enum kvEnum_ServizioMail : std::int32_t {
 /// What happens to a message whose addresses come from the master data.
 enum kvEnumModalitaInvio : std::int32_t {
   kvManuale = 0,             // the person edits it in the compose dialog
-  kvAutomatico = 1,          // never a dialog: sent, or refused on record
-  kvSemiAuto = 2,            // sent if all addresses are good, else the dialog
+  kvAutomatico = 1,          // never a dialog: sent, or refused with a record
+  kvSemiAuto = 2,            // sent if all addresses are valid, else the dialog
   kvListaDistribuzione = 3,  // the same
 };
 

@@ -11,11 +11,12 @@ std::int32_t MostraMessaggioDi(const std::shared_ptr<host::InterfacciaHost>& int
                                const std::shared_ptr<host::Messaggi>& riserva, const std::string& testo,
                                std::int32_t stile, const std::string& titolo,
                                const std::shared_ptr<host::Oggetto>& proprietario) {
-  // Each test fetches its chain anew, since the host may answer differently from one moment to the next, and
-  // may by then have taken its interface away.
+  // Each test follows the chain afresh, since the host may answer differently from one moment to the next,
+  // and may by then have withdrawn its interface.
   const bool messaggiDelHost =
       interfaccia && ApplicazioneDi(interfaccia) && host::Richiesto(ApplicazioneDi(interfaccia)).Messaggi();
-  // The message object is held while it shows: a window that is activated behind its message makes a new one.
+  // The message object is held while it is showing: a window that is activated behind its message creates a
+  // new one.
   const auto messaggi = messaggiDelHost ? host::Richiesto(ApplicazioneDi(interfaccia)).Messaggi() : riserva;
   return host::Richiesto(messaggi).MostraMsg(testo, stile, titolo, proprietario);
 }

@@ -1,4 +1,4 @@
-// Messages and error texts as the service and its dialogs show them.
+// Messages and error texts, as the service and its dialogs show them.
 #pragma once
 
 #include <cstdint>
@@ -15,9 +15,9 @@
 
 namespace orve {
 
-/// Shows a message through the host's message object, if the chain from its interface reaches one, and else
-/// through `riserva`, which must then be there. Both references may change while the message shows. Returns
-/// the person's answer; raises what the objects raise.
+/// Shows a message through the host's message object, if the chain from its interface reaches one, and
+/// otherwise through `riserva`, which must then be present. Both references may change while the message is
+/// showing. Returns the person's answer; raises what the objects raise.
 std::int32_t MostraMessaggioDi(const std::shared_ptr<host::InterfacciaHost>& interfaccia,
                                const std::shared_ptr<host::Messaggi>& riserva, const std::string& testo,
                                std::int32_t stile, const std::string& titolo,
@@ -31,12 +31,12 @@ std::int32_t MostraMessaggio(const Oggetti& oggetti, const std::string& testo, s
 [[nodiscard]] std::string TestoErrore(const host::Errore& errore, std::string_view separatore,
                                       std::string_view chiusura);
 
-/// That text as a message, style 0, without title.
+/// Shows that text as a message, style 0, without a title.
 void MostraErrore(const Oggetti& oggetti, const host::Errore& errore, std::string_view separatore,
                   std::string_view chiusura);
 
-/// The way in which most procedures of a send end on an error: unattended a line in the send log with status
-/// 2 and the procedure's name, with kvManuale the message above.
+/// How most procedures of a send report an error: unattended, by a line in the send log with status 2 and the
+/// procedure's name; with kvManuale, by the message above.
 void SegnalaPerModalita(const Messaggio& messaggio, const Impostazioni& impostazioni, Oggetti& oggetti,
                         const host::Errore& errore, const std::string& procedura, std::string_view separatore,
                         std::string_view chiusura);

@@ -1,4 +1,4 @@
-// The ways in which a procedure ends on an error, one guard for each.
+// The ways in which a procedure can end on an error, with one guard for each.
 #pragma once
 
 #include <string_view>
@@ -8,8 +8,8 @@
 
 namespace orve {
 
-/// In silence: runs the steps; if they fail, the failure is dropped and execution goes on after them. Round a
-/// whole procedure, or round each of its statements.
+/// In silence: runs the steps; if they fail, the failure is dropped and execution continues after them. Used
+/// around a whole procedure, or around each of its statements.
 template <class Passi>
 void IgnoraErrori(Passi&& passi) noexcept {
   try {

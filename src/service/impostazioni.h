@@ -1,4 +1,4 @@
-// The mail settings of the application, and what the caller wants of this send besides.
+// The mail settings of the application, and what else the caller wants of this send.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +22,7 @@ struct Impostazioni {
   bool silentMode = false;
   bool IsInvioMailConParams = false;
 
-  /// The mode forced by the caller, or else the one that the settings give for deferred or direct print.
+  /// The mode forced by the caller, or else the one that the settings give for deferred or direct printing.
   [[nodiscard]] kvEnumModalitaInvio ModalitaInvio() const {
     if (IndModalitaInvio != -1) return static_cast<kvEnumModalitaInvio>(IndModalitaInvio);
     return static_cast<kvEnumModalitaInvio>(IsStampaDifferita ? ModalitaStampaDifferita : ModalitaStandard);

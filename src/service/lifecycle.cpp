@@ -57,7 +57,7 @@ CLSFW_MAILSERVER::CLSFW_MAILSERVER(std::unique_ptr<Interno> interno)
 
 namespace {
 
-// The order in which outside objects are let go is seen outside.
+// The order in which outside objects are released is visible to them.
 void RilasciaIlResto(Interno& i) {
   i.parametri.Account.reset();
   i.oggetti.objTextStream.reset();

@@ -52,12 +52,12 @@ struct Messaggio {
 
   bool FlagInvioDiretto = false;  // a direct send is running
 
-  // Held for the caller; nothing in the library reads them.
+  // Kept for the caller; nothing in the library reads them.
   std::string MailCorpo;
   std::string MailOggetto;
 };
 
-/// What the register is told of certified and of ordinary mail.
+/// What the register is told for certified and for ordinary mail.
 [[nodiscard]] inline host::TipoCanale TipoCanaleDi(const Messaggio& messaggio) {
   return messaggio.IsPec ? host::kCanalePec : host::kCanaleMail;
 }

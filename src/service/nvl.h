@@ -5,8 +5,8 @@
 
 namespace orve {
 
-/// The value with its type, or the replacement when it is null, empty or a text of blanks only. A number 0 is
-/// a value. Raises 13, with the procedure's name behind the description, for an object or an array.
+/// The value with its type, or the replacement when it is null, empty or all blanks. The number 0 is a value.
+/// Raises 13, with the procedure's name after the description, for an object or an array.
 [[nodiscard]] host::Variant NVL(const host::Variant& valore, const host::Variant& sostituto);
 
 }  // namespace orve

@@ -1,4 +1,4 @@
-// The properties of the service, each the name of a value inside.
+// The properties of the service, each naming a value inside.
 #include <utility>
 
 #include "service/CLSFW_MAILSERVER.h"

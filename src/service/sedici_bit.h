@@ -1,4 +1,4 @@
-// Counters and positions that live in 16 bits.
+// Counters and positions held in 16 bits.
 #pragma once
 
 #include <cstddef>

@@ -1,11 +1,10 @@
-// The entry of every normal send, and its last step. The message is refused, sent at once, or handed to the
-// person in the compose dialog; which of them depends on the route by which the recipients come and on the
-// mode.
+// The entry point of every normal send, and its last step. The message is refused, sent at once, or handed to
+// the person in the compose dialog; which of these depends on where the recipients come from and on the mode.
 //
-// Nothing of a send reaches the caller as an error: what fails while a failure is told ends at the two public
-// entries. Inside, it goes on to the procedure around.
+// No failure of a send reaches the caller as an error: a failure while reporting a failure stops at the two
+// public entry points. Inside, it propagates to the enclosing procedure.
 //
-// The procedure is the road of a whole send, so that it has the whole inside of the service.
+// The procedure covers a whole send, so it is given the whole inside of the service.
 #include "service/send_procedure.h"
 
 #include <algorithm>
@@ -45,9 +44,9 @@ void SollevaBeforeSendMail(Interno& interno) {
   GestioneEventoBeforeSendMail(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti);
 }
 
-// Names and addresses joined for the placeholders of the body, of all recipients but those of the copies: a
-// box that nobody knows counts here. What the caller left in the two fields stands in front. As soon as
-// anything is joined to either of them both lose their last two characters; else both stay as they are. The
+// Names and addresses joined for the placeholders of the body, for all recipients except the copies: those
+// with an unknown box are included. Whatever the caller left in the two fields comes first. Once anything has
+// been joined to either of them, both lose their last two characters; otherwise both stay as they are. The
 // result says whether anything was joined.
 bool UnisciNomiEIndirizzi(Messaggio& messaggio) {
   bool uniti = false;
@@ -68,7 +67,7 @@ bool UnisciNomiEIndirizzi(Messaggio& messaggio) {
   return uniti;
 }
 
-// The caller has named the recipients: the message leaves at once, in every mode and without any check.
+// The caller has named the recipients: the message goes out at once, in every mode and without any check.
 void InviaACollezione(Interno& interno) {
   Messaggio& messaggio = interno.messaggio;
   messaggio.vDitta = messaggio.INFO_RagSocCliFor;

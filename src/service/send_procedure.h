@@ -1,4 +1,4 @@
-// The entry of every normal send, and its last step.
+// The entry point of every normal send, and its last step.
 #pragma once
 
 #include <optional>
@@ -20,7 +20,7 @@ void AvviaProceduraInvio(Interno& interno, CLSFW_MAILSERVER& servizio,
 /// Hands the message to its channel. Failures are reported by mode; raises only what the report raises.
 void ConsegnaAlCanale(Interno& interno);
 
-/// What the register and the event system are told of a message that does not leave. An absent text counts as
+/// What the register and the event system are told about a message that is not sent. An absent text counts as
 /// an empty one in the event.
 struct RigaNonInviata {
   host::TestoOAssente nome = std::nullopt;

@@ -23,7 +23,7 @@ constexpr const char* kStatementImpostazioni =
 
 constexpr std::string_view kChiusura = "ORVE_MAILSERVER: CLSFW_MAILSERVER: GetImpostazioni";
 
-// A null equals nothing.
+// A null is equal to nothing.
 bool UgualeAUno(const host::Variant& valore) {
   return !valore.IsNull() && valore.ToDouble() == 1;
 }
@@ -36,7 +36,7 @@ std::string DirectoryDiSistema(host::Ambiente& ambiente, host::TipoPercorso tipo
   return percorso;
 }
 
-// The path is the caller's as soon as it is read, whatever the resolver does at its end.
+// The caller has the path as soon as it is read, whatever the resolver does when it is closed.
 void RisolviConfigurato(host::Ambiente& ambiente, const std::string& configurato, std::string& percorso) {
   const auto risolutore = ambiente.CreaRisolutorePercorsi();
   host::Richiesto(risolutore).ImpostaPercorso(configurato, true);

@@ -10,12 +10,12 @@
 
 namespace orve {
 
-/// Reads the mail settings, fixes channel, modes and temporary directory, and makes the channel's object.
+/// Reads the mail settings, sets channel, modes and temporary directory, and creates the channel's object.
 /// Raises what the database or the MAPI sign-on raises, with the procedure's name after the description.
 void GetImpostazioni(Impostazioni& impostazioni, Account& account, const Contesto& contesto,
                      Oggetti& oggetti);
 
-/// The system's directories, without an effect on the settings; they raise what the path resolver raises.
+/// The system's directories; no effect on the settings. They raise what the path resolver raises.
 [[nodiscard]] std::string GetPathTemp(const Oggetti& oggetti);
 [[nodiscard]] std::string GetPercorsoInstallazione(const Oggetti& oggetti);
 

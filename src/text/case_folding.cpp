@@ -1,4 +1,4 @@
-// The table is our own because the standard library has none to offer: its functions go by the locale of the
+// The table is our own because the standard library has none: its functions depend on the locale of the
 // process, which is the application's to choose, and on Windows they see half a character at a time.
 #include "text/case_folding.h"
 
@@ -10,7 +10,7 @@ namespace orve::text {
 
 namespace {
 
-// Letters that lie at the same distance from their folded form, side by side or every other one.
+// Letters at the same distance from their folded form, contiguous or every other one.
 struct Letters {
   char32_t first;
   char32_t last;

@@ -33,7 +33,7 @@ void Append(std::string& testo, char32_t code) {
   }
 }
 
-// The byte offset behind `count` characters.
+// The byte offset after `count` characters.
 std::size_t Offset(std::string_view testo, std::size_t count) {
   std::size_t offset = 0;
   while (count-- > 0 && offset < testo.size()) offset += Front(testo.substr(offset)).size;
@@ -53,9 +53,9 @@ bool IsAsciiLetter(char c) {
   return lower >= 'a' && lower <= 'z';
 }
 
-// The byte offset of a needle that is not empty. The last of the characters in front of its first letter is
-// searched for by the standard library, which is far faster than comparing at each place; placeholders have
-// one, and a rare one.
+// The byte offset of a non-empty needle. The standard library searches for the last character before its
+// first letter, which is far faster than comparing at each place; placeholders have such a character, and a
+// rare one.
 std::size_t FindIgnoreCase(std::string_view testo, std::string_view needle, std::size_t start) {
   const auto* const letter = std::find_if(needle.begin(), needle.end(), IsAsciiLetter);
   const auto exact = static_cast<std::size_t>(letter - needle.begin());
@@ -71,7 +71,7 @@ std::size_t FindIgnoreCase(std::string_view testo, std::string_view needle, std:
   }
 }
 
-// `find` takes the text and the offset to search from. A text without a find is handed back as it came.
+// `find` takes the text and the offset to search from. A text without a match is returned as it came.
 template <class FindNext>
 std::string ReplaceFound(std::string testo, std::size_t width, std::string_view to, FindNext find) {
   std::size_t at = find(testo, 0);
@@ -118,7 +118,7 @@ std::string_view Mid(std::string_view testo, std::size_t start, std::size_t coun
   return count == kToEnd ? rest : Left(rest, count);
 }
 
-// The bytes of a needle that is no text may be found inside a character; no position belongs to such a place.
+// The bytes of a needle that is not valid text may be found inside a character; such a place has no position.
 std::size_t Find(std::string_view testo, std::string_view needle, std::size_t start) {
   std::size_t position = start > 0 ? start : 1;
   std::size_t here = Offset(testo, position - 1);
@@ -171,7 +171,7 @@ std::string FoldCase(std::string_view testo) {
   while (!testo.empty()) {
     const auto [code, size] = Front(testo);
     if (size == 1) {
-      folded.push_back(LowerAscii(testo.front()));  // a byte that is no text stays as it is
+      folded.push_back(LowerAscii(testo.front()));  // an invalid byte stays as it is
     } else {
       Append(folded, FoldedCase(code));
     }

@@ -1,9 +1,9 @@
-// Characters that a reader does not see as characters: control characters, and those that turn the text round
-// or show nothing. Every place that shows texts of strangers asks here which they are, so that none forgets
-// one.
+// Characters that a reader does not see as characters: control characters, and those that reverse the text or
+// show nothing. Every place that shows other people's text asks here which they are, so that none of them is
+// forgotten.
 //
-// The joiners U+200C and U+200D are not among them: Persian, the scripts of India and composed pictures are
-// written with them.
+// The joiners U+200C and U+200D are not among them: Persian, the scripts of India and composed emoji need
+// them.
 #pragma once
 
 #include <functional>
@@ -21,10 +21,10 @@ enum class Unseen {
 
 [[nodiscard]] Unseen Classify(char32_t code);
 
-/// What stands for one of these characters; none: it stays.
+/// What replaces one of these characters; none: it stays.
 using Instead = std::function<std::optional<std::string>(char32_t, Unseen)>;
 
-/// The text with each of these characters replaced. Bytes that are no UTF-8 stay.
+/// The text with each of these characters replaced. Bytes that are not valid UTF-8 stay.
 [[nodiscard]] std::string ReplaceUnseen(std::string_view testo, const Instead& instead);
 
 /// The character as "\u202E", in units of UTF-16, so that JSON reads it too.

@@ -7,11 +7,11 @@
 namespace orve::text {
 
 struct Character {
-  char32_t code;     // U+FFFD for a byte that is no UTF-8
+  char32_t code;     // U+FFFD for a byte that is not valid UTF-8
   std::size_t size;  // in bytes, at least 1
 };
 
-/// The character at the front of a text that is not empty.
+/// The first character of a non-empty text.
 [[nodiscard]] Character Front(std::string_view testo);
 
 }  // namespace orve::text
