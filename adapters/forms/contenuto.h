@@ -1,6 +1,6 @@
-// What a window holds that a person can change. Whoever leaves a window by Escape is asked before a change is
-// lost: the key is hit by mistake, or to close a list that is closed already. The buttons and the frame of
-// the window are pressed on purpose and ask nothing.
+// What a window holds that a person can change. A person who leaves a window with Escape is asked before a
+// change is lost: the key gets hit by mistake, or to close a list that has already closed. The buttons and
+// the frame of the window are used on purpose and ask nothing.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,8 @@ namespace orve::adapters::forms {
 
 using Contenuto = std::vector<std::string>;
 
-/// The texts, choices and rows of these controls as they stand; unequal to what it was once any is changed.
+/// The current texts, choices and rows of these controls; no longer equal to an earlier one once any of them
+/// has changed.
 [[nodiscard]] Contenuto ContenutoDi(const std::map<std::string, std::shared_ptr<host::Controllo>>& controlli);
 
 constexpr const char* kDomandaAbbandono = "Chiudere la finestra e perdere le modifiche?";

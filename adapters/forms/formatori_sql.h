@@ -12,12 +12,12 @@ namespace orve::adapters::forms {
 
 class FormatoDataSql : public host::FormatoData {
  public:
-  /// A date in the Italian form: day, month and year of four digits between "/", "-" or ".", with or without
-  /// the time of day behind a blank.
+  /// A date in the Italian form: day, month and year of four digits between "/", "-" or ".", optionally
+  /// followed by a blank and the time of day.
   void Data(const std::string& testo) override;
-  /// 0 good date, 1 none, or one that SQL Server's dates do not reach (before 1753).
+  /// 0: a valid date; 1: none, or one outside the range of SQL Server's dates (before 1753).
   [[nodiscard]] std::int32_t Stato() const override;
-  /// "yyyymmdd"; empty while there is no good date.
+  /// "yyyymmdd"; empty as long as there is no valid date.
   [[nodiscard]] std::string DataDB() const override;
 
  private:
@@ -27,7 +27,7 @@ class FormatoDataSql : public host::FormatoData {
 class FormatoNumeroSql : public host::FormatoNumero {
  public:
   /// The number in decimal digits with a point, never with an exponent, as a text. A text may have a comma or
-  /// a point as its decimal sign. Raises 13 for what is no number.
+  /// a point as its decimal sign. Raises 13 for what is not a number.
   [[nodiscard]] host::Variant NumeroDB(const host::Variant& valore) override;
 };
 

@@ -1,5 +1,4 @@
-// What a layout table says without words: in which order the keyboard goes through a window, and what a
-// screen reader calls its controls.
+// What a layout table implies: the tab order of a window, and what a screen reader calls its controls.
 #pragma once
 
 #include <string>
@@ -10,8 +9,7 @@
 
 namespace orve::adapters::forms {
 
-/// The controls that the keyboard reaches, by their tab index; without those that lie below the edge of their
-/// frame.
+/// The controls that the keyboard reaches, by tab index; without those below the edge of their frame.
 [[nodiscard]] std::vector<const host::LayoutControllo*> OrdineDiTastiera(const host::LayoutForm& form);
 
 /// The caption without its mnemonic and its dots, or for a box without one that of the caption to its left;
@@ -19,7 +17,7 @@ namespace orve::adapters::forms {
 [[nodiscard]] std::string NomeAccessibile(const host::LayoutForm& form,
                                           const host::LayoutControllo& controllo);
 
-/// The title of a window of a program: its name stands behind the text, once. A window asks each time it
+/// The title of a window: the text followed, once, by the program's name. A window asks for it each time it
 /// becomes active.
 [[nodiscard]] std::string TitoloConProgramma(const std::string& testo, const std::string& programma);
 

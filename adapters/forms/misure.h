@@ -1,4 +1,4 @@
-// Twips and pixels: where a control stands on a screen of so many dots to the inch.
+// Twips and pixels: where a control goes on a screen of a given number of dots per inch.
 #pragma once
 
 #include <cmath>
@@ -7,7 +7,7 @@
 
 namespace orve::adapters::forms {
 
-inline constexpr int kPuntiPerPollice = 96;  // of the pixel that the layout tables count in
+inline constexpr int kPuntiPerPollice = 96;  // of the pixel in which the layout tables count
 
 struct RettangoloInPixel {
   int left = 0;
@@ -38,8 +38,8 @@ struct RettangoloInPixel {
   return tipo != kFrame && tipo != kRichTextBox && tipo != kGriglia;
 }
 
-/// Where the control is put in its rectangle: one of a single line keeps its height (in twips) when the
-/// window grows, in the middle of its place.
+/// Where the control goes in its rectangle: a single-line one keeps its height (in twips) when the window
+/// grows, centred in its place.
 [[nodiscard]] inline RettangoloInPixel Posto(host::TipoControllo tipo, const host::Rettangolo& rettangolo,
                                              float altezzaRiga, int dpi = kPuntiPerPollice) {
   RettangoloInPixel posto = InPixel(rettangolo, dpi);

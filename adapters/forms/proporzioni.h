@@ -1,5 +1,5 @@
 // The arithmetic of a window that keeps its controls in proportion: every size is measured against the
-// proportions of the moment at which they were fixed, so that no rounding adds up.
+// proportions as they were first fixed, so rounding errors do not add up.
 #pragma once
 
 #include <cstddef>
@@ -21,14 +21,15 @@ class Proporzioni {
     host::Rettangolo base;
   };
 
-  /// Takes the window and its controls as they stand as the proportions to keep. A window without a size
+  /// Takes the window and its controls as they are now as the proportions to keep. A window without a size
   /// keeps none.
   void Fissa(float width, float height, std::vector<Elemento> elementi);
-  /// What of the control follows, as host::KVL_RESIZEFORM::Modo. While nothing is registered every control
-  /// follows in all; afterwards what stands in a frame goes with its frame, and the others stay.
+  /// Which of the control's measures follow, as host::KVL_RESIZEFORM::Modo. As long as nothing is registered
+  /// every control follows in every measure; afterwards what is in a frame moves with its frame, and the
+  /// others stay.
   void Registra(const std::string& nome, std::int16_t modo);
   [[nodiscard]] bool Fissate() const { return width_ > 0 && height_ > 0; }
-  /// Where the control of that position goes in a window of this size; `attuale` is where it stands.
+  /// Where the control of that position goes in a window of this size; `attuale` is where it is now.
   [[nodiscard]] host::Rettangolo Segue(std::size_t elemento, const host::Rettangolo& attuale, float width,
                                        float height) const;
 

@@ -29,7 +29,7 @@ struct RecordSetInMemoria::Tabella {
 
   std::vector<Campo> campi;
   std::vector<Variant::Array> righe;
-  std::size_t corrente = 0;  // the number of rows: behind the last one
+  std::size_t corrente = 0;  // the number of rows: past the last one
   bool aperta = false;
 
   void RichiedeAperta() const {
@@ -68,7 +68,7 @@ struct RecordSetInMemoria::Tabella {
 
 namespace {
 
-// `Campo='testo'`, with nothing else about it.
+// `Campo='testo'` and nothing else.
 struct Criterio {
   std::string_view campo;
   std::string_view testo;

@@ -32,7 +32,7 @@ struct ColonnaGriglia {
 
 using RigheMostrate = std::vector<std::vector<std::string>>;
 
-/// A grid that tells what it shows.
+/// A grid that can say what it shows.
 class GrigliaMostrata : public host::KVL_QGRIDWRAPPER {
  public:
   [[nodiscard]] const RigheMostrate& Righe() const { return mostrate_; }
@@ -44,10 +44,10 @@ class GrigliaMostrata : public host::KVL_QGRIDWRAPPER {
   RigheMostrate mostrate_;
 };
 
-/// By their numbers, and as they came where these are equal.
+/// By their numbers; in their given order where these are equal.
 void OrdinaColonne(std::vector<ColonnaGriglia>& colonne);
 
-/// The texts of every row, a cell for each column. The record set stands afterwards where it stood.
+/// The texts of every row, one cell per column. The record set is left on the row it was on.
 [[nodiscard]] RigheMostrate RigheDi(host::RecordSetScollegato& righe,
                                     const std::vector<ColonnaGriglia>& colonne);
 

@@ -33,7 +33,7 @@ std::string TestoAccettato(std::string_view presente, std::string_view digitato,
   const auto limite = static_cast<std::size_t>(maxchar);
   const std::size_t occupati = text::Length(presente);
   testo.resize(text::Left(testo, limite > occupati ? limite - occupati : 0).size());
-  // Half a line break is none.
+  // Half a line break is not one.
   if (multiriga && !testo.empty() && testo.back() == '\r') testo.pop_back();
   return testo;
 }

@@ -1,4 +1,4 @@
-// What a box takes of a text that the person types or pastes. The program's own writing does not come by
+// What a box accepts of text that the person types or pastes. What the program writes does not pass through
 // here.
 #pragma once
 
@@ -8,9 +8,9 @@
 
 namespace orve::adapters::forms {
 
-/// The part of `digitato` that still fits behind `presente` in a box of at most `maxchar` characters (0: no
+/// The part of `digitato` that still fits after `presente` in a box of at most `maxchar` characters (0: no
 /// limit), with its line breaks turned into blanks, or on a box of several lines into carriage return and
-/// line feed. A character is never cut in two. A text that the program made too long takes nothing more.
+/// line feed. A character is never cut in two. A box that the program has overfilled accepts nothing more.
 [[nodiscard]] std::string TestoAccettato(std::string_view presente, std::string_view digitato,
                                          std::int32_t maxchar, bool multiriga);
 

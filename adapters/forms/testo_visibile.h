@@ -6,7 +6,7 @@
 
 namespace orve::adapters::forms {
 
-/// What would turn the text round or hide a part of it stands there as an escape; tabs and line breaks stay.
+/// Whatever would reverse the text or hide part of it is shown as an escape; tabs and line breaks stay.
 [[nodiscard]] std::string TestoVisibile(std::string_view testo);
 
 }  // namespace orve::adapters::forms

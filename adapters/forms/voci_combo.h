@@ -1,5 +1,5 @@
 // The entries of a combo box and the one selected, as every toolkit keeps them. Nothing here raises an event:
-// the control does, once the list stands.
+// the control does, once the list is complete.
 #pragma once
 
 #include <cstddef>
@@ -22,7 +22,7 @@ class VociCombo {
   void Svuota();
   /// Raises 6 when the list is full: a position is a 16-bit number.
   void Aggiungi(const std::string& testo, std::int16_t dati);
-  /// The data of the entry selected, as text; empty when none is.
+  /// The data of the selected entry, as text; empty when none is selected.
   [[nodiscard]] std::string Valore() const;
   /// Selects the first entry with these data, given as a number or as its text, or none.
   void SelezionaValore(const host::Variant& valore);

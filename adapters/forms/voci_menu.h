@@ -19,10 +19,10 @@ struct VoceMenu {
 
 class VociMenu {
  public:
-  /// Adds an entry at the end, switched as EnableMenuItem has asked for in advance.
+  /// Adds an entry at the end, in the state that EnableMenuItem asked for in advance.
   void Aggiungi(const std::string& didascalia, const std::string& chiave);
-  /// By key, compared without case, or by position from 1; of a key that stands twice every entry is meant.
-  /// Remembered for an entry that is not there yet. Raises 9 for a position below 1.
+  /// By key, compared without case, or by position from 1; a key that occurs twice means every such entry.
+  /// Remembered for an entry that does not exist yet. Raises 9 for a position below 1.
   void Abilita(const host::Variant& chiaveOPosizione, bool attiva);
 
   [[nodiscard]] const std::vector<VoceMenu>& Voci() const { return voci_; }

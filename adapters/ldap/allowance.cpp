@@ -18,7 +18,7 @@ constexpr long long kLongest = 1'000'000'000;
 
 }  // namespace
 
-// The functions that libldap calls in the place of the socket's.
+// The functions that libldap calls instead of the socket's.
 struct Allowance::Layer {
   static int Setup(Sockbuf_IO_Desc* at, void* self) {
     at->sbiod_pvt = self;

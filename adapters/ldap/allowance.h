@@ -1,8 +1,9 @@
-// How long a connection may go on, and how much may come over it.
+// How long a connection may last, and how much data it may bring in.
 //
 // libldap waits with a limit for an answer to begin, but without one for the rest of it and for the TLS
-// handshake. And what comes unasked for, under the number of no request, it keeps and shows to nobody. So
-// every read and write of its connection passes here, below TLS, and ends where the allowance does.
+// handshake. And data that comes unasked for, under the number of no request, it keeps without showing it to
+// anybody. So every read and write on its connection passes through here, below TLS, and ends where the
+// allowance does.
 #pragma once
 
 #include <chrono>
@@ -16,20 +17,21 @@ namespace orve::adapters::ldap {
 
 class Allowance {
  public:
-  /// Bytes, for one request or handshake: all that a reader of entries takes, and what stands round it.
+  /// Bytes, for one request or handshake: everything that a reader of entries accepts, plus the framing.
   static constexpr std::size_t kMostBytes = EntryReader::kMostBytes + 4 * EntryReader::kLargestMessage;
 
-  /// Begins anew: from now on so much time, and so many bytes to be read.
+  /// Starts over: from now on this much time, and this many bytes to be read.
   void Begin(std::chrono::milliseconds time, std::size_t bytes = kMostBytes);
-  /// Whether something was ended because the time had passed, or because more was to be read; for good.
+  /// Whether something was ended because time ran out, or because there was more to read; stays true for
+  /// good.
   [[nodiscard]] bool TimePassed() const { return timePassed_; }
   [[nodiscard]] bool BytesSpent() const { return bytesSpent_; }
 
-  /// Whether so much has come, all in all, that the connection should not serve any longer: what came unasked
-  /// for goes with it alone.
+  /// Whether so much has come in altogether that the connection should no longer be used: what came unasked
+  /// for is only freed with it.
   [[nodiscard]] bool WornOut() const { return read_ > kMostBytes; }
 
-  /// Makes the connection keep to `self`, which must outlive it.
+  /// Makes the connection observe `self`, which must outlive it.
   static void Join(::sockbuf* connection, Allowance* self);
 
  private:

@@ -7,8 +7,8 @@
 
 namespace orve::adapters::ldap {
 
-/// The directory's own name of a member of a person ("FirstName": "givenName"), compared without case. A name
-/// that is no member's is the directory's own already.
+/// The directory's own name of a member of a person ("FirstName": "givenName"), compared without case. Any
+/// other name is taken as the directory's own.
 [[nodiscard]] std::string AttributeOf(std::string_view member);
 
 /// The attributes of all members.

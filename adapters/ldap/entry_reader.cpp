@@ -32,7 +32,7 @@ EntryReader::Taken EntryReader::Take(::ldapmsg* message) {
   const int kind = ::ldap_msgtype(message);
   if (kind == LDAP_RES_SEARCH_RESULT) return Taken::kResult;
   if (++messages_ > kMostMessages) return Taken::kTooMuch;
-  if (kind != LDAP_RES_SEARCH_ENTRY) return Taken::kMore;  // a referral, which nobody follows
+  if (kind != LDAP_RES_SEARCH_ENTRY) return Taken::kMore;  // a referral, which is not followed
   return Read(message, entries_.emplace_back()) ? Taken::kMore : Taken::kTooMuch;
 }
 

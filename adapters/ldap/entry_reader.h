@@ -1,7 +1,7 @@
 // The entries that a search finds, taken from the server's messages as they come.
 //
-// Servers that send more than they were asked for must not fill the application's memory, so that what has
-// been read is counted here, whatever the server makes of the limit in the request.
+// Servers that send more than they were asked for must not fill the application's memory, so what has been
+// read is counted here, whatever the server does with the limit in the request.
 #pragma once
 
 #include <cstddef>
@@ -25,22 +25,22 @@ struct Entry {
 
 class EntryReader {
  public:
-  /// Entries; of the server no more are asked for.
+  /// Entries; no more are requested from the server.
   static constexpr std::size_t kMostEntries = 1000;
   /// Entries, and whatever else comes before the result.
   static constexpr std::size_t kMostMessages = 2 * kMostEntries;
-  /// Memory for entries, counted in bytes of names and values and a fixed sum for each.
+  /// Memory for entries: the bytes of names and values, plus a fixed amount for each.
   static constexpr std::size_t kMostBytes = std::size_t{4} * 1024 * 1024;
   static constexpr std::size_t kBytesEach = 64;
-  /// One message: far more than eight attributes of a person. What it is decoded into is a multiple.
+  /// One message: far more than eight attributes of a person. Decoded, it takes several times as much.
   static constexpr std::size_t kLargestMessage = std::size_t{1024} * 1024;
 
   /// `handle` must outlive the reader.
   explicit EntryReader(::ldap* handle) : handle_(handle) {}
 
   enum class Taken { kMore, kResult, kTooMuch };
-  /// Takes one message of the answer. Nothing more is to be handed in behind kResult, which the message then
-  /// is, and kTooMuch: the server goes beyond any measure.
+  /// Takes one message of the answer. Nothing more may be handed in after kResult, when the message was the
+  /// result, or kTooMuch, when the server exceeds all limits.
   [[nodiscard]] Taken Take(::ldapmsg* message);
 
   [[nodiscard]] std::vector<Entry>& Entries() { return entries_; }

@@ -1,4 +1,4 @@
-// What the directory, or the way to it, answered instead of a result.
+// What the directory, or the connection to it, gave instead of a result.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,7 @@ inline constexpr std::int32_t kNoProperty = -2147463155;
 class LdapFailure : public host::Errore {
  public:
   /// `code`: a result code of the protocol, or a negative one of libldap's own. `words`: what the server or
-  /// the library adds; may hold anything and is made one line of plain text.
+  /// the library adds; may contain anything and is reduced to one line of plain text.
   LdapFailure(int code, const std::string& words);
 
   [[nodiscard]] int Code() const noexcept { return code_; }
@@ -27,7 +27,7 @@ class LdapFailure : public host::Errore {
   std::string words_;
 };
 
-/// The same failure once more, without a new try: the server failed a short while ago and is left alone.
+/// The same failure again, without another attempt: the server failed a short while ago and is left alone.
 class LeftAlone : public LdapFailure {
  public:
   explicit LeftAlone(const LdapFailure& failure) : LdapFailure(failure) {}

@@ -27,13 +27,13 @@ constexpr std::int32_t kClosedObject = forms::RecordSetInMemoria::kOggettoChiuso
 constexpr int kServerDown = -1;  // libldap's own code
 
 using SessionPtr = std::shared_ptr<Session>;
-/// Asks over a connection that it holds.
+/// Queries over a connection that it holds.
 using Ask = std::function<std::vector<Entry>(const Query&)>;
 
 class DirectoryObject : public host::DirectoryObject {
  public:
-  /// Reads the entry, with the attributes that are likely to be asked for. Raises LdapFailure when it is not
-  /// there.
+  /// Reads the entry, with the attributes that are likely to be asked for. Raises LdapFailure when there is
+  /// no such entry.
   DirectoryObject(Ask ask, std::string name, std::string searchBase)
       : ask_(std::move(ask)), name_(std::move(name)), searchBase_(std::move(searchBase)) {
     Read(name_.empty() ? std::vector<std::string>{kNamingContext, kNamingContexts} : PersonAttributes());
@@ -49,8 +49,8 @@ class DirectoryObject : public host::DirectoryObject {
 
   [[nodiscard]] std::string ADsPath() override { return PathOfName(name_.empty() ? "rootDSE" : name_); }
 
-  /// Of an attribute with several values the first, in the order of the directory: the members of a person
-  /// are single ones.
+  /// The first value of an attribute that has several, in the directory's order: a person's members are
+  /// single-valued.
   [[nodiscard]] host::Variant Membro(const std::string& nome) override {
     const auto& values = Values(AttributeOf(nome));
     if (values.empty()) Missing(nome);
@@ -62,7 +62,7 @@ class DirectoryObject : public host::DirectoryObject {
     throw host::Errore(kNoProperty, "Directory", "L'oggetto non ha la proprietà " + name);
   }
 
-  // A directory with a single tree needs no word on which one is meant.
+  // A directory with a single tree needs no hint which one is meant.
   host::Variant NamingContext() {
     if (!searchBase_.empty()) return searchBase_;
     if (const auto& values = Values(kNamingContext); !values.empty()) return values.front();
@@ -132,13 +132,14 @@ struct LdapDirectory::Shared : std::enable_shared_from_this<Shared> {
       } catch (const LdapFailure&) {
         if (!session->Broken()) throw;
       }
-      // While it waited, the server closed it or the way to it went. That says nothing of the server now.
+      // While it was idle, the server closed it or the path to it broke. That says nothing about the server
+      // now.
       std::tie(session, waited) = self->Connect();
       return self->Search(*session, query);
     };
   }
 
-  /// A connection, and whether it was there already.
+  /// A connection, and whether it already existed.
   std::pair<SessionPtr, bool> Connect() {
     if (SessionPtr session = last.lock(); session && !session->Broken()) return {session, true};
     kept.reset();
@@ -177,7 +178,7 @@ struct LdapDirectory::Shared : std::enable_shared_from_this<Shared> {
 
   std::weak_ptr<Session> last;
   SessionPtr kept;
-  std::optional<LdapFailure> failure;  // of the last try
+  std::optional<LdapFailure> failure;  // of the last attempt
   Clock::time_point failedAt;
 };
 

@@ -17,13 +17,13 @@ class LdapDirectory : public host::Directory {
   /// Nothing is connected yet. Raises 5 when the options make no sense (session.h, CheckOptions).
   explicit LdapDirectory(LdapOptions options);
 
-  /// Closed; `Open` connects, whatever source it is given, since the server stands in the options.
+  /// Closed; `Open` connects, whatever source it is given, since the server comes from the options.
   [[nodiscard]] std::shared_ptr<host::DirectoryConnection> CreaConnessione() override;
   [[nodiscard]] std::shared_ptr<host::RecordSet> CreaRecordSet() override;
-  /// Connects if nothing that was handed out holds a connection any more. All objects and queries of one
-  /// look-up share one connection, which ends with the last of them unless the options keep it; one that was
-  /// lost meanwhile is replaced. Raises LdapFailure, LeftAlone during the pause after one, and 5 for a path
-  /// that is no "LDAP://..." one.
+  /// Connects unless something that was handed out still holds a connection. All objects and queries of one
+  /// look-up share one connection, which ends with the last of them unless the options keep it; one that has
+  /// been lost meanwhile is replaced. Raises LdapFailure, LeftAlone during the pause after one, and 5 for a
+  /// path that does not begin with "LDAP://".
   [[nodiscard]] std::shared_ptr<host::DirectoryObject> ApriOggetto(const std::string& percorso) override;
 
  private:

@@ -9,7 +9,7 @@
 
 namespace orve::adapters::ldap {
 
-/// How the asker makes himself known.
+/// How the client identifies itself.
 enum class Access {
   kKerberos,  // with the ticket that the machine or its user holds (SASL GSSAPI)
   kSimple,    // with a name and a password
@@ -20,13 +20,13 @@ struct LdapOptions {
   /// "ldaps://host[:port]", encrypted from the first byte, or "ldap://host[:port]".
   std::string server;
   /// Asks for encryption (StartTLS) on an "ldap" connection and goes no further without it. Only Kerberos,
-  /// which then encrypts by itself, and anonymous access may do without.
+  /// which then does its own encryption, and anonymous access can do without.
   bool startTls = true;
   /// PEM file with the authorities to trust instead of the system's; empty: the system's.
   std::string caFile;
 
   Access access = Access::kKerberos;
-  std::string user;          // for kSimple: a distinguished name, or whatever else the server takes for one
+  std::string user;          // for kSimple: a distinguished name, or whatever else the server accepts as one
   secrets::Secret password;  // given as text, wiped with the options
 
   /// Where searches begin; empty: where the directory says.
@@ -39,8 +39,8 @@ struct LdapOptions {
 
   /// Keeps the connection from one look-up to the next, for as long as the directory object lives.
   bool keepConnection = false;
-  /// How long a server that could not be connected to, refused the asker or did not answer is asked no more:
-  /// until then look-ups end at once with the same failure.
+  /// How long a server is left alone after it could not be reached, refused the client or did not answer:
+  /// meanwhile look-ups fail at once with the same error.
   std::chrono::milliseconds pauseAfterFailure{60'000};
 };
 

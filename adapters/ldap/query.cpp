@@ -22,9 +22,9 @@ Depth DepthOf(std::string_view word) {
   Refuse("Profondità della ricerca sconosciuta");
 }
 
-// One expression in brackets and nothing behind it. A bracket that is part of a value stands there as digits,
-// so that counting is exact. The library behind would also take a backslash before a bracket, and so read
-// another filter than the one counted here.
+// One expression in brackets and nothing after it. A bracket that is part of a value is written in digits, so
+// counting is exact. libldap would also accept a backslash before a bracket, and so read a different filter
+// from the one counted here.
 bool OneExpression(std::string_view filter) {
   int open = 0;
   for (std::size_t i = 0; i < filter.size(); ++i) {

@@ -27,8 +27,8 @@ using std::chrono::milliseconds;
 
 constexpr const char* kSystemAuthorities = "/etc/ssl/certs/ca-certificates.crt";
 constexpr milliseconds kFarewell{500};
-// Characters of what a server says. Far more than a failure tells, so that no beginning of a password stands
-// at the end of these.
+// Characters kept of what a server says. Far more than a failure shows, so they never end with the beginning
+// of a password that gets shown.
 constexpr std::size_t kHeardWords = 1000;
 
 struct Freed {
@@ -73,7 +73,7 @@ timeval Duration(milliseconds time) {
   return {static_cast<time_t>(all / kSecond), static_cast<suseconds_t>(all % kSecond)};
 }
 
-// Kerberos asks nothing; whatever a mechanism wants to know all the same gets its own default.
+// Kerberos asks nothing; if a mechanism asks anyway, it gets its own default.
 int AnswerWithDefaults(LDAP* /*handle*/, unsigned /*flags*/, void* /*defaults*/, void* asked) {
   for (auto* question = static_cast<sasl_interact_t*>(asked); question->id != SASL_CB_LIST_END; ++question) {
     question->result = question->defresult != nullptr ? question->defresult : "";
@@ -82,13 +82,13 @@ int AnswerWithDefaults(LDAP* /*handle*/, unsigned /*flags*/, void* /*defaults*/,
   return LDAP_SUCCESS;
 }
 
-// What libldap calls when the connection stands and TLS has not begun.
+// What libldap calls when the connection is made and TLS has not begun.
 struct Connected : ldap_conncb {
   explicit Connected(Allowance* allowance) : ldap_conncb{OnConnect, OnEnd, allowance} {}
 
   static int OnConnect(LDAP* /*handle*/, Sockbuf* connection, LDAPURLDesc* /*server*/, sockaddr* /*address*/,
                        ldap_conncb* self) {
-    // A length that a server merely claims must not take memory.
+    // A length that a server merely claims must not cost memory.
     ber_len_t largest = EntryReader::kLargestMessage;
     ::ber_sockbuf_ctrl(connection, LBER_SB_OPT_SET_MAX_INCOMING, &largest);
     Allowance::Join(connection, static_cast<Allowance*>(self->lc_arg));
@@ -119,7 +119,7 @@ void CheckOptions(const LdapOptions& options) {
   }
   if (options.access != Access::kSimple) return;
   if (!Encrypted(options)) refuse("La password della directory viaggerebbe in chiaro");
-  // A server takes a name without a password for an anonymous access, and says that all is well.
+  // A server treats a name without a password as anonymous access, and reports success.
   if (options.user.empty() || options.password.Empty()) {
     refuse("Per accedere alla directory servono nome utente e password");
   }
@@ -198,14 +198,14 @@ class Session::Handle {
     const timeval operation = Duration(options_.operationTimeout);
     Set(LDAP_OPT_PROTOCOL_VERSION, &kVersion);
     Set(LDAP_OPT_REFERRALS, LDAP_OPT_OFF);
-    Set(LDAP_OPT_RESTART, LDAP_OPT_ON);  // a signal of the application's ends no wait
+    Set(LDAP_OPT_RESTART, LDAP_OPT_ON);  // a signal meant for the application ends no wait
     Set(LDAP_OPT_NETWORK_TIMEOUT, &connect);
     Set(LDAP_OPT_TIMEOUT, &operation);
     Set(LDAP_OPT_CONNECT_CB, &connected_);
     Set(LDAP_OPT_X_SASL_NOCANON, LDAP_OPT_ON);  // the name that was given, not what a name server makes of it
   }
 
-  // The machine's own settings for LDAP may be laxer, so that nothing is left to them.
+  // The machine's own settings for LDAP may be laxer, so nothing is left to them.
   void SetTls() {
     constexpr int kDemand = LDAP_OPT_X_TLS_DEMAND;
     constexpr int kOldest = LDAP_OPT_X_TLS_PROTOCOL_TLS1_2;
@@ -244,7 +244,7 @@ class Session::Handle {
     RequireSuccess(Answer(id).get());
   }
 
-  // What runs over TLS is not encrypted a second time; without TLS nothing goes unencrypted.
+  // What runs over TLS is not encrypted a second time; without TLS nothing is sent unencrypted.
   void BindWithKerberos() {
     const bool encrypted = ::ldap_tls_inplace(handle_) != 0;
     constexpr int kEndpoint = LDAP_OPT_X_SASL_CBINDING_TLS_ENDPOINT;
@@ -265,7 +265,7 @@ class Session::Handle {
     }
   }
 
-  // One message, so that none waits in memory for those that follow.
+  // One message at a time, so none waits in memory for those that follow.
   Message Answer(int id) {
     timeval limit = Duration(options_.operationTimeout);
     LDAPMessage* answer = nullptr;
@@ -301,7 +301,7 @@ class Session::Handle {
     Fail(code, words != nullptr ? words : "");
   }
 
-  // A server may give back what it was told, in whatever form; the password goes no further.
+  // A server may repeat what it was told, in whatever form; the password goes no further.
   [[noreturn]] void Fail(int code, const std::string& words) {
     if (code < 0 && allowance_.TimePassed()) code = LDAP_TIMEOUT;
     if (code < 0 && allowance_.BytesSpent()) code = LDAP_MORE_RESULTS_TO_RETURN;

@@ -1,9 +1,8 @@
-// A connection to the directory's server: opened, protected, made known to the server, and asked.
+// A connection to the directory's server: opened, secured, authenticated, and queried.
 //
-// Every wait is bounded: on a server that says nothing, that stops in the middle of an answer, and that
-// answers a byte at a time; and so is what is read, of all that it says (allowance.h). The server's name must
-// stand in its certificate. Referrals to other servers are not followed, since nobody has said that those may
-// be trusted.
+// Every wait is bounded, for a server that says nothing, stops in the middle of an answer or answers a byte
+// at a time; so is the total amount read (allowance.h). The server's name must be in its certificate.
+// Referrals to other servers are not followed, since nothing says that those may be trusted.
 #pragma once
 
 #include <memory>
@@ -16,7 +15,7 @@
 
 namespace orve::adapters::ldap {
 
-/// Raises 5 when the options make no sense together: a server that is no "ldap" or "ldaps" address, or a
+/// Raises 5 when the options make no sense together: a server that is not an "ldap" or "ldaps" address, or a
 /// password that would travel unprotected.
 void CheckOptions(const LdapOptions& options);
 
@@ -31,11 +30,11 @@ class Session {
   ~Session();
 
   /// The entries that the query finds, with the attributes that it names and that they have. The server is
-  /// asked for a thousand at most, and may leave the rest out. Raises LdapFailure, also when the base is not
-  /// there and when the server sends more than an EntryReader or an Allowance takes.
+  /// asked for at most a thousand, and may leave out the rest. Raises LdapFailure, also when the base does
+  /// not exist or the server sends more than an EntryReader or an Allowance accepts.
   [[nodiscard]] std::vector<Entry> Search(const Query& query);
 
-  /// Whether the server or the way to it failed, so that nothing more is to be had from this connection.
+  /// Whether the server or the path to it failed, so this connection is of no more use.
   [[nodiscard]] bool Broken() const;
 
  private:

@@ -30,7 +30,7 @@ struct Pipe {
   Descriptor write;
 };
 
-// A descriptor that is none of the three standard ones, so that giving the child its own cannot overwrite it.
+// A descriptor other than the three standard ones, so that giving the child its own cannot overwrite it.
 Descriptor AboveStandard(Descriptor plain) {
   if (plain.Number() > STDERR_FILENO) return plain;
   Descriptor moved(::fcntl(plain.Number(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
@@ -52,9 +52,9 @@ void DoNotBlock(const Descriptor& descriptor) {
   if (flags < 0 || ::fcntl(descriptor.Number(), F_SETFL, flags | O_NONBLOCK) != 0) Raise(errno, "fcntl");
 }
 
-// What a mail command needs to know of who calls it, and nothing else: this process' own variables may hold
-// what is nobody's business, passwords of databases for one. A name that ends in _ stands for all that begin
-// with it. Some commands fetch a password of their own, from a ring of keys or with a ticket.
+// What a mail command needs to know about its caller, and nothing else: this process's own variables may hold
+// what is none of its business, database passwords for example. A name that ends in _ stands for all names
+// that begin with it. Some commands fetch a password of their own, from a keyring or with a ticket.
 constexpr std::array<std::string_view, 22> kKept = {"PATH",
                                                     "HOME",
                                                     "USER",
@@ -208,10 +208,9 @@ Child::Written Child::Write(std::string_view bytes, Milliseconds stall) {
   return Written::kAll;
 }
 
-// Waits for the program itself, not for the end of its output, which something that it left running may hold
-// open.
+// Waits for the program itself, not for the end of its output, which something it left running may hold open.
 std::optional<Child::End> Child::Wait(Milliseconds timeout) {
-  constexpr int kLook = 10;  // milliseconds between two looks
+  constexpr int kLook = 10;  // milliseconds between two checks
   const auto deadline = Clock::now() + timeout;
   while (!Ended()) {
     const int left = MillisecondsUntil(deadline);
@@ -234,7 +233,7 @@ void Child::Kill() noexcept {
   input_.Close();
 }
 
-// Reads all that is there, keeps the beginning, and forgets an output that has ended.
+// Reads everything available, keeps the beginning, and drops an output that has ended.
 void Child::ReadOutput() {
   std::array<char, 4096> piece{};
   while (outputEnd_.Number() >= 0) {

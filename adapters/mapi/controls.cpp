@@ -16,7 +16,7 @@ host::Errore ControlError(const char* control, std::int32_t number, const std::s
   return {kControlBase + number, control, text};
 }
 
-/// Runs `action`; what it throws leaves as the control's own error.
+/// Runs `action`; what it throws comes out as the control's own error.
 template <class Action>
 void AsControl(const char* control, Action action) {
   try {
@@ -27,7 +27,7 @@ void AsControl(const char* control, Action action) {
   }
 }
 
-/// Selects a slot, making the one behind the last.
+/// Selects a slot; creates it if it is the one after the last.
 template <class Slots>
 std::ptrdiff_t Select(Slots& slots, std::int16_t index, typename Slots::value_type fresh) {
   if (index < 0 || static_cast<std::size_t>(index) > slots.size()) {

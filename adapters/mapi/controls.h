@@ -1,5 +1,5 @@
-// The two MAPI controls over the machine's mail system. What a control refuses it raises as host::Errore:
-// 32000 and the published number, or 9 for an index of no slot, with an Italian description.
+// The two MAPI controls over the machine's mail system. A control refuses a call by raising host::Errore:
+// 32000 plus the published number, or 9 for an index without a slot, with an Italian description.
 #pragma once
 
 #include <cstddef>
@@ -15,7 +15,7 @@
 
 namespace orve::adapters::mapi {
 
-/// There is nothing to download and no session to share: DownLoadMail and NewSession are of no effect.
+/// There is nothing to download and no session to share: DownLoadMail and NewSession have no effect.
 class SessionControl final : public host::MAPISession {
  public:
   explicit SessionControl(std::shared_ptr<MailSystem> system) : system_(std::move(system)) {}
@@ -28,7 +28,7 @@ class SessionControl final : public host::MAPISession {
 
   void DownLoadMail(bool /*scarica*/) override {}
   void NewSession(bool /*nuova*/) override {}
-  /// Raises 32003 when the machine has no mail system, 32050 when the session is open already.
+  /// Raises 32003 when the machine has no mail system, 32050 when the session is already open.
   void SignOn() override;
   /// A 32-bit integer; 0 while no session is open.
   [[nodiscard]] host::Variant SessionID() override { return session_; }
@@ -43,17 +43,17 @@ class SessionControl final : public host::MAPISession {
 /// A message in the making. Send leaves it as it is, whatever comes of it; Compose begins a new one.
 class MessagesControl final : public host::MAPIMessages {
  public:
-  /// `attachments`: which files stand behind the paths, under names that no AttachmentName changes; empty:
-  /// the paths' own.
+  /// `attachments`: which files the paths stand for, under names that no AttachmentName changes; empty: the
+  /// paths' own.
   explicit MessagesControl(std::shared_ptr<MailSystem> system, mime::AttachmentResolver attachments = {})
       : system_(std::move(system)), attachments_(std::move(attachments)) {}
 
-  /// Looked at by Send. Empty is no session.
+  /// Checked by Send. Empty means no session.
   void SessionID(const host::Variant& sessione) override { session_ = sessione.ToInt32(); }
   void SessioneID(const host::Variant& sessione) override { SessionID(sessione); }
   void Compose() override;
 
-  /// Raises 9 below the first slot and beyond the one behind the last. The other members of a recipient raise
+  /// Raises 9 below the first slot and beyond the one after the last. The other members of a recipient raise
   /// 9 when no slot is selected. A new slot is of type To.
   void RecipIndex(std::int16_t indice) override;
   void RecipAddress(const std::string& indirizzo) override;
@@ -67,11 +67,11 @@ class MessagesControl final : public host::MAPIMessages {
 
   /// As RecipIndex, for the slots of attachments.
   void AttachmentIndex(std::int16_t indice) override;
-  /// A place in the text means nothing to the mail that leaves: files follow the text in the order of their
-  /// slots. Raises 9 when no slot is selected.
+  /// A place in the text means nothing for the message that is sent: files follow the text in the order of
+  /// their slots. Raises 9 when no slot is selected.
   void AttachmentPosition(std::int16_t posizione) override;
-  /// Raises 32011 when there is no such file and 32012 when it cannot be read; the slot stays without a file
-  /// then, and Send passes over it.
+  /// Raises 32011 when there is no such file and 32012 when it cannot be read; the slot is then left without
+  /// a file, and Send skips it.
   void AttachmentPathName(const std::string& percorso) override;
   void AttachmentName(const std::string& nome) override;
 
@@ -92,7 +92,7 @@ class MessagesControl final : public host::MAPIMessages {
   std::shared_ptr<MailSystem> system_;
   mime::AttachmentResolver attachments_;
   std::int32_t session_ = 0;
-  Letter letter_;                  // its attachments are the slots, the ones without a path included
+  Letter letter_;                  // its attachments are the slots, including those without a path
   std::ptrdiff_t recipient_ = -1;  // the slot selected; -1: none
   std::ptrdiff_t attachment_ = -1;
   std::string failure_;

@@ -26,7 +26,7 @@ enum ErrorNumber : std::int32_t {
   kNotSupported = 26,
 };
 
-// Numbers that only the controls know. A control raises each number, those above too, behind kControlBase.
+// Numbers that only the controls know. A control raises each number, those above too, added to kControlBase.
 enum ControlErrorNumber : std::int32_t {
   kSessionExists = 50,
   kNoSession = 53,
@@ -48,9 +48,8 @@ class MapiFailure : public std::runtime_error {
   bool mayHaveArrived_;
 };
 
-/// The exception in flight as a MapiFailure; to be called in a catch block only. A file that is not there is
-/// 11, one that cannot be read 12, an address that no header can carry 25, exhausted memory 5, and anything
-/// else 2.
+/// The exception in flight as a MapiFailure; call it in a catch block only. A missing file is 11, one that
+/// cannot be read 12, an address that no header can carry 25, exhausted memory 5, and anything else 2.
 [[nodiscard]] MapiFailure CurrentFailure();
 
 /// The number for an exit status of the sendmail command (sysexits.h), which is not 0.

@@ -28,7 +28,7 @@ std::string WithoutType(std::string_view address) {
   return std::string(typed ? trimmed.substr(kSmtp.size()) : trimmed);
 }
 
-/// The address may stand at the end of the name; what stands before it is the name then.
+/// The address may be at the end of the name; what precedes it is then the name.
 mime::Address Separate(const Recipient& recipient) {
   if (!text::Trim(recipient.address).empty()) return {recipient.name, WithoutType(recipient.address)};
   const std::string_view text = text::Trim(recipient.name);
@@ -85,7 +85,7 @@ class Dispatch {
   }
 
  private:
-  // An address of the sender's that cannot be used is nobody's but the owner's of the options: no log-on.
+  // An unusable sender address is the fault of whoever set the options: no log-on.
   void Address() {
     std::string domain = HostName();
     if (!options_.senderAddress.empty()) {

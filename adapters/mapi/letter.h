@@ -18,14 +18,14 @@ inline constexpr std::int32_t kBcc = 3;
 struct Recipient {
   std::int32_t kind = kTo;
   std::string name;     // alone, or followed by the address between angle brackets
-  std::string address;  // bare or behind "SMTP:"; empty: it stands in the name
+  std::string address;  // bare or after "SMTP:"; empty: it is in the name
 };
 
 /// Texts are UTF-8.
 struct Letter {
   std::string subject;
   std::string body;
-  bool receipt = false;  // whoever reads it is asked to say so
+  bool receipt = false;  // the reader is asked to confirm reading it
   std::vector<Recipient> recipients;
   std::vector<mime::Attachment> attachments;
 };

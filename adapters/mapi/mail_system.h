@@ -1,4 +1,4 @@
-// What the MAPI library and the two controls of one program share: where mail goes, and the open sessions.
+// What the MAPI library and the two controls share within a program: where mail goes, and the open sessions.
 #pragma once
 
 #include <cstdint>
@@ -16,8 +16,8 @@ class MailSystem {
 
   [[nodiscard]] const MapiOptions& Options() const { return options_; }
 
-  /// Opens a session and returns its number, which no session had before. Raises MapiFailure (kLoginFailure)
-  /// when this machine has no mail system to open one with.
+  /// Opens a session and returns its number, never used before. Raises MapiFailure (kLoginFailure) when this
+  /// machine has no mail system to open one with.
   [[nodiscard]] std::int32_t Open();
   /// False when no session of that number is open.
   bool Close(std::int32_t session);

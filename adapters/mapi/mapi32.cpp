@@ -19,7 +19,7 @@ constexpr std::array<MessageText, 5> kMessageTexts = {
     &host::MapiMessage::Subject, &host::MapiMessage::NoteText, &host::MapiMessage::MessageType,
     &host::MapiMessage::DateReceived, &host::MapiMessage::ConversationID};
 
-// The record as it stands on the library's side of the call.
+// The record as it is on the library's side of the call.
 host::MapiMessage InSingleBytes(const host::MapiMessage& message) {
   host::MapiMessage inside = message;
   for (const MessageText text : kMessageTexts) inside.*text = text::ToWindows1252(message.*text);
@@ -63,7 +63,7 @@ Letter FromRecords(const host::MapiMessage& message, const std::vector<host::Map
   return letter;
 }
 
-// Handles of other makers can be larger than our numbers; none of those is open.
+// Handles from elsewhere can be larger than our numbers; none of those is open.
 std::int32_t Number(host::ManigliaMapi session) {
   constexpr auto kLargest = static_cast<host::ManigliaMapi>(std::numeric_limits<std::int32_t>::max());
   return session <= kLargest ? static_cast<std::int32_t>(session) : 0;

@@ -13,19 +13,19 @@
 namespace orve::adapters::mapi {
 
 /// Results are 0 or the published numbers. There are no dialogs and no profiles: flags that ask for a log-on
-/// dialog are of no effect, and a profile by name is unknown (3).
+/// dialog have no effect, and a named profile is unknown (3).
 class Mapi32 final : public host::Mapi32 {
  public:
-  /// `attachments`: which files stand behind the records' paths, and their names; empty: as the records say.
+  /// `attachments`: which files the records' paths stand for, and their names; empty: as the records say.
   explicit Mapi32(std::shared_ptr<MailSystem> system, mime::AttachmentResolver attachments = {})
       : system_(std::move(system)), attachments_(std::move(attachments)) {}
 
   std::int32_t MAPILogon(host::ManigliaMapi finestra, const std::string& profilo, const std::string& password,
                          std::int32_t flags, std::int32_t riservato, host::ManigliaMapi& sessione) override;
-  /// Session 0 needs none to be open: one is opened for the call then. The texts of the message record cross
-  /// in the single-byte code page and come back from it. A recipient without a class is 15, a message without
-  /// recipients 25, a dialog 26, counts beyond the arrays 2. A record without an address of its own is
-  /// resolved from its name.
+  /// Session 0 does not need an open one: one is then opened for the call. The texts of the message record
+  /// pass through the single-byte code page in both directions. A recipient without a class is 15, a message
+  /// without recipients 25, a dialog 26, counts beyond the arrays 2. A record without an address of its own
+  /// is resolved from its name.
   std::int32_t BMAPISendMail(host::ManigliaMapi sessione, host::ManigliaMapi finestra,
                              host::MapiMessage& messaggio, const std::vector<host::MapiRecip>& destinatari,
                              const std::vector<host::MapiFile>& file, std::int32_t flags,

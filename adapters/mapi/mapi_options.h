@@ -7,15 +7,15 @@
 namespace orve::adapters::mapi {
 
 struct MapiOptions {
-  /// The program that takes messages on this machine; any that is called like sendmail.
+  /// The program that takes messages on this machine; any that takes sendmail's arguments.
   std::string sendmail = "/usr/sbin/sendmail";
 
-  /// The longest time in which the program takes not a byte of the message, or does not end once it has it
-  /// all.
+  /// The longest time for which the program may take not one byte of the message, or not end once it has all
+  /// of it.
   std::chrono::milliseconds timeout{300'000};
 
   /// Who sends. With an empty address the machine's mail system names the sender, as it does for every
-  /// program of this user's.
+  /// program of this user.
   std::string senderAddress;
   std::string senderName;
 };

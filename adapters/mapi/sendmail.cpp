@@ -18,7 +18,7 @@ namespace orve::adapters::mapi {
 
 namespace {
 
-// The program reads no more; its exit status will say why.
+// The program has stopped reading; its exit status will say why.
 struct InputClosed {};
 
 std::string Quoted(const std::string& program) {
@@ -51,7 +51,7 @@ std::string Seconds(std::chrono::milliseconds timeout) {
   throw MapiFailure(kFailure, Quoted(options.sendmail) + what + Seconds(options.timeout), hadItAll);
 }
 
-// The program's words on one line, behind what it is and how it ended.
+// The program's output on one line, after its name and how it ended.
 std::string Account(const MapiOptions& options, const std::string& end, const std::string& output) {
   const std::string line = mime::HeaderSafe(output);
   const std::string words(text::Trim(line));
@@ -79,8 +79,8 @@ void RequireSuccess(const MapiOptions& options, const Child& child, const Child:
   }
 }
 
-/// Hands over the message; false when the program stopped reading before its end. Mail on Unix ends lines
-/// with LF, and the message holds no CR but those of its line ends.
+/// Hands over the message; false when the program stopped reading before the end. Mail on Unix ends lines
+/// with LF, and the message has no CR except in its line ends.
 bool Feed(const MapiOptions& options, Child& child, const Writer& write) {
   std::string unixLines;
   try {
@@ -124,8 +124,8 @@ void Submit(const MapiOptions& options, const Envelope& envelope, const Writer& 
   } catch (const std::system_error& error) {
     RaiseNotStarted(options, error.code().value(), envelope.recipients.size());
   }
-  // What is thrown from here on ends the program before it sees the end of its input, so that it takes no
-  // torso for a message.
+  // If anything is thrown from here on, the program is ended before it sees the end of its input, so it never
+  // mistakes a truncated message for a whole one.
   const bool complete = Feed(options, *child, write);
   child->CloseInput();
   const std::optional<Child::End> end = AwaitEnd(options, *child);

@@ -1,7 +1,7 @@
 // Handing one message to the machine's mail system through the sendmail command.
 //
-// Recipients travel as arguments, never in the message: who gets a blind copy is nobody else's to read, and
-// what a header may hold is not what decides who receives. The command line ends its options before the first
+// Recipients travel as arguments, never in the message: nobody else may read who gets a blind copy, and
+// headers must not decide who receives the message. The command line ends its options before the first
 // recipient, so that an address beginning with "-" is an address.
 #pragma once
 
@@ -14,7 +14,7 @@
 
 namespace orve::adapters::mapi {
 
-/// Who sends and who receives, in wire form. An empty sender is the mail system's to name.
+/// Who sends and who receives, in wire form. If the sender is empty, the mail system supplies it.
 struct Envelope {
   std::string sender;
   std::vector<std::string> recipients;
@@ -29,7 +29,7 @@ void RequireSendmail(const MapiOptions& options);
 
 /// Returns when the mail system has taken the message. Raises MapiFailure when it did not, with what sendmail
 /// said about it; what `write` throws comes out as it is. In either case no part of the message was sent,
-/// except that a sendmail that ran out of its time, or broke down, may have passed the message on before.
+/// except that a sendmail that ran out of time, or crashed, may already have passed the message on.
 void Submit(const MapiOptions& options, const Envelope& envelope, const Writer& write);
 
 }  // namespace orve::adapters::mapi

@@ -16,7 +16,7 @@ namespace {
 constexpr std::string_view kBlanks = " \t";
 constexpr std::string_view kSpaceAndLineEnds = " \t\r\n";
 constexpr std::string_view kMarksOfAnAddress("@\r\n\0",
-                                             4);  // the line ends so that they are found and refused
+                                             4);  // the line ends, so that they are found and refused
 constexpr std::size_t kNone = std::string_view::npos;
 
 std::string_view Trim(std::string_view text, std::string_view what) {
@@ -45,8 +45,8 @@ std::string CleanName(std::string_view text) {
     bareQuote = bareQuote || name[i] == '"';
     clean += name[escape ? ++i : i];
   }
-  // The application puts quotes only round names with a comma and escapes nothing: without a comma, quotes at
-  // both ends and more between them are the name's own.
+  // The application only quotes names that have a comma, and escapes nothing: without a comma, quotes at both
+  // ends with more between them belong to the name.
   return bareQuote && clean.find(',') == kNone ? std::string(name) : clean;
 }
 
@@ -86,8 +86,8 @@ class ListReader {
     EndBare(start);
   }
 
-  /// True when the ";" is missing between the two brackets. The application leaves it out behind an address
-  /// and goes on with the next name at once; when that is empty, with a blank and the next bracket.
+  /// True when the ";" is missing between the two brackets. The application leaves it out after an address
+  /// and goes straight on to the next name; if that is empty, to a blank and the next bracket.
   [[nodiscard]] bool EndsEntry(const Bracket& bracket, std::size_t nextOpen) const {
     const std::size_t next = list_.find_first_not_of(kBlanks, bracket.end + 1);
     return HoldsAddress(bracket) && (next == bracket.end + 1 || next == nextOpen);
@@ -101,8 +101,8 @@ class ListReader {
     return inside.find_first_of(kMarksOfAnAddress) != kNone;
   }
 
-  /// Where the address that opens at `open` ends: at its ">", or, when that is missing, at the ";" or the
-  /// end. None when another "<" comes first: then this one is part of the name.
+  /// Where the address that opens at `open` ends: at its ">" or, if that is missing, at the ";" or the end.
+  /// None when another "<" comes first: this one is then part of the name.
   [[nodiscard]] std::size_t BracketEnd(std::size_t open) const {
     std::size_t from = open + 1;
     if (from < list_.size() && list_[from] == '"') {
@@ -115,12 +115,12 @@ class ListReader {
     return list_[end] == '<' && !HoldsAddress(list_.substr(from, end - from)) ? kNone : end;
   }
 
-  /// The position behind the quoted section that opens here, or behind the quote alone when it opens none.
+  /// The position after the quoted section that opens here, or after the quote alone if it opens none.
   [[nodiscard]] std::size_t PastQuote(std::size_t start, bool addressRead) const {
     const std::size_t close = list_.find('"', position_ + 1);
     if (close == kNone) return position_ + 1;
     const std::string_view inside = list_.substr(position_ + 1, close - position_ - 1);
-    // Behind the entry's address ";" ends it, and the quote is a stray one.
+    // After the entry's address ";" ends the entry, and the quote is a stray one.
     if (addressRead && inside.find(';') != kNone) return position_ + 1;
     if (inside.find('<') == kNone) return close + 1;
     // An address between the quotes: a name that was copied with its address, or a stray quote that would
@@ -131,8 +131,8 @@ class ListReader {
     return opensEntry && addressFollows && !HoldsEntryEnd(inside) ? close + 1 : position_ + 1;
   }
 
-  /// True when an entry ends between the quotes, so that they are no pair: a ">" is followed by ";", or an
-  /// address by the next name at once. With a comma the quotes are the application's, and a pair.
+  /// True when an entry ends between the quotes, so that they are not a pair: a ">" is followed by ";", or an
+  /// address directly by the next name. With a comma the quotes are the application's, and a pair.
   static bool HoldsEntryEnd(std::string_view text) {
     const bool comma = text.find(',') != kNone;
     std::size_t open = kNone;
@@ -159,7 +159,7 @@ class ListReader {
       addresses_.push_back({CleanName(list_.substr(nameStart, open - nameStart)), std::move(address)});
     }
     carriedEnd_ = carriedStart_;
-    // Behind ">" the next entry begins, whether or not a ";" says so.
+    // After ">" the next entry begins, with or without a ";".
     position_ = end;
     if (position_ < list_.size() && list_[position_] == '>') ++position_;
     const std::size_t next = list_.find_first_not_of(kSpaceAndLineEnds, position_);
@@ -212,7 +212,7 @@ bool IsQuotedLocalPart(std::string_view local) {
   return true;
 }
 
-/// What stands between the brackets of an address literal: printable ASCII without brackets and blanks.
+/// What may be between the brackets of an address literal: printable ASCII without brackets and blanks.
 bool IsLiteral(std::string_view inside) {
   return std::all_of(inside.begin(), inside.end(), [](char c) {
     return c > ' ' && c < 0x7f && std::string_view("[]<>\\").find(c) == kNone;
@@ -245,7 +245,7 @@ std::string BareAddress(std::string_view text) {
 }
 
 std::optional<WireAddress> ToWire(std::string_view address) {
-  constexpr std::size_t kLongestAddress = 254;  // a path of 256 less its brackets
+  constexpr std::size_t kLongestAddress = 254;  // a path of 256 minus its brackets
   if (address.empty() || address.size() > 4 * kLongestAddress || ValidUtf8(address) != address) return {};
   const std::size_t at = address.rfind('@');
   const std::string_view local = address.substr(0, at);

@@ -28,8 +28,8 @@ struct Extension {
   std::string_view type;
 };
 
-// What a business application attaches. Types that would let a reader reinterpret the bytes (message/rfc822)
-// are left out on purpose: those files travel as plain bytes.
+// What a business application attaches. Types that would let a mail reader reinterpret the bytes
+// (message/rfc822) are left out on purpose: such files are sent as plain bytes.
 constexpr std::array<Extension, 29> kExtensions = {{
     {"7z", "application/x-7z-compressed"},
     {"bmp", "image/bmp"},
@@ -71,7 +71,7 @@ char LowerAscii(char c) {
 std::string LocalPath(std::string_view path) {
   std::string local(path);
   struct stat status {};
-  // A NUL would cut the path short: such a path names nothing.
+  // A NUL would truncate the path: such a path names nothing.
   if (local.find('\0') != std::string::npos || ::lstat(local.c_str(), &status) == 0) return local;
   std::replace(local.begin(), local.end(), '\\', '/');
   return local;
@@ -83,14 +83,14 @@ std::string RequireAttachable(std::string_view path, std::string_view shown) {
   std::string local = LocalPath(path);
   long long size = 0;
   const int file = OpenAttachment(local, shown, size);
-  // Some files open and only fail when they are read, and some file systems do not tell how long a file is.
+  // Some files open and fail only when read, and some file systems do not report how long a file is.
   char first = 0;
   const ssize_t count = ::read(file, &first, 1);
   const int error = errno;
   ::close(file);
   if (count < 0) RaiseAttachmentError(shown, error);
   if (count > size) Raise(kErroreAccessoFile, shown, "non si sa quanto è lungo; allegarne una copia");
-  // The application may change its working directory before the message leaves.
+  // The application may change its working directory before the message is sent.
   std::error_code unresolved;
   const std::filesystem::path absolute = std::filesystem::absolute(local, unresolved);
   return unresolved ? local : absolute.string();
@@ -106,7 +106,7 @@ Attachment Attach(const AttachmentResolver& resolver, std::string_view path) {
 std::string AttachmentName(std::string_view localPath) {
   std::string name = NameSafe(localPath.substr(localPath.find_last_of('/') + 1));
   std::replace(name.begin(), name.end(), '\\', '_');
-  // Readers decode what looks like an encoded word, quoted or not.
+  // Mail readers decode what looks like an encoded word, quoted or not.
   return text::Replace(name, "=?", "=_");
 }
 

@@ -7,7 +7,7 @@
 
 namespace orve::adapters::mime {
 
-/// Encodes bytes that come in pieces of any size.
+/// Encodes bytes that arrive in pieces of any size.
 class Base64Lines {
  public:
   Base64Lines();

@@ -1,4 +1,4 @@
-// One pass over a file that goes with a message.
+// One pass over a file that is attached to a message.
 #pragma once
 
 #include <cstddef>
@@ -6,8 +6,8 @@
 
 namespace orve::adapters::mime {
 
-/// As many bytes come out of the file as it held when it was opened: one that shrinks meanwhile would leave
-/// as a torso, and one that grows would have no end.
+/// Delivers as many bytes as the file held when it was opened: one that shrinks meanwhile would go out
+/// truncated, and one that grows would have no end.
 class FileReader {
  public:
   /// Opens the file; raises the errors of mime/attachment.h, which name it as `shown`; empty: by its path.

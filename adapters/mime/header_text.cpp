@@ -20,7 +20,7 @@ struct GFree {
   void operator()(char* text) const { g_free(text); }
 };
 
-/// `formats`: what stands for a character that turns the text round or shows nothing; none: it stays.
+/// `formats`: what replaces a character that reverses the text or shows nothing; none: it stays.
 std::string OnOneLine(std::string_view text,
                       const std::function<std::optional<std::string>(char32_t)>& formats) {
   return ValidUtf8(text::ReplaceUnseen(text, [&](char32_t code, text::Unseen kind) {
@@ -47,7 +47,7 @@ std::string NameSafe(std::string_view text) {
 }
 
 bool IsAscii(std::string_view text) {
-  unsigned char bits = 0;  // without an end before the last byte, so that many are looked at at a time
+  unsigned char bits = 0;  // no early exit, so that many bytes are examined at a time
   for (const char c : text) bits |= static_cast<unsigned char>(c);
   return bits < 0x80;
 }

@@ -1,4 +1,4 @@
-// Texts on their way into a header line: what may stand there, and what is done about the rest.
+// Texts for header lines: what is allowed there, and what is done about the rest.
 #pragma once
 
 #include <string>
@@ -13,18 +13,18 @@ namespace orve::adapters::mime {
 /// ValidUtf8.
 [[nodiscard]] std::string HeaderSafe(std::string_view text);
 
-/// A name that recipients see, of a person or a file: header-safe, and what would turn it round or hide a
-/// part of it becomes "_".
+/// A name of a person or a file that recipients see: header-safe, and whatever would reverse it or hide part
+/// of it becomes "_".
 [[nodiscard]] std::string NameSafe(std::string_view text);
 
 /// True when every byte is ASCII.
 [[nodiscard]] bool IsAscii(std::string_view text);
 
-/// Raises 5 when `name` is no header name, or names a header that the message writes itself or must never
+/// Raises 5 when `name` is not a header name, or names a header that the message writes itself or must never
 /// show.
 void RequireOwnHeaderName(std::string_view name);
 
-/// A short form of `text` for an error message: header-safe, what would turn it round as escapes, and cut
+/// A short form of `text` for an error message: header-safe, with escapes for what would reverse it, and cut
 /// after some eighty characters.
 [[nodiscard]] std::string ForDisplay(std::string_view text);
 

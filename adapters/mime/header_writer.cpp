@@ -24,7 +24,7 @@ struct FreeEncoded {
   void operator()(char* text) const { g_free(text); }
 };
 
-/// Appends to a header and knows in which column it stands.
+/// Appends to a header and keeps track of the column.
 class HeaderLine {
  public:
   explicit HeaderLine(std::string_view name) : text_(std::string(name) + ':') {}
@@ -41,13 +41,13 @@ class HeaderLine {
   /// Appends to the last word.
   void Append(std::string_view text) { text_ += text; }
 
-  /// Begins a continuation line; the blank that marks it comes with the next word.
+  /// Begins a continuation line; the blank that marks it is added with the next word.
   void StartLine() {
     text_ += "\r\n";
     lineStart_ = text_.size();
   }
 
-  /// Appends `text` as base64 words that end at characters.
+  /// Appends `text` as base64 words that end at character boundaries.
   void AddEncoded(std::string_view text) {
     constexpr std::size_t kWorthwhile = 24;  // characters of base64 that are worth a word of their own
     bool first = true;
@@ -74,7 +74,7 @@ class HeaderLine {
   std::size_t lineStart_ = 0;
 };
 
-/// Runs of blanks and the word behind each, as they stand in the text.
+/// Runs of blanks and the word after each, as they are in the text.
 template <class Action>
 void ForEachWord(std::string_view text, Action action) {
   while (!text.empty()) {
@@ -85,8 +85,8 @@ void ForEachWord(std::string_view text, Action action) {
   }
 }
 
-/// True when the text can stand in a header as it is: ASCII, nothing that a reader would take for an encoded
-/// word, no word (with the blanks before it) too long for a line.
+/// True when the text can go into a header as it is: ASCII, nothing that a mail reader would take for an
+/// encoded word, no word (with the blanks before it) too long for a line.
 bool NeedsNoEncoding(std::string_view text) {
   constexpr std::size_t kLongestWord = 500;
   if (!IsAscii(text) || text.find("=?") != std::string_view::npos) return false;
@@ -171,7 +171,7 @@ std::string TextHeader(std::string_view name, std::string_view text) {
   if (value.empty()) {
     line.Append(" ");
   } else if (NeedsNoEncoding(value)) {
-    // The blanks in front of a word are kept: the fold stands before the last of them.
+    // The blanks before a word are kept: the fold goes before the last of them.
     line.Append(" ");
     ForEachWord(value, [&](std::string_view word) {
       const std::size_t start = word.find_first_not_of(' ');

@@ -27,17 +27,17 @@ struct Header {
   std::string value;
 };
 
-/// A file that goes with the message.
+/// A file attached to the message.
 struct Attachment {
   // Not explicit: most attachments are just a path.
   Attachment(std::string file, std::string shownAs = {}) : path(std::move(file)), name(std::move(shownAs)) {}
 
   std::string path;                       // either separator
-  std::string name;                       // that the recipient sees; empty: the file's own
-  std::shared_ptr<const void> held = {};  // what has to live as long as the path is read
+  std::string name;                       // shown to the recipient; empty: the file's own
+  std::shared_ptr<const void> held = {};  // must live for as long as the path is read
 };
 
-/// Texts are UTF-8. What is not, and control characters in what becomes a header line, is repaired by the
+/// Texts are UTF-8. Anything else, and control characters in what becomes a header line, is repaired by the
 /// writer.
 struct Message {
   Address from;  // address and name empty: whoever submits the message names its sender
@@ -48,7 +48,7 @@ struct Message {
   bool html = false;
   std::vector<Header> headers;
   std::vector<Attachment> attachments;
-  std::string messageId;                                      // without angle brackets; empty: one is made up
+  std::string messageId;  // without angle brackets; empty: one is generated
   std::optional<std::chrono::system_clock::time_point> date;  // none: now
 };
 

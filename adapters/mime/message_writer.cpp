@@ -54,7 +54,7 @@ std::string CanonicalBody(const std::string& body) {
   const std::string text = ValidUtf8(body);
   std::string canonical;
   canonical.reserve(text.size() + text.size() / 32 + 2);
-  std::size_t done = 0;  // what stands before it is copied
+  std::size_t done = 0;  // everything before it has been copied
   std::size_t cr = text.find('\r');
   std::size_t lf = text.find('\n');
   while (std::min(cr, lf) != std::string::npos) {
@@ -75,9 +75,9 @@ bool IsEscaped(char c) {
   return (byte < ' ' && c != '\t' && c != '\r' && c != '\n') || byte >= 0x7f;
 }
 
-/// Plain where lines and characters allow it, base64 where quoted-printable would grow beyond it.
+/// Plain where lines and characters allow it, base64 where quoted-printable would be longer.
 BodyEncoding EncodingOf(std::string_view canonical) {
-  // That there is none, as in most bodies, shows sooner than how many there are.
+  // Finding that there are none, as in most bodies, is quicker than counting them.
   bool any = false;
   for (const char c : canonical) any |= IsEscaped(c);
   const std::size_t escaped =
@@ -124,7 +124,7 @@ std::string BodyPart(const Message& message) {
   return part;
 }
 
-/// In the time of the place where the program runs, which may change meanwhile.
+/// In the program's local time, whose zone may change meanwhile.
 std::string DateHeader(std::chrono::system_clock::time_point instant) {
   const std::time_t time = std::chrono::system_clock::to_time_t(instant);
   ::tzset();
@@ -161,7 +161,7 @@ std::string HeaderBlock(const Message& message) {
   return block + "MIME-Version: 1.0\r\n";
 }
 
-/// The header lines of a part or of several, and the empty line behind them.
+/// The header lines of one part or several, and the empty line after them.
 std::string HeaderLines(GMimeObject* object) {
   const std::unique_ptr<GMimeFormatOptions, FormatFree> format(g_mime_format_options_new());
   g_mime_format_options_set_newline_format(format.get(), GMIME_NEWLINE_FORMAT_DOS);

@@ -8,7 +8,7 @@ namespace orve::adapters::odbc {
 
 namespace {
 
-constexpr std::int32_t kTipoSconosciuto = 8;  // a new command's, until it is told
+constexpr std::int32_t kTipoSconosciuto = 8;  // of a new command, until it is set
 
 }  // namespace
 

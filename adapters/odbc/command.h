@@ -15,7 +15,7 @@ class Comando final : public host::Command {
 
   void CommandType(std::int32_t tipo) override;
   void CommandText(const std::string& testo) override;
-  /// Raises 3001 for anything but an integer going out.
+  /// Raises 3001 for anything but an output integer.
   [[nodiscard]] std::shared_ptr<host::Parameter> CreateParameter(const std::string& nome, std::int32_t tipo,
                                                                  std::int32_t direzione,
                                                                  std::int32_t lunghezza) override;

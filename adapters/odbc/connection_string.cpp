@@ -8,7 +8,7 @@ namespace orve::adapters::odbc {
 
 namespace {
 
-// One keyword=value at a time. In a value that begins with a brace ";" is a sign like any other, until the
+// One keyword=value at a time. In a value that begins with a brace, ";" is an ordinary character until the
 // closing brace; two closing braces are one.
 class Lettore {
  public:
@@ -68,7 +68,7 @@ std::vector<std::string> Segreti(std::string_view stringaConnessione) {
     if (lettore.chiave != pwd && lettore.chiave != password) continue;
     aggiungi(lettore.grezzo);
     aggiungi(lettore.valore);
-    aggiungi(text::Replace(lettore.valore, "}", "}}"));  // as it stands between the braces
+    aggiungi(text::Replace(lettore.valore, "}", "}}"));  // as it is between the braces
   }
   std::sort(segreti.begin(), segreti.end(),
             [](const std::string& a, const std::string& b) { return a.size() > b.size(); });

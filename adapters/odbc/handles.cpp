@@ -21,7 +21,7 @@ struct Voce {
   std::string testo;
 };
 
-// One record of the diagnosis, counted from 1; false behind the last.
+// One record of the diagnosis, counted from 1; false past the last.
 bool LeggiVoce(SQLSMALLINT tipo, SQLHANDLE grezzo, SQLSMALLINT posto, Voce& voce) {
   std::array<SQLWCHAR, 6> stato{};
   std::array<SQLWCHAR, 2048> testo{};

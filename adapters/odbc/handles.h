@@ -11,7 +11,7 @@
 namespace orve::adapters::odbc {
 
 inline constexpr const char* kSorgente = "ODBC";
-/// The number of an error for which the driver has none of its own.
+/// The number of an error for which the driver gives none.
 inline constexpr std::int32_t kErroreSenzaNumero = -2147467259;
 
 class Handle {
@@ -29,7 +29,7 @@ class Handle {
   [[nodiscard]] SQLHANDLE Grezzo() const { return grezzo_; }
   [[nodiscard]] SQLSMALLINT Tipo() const { return tipo_; }
 
-  /// Raises the driver's error, as Diagnosi gives it, unless the call went well.
+  /// Raises the driver's error, as Diagnosi gives it, unless the call succeeded.
   void Verifica(SQLRETURN esito) const;
 
  private:
@@ -37,8 +37,8 @@ class Handle {
   SQLHANDLE grezzo_ = nullptr;
 };
 
-/// The driver's word on the last call that failed: its native number, or kErroreSenzaNumero, and its texts,
-/// the SQLSTATE behind the first.
+/// What the driver says about the last call that failed: its native number, or kErroreSenzaNumero, and its
+/// texts, the first followed by the SQLSTATE.
 [[nodiscard]] host::Errore Diagnosi(SQLSMALLINT tipo, SQLHANDLE grezzo);
 
 }  // namespace orve::adapters::odbc

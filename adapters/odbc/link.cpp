@@ -21,21 +21,21 @@ using std::chrono::seconds;
 constexpr seconds kAttesaMinima{1};
 constexpr seconds kAttesaMassima{86400};
 constexpr seconds kMargine{1};
-// How long a driver may take to give up what it was told to.
+// How long a driver may take to cancel what it was told to cancel.
 constexpr seconds kAttesaAnnullo{5};
 
 seconds Limitata(seconds attesa) {
   return std::clamp(attesa, kAttesaMinima, kAttesaMassima);
 }
 
-// A driver that keeps to its limit may need as long again to take leave of the server.
+// A driver that keeps to its limit may need as long again to disconnect from the server.
 seconds Pazienza(seconds attesa) {
   return 2 * attesa + kMargine;
 }
 
 SQLPOINTER Secondi(seconds attesa) {
   const auto secondi = static_cast<SQLULEN>(attesa.count());
-  // ODBC takes a number in the place of a pointer.
+  // ODBC takes a number in place of a pointer.
   return reinterpret_cast<SQLPOINTER>(secondi);  // NOLINT(performance-no-int-to-ptr)
 }
 
@@ -43,7 +43,7 @@ SQLWCHAR* Unita(std::u16string& testo) {
   return reinterpret_cast<SQLWCHAR*>(testo.data());
 }
 
-// The length in the type of the call that takes the text; a negative one would mean something else.
+// The length in the type that the call expects; a negative one would mean something else.
 template <class T>
 T Lunghezza(const std::u16string& testo, const char* che) {
   if (testo.size() > static_cast<std::size_t>(std::numeric_limits<T>::max())) {
@@ -52,7 +52,7 @@ T Lunghezza(const std::u16string& testo, const char* che) {
   return static_cast<T>(testo.size());
 }
 
-// A driver may repeat the connection string in its complaint.
+// A driver may repeat the connection string in its error text.
 host::Errore SenzaPassword(const host::Errore& errore, const std::string& stringa) {
   std::string descrizione = errore.Descrizione();
   for (const std::string& segreto : Segreti(stringa))
@@ -119,7 +119,7 @@ class Collegamento::Accesso {
 
 struct Collegamento::Esecuzione {
   std::shared_ptr<Accesso> accesso;
-  Handle istruzione;  // goes before the login
+  Handle istruzione;  // released before the login
 };
 
 Collegamento::Collegamento(const std::string& stringaConnessione, const OpzioniOdbc& opzioni)
@@ -152,7 +152,7 @@ std::shared_ptr<Collegamento::Esecuzione> Collegamento::NuovaEsecuzione() const 
   return std::make_shared<Esecuzione>(Esecuzione{accesso_, accesso_->NuovaIstruzione(tempoMassimo_)});
 }
 
-// What the work gives for a new statement.
+// The result of the work on a new statement.
 template <class Lavoro>
 auto Collegamento::InTempo(Lavoro lavoro) const {
   const auto esecuzione = NuovaEsecuzione();
@@ -210,7 +210,7 @@ std::vector<host::Variant> Collegamento::Chiama(std::string_view procedura, std:
     }
     istruzione.Verifica(
         SQLExecDirectW(istruzione.Grezzo(), Unita(chiamata), static_cast<SQLINTEGER>(chiamata.size())));
-    (void)LeggiRisultati(istruzione);  // the parameters are filled behind the last result
+    (void)LeggiRisultati(istruzione);  // the parameters are filled in after the last result
     std::vector<host::Variant> valori(parametri, host::Null{});
     for (std::size_t i = 0; i < parametri; ++i) {
       if (uscite[i].presente != SQL_NULL_DATA) valori[i] = std::int32_t{uscite[i].valore};

@@ -1,9 +1,9 @@
 // The open connection to a data source, shared by the connection object and the commands made from it, which
 // outlive a close as errors.
 //
-// The driver is told how long login and statements may take. Not every driver keeps to it, above all with a
-// server that has fallen silent, so that each call runs on a thread of its own: a statement that is long
-// overdue is cancelled, and what does not come back even then is left behind together with its connection.
+// The driver is told how long login and statements may take. Not every driver keeps to it, especially with a
+// server that has gone silent, so each call runs on a thread of its own: a statement that is long overdue is
+// cancelled, and what does not come back even then is left behind together with its connection.
 #pragma once
 
 #include <chrono>
@@ -19,14 +19,14 @@ namespace orve::adapters::odbc {
 
 class Collegamento {
  public:
-  /// Raises the driver's error, in which the connection string's password does not stand, and 3001 for a
-  /// string that no driver could take.
+  /// Raises the driver's error, without the connection string's password, and 3001 for a string that no
+  /// driver could take.
   Collegamento(const std::string& stringaConnessione, const OpzioniOdbc& opzioni);
 
-  /// Runs a text as it stands. Raises 3001 for an empty one and one with a NUL in it, 3704 when closed.
+  /// Runs a text as it is. Raises 3001 for an empty one and one with a NUL in it, 3704 when closed.
   [[nodiscard]] rows::Righe Esegui(const std::string& testo) const;
-  /// Runs a procedure whose parameters are integers going out, and gives what they became. Raises 3001 for
-  /// what is no name of a procedure.
+  /// Runs a procedure whose parameters are output integers, and returns their values. Raises 3001 for what is
+  /// not the name of a procedure.
   [[nodiscard]] std::vector<host::Variant> Chiama(std::string_view procedura, std::size_t parametri) const;
 
   void Chiudi() noexcept { accesso_.reset(); }

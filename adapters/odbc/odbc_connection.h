@@ -1,11 +1,11 @@
 // The application's database on a server: host::Connection over ODBC.
 //
-// Statements go to the driver as they stand, in UTF-16. The login decides what they may do: the library joins
-// values into its statements as they are, so that it should have no more rights than it needs.
+// Statements go to the driver as they are, in UTF-16. The login decides what they may do: the library joins
+// values into its statements as they are, so it should have no more rights than it needs.
 //
-// Errors of the driver carry its native number, and its text with the SQLSTATE behind it; those of the
-// objects the numbers of rows/record_set.h. The source is "ODBC" for both. A connection that was lost is an
-// error of the statement that finds it so, and of every later one.
+// Errors of the driver carry its native number, and its text followed by the SQLSTATE; those of the objects
+// carry the numbers of rows/record_set.h. The source is "ODBC" for both. A lost connection is an error of the
+// statement that discovers it, and of every later one.
 #pragma once
 
 #include <memory>
@@ -20,12 +20,12 @@ class Collegamento;
 
 class OdbcConnection final : public host::Connection {
  public:
-  /// Connects by a connection string ("Driver=FreeTDS;Server=...;..." or "DSN=..."), without asking anybody.
-  /// Raises Errore, in which no password stands.
+  /// Connects by a connection string ("Driver=FreeTDS;Server=...;..." or "DSN=..."), without prompting.
+  /// Raises Errore, which never contains the password.
   [[nodiscard]] static std::shared_ptr<OdbcConnection> Apri(const std::string& stringaConnessione,
                                                             const OpzioniOdbc& opzioni = {});
 
-  /// The first result with columns, held in memory whole; it does not need the connection any more. Option 1
+  /// The first result with columns, held in memory as a whole; it no longer needs the connection. Option 1
   /// and -1 run a text, 4 the procedure of that name with no arguments; any other raises 3001.
   [[nodiscard]] std::shared_ptr<host::RecordSet> Execute(const std::string& statement,
                                                          std::int32_t opzione) override;

@@ -6,12 +6,12 @@
 namespace orve::adapters::odbc {
 
 struct OpzioniOdbc {
-  /// How long the login may take. The driver is told so; one that does not keep to it is left behind after
-  /// twice that time and a second. From one second to a day.
+  /// How long the login may take. The driver is told so; one that does not keep to it is abandoned after
+  /// twice that time plus a second. From one second to a day.
   std::chrono::seconds attesaAccesso{15};
-  /// How long a statement may run, its result included. The driver is told so; if it does not keep to it, the
-  /// statement is cancelled after twice that time and a second, and five seconds later left behind together
-  /// with the connection, which is of no use any more. From one second to a day.
+  /// How long a statement may run, including reading its result. The driver is told so; if it does not keep
+  /// to it, the statement is cancelled after twice that time plus a second, and five seconds later abandoned
+  /// together with the connection, which is then of no further use. From one second to a day.
   std::chrono::seconds tempoMassimo{30};
 };
 

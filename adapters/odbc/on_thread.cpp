@@ -13,8 +13,8 @@ namespace orve::adapters::odbc {
 
 namespace {
 
-// A thread inherits what its maker holds back: the application's handlers stay on the application's threads,
-// and a write to a connection that is gone is an error and no end of the program.
+// A thread inherits the signals that its creator blocks: the application's handlers run on the application's
+// threads only, and a write to a dead connection is an error, not the end of the program.
 class SegnaliTrattenuti {
  public:
   SegnaliTrattenuti() {
@@ -35,7 +35,7 @@ class SegnaliTrattenuti {
 
 // Driver managers and drivers compare keywords and read numbers by the locale, which the application, its
 // windows or a driver may have set for the whole process: a Turkish one finds no "Driver" in a connection
-// string, since its small i is no small I. The thread has one of its own.
+// string, since i is not its lower-case I. The thread has a locale of its own.
 void UsaIlLocaleComune() {
   static const locale_t comune = [] {
     const locale_t utf8 = ::newlocale(LC_ALL_MASK, "C.UTF-8", nullptr);

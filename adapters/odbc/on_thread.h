@@ -1,4 +1,5 @@
-// Calls that must not hold their caller up for ever, whatever a driver makes of the limits that it was given.
+// Calls that must not hold up their caller for ever, whatever a driver does with the limits that it was
+// given.
 #pragma once
 
 #include <functional>
@@ -8,12 +9,12 @@
 
 namespace orve::adapters::odbc {
 
-/// Runs the work on a thread of its own, for which nobody waits, which no signal reaches and on which the
-/// process's locale does not count. Raises 7 when the system has no thread to give.
+/// Runs the work on a thread of its own, which nobody waits for, no signal reaches and the process's locale
+/// does not affect. Raises 7 when the system has no thread to give.
 void SuUnThread(std::function<void()> lavoro);
 
-/// The same for work that gives something, or raises. What it holds is let go before its result is there, so
-/// that whoever takes the result has it to himself.
+/// The same for work that returns something, or raises. What it holds is released before its result is
+/// available, so that the receiver is the result's only owner.
 template <class Lavoro>
 [[nodiscard]] auto Avviato(Lavoro lavoro) -> std::future<decltype(lavoro())> {
   auto promessa = std::make_shared<std::promise<decltype(lavoro())>>();

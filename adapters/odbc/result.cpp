@@ -50,13 +50,13 @@ bool Testo(const Handle& istruzione, SQLUSMALLINT posto, std::string& valore) {
   std::u16string largo;
   std::array<char16_t, 4096> pezzo{};
   for (;;) {
-    SQLLEN restanti = 0;  // bytes, this piece's included
+    SQLLEN restanti = 0;  // bytes, including this piece
     const SQLRETURN esito = SQLGetData(istruzione.Grezzo(), posto, SQL_C_WCHAR, pezzo.data(),
                                        static_cast<SQLLEN>(sizeof pezzo), &restanti);
     if (esito == SQL_NO_DATA) break;
     istruzione.Verifica(esito);
     if (restanti == SQL_NULL_DATA) return false;
-    // Full to the NUL at its end, and more to come; the driver need not know how much.
+    // Full up to the NUL at its end, with more to come; the driver need not know how much.
     const bool piena = esito == SQL_SUCCESS_WITH_INFO &&
                        (restanti == SQL_NO_TOTAL || restanti >= static_cast<SQLLEN>(sizeof pezzo));
     if (piena) {
@@ -64,7 +64,7 @@ bool Testo(const Handle& istruzione, SQLUSMALLINT posto, std::string& valore) {
       continue;
     }
     const auto detta = static_cast<std::size_t>(std::max<SQLLEN>(restanti, 0)) / 2;
-    // A length that is unknown, or beyond the piece, is not the piece's own.
+    // A length that is unknown, or greater than the piece, is not that of the piece.
     const bool vale = restanti != SQL_NO_TOTAL && detta < pezzo.size();
     const auto nul = std::find(pezzo.begin(), std::prev(pezzo.end()), u'\0') - pezzo.begin();
     largo.append(pezzo.data(), vale ? detta : static_cast<std::size_t>(nul));

@@ -5,8 +5,8 @@
 
 namespace orve::adapters::odbc {
 
-/// The rows of the first result that has columns; none when there is no such result. All results are gone
-/// through to the end, since an error may come behind the first. Raises the driver's error.
+/// The rows of the first result that has columns; none when there is no such result. All results are read to
+/// the end, since an error may follow the first. Raises the driver's error.
 [[nodiscard]] rows::Righe LeggiRisultati(const Handle& istruzione);
 
 }  // namespace orve::adapters::odbc

@@ -49,7 +49,7 @@ std::string Stretto(std::u16string_view testo) {
         DiSistema().out(stato, letto, fine, prossimo, tratto.data(), tratto.data() + tratto.size(), scritto);
     stretto.append(reinterpret_cast<const char*>(tratto.data()),
                    static_cast<std::size_t>(scritto - tratto.data()));
-    // Whatever the library calls it: where nothing more can be read stands half a pair.
+    // Whatever the library calls it: where nothing more can be read there is half a pair.
     if (prossimo == letto || esito == std::codecvt_base::error) {
       stretto += kSostituto;
       ++prossimo;

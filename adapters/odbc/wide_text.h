@@ -1,4 +1,4 @@
-// Text as ODBC's wide entry points take and give it, UTF-16 in units of two bytes.
+// Text as ODBC's wide entry points take and return it, UTF-16 in units of two bytes.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace orve::adapters::odbc {
 
-/// UTF-8 to UTF-16. Raises 3001 for bytes that are no UTF-8: a statement must not arrive as another one.
+/// UTF-8 to UTF-16. Raises 3001 for bytes that are not UTF-8: a statement must not arrive as a different one.
 [[nodiscard]] std::u16string Largo(std::string_view testo);
 
 /// UTF-16 to UTF-8; half a surrogate pair becomes U+FFFD.

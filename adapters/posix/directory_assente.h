@@ -1,5 +1,5 @@
-// The directory of a machine that has none. Every question ends in an error, which its askers take as "nobody
-// found"; that is the honest answer until a directory is at hand.
+// The directory of a machine that has none. Every query ends in an error, which its callers take as "nobody
+// found"; that is the honest answer as long as there is no directory.
 #pragma once
 
 #include <memory>

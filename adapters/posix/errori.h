@@ -18,11 +18,11 @@ enum NumeroErroreFile : std::int32_t {
   kPercorsoNonTrovato = 76,
 };
 
-/// The error with its standard Italian description, followed by the path that it is about.
+/// The error with its standard Italian description, followed by the path it concerns.
 [[nodiscard]] host::Errore ErroreFile(NumeroErroreFile numero, std::string_view percorso);
 
-/// The error for an errno. ENOENT counts as "path not found"; a caller that knows the folder to be there
-/// raises 53 by itself.
+/// The error for an errno. ENOENT counts as "path not found"; a caller that knows the folder exists raises 53
+/// itself.
 [[nodiscard]] host::Errore ErroreDiSistema(int codice, std::string_view percorso);
 
 }  // namespace orve::adapters::posix

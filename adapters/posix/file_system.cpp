@@ -23,7 +23,7 @@ class TextStream : public host::TextStream {
   TextStream& operator=(const TextStream&) = delete;
   TextStream(TextStream&&) = delete;
   TextStream& operator=(TextStream&&) = delete;
-  // Whoever wants to know whether the last bytes arrived calls Close; a destructor has nobody to tell.
+  // Callers that need to know whether the last bytes arrived call Close; a destructor has nobody to tell.
   ~TextStream() override {
     if (descrittore_ >= 0) ::close(descrittore_);
   }
@@ -35,7 +35,7 @@ class TextStream : public host::TextStream {
 
   void Close() override {
     if (descrittore_ < 0) return;
-    // The descriptor is gone whatever close answers.
+    // The descriptor is gone whatever close returns.
     if (::close(std::exchange(descrittore_, -1)) != 0 && errno != EINTR) throw ErroreDiSistema(errno, file_);
   }
 
@@ -53,7 +53,7 @@ class TextStream : public host::TextStream {
   std::string file_;
 };
 
-// What stat says of the path; nothing for a path that is not there or cannot be looked at.
+// What stat says about the path; nothing for a path that does not exist or cannot be examined.
 bool Esamina(const std::string& percorso, struct stat& stato) {
   try {
     return ::stat(PercorsoUnix(percorso).c_str(), &stato) == 0;
@@ -92,8 +92,8 @@ std::shared_ptr<host::TextStream> FileSystem::OpenTextFile(const std::string& fi
                                                            bool crea, std::int32_t formato) {
   if (modo != kAccoda || formato != kSingoloByte) throw host::Errore(host::kArgomentoNonValido);
   const std::string nativo = PercorsoUnix(file);
-  constexpr mode_t kPermessi = 0666;  // less what the process masks out
-  // Without O_NONBLOCK the opening of a pipe would wait for its reader.
+  constexpr mode_t kPermessi = 0666;  // minus the process's umask
+  // Without O_NONBLOCK, opening a pipe would wait for its reader.
   const int modalita = O_WRONLY | O_APPEND | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | (crea ? O_CREAT : 0);
   const int descrittore = ::open(nativo.c_str(), modalita, kPermessi);
   if (descrittore < 0) throw ErroreApertura(errno, nativo, file);

@@ -26,8 +26,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// File systems of other machines that linux/magic.h does not name everywhere. FUSE carries those of the
-// desktop (phones, remote folders); a local disk behind it is copied for nothing, which does no harm.
+// Remote file systems that not every linux/magic.h names. FUSE carries those of the desktop (phones, remote
+// folders); a file on a local disk behind it is copied needlessly, which does no harm.
 constexpr unsigned long kCifs = 0xFF534D42UL;
 constexpr unsigned long kSmb2 = 0xFE534D42UL;
 constexpr unsigned long kCeph = 0x00C36400UL;
@@ -45,7 +45,7 @@ bool FileSystemRemoto(const std::string& nativo) {
   return std::find(kRemoti.begin(), kRemoti.end(), tipo) != kRemoti.end();
 }
 
-// The kernel's mark on the disk, or on the disk that a partition belongs to.
+// The kernel's flag on the disk, or on the disk that a partition belongs to.
 bool DiscoEstraibile(const std::string& nativo) {
   struct stat stato {};
   if (::stat(nativo.c_str(), &stato) != 0) return false;
@@ -78,7 +78,7 @@ class Descrittore {
     if (numero_ >= 0) ::close(numero_);
   }
 
-  /// The bytes of a plain file.
+  /// The size of a regular file.
   [[nodiscard]] std::size_t Dimensione(const std::string& nativo) const {
     struct stat stato {};
     if (::fstat(numero_, &stato) != 0) throw ErroreDiSistema(errno, nativo);
@@ -110,7 +110,7 @@ class Descrittore {
   int numero_;
 };
 
-// As many bytes as the file held when it was opened: one that shrinks meanwhile would arrive as a torso, and
+// As many bytes as the file held when it was opened: one that shrinks meanwhile would arrive truncated, and
 // one that grows would have no end.
 void CopiaContenuto(const std::string& da, const std::string& in) {
   constexpr std::size_t kPezzo = 65536;
@@ -142,7 +142,7 @@ bool CopieVecchie(const fs::path& cartella) {
   return !codice && fs::file_time_type::clock::now() - ultima > kVitaDelleCopie;
 }
 
-// What cannot be removed is left to the next time.
+// What cannot be removed is left for next time.
 void RimuoviCopieVecchie(const fs::path& genitore) {
   std::error_code ignorato;
   for (auto voce = fs::directory_iterator(genitore, ignorato); voce != fs::directory_iterator();
@@ -160,7 +160,7 @@ bool SuSupportoEsterno(const std::string& nativo) {
 
 std::string CartellaCopie::PostoPer(const std::string& nome) {
   if (!NomeSemplice(nome)) throw ErroreFile(kNomeFileNonValido, nome);
-  // Whatever clears temporary folders may have taken it.
+  // Something that cleans up temporary folders may have removed it.
   if (std::error_code ignorato; !fs::is_directory(radice_, ignorato)) {
     std::error_code codice;
     const fs::path genitore = genitore_.empty() ? fs::temp_directory_path(codice) : fs::path(genitore_);
@@ -174,7 +174,7 @@ std::string CartellaCopie::PostoPer(const std::string& nome) {
   return PercorsoLibreria(cartella + "/" + nome);
 }
 
-// What cannot be removed is left to the next folder's making.
+// What cannot be removed is left until the next folder is created.
 void CartellaCopie::Rimuovi() noexcept {
   if (radice_.empty()) return;
   std::error_code ignorato;
@@ -224,8 +224,7 @@ void OggettoFile::Apri(const std::string& nome, const std::string& cartella, std
 
 void OggettoFile::ApriPercorso(const std::string& cartella, const std::string& nome,
                                const std::string& /*testo*/, std::int32_t opzioni) {
-  // The text in front of the last `\` of a path in the root is empty, and the folder is the root all the
-  // same.
+  // In a path in the root the text before the last `\` is empty, yet the folder is the root.
   percorso_ = cartella + "\\" + nome;
   static_cast<void>(opzioni);
 }

@@ -1,8 +1,8 @@
 // The host's file objects on the files of Unix.
 //
-// A file that does not outlive the choice is copied before it is attached: one on a medium that the person
-// can take out, and one on another machine, which may be gone when the message leaves. The path of the copy
-// is handed on as a text, to whoever sends in the end: another service object, another program. So the copies
+// A file that may not outlive the choice is copied before it is attached: one on a medium that the person can
+// remove, or one on another machine, which may be gone when the message is sent. The path of the copy is
+// passed on as text to whatever sends in the end: another service object, another program. So the copies
 // stay, in a private folder, and are removed when they are old.
 #pragma once
 
@@ -17,21 +17,22 @@
 namespace orve::adapters::posix {
 
 /// Whether the file system that holds the file is a removable medium or another machine's. False for a path
-/// that cannot be looked at.
+/// that cannot be examined.
 [[nodiscard]] bool SuSupportoEsterno(const std::string& nativo);
 
 /// How long copies are kept, since the last one of their folder was made.
 inline constexpr std::chrono::hours kVitaDelleCopie{7 * 24};
 
-/// A folder of one's own for copies, made at the first one and again when it has gone. It outlives the
-/// object; at the making of a folder those of the same user that are older than kVitaDelleCopie are removed.
+/// A private folder for copies, created for the first one and again if it has disappeared. It outlives the
+/// object; whenever a folder is created, those of the same user that are older than kVitaDelleCopie are
+/// removed.
 class CartellaCopie {
  public:
-  /// `genitore`: where the folder is made; empty for the system's temporary folder.
+  /// `genitore`: where the folder is created; empty for the system's temporary folder.
   explicit CartellaCopie(std::string genitore = {}) : genitore_(std::move(genitore)) {}
 
-  /// A path for a file of this name, alone in a folder, in the system's form. Raises 52 for a text that is no
-  /// plain file name, and the error of the file system when the folder cannot be made.
+  /// A path for a file of this name, alone in a folder, in the system's form. Raises 52 for text that is not
+  /// a plain file name, and the error of the file system when the folder cannot be created.
   [[nodiscard]] std::string PostoPer(const std::string& nome);
 
   /// Removes the folder with its copies, for an owner who knows that nobody needs them any more.
@@ -45,7 +46,7 @@ class CartellaCopie {
 
 class OggettoFile : public host::OggettoFile {
  public:
-  /// Answers for a path of Unix whether its file is to be copied first.
+  /// Says, for a Unix path, whether its file is to be copied first.
   using VaCopiato = std::function<bool(const std::string& nativo)>;
 
   explicit OggettoFile(std::shared_ptr<CartellaCopie> copie, VaCopiato vaCopiato = SuSupportoEsterno)
@@ -53,11 +54,11 @@ class OggettoFile : public host::OggettoFile {
 
   /// The members raise 91 while the object is bound to no file.
   [[nodiscard]] std::string Nome() override;
-  /// True for a file, no folder, that this program may read.
+  /// True for a file, not a folder, that this program may read.
   [[nodiscard]] bool Esiste() override;
   void Chiudi() override {}
-  /// Copies a plain file as long as it is when it is opened. Raises 57 for one that shrinks meanwhile, 70 for
-  /// what is no file. A copy that fails half way leaves no file behind.
+  /// Copies a regular file at the length it has when it is opened. Raises 57 for one that shrinks meanwhile,
+  /// 70 for what is not a file. A copy that fails halfway leaves no file behind.
   void CopiaIn(const std::shared_ptr<host::OggettoFile>& altro, std::int32_t opzioni) override;
   void Crea(std::int32_t tipo, const std::string& nome, const std::string& testo,
             std::int32_t opzioni) override;

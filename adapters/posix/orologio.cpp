@@ -8,7 +8,7 @@ namespace orve::adapters::posix {
 host::DataOra Orologio::Adesso() {
   const std::time_t secondi = std::time(nullptr);
   std::tm locale{};
-  ::tzset();  // localtime_r alone need not notice a change of the time zone
+  ::tzset();  // localtime_r alone need not notice a change of time zone
   if (::localtime_r(&secondi, &locale) == nullptr) return {};
   // A leap second counts as the second before it, so that the minute never reads 60.
   return host::DataOra::Da(locale.tm_year + 1900, locale.tm_mon + 1, locale.tm_mday, locale.tm_hour,

@@ -11,7 +11,7 @@ class Orologio : public host::Orologio {
  public:
   /// Whole seconds.
   [[nodiscard]] host::DataOra Adesso() override;
-  /// "dd/mm/yyyy", whatever the locale of the process: file names and payloads hang on this form.
+  /// "dd/mm/yyyy", whatever the locale of the process: file names and payloads depend on this form.
   [[nodiscard]] std::string TestoData(host::DataOra istante) override;
   /// "hh:mm:ss", likewise.
   [[nodiscard]] std::string TestoOra(host::DataOra istante) override;

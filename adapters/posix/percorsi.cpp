@@ -39,8 +39,7 @@ std::string PercorsoLibreriaAssoluto(std::string_view percorso) {
   const auto assoluto = std::filesystem::absolute(std::filesystem::path(percorso), codice);
   if (codice) throw ErroreDiSistema(codice.value(), percorso);  // the current folder is gone
   std::string libreria = PercorsoLibreria(assoluto.lexically_normal().native());
-  // Nothing stands in front of the name of a file in the root, and by itself it would be one of the current
-  // folder.
+  // Nothing comes before the name of a file in the root, and by itself it would be one in the current folder.
   const bool nellaRadice = libreria.size() > 1 && libreria.rfind('\\') == 0;
   return nellaRadice ? "\\." + libreria : libreria;
 }

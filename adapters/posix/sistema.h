@@ -13,15 +13,15 @@ namespace orve::adapters::posix {
 /// single-byte boundary, and with blanks for control characters, so that one line stays one line.
 [[nodiscard]] std::string RigaDiDebug(const std::string& riga);
 
-/// The system log: facility "user", level "debug", under the name that the program has there. A program that
-/// wants another name or destination calls openlog itself: the connection belongs to the whole process.
+/// The system log: facility "user", level "debug", under the program's own name. A program that wants another
+/// name or destination calls openlog itself: the connection belongs to the whole process.
 class DebugOutput : public host::DebugOutput {
  public:
   void Scrivi(const std::string& riga) noexcept override;
 };
 
-/// Nowhere. The library writes two lines for each of its objects, which nobody's system log should take
-/// unasked.
+/// Discards everything. The library writes two lines for each of its objects, which no system log should
+/// receive unasked.
 class DebugOutputMuto : public host::DebugOutput {
  public:
   void Scrivi(const std::string& /*riga*/) noexcept override {}
@@ -38,17 +38,17 @@ class Environment : public host::Environment {
   [[nodiscard]] std::string Leggi(const std::string& nome) override;
 };
 
-/// The account name in the name that a machine in a domain has for a network user: "AZIENDA\\arossi" and
+/// The account name within the name that a machine in a domain gives a network user: "AZIENDA\\arossi" and
 /// "arossi@azienda.example" are "arossi".
 [[nodiscard]] std::string NomeSenzaDominio(const std::string& nome);
 
-/// Puts a user's name, without its domain, into the buffer as a NUL-ended text; gives what
-/// Rete::WNetGetUserA gives. The buffer's length counts letters, and the buffer grows when they need more
-/// bytes.
+/// Puts a user's name, without its domain, into the buffer as a NUL-ended text; returns what
+/// Rete::WNetGetUserA returns. The buffer's length is a count of characters, and the buffer grows when they
+/// need more bytes.
 [[nodiscard]] std::int32_t NomeNelBuffer(const std::string& nome, std::string& buffer);
 
-/// The name of the user on whose behalf the process runs, from the system's user database; that is where a
-/// machine in a domain has its network users. Without the domain.
+/// The name of the user on whose behalf the process runs, from the system's user database, which on a machine
+/// in a domain includes the network users. Without the domain.
 class Rete : public host::Rete {
  public:
   static constexpr std::int32_t kBufferTroppoCorto = 234;

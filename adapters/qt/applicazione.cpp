@@ -23,7 +23,7 @@ namespace {
 constexpr const char* kSenzaSchermo =
     "non c'è uno schermo (DISPLAY e WAYLAND_DISPLAY mancano o non rispondono).";
 
-// What Qt says by itself, in the menus of its boxes and in the choice of a file, in Italian too.
+// Puts Qt's own texts, in the menus of its boxes and in the file chooser, into Italian too.
 void ParlaItaliano(QApplication& applicazione) {
   auto traduttore = std::make_unique<QTranslator>(&applicazione);
   const bool trovato =
@@ -33,7 +33,7 @@ void ParlaItaliano(QApplication& applicazione) {
 }
 
 // False when the display does not answer. Qt ends the program when no platform of its list starts; with one
-// at the end that always does, it is for us to say what is wrong.
+// at the end that always starts, we get to say what is wrong.
 bool CreaApplicazione() {
   static int argc = 1;
   static std::string nome = "orve";

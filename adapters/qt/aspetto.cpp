@@ -39,7 +39,7 @@ QString SenzaMnemonico(std::string_view didascalia) {
   return testo.remove(QLatin1Char('&'));
 }
 
-// What a control needs beside its caption.
+// The room that a control needs in addition to its caption.
 int Contorno(const host::LayoutControllo& controllo) {
   constexpr int kSpunta = 20;
   if (controllo.tipo == host::TipoControllo::kCheckBox) return kSpunta;
@@ -98,7 +98,7 @@ void Etichetta::resizeEvent(QResizeEvent* evento) {
 
 Pulsante::Pulsante(const QString& testo, bool conMenu, QWidget* padre)
     : QPushButton(testo, padre), conMenu_(conMenu) {
-  // Return in a text box is no order to send.
+  // Return in a text box is not an order to send.
   setAutoDefault(false);
   setDefault(false);
   setAttribute(Qt::WA_Hover);
@@ -145,7 +145,7 @@ void Pulsante::paintEvent(QPaintEvent* /*evento*/) {
   pittore.fillPath(triangolo, Mescola(scritta, fondo, 0.35));
 }
 
-// A program that switches the button off because it is about to be busy has no time to draw it later.
+// A program that disables the button because it is about to be busy has no time to draw it later.
 void Pulsante::changeEvent(QEvent* evento) {
   QPushButton::changeEvent(evento);
   if (evento->type() == QEvent::EnabledChange && principale_ && !isEnabled() && isVisible()) repaint();

@@ -1,5 +1,5 @@
 // How the windows look: the font that fits the layout, section frames and flat buttons. All colours come from
-// the palette, so that a dark desktop gets dark windows.
+// the palette, so a dark desktop gets dark windows.
 #pragma once
 
 #include <QFont>
@@ -24,7 +24,7 @@ class Riquadro : public QGroupBox {
   void paintEvent(QPaintEvent* evento) override;
 };
 
-/// A caption that stands in the middle of the line beside it, however high its own rectangle.
+/// A caption centred on the line beside it, whatever the height of its own rectangle.
 class Etichetta : public QLabel {
  public:
   using QLabel::QLabel;
@@ -33,7 +33,7 @@ class Etichetta : public QLabel {
   void resizeEvent(QResizeEvent* evento) override;
 };
 
-/// A flat button; with a menu behind it, it carries a small triangle in its corner.
+/// A flat button; one with a menu has a small triangle in its corner.
 class Pulsante : public QPushButton {
  public:
   Pulsante(const QString& testo, bool conMenu, QWidget* padre);
@@ -42,7 +42,7 @@ class Pulsante : public QPushButton {
   void Principale(bool principale) { principale_ = principale; }
   [[nodiscard]] bool Principale() const { return principale_; }
 
-  /// Brings the menu up, when the person asks for it by the keyboard in the way of a menu.
+  /// Opens the menu when the person asks for it with the keys that open menus.
   std::function<void()> MostraMenu;
 
  protected:

@@ -3,7 +3,7 @@
 
 namespace orve::adapters::qt {
 
-/// While it lives the pointer tells the person to wait. The window under it does not answer in that time.
+/// While it lives, the pointer tells the person to wait. The window under it does not respond meanwhile.
 class PuntatoreInAttesa {
  public:
   PuntatoreInAttesa();
@@ -14,8 +14,8 @@ class PuntatoreInAttesa {
   ~PuntatoreInAttesa();
 };
 
-/// While it lives the person is asked something, and the pointer is the usual one although the program that
-/// asks is busy.
+/// While it lives, the person is being asked something, and the pointer is the usual one although the program
+/// is busy.
 class PuntatoreLibero {
  public:
   PuntatoreLibero();

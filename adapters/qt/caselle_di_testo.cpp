@@ -25,7 +25,7 @@ struct Differenza {
   qsizetype fineDopo;
 };
 
-// `cursore` is where an insertion has just ended: of "aa" typed into "aaa" it says which two are new.
+// `cursore` is where an insertion has just ended: when "aa" is typed into "aaa", it says which two are new.
 Differenza Confronta(const QString& prima, const QString& dopo, qsizetype cursore) {
   const qsizetype dietro = std::min(dopo.size() - cursore, prima.size());
   qsizetype coda = 0;
@@ -39,7 +39,7 @@ Differenza Confronta(const QString& prima, const QString& dopo, qsizetype cursor
   return {testa, prima.size() - coda, dopo.size() - coda};
 }
 
-// Not of the links of a browser, which are text too.
+// Not a browser's links, which are text too.
 bool DiFile(const QMimeData* dati) {
   const QList<QUrl> indirizzi = dati->urls();
   return std::any_of(indirizzi.begin(), indirizzi.end(), [](const QUrl& url) { return url.isLocalFile(); });
@@ -53,7 +53,7 @@ QString ConCrLf(QString testo) {
 
 CasellaRiga::CasellaRiga(std::int32_t maxchar, QWidget* padre) : QLineEdit(padre), maxchar_(maxchar) {
   setMaxLength(std::numeric_limits<int>::max());  // the program's texts have no limit
-  constexpr int kMargine = 2;                     // to stand as the text of lists and bodies does
+  constexpr int kMargine = 2;                     // to line up with the text of lists and bodies
   setTextMargins(kMargine, 0, kMargine, 0);
   connect(this, &QLineEdit::textEdited, this, [this](const QString& nuovo) { Limita(nuovo); });
 }
@@ -77,8 +77,8 @@ void CasellaRiga::dragEnterEvent(QDragEnterEvent* evento) {
   QLineEdit::dragEnterEvent(evento);
 }
 
-// Called once a change of the person's stands, wherever it came from: keys, an input method, the clipboard, a
-// drop, undo.
+// Called after any change by the person, wherever it came from: keys, an input method, the clipboard, a drop,
+// undo.
 void CasellaRiga::Limita(const QString& nuovo) {
   if (corregge_) return;
   const auto [inizio, finePrima, fineDopo] = Confronta(prima_, nuovo, cursorPosition());
@@ -94,7 +94,7 @@ void CasellaRiga::Limita(const QString& nuovo) {
   Rifai(voluto, nulla ? finePrima : inizio + accettato.size());
 }
 
-// The step is taken back and done again, so that undoing never meets the text that was refused.
+// The step is undone and done again, so that undo never brings up the text that was refused.
 void CasellaRiga::Rifai(const QString& voluto, qsizetype cursore) {
   corregge_ = true;
   undo();
@@ -134,7 +134,7 @@ void CasellaTesto::Scrive(const std::string& testo) {
 
 void CasellaTesto::Aggiunge(const QString& seguito) {
   moveCursor(QTextCursor::End);
-  // A block of its own: otherwise it would be one step with what was typed before it.
+  // A block of its own: otherwise it would form one step with what was typed before it.
   QTextCursor cursore = textCursor();
   cursore.beginEditBlock();
   cursore.insertText(seguito);
@@ -160,8 +160,8 @@ void CasellaTesto::keyPressEvent(QKeyEvent* evento) {
                      (evento->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) == Qt::NoModifier;
   const QString scritto = evento->text();
   // An emoji starts with half a character, and joiners and direction marks are characters too: none of them
-  // prints by itself.
-  // Ctrl makes a command of a letter; together with Alt it is the third level of the keyboard.
+  // is printable by itself. Ctrl makes a command of a letter; together with Alt it is the third level of the
+  // keyboard.
   const bool comando = (evento->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) == Qt::ControlModifier;
   const bool carattere = !comando && !scritto.isEmpty() && scritto[0].category() != QChar::Other_Control;
   if ((aCapo && Accettato(QStringLiteral("\n")).isEmpty()) ||

@@ -17,7 +17,7 @@ class CasellaRiga : public QLineEdit {
   [[nodiscard]] std::string Legge() const;
 
  protected:
-  /// Files dropped here are for the window.
+  /// Files dropped here go to the window.
   void dragEnterEvent(QDragEnterEvent* evento) override;
 
  private:
@@ -30,7 +30,7 @@ class CasellaRiga : public QLineEdit {
   bool corregge_ = false;
 };
 
-/// A box of one line that holds a path: with `/` for the person, who may type `\` too, and with `\` for the
+/// A box of one line that holds a path: with `/` for the person, who may also type `\`, and with `\` for the
 /// program.
 class CasellaPercorso : public CasellaRiga {
  public:
@@ -42,8 +42,8 @@ class CasellaPercorso : public CasellaRiga {
   std::string scritto_;
 };
 
-/// A box of several lines of plain text. What the program adds to it under the person's eyes is a step that
-/// can be undone, and leaves caret and view behind it; another text takes the place of the old one for good.
+/// A box of several lines of plain text. Text that the program adds while the person watches is a step that
+/// can be undone, and leaves caret and view after it; a different text replaces the old one for good.
 class CasellaTesto : public QPlainTextEdit {
  public:
   CasellaTesto(std::int32_t maxchar, QWidget* padre);
@@ -54,12 +54,12 @@ class CasellaTesto : public QPlainTextEdit {
   void keyPressEvent(QKeyEvent* evento) override;
   void inputMethodEvent(QInputMethodEvent* evento) override;
   void insertFromMimeData(const QMimeData* dati) override;
-  /// No files: dropped here they are for the window.
+  /// No files: when dropped here they go to the window.
   [[nodiscard]] bool canInsertFromMimeData(const QMimeData* dati) const override;
 
  private:
   void Aggiunge(const QString& seguito);
-  /// What of the text fits in the place of the selection.
+  /// The part of the text that fits in place of the selection.
   [[nodiscard]] QString Accettato(const QString& testo) const;
 
   std::int32_t maxchar_;

@@ -19,7 +19,7 @@ namespace {
 QWidget* CreaEtichetta(const host::LayoutControllo& layout, QWidget* padre) {
   QString testo = Testo(layout.didascalia);
   const auto lato = layout.disegno.kvlalignment == 1 ? Qt::AlignRight : Qt::AlignLeft;
-  // Blanks at the end would hold the caption off the edge that its neighbours stand at.
+  // Trailing blanks would keep the caption away from the edge that its neighbours touch.
   while (lato == Qt::AlignRight && testo.endsWith(QLatin1Char(' '))) testo.chop(1);
   auto* etichetta = new Etichetta(testo, padre);
   etichetta->setTextFormat(Qt::PlainText);
@@ -48,7 +48,7 @@ PulsanteMenu::PulsanteMenu(std::shared_ptr<QWidget> finestra, const host::Layout
         MostraMenu();
         return;
       }
-      // What confirms a window may keep the program busy for as long as a server takes.
+      // The button that confirms a window may keep the program busy for as long as a server takes.
       std::optional<PuntatoreInAttesa> attesa;
       if (static_cast<Pulsante*>(widget)->Principale()) attesa.emplace();
       host::Solleva(ButtonClick);
@@ -75,7 +75,7 @@ void PulsanteMenu::MostraMenu() {
     auto* azione = menu->addAction(Testo(voce.didascalia));
     azione->setObjectName(Testo(voce.chiave));
     azione->setEnabled(voce.attiva);
-    // Queued: the menu is gone before the choice shows a window of its own.
+    // Queued, so that the menu is gone before the choice shows a window of its own.
     QObject::connect(
         azione, &QAction::triggered, &ascolto,
         [this, chiave = voce.chiave] {
@@ -119,13 +119,13 @@ class Combo::Lista : public QComboBox {
     if (apreDaSola && daTastiera) showPopup();
   }
   // The window opens with the keyboard in this box: turning the wheel over it would change the sender unseen.
-  // The list that is open takes the wheel by itself.
+  // The open list handles the wheel itself.
   void wheelEvent(QWheelEvent* evento) override { evento->ignore(); }
 };
 
 Combo::Combo(std::shared_ptr<QWidget> finestra, const host::LayoutControllo& layout, QWidget* padre)
     : Controllo(std::move(finestra), layout, new Lista(padre)), lista_(static_cast<Lista*>(widget)) {
-  // Emitted also when the person confirms the entry that stands.
+  // Also emitted when the person confirms the current entry.
   QObject::connect(lista_, &QComboBox::activated, &ascolto, [this](int posizione) {
     const auto scelta = static_cast<std::int16_t>(posizione);
     if (scelta == voci_.Selezionata()) return;
@@ -148,7 +148,7 @@ void Combo::AutoOpen(bool apre) {
 void Combo::AddItemData(const std::string& testo, std::int16_t dati) {
   voci_.Aggiungi(testo, dati);
   lista_->addItem(Testo(testo));
-  lista_->setCurrentIndex(voci_.Selezionata());  // the list by itself selects its first entry
+  lista_->setCurrentIndex(voci_.Selezionata());  // left alone, the list selects its first entry
 }
 
 void Combo::Text(const host::Variant& valore) {

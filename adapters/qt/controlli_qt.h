@@ -1,5 +1,6 @@
-// The controls of a window over the widgets of Qt. A person's action comes in by a signal of the widget and
-// goes on as the control's event; what the program writes raises the event by itself, never by the signal.
+// The controls of a window over the widgets of Qt. A person's action arrives as a signal of the widget and is
+// passed on as the control's event; what the program writes raises the event directly, never through the
+// signal.
 #pragma once
 
 #include <QCheckBox>

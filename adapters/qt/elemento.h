@@ -1,5 +1,5 @@
-// What every control has, whatever its kind: its place in twips, its marks, its widget. The widgets belong to
-// the window; a control holds on to the window, so that its widget is there for as long as it is asked.
+// What every control has, whatever its kind: its place in twips, its flags, its widget. The widgets belong to
+// the window; a control holds on to the window, so its widget exists for as long as it is used.
 #pragma once
 
 #include <QFont>
@@ -45,9 +45,9 @@ class Elemento {
   host::Rettangolo rettangolo;
   bool vista;
   bool attivo = true;
-  QWidget* widget;    // absent for a control that is not seen
+  QWidget* widget;    // absent for an invisible control
   float altezzaRiga;  // as the table or the program has it
-  QObject ascolto;    // the listeners of the widget's signals go with the control
+  QObject ascolto;    // the listeners to the widget's signals end with the control
 
  protected:
   [[nodiscard]] QWidget* Finestra() const { return finestra_.get(); }

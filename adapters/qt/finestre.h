@@ -1,9 +1,9 @@
-// The windows of the library on Qt 6 Widgets: what an Ambiente hands out for its windows, ready to be passed
-// on.
+// The windows of the library on Qt 6 Widgets: the window objects that an Ambiente hands out, ready to be
+// passed on.
 //
 // Every window belongs to one thread, the one that made the first of them. A program that has a QApplication
 // keeps it; in any other program the first object asked for here makes one, which lives to the end of the
-// program. Qt's own headers stay behind this one.
+// program. Qt's own headers are not exposed here.
 #pragma once
 
 #include <cstdint>
@@ -22,18 +22,18 @@
 namespace orve::adapters::qt {
 
 /// Makes sure that windows can be opened. Raises 429, with the reason, where there is no display, in a
-/// program whose event loop is not Qt Widgets', and outside the thread of the first window.
+/// program whose event loop is not that of Qt Widgets, and outside the thread of the first window.
 void AssicuraApplicazione();
 
 struct OpzioniFinestre {
-  /// Stands behind the caption in the title of a window, and by itself over a message without a title.
+  /// Follows the caption in the title of a window, and is by itself the title of a message without one.
   std::string programma = {};
-  /// Where copies of attachments are made; empty for the system's temporary folder.
+  /// Where attachments are copied to; empty for the system's temporary folder.
   std::string cartellaCopie = {};
-  /// Whether a file, by its path of Unix, is copied before it is attached; by default one on a removable
-  /// medium or on another machine.
+  /// Whether the file at a Unix path is copied before it is attached; by default one on a removable medium or
+  /// on another machine.
   std::function<bool(const std::string&)> vaCopiato = {};
-  /// Makes the file objects, for a program that decides itself what is copied and where.
+  /// Creates the file objects, for a program that decides for itself what is copied and where.
   std::function<std::shared_ptr<host::OggettoFile>()> creaFile = {};
   /// Called each time a window is about to be shown.
   std::function<void()> mostra = {};

@@ -23,7 +23,7 @@ namespace orve::adapters::qt {
 
 namespace {
 
-// The button whose steps a dropped file goes through.
+// The button whose procedure a dropped file goes through.
 constexpr const char* kPulsanteAllega = "KVL_ALLEGA";
 
 QStringList FileDi(const QMimeData* dati) {
@@ -63,7 +63,7 @@ void Finestra::keyPressEvent(QKeyEvent* evento) {
 void Finestra::changeEvent(QEvent* evento) {
   QDialog::changeEvent(evento);
   if (evento->type() != QEvent::ActivationChange || !isActiveWindow()) return;
-  // Queued: what the activation sets off may show a window, which this event is not over for.
+  // Queued: what the activation sets off may show a window, and this event must be over first.
   QMetaObject::invokeMethod(
       this,
       [this] {
@@ -149,7 +149,7 @@ void FormQt::Costruisci(const host::LayoutForm& layout) {
     }
     controlli_.emplace(text::FoldCase(riga.nome), std::move(controllo));
   }
-  // A caption may be wider than the gap in front of the box beside it.
+  // A caption may be wider than the gap before the box beside it.
   for (auto* elemento : elementi_) {
     if (dynamic_cast<host::KVL_LABEL*>(elemento) != nullptr) elemento->widget->lower();
   }
@@ -203,7 +203,7 @@ void FormQt::Height(float twip) {
   AdattaFinestra();
 }
 
-// No smaller than the program has it, unless the screen is.
+// No smaller than the program's size, unless the screen is.
 void FormQt::AdattaFinestra() {
   const QSize misura(std::max(1, Pixel(width_)), std::max(1, Pixel(height_)));
   const QSize schermo = finestra_->screen()->availableSize();
@@ -213,8 +213,8 @@ void FormQt::AdattaFinestra() {
 
 void FormQt::Show(std::int16_t modo, const std::shared_ptr<host::Form>& proprietario) {
   if (!std::exchange(caricata_, true)) host::Solleva(Load);
-  // Raised here and not by the window's first activation: the person finds a window that is ready, also where
-  // the desktop does not make a new window the active one.
+  // Raised here and not by the window's first activation: the person finds a window that is ready, even where
+  // the desktop does not activate a new window.
   if (aperta_ && !finestra_->isVisible()) {
     primaAttivazione_ = true;
     host::Solleva(Activate);
@@ -222,7 +222,7 @@ void FormQt::Show(std::int16_t modo, const std::shared_ptr<host::Form>& propriet
   if (!aperta_) return;
   if (mostra_) mostra_();
   if (auto* padre = FinestraDi(proprietario.get())) {
-    static_cast<void>(finestra_->winId());  // makes the window to tie to its owner
+    static_cast<void>(finestra_->winId());  // creates the window to tie to its owner
     finestra_->windowHandle()->setTransientParent(padre->windowHandle());
   }
   contenuto_ = forms::ContenutoDi(controlli_);
@@ -249,8 +249,8 @@ void FormQt::Abbandona() {
   finestra_->reject();
 }
 
-// One file at a time goes through the steps of the button, which asks for a file and finds this one. While a
-// window in front waits for its answer nobody could press the button.
+// One file at a time goes through the button's procedure, which asks for a file and finds this one. While a
+// window in front waits for its answer, nobody could press the button either.
 void FormQt::Allega(const QStringList& file) {
   const auto trovato = controlli_.find(text::FoldCase(kPulsanteAllega));
   if (trovato == controlli_.end()) return;

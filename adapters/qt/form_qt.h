@@ -1,8 +1,8 @@
 // A window built from its layout table.
 //
 // The program's sizes are twips and exact; the widgets follow in whole pixels. Until the resizing control has
-// started nothing follows the window's size; afterwards every size that the person gives the window is
-// measured against the proportions of that moment, so that no rounding adds up.
+// started, nothing follows the window's size; afterwards every size that the person gives the window is
+// measured against the proportions at that start, so rounding errors do not add up.
 #pragma once
 
 #include <QDialog>
@@ -44,7 +44,7 @@ class Finestra : public QDialog {
 
 class FormQt : public host::Form {
  public:
-  /// `mostra` is called before each showing; empty for nobody.
+  /// `mostra` is called each time before the window is shown; may be empty.
   FormQt(const host::LayoutForm& layout, std::shared_ptr<FileLasciati> lasciati,
          std::function<void()> mostra);
   FormQt(const FormQt&) = delete;
@@ -84,7 +84,7 @@ class FormQt : public host::Form {
   float height_;
   bool aperta_ = true;
   bool caricata_ = false;
-  bool primaAttivazione_ = false;    // Show has raised it before the window was there
+  bool primaAttivazione_ = false;    // Show has raised it before the window appeared
   std::vector<Elemento*> elementi_;  // in the order of the table
   std::shared_ptr<Proporzioni> proporzioni_;
   std::map<std::string, std::shared_ptr<host::Controllo>> controlli_;  // by folded name

@@ -21,7 +21,7 @@ Griglia::Griglia(std::shared_ptr<QWidget> finestra, const host::LayoutControllo&
   tabella_->setTabKeyNavigation(false);
   tabella_->setShowGrid(false);
   tabella_->setWordWrap(false);
-  tabella_->setTextElideMode(Qt::ElideMiddle);  // the end of a file's name says what it is
+  tabella_->setTextElideMode(Qt::ElideMiddle);  // the end of a file's name says what kind it is
   tabella_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   tabella_->verticalHeader()->hide();
   tabella_->verticalHeader()->setMinimumSectionSize(1);
@@ -34,7 +34,7 @@ Griglia::Griglia(std::shared_ptr<QWidget> finestra, const host::LayoutControllo&
   testata->setSectionsClickable(false);
   QObject::connect(tabella_, &QTableWidget::currentCellChanged, &ascolto,
                    [this](int riga) { Azione(widget, [&] { Sceglie(riga); }); });
-  // A click with Ctrl takes the mark from the row, which stays the current one all the same.
+  // A click with Ctrl deselects the row, which remains the current one all the same.
   QObject::connect(tabella_, &QTableWidget::itemSelectionChanged, &ascolto, [this] {
     const int riga = tabella_->currentRow();
     if (!muove_ && riga >= 0 && tabella_->selectedItems().isEmpty()) tabella_->selectRow(riga);
@@ -101,14 +101,15 @@ void Griglia::Copia() {
       const QString valore =
           TestoVisibile(righe[static_cast<std::size_t>(riga)][static_cast<std::size_t>(i)]);
       auto* cella = new QTableWidgetItem(valore);
-      // In a tag of its own, so that Qt takes it for markup whatever the text, and shows the text as it is.
+      // In a tag of its own, so that Qt treats it as markup whatever the text is, and shows the text as it
+      // is.
       cella->setToolTip(QStringLiteral("<span>%1</span>").arg(valore.toHtmlEscaped()));
       tabella_->setItem(riga, i, cella);
     }
   }
 }
 
-// The selected row becomes that of the record set.
+// The selected row becomes the record set's current one.
 void Griglia::Segue() {
   if (muove_) return;
   muove_ = true;

@@ -1,4 +1,4 @@
-// The grid: the rows of a record set as they stood when it was bound, one of them selected.
+// The grid: the rows of a record set as they were when it was bound, one of them selected.
 #pragma once
 
 #include <QTableWidget>
@@ -22,7 +22,7 @@ class Griglia : public Controllo<forms::GrigliaMostrata> {
   ~Griglia() override;
 
   void Configurazione(const std::shared_ptr<host::ConfigurazioneGriglia>& configurazione) override;
-  /// Columns share the width of the grid and never scroll sideways, so that all of them stay in place.
+  /// Columns share the width of the grid and never scroll sideways, so all of them stay in place.
   void ColonneFisse(std::int32_t /*numero*/) override {}
   void AggiungiColonna(const std::string& campo, const std::string& didascalia, std::int32_t numero,
                        float larghezza, bool visibile) override;

@@ -18,7 +18,7 @@ namespace {
 constexpr std::int32_t kRispostaOk = 1;
 constexpr std::int32_t kPulsanti = 15;  // the bits of a style that choose the buttons
 constexpr std::int32_t kSiNo = 4;
-constexpr std::int32_t kFigura = 0x70;        // and those that choose the picture
+constexpr std::int32_t kFigura = 0x70;        // and those that choose the icon
 constexpr std::int32_t kPredefinito = 0x300;  // and the button that Return presses
 constexpr qsizetype kTestoIntero = 2000;
 
@@ -60,10 +60,10 @@ std::int32_t MostraCasella(const std::string& testo, std::int32_t stile, const s
   const PuntatoreLibero puntatore;
   QMessageBox casella(padre != nullptr ? padre : QApplication::activeWindow());
   casella.setObjectName(QStringLiteral("MostraMsg"));
-  casella.setTextFormat(Qt::PlainText);  // what a server or a file name says is no markup
+  casella.setTextFormat(Qt::PlainText);  // what a server or a file name says is not markup
   casella.setWindowTitle(TestoVisibile(titolo));
   casella.setIcon(Figura(stile));
-  // A box higher than the screen would hide its own buttons.
+  // A box taller than the screen would hide its own buttons.
   const QString intero = TestoVisibile(testo);
   if (intero.size() > kTestoIntero) {
     casella.setText(intero.left(kTestoIntero) + QStringLiteral("…"));

@@ -1,4 +1,4 @@
-// Messages to the person: every box that a window or the library shows comes by here.
+// Messages to the person: every box that a window or the library shows passes through here.
 #pragma once
 
 #include <cstdint>
@@ -12,12 +12,12 @@ class QWidget;
 
 namespace orve::adapters::qt {
 
-/// Shows a message and returns the answer: 1 OK, 6 yes, 7 no, also by closing a question. Without a parent
-/// the active window is it.
+/// Shows a message and returns the answer: 1 OK, 6 yes, 7 no (also when a question is closed). Without a
+/// parent, the active window is the parent.
 std::int32_t MostraCasella(const std::string& testo, std::int32_t stile, const std::string& titolo,
                            QWidget* padre);
 
-/// Runs what a person's action sets off. No exception may reach Qt: an error is told to the person, and the
+/// Runs what a person's action sets off. No exception may reach Qt: an error is shown to the person, and the
 /// window stays open.
 void Azione(QWidget* padre, const std::function<void()>& azione);
 

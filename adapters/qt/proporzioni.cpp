@@ -21,7 +21,7 @@ void FormQt::Proporzioni::Avvia() {
 }
 
 void FormQt::Proporzioni::RegistraControllo(const std::string& nome, std::int16_t modo) {
-  static_cast<void>(form_.Controlli(nome));  // raises an error for a name that no control has
+  static_cast<void>(form_.Controlli(nome));  // raises an error for an unknown control name
   misure_.Registra(nome, modo);
 }
 

@@ -14,7 +14,7 @@ class FormQt::Proporzioni : public Controllo<host::KVL_RESIZEFORM> {
   void Avvia() override;
   void RegistraControllo(const std::string& nome, std::int16_t modo) override;
 
-  /// Brings the controls in proportion to the window as it is now. Nothing before Avvia.
+  /// Brings the controls into proportion with the window as it is now. Does nothing before Avvia.
   void Segui();
 
  private:

@@ -15,7 +15,7 @@ namespace orve::adapters::qt {
 
 namespace {
 
-// Where the person chose last; the next choice starts there.
+// Where the person last chose a file; the next choice starts there.
 QString& UltimaCartella() {
   static QString cartella = QDir::homePath();
   return cartella;

@@ -1,4 +1,4 @@
-// The choice of a file: every window for it comes by here.
+// The choice of a file: every window for it passes through here.
 #pragma once
 
 #include <QStringList>
@@ -9,7 +9,7 @@
 
 namespace orve::adapters::qt {
 
-/// Files that the person has dropped on a window, each waiting to be the answer of the next choice.
+/// Files that the person has dropped on a window, each waiting to be the answer to the next choice.
 using FileLasciati = QStringList;
 
 using CreatoreFile = std::function<std::shared_ptr<host::OggettoFile>()>;

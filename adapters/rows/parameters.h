@@ -13,7 +13,7 @@
 
 namespace orve::adapters::rows {
 
-/// A 32-bit integer that a procedure gives back; Null until it has run.
+/// A 32-bit integer that a procedure returns; Null until it has run.
 class Parametro final : public host::Parameter {
  public:
   explicit Parametro(std::string nome) : nome_(std::move(nome)) {}
@@ -32,12 +32,12 @@ class Parametri {
  public:
   explicit Parametri(std::string sorgente) : sorgente_(std::move(sorgente)) {}
 
-  /// A parameter that belongs to no command yet. Raises 3001 for anything but an integer going out.
+  /// A parameter that does not yet belong to a command. Raises 3001 for anything but an output integer.
   [[nodiscard]] std::shared_ptr<Parametro> Crea(const std::string& nome, std::int32_t tipo,
                                                 std::int32_t direzione) const;
   /// Raises 91 for an absent parameter, 3001 for another adapter's.
   void Aggiungi(const std::shared_ptr<host::Parameter>& parametro);
-  /// By name without case; raises 3265.
+  /// By name, ignoring case; raises 3265.
   [[nodiscard]] std::shared_ptr<Parametro> Trova(std::string_view nome) const;
   [[nodiscard]] const std::vector<std::shared_ptr<Parametro>>& Tutti() const { return parametri_; }
 

@@ -1,4 +1,4 @@
-// The result of a statement, held in memory: it moves both ways, and lives on when its connection is gone.
+// The result of a statement, held in memory: it moves both ways, and outlives its connection.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@
 
 namespace orve::adapters::rows {
 
-/// The numbers with which the application's database objects refuse a call, beside the engine's own.
+/// The numbers with which the application's database objects refuse a call, in addition to the engine's own.
 enum NumeroOggetto : std::int32_t {
   kArgomentiErrati = 3001,      // an argument of the wrong type or out of range, or a text that cannot be run
   kNessunaRiga = 3021,          // a row is needed where there is none
@@ -20,7 +20,7 @@ enum NumeroOggetto : std::int32_t {
   kConnessioneNonValida = 3709  // the command's connection is closed
 };
 
-/// Rows of equal width, one behind the other.
+/// Rows of equal width, one after the other.
 struct Righe {
   std::vector<std::string> colonne;
   std::vector<host::Variant> valori;
@@ -28,9 +28,9 @@ struct Righe {
   [[nodiscard]] std::size_t Numero() const { return colonne.empty() ? 0 : valori.size() / colonne.size(); }
 };
 
-/// Columns are found without case; of two with the same name the first counts. The fields follow the record
-/// set from row to row. A closed record set answers State and refuses everything else with 3704. Its errors
-/// name `sorgente`, the database the rows came from.
+/// Columns are found ignoring case; of two with the same name, the first is taken. The fields follow the
+/// record set from row to row. A closed record set answers State and refuses everything else with 3704. Its
+/// errors name `sorgente`, the database that the rows came from.
 class RecordSetDiRighe final : public host::RecordSet {
  public:
   RecordSetDiRighe(Righe righe, std::string sorgente);

@@ -1,4 +1,4 @@
-// Numbers of a database as the library's value type holds them.
+// Numbers from a database as the library's value type holds them.
 #pragma once
 
 #include <cstdint>

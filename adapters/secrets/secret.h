@@ -1,4 +1,4 @@
-// A text that must not stay in memory longer than it is used.
+// Text that must not stay in memory longer than it is used.
 #pragma once
 
 #include <cstddef>
@@ -8,11 +8,12 @@
 
 namespace orve::adapters::secrets {
 
-/// Bytes that are wiped when the object goes or takes another value. Moving leaves an empty one behind.
+/// Bytes that are wiped when the object is destroyed or takes another value. Moving leaves an empty one
+/// behind.
 class Secret {
  public:
   Secret() = default;
-  // Implicit, so that a text can be given where a secret is wanted; the way back is asked for by name.
+  // Implicit, so that text can be passed where a secret is expected; the way back is explicit.
   Secret(std::string_view text) : bytes_(text.begin(), text.end()) {}  // NOLINT(google-explicit-constructor)
   Secret(const std::string& text) : Secret(std::string_view(text)) {}  // NOLINT(google-explicit-constructor)
   Secret(const char* text) : Secret(std::string_view(text)) {}         // NOLINT(google-explicit-constructor)

@@ -11,7 +11,7 @@ namespace orve::adapters::secrets {
 namespace {
 
 constexpr std::size_t kShortest = 4;
-constexpr std::size_t kLongest = 8;  // bytes of a run's key
+constexpr std::size_t kLongest = 8;  // bytes in a run's key
 constexpr std::size_t kShortestDigest = 32;
 constexpr int kCodes = 3;  // one inside the other
 
@@ -47,7 +47,7 @@ std::string LettersAndDigits(std::string_view text) {
   return rest;
 }
 
-// A form of a secret, wiped when it goes.
+// A form of a secret, wiped when it is destroyed.
 struct Form {
   explicit Form(std::string form) : text(std::move(form)) {}
   Form(const Form&) = delete;
@@ -95,7 +95,7 @@ constexpr Values kBase64 = [] {
   Set(values, kCapitals, 0);
   Set(values, kSmall, 26);
   Set(values, "0123456789+/", 52);
-  Set(values, "-_", 62);  // those of addresses in the web
+  Set(values, "-_", 62);  // those of web addresses
   return values;
 }();
 
@@ -119,7 +119,7 @@ std::optional<unsigned> Digit(char c, unsigned base) {
   return value;
 }
 
-/// The values of the digits in `text`, without what stands between them.
+/// The values of the digits in `text`, without what is between them.
 std::string Digits(std::string_view text, const Values& values) {
   std::string digits(text.size(), '\0');
   std::size_t count = 0;
@@ -148,8 +148,8 @@ std::string Bytes(std::string_view digits, unsigned bits, std::size_t first) {
   return bytes;
 }
 
-/// A number of up to `longest` digits at the front of `text`, which is shortened; none without a digit or
-/// beyond a byte.
+/// A number of up to `longest` digits at the front of `text`, which is shortened; none when there is no
+/// digit, or the number does not fit a byte.
 std::optional<char> Number(std::string_view& text, unsigned base, std::size_t longest) {
   unsigned value = 0;
   std::size_t count = 0;
@@ -175,7 +175,7 @@ std::optional<char> FullWidth(std::string_view& text) {
   return static_cast<char>(value);
 }
 
-/// One escape at the front of `text`, which is shortened by what belonged to it.
+/// One escape at the front of `text`, from which it is removed.
 std::optional<char> Escape(std::string_view& text) {
   struct Kind {
     std::string_view beginning;
@@ -226,7 +226,7 @@ std::string Numbers(std::string_view text, unsigned base) {
   return bytes;
 }
 
-/// Two digits of each byte; the 0 of 0x is none.
+/// Two digits for each byte; the 0 of 0x is not one.
 std::string HexadecimalDigits(std::string_view text) {
   std::string rest(text);
   for (std::size_t x = 1; (x = rest.find_first_of("xX", x)) != std::string::npos; ++x) {
@@ -235,9 +235,9 @@ std::string HexadecimalDigits(std::string_view text) {
   return Digits(rest, kBase16);
 }
 
-/// What `text` becomes when it is taken for each of the codes. What stands between the digits of a code is
-/// left out, so that it may be spread over words and lines; a code that does not begin with the text has the
-/// alignment of one of its readings.
+/// What `text` becomes when it is read as each of the codes. Whatever is between the digits of a code is left
+/// out, so the code may be spread over words and lines; a code that does not begin with the text has the
+/// alignment of one of the readings.
 std::vector<std::string> Readings(std::string_view text, bool outermost) {
   std::vector<std::string> readings;
   const auto add = [&](std::string reading) {
@@ -246,7 +246,7 @@ std::vector<std::string> Readings(std::string_view text, bool outermost) {
   const auto aligned = [&](const std::string& digits, unsigned bits, std::size_t alignments) {
     for (std::size_t first = 0; first < alignments; ++first) add(Bytes(digits, bits, first));
   };
-  std::string joined(text);  // a line may end within a number
+  std::string joined(text);  // a line may break within a number
   std::erase_if(joined, [](char c) { return c == '\r' || c == '\n'; });
   std::string unescaped = Unescaped(joined);
   if (unescaped != joined) add(std::move(unescaped));
@@ -256,7 +256,7 @@ std::vector<std::string> Readings(std::string_view text, bool outermost) {
   }
   aligned(Digits(text, kBase64), 6, 4);
   aligned(HexadecimalDigits(text), 4, 2);
-  // Many alignments, and seldom inside another code.
+  // Many alignments, and rarely inside another code.
   if (!outermost) return readings;
   aligned(Digits(text, kBase32), 5, 8);
   aligned(Digits(text, kBase2), 1, 8);
@@ -335,7 +335,7 @@ void SecretFinder::Add(std::string_view secret) {
 
 void SecretFinder::AddCredentials(std::string_view encoded) {
   while (!encoded.empty() && encoded.back() == '=') encoded.remove_suffix(1);
-  if (encoded.size() < 2) return;  // nothing, or the star that gives up
+  if (encoded.size() < 2) return;  // nothing, or the star that cancels
   Add(encoded);
   const Form answer(Bytes(Digits(encoded, kBase64), 6, 0));
   const std::string_view text = answer.text;

@@ -43,8 +43,8 @@ struct ListCleanup {
 using List = std::unique_ptr<curl_slist, ListCleanup>;
 
 // libcurl keeps the password in several places and frees them as they are; with these it wipes what it frees.
-// Memory from before belongs to the same allocator, should somebody else in the process have started libcurl
-// already.
+// Memory allocated earlier belongs to the same allocator, should somebody else in the process have started
+// libcurl already.
 void WipeAndFree(void* memory) {
   if (memory != nullptr) ::explicit_bzero(memory, ::malloc_usable_size(memory));
   std::free(memory);
@@ -86,7 +86,7 @@ std::string LoginOptions(const std::vector<AuthMechanism>& mechanisms) {
   return options;
 }
 
-/// The host as it stands in a URL; none when nothing of that name can be looked up.
+/// The host as written in a URL; none when no such name can be looked up.
 std::optional<std::string> UrlHost(std::string_view host) {
   const std::optional<std::string> ascii = mime::AsciiDomain(text::Trim(host));
   if (!ascii || !IsAddressLiteralOrName(*ascii)) return {};
@@ -99,7 +99,7 @@ int MillisecondsUntil(Clock::time_point deadline) {
   return static_cast<int>(std::clamp<long long>(left, 0, 3'600'000));
 }
 
-/// A connection that stands already, for libcurl to take instead of making one.
+/// An existing connection, for libcurl to use instead of making one.
 class StandingConnection {
  public:
   StandingConnection() = default;
@@ -142,7 +142,7 @@ struct Channel::Impl {
   StandingConnection standing;
   Stage stage = Stage::kLookUp;
   std::vector<std::string> extensions;  // keywords of the last EHLO reply, in capitals
-  std::string early;                    // what the server said while it was our turn
+  std::string early;                    // what the server said out of turn
 
   template <class Value>
   void Set(CURLoption option, Value value) {
@@ -160,14 +160,14 @@ struct Channel::Impl {
     // The host process keeps its signal handlers. libcurl raises no SIGPIPE by itself either: it writes with
     // MSG_NOSIGNAL, below TLS too.
     Set(CURLOPT_NOSIGNAL, 1L);
-    Set(CURLOPT_QUICK_EXIT, 1L);  // or a dead name server holds the time-out up
+    Set(CURLOPT_QUICK_EXIT, 1L);  // or a dead name server holds up the time-out
     Set(CURLOPT_MAXCONNECTS, 1L);
-    Set(CURLOPT_PROXY, "");  // the environment's proxies are meant for browsing
+    Set(CURLOPT_PROXY, "");  // the proxies in the environment are meant for browsing
     Set(CURLOPT_CONNECTTIMEOUT_MS, options.connectTimeout);
     const auto replySeconds = std::chrono::ceil<std::chrono::seconds>(options.replyTimeout).count();
     Set(CURLOPT_SERVER_RESPONSE_TIMEOUT, std::max(1L, static_cast<long>(replySeconds)));
     Set(CURLOPT_ERRORBUFFER, errorText.data());
-    // The stage that a failure belongs to shows in the commands alone, so that they are always looked at.
+    // Only the commands show which stage a failure belongs to, so they are always examined.
     Set(CURLOPT_VERBOSE, 1L);
     Set(CURLOPT_DEBUGFUNCTION, &Impl::OnDebug);
     Set(CURLOPT_DEBUGDATA, this);
@@ -178,12 +178,12 @@ struct Channel::Impl {
     SetCredentials(options);
   }
 
-  /// Connects where the client has no name of its own and goes by its address: that is known once the
-  /// connection stands, and libcurl wants it before.
+  /// Connects where the client has no name of its own and goes by its address: that is only known once the
+  /// connection is made, and libcurl wants it before.
   void ConnectAhead(const SmtpOptions& options) {
     if (HelloName(options.ehloName)) return;
     const Clock::time_point start = Clock::now();
-    SetUrl("http", "");  // of which libcurl does nothing but connect
+    SetUrl("http", "");  // with this libcurl does nothing but connect
     const curl_socket_t own = Perform();
     standing.Keep(own);
     UseServerAddress();
@@ -195,7 +195,7 @@ struct Channel::Impl {
     SetUrl(Scheme(options), OwnAddress(own).value_or(kLoopback));
   }
 
-  /// Lets libcurl speak of the address that it is connected to, not of the first one of the name.
+  /// Makes libcurl report the address that it is connected to, not the name's first one.
   void UseServerAddress() {
     const std::string host = UrlHost(target.host).value_or("");
     const char* address = nullptr;
@@ -254,7 +254,7 @@ struct Channel::Impl {
       Set(CURLOPT_CAINFO, options.caFile.c_str());
     } else if (curl_easy_getinfo(handle.get(), CURLINFO_CAINFO, &bundle) != CURLE_OK || bundle == nullptr ||
                ::access(bundle, R_OK) != 0) {
-      return;  // no bundle on this machine: the directory of certificates stays in use
+      return;  // no bundle on this machine: keep the directory of certificates
     }
     // Only a single bundle can be kept parsed between connections of one handle.
     Set(CURLOPT_CAPATH, static_cast<const char*>(nullptr));
@@ -385,7 +385,7 @@ struct Channel::Impl {
     }
   }
 
-  /// Receives into `into` what is there; false when nothing is.
+  /// Receives what is available into `into`; false when nothing is.
   bool ReceiveSome(std::string& into) const {
     std::array<char, 4096> buffer{};
     std::size_t count = 0;
@@ -412,7 +412,7 @@ void Channel::Connect(const SmtpOptions& options) {
   impl_->ConnectAhead(options);
   impl_->socket = impl_->Perform();
   impl_->tracer.LoginOver();
-  // What follows is traced by the session; libcurl would only talk of its own insides.
+  // What follows is traced by the session; libcurl would only talk about its internals.
   impl_->Set(CURLOPT_VERBOSE, 0L);
 }
 
@@ -432,7 +432,7 @@ bool Channel::Send(std::string_view bytes, std::chrono::milliseconds stall) {
       continue;
     }
     if (result != CURLE_OK && result != CURLE_AGAIN) throw BrokenConnection(curl_easy_strerror(result));
-    // A server that has heard enough says so and stops reading: listen while waiting.
+    // A server that has had enough says so and stops reading, so listen while waiting.
     if (!impl_->Wait(POLLOUT | POLLIN, deadline)) throw BrokenConnection("tempo di invio scaduto");
     if (PeerSpoke()) return false;
   }
@@ -442,9 +442,9 @@ bool Channel::Send(std::string_view bytes, std::chrono::milliseconds stall) {
 std::string Channel::Receive(Clock::time_point deadline) {
   std::string bytes;
   bytes.swap(impl_->early);
-  // Under encryption some of what has come may be decrypted already, of which the socket knows nothing. A
+  // Under encryption some of what has come in may already be decrypted, which the socket does not know. A
   // plain one is asked first: the server has seldom answered yet, and receiving nothing costs as much as
-  // something.
+  // receiving something.
   for (bool wait = !impl_->target.encrypted; bytes.empty(); wait = true) {
     if (wait && !impl_->Wait(POLLIN, deadline)) {
       throw BrokenConnection(kNoReply);

@@ -1,8 +1,8 @@
 // A connection to a server that is ready for MAIL: name look-up, TCP, TLS, greeting, EHLO and authentication
-// are libcurl's work; behind them the connection carries bytes.
+// are libcurl's work; after that the connection carries bytes.
 //
-// libcurl is asked for CURLOPT_CONNECT_ONLY. Its own transaction would give no replies per recipient, no RSET
-// and no time-out while the message leaves.
+// libcurl is used with CURLOPT_CONNECT_ONLY. Its own transaction would give no replies per recipient, no RSET
+// and no time-out while the message is being sent.
 #pragma once
 
 #include <chrono>
@@ -32,7 +32,7 @@ class Channel {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// What a BrokenConnection says when a reply is not there in time.
+  /// What a BrokenConnection says when a reply does not come in time.
   static constexpr const char* kNoReply = "tempo di attesa della risposta scaduto";
 
   /// Makes no connection yet. `tracer` must outlive the channel.
@@ -41,7 +41,7 @@ class Channel {
   Channel& operator=(const Channel&) = delete;
   Channel(Channel&&) = delete;
   Channel& operator=(Channel&&) = delete;
-  /// Drops the connection without a word.
+  /// Drops the connection without a QUIT.
   ~Channel();
 
   [[nodiscard]] const Target& Server() const;
@@ -52,19 +52,19 @@ class Channel {
   /// True when the server's last EHLO reply names the extension. `keyword` is in capitals.
   [[nodiscard]] bool Offers(std::string_view keyword) const;
 
-  /// Sends all of `bytes`; raises BrokenConnection when the connection breaks or nothing leaves for the time
-  /// `stall`. False when the server spoke before all had left: its words are what Receive gives next.
+  /// Sends all of `bytes`; raises BrokenConnection when the connection breaks or nothing goes out for the
+  /// time `stall`. False when the server spoke before everything was sent: Receive returns its words next.
   [[nodiscard]] bool Send(std::string_view bytes, std::chrono::milliseconds stall);
 
   /// Receives some bytes, at least one. Raises BrokenConnection when none come before the deadline or the
   /// connection has ended.
   [[nodiscard]] std::string Receive(Clock::time_point deadline);
 
-  /// True when the server has said something that was not received yet. Raises BrokenConnection as Receive
-  /// does.
+  /// True when the server has said something that has not been received yet. Raises BrokenConnection as
+  /// Receive does.
   [[nodiscard]] bool PeerSpoke();
 
-  /// Drops the connection without a word.
+  /// Drops the connection without a QUIT.
   void Drop() noexcept;
 
  private:

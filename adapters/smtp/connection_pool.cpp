@@ -45,7 +45,7 @@ Channel::Clock::time_point ConnectionPool::Now() const {
   return options_.now ? options_.now() : Channel::Clock::now();
 }
 
-/// The one that has waited for the shortest time; the others then reach their limit and are closed.
+/// The one that has been idle for the shortest time; the others then reach their limit and are closed.
 std::unique_ptr<Session> ConnectionPool::Find(const SmtpOptions& options, const Target& target) {
   std::vector<Waiting> surplus;
   std::unique_ptr<Session> session;
@@ -64,8 +64,8 @@ std::unique_ptr<Session> ConnectionPool::Find(const SmtpOptions& options, const 
   return session;
 }
 
-/// Takes out what has waited too long, and the oldest where too many wait. Under the lock; the closing is
-/// not.
+/// Takes out connections that have been idle too long, and the oldest if there are too many. Under the lock,
+/// unlike the closing.
 std::vector<ConnectionPool::Waiting> ConnectionPool::RemoveSurplus() {
   const auto oldest = Now() - options_.idleLimit;
   auto end = std::find_if(waiting_.begin(), waiting_.end(),

@@ -1,8 +1,9 @@
-// Connections that wait for the next message to the same server.
+// Idle connections, kept for the next message to the same server.
 //
-// The pool belongs to whoever makes the components, and ends with him: there is one for each environment, not
-// one for the process. It has no thread of its own. What has waited too long is closed when somebody next
-// asks for a connection, gives one back, or ends the pool; until then the server's own limit holds.
+// The pool belongs to the code that makes the components, and ends with it: there is one for each
+// environment, not one for the process. It has no thread of its own. A connection that has been idle too long
+// is closed when somebody next asks for one, gives one back, or ends the pool; until then the server's own
+// limit applies.
 #pragma once
 
 #include <chrono>
@@ -19,15 +20,15 @@
 namespace orve::adapters::smtp {
 
 struct PoolOptions {
-  /// How long a connection waits for its next message. Servers give a client minutes, some under load
+  /// How long a connection waits for its next message. Servers allow a client minutes, some under load only
   /// seconds.
   std::chrono::milliseconds idleLimit{30'000};
-  /// After so many messages a connection is closed, and the next message gets a new one.
+  /// After this many messages a connection is closed, and the next message gets a new one.
   std::size_t messagesPerConnection = 100;
-  /// Connections that wait at a time; the one that has waited longest makes room.
+  /// The most connections kept idle; the one idle for longest makes room.
   std::size_t waiting = 8;
-  /// Receives what is said to a server after its connection was given back, as SmtpOptions::trace does. The
-  /// trace of a message hears of its connection no longer than until then.
+  /// Receives what is said to a server after its connection was given back, as SmtpOptions::trace does. From
+  /// then on the trace of a message hears no more of its connection.
   std::function<void(std::string_view)> trace;
   /// Empty: the system's clock.
   std::function<Channel::Clock::time_point()> now;
@@ -41,15 +42,14 @@ class ConnectionPool {
   ConnectionPool& operator=(const ConnectionPool&) = delete;
   ConnectionPool(ConnectionPool&&) = delete;
   ConnectionPool& operator=(ConnectionPool&&) = delete;
-  /// Says QUIT on what waits and closes it, without waiting for a server.
+  /// Sends QUIT on the idle connections and closes them, without waiting for a server.
   ~ConnectionPool();
 
-  /// A connection that would be a new one's like and that still stands, set to `options`; none when there is
-  /// none.
+  /// An equivalent of a new connection that is still open, set to `options`; none when there is none.
   [[nodiscard]] std::unique_ptr<Session> Take(const std::shared_ptr<const SmtpOptions>& options,
                                               const Target& target);
 
-  /// Keeps the connection if it is good for a further message, else closes it.
+  /// Keeps the connection if it can take another message, else closes it.
   void Give(std::unique_ptr<Session> session) noexcept;
 
  private:
@@ -65,7 +65,7 @@ class ConnectionPool {
 
   const PoolOptions options_;
   std::mutex mutex_;
-  std::vector<Waiting> waiting_;  // the one that has waited longest first
+  std::vector<Waiting> waiting_;  // the longest idle first
 };
 
 }  // namespace orve::adapters::smtp

@@ -11,7 +11,7 @@ enum class ErrorNumber {
   kNone = -1,
   kConnection = 0,      // no connection, no encryption, no greeting
   kHello = 1,           // EHLO and HELO
-  kAuthentication = 2,  // credentials refused, or none that the server takes
+  kAuthentication = 2,  // credentials refused, or no mechanism that the server accepts
   kSender = 3,
   kRecipients = 4,
   kData = 5,  // DATA, the message, its end
@@ -34,7 +34,8 @@ class DeliveryFailure : public std::runtime_error {
   bool undecided_;
 };
 
-/// The connection broke, stalled or carries no SMTP. Whoever runs the dialogue knows which number that makes.
+/// The connection broke, stalled or does not carry SMTP. The code that runs the dialogue knows which number
+/// that means.
 class BrokenConnection : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

@@ -21,8 +21,8 @@ bool StartsWith(std::string_view text, std::string_view beginning) {
   return text.substr(0, beginning.size()) == beginning;
 }
 
-// What the dialogue tells beside the outcome: its lines are the only place where libcurl says how far it
-// came.
+// What the dialogue tells apart from the outcome: its lines are the only place where libcurl says how far it
+// got.
 class Listener {
  public:
   void Hear(std::string_view line) {
@@ -107,7 +107,7 @@ ProbeReport Probe(const SmtpOptions& options, const Target& target, const std::s
   } catch (const DeliveryFailure& failure) {
     heard.report.failure = failure.what();
     heard.report.reached = StepOf(failure.Number(), heard, implicitTls);
-    // A connection that asks for encryption and is refused it never began any.
+    // A connection that asked for encryption and was refused never began it.
     if (target.encrypted && heard.connected && heard.report.reached == ProbeStep::kConnection &&
         heard.report.failure.find("STARTTLS") != std::string::npos) {
       heard.report.reached = ProbeStep::kEncryption;

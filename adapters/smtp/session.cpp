@@ -15,7 +15,7 @@ constexpr std::size_t kMostLines =
     256;  // of a reply: each is searched for secrets together with those before
 // Replies to one group of pipelined commands must fit the buffers of the connection, or both ends would wait.
 constexpr std::size_t kGroupCommands = 100;
-// The server closes the connection behind this reply, whatever the command was.
+// The server closes the connection after this reply, whatever the command was.
 constexpr int kServerLeaves = 421;
 
 bool IsReplyLine(std::string_view line) {
@@ -125,7 +125,7 @@ void Session::AskForSender(const Envelope& envelope) {
 void Session::Close() noexcept {
   try {
     if (open_) Say("QUIT\r\n", std::chrono::milliseconds(0));
-  } catch (...) {  // NOLINT(bugprone-empty-catch): the message's fate is decided, a QUIT changes nothing
+  } catch (...) {  // NOLINT(bugprone-empty-catch): the message's fate is decided; a QUIT changes nothing
   }
   open_ = false;
   channel_.Drop();
@@ -162,7 +162,7 @@ void Session::SendEnvelope(const Envelope& envelope, const Pastime& meanwhile) {
   while (next < commands.size()) next = ExchangeGroup(commands, next, next == 0 ? meanwhile : Pastime());
 }
 
-/// Sends the commands from `first` on that may go together, passes the time with `meanwhile` and reads the
+/// Sends the commands from `first` on that may go together, runs `meanwhile` during the wait and reads the
 /// replies. Returns the first command that was not sent.
 std::size_t Session::ExchangeGroup(const std::vector<std::string>& commands, std::size_t first,
                                    const Pastime& meanwhile) {
@@ -239,7 +239,7 @@ void Session::Transmit(const Writer& write) {
     });
     tracer_.Note(std::to_string(total) + " byte di messaggio");
   } catch (const Interrupted&) {
-    undecided_ = false;  // the server has spoken before the message's end had left
+    undecided_ = false;  // the server spoke before the end of the message was sent
     const Reply reply = ReadReply(options_->replyTimeout);
     Abandon(ErrorNumber::kData, reply.text);
   } catch (const host::Errore& failure) {
@@ -276,7 +276,7 @@ Session::Reply Session::ReadReply(std::chrono::milliseconds timeout) {
   std::size_t lines = 0;
   for (bool more = true; more;) {
     if (++lines > kMostLines) throw BrokenConnection("risposta troppo lunga del server");
-    // What has come already is not waited for, but takes its time all the same.
+    // What has already come in is not waited for, but takes time all the same.
     if (lines > 1 && Channel::Clock::now() > deadline) throw BrokenConnection(Channel::kNoReply);
     const std::string line = ReadLine(deadline, kLongestReply - std::min(kLongestReply, size));
     const std::string shown = tracer_.Received(line);

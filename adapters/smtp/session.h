@@ -1,7 +1,7 @@
 // One conversation with a server: opened once, good for any number of messages, closed with QUIT.
 //
-// Whoever owns a session may hand it the next message while it is Clean: nothing of the one before is left,
-// in the connection or at the server. Any doubt about that makes it unclean for good.
+// The owner of a session may give it the next message as long as it is Clean: nothing of the previous one is
+// left, on the connection or at the server. Any doubt about that makes it unclean for good.
 #pragma once
 
 #include <cstddef>
@@ -32,7 +32,7 @@ class Session {
   using Sink = std::function<void(std::string_view)>;
   /// Writes a message, dots doubled and closed by the lone dot, into the sink it is given.
   using Writer = std::function<void(const Sink&)>;
-  /// What is better done while the server is busy. Throws nothing.
+  /// Work to do while the server is busy. Throws nothing.
   using Pastime = std::function<void()>;
 
   /// Makes no connection yet.
@@ -41,8 +41,8 @@ class Session {
   /// Connects and authenticates. Raises DeliveryFailure.
   void Open();
 
-  /// True when a connection made with these options would be this one's like: same server, port, encryption,
-  /// trust, name and credentials. Time-outs, trace and what stands in a message do not count.
+  /// True when a connection made with these options would be equivalent to this one: same server, port,
+  /// encryption, trust, name and credentials. Time-outs, trace and what goes into a message do not matter.
   [[nodiscard]] bool Serves(const SmtpOptions& options, const Target& target) const;
   /// The options, time-outs and trace of the next message; `options` must be those that Serves was asked
   /// about.
@@ -52,29 +52,28 @@ class Session {
 
   /// Delivers one message to all recipients of the envelope or, when any of them is refused, to none. Raises
   /// DeliveryFailure; what `write` throws ends the delivery as a failure of the data, with the connection
-  /// dropped in the middle of the message so that nobody takes the torso for a message. `meanwhile` runs
-  /// once, when the first commands have left and their replies are awaited.
+  /// dropped in the middle of the message so that nobody mistakes a truncated message for a whole one.
+  /// `meanwhile` runs once, when the first commands have been sent and their replies are awaited.
   void Deliver(const Envelope& envelope, const Writer& write, const Pastime& meanwhile = {});
 
-  /// True once the server has taken the sender of the message that was delivered last. Until then it has
-  /// nothing of the message, and the message may leave over another connection.
+  /// True once the server has accepted the sender of the latest message. Until then it has nothing of the
+  /// message, which may still go over another connection.
   [[nodiscard]] bool SenderTaken() const { return senderTaken_; }
-  /// True when nothing stands between this connection and a further message: the last one was taken, or taken
-  /// back by RSET, and the server has said nothing more since.
+  /// True when this connection is ready for another message: the last one was accepted, or undone by RSET,
+  /// and the server has said nothing since.
   [[nodiscard]] bool Clean() const { return open_ && clean_ && received_.empty(); }
-  /// The same, asked of the connection itself: a server that has closed it or taken its leave shows. Sends
-  /// nothing and does not wait.
+  /// The same, checked on the connection itself: it notices a server that has closed it or said goodbye.
+  /// Sends nothing and does not wait.
   [[nodiscard]] bool StillThere() noexcept;
   /// How many messages were begun.
   [[nodiscard]] std::size_t Messages() const { return messages_; }
 
-  /// Asks whether the server takes this sender: MAIL, then RSET. No recipient is named and no message begun.
-  /// Raises DeliveryFailure. Leaves the session unclean.
+  /// Asks whether the server accepts this sender: MAIL, then RSET. No recipient is named and no message
+  /// begun. Raises DeliveryFailure. Leaves the session unclean.
   void TrySender(const Envelope& envelope);
 
-  /// Says QUIT, if the connection still stands, and closes it. Never fails and never waits: the outcome is
-  /// known by then, and a server that is slow to take its leave must not hold up the person at the
-  /// application.
+  /// Sends QUIT, if the connection is still open, and closes it. Never fails and never waits: the outcome is
+  /// known by then, and a server that is slow to say goodbye must not hold up the person at the application.
   void Close() noexcept;
 
  private:
@@ -108,7 +107,7 @@ class Session {
   Tracer tracer_;
   bool authenticate_;
   Channel channel_;
-  std::string received_;  // bytes behind the last reply read
+  std::string received_;  // bytes after the last reply read
   std::size_t messages_ = 0;
   bool open_ = false;
   bool clean_ = false;

@@ -13,7 +13,7 @@ namespace orve::adapters::smtp {
 
 namespace {
 
-/// The message is built while the server thinks over sender and recipients.
+/// The message is built while the server considers sender and recipients.
 void Hand(Session& session, const Envelope& envelope, mime::OutgoingMessage& message) {
   session.Deliver(
       envelope, [&](const Session::Sink& sink) { message.WriteTo(sink); }, [&] { message.Prepare(); });
@@ -146,9 +146,9 @@ Target SmtpComponent::OpenTarget() const {
   return target;
 }
 
-/// False when the message has to leave over a new connection. A kept one that has ended meanwhile, or on
-/// which the server does not take the sender, says nothing about this message: it may have had enough of the
-/// ones before.
+/// False when the message has to go over a new connection. A kept one that has been closed meanwhile, or on
+/// which the server refuses the sender, says nothing about this message: the server may have had enough of
+/// the earlier ones.
 bool SmtpComponent::DeliverOverKept(const Target& target, const Envelope& envelope,
                                     mime::OutgoingMessage& message) {
   std::unique_ptr<Session> session = pool_ ? pool_->Take(options_, target) : nullptr;

@@ -20,12 +20,12 @@ namespace orve::adapters::smtp {
 /// Delivers over a connection of the pool, or over a new one for each message where there is no pool. What
 /// the server does is told by GetLastError and never raised; what the caller does wrong is raised as
 /// host::Errore by the member that was given it, with an Italian description: an address with CR, LF or NUL
-/// (FromAddr, AddRecipientEx), a file that cannot be attached (AddAttachment), a header name that is none or
-/// belongs to the message itself (AddHeader).
+/// (FromAddr, AddRecipientEx), a file that cannot be attached (AddAttachment), a header name that is invalid
+/// or belongs to the message itself (AddHeader).
 class SmtpComponent final : public host::ComponenteSmtp {
  public:
-  /// `pool` is shared with whoever else sends; empty: no connection is kept. `attachments`: which files stand
-  /// behind the paths of AddAttachment; empty: the paths' own.
+  /// `pool` may be shared with other senders; empty: no connection is kept. `attachments`: which files the
+  /// paths of AddAttachment stand for; empty: the paths' own.
   explicit SmtpComponent(SmtpOptions options = {}, std::shared_ptr<ConnectionPool> pool = nullptr,
                          mime::AttachmentResolver attachments = {});
 
@@ -55,8 +55,8 @@ class SmtpComponent final : public host::ComponenteSmtp {
   /// What ended the last delivery, for a person: the server's words or ours, without secrets. Empty after a
   /// success.
   [[nodiscard]] const std::string& LastFailure() const { return failure_; }
-  /// True when the last delivery failed behind the end of the message, with no word of the server about it:
-  /// the message may have been taken all the same.
+  /// True when the last delivery failed after the end of the message, without a reply from the server: the
+  /// message may have been accepted all the same.
   [[nodiscard]] bool MayHaveArrived() const { return undecided_; }
 
  private:

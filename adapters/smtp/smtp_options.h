@@ -22,16 +22,16 @@ enum class AuthMechanism { kPlain, kLogin, kCramMd5, kXoauth2 };
 struct SmtpOptions {
   /// PEM file with the authorities to trust instead of the system's; empty: the system's.
   std::string caFile;
-  /// False accepts any certificate. For tests and for servers that nobody can put right.
+  /// False accepts any certificate. For tests and for servers that nobody can fix.
   bool verifyCertificates = true;
 
   /// The whole way to a usable connection: name, TCP, TLS, greeting, authentication.
   std::chrono::milliseconds connectTimeout{60'000};
   /// One reply.
   std::chrono::milliseconds replyTimeout{120'000};
-  /// The reply to the end of the message, while which servers search it for viruses.
+  /// The reply to the end of the message, during which servers scan it for viruses.
   std::chrono::milliseconds finalReplyTimeout{300'000};
-  /// The longest time in which not a byte of the message leaves.
+  /// The longest time during which not one byte of the message goes out.
   std::chrono::milliseconds stallTimeout{120'000};
 
   /// Ports on which TLS begins with the first byte, when the connection is to be encrypted. On any other port
@@ -42,22 +42,22 @@ struct SmtpOptions {
   /// from which it reaches the server.
   std::string ehloName;
 
-  /// Mechanisms that may be used; the strongest of those that the server offers is. With kXoauth2 in the list
-  /// the password is the access token and no other mechanism is tried.
+  /// Mechanisms that may be used; of those that the server offers, the strongest is. With kXoauth2 in the
+  /// list the password is the access token and no other mechanism is tried.
   std::vector<AuthMechanism> authMechanisms{AuthMechanism::kPlain, AuthMechanism::kLogin,
                                             AuthMechanism::kCramMd5};
 
-  /// Gives the password for a delivery from what the application set as `password` of the target, once host,
-  /// port, encryption and user are final; empty: it is used as it stands. A host::Errore that it raises fails
-  /// the delivery as a login (2) before a connection is made, with its description.
+  /// Returns the password for a delivery from what the application set as the target's `password`, once host,
+  /// port, encryption and user are final; empty: it is used as it stands. If it raises a host::Errore, the
+  /// delivery fails as a login (2), with its description, before any connection is made.
   std::function<secrets::Secret(const Target&)> openPassword;
 
   /// Receives the dialogue line by line, without line ends: "C: " what was sent, "S: " what was answered, "*
-  /// " what happened. Credentials stand in it as "***". Called on the sending thread; what it throws is
+  /// " what happened. Credentials appear in it as "***". Called on the sending thread; what it throws is
   /// ignored.
   std::function<void(std::string_view)> trace;
 
-  /// The time that stands in a message; empty: the system's clock.
+  /// The time written into a message; empty: the system's clock.
   std::function<std::chrono::system_clock::time_point()> clock;
   /// Makes the identifier of a message, without angle brackets; empty: a random one.
   std::function<std::string()> newMessageId;

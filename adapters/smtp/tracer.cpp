@@ -12,10 +12,10 @@ namespace {
 
 constexpr std::string_view kMask = "***";
 
-// A run of a secret takes less, even letter by letter and in several codes.
+// A run of a secret is shorter than this, even letter by letter and in several codes.
 constexpr std::size_t kRemembered = 1024;
 constexpr std::size_t kCode = 4;            // "250 "
-constexpr std::string_view kGivenUp = "*";  // by the client, instead of an answer to a challenge
+constexpr std::string_view kGivenUp = "*";  // sent by the client instead of an answer to a challenge
 constexpr std::string_view kLeave = "QUIT";
 
 bool IsCodeDigit(char c) {
@@ -27,7 +27,7 @@ bool HasCode(std::string_view line) {
          (line[3] == ' ' || line[3] == '-');
 }
 
-/// A line with which a server answers to credentials, other than by asking for more.
+/// A server's final answer to credentials, as opposed to a request for more.
 bool IsOutcome(std::string_view line) {
   return line.size() >= 3 && (line[0] == '2' || line[0] == '4' || line[0] == '5') && IsCodeDigit(line[1]) &&
          IsCodeDigit(line[2]) && (line.size() == 3 || line[3] == ' ' || line[3] == '-');
@@ -37,8 +37,8 @@ bool IsRefusal(std::string_view line) {
   return !line.empty() && line[0] != '2' && line[0] != '3';
 }
 
-/// Without the code of the reply and the one of three numbers behind it, which would tear apart what goes on
-/// from line to line.
+/// Without the reply code and the three-part one after it, which would break up what continues from line to
+/// line.
 std::string_view WithoutCodes(std::string_view line) {
   if (!HasCode(line)) return line;
   line.remove_prefix(kCode);
@@ -122,8 +122,8 @@ std::string Tracer::MaskedReply(std::string_view line) {
   return std::string(HasCode(line) ? line.substr(0, kCode) : "") + std::string(kMask);
 }
 
-/// True when `line` shows a secret, or completes what those before it began. In the latter case nobody knows
-/// where it ends, so that what follows goes masked too until the beginning is out of sight.
+/// True when `line` shows a secret, or completes what those before it began. In the latter case there is no
+/// telling where it ends, so what follows is masked too until the beginning is out of range.
 bool Tracer::CompletesSecret(std::string_view line) {
   // Without a trace only refusals are shown, in the text of a failure.
   if (secrets_.Empty() || (!sink_ && !IsRefusal(line))) return false;

@@ -1,8 +1,8 @@
 // The trace of a dialogue, line by line and without secrets.
 //
 // Two guards keep credentials out: everything from AUTH until the login is over is masked by its place in the
-// dialogue, and what is said besides, by either side, is masked where it repeats the password or what was
-// sent in AUTH.
+// dialogue, and anything else said by either side is masked where it repeats the password or what was sent in
+// AUTH.
 #pragma once
 
 #include <functional>
@@ -18,7 +18,7 @@ class Tracer {
  public:
   using Sink = std::function<void(std::string_view)>;
 
-  /// Stands between the lines of a reply that became one text.
+  /// Separates the lines of a reply that was made into one text.
   static constexpr std::string_view kBetweenLines = " / ";
 
   /// Neither `password`, which may be empty, nor what is sent in AUTH ever shows.
@@ -27,14 +27,14 @@ class Tracer {
   /// Where lines go from now on; empty: nowhere.
   void Into(Sink sink) { sink_ = std::move(sink); }
 
-  /// One or more lines that were sent, or received, with or without line ends. Of what was received, the
-  /// result is what may be shown elsewhere: the same text, or its lines where one of them is masked.
+  /// One or more lines that were sent, or received, with or without line ends. For received lines, the result
+  /// is what may be shown elsewhere: the same text, or the single lines if one of them is masked.
   void Sent(std::string_view lines);
   std::string Received(std::string_view lines);
-  /// No credentials are sent any more, unless another AUTH is. Only who sends them knows that: whatever the
-  /// server says, the other side may take for a reply that asks for more.
+  /// No more credentials are sent unless another AUTH is. Only the sender knows that: whatever the server
+  /// says, the client may take it for a request for more.
   void LoginOver() { authenticating_ = false; }
-  /// What happened besides.
+  /// Anything else that happened.
   void Note(std::string_view text);
 
   /// `text`, in which kBetweenLines joins the lines of a reply, or "***" when it shows a secret.
@@ -48,7 +48,7 @@ class Tracer {
 
   Sink sink_;
   secrets::SecretFinder secrets_;
-  std::string said_;  // by the server lately, without codes: a secret may come in several lines
+  std::string said_;  // recently said by the server, without codes: a secret may come in several lines
   bool authenticating_ = false;
 };
 

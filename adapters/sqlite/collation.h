@@ -9,7 +9,7 @@ struct sqlite3;
 namespace orve::adapters::sqlite {
 
 /// The name under which the schema's columns ask for it. A program that opens the file without this adapter
-/// can read every row, but neither compare these columns nor write where they are a key.
+/// can read every row, but can neither compare these columns nor write where they are a key.
 inline constexpr const char* kConfrontoItaliano = "ITALIANO_CI";
 
 /// Less than, equal to or greater than 0. Case is folded for the letters of every alphabet.

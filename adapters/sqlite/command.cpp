@@ -11,7 +11,7 @@ namespace orve::adapters::sqlite {
 
 namespace {
 
-constexpr std::int32_t kTipoSconosciuto = 8;  // a new command's, until it is told
+constexpr std::int32_t kTipoSconosciuto = 8;  // of a new command, until it is set
 
 }  // namespace
 

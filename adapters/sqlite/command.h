@@ -1,4 +1,4 @@
-// A stored procedure run with parameters of its own, here those that are native to the adapter.
+// A stored procedure run with parameters of its own, here the ones built into the adapter.
 #pragma once
 
 #include <memory>

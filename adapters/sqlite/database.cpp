@@ -14,7 +14,7 @@ namespace orve::adapters::sqlite {
 
 namespace {
 
-// How many steps of the engine's machine lie between two looks at the clock.
+// How many steps of the engine's virtual machine there are between two checks of the clock.
 constexpr int kPassiTraControlli = 10000;
 
 // A view of each connection, not of the file: SQLite's own catalogue under the names that the statements use.
@@ -28,7 +28,7 @@ std::filesystem::path Percorso(const std::string& testo) {
   return {std::u8string(testo.begin(), testo.end())};
 }
 
-// What the engine would only call "unable to open" is said in words.
+// Explains what the engine would only call "unable to open".
 void VerificaFile(const std::string& percorso) {
   if (percorso.empty() || percorso.find('\0') != std::string::npos) {
     throw host::Errore(SQLITE_CANTOPEN, kSorgente, "Il percorso del database non è valido");
@@ -47,7 +47,7 @@ void VerificaFile(const std::string& percorso) {
   }
 }
 
-// The folders may be reached through links, as whole disks often are; the engine would refuse those too.
+// The folders may be reached through links, as whole disks often are; the engine would refuse that too.
 std::string SenzaLegamiDavanti(const std::string& percorso) {
   const auto file = Percorso(percorso);
   std::error_code errore;
@@ -106,7 +106,7 @@ void Database::Prepara(const OpzioniSqlite& opzioni, bool nuovo) {
   sqlite3_progress_handler(database_, kPassiTraControlli, Scaduto, this);
   RegistraConfronto(database_);
   RegistraProcedure(database_);
-  // The first look into the file: locked, damaged or no database at all shows here.
+  // The first access to the file: one that is locked, damaged or no database at all shows here.
   const auto pagine = Esegui("PRAGMA main.page_count", {});
   if (!nuovo && pagine.valori.front() == host::Variant(0)) {
     throw host::Errore(SQLITE_NOTADB, kSorgente, "il file è vuoto");
@@ -119,7 +119,7 @@ void Database::Verifica() {
   if (database_ == nullptr) {
     throw host::Errore(rows::kOggettoChiuso, kSorgente, "Operazione non consentita: la connessione è chiusa");
   }
-  // A file that was deleted or replaced would go on answering from what is no longer there.
+  // A file that was deleted or replaced would keep answering from contents that no longer exist.
   int spostato = 0;
   if (sqlite3_file_control(database_, "main", SQLITE_FCNTL_HAS_MOVED, &spostato) == SQLITE_OK &&
       spostato != 0) {
@@ -139,7 +139,7 @@ int Database::Scaduto(void* database) {
   return questo.scaduto_ ? 1 : 0;
 }
 
-// White space, comments and ";" only. What the engine cannot read is something all the same.
+// White space, comments and ";" only. What the engine cannot parse still counts as something.
 bool Database::SenzaIstruzioni(std::string_view testo) {
   try {
     return Istruzione(database_, testo).Vuota();
@@ -150,7 +150,7 @@ bool Database::SenzaIstruzioni(std::string_view testo) {
 
 rows::Righe Database::Esegui(const std::string& istruzione, const std::vector<Valore>& valori) {
   Verifica();
-  // The engine would read up to the NUL and run what stands before it.
+  // The engine would read up to the NUL and run what precedes it.
   if (istruzione.find('\0') != std::string::npos) {
     throw host::Errore(rows::kArgomentiErrati, kSorgente, "L'istruzione contiene un carattere NUL");
   }

@@ -20,15 +20,15 @@ struct OpzioniSqlite {
   bool solaLettura = false;
   /// How long a statement waits for a file that another connection has locked.
   std::chrono::milliseconds attesaBlocco{5000};
-  /// A statement that still runs this long after its start is stopped. A wait for a lock counts, and is ended
-  /// by its own limit alone.
+  /// A statement that is still running this long after its start is stopped. Waiting for a lock counts
+  /// towards it, but is only ended by its own limit.
   std::chrono::milliseconds tempoMassimo{30000};
 };
 
 class Database {
  public:
-  /// Opens a file that exists and is no symbolic link. `nuovo` true: the file may be empty, and is about to
-  /// get its schema. Raises Errore with the engine's number and a text that names the path.
+  /// Opens a file that exists and is no symbolic link. `nuovo` true: the file may be empty, since it is about
+  /// to get its schema. Raises Errore with the engine's number and a text that names the path.
   Database(const std::string& percorso, const OpzioniSqlite& opzioni, bool nuovo);
   ~Database();
   Database(const Database&) = delete;
@@ -41,7 +41,7 @@ class Database {
   /// Runs the statements of a text one after the other and drops their rows. For texts of the program's own.
   void EseguiScript(std::string_view script);
 
-  /// Gives the file back; a transaction left open is undone. Every later use raises 3704.
+  /// Closes the file; a transaction left open is rolled back. Every later use raises 3704.
   void Chiudi() noexcept;
   [[nodiscard]] bool Aperto() const { return database_ != nullptr; }
 
@@ -62,7 +62,7 @@ class Database {
   bool scaduto_ = false;
 };
 
-/// The path as this platform's file calls take it: either separator is accepted.
+/// The path in the form that this platform's file calls take: either separator is accepted.
 [[nodiscard]] std::string PercorsoDiSistema(std::string percorso);
 
 }  // namespace orve::adapters::sqlite

@@ -10,9 +10,9 @@ namespace orve::adapters::sqlite {
 namespace {
 
 enum class Tipo : std::uint8_t {
-  kVuoto,    // white space and comments, as long a run as there is
+  kVuoto,    // white space and comments, the longest possible run
   kParola,   // a keyword, a name or a variable
-  kNumero,   // digits and what clings to them
+  kNumero,   // digits and what is attached to them
   kQuotato,  // a text or a name between quotes or brackets
   kSegno     // any other single character
 };
@@ -21,7 +21,7 @@ struct Simbolo {
   std::string_view testo;
   Tipo tipo = Tipo::kSegno;
   bool chiuso = true;       // false: a quoted text that the statement's end cut off
-  std::size_t livello = 0;  // which select it stands in: every "(" and every ";" begins another
+  std::size_t livello = 0;  // which select it is in: every "(" and every ";" begins another
 };
 
 char MinuscolaAscii(char c) {
@@ -42,7 +42,7 @@ bool Bianco(char c) {
   return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f';
 }
 
-// The signs of SQL Server's variables and temporary names count as letters, so that "@TOP" is no TOP.
+// The signs of SQL Server's variables and temporary names count as letters, so "@TOP" is not TOP.
 bool DiParola(char c) {
   const char minuscola = MinuscolaAscii(c);
   return (minuscola >= 'a' && minuscola <= 'z') || Cifra(c) || c == '_' || c == '@' || c == '#' || c == '$' ||
@@ -166,7 +166,7 @@ class Traduttore {
   }
 
  private:
-  // The n-th symbol that counts from the current one on (0 is the current one itself), or none.
+  // The n-th significant symbol from the current one on (0 is the current one itself), or none.
   [[nodiscard]] const Simbolo* Vista(std::size_t n) const {
     for (auto dove = posto_; dove < simboli_.size(); ++dove) {
       if (simboli_[dove].tipo == Tipo::kVuoto) continue;
@@ -197,8 +197,8 @@ class Traduttore {
     ultimo_ = &simbolo;
   }
 
-  // Drops the next n symbols that count and keeps the white space and comments among them. Where that would
-  // join what stands before with what follows, a blank parts them.
+  // Drops the next n significant symbols and keeps the white space and comments among them. Where that would
+  // join what precedes with what follows, a blank separates them.
   void Togli(std::size_t n) {
     while (n > 0) {
       const auto& simbolo = simboli_[posto_++];
@@ -222,7 +222,7 @@ class Traduttore {
     ultimo_ = &primo;
   }
 
-  // exec only begins a statement; elsewhere the word is left alone.
+  // exec only ever begins a statement; elsewhere the word is left alone.
   void Exec() {
     if (!Parola(0, "EXEC") && !Parola(0, "EXECUTE")) return;
     const std::size_t nome = (Parola(1, "DBO") || Quotato(1, "[DBO]")) && Segno(2, '.') ? 3 : 1;
@@ -277,7 +277,7 @@ class Traduttore {
     if (simbolo.tipo == Tipo::kParola && UgualiSenzaCaso(simbolo.testo, "SELECT")) Top(simbolo.livello);
   }
 
-  // TOP n or TOP (n), directly behind SELECT, ALL or DISTINCT.
+  // TOP n or TOP (n), directly after SELECT, ALL or DISTINCT.
   void Top(std::size_t livello) {
     const std::size_t prima = Parola(0, "DISTINCT") || Parola(0, "ALL") ? 1 : 0;
     if (!Parola(prima, "TOP") || composti_[livello]) return;
@@ -310,8 +310,8 @@ class Traduttore {
     Inserisci(coda);
   }
 
-  // Behind the last symbol that counts, before trailing white space and comments. A quoted text that the end
-  // cut off takes nothing more: the engine refuses it anyway.
+  // After the last significant symbol, before trailing white space and comments. Nothing is added to a quoted
+  // text that the end cut off: the engine refuses it anyway.
   void Inserisci(std::string_view testo) {
     if (ultimo_ != nullptr && !ultimo_->chiuso) return;
     uscita_.insert(fineUtile_, testo);
@@ -327,7 +327,7 @@ class Traduttore {
   std::vector<bool> composti_;
   std::size_t posto_ = 0;
   std::string uscita_;
-  std::size_t fineUtile_ = 0;        // behind the last symbol of the output that counts
+  std::size_t fineUtile_ = 0;        // after the last significant symbol of the output
   const Simbolo* ultimo_ = nullptr;  // that symbol
   std::vector<Limite> limiti_;
   bool exec_ = false;

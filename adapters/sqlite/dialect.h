@@ -1,9 +1,10 @@
-// The application's statements are written for SQL Server; SQLite reads them after the few turns below.
+// The application's statements are written for SQL Server; SQLite understands them after the few rewrites
+// below.
 //
 // The translator works on the text alone: it knows words, quotes, brackets and comments, not the grammar, and
-// leaves to the engine whatever it does not know. A statement that holds none of the turns comes back byte
-// for byte. What stands in quotes, brackets or comments is never changed, so that a value reads on SQLite as
-// it was written.
+// leaves to the engine whatever it does not know. A statement that needs none of the rewrites comes back byte
+// for byte. What is in quotes, brackets or comments is never changed, so a value reads on SQLite as it was
+// written.
 #pragma once
 
 #include <string>
@@ -11,7 +12,7 @@
 
 namespace orve::adapters::sqlite {
 
-/// The statement in SQLite's dialect. Never fails: a text that is no statement is left to the engine to
+/// The statement in SQLite's dialect. Never fails: text that is not a statement is left for the engine to
 /// refuse. Time and memory grow linearly with the text.
 ///
 /// | SQL Server                        | SQLite                                                    |
@@ -24,8 +25,8 @@ namespace orve::adapters::sqlite {
 /// | `exec P a, b` (also `execute`)    | `SELECT NULL WHERE P(a, b) IS NOT NULL`: P runs, no rows  |
 ///
 /// `TOP` in a member of a `UNION`, `EXCEPT` or `INTERSECT`, which SQLite cannot limit by itself, with
-/// `PERCENT`, or with anything but a whole number stays as it is, so that the engine refuses it rather than
-/// limit the wrong rows. Carriage returns are white space to SQLite, and column aliases are the same in both
+/// `PERCENT`, or with anything but a whole number stays as it is, so the engine refuses it rather than limit
+/// the wrong rows. Carriage returns are white space to SQLite, and column aliases are the same in both
 /// dialects.
 [[nodiscard]] std::string TraduciDialetto(std::string_view istruzione);
 

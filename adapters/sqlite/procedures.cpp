@@ -32,7 +32,7 @@ std::string Testo(sqlite3_value* valore) {
   return {reinterpret_cast<const char*>(testo), static_cast<std::size_t>(sqlite3_value_bytes(valore))};
 }
 
-// A text that reads as a whole number is one, as SQL Server converts an argument.
+// Text that reads as a whole number counts as one, as when SQL Server converts an argument.
 std::int64_t Intero(sqlite3_value* valore, const char* nome, const char* argomento) {
   if (sqlite3_value_numeric_type(valore) != SQLITE_INTEGER) {
     Rifiuta(nome, std::string("l'argomento ") + argomento + " non è un numero intero");
@@ -87,7 +87,7 @@ void Protetta(sqlite3_context* contesto, int /*numero*/, sqlite3_value** argomen
 using Funzione = void (*)(sqlite3_context*, int, sqlite3_value**);
 
 void Registra(sqlite3* database, const char* nome, int argomenti, Funzione funzione) {
-  // Only statements run them, never a view or trigger that a foreign file brings along.
+  // Only statements may call them, never a view or trigger that a foreign file brings along.
   const int esito = sqlite3_create_function_v2(database, nome, argomenti, SQLITE_UTF8 | SQLITE_DIRECTONLY,
                                                nullptr, funzione, nullptr, nullptr, nullptr);
   if (esito != SQLITE_OK) throw ErroreMotore(database, esito);

@@ -1,4 +1,4 @@
-// The function and the stored procedures of the application's database, native to this adapter.
+// The function and the stored procedures of the application's database, built into this adapter.
 //
 // FNCG_GETCODANAG(ditta, tipocf, clifor, data) gives the master-data code that a partner holds at a date: the
 // last code of CG44_CLIFORVALIDITA that begins at or before it, else the partner's own code in CG44_CLIFOR;
@@ -6,7 +6,7 @@
 // else is an error.
 //
 // SPFW_AttivaEventoGestionale ditta, codice, idutente, 'dati', flag writes one row of EVENTI_GESTIONALI, with
-// the time at which it came. Company, code, user and flag are whole numbers; the data are kept as they are.
+// its time of arrival. Company, code, user and flag are whole numbers; the data are kept as they are.
 //
 // SPFW_GetUserIDFromConnection runs as a command with the one output parameter, which gets the connection's
 // user.

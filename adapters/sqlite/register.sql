@@ -1,6 +1,6 @@
 -- What the host records of its sends: one row for each that is registered for a document. Stands in the embedded database
--- or, where the application has its own server, in a file by itself. Compares byte by byte, so that any SQLite program
--- can search it.
+-- or, where the application has its own server, in a file by itself. Compares byte by byte, so any SQLite program can
+-- search it.
 CREATE TABLE IF NOT EXISTS REGISTRO_INVII (
   ID                 INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT,
   ISTANTE            TEXT NOT NULL DEFAULT (strftime('%Y-%m-%d %H:%M:%f', 'now', 'localtime')),

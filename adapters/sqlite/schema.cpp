@@ -25,8 +25,8 @@ std::filesystem::path PercorsoFile(const std::string& testo) {
                      "Impossibile creare il database " + percorso + ": " + motivo);
 }
 
-// An empty file of our own, closed to others from its first moment: of two callers at once only one gets it.
-// The engine gives its side files the mode of the database. False when something is there already.
+// An empty file of our own, closed to others from its first moment: of two simultaneous callers only one gets
+// it. The engine gives its side files the mode of the database. False when something already exists there.
 bool CreaFileVuoto(const std::string& percorso) {
   if (percorso.empty() || percorso.find('\0') != std::string::npos)
     NonCreato(percorso, "il percorso non è valido");
@@ -42,7 +42,7 @@ bool CreaFileVuoto(const std::string& percorso) {
 }
 
 void CifraPassword(Database& database, const Cifratura& cifra) {
-  // Without a server an account works on the ones that the library takes where the columns are empty.
+  // An account without a server uses the one that the library falls back on where the columns are empty.
   const auto account = database.Esegui(
       "SELECT FW98_IDACCOUNT, FW98_USERNAME, IFNULL(FW23_SERVERNAME, 'localhost'), IFNULL(FW23_PORT, 25),"
       " IFNULL(FW23_SSL, 0) FROM FW98_MAILACCOUNT LEFT OUTER JOIN FW23_FAXER"

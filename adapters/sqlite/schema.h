@@ -1,7 +1,7 @@
 // The application's tables and a set of sample data to work with: two companies with customers, suppliers,
-// agents, contacts, goods destinations, mail servers, accounts and users. The tables stand in schema.sql and
-// register.sql, the rows, each with what it is good for, in sample_data.sql. Nobody in them exists; all
-// addresses lie in domains that nobody can own.
+// agents, contacts, goods destinations, mail servers, accounts and users. The tables are in schema.sql and
+// register.sql, the rows, each with its purpose, in sample_data.sql. Nobody in them exists; all addresses are
+// in domains that nobody can own.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@
 
 namespace orve::adapters::sqlite {
 
-/// A password with the login and the server that it is for.
+/// A password with the login and server that it is for.
 struct PasswordDaCifrare {
   std::string chiara;
   std::string utente;
@@ -25,21 +25,21 @@ struct PasswordDaCifrare {
 /// Enciphers the password of an account, as the application does.
 using Cifratura = std::function<std::string(const PasswordDaCifrare&)>;
 
-/// Makes a new file with schema and sample data, readable by its owner alone. Raises Errore when something
-/// lies at the path already, which is left as it is, or when the file cannot be written; what was begun is
-/// then removed. The passwords go into the file as `cifra` gives them; without it, or when a
-/// password can still be read in what it gives, 5 is raised.
+/// Creates a new file with schema and sample data, readable by its owner alone. Raises Errore when something
+/// already exists at the path, which is left as it is, or when the file cannot be written; what was begun is
+/// then removed. The passwords go into the file as `cifra` gives them; without it, or when a password can
+/// still be read in what it gives, 5 is raised.
 void CreaDatabase(const std::string& percorso, const Cifratura& cifra);
 
-/// A file with the register of sends alone, made when it is missing, readable by its owner alone then. A file
-/// that is there gets the register's table if it has none. Raises Errore when it is no database or cannot be
-/// written.
+/// A file with the register of sends alone; created when it is missing, and then readable by its owner alone.
+/// An existing file gets the register's table if it has none. Raises Errore when it is not a database or
+/// cannot be written.
 [[nodiscard]] std::shared_ptr<SqliteConnection> ApriRegistro(const std::string& percorso);
 
 /// The clear password that the sample data give to an account, for the mail server of a trial.
 [[nodiscard]] std::string PasswordDiProva(std::int32_t idAccount);
 
-/// Points the mail server `idServer` to a host. `ssl` 0: plain connection, else encrypted; `autenticazione`
+/// Points the mail server `idServer` at a host. `ssl` 0: plain connection, else encrypted; `autenticazione`
 /// 0: no login. Raises 3021 when there is no such server.
 void ImpostaServer(SqliteConnection& connessione, std::int32_t idServer, const std::string& host,
                    std::int32_t porta, std::int32_t ssl, std::int32_t autenticazione);

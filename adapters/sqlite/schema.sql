@@ -81,7 +81,7 @@ CREATE TABLE MG17_AGENTI (
   PRIMARY KEY (MG17_DITTA_CG18, MG17_AGENTE)
 );
 
--- Goods destinations of a partner. One may outlive its partner, so that no key binds them.
+-- Goods destinations of a partner. One may outlive its partner, so no key binds them.
 CREATE TABLE MG22_CLIFORDEST (
   MG22_DITTA_CG18   INTEGER NOT NULL,
   MG22_TIPOCF_CG44  SMALLINT NOT NULL,
@@ -167,8 +167,7 @@ CREATE TABLE FW00_GRPUSRASSOC (
   PRIMARY KEY (FW00_ID_FW07, FW00_ID_FW06)
 );
 
--- One row for each management event, the data as they came. Compares byte by byte, so that any SQLite program can
--- search it.
+-- One row for each management event, the data as they came. Compares byte by byte, so any SQLite program can search it.
 CREATE TABLE EVENTI_GESTIONALI (
   ID        INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT,
   ISTANTE   TEXT NOT NULL DEFAULT (strftime('%Y-%m-%d %H:%M:%f', 'now', 'localtime')),

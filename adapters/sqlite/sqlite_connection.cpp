@@ -15,7 +15,7 @@ std::shared_ptr<SqliteConnection> SqliteConnection::Apri(const std::string& perc
 
 SqliteConnection::SqliteConnection(std::shared_ptr<Database> database) : database_(std::move(database)) {}
 
-// Commands may outlive the connection; the file is given back all the same.
+// Commands may outlive the connection; the file is closed all the same.
 SqliteConnection::~SqliteConnection() {
   database_->Chiudi();
 }

@@ -1,16 +1,16 @@
 // The application's database in one file: host::Connection over SQLite.
 //
-// Statements come as they are written for SQL Server and are translated on their way to the engine
-// (dialect.h). The function and the procedures of the application's database are native (procedures.h); the
+// Statements arrive as they are written for SQL Server and are translated on their way to the engine
+// (dialect.h). The function and the procedures of the application's database are built in (procedures.h); the
 // tables are those of schema.h.
 //
-// One Execute runs one statement. A text with a second one behind a ";" is refused whole, nothing of it runs:
-// the library joins values into its statements as they are, and a value must not bring a statement of its
-// own.
+// One Execute runs one statement. A text with a second one after a ";" is refused as a whole, and nothing of
+// it runs: the library joins values into its statements as they are, and a value must not bring a statement
+// of its own.
 //
-// Errors of the engine carry its extended number and text, those of the objects the numbers of
+// Errors of the engine carry its extended number and text, those of the objects carry the numbers of
 // rows/record_set.h; the source is "SQLite" for both. The file is checked at every statement: one that was
-// deleted or replaced is an error, not an answer from yesterday.
+// deleted or replaced is an error, not a stale answer.
 #pragma once
 
 #include <cstdint>
@@ -26,9 +26,9 @@ namespace orve::adapters::sqlite {
 
 class SqliteConnection final : public host::Connection {
  public:
-  /// Opens a database that exists. Raises Errore when the path is no file, the file is no database, or it
-  /// stays locked for longer than the options allow. A file that this process may only read is opened for
-  /// reading, and refuses the statements that write.
+  /// Opens a database that exists. Raises Errore when the path is not a file, the file is not a database, or
+  /// it stays locked for longer than the options allow. A file that this process may only read is opened for
+  /// reading, and refuses statements that write.
   [[nodiscard]] static std::shared_ptr<SqliteConnection> Apri(const std::string& percorso,
                                                               const OpzioniSqlite& opzioni = {});
   ~SqliteConnection() override;
@@ -37,7 +37,7 @@ class SqliteConnection final : public host::Connection {
   SqliteConnection(SqliteConnection&&) = delete;
   SqliteConnection& operator=(SqliteConnection&&) = delete;
 
-  /// The result is held in memory whole and does not need the connection any more. Option 1 and -1 run a
+  /// The result is held in memory as a whole and no longer needs the connection. Option 1 and -1 run a
   /// statement, 4 the procedure of that name with no arguments; any other raises 3001.
   [[nodiscard]] std::shared_ptr<host::RecordSet> Execute(const std::string& statement,
                                                          std::int32_t opzione) override;
@@ -53,7 +53,7 @@ class SqliteConnection final : public host::Connection {
   void UtenteConnessione(std::optional<std::int32_t> idUtente);
   [[nodiscard]] std::optional<std::int32_t> UtenteConnessione() const;
 
-  /// Gives the file back. Record sets stay as they are; everything else raises 3704, its commands 3709.
+  /// Closes the file. Record sets stay as they are; everything else raises 3704, its commands 3709.
   void Chiudi();
   [[nodiscard]] bool Aperta() const;
 

@@ -13,7 +13,7 @@ namespace orve::adapters::sqlite {
 
 namespace {
 
-// Takes that many digits away from the front of the text.
+// Removes that many digits from the front of the text.
 bool Cifre(std::string_view& testo, std::size_t quante, int& numero) {
   if (testo.size() < quante) return false;
   const auto* fine = testo.data() + quante;
@@ -45,7 +45,7 @@ bool LeggiOra(std::string_view testo, int& ora, int& minuto, int& secondo) {
 host::Errore ErroreMotore(sqlite3* database, int esito) {
   if (database == nullptr) return {esito, kSorgente, sqlite3_errstr(esito)};
   const int esteso = sqlite3_extended_errcode(database);
-  // The connection keeps the error of its last call, which need not be this one.
+  // The connection holds the error of its last call, which need not be this one.
   if ((esteso & 0xFF) != (esito & 0xFF)) return {esito, kSorgente, sqlite3_errstr(esito)};
   return {esteso, kSorgente, sqlite3_errmsg(database)};
 }
@@ -154,7 +154,7 @@ host::Variant Istruzione::Leggi(int colonna) const {
   const int tipo = sqlite3_column_type(istruzione_, colonna);
   if (tipo == SQLITE_NULL) return host::Null{};
   host::DataOra data;
-  // A date of eight digits lies as a whole number in a column declared DATE.
+  // A date of eight digits is stored as a whole number in a column declared DATE.
   if (specie == Specie::kData && tipo != SQLITE_FLOAT && LeggiData(Testo(colonna), data)) return data;
   // Reading the text of a number would turn the column into a text: ask the type as it was.
   if (tipo == SQLITE_INTEGER) {

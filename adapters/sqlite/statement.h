@@ -1,4 +1,4 @@
-// One prepared statement of the engine, finalised on every way out, and the engine's errors as the system's
+// One prepared statement of the engine, finalised on every exit path, and the engine's errors as the system's
 // own.
 #pragma once
 
@@ -39,12 +39,12 @@ class Istruzione {
 
   /// True when the text held nothing but white space and comments.
   [[nodiscard]] bool Vuota() const { return istruzione_ == nullptr; }
-  /// What stands behind the first statement.
+  /// What follows the first statement.
   [[nodiscard]] std::string_view Resto() const { return resto_; }
 
   /// Gives the parameters ?1, ?2, ... their values; their number must be the statement's own.
   void Valori(const std::vector<Valore>& valori);
-  /// The next row; false behind the last one.
+  /// The next row; false past the last one.
   bool Avanza();
 
   [[nodiscard]] int Colonne() const;
@@ -67,7 +67,7 @@ class Istruzione {
 };
 
 /// A date as the database writes it, "yyyymmdd" or "yyyy-mm-dd", optionally followed by a blank or "T" and
-/// "hh:mm:ss" with or without fraction. False when the text is none of these or no day of the calendar.
+/// "hh:mm:ss" with or without fraction. False when the text is none of these or not a calendar date.
 [[nodiscard]] bool LeggiData(std::string_view testo, host::DataOra& data);
 
 }  // namespace orve::adapters::sqlite

@@ -62,7 +62,7 @@ class AmbienteWin32 final : public host::Ambiente {
   }
 
   [[nodiscard]] std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override {
-    // The host's chooser asks the person and knows nothing of what was dropped.
+    // The host's chooser asks the person and knows nothing about what was dropped.
     return finestre_.CreaForm(layout, !FileDelHost());
   }
   [[nodiscard]] std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia() override {
@@ -92,7 +92,7 @@ class AmbienteWin32 final : public host::Ambiente {
   [[nodiscard]] host::Directory& DirectoryAziendale() override { return directory_; }
 
  private:
-  // The three work on each other: they are the host's all together, or none of them is.
+  // The three work together: either all of them are the host's, or none is.
   [[nodiscard]] static bool FileDelHost() {
     return ClasseRegistrata(classi::kSelettoreFile) && ClasseRegistrata(classi::kOggettoFile) &&
            ClasseRegistrata(classi::kCollezioneFile);

@@ -1,11 +1,11 @@
-// Everything that the library creates by itself on Windows: objects of automation by their classes,
-// MAPI32.DLL and the system's own parts.
+// Everything that the library creates on Windows: objects of automation by their classes, MAPI32.DLL and the
+// system's own parts.
 //
-// A class of the host's libraries that the machine does not know is made up for where the platform has a part
-// for it: the message boxes of the system, the formatters of SQL Server's dialect, the directories of the
+// Where the machine lacks a class of the host's libraries, a part of the platform replaces it if there is
+// one: the message boxes of the system, the formatters of SQL Server's dialect, the directories of the
 // system, and the file chooser with its file object and collection (the three together). The register object,
-// the password class and the special fields are the host's alone, and without them the creation raises 429,
-// as it does for a mail object that is not installed, and for a class that is known and cannot be created.
+// the password class and the special fields can only be the host's, and without them creation raises 429, as
+// it does for a mail object that is not installed, and for a class that is known but cannot be created.
 #pragma once
 
 #include <memory>

@@ -1,8 +1,8 @@
 // The classes of the objects that the library creates, by name or by identifier.
 //
-// Those of the platform and of the SMTP component are published and cannot be chosen. The classes of the
+// Those of the platform and of the SMTP component are published and not ours to choose. The classes of the
 // host's own libraries are named here, in one place, after the library and the object: an installation whose
-// libraries register other names changes them here, or registers these names beside its own.
+// libraries register other names changes them here, or registers these names alongside its own.
 #pragma once
 
 namespace orve::adapters::win32::classi {

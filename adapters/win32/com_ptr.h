@@ -1,4 +1,5 @@
-// What owns the things of COM: interface pointers, texts and values. Each releases what it holds at its end.
+// Owners of COM's resources: interface pointers, texts and values. Each releases what it holds when it is
+// destroyed.
 #pragma once
 
 #include <windows.h>
@@ -16,7 +17,7 @@ template <class T>
 class ComPtr {
  public:
   ComPtr() = default;
-  /// Shares the object: counts one reference more.
+  /// Shares the object: adds a reference.
   explicit ComPtr(T* oggetto) noexcept : oggetto_(oggetto) {
     if (oggetto_ != nullptr) oggetto_->AddRef();
   }
@@ -46,7 +47,7 @@ class ComPtr {
   explicit operator bool() const noexcept { return oggetto_ != nullptr; }
 
   void Reset() noexcept {
-    // First forgotten, then released: the release may come back here.
+    // First forgotten, then released: the release may re-enter here.
     if (T* vecchio = std::exchange(oggetto_, nullptr); vecchio != nullptr) vecchio->Release();
   }
   /// Gives the reference away.
@@ -132,7 +133,7 @@ class VariantCom {
     preso.valore_ = valore;
     return preso;
   }
-  /// An object, or automation's no object.
+  /// An object, or automation's "no object".
   [[nodiscard]] static VariantCom DiOggetto(IDispatch* oggetto) noexcept {
     VariantCom fatto;
     if (oggetto != nullptr) oggetto->AddRef();

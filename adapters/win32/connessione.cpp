@@ -67,7 +67,7 @@ class ConnectionCom final : public Involucro<host::Connection> {
   using Involucro::Involucro;
   [[nodiscard]] std::shared_ptr<host::RecordSet> Execute(const std::string& statement,
                                                          std::int32_t opzione) override {
-    // The count of records comes back in the second argument; nobody looks at it.
+    // The count of records comes back in the second argument; nobody uses it.
     return AvvolgiRecordSet(Oggetto().ChiamaOggetto(
         "Execute", statement, Argomento::PerRiferimento(host::Variant(std::int32_t{0})), opzione));
   }

@@ -16,7 +16,7 @@ namespace {
 using host::Errore;
 using host::Variant;
 
-// The system's functions count in int; longer texts are beyond what automation carries.
+// The system's functions count in int; longer texts are more than automation can carry.
 int Lunghezza(std::size_t misura) {
   if (misura > static_cast<std::size_t>(INT_MAX)) throw Errore(host::kMemoriaInsufficiente);
   return static_cast<int>(misura);
@@ -41,7 +41,7 @@ std::string Stringi(UINT pagina, DWORD flags, const char* sostituto, std::wstrin
   return stretto;
 }
 
-// Locks the elements of an array for as long as they are walked.
+// Locks the elements of an array while they are iterated.
 class Elementi {
  public:
   explicit Elementi(SAFEARRAY* elenco) : elenco_(elenco) {
@@ -63,7 +63,7 @@ Variant Elemento(SAFEARRAY* elenco, VARTYPE tipo, std::vector<LONG>& indici) {
   if (FAILED(SafeArrayPtrOfIndex(elenco, indici.data(), &posto)) || posto == nullptr) {
     throw Errore(host::kIndiceFuoriIntervallo);
   }
-  // The element is looked at where it lies; a value of values may itself be one of any kind.
+  // The element is examined in place; an array of values may hold values of any kind.
   VARIANT vista;
   VariantInit(&vista);
   V_VT(&vista) = static_cast<VARTYPE>(tipo | VT_BYREF);
@@ -120,8 +120,7 @@ std::size_t MisuraDiUnValore(VARTYPE tipo) {
   }
 }
 
-// The same for every type that an array can hold; 0 for records, which tell nothing without their
-// description.
+// The same for every type that an array can hold; 0 for records, which say nothing without their description.
 std::size_t MisuraDiUnElemento(VARTYPE tipo) {
   switch (tipo) {
     case VT_BSTR:
@@ -135,7 +134,7 @@ std::size_t MisuraDiUnElemento(VARTYPE tipo) {
   }
 }
 
-// The type that the array itself tells; VT_EMPTY when it does not know.
+// The type that the array itself reports; VT_EMPTY when it does not know.
 VARTYPE TipoSaputo(SAFEARRAY* elenco) {
   VARTYPE tipo = VT_EMPTY;
   if (SUCCEEDED(SafeArrayGetVartype(elenco, &tipo)) && tipo != VT_EMPTY) return tipo;
@@ -146,8 +145,8 @@ VARTYPE TipoSaputo(SAFEARRAY* elenco) {
   return VT_EMPTY;
 }
 
-// What the elements are. The caller's word counts only where the array does not know, which is so for
-// descriptors made by hand, and only for values that follow no pointer.
+// What the elements are. The caller's claim counts only where the array does not know, as with descriptors
+// made by hand, and only for values that follow no pointer.
 VARTYPE TipoDegliElementi(SAFEARRAY* elenco, VARTYPE dichiarato) {
   const VARTYPE saputo = TipoSaputo(elenco);
   const VARTYPE tipo = saputo != VT_EMPTY ? saputo : dichiarato;
@@ -247,10 +246,10 @@ std::string FromBstr(BSTR testo) {
 }
 
 std::string ToSingleByte(std::string_view testo) {
-  // A system whose code page is UTF-8 lacks nothing, and refuses to be told what to do if it did.
+  // A system whose code page is UTF-8 lacks no character, and refuses a replacement character.
   if (GetACP() == CP_UTF8) return ToUtf8(ToWide(testo));
   std::wstring largo = ToWide(testo);
-  // No other page has a character beyond the first plane; its second half would be a "?" more.
+  // No other page has a character beyond the first plane; its second half would become a second "?".
   std::erase_if(largo, [](wchar_t unita) { return IS_LOW_SURROGATE(unita); });
   return Stringi(CP_ACP, WC_NO_BEST_FIT_CHARS, "?", largo);
 }
@@ -283,7 +282,7 @@ VariantCom ToCom(const Variant& valore) {
       V_R8(&com) = contenuto;
     } else if constexpr (std::is_same_v<Tipo, host::Decimale>) {
       V_DECIMAL(&com) = InDecimale(contenuto);
-      V_VT(&com) = VT_DECIMAL;  // the number lies over its own kind
+      V_VT(&com) = VT_DECIMAL;  // the number overlaps its own type field
     } else if constexpr (std::is_same_v<Tipo, host::DataOra>) {
       V_VT(&com) = VT_DATE;
       V_DATE(&com) = contenuto.giorni;

@@ -13,8 +13,8 @@ namespace orve::adapters::win32 {
 
 namespace {
 
-// What the default member gave for a field: the field, whose value is its own default member, or a value
-// already.
+// What the default member returned for a field: the field, whose value is its own default member, or the
+// value itself.
 class CampoPredefinito final : public host::Field {
  public:
   explicit CampoPredefinito(VariantCom dato) : dato_(std::move(dato)) {}

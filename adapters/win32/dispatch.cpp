@@ -15,7 +15,7 @@ namespace orve::adapters::win32 {
 
 namespace {
 
-// The values of one call in the form and order that automation wants: the last argument first.
+// The values of one call in the form and order that automation expects: the last argument first.
 class Chiamata {
  public:
   Chiamata(std::span<const VariantCom*> valori, std::span<const bool> perRiferimento, bool tipizzati) {
@@ -41,7 +41,7 @@ class Chiamata {
     VariantInit(&passato);
     if (tipizzato) {
       V_VT(&passato) = static_cast<VARTYPE>(V_VT(&copia) | VT_BYREF);
-      V_BYREF(&passato) = &V_I4(&copia);  // every kind lies at the same place
+      V_BYREF(&passato) = &V_I4(&copia);  // every kind is at the same offset
     } else {
       V_VT(&passato) = VT_BYREF | VT_VARIANT;
       V_VARIANTREF(&passato) = &copia;
@@ -52,7 +52,7 @@ class Chiamata {
   std::vector<VARIANT> passati_;
 };
 
-// A call by kind, so that the refusal of a kind can be told from a failure inside the member.
+// A call by kind, so that refusal of the kind can be told from a failure inside the member.
 struct Esito {
   HRESULT codice = S_OK;
   VariantCom risultato;
@@ -73,7 +73,7 @@ Esito Prova(IDispatch& oggetto, DISPID membro, WORD tipo, Chiamata& chiamata) {
   parametri.cNamedArgs = scrittura ? 1 : 0;
   Esito esito;
   UINT argomento = 0;
-  SetErrorInfo(0, nullptr);  // nobody's old error is taken for this call's
+  SetErrorInfo(0, nullptr);  // so that no old error is taken for this call's
   esito.codice = oggetto.Invoke(membro, IID_NULL, LOCALE_USER_DEFAULT, tipo, &parametri,
                                 scrittura ? nullptr : esito.risultato.Uscita(), &esito.eccezione, &argomento);
   return esito;
@@ -101,7 +101,7 @@ DISPID Dispatch::Numero(const char* membro) const {
   DISPID numero = DISPID_UNKNOWN;
   const HRESULT esito = oggetto_->GetIDsOfNames(IID_NULL, &nomi, 1, LOCALE_USER_DEFAULT, &numero);
   if (SUCCEEDED(esito) && numero != DISPID_UNKNOWN) return numero;
-  // Objects of a script may offer their members by the other way only.
+  // A script's objects may offer their members only the other way.
   if (const auto perNome = oggetto_.Come<IDispatchEx>(kDispatchEx)) {
     if (SUCCEEDED(perNome->GetDispID(nome.Get(), fdexNameCaseInsensitive, &numero))) return numero;
   }
@@ -110,9 +110,9 @@ DISPID Dispatch::Numero(const char* membro) const {
 
 VariantCom Dispatch::Invoca(DISPID membro, WORD tipo, std::span<Argomento> argomenti) const {
   if (!oggetto_) throw host::Errore(host::kOggettoNonImpostato);
-  const auto fermo = oggetto_;  // the call may let the last other reference go
+  const auto fermo = oggetto_;  // the call may release the last other reference
   std::vector<const VariantCom*> valori;
-  // NOLINTNEXTLINE(modernize-avoid-c-arrays): a vector of truth values has no elements to point at
+  // NOLINTNEXTLINE(modernize-avoid-c-arrays): a vector of bool has no elements to point at
   const auto perRiferimento = std::make_unique<bool[]>(argomenti.size() + 1);
   bool qualcuno = false;
   for (const auto& argomento : argomenti) {
@@ -152,7 +152,7 @@ void Dispatch::PutRef(const char* membro, IDispatch* oggetto) const {
   const std::array<bool, 1> perRiferimento = {false};
   Chiamata chiamata(valori, perRiferimento, false);
   Esito esito = Prova(*fermo.Get(), numero, DISPATCH_PROPERTYPUTREF, chiamata);
-  // The refusal of the kind of call, and no 438 that a setter raised after it ran.
+  // This is the refusal of the kind of call, not a 438 raised by a setter that ran.
   if (esito.codice == DISP_E_MEMBERNOTFOUND) {
     esito = Prova(*fermo.Get(), numero, DISPATCH_PROPERTYPUT, chiamata);
   }

@@ -1,7 +1,7 @@
 // An object of automation, reached by the names of its members at run time, whatever language made it.
 //
-// The names are given with the object's own case. Every failure is an Errore with the object's number, source
-// and description; an unknown member is 438, a member of no object 91.
+// The names are given in the object's own case. Every failure is an Errore with the object's number, source
+// and description; an unknown member is 438, a member of "no object" 91.
 #pragma once
 
 #include <windows.h>
@@ -31,7 +31,7 @@ inline constexpr IID kDispatchEx = {
 class Argomento {
  public:
   template <class T>
-  // Nothing that is an argument already is convertible.
+  // Nothing that is already an argument is convertible.
   // NOLINTNEXTLINE(bugprone-forwarding-reference-overload)
   requires std::convertible_to<T, host::Variant> Argomento(T&& valore)
       : valore_(ToCom(host::Variant(std::forward<T>(valore)))) {}
@@ -39,7 +39,7 @@ class Argomento {
   /// An object, which may be absent.
   Argomento(IDispatch* oggetto) : valore_(VariantCom::DiOggetto(oggetto)) {}
 
-  /// A value that the object may change; the library does not ask for what it became.
+  /// A value that the object may change; the library does not read it back.
   [[nodiscard]] static Argomento PerRiferimento(VariantCom valore);
   [[nodiscard]] static Argomento PerRiferimento(const host::Variant& valore) {
     return PerRiferimento(ToCom(valore));
@@ -61,15 +61,15 @@ class Dispatch {
   [[nodiscard]] IDispatch* Com() const noexcept { return oggetto_.Get(); }
   explicit operator bool() const noexcept { return static_cast<bool>(oggetto_); }
 
-  /// Reads a property, with arguments where it has them. The reading also serves a member that its object
-  /// holds as a function, as automation's languages read.
+  /// Reads a property, with arguments where it has them. This also works for a member that its object
+  /// implements as a function, as reading does in automation's languages.
   template <class... A>
   [[nodiscard]] host::Variant Get(const char* membro, A&&... argomenti) const {
     return FromCom(
         Chiama(membro, DISPATCH_PROPERTYGET | DISPATCH_METHOD, std::forward<A>(argomenti)...).Get());
   }
-  /// The same for a member that gives an object; no object, empty and null give an absent one. Raises 13 for
-  /// any other value.
+  /// The same for a member that returns an object; "no object", empty and null give an absent one. Raises 13
+  /// for any other value.
   template <class... A>
   [[nodiscard]] Dispatch LeggiOggetto(const char* membro, A&&... argomenti) const {
     return Oggetto(Chiama(membro, DISPATCH_PROPERTYGET | DISPATCH_METHOD, std::forward<A>(argomenti)...));
@@ -84,10 +84,10 @@ class Dispatch {
   void Put(const char* membro, Argomento valore) const;
   /// Writes a value of any type: an object is set, anything else is written.
   void PutValore(const char* membro, const host::Variant& valore) const;
-  /// Sets a property to an object, or to no object. An object that only knows the plain writing, and refuses
-  /// the setting unrun, gets that.
+  /// Sets a property to an object, or to "no object". If the object only supports plain writing, and refuses
+  /// the set without running it, it gets a plain write.
   void PutRef(const char* membro, IDispatch* oggetto) const;
-  /// Calls a method for what it does.
+  /// Calls a method for its effect.
   template <class... A>
   void Run(const char* membro, A&&... argomenti) const {
     Chiama(membro, DISPATCH_METHOD, std::forward<A>(argomenti)...);
@@ -102,7 +102,7 @@ class Dispatch {
     return LeggiOggetto(membro, std::forward<A>(argomenti)...);
   }
 
-  /// The object that a value holds; absent for no object, empty and null. Raises 13 for any other value.
+  /// The object that a value holds; absent for "no object", empty and null. Raises 13 for any other value.
   [[nodiscard]] static Dispatch Oggetto(const VariantCom& valore);
 
   /// The number of a member. Raises 438 when the object does not know it, 91 when there is no object.
@@ -121,8 +121,8 @@ class Dispatch {
 };
 
 /// What an argument means where a value is wanted: for an object the value of its default member, and so on
-/// until it is no object; any other value as it is, references followed. Raises 91 for no object, 438 for an
-/// object without a default member, and whatever its reading raises.
+/// until it is not an object; any other value as it is, with references followed. Raises 91 for "no object",
+/// 438 for an object without a default member, and whatever reading it raises.
 [[nodiscard]] VariantCom ValorePredefinito(const VARIANT& valore);
 /// The same for a value of the library, the elements of arrays included.
 [[nodiscard]] host::Variant SenzaOggetti(host::Variant valore);
@@ -134,7 +134,7 @@ class Dispatch {
 /// Whether the machine knows the class at all.
 [[nodiscard]] bool ClasseRegistrata(const wchar_t* classe) noexcept;
 
-/// A host object over an object of automation.
+/// A host object that wraps an automation object.
 template <class Interfaccia>
 class Involucro : public Interfaccia, public OggettoCom {
  public:
@@ -148,7 +148,7 @@ class Involucro : public Interfaccia, public OggettoCom {
   Dispatch oggetto_;
 };
 
-/// The wrapper round an object, absent for an absent one.
+/// The wrapper for an object, absent for an absent one.
 template <class Tipo>
 [[nodiscard]] std::shared_ptr<Tipo> Avvolgi(Dispatch oggetto) {
   return oggetto ? std::make_shared<Tipo>(std::move(oggetto)) : nullptr;

@@ -42,8 +42,7 @@ constexpr auto kNumeri = std::to_array<std::pair<HRESULT, std::int32_t>>({
     {RPC_E_DISCONNECTED, 462},
 });
 
-// The numbers below this one are the language's; objects count their own behind it (0x800A0000 and the
-// number).
+// The numbers below this one belong to the language; objects add theirs to it (0x800A0000 plus the number).
 constexpr WORD kControllo = FACILITY_CONTROL;
 
 struct Parti {

@@ -9,12 +9,12 @@
 
 namespace orve::adapters::win32 {
 
-/// The number by which automation's languages know a failure: that of the object itself where it gives one,
-/// 438 for an unknown member, 13, 6, 5, 9, 7, 70, 429, 445, 449, 450, 462 for the failures that have a number
-/// there, else the code as it is.
+/// The number by which automation's languages know a failure: the object's own where it gives one, 438 for an
+/// unknown member, 13, 6, 5, 9, 7, 70, 429, 445, 449, 450, 462 for the failures that have a number there,
+/// else the code as it is.
 [[nodiscard]] std::int32_t NumeroDi(HRESULT esito) noexcept;
 
-/// The error behind a failed call. What the object told by `eccezione` comes first, then what it left as the
+/// The error of a failed call. What the object reported in `eccezione` comes first, then what it left as the
 /// thread's error information, then the system's text for the code. Takes the texts out of `eccezione`.
 [[nodiscard]] host::Errore ErroreDi(HRESULT esito, EXCEPINFO* eccezione = nullptr);
 

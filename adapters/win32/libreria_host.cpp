@@ -14,7 +14,7 @@ class MessaggiCom final : public Involucro<host::Messaggi> {
   }
   std::int32_t MostraMsg(const std::string& testo, std::int32_t stile, const std::string& titolo,
                          const std::shared_ptr<host::Oggetto>& proprietario) override {
-    // A window of the library's own has no object of automation: its message then has no owner.
+    // One of the library's own windows has no automation object: its message then has no owner.
     return Oggetto()
         .Call("MostraMsg", Argomento::PerRiferimento(host::Variant(testo)),
               Argomento::PerRiferimento(host::Variant(stile)),

@@ -1,4 +1,4 @@
-// The objects of the host application's libraries, by the members that the library uses.
+// The objects of the host application's libraries, with the members that the library uses.
 #pragma once
 
 #include <memory>
@@ -14,7 +14,7 @@
 
 namespace orve::adapters::win32 {
 
-/// The wrapper round an object of each kind; absent for an absent one.
+/// The wrapper for an object of each kind; absent for an absent one.
 [[nodiscard]] std::shared_ptr<host::Messaggi> AvvolgiMessaggi(Dispatch messaggi);
 [[nodiscard]] std::shared_ptr<host::RegistroInvio> AvvolgiRegistroInvio(Dispatch registro);
 [[nodiscard]] std::shared_ptr<host::FormatoData> AvvolgiFormatoData(Dispatch formato);

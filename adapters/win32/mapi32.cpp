@@ -24,8 +24,7 @@ using SendMail = ULONG(WINAPI*)(ULONG_PTR, ULONG_PTR, MapiMessageRecord*, SAFEAR
 using Logoff = ULONG(WINAPI*)(ULONG_PTR, ULONG_PTR, ULONG, ULONG);
 
 HMODULE Libreria(const std::wstring& nome) {
-  // Neither from the current folder nor from the program's, where anybody may have left a library of that
-  // name.
+  // Not from the current folder, nor from the program's, where anybody may have left a library of that name.
   HMODULE libreria = LoadLibraryExW(nome.c_str(), nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
   if (libreria == nullptr) {
     throw host::Errore(kFileNonTrovato, kSorgenteMapi, "Impossibile trovare il file " + ToUtf8(nome));
@@ -41,11 +40,11 @@ Funzione Ingresso(const std::wstring& libreria, const char* nome) {
         kIngressoNonTrovato, kSorgenteMapi,
         std::string("Impossibile trovare il punto di ingresso ") + nome + " nella DLL " + ToUtf8(libreria));
   }
-  // The declared type of the library's function; the detour tells the compiler that it is meant.
+  // The declared type of the library's function; the detour tells the compiler that this is intended.
   return reinterpret_cast<Funzione>(reinterpret_cast<void*>(ingresso));
 }
 
-// Texts in single bytes, held as automation holds its texts.
+// Single-byte text, held as automation holds its texts.
 BSTR SingoloByte(std::string_view testo) {
   const std::string byte = ToSingleByte(testo);
   BSTR fatto = SysAllocStringByteLen(byte.data(), static_cast<UINT>(byte.size()));
@@ -60,7 +59,7 @@ std::string DaSingoloByte(BSTR testo) {
 
 class RecordMessaggio {
  public:
-  // Through the empty record, so that the texts made so far go if memory runs out.
+  // Delegates to the empty record, so that the texts made so far are freed if memory runs out.
   explicit RecordMessaggio(const host::MapiMessage& messaggio) : RecordMessaggio() {
     record_.Reserved = static_cast<std::uint32_t>(messaggio.Reserved);
     for (const auto& [campo, posto] : kTesti) record_.*posto = SingoloByte(messaggio.*campo);
@@ -126,7 +125,7 @@ void Svuota(MapiFileRecord& record) {
   for (BSTR testo : {record.PathName, record.FileName, record.FileType}) SysFreeString(testo);
 }
 
-// An array of records, counted from 0. Without elements there is no array, as of one that was never
+// An array of records, counted from 0. Without elements there is no array, as for one that was never
 // dimensioned.
 template <class Record>
 class ArrayDiRecord {
@@ -137,7 +136,7 @@ class ArrayDiRecord {
     if (FAILED(SafeArrayAllocDescriptor(1, &array_))) throw std::bad_alloc();
     array_->cbElements = sizeof(Record);
     array_->rgsabound[0] = {static_cast<ULONG>(numero_), 0};
-    // The elements are zero at first, so that half an array can be let go.
+    // The elements are zero at first, so half an array can be freed.
     if (FAILED(SafeArrayAllocData(array_))) {
       SafeArrayDestroyDescriptor(array_);
       throw std::bad_alloc();

@@ -1,8 +1,8 @@
-// The three functions of MAPI32.DLL, in the form for callers that hold their texts as automation's texts and
-// pass their records as automation's arrays.
+// The three functions of MAPI32.DLL, in the form meant for callers that hold their texts as automation's
+// texts and pass their records as automation's arrays.
 //
-// The library is looked for at the first call, in the system's folder alone, and stays loaded: mail programs
-// that stand behind it do not bear being unloaded.
+// The library is looked for at the first call, in the system's folder alone, and stays loaded: the mail
+// programs behind it cannot cope with being unloaded.
 #pragma once
 
 #include <windows.h>
@@ -18,7 +18,7 @@
 
 namespace orve::adapters::win32 {
 
-// The records as the library reads them: natural alignment on either width.
+// The records as the library reads them: natural alignment at either pointer width.
 
 struct MapiMessageRecord {
   std::uint32_t Reserved;

@@ -36,7 +36,7 @@ class ManagerRubricaCom final : public Involucro<host::ManagerRubrica> {
  public:
   using Involucro::Involucro;
   void DittaRubrica(const host::Variant& ditta) override {
-    // An object is a reference already.
+    // An object is already a reference.
     if (ditta.IsObject()) {
       Oggetto().PutValore("DittaRubrica", ditta);
     } else {

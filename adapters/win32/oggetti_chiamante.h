@@ -1,5 +1,5 @@
-// The objects that a caller hands in, as the library knows them. No object in, no object out; ComDi gives
-// back the object that came in.
+// The objects that a caller hands in, as the library knows them. "No object" stays "no object"; ComDi returns
+// the object that came in.
 #pragma once
 
 #include <windows.h>

@@ -1,5 +1,5 @@
-// The side of a host object that COM sees. Every wrapper of this folder has it, so that an object which a
-// caller handed in is given back, or handed on, as the same object.
+// The side of a host object that COM sees. Every wrapper of this folder has it, so an object that a caller
+// handed in is given back, or passed on, as the same object.
 #pragma once
 
 #include <windows.h>
@@ -23,21 +23,21 @@ class OggettoCom {
   OggettoCom(OggettoCom&&) = delete;
   OggettoCom& operator=(OggettoCom&&) = delete;
 
-  /// The object behind, never null; the reference stays with this object.
+  /// The wrapped object, never null; the reference stays with this object.
   [[nodiscard]] virtual IDispatch* Com() const noexcept = 0;
 
  protected:
   virtual ~OggettoCom() = default;
 };
 
-/// The object of COM behind a host object; null for an absent object and for one that has none.
+/// The COM object behind a host object; null for an absent object and for one that has none.
 template <class T>
 [[nodiscard]] IDispatch* ComDi(const std::shared_ptr<T>& oggetto) noexcept {
   const auto* com = dynamic_cast<const OggettoCom*>(oggetto.get());
   return com == nullptr ? nullptr : com->Com();
 }
 
-/// The same, to be handed to another object: raises 13 for an object that has none, instead of handing on
+/// The same, to be passed to another object: raises 13 for an object that has none, instead of passing
 /// nothing.
 template <class T>
 [[nodiscard]] IDispatch* ComDaConsegnare(const std::shared_ptr<T>& oggetto) {
@@ -46,7 +46,7 @@ template <class T>
   return com;
 }
 
-/// An object of which the library knows nothing: it can only be handed on.
+/// An object that the library knows nothing about: it can only be passed on.
 class OggettoIgnoto final : public host::Oggetto, public OggettoCom {
  public:
   explicit OggettoIgnoto(ComPtr<IDispatch> oggetto) : oggetto_(std::move(oggetto)) {}

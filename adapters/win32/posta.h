@@ -9,7 +9,7 @@
 
 namespace orve::adapters::win32 {
 
-/// The wrapper round an object of each kind; absent for an absent one.
+/// The wrapper for an object of each kind; absent for an absent one.
 [[nodiscard]] std::shared_ptr<host::ComponenteSmtp> AvvolgiComponenteSmtp(Dispatch componente);
 [[nodiscard]] std::shared_ptr<host::OutlookApplication> AvvolgiOutlook(Dispatch outlook);
 [[nodiscard]] std::shared_ptr<host::MAPISession> AvvolgiMAPISession(Dispatch controllo);

@@ -31,8 +31,8 @@ SYSTEMTIME Tempo(host::DataOra istante) {
   return tempo;
 }
 
-// What a function writes that answers with the length it needs, the NUL counted, when its buffer is too
-// short, and with the length written otherwise.
+// The output of a function that returns the length it needs, including the NUL, when its buffer is too short,
+// and the length written otherwise.
 std::wstring Testo(const std::function<DWORD(wchar_t*, DWORD)>& funzione) {
   std::wstring testo(MAX_PATH, L'\0');
   for (;;) {
@@ -57,7 +57,7 @@ std::wstring CartellaTemporanea() {
 
 std::wstring CartellaDelProgramma() {
   std::wstring programma = Testo([](wchar_t* testo, DWORD misura) {
-    // A name that does not fit is cut, and the buffer is full then.
+    // A name that does not fit is cut, and the buffer is then full.
     const DWORD letti = GetModuleFileNameW(nullptr, testo, misura);
     return letti == misura ? misura * 2 : letti;
   });
@@ -125,7 +125,8 @@ std::int32_t ReteWin32::WNetGetUserA(std::string& buffer) {
   auto lunghezza = static_cast<DWORD>(nome.size());
   const DWORD esito = ::WNetGetUserA(nullptr, nome.data(), &lunghezza);
   if (esito != NO_ERROR) return static_cast<std::int32_t>(esito);
-  // In the library a letter may need more bytes than in the system's code page: the buffer grows with them.
+  // In the library a character may need more bytes than in the system's code page: the buffer grows
+  // accordingly.
   const std::string testo = FromSingleByte({nome.data(), strnlen(nome.data(), nome.size())});
   if (buffer.size() < testo.size() + 1) buffer.resize(testo.size() + 1);
   buffer.replace(0, testo.size() + 1, testo + '\0');

@@ -1,5 +1,5 @@
 // What the library asks of Windows itself: clock, debug output, identifiers, environment, network user, and
-// the directories of the system where no library of the host resolves them.
+// the system's directories where no library of the host resolves them.
 #pragma once
 
 #include <cstdint>
@@ -21,7 +21,7 @@ class OrologioWin32 final : public host::Orologio {
   [[nodiscard]] std::string TestoOra(host::DataOra istante) override;
 };
 
-/// Without a library of the host: dates in the forms that the regional settings let a person write.
+/// Used when the host has no library: dates in the forms that the regional settings let a person write.
 class FormatoDataWin32 final : public forms::FormatoDataSql {
  public:
   void Data(const std::string& testo) override;
@@ -48,9 +48,9 @@ class ReteWin32 final : public host::Rete {
   std::int32_t WNetGetUserA(std::string& buffer) override;
 };
 
-/// Without a library of the host: the person's temporary directory, the directory of the running program, and
-/// configured paths with environment variables between percent signs, a relative one counting from the
-/// program's directory and an empty one meaning the temporary directory. Nothing is made.
+/// Used when the host has no library: the person's temporary directory, the directory of the running program,
+/// and configured paths with environment variables between percent signs, a relative one starting from the
+/// program's directory and an empty one meaning the temporary directory. Creates nothing.
 class RisolutorePercorsiWin32 final : public host::RisolutorePercorsi {
  public:
   void ChiudiPercorsi() override { percorso_.clear(); }

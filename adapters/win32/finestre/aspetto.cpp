@@ -12,13 +12,13 @@ namespace orve::adapters::win32::finestre {
 
 namespace {
 
-constexpr int kFontGrande = 12;  // pixels at 96 to the inch
+constexpr int kFontGrande = 12;  // pixels at 96 dpi
 constexpr int kFontPiccolo = 9;
 constexpr int kMargineTesto = 3;
 constexpr int kSpunta = 18;
 constexpr WORD kManifesto = 2;  // of finestre.rc
 
-// Made once and kept; a program without the resource gets the controls that it has by itself.
+// Made once and kept; a program without the resource gets the controls that it has anyway.
 class Contesto {
  public:
   Contesto() {
@@ -43,7 +43,7 @@ class Contesto {
   HANDLE maniglia_ = INVALID_HANDLE_VALUE;
 };
 
-// What only newer systems have.
+// Functions that only newer systems have.
 template <class Funzione>
 Funzione* DiUser32(const char* nome) {
   return reinterpret_cast<Funzione*>(

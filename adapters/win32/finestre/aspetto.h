@@ -1,5 +1,5 @@
-// How the windows look: the current version of the controls, the dots of the screen, the font that fits the
-// layout.
+// How the windows look: the current version of the controls, the resolution of the screen, the font that fits
+// the layout.
 #pragma once
 
 #include <windows.h>
@@ -12,8 +12,8 @@
 
 namespace orve::adapters::win32::finestre {
 
-/// While it lives, windows that this thread makes get the controls of the sixth version. Not to be held while
-/// the program's code runs: the objects that it makes are its own affair.
+/// While it lives, windows that this thread creates get version 6 of the controls. Must not be held while the
+/// program's code runs: what the program creates is its own affair.
 class ContestoVisuale {
  public:
   ContestoVisuale();
@@ -28,12 +28,12 @@ class ContestoVisuale {
   ULONG_PTR segno_ = 0;
 };
 
-/// The module that this code lies in: the DLL, or a program that links it.
+/// The module that contains this code: the DLL, or a program that links it.
 [[nodiscard]] HINSTANCE Modulo();
 
-/// Dots to the inch of the screen that the window is on, as far as its program knows of them.
+/// Dots per inch of the screen that the window is on, as far as its program is aware of them.
 [[nodiscard]] int DpiDi(HWND finestra);
-/// The window's rectangle round a client area of this size, at 0, 0.
+/// The window's rectangle around a client area of this size at 0, 0.
 [[nodiscard]] RECT ConBordo(SIZE interno, DWORD stile, DWORD esteso, int dpi);
 
 struct ChiudeFont {

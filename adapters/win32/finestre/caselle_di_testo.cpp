@@ -71,7 +71,7 @@ void CasellaDiTesto::Comando(int codice) {
   if (codice == EN_CHANGE && !scrive_) Protetta(LaFinestra()->Maniglia(), [this] { Cambiata(); });
 }
 
-// As it will be sent, a line's end being two characters.
+// As it will be sent, with a line end of two characters.
 std::string CasellaDiTesto::Misurato(const std::wstring& contato) const {
   std::string testo = Stretto(contato);
   return multiriga_ ? text::Replace(testo, "\r", "\r\n") : testo;
@@ -92,7 +92,7 @@ void CasellaDiTesto::Incolla() {
   if (!accettato.empty()) Manda(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(accettato.c_str()));
 }
 
-// An emoji comes in two halves, which go the same way.
+// An emoji comes in two halves, which must both be let in or both refused.
 bool CasellaDiTesto::Entra(wchar_t carattere) {
   if (IS_LOW_SURROGATE(carattere)) return std::exchange(meta_, false);
   if (IS_HIGH_SURROGATE(carattere)) {
@@ -105,7 +105,7 @@ bool CasellaDiTesto::Entra(wchar_t carattere) {
   return comando || !Accettato(std::wstring(1, carattere)).empty();
 }
 
-// Whether the key is done with.
+// Whether the key has been handled.
 bool CasellaDiTesto::Tasto(WPARAM tasto) {
   const bool ctrl = Giu(VK_CONTROL) && !Giu(VK_MENU);
   if (!multiriga_) {
@@ -131,7 +131,7 @@ LRESULT CasellaDiTesto::Messaggio(UINT messaggio, WPARAM wParam, LPARAM lParam) 
       break;
     case WM_CHAR: {
       const auto carattere = static_cast<wchar_t>(wParam);
-      // Done when the key went down.
+      // Already handled when the key went down.
       if (carattere == (multiriga_ ? kCtrlV : kCtrlA)) return 0;
       if (!Entra(carattere)) return 0;
       break;
@@ -142,8 +142,8 @@ LRESULT CasellaDiTesto::Messaggio(UINT messaggio, WPARAM wParam, LPARAM lParam) 
   return Predefinito(messaggio, wParam, lParam);
 }
 
-// What comes in by other ways than those above: an input method, a tool that speaks or reads for the person.
-// The part that is new is cut as if it had been typed.
+// Text that arrives in other ways than those above: from an input method, or a dictation or screen-reading
+// tool. The new part is cut as if it had been typed.
 void CasellaDiTesto::Cambiata() {
   const std::wstring ora = Contato();
   const std::size_t minore = std::min(ora.size(), prima_.size());
@@ -169,7 +169,7 @@ void CasellaDiTesto::Cambiata() {
   SetWindowTextW(Maniglia(), voluto.c_str());
   const auto cursore = static_cast<LONG>(testa + accettato.size());
   Seleziona({cursore, cursore});
-  Manda(EM_EMPTYUNDOBUFFER);  // undoing never meets what was refused
+  Manda(EM_EMPTYUNDOBUFFER);  // undo never brings up what was refused
   scrive_ = false;
   prima_ = Contato();
 }
@@ -209,9 +209,9 @@ CasellaCorpo::CasellaCorpo(Posto posto, const host::LayoutControllo& layout)
   Manda(EM_SETTEXTMODE, TM_PLAINTEXT | TM_MULTILEVELUNDO);
   Manda(EM_EXLIMITTEXT, 0, kSenzaLimite);
   Manda(EM_SETEVENTMASK, 0, ENM_CHANGE);
-  constexpr WORD kMargine = 3;  // to stand as the text of the other boxes does
+  constexpr WORD kMargine = 3;  // to line up with the text of the other boxes
   Manda(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(kMargine, kMargine));
-  Manda(EM_EMPTYUNDOBUFFER);  // the font was no work of the person's
+  Manda(EM_EMPTYUNDOBUFFER);  // setting the font was not the person's doing
   Intercetta();
 }
 
@@ -231,7 +231,7 @@ std::wstring CasellaCorpo::Testo(bool conLineFeed) const {
 
 std::wstring CasellaCorpo::Mostrato() const {
   std::wstring testo = Testo(true);
-  // A line that was broken with Shift and Return.
+  // A line that was broken with Shift+Return.
   for (auto dove = testo.find(L'\v'); dove != std::wstring::npos; dove = testo.find(L'\v', dove)) {
     testo.replace(dove, 1, L"\r\n");
   }
@@ -247,7 +247,7 @@ bool CasellaCorpo::Aggiunge(const std::wstring& seguito) {
   const auto fine = static_cast<LONG>(Contato().size());
   Seleziona({fine, fine});
   Manda(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(seguito.c_str()));
-  Manda(WM_VSCROLL, SB_BOTTOM);  // the view follows the caret only where the keyboard is
+  Manda(WM_VSCROLL, SB_BOTTOM);  // the view only follows the caret in the focused box
   return true;
 }
 
@@ -265,7 +265,7 @@ void CasellaCorpo::Seleziona(Selezione selezione) {
 LRESULT CasellaCorpo::Messaggio(UINT messaggio, WPARAM wParam, LPARAM lParam) {
   switch (messaggio) {
     case WM_GETDLGCODE: {
-      // The keyboard can leave the box, and entering it marks nothing.
+      // The Tab key can leave the box, and entering it selects nothing.
       const auto* tasto = reinterpret_cast<const MSG*>(lParam);
       const bool esce = tasto != nullptr && (tasto->wParam == VK_TAB || tasto->wParam == VK_ESCAPE) &&
                         (tasto->message == WM_KEYDOWN || tasto->message == WM_CHAR);
@@ -289,7 +289,7 @@ LRESULT CasellaCorpo::Messaggio(UINT messaggio, WPARAM wParam, LPARAM lParam) {
   return CasellaDiTesto::Messaggio(messaggio, wParam, lParam);
 }
 
-// The border that the boxes of one line have; the rich edit by itself has that of another age.
+// The border that single-line boxes have; the rich edit's own is from another age.
 void CasellaCorpo::DipingeBordo() {
   HTHEME tema = OpenThemeData(Maniglia(), L"EDIT");
   if (tema == nullptr) return;
@@ -306,7 +306,7 @@ void CasellaCorpo::DipingeBordo() {
   CloseThemeData(tema);
 }
 
-// The box of one line has this menu from Windows.
+// The single-line box gets this menu from Windows.
 void CasellaCorpo::MenuDiScelta(LPARAM dove) {
   enum Voce : UINT { kAnnulla = 1, kTaglia, kCopia, kIncolla, kElimina, kTutto };
   const Selezione scelta = Scelta();

@@ -26,14 +26,14 @@ class CasellaDiTesto : public Elemento {
     LONG inizio = 0;
     LONG fine = 0;
   };
-  /// The text with carriage return and line feed at a line's end, and as Windows counts its positions.
+  /// The text with carriage return and line feed as the line end, and as Windows counts its positions.
   [[nodiscard]] virtual std::wstring Mostrato() const = 0;
   [[nodiscard]] virtual std::wstring Contato() const { return Mostrato(); }
   [[nodiscard]] virtual Selezione Scelta() const = 0;
   virtual void Seleziona(Selezione selezione) = 0;
-  /// Puts the program's text behind the one that stands; false where the box knows no such step.
+  /// Appends the program's text to the present one; false if the box has no such step.
   virtual bool Aggiunge(const std::wstring& /*seguito*/) { return false; }
-  /// Pastes in the place of the selection, as far as there is room.
+  /// Pastes in place of the selection, as far as there is room.
   void Incolla();
 
  private:
@@ -45,7 +45,7 @@ class CasellaDiTesto : public Elemento {
 
   bool multiriga_;
   std::string scritto_;
-  std::wstring mostrato_;  // what stood in the box when the program had written
+  std::wstring mostrato_;  // what was in the box after the program last wrote
   std::wstring prima_;     // as accepted last
   bool scrive_ = false;
   bool meta_ = false;  // the first half of a character was let in
@@ -62,8 +62,8 @@ class CasellaRiga : public CasellaDiTesto {
   void Seleziona(Selezione selezione) override;
 };
 
-/// A box of several lines of plain text. What the program adds to it under the person's eyes is a step that
-/// can be undone, and leaves caret and view behind it; another text takes the place of the old one for good.
+/// A box of several lines of plain text. Text that the program adds while the person watches is a step that
+/// can be undone, and leaves caret and view after it; a different text replaces the old one for good.
 class CasellaCorpo : public CasellaDiTesto {
  public:
   CasellaCorpo(Posto posto, const host::LayoutControllo& layout);

@@ -16,12 +16,12 @@ namespace {
 constexpr float kRigaEtichetta = 270;  // twips
 
 std::wstring TestoEtichetta(const host::LayoutControllo& layout) {
-  // Blanks at the end would hold the caption off the edge that its neighbours stand at.
+  // Trailing blanks would keep the caption away from the edge that its neighbours touch.
   const bool destra = layout.disegno.kvlalignment == 1;
   return Largo(destra ? text::TrimRight(layout.didascalia) : layout.didascalia);
 }
 
-// While it lives the pointer tells the person to wait.
+// While it lives, the pointer tells the person to wait.
 class PuntatoreInAttesa {
  public:
   PuntatoreInAttesa() : prima_(SetCursor(LoadCursorW(nullptr, IDC_WAIT))) {}
@@ -37,7 +37,8 @@ class PuntatoreInAttesa {
 
 }  // namespace
 
-// A group box for whoever asks what it is; it is drawn here, and what its controls say goes on to the window.
+// A group box to anything that asks what it is; it is drawn here, and its controls' notifications go on to
+// the window.
 Riquadro::Riquadro(Posto posto, const host::LayoutControllo& layout)
     : Controllo(std::move(posto), layout,
                 {WC_BUTTONW, BS_GROUPBOX | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT, Largo(layout.didascalia)}) {
@@ -164,7 +165,7 @@ void PulsanteMenu::MostraMenu() {
   }
 }
 
-// The arrow brings the menu up, as everywhere.
+// The arrow opens the menu, as everywhere.
 LRESULT PulsanteMenu::Messaggio(UINT messaggio, WPARAM wParam, LPARAM lParam) {
   if (messaggio == WM_GETDLGCODE) {
     const auto* tasto = reinterpret_cast<const MSG*>(lParam);
@@ -235,8 +236,8 @@ Combo::Combo(Posto posto, const host::LayoutControllo& layout)
   Intercetta();
 }
 
-// The height given to a combo box is that of its list; the box itself is as high as its line and what is
-// round it, which only the box knows.
+// The height given to a combo box is that of its list; the box itself is as high as its line and the border
+// around it, which only the box knows.
 void Combo::Posa() {
   constexpr auto kLinea = static_cast<WPARAM>(-1);
   constexpr int kRighe = 12;
@@ -283,7 +284,7 @@ void Combo::SelezionaPosizione(std::int16_t posizione) {
   host::Solleva(Change, posizione);
 }
 
-// While the list is down the person only looks; leaving it without a choice brings the old entry back.
+// While the list is open the person is only looking; leaving it without a choice brings the old entry back.
 void Combo::Comando(int codice) {
   switch (codice) {
     case CBN_SELCHANGE:
@@ -310,7 +311,7 @@ void Combo::Scelta() {
     voci_.SelezionaPosizione(scelta);
     host::Solleva(Change, scelta);
   });
-  Seleziona();  // the entry that counts, also when another action was running and this one did not
+  Seleziona();  // the entry in force, even when another action was running and this one did not
 }
 
 // The window opens with the keyboard in this box, where the wheel goes too: turning it would change the

@@ -1,5 +1,6 @@
-// The controls of a window over those of Windows. A person's action comes in by a notification and goes on as
-// the control's event; what the program writes raises the event by itself, never by the notification.
+// The controls of a window over those of Windows. A person's action arrives as a notification and is passed
+// on as the control's event; what the program writes raises the event directly, never through the
+// notification.
 #pragma once
 
 #include <memory>
@@ -23,14 +24,14 @@ class Riquadro : public Controllo<host::Frame> {
   void Dipinge() const;
 };
 
-/// A caption in the middle of the line beside it, however high its own rectangle.
+/// A caption centred on the line beside it, whatever the height of its own rectangle.
 class Etichetta : public Controllo<host::KVL_LABEL> {
  public:
   Etichetta(Posto posto, const host::LayoutControllo& layout);
   void Posa() override;
 };
 
-/// A button; with a menu behind it, it carries a small triangle in its corner.
+/// A button; one with a menu has a small triangle in its corner.
 class PulsanteMenu : public Controllo<host::KVL_TBARMENU> {
  public:
   /// `principale`: what it sets off may keep the program busy for as long as a server takes.
@@ -88,7 +89,7 @@ class Combo : public Controllo<host::KVL_COMBO> {
 [[nodiscard]] std::shared_ptr<host::Controllo> CreaControllo(Posto posto, const host::LayoutControllo& layout,
                                                              bool principale);
 
-/// The button that confirms the window: the first that stands in no frame.
+/// The button that confirms the window: the first that is not in a frame.
 [[nodiscard]] std::string PulsantePrincipale(const host::LayoutForm& layout);
 
 }  // namespace orve::adapters::win32::finestre

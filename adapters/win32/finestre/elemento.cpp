@@ -23,7 +23,7 @@ Elemento::Elemento(Posto posto, const host::LayoutControllo& controllo, const Sa
   Manda(WM_SETFONT, reinterpret_cast<WPARAM>(finestra_->Carattere()));
 }
 
-// The window itself goes with that of the form.
+// The window itself is destroyed with that of the form.
 Elemento::~Elemento() {
   finestra_->Dimentica(maniglia_);
   if (predefinita_ == nullptr || IsWindow(maniglia_) == FALSE) return;
@@ -50,7 +50,7 @@ void Elemento::Mostra(bool visibile) {
   ShowWindow(maniglia_, visibile ? SW_SHOWNA : SW_HIDE);
 }
 
-// A program that switches a button off because it is about to be busy has no time to draw it later.
+// A program that disables a button because it is about to be busy has no time to draw it later.
 void Elemento::Accendi(bool acceso) {
   if (!acceso) finestra_->LasciaFuoco(maniglia_);
   EnableWindow(maniglia_, acceso ? TRUE : FALSE);

@@ -1,6 +1,6 @@
-// What every control has, whatever its kind: its place in twips, its marks, its window. The windows of the
-// controls belong to that of the form; a control holds on to it, so that its own is there for as long as it
-// is asked.
+// What every control has, whatever its kind: its place in twips, its flags, its window. The windows of the
+// controls belong to that of the form; a control holds on to it, so its own window exists for as long as it
+// is used.
 #pragma once
 
 #include <windows.h>
@@ -17,7 +17,7 @@
 
 namespace orve::adapters::win32::finestre {
 
-/// What Windows makes a control of.
+/// What Windows creates a control from.
 struct Sagoma {
   const wchar_t* classe;
   DWORD stile = 0;
@@ -44,9 +44,9 @@ class Elemento {
 
   /// Puts the window where the rectangle says.
   virtual void Posa();
-  /// Takes the font of the form anew.
+  /// Takes the form's font again.
   virtual void CambiaCarattere();
-  /// What Windows tells of the control, by WM_COMMAND and WM_NOTIFY.
+  /// What Windows reports about the control, in WM_COMMAND and WM_NOTIFY.
   virtual void Comando(int /*codice*/) {}
   virtual LRESULT Notifica(const NMHDR& /*notifica*/) { return 0; }
 
@@ -60,12 +60,12 @@ class Elemento {
   float altezzaRiga;  // as the table or the program has it
 
  protected:
-  /// From here on the messages of the window come by Messaggio.
+  /// From here on the window's messages go through Messaggio.
   void Intercetta();
   virtual LRESULT Messaggio(UINT messaggio, WPARAM wParam, LPARAM lParam) {
     return Predefinito(messaggio, wParam, lParam);
   }
-  // What a message is answered with is often of no interest. NOLINTNEXTLINE(modernize-use-nodiscard)
+  // The answer to a message is often of no interest. NOLINTNEXTLINE(modernize-use-nodiscard)
   LRESULT Predefinito(UINT messaggio, WPARAM wParam, LPARAM lParam) const;
   // NOLINTNEXTLINE(modernize-use-nodiscard)
   LRESULT Manda(UINT messaggio, WPARAM wParam = 0, LPARAM lParam = 0) const {
@@ -83,7 +83,7 @@ class Elemento {
   WNDPROC predefinita_ = nullptr;
 };
 
-/// A control of the host over its window: `Parte` is an Elemento, or what knows more of the window.
+/// A host control over its window: `Parte` is an Elemento, or something that knows more about the window.
 template <class Base, class Parte = Elemento>
 class Controllo : public Base, public Parte {
  public:

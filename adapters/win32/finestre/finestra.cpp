@@ -94,8 +94,8 @@ SIZE Finestra::Misura() const {
   return MisuraDi(interno);
 }
 
-// The keyboard goes by the order in which the windows lie, and a frame lies where its first control does.
-// What it does not reach, captions among it, lies below.
+// The Tab key follows the z-order of the windows, where a frame comes where its first control does. What the
+// keyboard does not reach, captions included, comes below.
 void Finestra::OrdinaTastiera(const std::vector<HWND>& controlli) const {
   constexpr UINT kSoloOrdine = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
   std::for_each(controlli.rbegin(), controlli.rend(), [this](HWND uno) {
@@ -164,7 +164,7 @@ void Finestra::Gira() {
   if (fine) PostQuitMessage(*fine);
 }
 
-// The others first: Windows makes the next window active as this one goes, and it must be able to.
+// The others first: Windows activates the next window when this one disappears, and that one must be enabled.
 void Finestra::Nascondi() {
   mostrata_ = false;
   spente_.reset();
@@ -227,7 +227,7 @@ std::optional<LRESULT> Finestra::Messaggio(UINT messaggio, WPARAM wParam, LPARAM
       Limiti(*reinterpret_cast<MINMAXINFO*>(lParam));
       return 0;
     case WM_ACTIVATE:
-      // Later: what the activation sets off may show a window, which this message is not over for.
+      // Later: what the activation sets off may show a window, and this message must be over first.
       if (LOWORD(wParam) != WA_INACTIVE) PostMessageW(maniglia_, kAttivata, 0, 0);
       return std::nullopt;
     case kAttivata:
@@ -253,7 +253,7 @@ std::optional<LRESULT> Finestra::Messaggio(UINT messaggio, WPARAM wParam, LPARAM
 
 void Finestra::Comando(int identificatore, int codice, HWND controllo) {
   if (controllo == nullptr) {
-    // Escape. Return comes as IDOK, and in a box it is no order to send.
+    // Escape. Return arrives as IDOK, and in a box it is not an order to send.
     if (identificatore == IDCANCEL) VuoleUscire(Abbandonata);
     return;
   }
@@ -261,7 +261,7 @@ void Finestra::Comando(int identificatore, int codice, HWND controllo) {
   if (trovato != elementi_.end()) trovato->second->Comando(codice);
 }
 
-// Not while an action is under way, or something in front of the window waits for its answer.
+// Not while an action is in progress, or something in front of the window waits for an answer.
 void Finestra::VuoleUscire(const std::function<void()>& uscita) const {
   if (inAzione_ || IsWindowEnabled(maniglia_) == FALSE) {
     MessageBeep(MB_OK);

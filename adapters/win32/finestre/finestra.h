@@ -1,4 +1,4 @@
-// The window behind a form: a dialog of Windows, its message loop, and the way of its controls' messages.
+// The window behind a form: a Windows dialog, its message loop, and the routing of its controls' messages.
 #pragma once
 
 #include <windows.h>
@@ -17,7 +17,7 @@ namespace orve::adapters::win32::finestre {
 
 class Elemento;
 
-/// While it lives the other windows of this thread take no input, as behind every modal window. Those that
+/// While it lives, the other windows of this thread take no input, as with every modal window. Those that
 /// took none before are left alone.
 class FinestreSpente {
  public:
@@ -51,27 +51,27 @@ class Finestra : public std::enable_shared_from_this<Finestra> {
   [[nodiscard]] bool DaTastiera() const { return daTastiera_; }
 
   void Titolo(const std::string& titolo);
-  /// Size of the client area, which is the smallest that the person can give it too, unless the screen is
+  /// Size of the client area, which is also the smallest that the person can make it, unless the screen is
   /// smaller.
   void Misura(SIZE interno);
   [[nodiscard]] SIZE Misura() const;
 
-  /// The order of the keyboard, first to last.
+  /// The tab order, first to last.
   void OrdinaTastiera(const std::vector<HWND>& controlli) const;
 
   void Registra(HWND controllo, Elemento* elemento) { elementi_[controllo] = elemento; }
   void Dimentica(HWND controllo) { elementi_.erase(controllo); }
 
   /// Shows the window over its owner, which may be null, and in the modal case returns when it has been
-  /// hidden. A request to end the program closes it and is passed on.
+  /// hidden. A request to quit the program closes it and is passed on.
   void Mostra(HWND proprietario, bool modale);
   void Nascondi();
 
   /// Runs what the person's action sets off, one action at a time. No exception may reach Windows: an error
-  /// is told to the person, and the window stays open.
+  /// is shown to the person, and the window stays open.
   void Azione(const std::function<void()>& azione);
 
-  /// Before the focus is taken from a control that is about to be hidden or switched off.
+  /// Called before the focus is taken from a control that is about to be hidden or disabled.
   void LasciaFuoco(HWND controllo) const;
 
   std::function<void()> Ridimensionata;
@@ -80,7 +80,7 @@ class Finestra : public std::enable_shared_from_this<Finestra> {
   std::function<void()> Chiusa;
   /// The person hit Escape.
   std::function<void()> Abbandonata;
-  /// Other dots to the inch: fonts and places are to be taken anew.
+  /// The resolution has changed: fonts and places have to be computed again.
   std::function<void()> CambiatoDpi;
   std::function<void(const std::vector<std::wstring>&)> Lasciati;  // files dropped on the window
 

@@ -1,8 +1,8 @@
-// The windows of the library on the controls of Windows: what an Ambiente hands out for its windows, ready to
-// be passed on. Windows' own headers stay behind this one.
+// The windows of the library on the controls of Windows: the window objects that an Ambiente hands out, ready
+// to be passed on. Windows' own headers are not exposed here.
 //
 // A window belongs to the thread that made it. It takes the DPI awareness of the program that it opens in,
-// and the controls of their sixth version whatever the program itself uses.
+// and version 6 of the controls whatever the program itself uses.
 #pragma once
 
 #include <functional>
@@ -20,15 +20,15 @@
 namespace orve::adapters::win32::finestre {
 
 /// The identifier (GetDlgCtrlID) of the control in the first row of a layout table; each row has the next
-/// one. Other programs find a control by it, screen readers and tests too.
+/// one. Other programs, such as screen readers and tests, find a control by it.
 inline constexpr int kPrimoControllo = 1000;
 /// The identifier of the control of that name, compared without case; 0 when the table has none.
 [[nodiscard]] int IdentificatoreDi(const host::LayoutForm& layout, std::string_view nome);
 
 struct OpzioniFinestre {
-  /// Stands behind the caption in the title of a window, and by itself over a message without a title.
+  /// Follows the caption in the title of a window, and is by itself the title of a message without one.
   std::string programma = {};
-  /// Where copies of attachments are made; empty for the person's temporary folder.
+  /// Where attachments are copied to; empty for the person's temporary folder.
   std::string cartellaCopie = {};
   /// Whether a file is copied before it is attached; by default one on a removable medium or on another
   /// machine.
@@ -46,7 +46,7 @@ class Finestre {
   Finestre& operator=(Finestre&&) = delete;
   ~Finestre();
 
-  /// `accettaFile`: files dropped on the window go to its file chooser, which must be the one of this object.
+  /// `accettaFile`: files dropped on the window go to its file chooser, which must be this object's.
   [[nodiscard]] std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout, bool accettaFile = true);
   [[nodiscard]] std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia();
   [[nodiscard]] std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato();

@@ -19,12 +19,12 @@ namespace orve::adapters::win32::finestre {
 
 namespace {
 
-// The button whose steps a dropped file goes through.
+// The button whose procedure a dropped file goes through.
 constexpr const char* kPulsanteAllega = "KVL_ALLEGA";
 
 }  // namespace
 
-// The control that keeps the window's controls in proportion. It is seen nowhere.
+// The control that keeps the window's controls in proportion. It is never visible.
 class FormWin32::Proporzioni : public host::KVL_RESIZEFORM {
  public:
   Proporzioni(const host::LayoutControllo& layout, FormWin32& form)
@@ -59,7 +59,7 @@ class FormWin32::Proporzioni : public host::KVL_RESIZEFORM {
 
   void RegistraControllo(const std::string& nome, std::int16_t modo) override {
     if (form_ == nullptr) return;
-    static_cast<void>(form_->Controlli(nome));  // raises an error for a name that no control has
+    static_cast<void>(form_->Controlli(nome));  // raises an error for an unknown control name
     misure_.Registra(nome, modo);
   }
 
@@ -209,8 +209,8 @@ void FormWin32::Segui() {
 
 void FormWin32::Show(std::int16_t modo, const std::shared_ptr<host::Form>& proprietario) {
   if (!std::exchange(caricata_, true)) host::Solleva(Load);
-  // Raised here and not by the window's first activation: the person finds a window that is ready, also where
-  // another program keeps the front.
+  // Raised here and not by the window's first activation: the person finds a window that is ready, even where
+  // another program stays in front.
   if (aperta_ && !finestra_->Visibile()) {
     primaAttivazione_ = true;
     host::Solleva(Activate);
@@ -236,8 +236,8 @@ void FormWin32::Abbandona() {
   if (finestra_->Chiusa) finestra_->Chiusa();
 }
 
-// One file at a time goes through the steps of the button, which asks for a file and finds this one. While a
-// window in front waits for its answer nobody could press the button.
+// One file at a time goes through the button's procedure, which asks for a file and finds this one. While a
+// window in front waits for its answer, nobody could press the button either.
 void FormWin32::Allega(const std::vector<std::wstring>& file) {
   const auto trovato = controlli_.find(text::FoldCase(kPulsanteAllega));
   if (trovato == controlli_.end()) return;

@@ -1,7 +1,7 @@
 // A window built from its layout table.
 //
 // The program's sizes are twips and exact; what is on the screen follows in whole pixels. Until the resizing
-// control has started nothing follows the window's size.
+// control has started, nothing follows the window's size.
 #pragma once
 
 #include <windows.h>
@@ -60,7 +60,7 @@ class FormWin32 : public host::Form {
   float height_;
   bool aperta_ = true;
   bool caricata_ = false;
-  bool primaAttivazione_ = false;    // Show has raised it before the window was there
+  bool primaAttivazione_ = false;    // Show has raised it before the window appeared
   std::vector<Elemento*> elementi_;  // in the order of the table
   std::shared_ptr<Proporzioni> proporzioni_;
   std::map<std::string, std::shared_ptr<host::Controllo>> controlli_;  // by folded name

@@ -55,7 +55,7 @@ void Griglia::FineColonne() {
   NomiAccessibili().Da(Maniglia(), Largo(nome));
 }
 
-// The last column that is seen takes the width that the others leave.
+// The last visible column takes the width that the others leave.
 void Griglia::AllargaUltima() {
   const auto ultima =
       std::find_if(colonne_.rbegin(), colonne_.rend(), [](const auto& uno) { return uno.visibile; });
@@ -116,7 +116,7 @@ void Griglia::Copia() {
   }
 }
 
-// The selected row becomes that of the record set.
+// The selected row becomes the record set's current one.
 void Griglia::Segue() {
   if (muove_ || !righe_) return;
   muove_ = true;
@@ -136,7 +136,7 @@ LRESULT Griglia::Notifica(const NMHDR& notifica) {
     const auto& cambio = reinterpret_cast<const NMLISTVIEW&>(notifica);
     if ((cambio.uNewState & ~cambio.uOldState & LVIS_SELECTED) != 0) Sceglie(cambio.iItem);
   }
-  // A click beside the rows, or one with Ctrl, takes the mark from the row, which stays the current one.
+  // A click outside the rows, or one with Ctrl, deselects the row, which remains the current one.
   const bool clic =
       notifica.code == static_cast<UINT>(NM_CLICK) || notifica.code == static_cast<UINT>(NM_RCLICK);
   if (clic && Manda(LVM_GETSELECTEDCOUNT) == 0) Protetta(LaFinestra()->Maniglia(), [this] { Segue(); });

@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t kTestoIntero = 2000;  // characters
 constexpr std::size_t kRigheIntere = 30;
 
-// A box higher than the screen would hide its own buttons.
+// A box taller than the screen would hide its own buttons.
 std::string Mostrabile(const std::string& testo) {
   std::string_view parte = text::Left(testo, kTestoIntero);
   std::size_t righe = 0;
@@ -53,7 +53,7 @@ class Messaggi : public host::Messaggi {
 
 }  // namespace
 
-// The styles are those of Windows. An empty title stays empty; Windows would write one of its own.
+// The styles are those of Windows. An empty title stays empty; Windows would supply one of its own.
 std::int32_t MostraCasella(const std::string& testo, std::int32_t stile, const std::string& titolo,
                            HWND proprietario) {
   auto* padrone = proprietario != nullptr ? proprietario : GetActiveWindow();

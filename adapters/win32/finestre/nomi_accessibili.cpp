@@ -2,7 +2,7 @@
 
 #include <initguid.h>
 
-// The ids before the interface: the header only declares them.
+// The ids come before the interface: the header only declares them.
 #include <oleacc.h>
 
 namespace orve::adapters::win32::finestre {

@@ -9,8 +9,8 @@ struct IAccPropServices;
 
 namespace orve::adapters::win32::finestre {
 
-/// Gives windows their names. Does nothing on a thread without COM: Windows then makes names of its own from
-/// the captions round a control.
+/// Gives windows their names. Does nothing on a thread without COM: Windows then derives names from the
+/// captions around a control.
 class NomiAccessibili {
  public:
   NomiAccessibili();

@@ -111,7 +111,7 @@ std::wstring CartellaTemporanea() {
   return percorso.data();
 }
 
-// A copy of a file that nobody may write is ours all the same.
+// A copy of a read-only file is ours to delete all the same.
 void TogliProtezione(const fs::path& radice) {
   std::error_code ignorato;
   for (auto voce = fs::recursive_directory_iterator(radice, ignorato);
@@ -129,7 +129,7 @@ bool CopieVecchie(const fs::path& cartella) {
   return vera && !codice && fs::file_time_type::clock::now() - ultima > kVitaDelleCopie;
 }
 
-// What cannot be removed is left to the next time.
+// What cannot be removed is left for next time.
 void RimuoviCopieVecchie(const fs::path& genitore) {
   std::error_code ignorato;
   for (auto voce = fs::directory_iterator(genitore, ignorato); voce != fs::directory_iterator();
@@ -152,7 +152,7 @@ bool SuSupportoEsterno(const std::string& percorso) {
 
 std::string CartellaCopie::PostoPer(const std::string& nome) {
   if (!NomeSemplice(nome)) throw ErroreFile(kNomeFileNonValido, nome);
-  // Whatever clears temporary folders may have taken it.
+  // Something that cleans up temporary folders may have removed it.
   if (std::error_code ignorato; !fs::is_directory(radice_, ignorato)) {
     const fs::path genitore = genitore_.empty() ? CartellaTemporanea() : Largo(genitore_);
     RimuoviCopieVecchie(genitore);

@@ -14,9 +14,9 @@ namespace orve::adapters::win32::finestre {
 
 namespace {
 
-constexpr std::size_t kPercorsoLungo = 32768;  // the longest path of Windows
+constexpr std::size_t kPercorsoLungo = 32768;  // the longest path on Windows
 
-// The path of the file chosen, empty for none. The system remembers the folder by itself.
+// The path of the file chosen, empty for none. The system itself remembers the folder.
 std::wstring ScegliFile(const std::wstring& titolo) {
   std::wstring percorso(kPercorsoLungo, L'\0');
   OPENFILENAMEW domanda = {};

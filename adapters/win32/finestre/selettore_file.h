@@ -1,4 +1,4 @@
-// The choice of a file: every window for it comes by here.
+// The choice of a file: every window for it passes through here.
 #pragma once
 
 #include <deque>
@@ -10,7 +10,7 @@
 
 namespace orve::adapters::win32::finestre {
 
-/// Files that the person has dropped on a window, each waiting to be the answer of the next choice.
+/// Files that the person has dropped on a window, each waiting to be the answer to the next choice.
 using FileLasciati = std::deque<std::wstring>;
 
 using CreatoreFile = std::function<std::shared_ptr<host::OggettoFile>()>;

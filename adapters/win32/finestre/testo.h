@@ -6,7 +6,7 @@
 
 namespace orve::adapters::win32::finestre {
 
-/// Bytes that are no UTF-8, and halves of characters, become U+FFFD.
+/// Bytes that are not UTF-8, and halves of characters, become U+FFFD.
 [[nodiscard]] std::wstring Largo(std::string_view testo);
 [[nodiscard]] std::string Stretto(std::wstring_view testo);
 
