@@ -14,7 +14,7 @@
 
 namespace {
 
-// The width of the screen behind standard output, 0 when there is none that a bar can be drawn on.
+// The width of the screen that standard output goes to, 0 when there is none to draw a bar on.
 int Colonne() {
   const char* const tipo = std::getenv("TERM");
   if (::isatty(STDOUT_FILENO) != 1 || tipo == nullptr || std::string_view(tipo) == "dumb") return 0;
@@ -28,9 +28,9 @@ int Colonne() {
 
 int main(int argc, char** argv) {
   orve::app::ChiudiMemoria();
-  // A reader of our output that goes away must not end a send half-way.
+  // If the reader of our output goes away, that must not end a send halfway.
   std::signal(SIGPIPE, SIG_IGN);
-  // Nor must a file that may not grow any more: writing it fails, and that is dealt with.
+  // Nor must a file that may grow no further: writing it fails, and that is handled.
   std::signal(SIGXFSZ, SIG_IGN);
   const std::vector<std::string> argomenti(argv + (argc > 0 ? 1 : 0), argv + argc);
   return static_cast<int>(

@@ -1,5 +1,5 @@
-// Memory that the program gives back is wiped first: texts with passwords in them pass through objects that
-// know nothing of it, the standard library's and others'.
+// Memory is wiped before the program frees it: texts with passwords in them pass through objects that know
+// nothing about that, the standard library's and others'.
 #include <malloc.h>
 
 #include <cstddef>
@@ -7,7 +7,7 @@
 #include <cstring>
 #include <new>
 
-// All other forms but those with an alignment lead here; in what those bring there lies no text.
+// All other forms except those with an alignment lead here; memory from those never holds text.
 void* operator new(std::size_t byte) {
   for (;;) {
     if (void* const memoria = std::malloc(byte == 0 ? 1 : byte)) return memoria;

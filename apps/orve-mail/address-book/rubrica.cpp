@@ -35,7 +35,7 @@ std::string DellaDitta(const char* unione, const char* colonna, const std::optio
   return ditta ? std::string(unione) + colonna + " = " + std::to_string(*ditta) : std::string();
 }
 
-// The same master data for an address of the same party at the same day as the look-up by code.
+// Uses the same master data for a party's address on a given day as the look-up by code.
 std::string StatementCliFor(const RichiestaParti& richiesta) {
   return "SELECT CG44_DITTA_CG18, CG44_TIPOCF, CG44_CLIFOR, CG16_RAGSOANAG, CG16_NOME, CG16_COGNOME,"
          " CG16_CITTA, CG16_PROV, CG16_INDEMAIL, CG16_EMAIL_PEC"
@@ -62,7 +62,7 @@ std::string StatementDestinazioni(const RichiestaParti& richiesta) {
          " ORDER BY MG22_DITTA_CG18, MG22_TIPOCF_CG44, MG22_CLIFOR_CG44, MG22_CODDESTIN";
 }
 
-// Contacts belong to no company. One that belongs to several parties comes several times.
+// Contacts belong to no company. One that belongs to several parties occurs several times.
 constexpr const char* kStatementContatti =
     "SELECT CO02_ID, CO02_COGNOMENOME, CO02_EMAIL1, CO02_PEC, CG16_RAGSOANAG"
     " FROM CO02_ANAGCONTATTO"
@@ -136,8 +136,8 @@ class Lettura {
     });
   }
 
-  // The address of a destination is one more of its partner's. One whose partner is gone has nobody to stand
-  // with.
+  // The address of a destination is one more of its partner's. One whose partner is gone has nobody to be
+  // listed under.
   void LeggiDestinazioni() {
     PerOgniRiga(StatementDestinazioni(richiesta_), [this](const host::RecordSet& riga) {
       const auto trovato = partner_.find({Codice(riga, "MG22_DITTA_CG18"), Codice(riga, "MG22_TIPOCF_CG44"),
@@ -175,7 +175,7 @@ class Lettura {
     });
   }
 
-  // The key of a name begins its search text, so that the two are made once.
+  // The sort key of a name begins its search text, so both are computed once.
   std::vector<Parte> Ordinate() {
     for (auto& parte : parti_) {
       std::string testo = parte.nome;
@@ -196,7 +196,7 @@ class Lettura {
   std::map<ChiavePartner, std::size_t> partner_;
 };
 
-// A letter of UTF-8 and what the search makes of it, in the lower case.
+// A letter in UTF-8 and what the search turns it into, in lower case.
 struct Sostituzione {
   std::string_view lettera;
   std::string_view senza;
@@ -221,7 +221,7 @@ std::size_t Lunghezza(std::string_view testo) {
   return std::min(lunga, testo.size());
 }
 
-// An accent that follows its letter as a character of its own, U+0300 to U+036F.
+// A combining accent, which follows its letter as a separate character, U+0300 to U+036F.
 bool AccentoASe(std::string_view lettera) {
   return lettera.size() == 2 && (lettera[0] == '\xCC' || (lettera[0] == '\xCD' && lettera[1] < '\xB0'));
 }

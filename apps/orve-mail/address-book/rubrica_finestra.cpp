@@ -65,8 +65,8 @@ QString Uniti(const Parte& parte) {
   return indirizzi.join(QStringLiteral("; "));
 }
 
-// The rows that pass the filter. A new filter is one reset: with thousands of rows, telling a view of each
-// that goes would cost the square of their number.
+// The rows that pass the filter. A new filter is one reset: with thousands of rows, announcing each removed
+// row to a view would take quadratic time.
 class ModelloParti : public QAbstractTableModel {
  public:
   ModelloParti(std::vector<Parte> parti, bool pec, QObject* padre)
@@ -91,7 +91,7 @@ class ModelloParti : public QAbstractTableModel {
     if (!indice.isValid()) return nullptr;
     return &parti_[righe_[static_cast<std::size_t>(indice.row())]];
   }
-  /// The row of a party; invalid when it does not pass the filter.
+  /// The row of a party; invalid when the filter hides it.
   [[nodiscard]] QModelIndex RigaDi(const Parte* parte) const {
     for (std::size_t i = 0; i < righe_.size(); ++i) {
       if (&parti_[righe_[i]] == parte) return index(static_cast<int>(i), 0);
@@ -140,7 +140,7 @@ class ModelloParti : public QAbstractTableModel {
     }
   }
 
-  // Codes by their length first: as numbers where they are numbers.
+  // Codes by length first, which sorts numbers as numbers.
   static std::pair<std::size_t, std::string> Chiave(const Parte& parte, int colonna) {
     if (colonna == kNominativo) return {0, {}};  // the order in which the parties came
     const std::string testo = PerRicerca(Utf8(Cella(parte, colonna)));
@@ -226,7 +226,8 @@ class FinestraDellaRubrica : public QDialog {
   }
 
  protected:
-  // From the search the arrows move in the list, so that one types and chooses without leaving the box.
+  // In the search box the arrow keys move in the list, so that one can type and choose without leaving the
+  // box.
   bool eventFilter(QObject* oggetto, QEvent* evento) override {
     if (oggetto == cerca_ && evento->type() == QEvent::KeyPress) {
       const int tasto = static_cast<QKeyEvent*>(evento)->key();
@@ -308,7 +309,7 @@ class FinestraDellaRubrica : public QDialog {
     indirizzi_->setObjectName(QStringLiteral("LST_INDIRIZZI"));
     indirizzi_->setAccessibleName(QStringLiteral("Indirizzi da usare"));
     indirizzi_->setUniformItemSizes(true);
-    indirizzi_->setSelectionMode(QAbstractItemView::NoSelection);  // the marks say what is taken
+    indirizzi_->setSelectionMode(QAbstractItemView::NoSelection);  // the check marks say what is taken
     indirizzi_->setFixedHeight(kRigheInVista * kAltezzaRiga + 2 * indirizzi_->frameWidth());
     auto* etichetta = new QLabel(QStringLiteral("In&dirizzi da usare"), gruppo);
     etichetta->setBuddy(indirizzi_);
@@ -364,7 +365,7 @@ class FinestraDellaRubrica : public QDialog {
                                : QStringLiteral("Nessun nominativo corrisponde alla ricerca."));
   }
 
-  // Whom the person was on stays chosen while the list lets him; who searches is on the first that is found.
+  // The current party stays selected as long as it is in the list; a search selects the first party found.
   void VaDovEra() {
     QModelIndex riga = modello_->RigaDi(prima_);
     if (!riga.isValid() && !cerca_->text().trimmed().isEmpty()) riga = modello_->index(0, 0);
@@ -385,7 +386,7 @@ class FinestraDellaRubrica : public QDialog {
     }
   }
 
-  // The marks of a party stay as the person set them until another party is chosen.
+  // A party's check marks stay as the person set them until another party is chosen.
   void MostraIndirizzi() {
     const Parte* parte = Corrente();
     if (parte != nullptr && parte == mostrata_) return;
@@ -412,7 +413,8 @@ class FinestraDellaRubrica : public QDialog {
     Abilita();
   }
 
-  // A party without any address may be chosen, for its name; one that has some is chosen with one of them.
+  // A party without any address may be chosen, for its name; one that has addresses is chosen with at least
+  // one of them.
   void Abilita() {
     bool qualcuno = Corrente() != nullptr && indirizzi_->count() == 0;
     for (int i = 0; i < indirizzi_->count(); ++i) {
@@ -439,7 +441,7 @@ class FinestraDellaRubrica : public QDialog {
 
 std::optional<SceltaRubrica> MostraFinestraRubrica(AperturaRubrica apertura) {
   adapters::qt::AssicuraApplicazione();
-  // The desktop may not have made the window below the active one yet.
+  // The desktop may not yet have activated the window below.
   QWidget* sotto = QApplication::activeModalWidget();
   FinestraDellaRubrica finestra(std::move(apertura), sotto != nullptr ? sotto : QApplication::activeWindow());
   if (finestra.exec() != QDialog::Accepted) return {};

@@ -1,5 +1,5 @@
 // The window of the address book, on Qt 6 Widgets: a search that narrows the list while one types, and the
-// addresses of the party that is chosen. Qt's headers stay behind this one.
+// addresses of the party that is chosen. Qt's headers are not exposed here.
 #pragma once
 
 #include <optional>

@@ -16,7 +16,7 @@ using host::Richiesto;
 
 enum TipoIndirizzi : std::int32_t { kMail = 1, kPec = 3 };
 
-// As the recipients see it, and without what a list of recipients reads as its own.
+// As the recipients see it, without the characters that have a meaning in a list of recipients.
 std::string NomePerElenco(const std::string& scelto) {
   std::string nome = adapters::mime::NameSafe(scelto);
   for (char& c : nome) {
@@ -60,7 +60,7 @@ class Rubrica : public host::ManagerRubrica {
   void Interfaccia(const std::shared_ptr<host::InterfacciaHost>& /*interfaccia*/) override {}
 
   void ApriRubrica() override {
-    annullata_ = true;  // also when an error keeps the window from coming up
+    annullata_ = true;  // also when an error keeps the window from opening
     const auto scelta = finestra_(Apertura());
     if (!scelta) return;
     codice_ = scelta->codice;

@@ -1,4 +1,4 @@
-// The address-book manager as the program plays it: the application's book over the master data of the open
+// The address-book manager in the program's version: the application's book over the master data of the open
 // database. The books of Outlook and Tobit do not exist on this machine, and a message says so.
 #pragma once
 
@@ -16,10 +16,10 @@
 
 namespace orve::app {
 
-/// What a window of the book is given.
+/// What the book's window is given.
 struct AperturaRubrica {
   std::string titolo;
-  bool pec = false;  // the addresses are certified ones
+  bool pec = false;  // the addresses are for certified mail
   std::string nome;  // the party to begin with, if there is one of this name
   std::vector<Parte> parti;
 };
@@ -35,14 +35,14 @@ struct SceltaRubrica {
 using FinestraRubrica = std::function<std::optional<SceltaRubrica>(AperturaRubrica)>;
 
 /// A manager over the connection, which may be absent until a book is opened. Its operations raise 5 for a
-/// kind of address that it does not have, 13 for a company that is no number, 91 without a connection, and
+/// kind of address that it does not have, 13 for a company that is not a number, 91 without a connection, and
 /// what the connection, the window and the message object raise.
 ///
-/// The name that comes back can stand in front of an address in a list of recipients: ";" comes as a comma,
-/// "<" and ">" as round brackets, a line break as a blank. Without a choice code, name and address stay as
-/// they were.
+/// The name that comes back can precede an address in a list of recipients: ";" becomes a comma, "<" and ">"
+/// become round brackets, a line break becomes a blank. Without a choice code, name and address stay as they
+/// were.
 ///
-/// `data`: the day on which a partner's master data count; none: today.
+/// `data`: the day for which a partner's master data apply; none: today.
 [[nodiscard]] std::shared_ptr<host::ManagerRubrica> CreaRubrica(std::shared_ptr<host::Ambiente> ambiente,
                                                                 std::shared_ptr<host::Connection> connessione,
                                                                 FinestraRubrica finestra,

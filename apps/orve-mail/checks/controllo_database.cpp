@@ -63,7 +63,7 @@ std::int32_t Numero(const host::RecordSet& riga, const char* colonna, std::int32
   return text::Trim(valore.Joined()).empty() ? altrimenti : valore.ToInt32();
 }
 
-// What the library holds in 16 bits, as it does of ports and of the numbers beside them.
+// What the library holds in 16 bits, such as ports and the numbers next to them.
 std::int16_t NumeroBreve(const host::RecordSet& riga, const char* colonna, std::int16_t altrimenti) {
   const std::int32_t numero = Numero(riga, colonna, altrimenti);
   if (numero < std::numeric_limits<std::int16_t>::min() ||
@@ -119,7 +119,7 @@ AccountLetto LeggiAccount(host::Connection& connessione, std::int32_t id) {
   account.titolo = "account " + std::to_string(id) + " (" + account.indirizzo + ")";
   account.server = Testo(*riga, "FW23_SERVERNAME");
   account.porta = static_cast<std::uint16_t>(NumeroBreve(*riga, "FW23_PORT", 25));
-  static_cast<void>(NumeroBreve(*riga, "FW23_TIMEOUT", 0));  // only read, but as a condition of all the rest
+  static_cast<void>(NumeroBreve(*riga, "FW23_TIMEOUT", 0));  // only read, but everything else depends on it
   account.cifrata = NumeroBreve(*riga, "FW23_SSL", 0) >= 1;
   account.autenticazione = NumeroBreve(*riga, "FW23_INDAUTH", 0) != 0;
   account.utente = Testo(*riga, "FW98_USERNAME");
@@ -136,7 +136,7 @@ std::shared_ptr<host::RecordSet> AccountDelleFinestre(host::Connection& connessi
                     titolare + " AND FW23_INDTIPO = " + (pec ? "2" : "1") + " ORDER BY FW98_IDACCOUNT");
 }
 
-// What the windows cannot read of the account; empty when they can.
+// What the windows cannot read of the account; empty when they can read everything.
 std::string IllegibileDallaFinestra(const host::RecordSet& riga) {
   std::string difetti;
   const auto difetto = [&difetti](const char* colonna, const std::string& quale) {

@@ -20,11 +20,11 @@ namespace orve::app {
 struct ImpostazioniLette {
   std::optional<kvEnum_ServizioMail> canale;
   std::string cartella;  // as configured; empty: the system's
-  /// Messages may open the compose window without being asked to.
+  /// Messages may open the compose window unasked.
   bool conFinestra = false;
 };
 
-/// A sender account and its server, with the values that the library takes where a column is empty.
+/// A sender account and its server, with the values that the library uses where a column is empty.
 struct AccountLetto {
   std::int32_t id = 0;
   std::string titolo;  // "account 1 (info@ditta.it)"
@@ -37,8 +37,8 @@ struct AccountLetto {
   std::string indirizzo;
 };
 
-/// Every table with the columns that are read, the function and the procedures. Nothing is changed: of the
-/// procedure that takes events only its being there is looked at.
+/// Every table with the columns that are read, the function and the procedures. Nothing is changed: the
+/// procedure that takes events is only checked for existence.
 void ControllaTabelle(const Archivio& archivio, Referto& referto);
 void ControllaProcedure(const Archivio& archivio, Referto& referto);
 
@@ -47,9 +47,9 @@ bool ControllaDitta(host::Connection& connessione, const std::string& ditta, Ref
 
 [[nodiscard]] ImpostazioniLette ControllaImpostazioni(host::Connection& connessione, Referto& referto);
 
-/// The default accounts of the user and of the company, ordinary and certified; each once. Without one for
-/// either there is an error, or a warning when `serveOrdinario` is false; certified mail is only warned
-/// about.
+/// The default accounts of the user and of the company, ordinary and certified; each once. If neither has
+/// one, that is an error, or a warning when `serveOrdinario` is false; for certified mail it is only ever a
+/// warning.
 [[nodiscard]] std::vector<AccountLetto> ControllaAccount(host::Connection& connessione, std::int32_t utente,
                                                          const std::string& ditta, bool serveOrdinario,
                                                          Referto& referto);

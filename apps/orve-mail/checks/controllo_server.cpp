@@ -100,7 +100,7 @@ class Racconto {
   }
 
   const AccountLetto& account_;
-  const std::string senzaAccesso_;  // why nobody logs in; empty: somebody does, or need not
+  const std::string senzaAccesso_;  // why there is no login; empty: there is one, or none is needed
   const ProbeReport& esito_;
   const Rimedi& rimedi_;
   Referto& referto_;

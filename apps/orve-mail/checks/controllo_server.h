@@ -15,7 +15,7 @@ namespace orve::app {
 
 /// Server name, connection, encryption, login, the largest message, and whether the login may send as the
 /// account's address: a line for each. `password` in clear; none: it cannot be opened with the key at hand,
-/// and nobody logs in. Nor does anybody without encryption where `permessi` does not allow it.
+/// and there is no login. Nor is there one without encryption where `permessi` does not allow it.
 void ControllaServer(const AccountLetto& account, const std::optional<adapters::secrets::Secret>& password,
                      const PermessiInChiaro& permessi, const adapters::smtp::SmtpOptions& smtp,
                      const Rimedi& rimedi, Referto& referto);

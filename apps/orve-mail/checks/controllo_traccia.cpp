@@ -13,7 +13,7 @@ constexpr std::string_view kProgetto = "ORVE_MAILSERVER";
 constexpr std::size_t kCampiEvento = 4;  // identifier, event, project, class
 constexpr std::size_t kCifre = 32;
 
-// The fields behind the mark; none when there are more or fewer.
+// The fields after the marker; none when there are more or fewer.
 std::optional<std::array<std::string_view, kCampiEvento>> Campi(std::string_view testo) {
   std::array<std::string_view, kCampiEvento> campi;
   for (std::size_t i = 0; i < kCampiEvento; ++i) {

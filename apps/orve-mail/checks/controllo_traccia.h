@@ -2,8 +2,8 @@
 // identifiers.
 //
 // A trace may hold the lines of several programs and instances in any mixture, lines of other programs, and
-// text of the system log in front of a line. Memory goes with the objects that are alive at a time, not with
-// the length of the trace.
+// system-log text before a line. Memory grows with the number of objects alive at one time, not with the
+// length of the trace.
 #pragma once
 
 #include <array>
@@ -37,16 +37,16 @@ struct Anomalia {
 class ControlloTraccia {
  public:
   static constexpr std::size_t kAnomalieTenute = 20;
-  static constexpr std::size_t kRigaMassima = 4096;  // in bytes; what is behind is not looked at
+  static constexpr std::size_t kRigaMassima = 4096;  // in bytes; anything beyond is ignored
 
-  /// Reads to the end of the stream. Lines end in line feed, with or without a carriage return in front.
+  /// Reads to the end of the stream. Lines end in line feed, optionally preceded by a carriage return.
   void Leggi(std::istream& flusso);
   /// One line, without its end; `troncata` if it is only the beginning of a longer one.
   void Riga(std::string_view riga, bool troncata = false);
 
   [[nodiscard]] std::uint64_t Creati() const { return creati_; }
   [[nodiscard]] std::uint64_t Rilasciati() const { return rilasciati_; }
-  /// Lines that are no trace lines of the library; empty ones are not counted.
+  /// Lines that are not trace lines of the library; empty ones are not counted.
   [[nodiscard]] std::uint64_t Estranee() const { return estranee_; }
   /// How many lines pair with nothing, and the first of them.
   [[nodiscard]] std::uint64_t NumeroAnomalie() const { return numeroAnomalie_; }
@@ -71,8 +71,7 @@ class ControlloTraccia {
   std::uint64_t numeroAnomalie_ = 0;
   std::vector<Anomalia> anomalie_;
   std::unordered_map<std::string, Aperto> aperti_;
-  // Births without an identifier, which happen when the system gives none; the death may have one all the
-  // same.
+  // Births without an identifier, which happen when the system gives none; the death may still have one.
   std::array<std::deque<std::uint64_t>, kClassiTracciate.size()> senzaIdentificatore_;
 };
 

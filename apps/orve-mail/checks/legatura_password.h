@@ -1,4 +1,4 @@
-// The passwords from before they were bound to their servers, bound at last.
+// Binds the passwords that date from before passwords were bound to their servers.
 #pragma once
 
 #include <cstddef>
@@ -13,10 +13,10 @@ namespace orve::app {
 
 /// Why a password stays unbound.
 enum class Slegata {
-  kNonSiApre,    // good for nothing with this key
-  kCopiata,      // every box has a nonce of its own: the same text in two rows was put there by somebody
-  kSenzaServer,  // bound to the defaults it would be lost when the account gets its server
-  kNonScritta,   // the database takes nothing, or the text was changed meanwhile
+  kNonSiApre,    // unusable with this key
+  kCopiata,      // every box has a nonce of its own: the same text in two rows was copied by somebody
+  kSenzaServer,  // bound to the defaults, it would be lost when the account gets its server
+  kNonScritta,   // the database accepts no changes, or the text was changed meanwhile
 };
 
 struct PasswordSlegata {
@@ -26,7 +26,7 @@ struct PasswordSlegata {
 
 struct Legatura {
   std::size_t cifrate = 0;                     // bound or not
-  std::vector<PasswordMemorizzata> riscritte;  // now bound to what stands in the database
+  std::vector<PasswordMemorizzata> riscritte;  // now bound to what is in the database
   std::vector<PasswordSlegata> rimaste;
 
   /// Whether some text is left that opens for any server.

@@ -1,4 +1,4 @@
-// What a check of an installation found: one line for each thing looked at, and what to do where it is not in
+// What a check of an installation found: one line for each thing checked, and what to do where it is not in
 // order.
 #pragma once
 
@@ -11,14 +11,14 @@ namespace orve::app {
 
 class Referto {
  public:
-  /// Writes each line as it comes, since a check may take its time.
+  /// Writes each line at once, since a check may take its time.
   explicit Referto(std::ostream& uscita) : uscita_(uscita) {}
 
   void Ok(const std::string& controllo, const std::string& dettaglio);
   /// Does not stop a send, but somebody should look at it.
   void Avviso(const std::string& controllo, const std::string& dettaglio, const std::string& rimedio);
   void Errore(const std::string& controllo, const std::string& dettaglio, const std::string& rimedio);
-  /// Could not be looked at, or need not be.
+  /// Could not be checked, or need not be.
   void Saltato(const std::string& controllo, const std::string& motivo);
 
   /// kInviato when all is in order, kConRiserva with warnings alone, kInvioFallito with an error.

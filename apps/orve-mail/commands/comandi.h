@@ -1,5 +1,5 @@
 // The commands of the program. Each adds itself to the command line with its options and leaves its exit
-// status in the context when it has run.
+// status in the context once it has run.
 #pragma once
 
 #include "orve-mail/terminal/terminale.h"

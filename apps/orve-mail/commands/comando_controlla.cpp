@@ -1,5 +1,5 @@
-// controlla: looks an installation over without sending: database, settings, accounts, their servers,
-// folders, directory and sendmail.
+// controlla: checks an installation without sending: database, settings, accounts, their servers, folders,
+// directory and sendmail.
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -50,7 +50,7 @@ class Controllo {
   }
 
  private:
-  // What the command line has wrong ends the command.
+  // An error in the command line ends the command.
   template <class Azione>
   void Prova(const char* controllo, const char* rimedio, Azione azione) {
     try {
@@ -127,7 +127,7 @@ class Controllo {
     }
   }
 
-  // What is bound here is what stands in the database now, so that it is shown to the person.
+  // What gets bound here is what is in the database now, so it is shown to the person.
   void ControllaPassword() {
     const char* const nome = "password degli account";
     Prova(nome, rimedi_.password.c_str(), [&] {
@@ -169,8 +169,8 @@ class Controllo {
     elenco += (elenco.empty() ? "account " : "; account ") + std::to_string(password.account) + nota;
   }
 
-  // An old text that somebody kept must not open again. A key that does not lie beside this database may
-  // serve others, in which such texts still stand.
+  // An old text that somebody has kept must not open again. A key that is not next to this database may serve
+  // others that still contain such texts.
   void RiservaChiave() {
     const std::string file = FileChiave(richiesta_.archivio);
     const std::string aMano =
@@ -208,7 +208,7 @@ class Controllo {
     });
   }
 
-  // Without a directory the library goes on without its answers, so that nothing here stops a send.
+  // Without a directory the library simply goes without its answers, so nothing here stops a send.
   void ControllaDirectory() {
     if (!richiesta_.directory) {
       return referto_.Saltato("directory aziendale", "nessuna directory configurata");

@@ -1,4 +1,4 @@
-// controlla-traccia: pairs the lines of an instance trace and tells which objects were never released.
+// controlla-traccia: pairs the lines of an instance trace and reports which objects were never released.
 #include <CLI/CLI.hpp>
 #include <fstream>
 #include <memory>

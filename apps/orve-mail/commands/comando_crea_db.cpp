@@ -24,7 +24,7 @@ bool Esiste(const std::string& file) {
 Uscita CreaDb(const PosizioneArchivio& posizione, Terminale terminale) {
   const std::string db = FileArchivio(posizione);
   const std::string file = FileChiave(posizione);
-  // A key that is there already serves other databases too, and is kept.
+  // An existing key serves other databases too, and is kept.
   const bool nuova = !Esiste(file);
   auto chiave = std::make_shared<const Chiave>(nuova ? Chiave::Nuova() : Chiave::Leggi(file));
   if (nuova) chiave->Scrivi(file);

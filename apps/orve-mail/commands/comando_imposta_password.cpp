@@ -47,7 +47,7 @@ class SenzaEco {
   bool attivo_;
 };
 
-// A text that is wiped where it lies when it has served.
+// Text that is wiped in place after use.
 class Cancellata {
  public:
   explicit Cancellata(std::string&& testo) : testo_(std::move(testo)) { Cancella(testo); }
@@ -59,7 +59,7 @@ class Cancellata {
   [[nodiscard]] const std::string& Testo() const { return testo_; }
 
  private:
-  // With what a short text leaves behind when it is moved.
+  // Including what a short text leaves behind when it is moved.
   static void Cancella(std::string& testo) {
     testo.resize(testo.capacity());
     sodium_memzero(testo.data(), testo.size());

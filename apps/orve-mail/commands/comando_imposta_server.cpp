@@ -29,21 +29,21 @@ struct ArgomentiServer {
   bool passwordInChiaro = false;
 };
 
-// The column has 16 bits with a sign: the upper half of the ports stands in it as negative numbers.
+// The column has 16 bits with a sign: the upper half of the ports is stored as negative numbers.
 std::int32_t PortaInColonna(std::int32_t porta) {
   constexpr std::int32_t kMassimo = 32767;
   constexpr std::int32_t kGiro = 65536;
   return porta > kMassimo ? porta - kGiro : porta;
 }
 
-// The passwords of a server's accounts go along with it: whoever has the key may point it elsewhere. They are
-// bound to what the person asked for, never to what the database says of it afterwards: its triggers and
-// views are whoever's who may write it.
+// The passwords of a server's accounts move with it: whoever has the key may point it elsewhere. They are
+// bound to what the person asked for, never to what the database says about it afterwards: anybody who may
+// write the database controls its triggers and views.
 class Trasloco {
  public:
   explicit Trasloco(const PosizioneArchivio& posizione) : posizione_(posizione) {}
 
-  /// The account with its password for the server at `legame`, as it has to stand in the database now.
+  /// The account with its password for the server at `legame`, as it must now be in the database.
   PasswordMemorizzata Sposta(adapters::sqlite::SqliteConnection& archivio, const PasswordMemorizzata& prima,
                              const LegamePassword& legame) {
     PasswordMemorizzata dopo = prima;
@@ -60,11 +60,11 @@ class Trasloco {
     return dopo;
   }
 
-  /// The accounts whose passwords are good for neither server.
+  /// The accounts whose passwords are valid for neither server.
   [[nodiscard]] const std::vector<std::int32_t>& Rimaste() const { return rimaste_; }
 
  private:
-  // The key is wanted only when there is something to do with it.
+  // The key is only needed when there is something to do with it.
   const SigilloPassword& Sigillo() {
     if (!sigillo_) {
       sigillo_.emplace(std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(posizione_))));
@@ -72,7 +72,7 @@ class Trasloco {
     return *sigillo_;
   }
 
-  // Somebody else had pointed the server away in the meantime.
+  // Somebody else had pointed the server elsewhere in the meantime.
   [[nodiscard]] bool GiaSua(const PasswordMemorizzata& dopo) try {
     static_cast<void>(Sigillo().Apri(dopo.testo, dopo.legame));
     return true;
@@ -101,8 +101,8 @@ class ServerDaImpostare {
             !argomenti_.senzaTls};
   }
 
-  /// Raises ErroreProgramma when the database does not hold, row by row, what was written: the server as it
-  /// was asked for, and these accounts.
+  /// Raises ErroreProgramma when the database does not hold, row by row, what was written: the server as
+  /// requested, and these accounts.
   void RichiediComeScritto(const std::vector<PasswordMemorizzata>& scritte) const {
     const auto riga = archivio_.EseguiConValori(
         "SELECT IFNULL(MIN(FW23_SERVERNAME IS ?2 AND FW23_PORT IS ?3 AND FW23_SSL IS ?4 AND FW23_INDAUTH IS"

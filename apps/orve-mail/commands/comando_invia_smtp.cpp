@@ -1,4 +1,4 @@
-// invia-smtp: one message past the send procedure, always through SMTP and from the default account.
+// invia-smtp: one message bypassing the send procedure, always through SMTP and from the default account.
 #include <CLI/CLI.hpp>
 #include <memory>
 

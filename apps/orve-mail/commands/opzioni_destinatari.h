@@ -14,7 +14,7 @@ class App;
 
 namespace orve::app {
 
-/// The options as they come, before they are looked at. They must outlive the command line.
+/// The options as given, before they are checked. They must outlive the command line.
 struct OpzioniDestinatari {
   std::map<std::string, std::string> codici;  // by the name of the kind
   std::vector<std::string> a, cc, ccn;
@@ -22,7 +22,7 @@ struct OpzioniDestinatari {
 
 /// An option for each kind of code: --cliente, --fornitore, ...
 void AggiungiCodici(CLI::App& comando, OpzioniDestinatari& opzioni);
-/// --a, --cc, --ccn, each as often as wanted.
+/// --a, --cc, --ccn, each any number of times.
 void AggiungiIndirizzi(CLI::App& comando, OpzioniDestinatari& opzioni);
 
 /// The one code given, if any. Raises ErroreProgramma (kComandoErrato), also for more than one.

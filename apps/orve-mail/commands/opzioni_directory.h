@@ -13,7 +13,7 @@ class App;
 
 namespace orve::app {
 
-/// The options as they come. They must outlive the command line.
+/// The options as given. They must outlive the command line.
 struct OpzioniDirectory {
   std::string server;
   std::string accesso;

@@ -1,8 +1,8 @@
-// What the commands that send share beside their recipients: message, context and network on the command
-// line, and the request that comes of them.
+// What the sending commands share apart from their recipients: message, context and network on the command
+// line, and the request built from them.
 //
-// A command adds the groups of options that it has and, after the command line is parsed, makes the request;
-// who receives and in which mode it fills in by itself.
+// A command adds the groups of options that it has and, after the command line has been parsed, makes the
+// request; it fills in the recipients and the mode itself.
 #pragma once
 
 #include <cstdint>
@@ -19,8 +19,8 @@ class App;
 
 namespace orve::app {
 
-/// The options as they come, before they are looked at; what needs no look stands in the request at once.
-/// They must outlive the command line.
+/// The options as given, before they are checked; what needs no check goes straight into the request. They
+/// must outlive the command line.
 struct OpzioniInvio {
   RichiestaInvio richiesta;
   std::string corpo;
@@ -38,9 +38,9 @@ struct OpzioniInvio {
   double attesaRisposta = 0;
 };
 
-/// Subject, body, attachments, certified mail, and what stands in the register beside them.
+/// Subject, body, attachments, certified mail, and what else goes into the register.
 void AggiungiMessaggio(CLI::App& comando, OpzioniInvio& opzioni);
-/// --data, the day for which a code counts.
+/// --data, the day for which a code is resolved.
 void AggiungiData(CLI::App& comando, OpzioniInvio& opzioni);
 /// The database with its key, the company and the user.
 void AggiungiContesto(CLI::App& comando, OpzioniInvio& opzioni);
@@ -49,10 +49,9 @@ void AggiungiContesto(CLI::App& comando, OpzioniInvio& opzioni);
 void AggiungiRete(CLI::App& comando, OpzioniInvio& opzioni);
 
 /// The request, without recipients and mode; an option that the command does not have counts as not given.
-/// Reads the body, looks at the attachments and opens the file of the dialogue. `altriEsclusi`: files of the
-/// command's own that must not go with a message, beside those that no command lets go. Raises
-/// ErroreProgramma: kComandoErrato for what makes no sense, kFileMancante for files that cannot be read or
-/// written.
+/// Reads the body, checks the attachments and opens the dialogue file. `altriEsclusi`: the command's own
+/// files that must not be sent, in addition to those that no command sends. Raises ErroreProgramma:
+/// kComandoErrato for what makes no sense, kFileMancante for files that cannot be read or written.
 [[nodiscard]] RichiestaInvio LeggiRichiesta(const CLI::App& comando, const OpzioniInvio& opzioni,
                                             Terminale terminale,
                                             const std::vector<std::string>& altriEsclusi = {});

@@ -52,7 +52,7 @@ void InItaliano(CLI::App& programma) {
   programma.option_defaults()->group("Opzioni");
 }
 
-// The words of the command line that nobody wanted.
+// The words of the command line that nothing claimed.
 std::string Estranei(const CLI::App& programma) {
   std::string estranei;
   for (const std::string& estraneo : programma.remaining(true)) {
@@ -98,7 +98,7 @@ Uscita Errata(const CLI::App& programma, const std::string& spiegazione, std::os
 }
 
 Uscita Analizza(CLI::App& programma, Contesto& contesto, std::vector<std::string> argomenti) {
-  std::reverse(argomenti.begin(), argomenti.end());  // the parser takes them from the back
+  std::reverse(argomenti.begin(), argomenti.end());  // the parser takes them from the end
   try {
     programma.parse(std::move(argomenti));
     return contesto.uscita;

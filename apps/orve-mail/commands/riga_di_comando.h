@@ -1,4 +1,4 @@
-// The command line as a whole: parsing, help, version, and the way in which every command ends.
+// The command line as a whole: parsing, help, version, and how every command ends.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,7 @@ class Validator;
 
 namespace orve::app {
 
-/// Runs the program with these arguments, its name not among them. Never raises.
+/// Runs the program with these arguments, which do not include its name. Never raises.
 [[nodiscard]] Uscita Esegui(const std::vector<std::string>& argomenti, Terminale terminale);
 
 /// Accepts the whole numbers from 1 to `massimo`.

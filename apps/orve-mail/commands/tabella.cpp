@@ -91,14 +91,14 @@ void ScriviCsv(const Elenco& elenco, const std::vector<Riga>& righe, std::ostrea
   }
 }
 
-// What the engine leaves of the characters that a terminal obeys or a reader does not see. They can stand in
-// strings only, as bytes can that are no text at all.
+// Escapes those characters left by the engine that a terminal obeys or a reader does not see. They can only
+// occur in strings, like bytes that are not text at all.
 std::string SenzaNascosti(const std::string& json) {
   return text::ReplaceUnseen(adapters::mime::ValidUtf8(json),
                              [](char32_t codice, text::Unseen) { return text::Escaped(codice); });
 }
 
-// The engine writes JSON by itself, with its own numbers and nulls.
+// The engine itself writes JSON, with its own numbers and nulls.
 void ScriviJson(adapters::sqlite::SqliteConnection& archivio, const Elenco& elenco, std::int64_t ultimi,
                 std::ostream& uscita) {
   std::string coppie;

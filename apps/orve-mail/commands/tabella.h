@@ -12,7 +12,7 @@ namespace orve::app {
 struct Colonna {
   const char* titolo;
   const char* espressione;  // in SQLite's dialect
-  std::size_t larghezza;    // at most, in characters, in the aligned form; 0: as wide as it comes
+  std::size_t larghezza;    // at most, in characters, in the aligned form; 0: unlimited
 };
 
 /// Where the rows are: the register of sends may have a file of its own.

@@ -23,7 +23,7 @@ std::shared_ptr<host::RecordSet> Cerca(host::Connection& archivio, const std::st
   }
 }
 
-// Of the accounts found the first one with the address, else the first one.
+// The first of the accounts found that has this address, else the first one.
 std::optional<std::int32_t> Preferito(host::RecordSet& trovati, const std::string& indirizzo) {
   std::optional<std::int32_t> primo;
   for (; !trovati.Eof(); trovati.MoveNext()) {

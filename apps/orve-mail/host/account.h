@@ -1,5 +1,5 @@
-// The sender accounts of the application's database, by their numbers. A direct send names its account, where
-// the library's other sends find theirs alone.
+// The sender accounts of the application's database, by their numbers. A direct send names its account; the
+// library's other sends find theirs on their own.
 #pragma once
 
 #include <cstdint>
@@ -17,9 +17,9 @@ struct TitolareAccount {
   bool pec = false;
 };
 
-/// The user's default account and the one of the company, each with the number of the one with `indirizzo`
-/// among several, else the smallest; none when there is none. Raise ErroreProgramma (kNonUtilizzabile) when
-/// the database fails.
+/// The default accounts of the user and of the company. Among several, the one with `indirizzo` is taken,
+/// else the one with the smallest number; none when there is none. Raise ErroreProgramma (kNonUtilizzabile)
+/// when the database fails.
 [[nodiscard]] std::optional<std::int32_t> AccountDellUtente(host::Connection& archivio,
                                                             const TitolareAccount& titolare,
                                                             const std::string& indirizzo);
@@ -27,7 +27,7 @@ struct TitolareAccount {
                                                             const TitolareAccount& titolare,
                                                             const std::string& indirizzo);
 
-/// The number of the account from which the library sends by itself: the user's default one, else one of the
+/// The number of the account from which the library sends on its own: the user's default one, else one of the
 /// company; among several the one with `indirizzo`, the sender's address that the library has loaded. None
 /// when there is none. Raises ErroreProgramma (kNonUtilizzabile) when the database fails, or when the number
 /// is larger than a direct send can name.
@@ -36,8 +36,8 @@ struct TitolareAccount {
                                                              const std::string& indirizzo);
 
 /// Raises ErroreProgramma: kNonUtilizzabile when there is no account with this number, kComandoErrato when it
-/// is a certified one and certified mail is not asked for, or the other way round. The library would go on
-/// with the account that it had before, and send.
+/// is a certified one and certified mail is not asked for, or vice versa. The library would carry on with the
+/// account that it had before, and send.
 void RichiediAccount(host::Connection& archivio, std::int16_t id, bool pec);
 
 }  // namespace orve::app

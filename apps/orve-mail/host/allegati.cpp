@@ -92,7 +92,7 @@ void Giudica(int numero, const std::string& percorso, const std::vector<std::str
   if (!dentro) Vieta("sta fuori dalle cartelle da cui si può allegare");
 }
 
-// Opening is the only test that everybody keeps to: a network's file system may have an opinion of its own.
+// Actually opening the file is the only reliable test: a network file system may apply rules of its own.
 void RichiediLettura(const std::string& percorso) {
   const int prova = ::open(percorso.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
   if (prova < 0) NonApribile(errno);
@@ -110,7 +110,7 @@ std::string NomeDiCopia(std::string nome) {
   return nome;
 }
 
-// The copies' path goes into the statements as well.
+// The copies' path goes into statements too.
 std::string GenitoreDelleCopie() {
   std::error_code codice;
   const std::string temporanea = fs::temp_directory_path(codice).native();
@@ -135,8 +135,8 @@ void CopiaFile(const FileAmmesso& file, const std::string& copia) {
 
 }  // namespace
 
-// As a place and not for reading: a pipe is not waited for, and closing a file of the database that was open
-// for reading would end the locks that the database holds on it.
+// As a path only, not for reading: that does not wait on a pipe, and closing a database file that was open
+// for reading would release the locks that the database holds on it.
 FileAmmesso::FileAmmesso(const std::string& nativo, const std::vector<std::string>& esclusi,
                          const std::vector<std::string>& cartelle)
     : numero_(::open(nativo.c_str(), O_PATH | O_CLOEXEC)) {
@@ -205,7 +205,7 @@ std::string Allegati::PerLaLibreria(const Allegato& allegato) {
     } catch (const AllegatoVietato&) {
       throw;
     } catch (const host::Errore&) {
-      return copia;  // the library meets the missing file where it meets the others
+      return copia;  // the library finds the file missing where it handles the others
     }
     CopiaFile(*file, copia);
     return copia;

@@ -24,8 +24,8 @@ namespace {
   throw host::Errore(host::kOggettoNonCreabile, oggetto, "Impossibile creare l'oggetto " + oggetto);
 }
 
-// The library takes what this gives as the password and hands it on to the SMTP component. What it cannot get
-// it takes as stored, so that a text that does not open must not be an error here.
+// The library takes the result as the password and passes it on to the SMTP component. If it gets an error it
+// uses the stored text itself, so a text that cannot be opened must not be an error here.
 class CifratoreSigillato : public host::CifratorePassword {
  public:
   std::string Cripta(const std::string& /*testo*/) override {
@@ -43,7 +43,7 @@ void RichiediCifratura(const PermessiInChiaro& permessi, const Rimedi& rimedi,
                          rimedi.cifratura + ", oppure permetterlo con --password-in-chiaro");
 }
 
-// A stored text that is not sealed is a password as it stands, and goes to whatever server stands beside it.
+// A stored text that is not sealed is the password itself, and goes to whatever server is stored with it.
 adapters::secrets::Secret ApriPassword(const SigilloPassword& sigillo, const Rimedi& rimedi,
                                        const adapters::smtp::Target& meta) {
   const std::string_view testo = meta.password.View();

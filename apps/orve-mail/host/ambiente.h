@@ -1,5 +1,5 @@
-// The real parts that the program hands to the library: the platform's, the ways to deliver, and the host
-// application's own objects as the program plays them, each observed.
+// The real parts that the program hands to the library: the platform's, the means of delivery, and the host
+// application's own objects in the program's version, each observed.
 #pragma once
 
 #include <memory>
@@ -23,16 +23,16 @@
 
 namespace orve::app {
 
-/// Keeps connections as the program does: what is said on them is traced with the rest of the dialogue.
+/// Keeps connections the way the program does: what is said on them is traced with the rest of the dialogue.
 [[nodiscard]] std::shared_ptr<adapters::smtp::ConnectionPool> CreaConnessioni(
     const adapters::smtp::SmtpOptions& smtp);
 
 class AmbienteProgramma : public host::Ambiente {
  public:
-  /// The terminal's streams and trace must outlive the object. `cartellaBase` is the folder from which a
-  /// relative configured path counts. `connessioni`: kept by the host for several of these objects; empty:
-  /// this one keeps its own. `directory`: the company's; empty: the library gets one that knows nobody.
-  /// `allegati`: which files go with the message; empty: whatever the library names.
+  /// The terminal's streams and trace must outlive the object. `cartellaBase` is the folder that a relative
+  /// configured path starts from. `connessioni`: kept by the host for several of these objects; empty: this
+  /// one keeps its own. `directory`: the company's; empty: the library gets one that knows nobody.
+  /// `allegati`: which files are sent with the message; empty: whatever the library names.
   AmbienteProgramma(Terminale terminale, std::shared_ptr<const Chiave> chiave,
                     adapters::smtp::SmtpOptions smtp, std::string cartellaBase, OsservazioniPtr note,
                     adapters::mapi::MapiOptions mapi = {},
@@ -47,7 +47,8 @@ class AmbienteProgramma : public host::Ambiente {
 
   /// The servers that may get a password without encryption; none unless this is called.
   void PermettiInChiaro(PermessiInChiaro permessi) { *permessi_ = std::move(permessi); }
-  /// What failures of a stored password or server tell the person to do; at first for the embedded database.
+  /// What the person is told to do when a stored password or server fails; by default for the embedded
+  /// database.
   void ConRimedi(Rimedi rimedi) { *rimedi_ = std::move(rimedi); }
 
   std::shared_ptr<host::Messaggi> CreaMessaggi() override;
@@ -55,8 +56,8 @@ class AmbienteProgramma : public host::Ambiente {
   std::shared_ptr<host::FormatoNumero> CreaFormatoNumero() override;
   std::shared_ptr<host::RegistroInvio> CreaRegistroInvio() override;
   std::shared_ptr<host::RisolutorePercorsi> CreaRisolutorePercorsi() override;
-  /// Leaves sealed passwords sealed: they are opened by the SMTP component, which knows where they are about
-  /// to go.
+  /// Leaves sealed passwords sealed: the SMTP component opens them, since it knows where they are about to
+  /// go.
   std::shared_ptr<host::CifratorePassword> CreaCifratorePassword() override;
   std::shared_ptr<host::ComponenteSmtp> CreaComponenteSmtp() override;
   /// Raises 429: this exists on Windows only.
@@ -81,7 +82,7 @@ class AmbienteProgramma : public host::Ambiente {
   Terminale terminale_;
   std::shared_ptr<const Chiave> chiave_;
   std::shared_ptr<PermessiInChiaro> permessi_ =
-      std::make_shared<PermessiInChiaro>();                      // the components look here
+      std::make_shared<PermessiInChiaro>();                      // the components look them up here
   std::shared_ptr<Rimedi> rimedi_ = std::make_shared<Rimedi>();  // and here
   adapters::smtp::SmtpOptions smtp_;
   std::shared_ptr<adapters::smtp::ConnectionPool> connessioni_;

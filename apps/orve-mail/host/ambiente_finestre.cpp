@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char* kProgramma = "orve-mail";
 
-// On the terminal or in a box, as it stands when the message comes.
+// On the terminal or in a box, depending on the situation when the message comes.
 class MessaggiDovePuoLeggerli : public host::Messaggi {
  public:
   MessaggiDovePuoLeggerli(std::shared_ptr<host::Messaggi> terminale, std::shared_ptr<host::Messaggi> finestre,
@@ -33,9 +33,9 @@ class MessaggiDovePuoLeggerli : public host::Messaggi {
   std::shared_ptr<const std::weak_ptr<host::Form>> ultima_;
 };
 
-// A file that is copied is judged first, as one that is attached where it lies is judged when it leaves. The
-// copy has a path that the library's statements can take, the file's own name for people, and goes with the
-// send.
+// A file that is copied is checked first, just as one that is attached in place is checked when it is sent.
+// The copy has a path that the library's statements can take and the file's own name for people, and is
+// removed with the send.
 class FileDellaFinestra : public adapters::posix::OggettoFile {
  public:
   explicit FileDellaFinestra(std::shared_ptr<Allegati> allegati)

@@ -1,4 +1,4 @@
-// The program's real parts together with its windows: for a command that may put a window before a person.
+// The program's real parts together with its windows: for a command that may show a person a window.
 #pragma once
 
 #include <memory>
@@ -9,12 +9,12 @@
 
 namespace orve::app {
 
-/// Raises ErroreProgramma (kNonUtilizzabile) where no window can be opened; `perche` begins its text and
-/// tells what wants the window.
+/// Raises ErroreProgramma (kNonUtilizzabile) where no window can be opened; `perche` begins its text and says
+/// what needs the window.
 void RichiediSchermo(const std::string& perche);
 
-/// Hands out the windows; whether they can be opened shows with the first of them. While one is there,
-/// messages come up as boxes over it, otherwise on the terminal.
+/// Hands out the windows; the first one shows whether they can be opened. While one is open, messages appear
+/// as boxes over it, otherwise on the terminal.
 class AmbienteFinestre : public AmbienteProgramma {
  public:
   AmbienteFinestre(Terminale terminale, std::shared_ptr<const Chiave> chiave,

@@ -40,13 +40,13 @@ constexpr std::string_view kOdbc = "odbc:";
 
 constexpr std::array kAccanto = {"", "-wal", "-shm", "-journal"};  // what SQLite keeps, the database first
 
-// A register may be shared, and then belongs to whoever sent first; but not where anybody, or the neighbour
-// whose folder it is, could have laid it or what is read along with it.
+// A register may be shared, and then belongs to whoever sent first; but not where anybody, or the user who
+// owns the folder, could have planted it or the files that are read with it.
 void RichiediRegistroProprio(const std::string& file) {
   for (const char* accanto : kAccanto) {
     const std::string nativo = adapters::posix::PercorsoUnix(file) + accanto;
     struct stat stato {};
-    // What cannot be looked at cannot be opened either.
+    // What cannot be examined cannot be opened either.
     if (::lstat(nativo.c_str(), &stato) != 0 || ProprietarioFidato(stato.st_uid)) continue;
     const bool diTutti = CartellaDiTutti(nativo);
     if (!diTutti && CartellaFidata(nativo)) continue;
@@ -170,7 +170,8 @@ std::shared_ptr<SqliteConnection> ApriRegistro(const PosizioneArchivio& posizion
     const std::string file = FileRegistro(posizione);
     RichiediRegistroProprio(file);
     auto registro = adapters::sqlite::ApriRegistro(file);
-    // What was laid there meanwhile; the connection notices when another file takes the place of its own.
+    // Something may have been planted there meanwhile; the connection notices when another file replaces its
+    // own.
     RichiediRegistroProprio(file);
     return registro;
   } catch (const host::Errore& errore) {

@@ -1,4 +1,4 @@
-// The application's database as a command of the program names it: the embedded one, or the company's own
+// The application's database as named by a command of the program: the embedded one, or the company's own
 // server over ODBC.
 #pragma once
 
@@ -18,8 +18,8 @@ namespace orve::app {
 /// How a command names the database, its key, and where the register of sends goes.
 struct PosizioneArchivio {
   std::string db = {};        // FILE, sqlite:FILE, or odbc: and a connection string
-  std::string chiave = {};    // empty: beside the database file
-  std::string registro = {};  // empty: in the embedded database, or beside the key
+  std::string chiave = {};    // empty: next to the database file
+  std::string registro = {};  // empty: in the embedded database, or next to the key
   adapters::odbc::OpzioniOdbc attese = {};
 };
 
@@ -29,7 +29,8 @@ struct Archivio {
   /// The same database when it is the embedded one, else absent.
   std::shared_ptr<adapters::sqlite::SqliteConnection> incorporato;
 
-  /// Binds the connection to an application user. On a server the application's own procedure knows him.
+  /// Binds the connection to an application user. On a server the application's own procedure identifies the
+  /// user.
   void DiUtente(std::int32_t id) const {
     if (incorporato) incorporato->UtenteConnessione(id);
   }
@@ -42,34 +43,34 @@ struct Archivio {
 /// names none, or a server.
 [[nodiscard]] std::string FileArchivio(const PosizioneArchivio& posizione);
 
-/// The folder from which a relative configured path counts: the database file's, or the current one.
+/// The folder that a relative configured path starts from: the database file's, or the current one.
 [[nodiscard]] std::string CartellaBase(const PosizioneArchivio& posizione);
 
 /// The key file: the one named, else the database file's name followed by ".chiave". Raises ErroreProgramma
 /// (kComandoErrato) when a server is named and no key.
 [[nodiscard]] std::string FileChiave(const PosizioneArchivio& posizione);
 
-/// Whether that is the key beside the embedded database, however it was named, and not one that is shared.
+/// Whether that is the key next to the embedded database, however it was named, and not a shared one.
 [[nodiscard]] bool ChiaveDelDatabase(const PosizioneArchivio& posizione);
 
-/// The files that are the program's own: the database with what SQLite keeps beside it, the key, the
-/// register. Some of them need not exist.
+/// The program's own files: the database with SQLite's side files, the key, the register. Some of them need
+/// not exist.
 [[nodiscard]] std::vector<std::string> FileDelProgramma(const PosizioneArchivio& posizione);
 
-/// The open database. Raises ErroreProgramma: kNonUtilizzabile with what the database says, in which no
-/// password stands.
+/// The open database. Raises ErroreProgramma: kNonUtilizzabile with what the database says, never with a
+/// password in it.
 [[nodiscard]] Archivio ApriArchivio(const PosizioneArchivio& posizione);
 
 /// The open embedded database, for what only it can do. Raises ErroreProgramma as the others do.
 [[nodiscard]] std::shared_ptr<adapters::sqlite::SqliteConnection> ApriIncorporato(
     const PosizioneArchivio& posizione);
 
-/// Where the register of sends goes: the embedded database, or the file of --registro, or beside the key.
-/// The file is made when it is missing. Raises ErroreProgramma.
+/// Where the register of sends goes: the embedded database, or the file of --registro, or a file next to the
+/// key. The file is created when it is missing. Raises ErroreProgramma.
 [[nodiscard]] std::shared_ptr<adapters::sqlite::SqliteConnection> ApriRegistro(
     const PosizioneArchivio& posizione, const Archivio& archivio);
 
-/// The same, which must be there, for reading. Raises ErroreProgramma.
+/// The same for reading; it must exist. Raises ErroreProgramma.
 [[nodiscard]] std::shared_ptr<adapters::sqlite::SqliteConnection> ApriRegistroPerLettura(
     const PosizioneArchivio& posizione);
 
@@ -83,7 +84,7 @@ struct UtenteIndicato {
 };
 
 /// The id of the user. Raises ErroreProgramma: kNonUtilizzabile when nobody has it, kComandoErrato when it is
-/// no id.
+/// not an id.
 [[nodiscard]] std::int32_t TrovaUtente(host::Connection& connessione, const UtenteIndicato& indicato);
 
 }  // namespace orve::app

@@ -38,7 +38,7 @@ std::string DifettoDelTesto(std::string_view testo, std::size_t massimo) {
   return text::Length(testo) > massimo ? "ha più di " + std::to_string(massimo) + " caratteri" : "";
 }
 
-// Company, partner, 0 or 1, destination; the last may hold further slashes.
+// Company, partner, 0 or 1, destination; the last may contain further slashes.
 std::string DifettoDellaDestinazione(std::string_view codice) {
   std::array<std::string_view, 3> parti;
   for (std::string_view& parte : parti) {

@@ -1,5 +1,5 @@
-// The company's directory as the program has it: asked over LDAP, and observed, because the library takes a
-// failed look-up for nobody found and says nothing of it.
+// The company's directory as the program has it: queried over LDAP, and observed, because the library treats
+// a failed look-up as "nobody found" and does not report it.
 #pragma once
 
 #include <memory>
@@ -15,8 +15,8 @@ namespace orve::app {
 [[nodiscard]] std::shared_ptr<host::Directory> CreaDirectory(
     const std::optional<adapters::ldap::LdapOptions>& opzioni);
 
-/// Without a directory one that knows nobody. `note` gets what ends a look-up, once for a server that is then
-/// left alone; an attribute that a person does not have ends none.
+/// Without a directory, one that knows nobody. `note` gets what ended a look-up, only once for a server that
+/// is then left alone; an attribute that a person does not have does not end one.
 [[nodiscard]] std::unique_ptr<host::Directory> OsservaDirectory(std::shared_ptr<host::Directory> vera,
                                                                 OsservazioniPtr note);
 

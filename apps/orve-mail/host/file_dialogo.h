@@ -1,4 +1,4 @@
-// The file that takes down the dialogue with a server.
+// The file that records the dialogue with a server.
 #pragma once
 
 #include <functional>
@@ -7,10 +7,10 @@
 
 namespace orve::app {
 
-/// Gives what appends a line to the file, which is made for the person alone if it is missing. It may also be
-/// a terminal, or the program's own output under another name (/dev/stdout). Raises ErroreProgramma
-/// (kFileMancante) for what cannot be written and for anything else that is no file: opening a pipe would
-/// wait for somebody to read it, and a full one would hold up the send.
+/// Returns a function that appends a line to the file, which is created for the person alone if it is
+/// missing. It may also be a terminal, or the program's own output under another name (/dev/stdout). Raises
+/// ErroreProgramma (kFileMancante) for what cannot be written and for anything else that is not a file:
+/// opening a pipe would wait for somebody to read it, and a full one would hold up the send.
 [[nodiscard]] std::function<void(std::string_view)> ScriviDialogo(const std::string& file);
 
 }  // namespace orve::app

@@ -1,4 +1,5 @@
-// The host application's interface object as the program plays it: its message object and the logged-in user.
+// The host application's interface object in the program's version: its message object and the logged-in
+// user.
 #pragma once
 
 #include <cstdint>

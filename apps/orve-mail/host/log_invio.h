@@ -8,7 +8,7 @@
 namespace orve::app {
 
 /// Writes through the given one. What is written as one line stays one line of as many columns: names come
-/// from the master data as they stand there, and each control character in them becomes a blank. The line end
+/// from the master data as they are there, and each control character in them becomes a blank. The line end
 /// at the end of the titles stays.
 [[nodiscard]] std::shared_ptr<host::FileSystem> LogSuUnaRiga(std::shared_ptr<host::FileSystem> vero);
 

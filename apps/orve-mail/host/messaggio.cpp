@@ -51,7 +51,7 @@ std::string Leggi(std::istream& flusso, const std::string& nome) {
   return contenuto;
 }
 
-// The body leaves as an attachment does.
+// The body is subject to the same rules as an attachment.
 std::string LeggiDocumento(const std::string& file, const std::vector<std::string>& esclusi) {
   std::ifstream flusso;
   try {
@@ -84,7 +84,7 @@ VoceDestinatario LeggiDestinatario(std::string_view testo) {
   return voce;
 }
 
-// Opens without waiting and looks: a folder, a pipe or a device is no attachment and no body.
+// Opens without waiting and checks: a folder, a pipe or a device cannot be an attachment or a body.
 void RichiediFileLeggibile(const std::string& file) {
   const int descrittore = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
   if (descrittore < 0) FileNonLeggibile(file, std::generic_category().message(errno));
@@ -105,7 +105,7 @@ std::string LeggiCorpo(const std::string& testo, std::istream& ingresso,
   } else {
     contenuto = LeggiDocumento(file, esclusi);
   }
-  constexpr std::string_view kSegnoDiOrdine = "\xEF\xBB\xBF";  // a mark that some editors put in front
+  constexpr std::string_view kSegnoDiOrdine = "\xEF\xBB\xBF";  // a byte-order mark that some editors write
   if (contenuto.rfind(kSegnoDiOrdine, 0) == 0) contenuto.erase(0, kSegnoDiOrdine.size());
   if (!Utf8(contenuto)) FileNonLeggibile(file, "non è un testo UTF-8");
   return ConFineRigaDoppia(contenuto);

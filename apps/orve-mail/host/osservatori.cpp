@@ -14,7 +14,7 @@ std::string Riga(const host::Errore& errore) {
   return errore.Descrizione() + " (" + errore.Sorgente() + " " + std::to_string(errore.Numero()) + ")";
 }
 
-// Runs the action; an error is noted and goes on.
+// Runs the action; an error is noted and rethrown.
 template <class Azione>
 auto Annotando(std::vector<std::string>& note, Azione azione) {
   try {
@@ -98,7 +98,7 @@ class MessaggiMapiOsservati : public host::MAPIMessages {
   void SessionID(const host::Variant& sessione) override { vero_->SessionID(sessione); }
   void SessioneID(const host::Variant& sessione) override { vero_->SessioneID(sessione); }
   void Compose() override { vero_->Compose(); }
-  // The object was made before any window; the first slot is where the channel begins.
+  // The object was created before any window; the channel begins with the first slot.
   void RecipIndex(std::int16_t indice) override {
     if (indice == 0) note_->IniziaConsegna();
     vero_->RecipIndex(indice);
@@ -109,7 +109,7 @@ class MessaggiMapiOsservati : public host::MAPIMessages {
   void MsgReceiptRequested(bool ricevuta) override { vero_->MsgReceiptRequested(ricevuta); }
   void MsgSubject(const std::string& oggetto) override { vero_->MsgSubject(oggetto); }
   void MsgNoteText(const std::string& corpo) override { vero_->MsgNoteText(corpo); }
-  // The channel goes on without the file that one of these refuses, and tells nobody.
+  // The channel carries on without the file that one of these refuses, and tells nobody.
   void AttachmentIndex(std::int16_t indice) override {
     Annotando(note_->allegatiRifiutati, [&] { vero_->AttachmentIndex(indice); });
   }
@@ -210,7 +210,7 @@ class FileSystemOsservato : public host::FileSystem {
  public:
   FileSystemOsservato(std::shared_ptr<host::FileSystem> vero, OsservazioniPtr note)
       : vero_(std::move(vero)), note_(std::move(note)) {}
-  // The library asks before it writes the log, and writes none into a folder that is not there.
+  // The library asks before it writes the log, and writes none into a folder that does not exist.
   bool FolderExists(const std::string& cartella) override {
     const bool presente = vero_->FolderExists(cartella);
     if (!presente) note_->erroriLog.push_back("la cartella temporanea non esiste: " + cartella);

@@ -1,5 +1,5 @@
-// Outside objects that pass everything on to a real one and note what comes of it. They change nothing: an
-// error goes on as it came.
+// Outside objects that pass everything on to a real one and note the result. They change nothing: an error is
+// passed on as it is.
 #pragma once
 
 #include <functional>
@@ -21,13 +21,13 @@ using OsservazioniPtr = std::shared_ptr<Osservazioni>;
 
 [[nodiscard]] std::shared_ptr<host::Messaggi> Osserva(std::shared_ptr<host::Messaggi> vero,
                                                       OsservazioniPtr note);
-/// What the component itself can tell of its last delivery.
+/// What the component itself can tell about its last delivery.
 struct FineConsegna {
   std::string motivo;    // what ended it, for a person; empty after a success
-  bool incerta = false;  // the server may have the message all the same
+  bool incerta = false;  // the server may have the message anyway
 };
 
-/// `fine` tells how the last delivery ended; empty: nobody knows.
+/// `fine` tells how the last delivery ended; empty: unknown.
 [[nodiscard]] std::shared_ptr<host::ComponenteSmtp> Osserva(std::shared_ptr<host::ComponenteSmtp> vero,
                                                             OsservazioniPtr note,
                                                             std::function<FineConsegna()> fine = {});

@@ -9,7 +9,7 @@ namespace {
 
 struct Campo {
   const char* didascalia;
-  const char* chiave;  // the mark of the table and the word of the placeholder
+  const char* chiave;  // the table's marker and the word of the placeholder
 };
 
 constexpr std::array<Campo, 13> kCampi = {{

@@ -1,5 +1,5 @@
-// The special fields that the program offers for the body of a mail: the placeholders that the library fills,
-// with what the person reads for each.
+// The special fields that the program offers for the body of a message: the placeholders that the library
+// fills, with what the person reads for each.
 #pragma once
 
 #include <memory>

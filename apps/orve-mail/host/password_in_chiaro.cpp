@@ -6,7 +6,7 @@ namespace orve::app {
 
 namespace {
 
-// A table that comes with the first permission: databases from before have none.
+// A table that is created with the first permission: older databases have none.
 bool NessunPermesso(adapters::sqlite::SqliteConnection& archivio) {
   return archivio
       .EseguiConValori("SELECT 1 AS C FROM sqlite_master WHERE type = 'table' AND name = 'SERVER_IN_CHIARO'",
@@ -16,7 +16,7 @@ bool NessunPermesso(adapters::sqlite::SqliteConnection& archivio) {
 
 }  // namespace
 
-// A row that is no name and port permits nothing, and stops nothing either.
+// A row that is not a name and a port permits nothing, and stops nothing either.
 PermessiInChiaro::PermessiInChiaro(const Archivio& archivio, bool ovunque) : ovunque_(ovunque) {
   if (!archivio.incorporato || NessunPermesso(*archivio.incorporato)) return;
   const auto righe = archivio.incorporato->EseguiConValori(
@@ -44,8 +44,7 @@ void PermettiInChiaro(adapters::sqlite::SqliteConnection& archivio, const std::s
                                {NomeServer(server), std::int64_t{porta}}));
 }
 
-// Empty columns stand for the values that the library takes, and a port's 16 bits stand in theirs with a
-// sign.
+// Empty columns stand for the values that the library uses, and a port's 16 bits are stored with a sign.
 void RitiraPermessiSuperflui(adapters::sqlite::SqliteConnection& archivio) {
   if (NessunPermesso(archivio)) return;
   static_cast<void>(

@@ -1,5 +1,5 @@
-// Which servers may get user and password over a connection that is not encrypted. Nobody does unless a
-// person said so for this server.
+// Which servers may get user and password over a connection that is not encrypted. None may unless a person
+// has said so for that server.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@ class PermessiInChiaro {
  public:
   /// None.
   PermessiInChiaro() = default;
-  /// What the embedded database keeps, which of a database over ODBC is nothing; `ovunque`: every server.
+  /// The permissions kept in the embedded database, none for a database over ODBC; `ovunque`: every server.
   /// Raises host::Errore.
   PermessiInChiaro(const Archivio& archivio, bool ovunque);
 
@@ -26,12 +26,12 @@ class PermessiInChiaro {
   std::set<std::pair<std::string, std::uint16_t>> server_;
 };
 
-/// Keeps the permission for a server, by its name and port: it does not go along when the server is pointed
+/// Keeps the permission for a server, by its name and port: it does not move along when the server is pointed
 /// elsewhere. Raises host::Errore.
 void PermettiInChiaro(adapters::sqlite::SqliteConnection& archivio, const std::string& server,
                       std::uint16_t porta);
 
-/// Takes back the permissions of places where no server of the database wants a login without TLS. Raises
+/// Withdraws the permissions for places where no server of the database uses a login without TLS. Raises
 /// host::Errore.
 void RitiraPermessiSuperflui(adapters::sqlite::SqliteConnection& archivio);
 

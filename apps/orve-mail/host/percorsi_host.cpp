@@ -31,7 +31,7 @@ bool SoloNostra(const std::string& cartella, mode_t vietati) {
          (stato.st_mode & vietati) == 0;
 }
 
-// Made if missing.
+// Created if missing.
 bool RendiPrivata(const std::string& cartella) {
   return (::mkdir(cartella.c_str(), S_IRWXU) == 0 || errno == EEXIST) &&
          SoloNostra(cartella, kScritturaAltrui);
@@ -78,7 +78,7 @@ void RisolutorePercorsiUnix::ImpostaPercorso(const std::string& percorso, bool /
   percorso_ = posix::PercorsoLibreria(SenzaBarraFinale(assoluto.lexically_normal().native()));
 }
 
-// A log that has no place must not end a send.
+// A log without a place must not end a send.
 std::string RisolutorePercorsiUnix::CartellaTemporanea() const {
   if (auto cartella = CartellaTemporaneaDiSistema()) return *cartella;
   if (senzaTemporanea_) senzaTemporanea_();
@@ -93,8 +93,8 @@ std::optional<std::string> CartellaTemporaneaDiSistema() {
   const std::string scelta = variabile("TMPDIR");
   const std::string diSessione = variabile("XDG_RUNTIME_DIR");
   const std::string casa = variabile("HOME");
-  // The system's own is open to everybody: a log of recipients does not belong there, and somebody else may
-  // have taken the name first.
+  // The system's temporary folder is open to everybody: a log of recipients does not belong there, and
+  // somebody else may have taken the name first.
   const std::string nostra = "/orve-mail-" + std::to_string(::geteuid());
   if (!scelta.empty() && RendiPrivata(scelta + nostra)) return scelta + nostra;
   if (SoloNostra(diSessione, S_IRWXG | S_IRWXO) && RendiPrivata(diSessione + "/orve-mail"))

@@ -20,7 +20,8 @@ class Allegati;
 class RegistroTabella : public host::RegistroInvio {
  public:
   RegistroTabella() = default;
-  /// Writes there, whatever connection it is given. `allegati` knows which file a private copy stands for.
+  /// Writes to that database, whatever connection it is given. `allegati` knows which file a private copy
+  /// stands for.
   explicit RegistroTabella(std::shared_ptr<adapters::sqlite::SqliteConnection> archivio,
                            std::shared_ptr<const Allegati> allegati = nullptr)
       : archivio_(std::move(archivio)), allegati_(std::move(allegati)) {}

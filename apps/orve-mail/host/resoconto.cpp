@@ -20,7 +20,7 @@ bool SenzaIntoppi(const Osservazioni& note) {
   return note.messaggi == 0 && SenzaErrori(note);
 }
 
-// The different results of the lines that say "not sent", in the order in which they came.
+// The distinct results of the lines that say "not sent", in their order.
 std::vector<std::string> Motivi(const Osservazioni& note) {
   std::vector<std::string> motivi;
   for (const RigaRegistro& riga : note.registro) {
@@ -50,13 +50,13 @@ void ElencaDestinatari(const Osservazioni& note, std::ostream& uscita) {
   for (const RigaRegistro& riga : note.registro) uscita << "  " << RigaSicura(riga.indirizzo) << "\n";
 }
 
-// Nothing failed and nothing left: what happens when there is nobody to send from. Where the window was
-// wanted, the person was told of it by a message.
+// Nothing failed and nothing was sent: this is what happens when there is no account to send from. Where the
+// window was wanted, the person has been told by a message.
 bool SenzaAccount(const Resoconto& resoconto) {
   return resoconto.mittente.empty() && resoconto.errore.empty() && SenzaErrori(resoconto.note);
 }
 
-// The window was there, and the person left it without sending.
+// The window was open, and the person left it without sending.
 bool Annullato(const Resoconto& resoconto) {
   const Osservazioni& note = resoconto.note;
   return note.finestreMostrate > 0 && note.consegneIniziate == 0 && note.oggettiMancanti.empty() &&

@@ -1,4 +1,4 @@
-// What became of a send, in an exit status and a few lines for the person.
+// What became of a send, as an exit status and a few lines for the person.
 #pragma once
 
 #include <string>
@@ -16,17 +16,18 @@ struct Resoconto {
   kvEnum_ErroreMail stato = kvOK;  // of a service object that sent this one message
   std::string descrizione;
   std::string mittente;  // empty: no account was found
-  bool daSola = false;   // a call past the send procedure: it refuses nothing and leaves Stato as it was
-  std::string errore;    // that the library kept for its caller instead of showing it
-  /// The channel takes no message without a body, and this one had none.
+  bool daSola =
+      false;  // a call that bypasses the send procedure: it refuses nothing and leaves Stato as it was
+  std::string errore;  // kept by the library for its caller instead of shown
+  /// The channel accepts no message without a body, and this one had none.
   bool corpoRichiesto = false;
 };
 
-/// The status that the observations allow. A status "sent" needs both the library's word and a delivery that
-/// was seen to succeed: after a refusal the library's word is still the one it began with.
+/// The status that the observations allow. A status "sent" requires both the library's own status and a
+/// delivery that was seen to succeed: after a refusal the library's status is still the initial one.
 [[nodiscard]] Uscita Valuta(const Resoconto& resoconto);
 
-/// What to tell the person of that status: one line, without a line end.
+/// What to tell the person about that status: one line, without a line end.
 [[nodiscard]] std::string Spiega(const Resoconto& resoconto, Uscita uscita);
 
 /// Everything else that is worth a line.
@@ -36,7 +37,7 @@ struct Resoconto {
 inline constexpr const char* kSenzaTemporanea =
     "registro degli errori non tenuto: nessuna cartella temporanea è soltanto di chi invia";
 
-/// Writes a success on the output stream and everything else on the error stream, and gives the status.
+/// Writes a success on the output stream and everything else on the error stream, and returns the status.
 Uscita Racconta(const Resoconto& resoconto, Terminale terminale);
 
 }  // namespace orve::app

@@ -1,5 +1,5 @@
-// What a person can do about a stored password or server. The program writes the embedded database alone; in
-// the company's own somebody else does.
+// What a person can do about a stored password or server. The program only writes the embedded database; the
+// company's own is in other hands.
 #pragma once
 
 #include <string>

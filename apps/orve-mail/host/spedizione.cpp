@@ -21,7 +21,7 @@ namespace {
 constexpr const char* kVoce = "orve-mail";
 constexpr std::int32_t kDiUnaLista = 1;
 
-// A number where it is one, so that the library sees what the application would hand it.
+// A number where it is one, so the library sees what the application would pass.
 host::Variant Ditta(const std::string& ditta) {
   try {
     if (!ditta.empty()) return host::Variant(ditta).ToInt32();
@@ -66,7 +66,7 @@ class Spedizione {
     if (richiesta.mittente) RichiediAccount(*sede.archivio.connessione, *richiesta.mittente, richiesta.pec);
   }
 
-  // The order of these steps is the library's: each reads what the ones before it set.
+  // The library dictates the order of these steps: each reads what the previous ones have set.
   void Prepara(bool daSola) {
     servizio_.ConnectionADO = Osserva(sede_.archivio.connessione, note_);
     servizio_.ActiveInterface = CreaInterfaccia(sede_.utente, ambiente_->CreaMessaggi());
@@ -75,7 +75,7 @@ class Spedizione {
     servizio_.DittaCorrente = Ditta(richiesta_.ditta);
     servizio_.IsPec(richiesta_.pec);
     if (richiesta_.data) servizio_.DataValiditaCodiceDestinatario(*richiesta_.data);
-    servizio_.InvioSMTP(daSola);  // what another channel would want is not made
+    servizio_.InvioSMTP(daSola);  // objects for other channels are not created
     servizio_.GetImpostazioni();
     if (richiesta_.modo) servizio_.ModalitaInvio(*richiesta_.modo);
     if (ApreLaFinestra()) RichiediSchermo("L'invio manuale vuole la finestra di invio.");
@@ -120,14 +120,15 @@ class Spedizione {
   }
 
  private:
-  // Whether the window comes up in any case. In the other modes the addresses decide, which nobody knows yet.
+  // Whether the window opens in any case. In the other modes that depends on the addresses, which are not
+  // known yet.
   [[nodiscard]] bool ApreLaFinestra() const {
     return richiesta_.codice && servizio_.ModalitaInvio() == kvManuale &&
            servizio_.SrvMailInstallato != kvNoMail;
   }
 
-  // A send by code has the body of the settings in this field before a channel begins; a direct one has what
-  // it was given and takes none from there.
+  // A send by code has the body from the settings in this field before a channel begins; a direct one has
+  // what it was given and takes none from the settings.
   [[nodiscard]] bool SenzaCorpo() const { return servizio_.vCorpoMail.empty(); }
 
   void InizializzaRegistro() {
@@ -162,7 +163,7 @@ class Spedizione {
     servizio_.AvviaProceduraInvio(host::Variant(codice.codice), codice.tipo);
   }
 
-  // Without an account nothing is started: the library would send from whatever it holds.
+  // Without an account nothing is started: the library would send from whatever account it holds.
   void InviaDiretta() {
     const auto mittente = HaAccount(servizio_.SrvMailInstallato) ? Mittente() : std::int16_t{0};
     if (!mittente) return;
@@ -178,7 +179,7 @@ class Spedizione {
                               servizio_.vSenderAddress);
   }
 
-  // The main attachment goes into its own field and not into the list, where it would stand twice.
+  // The main attachment goes into its own field and not into the list, where it would occur twice.
   void Allega() {
     if (percorsi_.empty()) return;
     servizio_.vMailAttachment = percorsi_.front();

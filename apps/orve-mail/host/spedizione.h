@@ -1,4 +1,4 @@
-// One send, from the request on the command line to the account of what became of it: the program playing the
+// One send, from the request on the command line to the account of what became of it: the program acts as the
 // host application, in the order in which an application works with the library.
 #pragma once
 
@@ -32,7 +32,7 @@ struct DestinatarioInCasella {
   std::int16_t casella = 0;  // 0 A, 1 CC, 2 CCn
 };
 
-/// A business partner of the master data, or a contact, or a text with an address behind a marker.
+/// A business partner of the master data, or a contact, or text with an address after a marker.
 struct CodiceDestinatario {
   std::string codice;
   kvTipologiaDestinatarioFAX tipo = kvDestinatarioFaxAnagrafica;
@@ -70,7 +70,7 @@ struct RichiestaInvio {
 /// to servers and to the directory. Raises ErroreProgramma (kNonUtilizzabile, kComandoErrato), and 5 for a
 /// directory whose options make no sense.
 struct SedeInvio {
-  /// Made for the sends of this request and those like it.
+  /// Created for the sends of this request and others like it.
   explicit SedeInvio(const RichiestaInvio& richiesta);
 
   std::shared_ptr<const Chiave> chiave;
@@ -82,18 +82,18 @@ struct SedeInvio {
   std::shared_ptr<host::Directory> directory;  // empty: nobody is looked up
 };
 
-/// Sends with a service object of its own and gives what was seen of it. `primaDiInviare` runs when all is
-/// ready and nothing has left; what it raises ends the send. Raises ErroreProgramma (kNonUtilizzabile) when
-/// the settings cannot be read.
+/// Sends with a service object of its own and returns what was observed. `primaDiInviare` runs when
+/// everything is ready and nothing has been sent; what it raises ends the send. Raises ErroreProgramma
+/// (kNonUtilizzabile) when the settings cannot be read.
 [[nodiscard]] Resoconto Consegna(const RichiestaInvio& richiesta, const SedeInvio& sede, Terminale terminale,
                                  const std::function<void()>& primaDiInviare = {});
 
-/// Sends, tells on the terminal what became of it, and gives the exit status. Raises ErroreProgramma when
+/// Sends, reports the outcome on the terminal, and returns the exit status. Raises ErroreProgramma when
 /// nothing could be tried.
 [[nodiscard]] Uscita Spedisci(const RichiestaInvio& richiesta, Terminale terminale);
 
-/// The same for a request with addresses and past the send procedure: always through SMTP, from the default
-/// account, whatever channel and mode the settings have. `silenzioso`: the library keeps its error for its
+/// The same for a request with addresses, bypassing the send procedure: always through SMTP, from the default
+/// account, whatever channel and mode are configured. `silenzioso`: the library keeps its error for its
 /// caller instead of showing it.
 [[nodiscard]] Uscita SpedisciDaSola(const RichiestaInvio& richiesta, bool silenzioso, Terminale terminale);
 

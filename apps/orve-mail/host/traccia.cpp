@@ -38,7 +38,7 @@ class TracciaSuFile : public Traccia {
   TracciaSuFile& operator=(TracciaSuFile&&) = delete;
   ~TracciaSuFile() override { ::close(descrittore_); }
 
-  // One write for one line: the lines of other programs stay behind or in front of it.
+  // One write for one line: the lines of other programs come before or after it.
   void Scrivi(const std::string& riga) noexcept override {
     try {
       const std::string byte = adapters::posix::RigaDiDebug(riga) + "\n";

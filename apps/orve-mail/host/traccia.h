@@ -12,12 +12,12 @@ namespace orve::app {
 /// A debug output with a destination of its own.
 class Traccia : public host::DebugOutput {
  public:
-  /// A line was lost on its way, so that the trace tells of objects what is not true.
+  /// A line was lost on the way, so the trace is wrong about some objects.
   [[nodiscard]] virtual bool Incompleta() const noexcept = 0;
 };
 
-/// Adds each line whole to the file, which several programs may do at once; "-" is the error stream, which
-/// must outlive the trace. Raises ErroreProgramma (kFileMancante) when the file cannot be written.
+/// Appends each line as a whole to the file, which several programs may do at once; "-" is the error stream,
+/// which must outlive the trace. Raises ErroreProgramma (kFileMancante) when the file cannot be written.
 [[nodiscard]] std::shared_ptr<Traccia> ApriTraccia(const std::string& file, std::ostream& errori);
 
 }  // namespace orve::app

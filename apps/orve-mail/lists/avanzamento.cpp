@@ -8,8 +8,8 @@ namespace {
 
 constexpr std::size_t kBarraMassima = 40;
 
-// "[####......]  40%  4/10", or what of it fits; never as wide as the screen, where some terminals would go
-// on to the next line.
+// "[####......]  40%  4/10", or as much of it as fits; never the full width of the screen, where some
+// terminals would wrap to the next line.
 std::string Barra(std::size_t fatti, std::size_t totale, std::size_t colonne) {
   const std::size_t percento = totale == 0 ? 100 : fatti * 100 / totale;
   std::string numeri = std::to_string(percento) + "%";

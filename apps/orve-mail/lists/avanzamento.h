@@ -19,11 +19,11 @@ class Avanzamento {
   /// Takes the bar off the screen.
   ~Avanzamento();
 
-  /// Another step is done. `testo` is a line on the output stream, and nothing beside the bar.
+  /// Another step is done. `testo` becomes a line on the output stream; with the bar it is not shown.
   void Passo(const std::string& testo);
   /// The same with something that the person must read: a line on the error stream, above the bar.
   void PassoConAvviso(const std::string& testo);
-  /// Another step is done of which there is nothing to say. The bar shows it with the next one.
+  /// Another step is done that needs no mention. The bar shows it with the next one.
   void PassoMuto() { ++fatti_; }
 
  private:

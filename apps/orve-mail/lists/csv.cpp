@@ -30,7 +30,7 @@ const char* Difetto(const std::vector<std::string>& campi) {
 
 }  // namespace
 
-// Appends a block; what lies before the current row is thrown away first. False at the end.
+// Appends a block, after dropping what precedes the current row. False at the end.
 bool LettoreCsv::Riempi() {
   dati_.erase(0, inizio_);
   inizio_ = 0;
@@ -42,7 +42,7 @@ bool LettoreCsv::Riempi() {
   return dati_.size() > prima;
 }
 
-// The byte at this place of the current row.
+// The byte at this position of the current row.
 int LettoreCsv::Byte(std::size_t posizione) {
   while (inizio_ + posizione >= dati_.size()) {
     if (!Riempi()) return kFine;
@@ -65,15 +65,15 @@ void LettoreCsv::SaltaRigaFisica() {
   }
 }
 
-// The length of a line end at this place, 0 when there is none; the end of the file counts as one of length 0
-// and is told by Byte.
+// The length of a line end at this position, 0 when there is none; the end of the file counts as one of
+// length 0 and is recognised through Byte.
 std::size_t LettoreCsv::FineRiga(std::size_t posizione) {
   const int byte = Byte(posizione);
   if (byte == '\n') return 1;
   return byte == '\r' && Byte(posizione + 1) == '\n' ? 2 : 0;
 }
 
-// The mark of UTF-8, and the separator of the first row.
+// The UTF-8 byte-order mark, and the separator of the first row.
 void LettoreCsv::Inizia() {
   constexpr std::string_view kSegno = "\xEF\xBB\xBF";
   if (Byte(kSegno.size() - 1) != kFine && dati_.compare(0, kSegno.size(), kSegno) == 0)
@@ -92,7 +92,7 @@ void LettoreCsv::Inizia() {
   }
 }
 
-// Appends what comes before the next of these bytes; gives its place, which may be the end of the file.
+// Appends what comes before the next of these bytes; returns its position, which may be the end of the file.
 std::size_t LettoreCsv::FinoA(std::string_view fermi, std::size_t posizione, std::string& campo) {
   while (Byte(posizione) != kFine) {
     if (posizione > kRigaMassima) throw RigaRotta{"è più lunga di 20 MiB"};
@@ -105,7 +105,7 @@ std::size_t LettoreCsv::FinoA(std::string_view fermi, std::size_t posizione, std
   return posizione;
 }
 
-// Both give the place behind the field.
+// Both return the position after the field.
 std::size_t LettoreCsv::CampoConVirgolette(std::size_t posizione, std::string& campo) {
   std::size_t i = posizione + 1;
   for (;;) {
@@ -126,7 +126,7 @@ std::size_t LettoreCsv::Campo(std::size_t posizione, std::string& campo) {
   return fine;
 }
 
-// The length of the row with its line end.
+// The length of the row including its line end.
 std::size_t LettoreCsv::Campi(std::vector<std::string>& campi) {
   for (std::size_t i = 0;; ++i) {
     if (campi.size() == kCampiMassimi) throw RigaRotta{"ha troppi campi"};

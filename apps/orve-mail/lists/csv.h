@@ -1,8 +1,9 @@
 // Reading lists of rows with fields, as spreadsheets write them (RFC 4180), strictly and as a stream.
 //
-// A row that is not well-formed does not end the reading: it comes with its reason, and the row behind it is
-// read as if nothing had been. Where quotes are out of order nobody can tell where the row should have ended,
-// so that the next row begins on the next line; one missing quote costs one row and not the rest of the file.
+// A row that is not well-formed does not end the reading: it is returned with the reason, and the next row is
+// read as if nothing had happened. Where quotes are wrong there is no telling where the row should have
+// ended, so the next row begins on the next line; one missing quote costs one row and not the rest of the
+// file.
 #pragma once
 
 #include <cstddef>
@@ -16,19 +17,19 @@ namespace orve::app {
 struct RecordCsv {
   std::size_t riga = 0;  // the line of the file on which the row begins, from 1
   std::vector<std::string> campi;
-  std::string errore;  // why the row is malformed ("è ...", "ha ..."), for a person; `campi` is empty then
+  std::string errore;  // why the row is malformed ("è ...", "ha ..."), for a person; `campi` is then empty
 };
 
-/// Lines end in LF or CRLF, the last one may have no end; a mark of UTF-8 in front is skipped, and so are
-/// empty lines. Fields may stand in quotes and hold separators, line ends and doubled quotes then. The
-/// separator is ";" when the first row holds one outside quotes, else ",". Malformed are a row with quotes
-/// out of order, with a lone carriage return outside quotes, with a NUL, that is no valid UTF-8, with more
-/// than 1000 fields, or longer than kRigaMassima. Memory holds one row at a time.
+/// Lines end in LF or CRLF, and the last one may lack its end; a leading UTF-8 byte-order mark is skipped,
+/// and so are empty lines. Fields may be quoted and then contain separators, line ends and doubled quotes.
+/// The separator is ";" when the first row has one outside quotes, else ",". A row is malformed if its quotes
+/// are wrong, it has a lone carriage return outside quotes, a NUL, invalid UTF-8 or more than 1000 fields, or
+/// it is longer than kRigaMassima. Memory holds one row at a time.
 class LettoreCsv {
  public:
   static constexpr std::size_t kRigaMassima = std::size_t{20} * 1024 * 1024;  // bytes
 
-  /// `flusso` must outlive the reader and be at its beginning.
+  /// `flusso` must outlive the reader and be positioned at its beginning.
   explicit LettoreCsv(std::istream& flusso) : flusso_(flusso) {}
 
   /// The next row. False at the end. Raises std::ios_base::failure when the stream cannot be read.
@@ -47,9 +48,9 @@ class LettoreCsv {
   void SaltaRigaFisica();
 
   std::istream& flusso_;
-  std::string dati_;        // what was read and not yet thrown away
+  std::string dati_;        // what has been read and not yet dropped
   std::size_t inizio_ = 0;  // where the current row begins in it
-  std::size_t riga_ = 1;    // the line at that place
+  std::size_t riga_ = 1;    // the line at that position
   char separatore_ = '\0';
 };
 

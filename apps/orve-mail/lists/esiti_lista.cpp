@@ -28,7 +28,7 @@ constexpr std::size_t kCampiInizio = 4;
 constexpr std::size_t kCampi = 6;
 constexpr std::size_t kTestoMassimo = 1000;   // characters of a recipient or a reason
 constexpr std::size_t kLineaMassima = 65536;  // bytes; ours are much shorter
-constexpr off_t kSpazioLinea = 16384;         // more than a line of ours takes
+constexpr off_t kSpazioLinea = 16384;         // more than one of our lines takes
 constexpr off_t kSpazio = 262144;             // to ask for at a time
 constexpr const char* kCosa = "File dei risultati";
 constexpr const char* kInterrotto = "il programma si è fermato prima di conoscere l'esito";
@@ -49,7 +49,7 @@ std::string Sistema(int errore) {
   return std::generic_category().message(errore);
 }
 
-// A text that stays one field of one line without quotes, in this file and in a spreadsheet.
+// Text that stays one field of one line without quotes, in this file and in a spreadsheet.
 std::string Campo(std::string_view testo) {
   std::string campo = RigaSicura(text::Left(testo, kTestoMassimo));
   std::replace(campo.begin(), campo.end(), ';', ',');
@@ -86,8 +86,8 @@ bool Impronta(std::string_view testo) {
   return testo.find_first_not_of("0123456789abcdef") == std::string_view::npos;
 }
 
-// The length of the first half of a line; 0 when it is not whole, or belongs to a row of which no message was
-// handed over.
+// The length of the first half of a line; 0 when it is incomplete, or belongs to a row for which no message
+// was handed over.
 std::size_t LunghezzaInizio(std::string_view linea) {
   std::size_t inizio = 0;
   std::size_t fine = 0;
@@ -127,11 +127,11 @@ std::string Cartella(const std::string& file) {
   return cartella.empty() ? "." : cartella.native();
 }
 
-// A new name is safe only when the folder is.
+// A new name is safe only once the folder is synced.
 bool SincronizzaCartella(const std::string& file) {
   const int cartella = ::open(Cartella(file).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (cartella < 0) return false;
-  // Some file systems know no such thing for folders.
+  // Some file systems do not support that for folders.
   const bool riuscito = ::fsync(cartella) == 0 || errno == EINVAL;
   ::close(cartella);
   return riuscito;
@@ -164,13 +164,13 @@ EsitiLista::EsitiLista(std::string file, const std::string& nuovaLista) : file_(
 }
 
 EsitiLista::~EsitiLista() {
-  // Room that was asked for and not used.
+  // Space that was reserved and not used.
   if (riservato_ > fine_ && ::ftruncate(descrittore_, fine_) != 0) riservato_ = fine_;
   ::close(descrittore_);
 }
 
-// The name may come to belong to another file between opening and locking: a run that ends puts a new one in
-// the old one's place.
+// The name may come to belong to another file between opening and locking: a run that ends replaces the old
+// file with a new one.
 void EsitiLista::Apri() {
   for (;;) {
     descrittore_ = ApriFileProprio(kCosa, file_, O_RDWR);
@@ -234,8 +234,8 @@ void EsitiLista::CaricaLinea(std::string_view linea, off_t posizione) {
   voci_[*riga] = voce;
 }
 
-// What stands behind the last line end: titles or a line that were being written when the program was
-// stopped. Of a line whose first half is whole the message may have left; of any other it has not.
+// What follows the last line end: titles or a line that were being written when the program was stopped. If
+// the first half of the line is complete, the message may have been sent; otherwise it has not.
 void EsitiLista::Ripara(std::string_view coda) {
   if (lista_.empty()) {
     const bool titoli = coda.substr(0, kTitoli.size()) == kTitoli.substr(0, coda.size());
@@ -243,7 +243,7 @@ void EsitiLista::Ripara(std::string_view coda) {
   }
   const std::string inizio(coda.substr(0, lista_.empty() ? 0 : LunghezzaInizio(coda)));
   const std::string fine = SecondaMeta(EsitoRiga::kIncerto, kInterrotto);
-  // A damaged file is refused before anything of it is touched.
+  // A damaged file is refused before anything in it is touched.
   if (!inizio.empty()) CaricaLinea(inizio + fine.substr(0, fine.size() - 1), fine_);
   if (::ftruncate(descrittore_, fine_ + static_cast<off_t>(inizio.size())) != 0)
     Inutilizzabile(Sistema(errno));
@@ -269,7 +269,7 @@ void EsitiLista::Sincronizza() const {
   if (::fdatasync(descrittore_) != 0) Inutilizzabile(Sistema(errno));
 }
 
-// A full disk is to show before the message leaves and not behind it.
+// A full disk should show before the message is sent, not afterwards.
 void EsitiLista::Riserva() {
   if (fine_ + kSpazioLinea <= riservato_) return;
   if (::fallocate(descrittore_, FALLOC_FL_KEEP_SIZE, fine_, kSpazio) == 0) {
@@ -286,7 +286,7 @@ void EsitiLista::Inizia(std::size_t riga, const std::string& impronta, const std
     Scrivi(PrimaMeta(riga, impronta, destinatario, Adesso()));
     Sincronizza();
   } catch (const ErroreProgramma&) {
-    // Nothing left with this line, so that none should say that something may have.
+    // Nothing was sent for this line, so no line should say that something may have been.
     if (::ftruncate(descrittore_, posizione) == 0) fine_ = posizione;
     throw;
   }
@@ -335,7 +335,7 @@ std::vector<std::size_t> EsitiLista::Definitive() const {
   return righe;
 }
 
-// Writes the lines in order into a new file of that name; what a run that was stopped left there goes, and
+// Writes the lines in order into a new file of that name; what an interrupted run left there is removed, and
 // what cannot be removed is not used. The descriptor, locked, or -1.
 int EsitiLista::ScriviRiordinato(const std::string& nuovo) const {
   struct stat stato {};
@@ -344,7 +344,7 @@ int EsitiLista::ScriviRiordinato(const std::string& nuovo) const {
   const int nuova =
       ::open(nuovo.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY, S_IRUSR | S_IWUSR);
   if (nuova < 0) return -1;
-  // It stays his whose it was, when root goes on with another user's list.
+  // The file keeps its owner when root continues another user's list.
   bool riuscito = ::flock(nuova, LOCK_EX | LOCK_NB) == 0 &&
                   (stato.st_uid == ::geteuid() || ::fchown(nuova, stato.st_uid, stato.st_gid) == 0) &&
                   ::fchmod(nuova, stato.st_mode & 07777) == 0;

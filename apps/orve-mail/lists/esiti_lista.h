@@ -1,8 +1,8 @@
 // The result file of a list: what became of each row, kept so that no crash loses it and no row is sent
 // twice.
 //
-// A line of the file is a row of the list. Its first half is on the disk before the message leaves, its
-// second half after that; a line without its second half is a message of which nobody knows whether it left.
+// A line of the file is a row of the list. Its first half is on disk before the message is sent, its second
+// half afterwards; a line without its second half is a message that may or may not have been sent.
 #pragma once
 
 #include <sys/types.h>
@@ -19,17 +19,17 @@ namespace orve::app {
 
 enum class EsitoRiga {
   kInviato,
-  kConRiserva,  // the message left, but something else went wrong
-  kRifiutato,   // by the library, before it left
-  kFallito,     // it did not leave, or the server did not take it
-  kMalformata,  // no message could be made of the row
-  kIncerto,     // nobody knows whether the server took it
+  kConRiserva,  // the message was sent, but something else went wrong
+  kRifiutato,   // by the library, before it was sent
+  kFallito,     // it was not sent, or the server did not accept it
+  kMalformata,  // no message could be made from the row
+  kIncerto,     // it is not known whether the server accepted it
 };
 
-/// As it stands in the file.
+/// As written in the file.
 [[nodiscard]] std::string_view Parola(EsitoRiga esito);
 
-/// Whether such a row must not be sent again by itself.
+/// Whether such a row must not be sent again automatically.
 [[nodiscard]] bool Definitivo(EsitoRiga esito);
 
 struct EsitoRegistrato {
@@ -39,15 +39,15 @@ struct EsitoRegistrato {
 
 /// The file has a line of titles, which also holds the list's identifier, and one line for each row: its
 /// line in the list, its fingerprint, the recipient, when the message was handed over (UTC; empty: it was
-/// not), outcome and reason, separated by ";". A row that is tried again gets a new line; the old one is
-/// dropped when the file is closed.
+/// not), outcome and reason, separated by ";". A row that is retried gets a new line; the old one is dropped
+/// when the file is closed.
 ///
 /// All operations raise ErroreProgramma (kFileMancante) when the file cannot be read or written.
 class EsitiLista {
  public:
-  /// Opens or makes the file and keeps others out of it. `nuovaLista` is the identifier for a new file: at
+  /// Opens or creates the file and keeps others out of it. `nuovaLista` is the identifier for a new file: at
   /// most 64 printable ASCII characters without ";" and blanks. A last line without its second half becomes
-  /// "incerto". Raises also when another run holds the file, and when it is damaged or something else.
+  /// "incerto". Also raises when another run holds the file, and when it is damaged or not such a file.
   EsitiLista(std::string file, const std::string& nuovaLista);
   EsitiLista(const EsitiLista&) = delete;
   EsitiLista& operator=(const EsitiLista&) = delete;
@@ -62,17 +62,17 @@ class EsitiLista {
   /// The rows that must not be sent again, in ascending order.
   [[nodiscard]] std::vector<std::size_t> Definitive() const;
 
-  /// The first half of a row's line, on the disk when this returns. There is room for the second half then,
-  /// as far as the file system can promise it.
+  /// The first half of a row's line, on disk when this returns. There is then room for the second half, as
+  /// far as the file system can promise it.
   void Inizia(std::size_t riga, const std::string& impronta, const std::string& destinatario);
-  /// The second half of the line begun last, on the disk when this returns.
+  /// The second half of the line begun last, on disk when this returns.
   void Concludi(EsitoRiga esito, const std::string& motivo);
-  /// A whole line, for a row of which no message was handed over.
+  /// A whole line, for a row for which no message was handed over.
   void Annota(std::size_t riga, const std::string& impronta, const std::string& destinatario, EsitoRiga esito,
               const std::string& motivo);
 
-  /// Leaves one line for each row, in the order of the list. When that cannot be done the file stays as it
-  /// is, which serves as well.
+  /// Leaves one line for each row, in the order of the list. If that cannot be done the file stays as it is,
+  /// which will do just as well.
   void Riordina() noexcept;
 
  private:

@@ -8,11 +8,11 @@ namespace {
 
 volatile std::sig_atomic_t interruzioneRichiesta =
     0;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables):
-        // a signal handler reaches nothing else
+        // a signal handler can reach nothing else
 
 }  // namespace
 
-// System calls go on behind the handler, so that no send notices it.
+// System calls are resumed after the handler, so that no send notices it.
 Interruzione::Interruzione() {
   interruzioneRichiesta = 0;
   struct sigaction azione {};

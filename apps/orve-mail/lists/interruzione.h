@@ -1,4 +1,4 @@
-// A request from outside to stop, which waits until the program is ready for it.
+// A request from outside to stop, held until the program is ready for it.
 #pragma once
 
 #include <array>
@@ -6,7 +6,7 @@
 
 namespace orve::app {
 
-/// While it lives, SIGINT and SIGTERM end nothing: they are noted, however often they come. A signal that was
+/// While it lives, SIGINT and SIGTERM end nothing: they are noted, however many arrive. A signal that was
 /// ignored before stays ignored. One object at a time.
 class Interruzione {
  public:

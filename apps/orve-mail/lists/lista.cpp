@@ -109,7 +109,7 @@ class InvioLista {
   }
 
  private:
-  // A list that was changed behind the rows that were sent would send some twice and leave some out.
+  // If the list was changed after its rows were sent, some would be sent twice and some left out.
   void Verifica() {
     const std::vector<std::size_t> decise = esiti_.Definitive();
     auto attesa = decise.begin();
@@ -198,7 +198,7 @@ class InvioLista {
       esiti_.Annota(riga.riga, riga.impronta, riga.destinatario, EsitoRiga::kFallito, errore.what());
       return {EsitoRiga::kFallito, errore.what()};
     }
-    // What the library shows belongs to the row, and nobody is asked: hundreds of rows may come.
+    // What the library shows belongs to the row, and nobody is asked: there may be hundreds of rows.
     std::istringstream nessuno;
     std::ostringstream mostrato;
     const Resoconto resoconto = Consegna(*messaggio, sede_, {nessuno, mostrato, mostrato},

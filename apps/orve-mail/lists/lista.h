@@ -1,4 +1,4 @@
-// A list: one message for each row of a file, with a result file that lets an ended run go on.
+// A list: one message for each row of a file, with a result file that lets an interrupted run continue.
 #pragma once
 
 #include <string>
@@ -13,16 +13,16 @@ struct RichiestaLista {
   std::string esiti;  // the result file
   bool ritentaIncerti = false;
   bool controllaAllegati = true;
-  /// Below one of these a row's attachment has to lie.
+  /// A row's attachment must be below one of these.
   std::vector<std::string> cartelleAllegati;
-  /// What all messages share; its recipients are not used. The rows' own subjects and bodies count before
-  /// its own, their attachments come in front of its own.
+  /// What all messages share; its recipients are not used. The rows' own subjects and bodies take precedence
+  /// over its own; their attachments come before its own.
   RichiestaInvio comune;
 };
 
-/// Sends what was not sent yet, tells on the terminal what becomes of each row and of all, and gives the exit
-/// status: kInviato when every row has been sent, now or before. SIGINT and SIGTERM end the run behind the
-/// running message. Raises ErroreProgramma when nothing could be tried.
+/// Sends what has not been sent yet, reports on the terminal what becomes of each row and of the whole, and
+/// returns the exit status: kInviato when every row has been sent, now or before. SIGINT and SIGTERM end the
+/// run after the current message. Raises ErroreProgramma when nothing could be tried.
 [[nodiscard]] Uscita InviaLista(const RichiestaLista& richiesta, Terminale terminale);
 
 }  // namespace orve::app

@@ -49,7 +49,7 @@ std::string Citato(std::string_view testo) {
   return "«" + riga + "»";
 }
 
-// The lengths stand in front, so that a text cannot pass from one field to the next unnoticed.
+// Each text is preceded by its length, so that text cannot move from one field to the next unnoticed.
 std::string Impronta(const Valori& valori) {
   constexpr std::size_t kByte = 16;
   std::array<unsigned char, kByte> impronta{};
@@ -81,7 +81,7 @@ void InterpretaCodice(const Valori& valori, RigaLista& riga) {
   riga.destinatario = nome + " " + codice;
 }
 
-// Such an address is not looked up and not checked any more, and a line that lost its place in the file may
+// Such an address is not looked up and no longer checked, and a line that has lost its place in the file may
 // look like one.
 void InterpretaIndirizzo(const Valori& valori, RigaLista& riga) {
   riga.voce.nome = text::Trim(valori[kNomeParte]);

@@ -31,7 +31,7 @@ constexpr const char* kCosa = "File della chiave";
   throw ErroreProgramma(Uscita::kNonUtilizzabile, std::string(kCosa) + " " + file + ": " + motivo);
 }
 
-// Wipes a buffer that held key text on every way out.
+// Wipes a buffer that held key text, on every exit path.
 struct Cancellazione {
   explicit Cancellazione(std::string& testo) : testo_(testo) {}
   Cancellazione(const Cancellazione&) = delete;
@@ -53,7 +53,7 @@ void ScriviTutto(int descrittore, std::string_view resto, const std::string& fil
   }
 }
 
-// What a run that was stopped left there: this user's, or already its owner's whose the key is.
+// What an interrupted run left there: owned by this user, or already by the owner of the key.
 void RimuoviResto(const std::string& nuova, uid_t proprietario) {
   struct stat stato {};
   if (::lstat(nuova.c_str(), &stato) != 0 || !S_ISREG(stato.st_mode)) return;

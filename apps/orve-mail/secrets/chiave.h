@@ -14,8 +14,8 @@ class Chiave {
 
   /// A new random key, for bound passwords only.
   [[nodiscard]] static Chiave Nuova();
-  /// The key in the file. Raises ErroreProgramma (kNonUtilizzabile) when the file is missing, is no plain
-  /// file, belongs to somebody else, can be read or written by others, or holds no key.
+  /// The key in the file. Raises ErroreProgramma (kNonUtilizzabile) when the file is missing, is not a
+  /// regular file, belongs to somebody else, can be read or written by others, or holds no key.
   [[nodiscard]] static Chiave Leggi(const std::string& file);
 
   Chiave(const Chiave&) = delete;
@@ -26,18 +26,18 @@ class Chiave {
   ~Chiave();
 
   /// Writes the key into a new file with mode 600. Raises ErroreProgramma (kNonUtilizzabile) when something
-  /// lies there already or the file cannot be written.
+  /// already exists there or the file cannot be written.
   void Scrivi(const std::string& file) const;
 
-  /// Writes the file that this key was read from again, so that it opens bound passwords only: beside it,
+  /// Rewrites the file that this key was read from, so that it opens bound passwords only: next to it first,
   /// then in its place, with its owner and mode. Raises ErroreProgramma (kNonUtilizzabile), and leaves the
-  /// file as it is, when it is a link or no longer holds this key, when something lies at Nascente that is no
-  /// file of a run that was stopped, or when it cannot be written.
+  /// file as it is, when it is a link or no longer holds this key, when something exists at Nascente that is
+  /// not from an interrupted run, or when it cannot be written.
   void RiservaALegate(const std::string& file) const;
-  /// Where a key that is written again lies until it takes the place of `file`.
+  /// Where a rewritten key is kept until it takes the place of `file`.
   [[nodiscard]] static std::string Nascente(const std::string& file);
 
-  /// Whether nothing was ever enciphered with it that is bound to no server.
+  /// Whether nothing unbound was ever enciphered with it.
   [[nodiscard]] bool SoloLegate() const { return soloLegate_; }
 
   [[nodiscard]] const std::array<std::uint8_t, kByte>& Byte() const { return byte_; }

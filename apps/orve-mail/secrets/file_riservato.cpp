@@ -26,7 +26,7 @@ std::optional<struct stat> StatoCartella(const std::string& file) {
   return stato;
 }
 
-/// What lines may go to without waiting for anybody but the person.
+/// What lines may be written to without waiting for anybody but the person.
 bool Scrivibile(int numero) {
   struct stat stato {};
   if (::fstat(numero, &stato) != 0) return false;
@@ -34,7 +34,7 @@ bool Scrivibile(int numero) {
   struct stat nulla {};
   const bool nessuno =
       ::stat("/dev/null", &nulla) == 0 && S_ISCHR(stato.st_mode) && stato.st_rdev == nulla.st_rdev;
-  // The program's own output may be a pipe, whose reader the program waits for in any case.
+  // The program's own output may be a pipe, whose reader the program waits for anyway.
   return nessuno || UscitaDelProgramma(stato).has_value();
 }
 
@@ -93,7 +93,7 @@ int ApriFileProprio(const std::string& cosa, const std::string& file, int modali
     ::close(numero);
     inutilizzabile("appartiene a un altro utente; indicare un file proprio, o uno che non c'è ancora");
   }
-  ::fcntl(numero, F_SETFL, modalita & O_APPEND);  // only the opening must not wait
+  ::fcntl(numero, F_SETFL, modalita & O_APPEND);  // only opening must not wait
   return numero;
 }
 

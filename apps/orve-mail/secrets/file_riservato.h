@@ -27,38 +27,38 @@ class FileAperto {
   int numero_;
 };
 
-/// The first `massimo` bytes of the file. Raises ErroreProgramma (kNonUtilizzabile) when it is missing, is no
-/// plain file, belongs to somebody else, or can be read or written by others.
+/// The first `massimo` bytes of the file. Raises ErroreProgramma (kNonUtilizzabile) when it is missing, is
+/// not a regular file, belongs to somebody else, or can be read or written by others.
 [[nodiscard]] std::string LeggiFileRiservato(const std::string& cosa, const std::string& file,
                                              std::size_t massimo);
 
-/// Opens a file for writing, with `modalita` besides: made with mode 600 when it is missing, never through a
-/// link, and no file of another user's but root's; root may write the file of any user whose folder is not
-/// open to everybody. A name of the system's for this program's own output (/dev/stdout) is that output.
-/// Never waits for a pipe's reader. The descriptor is the caller's. Raises ErroreProgramma (kFileMancante):
-/// `cosa`, the file and the reason.
+/// Opens a file for writing, with `modalita` added to the flags: created with mode 600 when it is missing,
+/// never through a link, and never another user's file except root's; root may write the file of any user
+/// whose folder is not open to everybody. A system name for this program's own output (/dev/stdout) means
+/// that output. Never waits for a pipe's reader. The descriptor is the caller's. Raises ErroreProgramma
+/// (kFileMancante): `cosa`, the file and the reason.
 [[nodiscard]] int ApriFileProprio(const std::string& cosa, const std::string& file, int modalita);
 
-/// The same for lines that are added to it. It may also be a terminal, /dev/null or the program's own output,
-/// and nothing else that is no file: a full pipe would hold up the send.
+/// The same for lines that are appended to it. It may also be a terminal, /dev/null or the program's own
+/// output, but nothing else that is not a file: a full pipe would hold up the send.
 [[nodiscard]] int ApriFilePerRighe(const std::string& cosa, const std::string& file);
 
-/// Whether both tell of one file, under whatever names.
+/// Whether both describe the same file, under whatever names.
 [[nodiscard]] bool StessoFile(const struct stat& uno, const struct stat& altro);
 
 /// The descriptor of the program's output, or of its errors, when it is this file.
 [[nodiscard]] std::optional<int> UscitaDelProgramma(const struct stat& stato);
 
-/// What something is that is no plain file, for the person.
+/// What something other than a regular file is, for the person.
 [[nodiscard]] const char* NonFile(mode_t modo);
 
-/// Whether the owner of a file may be trusted with what this user writes: himself, or root.
+/// Whether the owner of a file may be trusted with what this user writes: the user, or root.
 [[nodiscard]] bool ProprietarioFidato(uid_t proprietario);
 
-/// Whether anybody at all could have prepared a file under this name: its folder takes files from everybody.
+/// Whether anybody at all could have planted a file under this name: its folder accepts files from everybody.
 [[nodiscard]] bool CartellaDiTutti(const std::string& file);
 
-/// Whether the owner of its folder, who may exchange it at any time, may be trusted.
+/// Whether the owner of its folder, who may replace it at any time, may be trusted.
 [[nodiscard]] bool CartellaFidata(const std::string& file);
 
 }  // namespace orve::app

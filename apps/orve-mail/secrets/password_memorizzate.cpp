@@ -34,7 +34,7 @@ std::vector<PasswordMemorizzata> LeggiPassword(host::Connection& connessione, co
   const auto righe = connessione.Execute(istruzione + " ORDER BY FW98_IDACCOUNT", host::kComandoTesto);
   std::vector<PasswordMemorizzata> password;
   for (; !righe->Eof(); righe->MoveNext()) {
-    // A port's 16 bits stand in the column with a sign.
+    // A port's 16 bits are stored in the column with a sign.
     password.push_back({host::Leggi(*righe, "FW98_IDACCOUNT").ToInt32(),
                         Testo(*righe, "FW98_PASSWORD"),
                         {Testo(*righe, "FW98_USERNAME"), ServerEffettivo(Testo(*righe, "FW23_SERVERNAME")),

@@ -16,13 +16,13 @@ namespace orve::app {
 struct PasswordMemorizzata {
   std::int32_t account = 0;
   std::string testo;       // as stored; empty: none
-  LegamePassword legame;   // with the values that the library takes where a column is empty
-  bool conServer = false;  // whether the account has a server of the database at all
+  LegamePassword legame;   // with the values that the library uses where a column is empty
+  bool conServer = false;  // whether the account has a server in the database at all
 
   [[nodiscard]] bool operator==(const PasswordMemorizzata&) const = default;
 };
 
-/// The server that the library takes for a name that stands in the database.
+/// The server that the library uses for a name in the database.
 [[nodiscard]] std::string ServerEffettivo(std::string_view nome);
 
 /// Which accounts are meant: one, those of a server, or all.
@@ -38,7 +38,7 @@ struct QualiAccount {
 /// Raises host::Errore.
 void SostituisciPassword(adapters::sqlite::SqliteConnection& connessione, std::int32_t account,
                          const std::string& sigillata);
-/// The same for a password that still stands as it was read; false when it does not. Raises host::Errore.
+/// The same, only if the password is still as it was read; false when it is not. Raises host::Errore.
 [[nodiscard]] bool SostituisciSeAncora(adapters::sqlite::SqliteConnection& connessione,
                                        const PasswordMemorizzata& prima, const std::string& sigillata);
 

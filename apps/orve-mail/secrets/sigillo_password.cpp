@@ -23,7 +23,7 @@ constexpr std::string_view kSlegata = "orve1:";
 constexpr std::size_t kNonce = crypto_aead_xchacha20poly1305_ietf_NPUBBYTES;
 constexpr std::size_t kAutentica = crypto_aead_xchacha20poly1305_ietf_ABYTES;
 static_assert(crypto_aead_xchacha20poly1305_ietf_KEYBYTES == Chiave::kByte);
-// Both kinds of box lie in their text alike.
+// Both kinds of box have the same layout in their text.
 static_assert(crypto_secretbox_NONCEBYTES == kNonce && crypto_secretbox_MACBYTES == kAutentica);
 
 [[noreturn]] void NonApribile() {
@@ -40,8 +40,8 @@ bool CominciaCon(std::string_view testo, std::string_view inizio) {
   return text::EqualsIgnoreCase(testo.substr(0, inizio.size()), inizio);
 }
 
-// What the box vouches for besides its content. Each text goes behind its length, so that none can reach into
-// the next.
+// What the box authenticates in addition to its content. Each text follows its length, so that none can
+// extend into the next.
 std::string Autenticato(const LegamePassword& legame) {
   const auto campo = [](std::string_view testo) {
     return std::to_string(testo.size()) + ":" + std::string(testo);

@@ -1,5 +1,5 @@
 // Stored passwords: enciphered with the key of the installation and bound to the login and the server that
-// they are for, so that whoever can write the database but has no key cannot send them elsewhere.
+// they are for, so that somebody who can write the database but has no key cannot have them sent elsewhere.
 #pragma once
 
 #include <cstdint>
@@ -12,10 +12,10 @@
 
 namespace orve::app {
 
-/// The name of a server as it is compared: without blanks around it and in small letters.
+/// The name of a server as it is compared: without surrounding blanks and in lower case.
 [[nodiscard]] std::string NomeServer(std::string_view server);
 
-/// For whom and where a password is good.
+/// For whom and where a password is valid.
 struct LegamePassword {
   std::string utente;
   std::string server;
@@ -24,20 +24,20 @@ struct LegamePassword {
 
   /// As a person reads it: "posta.example.net, porta 587, TLS".
   [[nodiscard]] std::string Dove() const;
-  /// The same login at the same server, however blanks and letters of the server's name are written.
+  /// The same login at the same server, ignoring blanks and case in the server's name.
   [[nodiscard]] bool operator==(const LegamePassword& altro) const;
 };
 
 /// Texts have the form "orve2:" and base64 of a random nonce with the authenticated box; the same password
-/// never gives the same text twice. Texts of the form "orve1:" come from before passwords were bound, and are
-/// opened for any server by keys of that time alone. No error names a password.
+/// never gives the same text twice. Texts of the form "orve1:" date from before passwords were bound, and
+/// only keys of that time open them, for any server. No error names a password.
 class SigilloPassword {
  public:
   /// `chiave` absent: nothing can be sealed or opened (91).
   explicit SigilloPassword(std::shared_ptr<const Chiave> chiave);
 
   [[nodiscard]] std::string Sigilla(std::string_view password, const LegamePassword& legame) const;
-  /// Raises 5 for a text that is not sealed, was changed since, was sealed with another key or is bound
+  /// Raises 5 for a text that is not sealed, has been changed since, was sealed with another key or is bound
   /// elsewhere.
   [[nodiscard]] adapters::secrets::Secret Apri(std::string_view testo, const LegamePassword& legame) const;
 

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view kConfini = ",;\t\r\n";
 
-// What a formula begins with, and the wide forms of the same that some programs take for them.
+// What a formula begins with, and the full-width forms that some programs accept as well.
 bool ComeFormula(std::string_view pezzo) {
   constexpr std::array<std::string_view, 8> kInizi = {"=", "+", "-", "@", "＝", "＋", "－", "＠"};
   return std::any_of(kInizi.begin(), kInizi.end(),
@@ -43,7 +43,7 @@ std::string CellaInerte(std::string_view testo) {
   if (SembraNumero(visibile)) return visibile;
   std::string cella;
   for (std::string_view resto = visibile; !resto.empty();) {
-    // Blanks and quotes in front of a formula do not stop every reader.
+    // Blanks and quotes before a formula do not stop every reader.
     const std::size_t inizio = std::min(resto.find_first_not_of(" \""), resto.size());
     const std::size_t fine = std::min(resto.find_first_of(kConfini, inizio), resto.size());
     const std::string_view pezzo = resto.substr(inizio, fine - inizio);
@@ -52,7 +52,7 @@ std::string CellaInerte(std::string_view testo) {
     cella.append(pezzo).append(resto.substr(fine, 1));
     resto.remove_prefix(std::min(fine + 1, resto.size()));
   }
-  // A tab or a line end in front is run over by some programs.
+  // Some programs skip a leading tab or line end.
   if (!visibile.empty() && kConfini.substr(2).find(visibile.front()) != std::string_view::npos) {
     cella.insert(cella.begin(), '\'');
   }

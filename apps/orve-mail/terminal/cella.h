@@ -1,4 +1,4 @@
-// A text as a cell that spreadsheets open.
+// Text as a cell for spreadsheets.
 #pragma once
 
 #include <string>
@@ -6,10 +6,10 @@
 
 namespace orve::app {
 
-/// The text so that no spreadsheet runs it: an apostrophe stands in front of what would be a formula,
-/// wherever a cell may begin for a program that divides at ",", ";", tabs or line ends. A number stays one.
-/// Control characters but tabs and line ends, and those that turn the text round or show nothing, stand there
-/// as escapes.
+/// The text in a form that no spreadsheet executes: what would be a formula gets an apostrophe before it,
+/// wherever a cell may begin for a program that splits at ",", ";", tabs or line ends. A number stays a
+/// number. Control characters except tabs and line ends, and those that reverse the text or show nothing,
+/// become escapes.
 [[nodiscard]] std::string CellaInerte(std::string_view testo);
 
 }  // namespace orve::app

@@ -16,9 +16,9 @@ class MessaggiTerminale : public host::Messaggi {
 
   [[nodiscard]] std::string TitoloFinestra(const std::string& testo) override;
   /// Prints the message on the error stream. A message with one answer is answered at once. One with several
-  /// shows them numbered to a person at a terminal; without a person, at the end of the input, and after
-  /// three answers that are none, the style's default counts. The answer is 1 OK, 2 cancel, 3 abort, 4 retry,
-  /// 5 ignore, 6 yes, 7 no.
+  /// lists them with numbers for a person at a terminal; without a person, at the end of the input, or after
+  /// three invalid answers, the style's default is taken. The answer is 1 OK, 2 cancel, 3 abort, 4 retry, 5
+  /// ignore, 6 yes, 7 no.
   std::int32_t MostraMsg(const std::string& testo, std::int32_t stile, const std::string& titolo,
                          const std::shared_ptr<host::Oggetto>& proprietario) override;
 

@@ -8,7 +8,8 @@
 
 namespace orve::app {
 
-/// The number that the whole text is, with a point as its decimal sign; none when it is none or does not fit.
+/// The number that the whole text represents, with a decimal point; none when it is not a number or does not
+/// fit.
 template <class T>
 [[nodiscard]] std::optional<T> Numero(std::string_view testo) {
   T numero{};

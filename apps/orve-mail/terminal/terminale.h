@@ -21,9 +21,9 @@ struct Terminale {
   host::DebugOutput* traccia = nullptr;
 };
 
-/// The text as it may go to a terminal: valid UTF-8, tabs as blanks, and of other control characters none but
-/// line feeds, since texts come from servers and databases that may hold anything. Control characters, and
-/// those that turn the text round or show nothing, stand there as escapes: "\u202E".
+/// The text in a form safe for a terminal: valid UTF-8, with tabs as blanks, and no other control characters
+/// except line feeds, since texts come from servers and databases that may contain anything. Other control
+/// characters, and those that reverse the text or show nothing, become escapes: "\u202E".
 [[nodiscard]] std::string TestoSicuro(std::string_view testo);
 
 /// The same on one line.

@@ -8,17 +8,17 @@ namespace orve::app {
 
 /// The exit statuses, as the manual page lists them.
 enum class Uscita : int {
-  kInviato = 0,          // done; for a send: the message left, and all of it was recorded
-  kInvioFallito = 1,     // the server or the way to it refused the message
+  kInviato = 0,          // done; for a send: the message was sent and fully recorded
+  kInvioFallito = 1,     // the server refused the message, or could not be reached
   kComandoErrato = 2,    // the command line makes no sense
-  kRifiutato = 3,        // the library refused to send, on record
-  kNonPartito = 4,       // an error ended the send before the message left
+  kRifiutato = 3,        // the library refused to send, and recorded that
+  kNonPartito = 4,       // an error ended the send before the message was sent
   kNonUtilizzabile = 5,  // database, key, settings or display cannot be used; nothing was tried
-  kFileMancante = 6,     // a file to be sent, read or written cannot be; nothing was tried
-  kConRiserva = 7,       // the message left, but something else went wrong
+  kFileMancante = 6,     // a file cannot be sent, read or written; nothing was tried
+  kConRiserva = 7,       // the message was sent, but something else went wrong
   kAnnullato = 8,  // the person closed the window instead of confirming it; nothing was sent or recorded
   kListaIncompleta = 9,  // not every row of a list was sent
-  kInterrotto = 130,     // a list ended early on request; started again, it goes on
+  kInterrotto = 130,     // a list ended early on request; started again, it continues
 };
 
 /// Ends a command with a status and a text for the person.
