@@ -77,7 +77,7 @@ void Deliver(const Job& job) {
   if (component.GetLastError() != orve::host::Variant(-1)) throw std::runtime_error(component.LastFailure());
 }
 
-/// VmHWM of this program alone: the peak that the kernel gives for a child counts what its parent held.
+/// VmHWM of this program alone: the peak that the kernel reports for a child includes what its parent held.
 std::string PeakMemory() {
   std::ifstream status("/proc/self/status");
   std::string line;

@@ -1,4 +1,4 @@
-// The library's own work, and the delivery that it is held against.
+// The library's own work, and the delivery that it is compared with.
 //
 // A send or delivery that does not do all that it should ends its benchmark with an error: speed without the
 // work is worth nothing.
@@ -79,7 +79,7 @@ void SendToList(benchmark::State& state) {
 
 }  // namespace orve::bench
 
-// Arguments, behind those of the benchmark library: port of a server on loopback, file to attach.
+// Arguments, after those of the benchmark library: port of a server on loopback, file to attach.
 int main(int argc, char** argv) {
   namespace bench = orve::bench;
   benchmark::Initialize(&argc, argv);

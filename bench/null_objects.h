@@ -1,5 +1,5 @@
 // Outside objects that do nothing, so that what is measured is the library's own work. They answer from
-// memory with what a send needs to run to its end, and they count what they were asked for, so that a
+// memory with what a send needs to run to completion, and they count what they were asked for, so that a
 // benchmark can tell a send from a refusal.
 #pragma once
 

@@ -10,13 +10,13 @@
 
 namespace orve::bench {
 
-/// One send as an application makes it, from the birth of the service to its end: settings, register and
+/// One send as an application makes it, from the creation of the service to its end: settings, register and
 /// account, look-up of the customer, the standard body with its placeholders, one attachment, the event,
 /// the SMTP channel. Throws std::runtime_error when the message was not sent, registered and announced.
 void SendInvoice(const std::shared_ptr<NullAmbiente>& ambiente, const std::string& attachment);
 
-/// A service that is ready to send to `recipients` recipients of its collection. Of each ten the second has
-/// address and name of the first and another company; of each hundred the last twenty stand in CC and CCn.
+/// A service that is ready to send to `recipients` recipients of its collection. In each ten the second has
+/// the address and name of the first but another company; in each hundred the last twenty are in CC and CCn.
 [[nodiscard]] std::unique_ptr<CLSFW_MAILSERVER> ServiceForList(const std::shared_ptr<NullAmbiente>& ambiente,
                                                                std::size_t recipients);
 

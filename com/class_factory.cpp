@@ -99,7 +99,7 @@ HRESULT FabbricaDi(REFCLSID classe, REFIID iid, void** fabbrica) noexcept {
   if (trovata == std::end(kClassi)) return CLASS_E_CLASSNOTAVAILABLE;
   HRESULT preso = S_OK;
   const HRESULT esito = Esegui(IID_IClassFactory, [&] {
-    // Esegui answers for the memory. NOLINTNEXTLINE(bugprone-unhandled-exception-at-new)
+    // Esegui takes care of running out of memory. NOLINTNEXTLINE(bugprone-unhandled-exception-at-new)
     const adapters::win32::ComPtr<Fabbrica> nuova(new Fabbrica(*trovata));
     preso = nuova->QueryInterface(iid, fabbrica);
   });

@@ -13,7 +13,7 @@ namespace orve::com {
 struct ClasseCreabile {
   const CLSID* identificatore;
   const wchar_t* nome;
-  IUnknown* (*crea)();  // a new object with a reference for the caller; may raise
+  IUnknown* (*crea)();  // a new object with one reference for the caller; may raise
 };
 
 [[nodiscard]] std::span<const ClasseCreabile> ClassiCreabili();

@@ -30,7 +30,7 @@ bool EOggetto(const VARIANT& argomento) {
   return EOggetto(static_cast<VARTYPE>(V_VT(&argomento) & ~VT_BYREF));
 }
 
-// What the reference, if it is one, stands for.
+// What the reference, if it is one, refers to.
 const VARIANT& Dietro(const VARIANT& valore) {
   return V_VT(&valore) == (VT_BYREF | VT_VARIANT) ? *V_VARIANTREF(&valore) : valore;
 }
@@ -51,7 +51,7 @@ VARIANT Mancante() {
   return mancante;
 }
 
-// An error of the library, as a call by number tells it.
+// An error of the library, as reported by a call by number.
 HRESULT Racconta(const host::Errore& errore, EXCEPINFO* eccezione) {
   const HRESULT codice = HresultDi(errore);
   if (eccezione == nullptr) return codice;
@@ -62,7 +62,7 @@ HRESULT Racconta(const host::Errore& errore, EXCEPINFO* eccezione) {
   return DISP_E_EXCEPTION;
 }
 
-// Where among the client's arguments each of the member's stands; nothing for one that was left out.
+// The position of each of the member's arguments among the client's; nothing for one that was omitted.
 std::optional<UINT> PostoDi(UINT parametro, bool scrittura, const DISPPARAMS& argomenti) {
   const UINT nominati = argomenti.cNamedArgs;
   for (UINT indice = 0; indice < nominati; ++indice) {
@@ -125,9 +125,9 @@ void DescrizioneTipo::LeggiTipo(const TYPEDESC& tipo, Parametro& parametro) cons
   nominato->ReleaseTypeAttr(attributi);
 }
 
-// The value in the form told. An object stays the one that it is where an object is told; one of another
-// class is a mismatch, for which not every system has the same code. Where a value is told its default member
-// is asked for; a value of any type may also be a Set, so that the member itself has to know.
+// The value in the declared form. Where an object is declared an object stays what it is; one of another
+// class is a mismatch, for which not every system has the same code. Where a value is declared its default
+// member is read; a value of any type may also be a Set, so the member itself has to know.
 HRESULT DescrizioneTipo::Converti(const VARIANT& dato, const Parametro& parametro, LCID lingua,
                                   VariantCom& valore) {
   const HRESULT copiato = VariantCopyInd(valore.Uscita(), const_cast<VARIANT*>(&dato));
@@ -144,8 +144,9 @@ HRESULT DescrizioneTipo::Converti(const VARIANT& dato, const Parametro& parametr
   return VariantChangeTypeEx(&valore.Get(), &valore.Get(), lingua, 0, parametro.tipo);
 }
 
-// A call that may be a read finds the method first, then the property. A write of an object may be a Let or a
-// Set for languages that know no Set: it is the Let where there is one, and so the object's value.
+// A call that may be a read finds the method first, then the property. A write of an object may be either a
+// Let or a Set from languages without a Set: it is the Let where there is one, and therefore the object's
+// value.
 DescrizioneTipo::Membri::const_iterator DescrizioneTipo::Scegli(DISPID membro, WORD modi,
                                                                 const DISPPARAMS& argomenti) const {
   const auto trova = [&](INVOKEKIND genere) { return membri_.find({membro, genere}); };
@@ -213,7 +214,7 @@ HRESULT DescrizioneTipo::Invoca(void* istanza, DISPID membro, LCID lingua, WORD 
                        argomentoErrato);
 }
 
-// Arguments behind a property that takes none are meant for the default member of the object in it, as in
+// Arguments after a property that takes none are meant for the default member of the object in it, as in
 // vCollDestinatari(1).
 HRESULT DescrizioneTipo::InvocaPredefinito(void* istanza, DISPID membro, LCID lingua, WORD modi,
                                            DISPPARAMS* argomenti, VARIANT* risultato, EXCEPINFO* eccezione,

@@ -1,10 +1,10 @@
-// What the type library says of one interface, ready for calls by number, and the call itself.
+// What the type library says about one interface, ready for calls by number, and the call itself.
 //
 // The system's ITypeInfo::Invoke alone is too strict for scripts: it refuses a script's variable where a
-// typed argument by reference is told, crashes on an omitted one, and knows no METHOD call of a property,
-// which JScript makes. So the arguments are brought into the exact form told before they reach it. The
-// library changes none of its arguments by reference; therefore they get values of their own, and nothing is
-// written back.
+// typed argument by reference is declared, crashes on an omitted one, and does not support the METHOD call of
+// a property, which JScript makes. So the arguments are brought into the exact form declared before they
+// reach it. The library changes none of its arguments by reference; therefore each gets a value of its own,
+// and nothing is written back.
 #pragma once
 
 #include <windows.h>
@@ -26,7 +26,7 @@ class DescrizioneTipo {
 
   [[nodiscard]] ITypeInfo* Tipo() const { return tipo_.Get(); }
 
-  /// IDispatch::Invoke on the dual interface at `istanza`. Gives automation's own codes and raises nothing
+  /// IDispatch::Invoke on the dual interface at `istanza`. Returns automation's own codes and raises nothing
   /// but exhausted memory.
   HRESULT Invoca(void* istanza, DISPID membro, LCID lingua, WORD modi, DISPPARAMS* argomenti,
                  VARIANT* risultato, EXCEPINFO* eccezione, UINT* argomentoErrato) const;

@@ -15,7 +15,7 @@
 namespace orve::com {
 
 /// `Interfaccia` is the enumerator's interface, `Voce` an owner of one element; `Copia` writes the element
-/// for the client, which owns it then.
+/// for the client, which then owns it.
 template <class Interfaccia, class Elemento, class Voce, void (*Copia)(const Voce&, Elemento&)>
 class ElencoFisso final : public Interfaccia {
  public:

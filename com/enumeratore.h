@@ -1,4 +1,4 @@
-// The walk of a for-each loop over a collection.
+// The enumerator of a for-each loop over a collection.
 #pragma once
 
 #include <windows.h>
@@ -16,8 +16,8 @@
 
 namespace orve::com {
 
-/// Walks the items by position, so that a collection that is changed under the walk costs it at most an item
-/// skipped or met twice. `Pubblica` makes the item's public object.
+/// Walks the items by position, so changing the collection during the loop skips or repeats an item at worst.
+/// `Pubblica` creates the item's public object.
 template <class Collezione, class Pubblica>
 class Enumeratore final : public IEnumVARIANT {
  public:

@@ -33,7 +33,7 @@ HRESULT RiportaErroreCorrente(REFIID interfaccia) noexcept {
   try {
     return Riporta(interfaccia, host::ErroreCorrente());
   } catch (...) {
-    return E_OUTOFMEMORY;  // even the report found no room
+    return E_OUTOFMEMORY;  // no memory even for the report
   }
 }
 

@@ -1,5 +1,5 @@
-// How an error of the library crosses the border: as a result code that carries its number, with source and
-// description beside it. No exception gets out.
+// How an error of the library crosses the boundary: as a result code that carries its number, with source and
+// description alongside. No exception gets out.
 #pragma once
 
 #include <windows.h>
@@ -19,8 +19,8 @@ using adapters::win32::Verifica;
 /// as it is.
 [[nodiscard]] HRESULT HresultDi(const host::Errore& errore) noexcept;
 
-/// Leaves the exception in flight for the client, as an error of a member of this interface, and gives its
-/// code. To be called in a catch block only.
+/// Leaves the exception in flight for the client, as an error of a member of this interface, and returns its
+/// code. Call it in a catch block only.
 HRESULT RiportaErroreCorrente(REFIID interfaccia) noexcept;
 
 /// Runs a member.

@@ -23,7 +23,7 @@ void CopiaAscolto(const Ascolto& ascolto, CONNECTDATA& dati) {
 }
 using ElencoAscolti = ElencoFisso<IEnumConnections, CONNECTDATA, Ascolto, CopiaAscolto>;
 
-// A handler that does not know the event has nothing to say to it.
+// A handler that does not know the event has nothing to contribute.
 bool Ignorato(HRESULT esito) {
   return esito == DISP_E_MEMBERNOTFOUND || esito == E_NOTIMPL;
 }
@@ -67,7 +67,7 @@ HRESULT PuntoEvento::Advise(IUnknown* ascoltatore, DWORD* numero) {
 
 HRESULT PuntoEvento::Unadvise(DWORD numero) {
   const auto nodo =
-      ascoltatori_.extract(numero);  // released behind the removal: the release may come back here
+      ascoltatori_.extract(numero);  // released after the removal: the release may re-enter here
   return nodo ? S_OK : CONNECT_E_NOCONNECTION;
 }
 
@@ -100,7 +100,7 @@ void PuntoEvento::Solleva(const std::vector<std::string*>& testi) {
 
     DISPPARAMS parametri{argomenti.data(), nullptr, static_cast<UINT>(argomenti.size()), 0};
     EXCEPINFO eccezione{};
-    SetErrorInfo(0, nullptr);  // nobody's old error is taken for the handler's
+    SetErrorInfo(0, nullptr);  // so that no old error is taken for the handler's
     const HRESULT esito = ascoltatore->Invoke(kBeforeSendMail, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
                                               &parametri, nullptr, &eccezione, nullptr);
     for (std::size_t indice = 0; indice < testi.size(); ++indice) {

@@ -13,7 +13,7 @@
 
 namespace orve::com {
 
-/// The connection point of the service; its life is that of the object that it belongs to.
+/// The connection point of the service; it lives as long as the object that it belongs to.
 class PuntoEvento final : public IConnectionPoint {
  public:
   /// `proprietario` is the object whose references are counted and that holds this one.
@@ -34,9 +34,9 @@ class PuntoEvento final : public IConnectionPoint {
   HRESULT STDMETHODCALLTYPE Unadvise(DWORD numero) override;
   HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections** elenco) override;
 
-  /// Raises the event: each handler, in the order of their attaching, sees the texts as the one before left
-  /// them and may change them. One that is detached meanwhile is not asked any more, one that is attached not
-  /// yet. Raises the error of a handler that fails.
+  /// Raises the event: each handler, in the order in which they were attached, sees the texts as the previous
+  /// one left them and may change them. One that is detached meanwhile is no longer called, one that is
+  /// attached not yet. Raises the error of a handler that fails.
   void Solleva(const std::vector<std::string*>& testi);
 
  private:

@@ -1,6 +1,6 @@
-// The members of a dual interface, told by name: each macro defines the members of one name in a class
-// derived from Pubblico. The names and their order are the interface's; it is the compiler that finds a
-// member forgotten here.
+// The members of a dual interface, given by name: each macro defines the members of one name in a class
+// derived from Pubblico. The names and their order are the interface's; the compiler finds a member forgotten
+// here.
 //
 // A field of the library's object is read and written as such (CAMPO), a property through its overloads
 // (PROPRIETA). `tipo` is the type on the side of COM.

@@ -1,6 +1,6 @@
-// What the whole DLL shares: how many objects a client still holds, which object stands for which object of
-// the library, and what the type library says of each interface. The type descriptions are dropped with the
-// last object, so that nothing of the system is held when the DLL is unloaded.
+// What the whole DLL shares: how many objects a client still holds, which object represents which object of
+// the library, and what the type library says about each interface. The type descriptions are dropped with
+// the last object, so that no system resource is held when the DLL is unloaded.
 #pragma once
 
 #include <windows.h>
@@ -34,16 +34,16 @@ class Presenza {
 /// The type library in the DLL; raises the system's error when it cannot be loaded.
 [[nodiscard]] adapters::win32::ComPtr<ITypeLib> LibreriaDeiTipi();
 
-/// What the type library says of an interface.
+/// What the type library says about an interface.
 [[nodiscard]] std::shared_ptr<const DescrizioneTipo> DescrizioneDi(REFIID interfaccia);
 
-/// The object that stands for this object of the library, with a reference for the caller; null when there is
-/// none. An object of the library has at most one, so that a client that compares two references gets a true
+/// The object that represents this object of the library, with one reference for the caller; null when there
+/// is none. An object of the library has at most one, so a client that compares two references gets the right
 /// answer.
 [[nodiscard]] IUnknown* OggettoPerNucleo(const void* nucleo) noexcept;
 
-/// What is behind a living public object of this DLL, told from its identity (its answer to IID_IUnknown);
-/// null for every other object, which is asked nothing.
+/// What is behind a living public object of this DLL, recognised by its identity (its answer to
+/// IID_IUnknown); null for any other object, which is not called at all.
 [[nodiscard]] Interno* InternoDi(IUnknown* identita) noexcept;
 
 /// `oggetto` is the public object's identity; it is remembered without a reference, until it is forgotten.

@@ -1,5 +1,5 @@
-// What every public class is on the side of COM: a thin object that holds one object of the library and
-// answers for it through a dual interface. It translates types and owns no behaviour.
+// What every public class is on the COM side: a thin object that holds one object of the library and exposes
+// it through a dual interface. It translates types and has no behaviour of its own.
 #pragma once
 
 #include <windows.h>
@@ -35,7 +35,7 @@ class ConNucleo : public Interno {
 };
 
 /// The object of the library behind a public object; absent for an absent one. Raises 13 for an object that
-/// is none of the library's, or another of its classes.
+/// is not the library's, or is of another of its classes.
 template <class Nucleo>
 std::shared_ptr<Nucleo> NucleoDi(IUnknown* oggetto) {
   if (oggetto == nullptr) return nullptr;
@@ -129,14 +129,14 @@ class Pubblico : public Interfaccia,
 
   [[nodiscard]] Nucleo& N() const noexcept { return *nucleo_; }
 
-  /// Runs a member. The object stays alive meanwhile, whatever the members that it calls let go of.
+  /// Runs a member. The object stays alive meanwhile, whatever the members that it calls release.
   template <class Azione>
   HRESULT Entra(Azione&& azione) noexcept {
     const adapters::win32::ComPtr<Interfaccia> presente(this);
     return Esegui(__uuidof(Interfaccia), std::forward<Azione>(azione));
   }
 
-  /// The interfaces of the object, without a reference counted; a class with more of them adds its own.
+  /// The interfaces of the object, without adding a reference; a class with more of them adds its own.
   [[nodiscard]] virtual void* Trova(REFIID iid) noexcept {
     if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(Interfaccia)) {
       return static_cast<Interfaccia*>(this);
@@ -163,7 +163,7 @@ class Pubblico : public Interfaccia,
   std::shared_ptr<const DescrizioneTipo> descrizione_;
 };
 
-/// The public object of an object of the library: the one that stands for it already, or a new one. An absent
+/// The public object of an object of the library: the one that already represents it, or a new one. An absent
 /// object has none.
 template <class Classe, class Interfaccia, class Nucleo>
 adapters::win32::ComPtr<Interfaccia> PubblicoDi(const std::shared_ptr<Nucleo>& nucleo) {

@@ -85,11 +85,11 @@ void RegistraSotto(HKEY radice, ScriviLibreria scriviLibreria) {
   Verifica(scriviLibreria(LibreriaDeiTipi().Get(), percorso.data(), nullptr));
 }
 
-// Taking away goes on behind what fails or is not there, and tells of the first failure.
+// Removal continues past what fails or does not exist, and reports the first failure.
 class Rimozione {
  public:
   void Nota(HRESULT esito) {
-    // Systems differ in what they say of a type library that is not entered.
+    // Systems differ in what they say about a type library that is not registered.
     const bool assente = esito == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND) ||
                          esito == TYPE_E_REGISTRYACCESS || esito == TYPE_E_LIBNOTREGISTERED ||
                          esito == E_INVALIDARG;
@@ -101,8 +101,8 @@ class Rimozione {
   HRESULT primo_ = S_OK;
 };
 
-// Classes are entered for each width of programs, their names once for both. A system of one width has one
-// view, in which the class is gone by then.
+// Classes are registered for each bitness, their names once for both. A system with a single bitness has one
+// view, from which the class is gone by then.
 bool RegistrataPerAltraLarghezza(HKEY radice, const ClasseCreabile& classe) {
   HKEY aperta = nullptr;
   if (RegOpenKeyExW(radice, ChiaveClasse(classe).c_str(), 0, KEY_QUERY_VALUE | kAltraVista, &aperta) !=
@@ -131,7 +131,7 @@ HRESULT TogliSotto(HKEY radice, TogliLibreria togliLibreria) {
 HRESULT Registra() noexcept {
   const HRESULT perTutti = Esegui(IID_NULL, [] { RegistraSotto(HKEY_LOCAL_MACHINE, RegisterTypeLib); });
   if (SUCCEEDED(perTutti)) return perTutti;
-  // What was written for all before the rights ended would hide behind the user's own entries.
+  // What was written for all users before the rights ran out would be hidden by the user's own entries.
   TogliSotto(HKEY_LOCAL_MACHINE, UnRegisterTypeLib);
   return Esegui(IID_NULL, [] { RegistraSotto(HKEY_CURRENT_USER, RegisterTypeLibForUser); });
 }

@@ -1,4 +1,4 @@
-// The entries by which programs find the classes: for all users of the machine, or for the present one where
+// The entries by which programs find the classes: for all users of the machine, or for the current one where
 // the rights for all are missing.
 #pragma once
 
@@ -6,12 +6,12 @@
 
 namespace orve::com {
 
-/// Writes the entries of the creatable classes and of the type library; entries of an earlier place are
+/// Writes the entries of the creatable classes and of the type library; entries from an earlier location are
 /// replaced.
 HRESULT Registra() noexcept;
 
-/// Takes the entries away, for all and for the present user; what is not there is no failure. The names of
-/// the classes stay while programs of the other width have the classes.
+/// Removes the entries, for all users and for the current one; a missing entry is not a failure. The names of
+/// the classes stay as long as the other bitness has the classes.
 HRESULT TogliRegistrazione() noexcept;
 
 }  // namespace orve::com

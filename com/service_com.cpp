@@ -18,7 +18,7 @@ void CopiaPunto(const Punto& punto, IConnectionPoint*& uscita) {
 }
 using ElencoPunti = ElencoFisso<IEnumConnectionPoints, IConnectionPoint*, Punto, CopiaPunto>;
 
-// The object that a caller handed in, as the caller knows it.
+// The object that a caller passed in, as the caller knows it.
 template <class T>
 IDispatch* OggettoDelChiamante(const std::shared_ptr<T>& oggetto) {
   return adapters::win32::ComPtr(adapters::win32::ComDi(oggetto)).Cedi();

@@ -16,7 +16,7 @@
 
 namespace orve::com {
 
-/// An argument as the library takes it; `T` is the library's type. An object in a value of any type is there
+/// An argument as the library takes it; `T` is the library's type. An object in a value of any type stands
 /// for the value of its default member.
 template <class T>
 [[nodiscard]] T Importa(BSTR testo) requires std::is_same_v<T, std::string> {
@@ -41,18 +41,18 @@ template <class T, class C>
   return static_cast<T>(valore);
 }
 
-/// The value behind an argument by reference, which a client may leave out.
+/// The value of an argument by reference, which a client may omit.
 template <class T, class C>
 [[nodiscard]] T ImportaRiferimento(const C* valore) {
   return valore == nullptr ? T{} : Importa<T>(*valore);
 }
 
-/// True for an argument of any type that was left out.
+/// True for an argument of any type that was omitted.
 [[nodiscard]] inline bool Mancante(const VARIANT& argomento) {
   return V_VT(&argomento) == VT_ERROR && V_ERROR(&argomento) == DISP_E_PARAMNOTFOUND;
 }
 
-/// A result for the client, which owns it then.
+/// A result for the client, which then owns it.
 inline void Esporta(const std::string& testo, BSTR* valore) {
   *valore = adapters::win32::ToBstr(testo).Cedi();
 }

@@ -3,8 +3,8 @@
 //
 //   invia_fattura DATABASE CUSTOMER PDF CA
 //
-// DATABASE was made by `orve-mail crea-db`; CA holds the certificates of the authority that the mail server's
-// own was signed by. The outside objects are those of the reference host; an application brings its own.
+// DATABASE was created by `orve-mail crea-db`; CA holds the certificate of the authority that signed the mail
+// server's. The outside objects are those of the reference host; an application brings its own.
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -20,8 +20,8 @@
 
 namespace {
 
-// A message that was refused before it left changes no `Stato`. What became of it stands in the register: a
-// line for each recipient, or a single one that tells why nothing left.
+// A message that was refused before it was sent does not change `Stato`. What became of it is in the
+// register: a line for each recipient, or a single one that says why nothing was sent.
 bool Inviato(const std::vector<orve::app::RigaRegistro>& registro, const std::string& cliente) {
   bool inviato = !registro.empty();
   if (!inviato)
@@ -32,7 +32,7 @@ bool Inviato(const std::vector<orve::app::RigaRegistro>& registro, const std::st
       continue;
     }
     inviato = false;
-    // Who is in the master data has a name, with or without an address.
+    // Everybody in the master data has a name, with or without an address.
     std::cout << (riga.nome.empty() ? "Cliente " + cliente + " sconosciuto" : riga.nome) << ": "
               << riga.risultato << "\n";
   }

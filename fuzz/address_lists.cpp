@@ -1,5 +1,5 @@
 // The lists of recipients as text: the lenient reader of programs' lists, the strict reader of the boxes, the
-// writer, and the stages round the event and the window that put them to use.
+// writer, and the stages around the event and the window that put them to use.
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -52,7 +52,7 @@ std::size_t Characters(const std::string& text) {
   return text::Length(text);
 }
 
-/// The lenient rules in plain words; what is read until an error counts. Returns the error's number or 0.
+/// The lenient rules in plain words; what is read before an error counts. Returns the error's number or 0.
 int ReadLeniently(const Lists& lists, Recipients& into) {
   constexpr std::size_t kMost = 32767;
   std::string name;
@@ -224,18 +224,18 @@ void CheckWindow(Bench& bench, const Lists& boxes, const Recipients& known) {
   }
 }
 
-/// The recipients that a caller might have had: the words of a text, in turn name, address and company.
+/// The recipients that a caller might have had: the words of a text, by turns name, address and company.
 Recipients Known(std::string_view text) {
   Recipients known;
   const auto words = Parts(text, '\x1e');
   for (std::size_t i = 0; i + 2 < words.size(); i += 3) {
-    const int box = static_cast<int>(i / 3 % 4);  // the last one is a box that nobody knows
+    const int box = static_cast<int>(i / 3 % 4);  // the last one is an unknown box
     known.push_back({words[i + 1], words[i], words[i + 2], box});
   }
   return known;
 }
 
-/// What no reader can mistake comes back whole from both.
+/// What no reader can mistake comes back intact from both.
 void CheckRoundTrip(Bench& bench, const Recipients& known) {
   Recipients clean;
   for (Recipient one : known) {

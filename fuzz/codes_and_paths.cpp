@@ -1,5 +1,5 @@
-// Codes and paths on their way into statements: what is let through is one literal or one number to whoever
-// reads SQL, and nothing more.
+// Codes and paths on their way into statements: what is let through is one literal or one number to any SQL
+// reader, and nothing more.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>

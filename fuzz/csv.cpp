@@ -1,4 +1,4 @@
-// The reader of lists of rows: any bytes give rows or reasons, what a writer wrote comes back, and a plain
+// The reader of lists of rows: any bytes give rows or reasons, what a writer wrote comes back, and a simple
 // reader that holds the whole text agrees.
 #include "orve-mail/lists/csv.h"
 
@@ -27,7 +27,7 @@ std::vector<RecordCsv> Read(const std::string& text) {
   return records;
 }
 
-/// The same by the rules, over a text that lies there as a whole.
+/// The same rules, applied to the text as a whole.
 class PlainReader {
  public:
   explicit PlainReader(std::string_view text) : text_(text) {

@@ -1,4 +1,5 @@
-// The dialect translator: whatever it turns, values stay as they were written and nothing grows out of hand.
+// The dialect translator: whatever it rewrites, values stay as they were written and nothing grows out of
+// hand.
 #include "sqlite/dialect.h"
 
 #include <algorithm>
@@ -16,12 +17,12 @@ namespace orve::fuzz {
 namespace {
 
 struct Shape {
-  std::vector<std::string> kept;  // what stands in quotes, brackets and comments, marks included
-  long open = 0;                  // "(" less ")" outside
-  bool cutOff = false;            // the end stands inside a quoted text
+  std::vector<std::string> kept;  // what is in quotes, brackets and comments, delimiters included
+  long open = 0;                  // "(" minus ")" outside
+  bool cutOff = false;            // the end is inside a quoted text
 };
 
-/// Where the text that opens at `from` ends, one behind; npos when nothing closes it.
+/// One past the end of the text that opens at `from`; npos when nothing closes it.
 std::size_t QuoteEnd(std::string_view sql, std::size_t from, char close) {
   for (std::size_t i = from + 1; i < sql.size(); ++i) {
     if (sql[i] != close) continue;
@@ -60,7 +61,7 @@ Shape Read(std::string_view sql) {
   return shape;
 }
 
-/// "[dbo]." is a prefix like any other: it may go. A line comment may lose its line feed to nobody.
+/// "[dbo]." is a prefix like any other: it may go. Nothing may take a line comment's line feed.
 void RemoveOwner(std::vector<std::string>& kept) {
   kept.erase(std::remove_if(kept.begin(), kept.end(),
                             [](const std::string& text) { return text::EqualsIgnoreCase(text, "[dbo]"); }),

@@ -1,4 +1,4 @@
-// Bodies as HTML documents, with the signature behind them.
+// Bodies as HTML documents, followed by the signature.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,5 @@
-// The answer of a directory's server that says anything at all: libldap takes the bytes apart, and the reader
-// of entries what comes of them. No more is read than the connection is allowed to.
+// The answer of a directory server that may say anything at all: libldap takes the bytes apart, and the
+// reader of entries takes the result. No more is read than the connection is allowed to.
 #include <ldap.h>
 #include <openldap.h>
 #include <sys/ioctl.h>
@@ -19,8 +19,8 @@
 #include "ldap/entry_reader.h"
 #include "support.h"
 
-// libldap forgets a request whose answer makes no sense. A look-up makes one, and the server is then left
-// alone.
+// libldap leaks a request whose answer makes no sense. A look-up makes one such request, and the server is
+// then left alone.
 extern "C" const char* __lsan_default_suppressions();  // NOLINT: the name is the sanitizer's
 
 extern "C" const char* __lsan_default_suppressions() {  // NOLINT
@@ -51,7 +51,7 @@ class Connection {
     server_ = ends[1];
     const ssize_t said = ::send(server_, words.data(), words.size(), MSG_DONTWAIT);
     Require(said == static_cast<ssize_t>(words.size()), "room for the words");
-    // What is asked may still be sent, and is read by nobody.
+    // The request may still be sent, and nobody reads it.
     ::shutdown(server_, SHUT_WR);
     LDAP* handle = nullptr;
     const int opened = ::ldap_init_fd(ends[0], LDAP_PROTO_TCP, "ldap://fuzz.example", &handle);
@@ -77,7 +77,7 @@ class Connection {
     ::close(server_);
     ::close(client_);
   }
-  /// How much of the words nobody has read.
+  /// How much of the words has not been read.
   [[nodiscard]] std::size_t Unread() const {
     int bytes = 0;
     Require(::ioctl(client_, FIONREAD, &bytes) == 0, "the connection can be asked");

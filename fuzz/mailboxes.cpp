@@ -1,5 +1,5 @@
 // The lists of recipients that the channels hand to a component: whatever a name holds, no address gets a
-// line end and none is lost of a list that can be read in one way only.
+// line end and none is lost from a list that can only be read one way.
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -92,7 +92,7 @@ void CheckList(std::string_view list) {
   CheckHeader(addresses);
 }
 
-/// The text without control characters and without those given.
+/// The text without control characters and the given ones.
 std::string Without(std::string_view text, std::string_view characters) {
   std::string rest;
   for (const char c : text) {
@@ -111,8 +111,8 @@ std::string Name(std::string_view text) {
   return name.substr(first, name.find_last_not_of(' ') - first + 1);
 }
 
-/// The entries that the SMTP channel writes come back, the last one also in no known box: then no ";" stands
-/// between it and the one before.
+/// The entries that the SMTP channel writes come back, the last one even with an unknown box: then there is
+/// no ";" between it and the previous one.
 void CheckRoundTrip(std::string_view text) {
   std::vector<Address> wanted;
   std::string list;

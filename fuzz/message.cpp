@@ -36,7 +36,7 @@ struct Unref {
 template <class T>
 using Ref = std::unique_ptr<T, Unref>;
 
-/// The one file that goes with messages.
+/// The one file that is attached to messages.
 const std::string& AttachedFile() {
   static const std::string kPath = [] {
     std::string folder = ::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp";
@@ -119,8 +119,7 @@ void CheckHeaders(const Message& message, const std::string& received) {
   Require(names == wanted, "the headers are those that the message should have");
 }
 
-/// The value of a header with running text, by the rules alone: readers differ in how they join encoded
-/// words.
+/// The value of a header with free text, by the rules alone: readers differ in how they join encoded words.
 std::string RunningText(const std::string& message, const std::string& name) {
   constexpr std::string_view kWord = "=?utf-8?B?";
   const std::size_t header = ("\r\n" + message).find("\r\n" + name + ": ");
@@ -166,7 +165,7 @@ std::vector<Address> Mailboxes(InternetAddressList* list) {
   return all;
 }
 
-/// Addresses that every reader takes apart alike.
+/// Addresses that every reader parses alike.
 bool Ordinary(const std::string& address) {
   const std::size_t at = address.find('@');
   if (at == 0 || at == std::string::npos || at + 1 == address.size()) return false;

@@ -25,10 +25,10 @@ constexpr std::array<std::string_view, 13> kPlaceholders = {
     "***(AzCorrMail)***"};
 using Values = std::array<std::string, kPlaceholders.size()>;
 
-// Values that hold later placeholders multiply; that is as it should be, and no matter for a fuzzer.
+// Values that hold later placeholders multiply; that is as it should be, and of no interest to a fuzzer.
 constexpr std::size_t kTooLong = std::size_t{256} * 1024;
 
-/// The body filled; false when it grows too long on the way.
+/// The body with its placeholders filled; false when it grows too long in the process.
 bool Fill(std::string& body, const Values& values) {
   for (std::size_t i = 0; i < values.size(); ++i) {
     body = PlainReplace(body, kPlaceholders[i], values[i], true);

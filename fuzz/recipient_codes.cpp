@@ -33,7 +33,7 @@ struct Bench {
   Bench() { service->ConnectionADO = database; }
 };
 
-/// Everything behind the first marker, looked for byte by byte.
+/// Everything after the first marker, searched byte by byte.
 bool Behind(const std::string& text, const std::string& marker, std::string& found) {
   for (std::size_t i = 0; i + marker.size() <= text.size(); ++i) {
     if (text.compare(i, marker.size(), marker) != 0) continue;

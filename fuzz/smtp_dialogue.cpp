@@ -1,5 +1,5 @@
 // The dialogue with a server that says anything at any time. The connection is the fuzzer's own, so that the
-// session under it is the real one; a plain reading of the server's words tells how the delivery must end.
+// session under it is the real one; a simple reading of the server's words tells how the delivery must end.
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
@@ -33,7 +33,7 @@ struct Server {
   std::string_view words;
   std::size_t atATime = 1;   // bytes in one piece
   bool lineByLine = false;   // a piece ends with its line: the server waits for its turn
-  std::size_t breaksIn = 0;  // at this send the server speaks before all has left; 0: never
+  std::size_t breaksIn = 0;  // at this send the server speaks before everything has been sent; 0: never
   bool pipelining = false;
   bool notifications = false;
   bool utf8 = false;
@@ -43,7 +43,7 @@ struct Server {
   std::string heard;
 };
 
-// The session makes its channel by itself; this is how the channel finds its server.
+// The session itself creates its channel; this is how the channel finds its server.
 Server*& Current() {
   static Server* server = nullptr;
   return server;
@@ -101,7 +101,7 @@ void Channel::Drop() noexcept {}
 namespace orve::fuzz {
 namespace {
 
-/// The codes of the replies up to the first one that is none.
+/// The codes of the replies up to the first that is not one.
 std::vector<int> Codes(std::string_view words) {
   std::vector<int> codes;
   while (!words.empty()) {
@@ -122,14 +122,14 @@ std::vector<int> Codes(std::string_view words) {
 struct Outcome {
   ErrorNumber number = ErrorNumber::kNone;
   bool undecided = false;
-  bool either = false;  // the server takes its leave: RSET or not, no matter
+  bool either = false;  // the server says goodbye: with or without RSET, no matter
 };
 
 bool Good(int code) {
   return code / 100 == 2;
 }
 
-/// How a delivery ends when the server speaks in its turn only.
+/// How a delivery ends when the server only speaks in its turn.
 Outcome Expected(const std::vector<int>& codes, std::size_t recipients, bool pipelining) {
   std::size_t next = 0;
   const auto take = [&]() -> std::optional<int> {
@@ -208,7 +208,7 @@ void CheckHeard(const Server& server, const Outcome& outcome, std::size_t recipi
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace orve::fuzz;
-  if (size > 60000) return 0;  // beyond the longest reply a reading in pieces and one in lines part ways
+  if (size > 60000) return 0;  // beyond the longest reply, reading in pieces and reading in lines differ
   Input input(data, size);
   const unsigned flags = input.Byte();
   Server server;

@@ -38,14 +38,14 @@ class Input {
 [[nodiscard]] std::string PlainReplace(std::string_view text, std::string_view from, std::string_view to,
                                        bool ignoreCase);
 
-/// A copy that ends where the text ends, so that a look behind the end is seen.
+/// A copy that ends where the text ends, so that reading past the end is noticed.
 class Exact {
  public:
   explicit Exact(std::string_view text);
   [[nodiscard]] std::string_view View() const { return {bytes_.get(), size_}; }
 
  private:
-  std::unique_ptr<char[]> bytes_;  // NOLINT(modernize-avoid-c-arrays): no room behind the end
+  std::unique_ptr<char[]> bytes_;  // NOLINT(modernize-avoid-c-arrays): no room past the end
   std::size_t size_;
 };
 

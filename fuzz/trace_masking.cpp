@@ -1,5 +1,5 @@
 // The trace of a dialogue with a server that repeats the password: in any of the forms that programs undo,
-// one inside the other, spread over words, lines and replies, with anything before and behind it. And of a
+// one inside the other, spread over words, lines and replies, with anything before and after it. And of a
 // login during which it says anything at all.
 #include <algorithm>
 #include <array>
@@ -20,7 +20,8 @@ using adapters::smtp::Tracer;
 
 constexpr std::string_view kPassword = "Parola.Segreta-42";
 constexpr std::string_view kToken = "AHV0ZW50ZQBQYXJvbGEuU2VncmV0YS00Mg==";
-constexpr std::size_t kRun = 8;  // characters that are a secret of their own, of one that is this long
+constexpr std::size_t kRun =
+    8;  // characters that count as a secret by themselves, in a secret of this length
 
 std::string EachByte(const char* format, std::string_view bytes) {
   std::string text;
@@ -68,14 +69,14 @@ std::string Encoded(unsigned form, const std::string& text) {
   }
 }
 
-/// The lines in pieces of that size, each behind a code.
+/// The lines in pieces of that size, each after a code.
 std::string InPieces(const std::string& text, std::size_t size) {
   std::string lines;
   for (std::size_t at = 0; at < text.size(); at += size) lines += "550-" + text.substr(at, size) + "\r\n";
   return lines;
 }
 
-/// What of the server's words stands in the trace, put together again.
+/// The part of the server's words that is in the trace, put together again.
 std::string Shown(const std::vector<std::string>& trace) {
   std::string shown;
   for (const std::string& line : trace) {
@@ -84,7 +85,7 @@ std::string Shown(const std::vector<std::string>& trace) {
   return shown;
 }
 
-/// The text of a failure, put together of refusals as a session does.
+/// The text of a failure, put together from refusals as a session does.
 std::string Refusals(Tracer& tracer, const std::string& text, std::size_t size) {
   std::string joined;
   for (std::size_t at = 0; at < text.size(); at += size) {
@@ -94,7 +95,7 @@ std::string Refusals(Tracer& tracer, const std::string& text, std::size_t size) 
   return joined;
 }
 
-/// What of the server's words stands in such a text.
+/// The part of the server's words that is in such a text.
 std::string Told(const std::string& refusals) {
   static constexpr std::string_view kBefore = "RCPT TO:<b@x.example>: 550 ";
   std::string told;
@@ -152,7 +153,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   tracer.Sent("AUTH PLAIN " + std::string(kToken) + "\r\n");
   tracer.Received("235 Ok\r\n");
   tracer.LoginOver();
-  tracer.Received(input.Rest());  // whatever the server says besides
+  tracer.Received(input.Rest());  // whatever else the server says
   trace.clear();
   tracer.Received("250 Ok\r\n" + InPieces(repeated, piece));
   Require(Shown(trace).find(repeated) == std::string::npos,
