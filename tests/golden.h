@@ -1,4 +1,4 @@
-// Texts that tests compare whole with a file of the sources.
+// Texts that tests compare as a whole with a file in the sources.
 #ifndef ORVE_TESTS_GOLDEN_H
 #define ORVE_TESTS_GOLDEN_H
 
@@ -6,9 +6,9 @@
 
 namespace orve::golden {
 
-/// Where `seen` first differs from the file, both lines told; empty when it does not. `file` counts from the
-/// root of the sources. What differs is left in the folder of the build, to be laid beside the other. With
-/// ORVE_GOLDEN=rewrite in the environment (`./dev journals`) the file is written anew instead, and nothing
+/// Where `seen` first differs from the file, giving both lines; empty when it does not. `file` is relative to
+/// the root of the sources. A differing text is left in the build folder, for comparison. With
+/// ORVE_GOLDEN=rewrite in the environment (`./dev journals`) the file is rewritten instead, and nothing
 /// differs.
 [[nodiscard]] std::string Difference(const std::string& file, const std::string& seen);
 

@@ -1,5 +1,5 @@
-// Where the sources and the build lie. Only one file is compiled with these paths in sight, so that what a
-// compiler made of the others serves a checkout anywhere.
+// Where the sources and the build are. Only one file is compiled with these paths, so that compiled results
+// of the others can be reused by a checkout anywhere.
 #ifndef ORVE_TESTS_PLACES_H
 #define ORVE_TESTS_PLACES_H
 
@@ -7,7 +7,7 @@
 
 namespace orve::places {
 
-/// The absolute path of `path`, which counts from the root of the sources.
+/// The absolute path of `path`, which is relative to the root of the sources.
 [[nodiscard]] std::string Source(const std::string& path);
 /// The same from the root of the build.
 [[nodiscard]] std::string Build(const std::string& path = "");

@@ -1,4 +1,4 @@
-// What every connection must do, whatever database stands behind it: ContrattoConnessione for any engine,
+// What every connection must do, whatever database is behind it: ContrattoConnessione for any engine,
 // ContrattoDialetto for one that takes SQL Server's dialect, ContrattoProcedura for one that
 // runs the application's procedure as a command. A test program brings its databases and instantiates the
 // suites:
@@ -35,7 +35,7 @@ class Banco {
   virtual std::shared_ptr<host::Connection> Connessione() = 0;
   /// Binds the connection to a user, or to none.
   virtual void Utente(std::optional<std::int32_t> id) { (void)id; }
-  /// The connection drops: the adapter's handle is gone, whoever still holds the object.
+  /// The connection drops: the adapter's handle is gone, even if somebody still holds the object.
   virtual void Cade() = 0;
 };
 

@@ -1,5 +1,5 @@
-// The account that ends in the fields of the service: the default of user or company, and the one with a
-// given identifier. Statements, order, columns, the coded wishes, and that failures end in silence.
+// The account that ends up in the fields of the service: the default of user or company, and the one with a
+// given identifier. Statements, order, columns, the coded receipt requests, and that failures end silently.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -372,7 +372,7 @@ TEST_F(AccountDelServizio, TextsAreTrimmedAtTheEndOnlyAndThePasswordBeforeItIsDe
   EXPECT_EQ(servizio->vSenderName, " Ufficio Vendite");
 }
 
-// --- wishes
+// --- receipt requests
 
 struct CasoDesiderio {
   const char* etichetta;

@@ -352,7 +352,7 @@ TEST_F(ElencoAccount, AFailedStatementLeavesTheComboAlone) {
   EXPECT_THAT(Combo(), IsEmpty());
 }
 
-// A form whose CMB_ACCOUNT is no combo, or that has none.
+// A form whose CMB_ACCOUNT is not a combo, or that has none.
 std::shared_ptr<host::Form> FormSenzaCombo(const fakes::JournalPtr& journal, bool altroControllo) {
   static constexpr host::LayoutControllo kCornice[] = {
       {.nome = "CMB_ACCOUNT", .tipo = host::TipoControllo::kFrame}};

@@ -1,4 +1,5 @@
-// Recipients and their collection: order, positions and keys, boxes, and the trace of birth and death.
+// Recipients and their collection: order, positions and keys, boxes, and the trace of creation and
+// destruction.
 #include "addressing/recipients.h"
 
 #include <gmock/gmock.h>
@@ -162,7 +163,7 @@ TEST_F(CollDestinatariTest, RemoveByPositionFreesTheKeyToo) {
 TEST_F(CollDestinatariTest, ARemovedRecipientLivesAsLongAsSomebodyHoldsIt) {
   auto tenuto = collezione.Add("a@b.example");
   collezione.Remove(1);
-  EXPECT_EQ(journal->Conta("debug "), 2U);  // the two births
+  EXPECT_EQ(journal->Conta("debug "), 2U);  // the two creations
   EXPECT_EQ(tenuto->Indirizzo(), "a@b.example");
   tenuto.reset();
   EXPECT_THAT(journal->Righe().back(), EndsWith("|TER|ORVE_MAILSERVER|Destinatario"));

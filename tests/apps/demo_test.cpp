@@ -42,7 +42,7 @@ TEST(Demo, NoticesAProgramThatOnlyClaimsToHaveSent) {
   const support::TempDir cartella;
   const std::filesystem::path falso = cartella.Path() / "build/apps/orve-mail";
   std::filesystem::create_directories(falso);
-  // Everything goes to the real program but the sends, which it calls done.
+  // Passes everything to the real program except the sends, which it reports as done.
   std::ofstream(falso / "orve-mail") << "#!/bin/sh\n[ \"$1\" = invia ] && exit 0\nexec '" << places::Program()
                                      << "' \"$@\"\n";
   std::filesystem::permissions(falso / "orve-mail", std::filesystem::perms::owner_all);

@@ -52,7 +52,7 @@ TEST(DemoWindow, NoticesAProgramThatOpensNoWindow) {
   const support::TempDir cartella;
   const std::filesystem::path falso = cartella.Path() / "build/apps/orve-mail";
   std::filesystem::create_directories(falso);
-  // Everything goes to the real program but what wants a window, which it calls done.
+  // Passes everything to the real program except what needs a window, which it reports as done.
   std::ofstream(falso / "orve-mail") << "#!/bin/sh\ncase $1 in invia|parametri) exit 0;; esac\nexec '"
                                      << places::Program() << "' \"$@\"\n";
   std::filesystem::permissions(falso / "orve-mail", std::filesystem::perms::owner_all);

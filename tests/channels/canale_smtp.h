@@ -62,7 +62,7 @@ class CanaleSmtp : public fakes::ServizioDiProva {
     }
     return elenchi;
   }
-  /// The journal without the way in which an event finds its user, which the events' own tests tell.
+  /// The journal without how an event finds its user, which the events' own tests cover.
   std::vector<std::string> SenzaRicercaUtente() const {
     std::vector<std::string> righe;
     for (const auto& riga : journal->Righe()) {
@@ -74,7 +74,7 @@ class CanaleSmtp : public fakes::ServizioDiProva {
     }
     return righe;
   }
-  /// A send of which every text is this one.
+  /// A send in which every text is this one.
   void ConsegnaConTesto(const std::string& testo) {
     journal->Svuota();
     servizio->vCollDestinatari.reset();

@@ -1,4 +1,4 @@
-// The table of the channels, and what is held to it.
+// The table of the channels, and what has to agree with it.
 #include "channels/channel_traits.h"
 
 #include <gmock/gmock.h>

@@ -1,9 +1,9 @@
-// The four channels side by side: the same message, the same happening, and for each channel all that can be
+// The four channels side by side: the same message, the same incident, and for each channel all that can be
 // seen of it: what it hands over, vNome and vIndDestinatario, Stato, register lines, events, the log line of
 // an unattended send, and the messages in both kinds of mode.
 //
-// What is to be seen stands in four_channels/*.txt, one file for each happening, one section for each
-// channel. It is compared whole, so that a difference that disappears is noticed like one that appears.
+// What should be seen is in four_channels/*.txt, one file for each incident, one section for each channel. It
+// is compared as a whole, so that a difference that disappears is noticed just like one that appears.
 #include <functional>
 #include <memory>
 #include <string>
@@ -110,7 +110,7 @@ class Prova {
       if (riga.starts_with(kRegistro)) {
         testo += "registro " + riga.substr(kRegistro.size()) + "\n";
       } else {
-        // The code, and the payload behind what is the same in every event.
+        // The code, and the payload after the part that is the same in every event.
         constexpr std::string_view kComune = "<GRP_COD=/>";
         const std::size_t inizio = riga.find(kComune) + kComune.size();
         testo += "evento " + riga.substr(riga.find(", ") + 2, 2) + " " +
@@ -119,7 +119,7 @@ class Prova {
     }
     return testo;
   }
-  /// The lines of the send log behind its heading.
+  /// The lines of the send log after its heading.
   [[nodiscard]] std::string Log() const {
     const auto righe = journal->Righe({"TextStream.WriteLine "});
     std::string testo;
@@ -141,12 +141,12 @@ class Prova {
   Interno& interno = aperto.interno;
 };
 
-/// A blank at the end of a line stands as "·", so that it can be seen, and a line end inside a text as "¶".
+/// A blank at the end of a line is shown as "·", so that it can be seen, and a line end inside a text as "¶".
 std::string ConBianchiVisibili(const std::string& testo) {
   return text::Replace(text::Replace(testo, "\r\n", "¶"), " \n", "·\n");
 }
 
-/// Sends unattended and attended through each channel, with what happens on the way, and compares all that is
+/// Sends unattended and attended through each channel, with what happens in between, and compares all that is
 /// seen with the file of this name.
 void Confronta(const std::string& nome, const std::function<void(Prova&)>& accade) {
   const std::pair<kvEnum_ServizioMail, const char*> canali[] = {
@@ -240,7 +240,7 @@ TEST(QuattroCanali, AChannelThatDoesNotOpen) {
   Confronta("not_opened", [](Prova& prova) {
     UnoConAllegato(prova);
     prova.interno.account.SmtpServer.clear();
-    prova.ambiente->versioneOutlook = "16";  // no number in front of a point
+    prova.ambiente->versioneOutlook = "16";  // no number before a point
     prova.journal->Fallisce("MAPIMessages.Compose", {1001, "MAPI", "nessuna sessione"});
     prova.ambiente->esitoLogonMapi = 3;
   });

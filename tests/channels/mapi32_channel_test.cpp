@@ -194,7 +194,7 @@ TEST_F(CanaleMapi32, ARefusedLogonIsShownAndEndsTheSend) {
 }
 
 TEST_F(CanaleMapi32, ARefusedSendIsShownAndRecordedAsFailedAndTheLogoffStillRuns) {
-  ambiente->esitoInvioMapi = 11;  // an attachment that is not there: no mail leaves at all
+  ambiente->esitoInvioMapi = 11;  // a missing attachment: nothing is sent at all
   ConRegistro();
   ConAllegati({"C:\\Doc\\manca.pdf"});
   Collezione().Add("anna@x.example", "Anna");

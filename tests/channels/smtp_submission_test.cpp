@@ -237,7 +237,7 @@ TEST_F(ConsegnaSmtp, HTMLNeedsTheSettingAndTheInterface) {
     (void)Consegna({});
     EXPECT_EQ(journal->Conta("smtp.BodyFormat"), caso.want ? 1U : 0U) << caso.etichetta;
     EXPECT_EQ(journal->Conta("smtp.BodyText Corpo"), caso.want ? 0U : 1U) << caso.etichetta;
-    // The setting is asked in any case.
+    // The setting is read in any case.
     EXPECT_EQ(journal->Conta(kImpostazioneHTML), 1U) << caso.etichetta;
   }
 }

@@ -18,7 +18,7 @@ using ::testing::Not;
 class InvioDaSolo : public fakes::ServizioDiProva {
  protected:
   InvioDaSolo() {
-    servizio->SrvMailInstallato = kvOutlook;  // the channel of the settings plays no part
+    servizio->SrvMailInstallato = kvOutlook;  // the configured channel plays no part
     servizio->DittaCorrente = 1;
     servizio->INFO_RagSocCliFor("Acme S.p.A.");
     Account({{"FW23_SERVERNAME", "smtp.azienda.example"},
@@ -140,7 +140,7 @@ TEST_F(InvioDaSolo, TheEventCarriesTheSubjectOfTheCallAndTheMainAttachment) {
 
 TEST_F(InvioDaSolo, EveryBoxHasItsListAndABoxThatNobodyKnowsIsSkippedButRecorded) {
   servizio->BeforeSendMail = [&](auto&, auto&, auto&, auto&, auto&, auto&) {
-    // The stages would drop such a recipient: a failed one leaves the collection as it stood.
+    // The stages would drop such a recipient: a failed one leaves the collection as it was.
     throw host::Errore(1001, "Chiamante", "no");
   };
   servizio->ModalitaInvio(kvAutomatico);
@@ -288,7 +288,7 @@ TEST_F(InvioDaSolo, AnyAuthenticationOtherThanZeroHandsOverTheCredentialsAndTheW
            {"FW98_USERNAME", "utente"},
            {"FW98_PASSWORD", "{segretissima}"},
            {"ALIAS", ""},
-           {"LETTURA", host::Null{}},  // no wish of its own
+           {"LETTURA", host::Null{}},  // no receipt request of its own
            {"CONSEGNA", host::Null{}}});
   servizio->ReadReceipt = true;
   servizio->InviaMailSMTP("Avviso", "Corpo");

@@ -173,7 +173,7 @@ TEST_F(Corpo, APlaceholderWithoutAValueIsRemoved) {
             "ab");
 }
 
-// Each value holds the placeholder that comes next: only in this order does the last value come out.
+// Each value contains the next placeholder: only in this order does the last value come out.
 TEST_F(Corpo, TheThirteenPlaceholdersAreFilledInTheirOrder) {
   servizio->vNome = "1***(Azienda)***";
   servizio->vDitta = "2***(IndEmail)***";

@@ -305,7 +305,7 @@ TEST_F(CorpoHTML, FontNullOrBlankAndSizeNullOrZeroGiveTheStandardOnes) {
     host::Variant dimensione;
     const char* want;
   };
-  // The statement already turns a null into an empty font and a size 0; a null all the same ends the reading.
+  // The statement already turns a null into an empty font and a size 0; a null nevertheless ends the reading.
   const std::vector<Caso> casi = {
       {"empty and 0", "", 0, R"(<font face = "Calibri" size = "3">)"},
       {"blank", "   ", 2, R"(<font face = "Calibri" size = "2">)"},

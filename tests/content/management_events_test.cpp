@@ -192,7 +192,7 @@ TEST_F(EventoGestionale, ASubjectWithAnApostropheArrivesDoubledInTheStatement) {
   EXPECT_THAT(Eventi(), ElementsAre(HasSubstr("<MAIL_OBJ=Offerta dell''anno/>' , 1")));
 }
 
-// Whatever fails on the way, nothing reaches the send and nobody is told.
+// Whatever fails along the way, nothing reaches the send and nobody is told.
 TEST_F(EventoGestionale, EachFailureLosesTheEventAndNothingElse) {
   const std::vector<const char*> guasti = {
       "ConnectionADO.CreateCommand", "Command.CommandType",       "Command.CommandText",

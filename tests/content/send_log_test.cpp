@@ -188,7 +188,7 @@ TEST_F(LogDegliInvii, WritesTheSingleByteCodePage) {
   EXPECT_EQ(PrimaColonna(), "Per\xF9 \x96 caff\xE8 ?                          ");
 }
 
-// Whatever fails, the statements behind it still run, and nothing comes out.
+// Whatever fails, the statements after it still run, and nothing comes out.
 TEST_F(LogDegliInvii, EachFailureIsIgnoredAndTheNextStatementRuns) {
   struct Caso {
     const char* guasto;

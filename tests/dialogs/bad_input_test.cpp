@@ -1,4 +1,4 @@
-// What people and callers put into the windows that nobody planned for: no crash, no hang, nothing lost, and
+// Unforeseen things that people and callers put into the windows: no crash, no hang, nothing lost, and
 // nothing sent that the person did not see.
 #include <cstddef>
 #include <functional>
@@ -24,8 +24,8 @@ using ::testing::SizeIs;
 
 class IngressoOstile : public fakes::FinestraDiProva {
  protected:
-  /// Of thirty thousand things, asks for less memory than a byte for each pair of them: copies that grow with
-  /// the square ask for many times as much.
+  /// With thirty thousand items, uses less memory than a byte for each pair of them: quadratic copying would
+  /// use many times as much.
   static void SenzaCopieDiTroppo(const std::function<void()>& azione) {
     EXPECT_LT(fakes::ByteAllocati(azione), std::size_t{1} << 30U);
   }
@@ -65,7 +65,7 @@ TEST_F(IngressoOstile, TenThousandCharactersInEachBoxArriveWhole) {
   EXPECT_TRUE(Consegnato());
   EXPECT_EQ(servizio->vCollDestinatari->Count(), 3);
   EXPECT_EQ(servizio->vCollDestinatari->Item(1)->Nome(), nome.substr(1));
-  // Placed by the program, longer than what can be typed: shown and sent as it stands.
+  // Placed by the program, longer than what can be typed: shown and sent as it is.
   EXPECT_THAT(journal->Righe({"smtp.Subject"}), ElementsAre("smtp.Subject " + std::string(10000, 'o')));
   EXPECT_THAT(journal->Righe({"smtp.BodyText"}), ElementsAre("smtp.BodyText " + std::string(10000, 'c')));
 }
@@ -188,7 +188,7 @@ TEST_F(IngressoOstile, BytesThatAreNoTextPassUnchanged) {
   EXPECT_EQ(servizio->vCollDestinatari->Item(1)->Nome(), "\xFE");
 }
 
-// The window lists a path, not a content: a file that goes away afterwards is the channel's to miss.
+// The window lists a path, not contents: a file that disappears afterwards is for the channel to miss.
 TEST_F(IngressoOstile, AFileThatVanishesBetweenAttachingAndSendingIsMissedByTheChannel) {
   File("C:\\doc\\f.pdf");
   servizio->vElencoAllegati = Variant::Array{"C:\\doc\\f.pdf"};

@@ -1,5 +1,5 @@
-// How the service opens the compose window: its objects, its shape for the channel, what stands in its
-// controls, and how the opening ends.
+// How the service opens the compose window: its objects, its form for each channel, what is in its controls,
+// and how the opening ends.
 #include <string>
 #include <vector>
 
@@ -66,7 +66,7 @@ TEST_F(Apertura, TheFormObjectIsBornAndDiesWithTheProcedure) {
   EXPECT_THAT(forme[1], HasSubstr("|TER|ORVE_MAILSERVER|FRMRW_OPZMAIL"));
   EXPECT_EQ(forme[0].substr(0, 44), forme[1].substr(0, 44));  // one identifier
   const auto righe = journal->Righe({"debug QLNA", "Ambiente.CreaForm", "FRMRW_OPZMAIL chiusa"});
-  EXPECT_EQ(righe.front(), forme[0]);  // before the window is made
+  EXPECT_EQ(righe.front(), forme[0]);  // before the window is created
   EXPECT_EQ(righe.back(), forme[1]);   // after it has closed
 }
 
@@ -276,7 +276,7 @@ TEST_F(Apertura, OnOtherChannelsTheFixedNotificationsAreNotLookedAtHere) {
   EXPECT_EQ(journal->Conta("CHK_CONSEGNA.Enabled"), 0U);
 }
 
-// What stands in the boxes.
+// What is in the boxes.
 
 struct CasoCaselle {
   const char* label;

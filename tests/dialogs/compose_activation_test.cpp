@@ -114,7 +114,7 @@ TEST_F(FormAttivato, AFailingActivationIsReportedAndNotDoneAgain) {
     EXPECT_THAT(Mostrati(), ElementsAre("ObjMessaggi.MostraMsg 1001 guasto ORVE_MAILSERVER: FRMFW_OPZMAIL: "
                                         "Activate|0||(assente)"));
     EXPECT_TRUE(Dentro().Attivato);
-    EXPECT_EQ(journal->Conta("CHK_CORPO.Text"), 0U);  // the window stays in the state that it reached
+    EXPECT_EQ(journal->Conta("CHK_CORPO.Text"), 0U);  // the window stays in the state that it had reached
     finestra.Riattiva();
     EXPECT_EQ(journal->Conta("CHK_CORPO.Text"), 0U);
     EXPECT_THAT(Mostrati(), SizeIs(1));
@@ -384,7 +384,7 @@ TEST_F(FormAttivato, ANegativePositionDoesNothingAndAnUnknownAccountFails) {
     combo->AddItemData("vendite - Mail", 7);
     EXPECT_EQ(fakes::NumeroDi([&] { combo->Text(99); }), 0);  // no such entry: position -1
     EXPECT_FALSE(servizio->vMittente);
-    // The handler has no trap: what it raises leaves the call, or the person's action.
+    // The handler has no trap: what it raises comes out of the call, or of the person's action.
     EXPECT_EQ(fakes::NumeroDi([&] { combo->Text(std::int16_t{12}); }), 91);
     servizio->vCollMittenti = std::make_shared<CollMittenti>(ambiente);
     EXPECT_EQ(fakes::NumeroDi([&] { finestra.SceglieVoce("CMB_ACCOUNT", 1); }), 5);
@@ -428,7 +428,7 @@ TEST_F(FormAttivato, ClosingLetsEverythingGoInItsOrder) {
   EXPECT_TRUE(form->objOutlook_00);
 }
 
-// An object whose last reference writes itself into the journal when it is let go.
+// An object that writes a line into the journal when its last reference is released.
 template <class Tipo>
 std::shared_ptr<Tipo> Annunciato(const fakes::JournalPtr& journal, const std::shared_ptr<Tipo>& oggetto,
                                  const std::string& nome) {

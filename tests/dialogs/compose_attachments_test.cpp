@@ -100,7 +100,7 @@ TEST_F(Allegati, TheSameFileOfTheRequestIsListedTwice) {
 TEST_F(Allegati, EachStepOfAnAddedFileIsTriedWhateverTheOneBeforeDid) {
   journal->Fallisce("File.Apri", guasto);
   journal->Fallisce("File.Chiudi", guasto);
-  Aggiungi("C:\\a.pdf", "a.pdf");  // not bound, and so not there
+  Aggiungi("C:\\a.pdf", "a.pdf");  // not bound, and so nonexistent
   EXPECT_FALSE(Dentro().FileAllegati);
   journal->DimenticaPiani();
   journal->Fallisce("File.Esiste", guasto);

@@ -218,7 +218,7 @@ TEST_F(CaselleDelForm, AfterTheMessageTheListStaysAsBuiltAndTheNextClickReplaces
   });
 }
 
-// The reader behind the event drops such entries; this one adds them, so that the check finds them.
+// The reader used after the event drops such entries; this one adds them, so that the check finds them.
 TEST_F(CaselleDelForm, ASeparatorAtTheEndOfABoxAddsOneRecipientWithAnEmptyAddress) {
   servizio->SrvMailInstallato = kvMAPI;
   Mostra([&](HeadlessForm& finestra) {
@@ -384,7 +384,7 @@ TEST_F(InvioDallaFinestra, AFailedDeliveryIsReportedByItsChannelAndClosesTheWind
 TEST_F(InvioDallaFinestra, AListThatCannotBeBuiltWholeIsReportedAndTheClickGoesOnWithIt) {
   Apri([&](HeadlessForm& finestra) {
     finestra.Digita("TXT_EMAIL", "a@x.example;Bea<b@x.example>");
-    servizio->vCollDestinatari.reset();  // the companies cannot be looked for
+    servizio->vCollDestinatari.reset();  // the companies cannot be looked up
     finestra.Preme("cmd_Invia");
     EXPECT_FALSE(finestra.Aperta());
   });

@@ -1,4 +1,4 @@
-// The fixture of the window tests: a service whose windows are answered by a script in the person's place.
+// The fixture of the window tests: a service whose windows are answered by a script in place of the person.
 #pragma once
 
 #include <map>
@@ -32,8 +32,8 @@ inline Riga RigaAccount(std::int16_t id, const std::string& indirizzo, std::int1
           {"CONSEGNA", consegna}};
 }
 
-/// On the SMTP channel with one account, in the manual mode, with the chosen account in force and an empty
-/// list of recipients, as the send procedure and the event stage leave them.
+/// On the SMTP channel with one account, in manual mode, with the chosen account in force and an empty list
+/// of recipients, as the send procedure and the event stage leave them.
 class FinestraDiProva : public ServizioDiProva {
  protected:
   FinestraDiProva() {
@@ -50,8 +50,8 @@ class FinestraDiProva : public ServizioDiProva {
     servizio->SrvMailInstallato = static_cast<kvEnum_ServizioMail>(canale);
   }
 
-  /// The service opens the compose window, and the script runs in it. The journal holds what happened from
-  /// the opening on.
+  /// The service opens the compose window, and the script runs in it. The journal holds what happened since
+  /// the window opened.
   void Apri(Persona persona) {
     bool mostrata = false;
     bool finito = false;
@@ -80,7 +80,7 @@ class FinestraDiProva : public ServizioDiProva {
   void File(const std::string& percorso) { ambiente->file[percorso] = "contenuto"; }
 
   [[nodiscard]] bool Consegnato() const { return journal->Conta("smtp.SendMail") == 1; }
-  /// Every message shown, through whatever object.
+  /// Every message shown, whichever object showed it.
   [[nodiscard]] std::vector<std::string> Mostrati() const {
     return journal->Righe({"ObjMessaggi.MostraMsg", "Host.Messaggi.MostraMsg"});
   }

@@ -125,7 +125,7 @@ TEST_F(Parametri, AFailureOfTheActivationIsReported) {
                           "mail|(assente)"));
 }
 
-// Unlike the compose window's, this start is made anew each time, and what became the caption goes in again.
+// Unlike the compose window's, this start is repeated each time, and what became the caption goes in again.
 TEST_F(Parametri, EachActivationStartsTheProportionsAndAsksForTheCaptionAgain) {
   ambiente->titoloHost = " *";
   servizio->ActiveInterface = fakes::CreaFakeInterfaccia(*ambiente);
@@ -168,7 +168,7 @@ TEST_F(Parametri, SelectingAKindReloadsTheAccountsAndChangesTheServiceAtOnce) {
     EXPECT_EQ(servizio->vMittente->Indirizzo(), "pec@azienda.example");
     finestra.Preme("CMD_ANNULLA");
   });
-  EXPECT_TRUE(servizio->IsPec());  // also though the person cancelled
+  EXPECT_TRUE(servizio->IsPec());  // even though the person cancelled
   EXPECT_EQ(servizio->vCollMittenti->Count(), 2);
   Risposte(0, false, false, "", "", false);
 }
@@ -198,7 +198,7 @@ TEST_F(Parametri, WithoutAnAccountThePersonIsToldAndTheWindowOpensAllTheSame) {
     finestra.Spunta("CHK_READ", true);
     finestra.Spunta("CHK_DELIVERY", true);
   });
-  // Without an account neither wish is stored, and the account read is a new empty one.
+  // Without an account neither receipt request is stored, and the account read is a new empty one.
   Risposte(0, false, false, "", "", true);
   EXPECT_EQ(servizio->MailParamAccount()->Indirizzo(), "");
 }
@@ -299,7 +299,7 @@ TEST_F(Parametri, OnOtherChannelsTheHiddenBoxesAreStillReadWhenThereIsAnAccount)
   });
   EXPECT_TRUE(servizio->MailParamReadRcpt());
   EXPECT_EQ(servizio->vMittente->ReadRcpt(), 1);
-  EXPECT_EQ(servizio->MailParamAccount()->Indirizzo(), "");  // the account itself is no answer here
+  EXPECT_EQ(servizio->MailParamAccount()->Indirizzo(), "");  // the account itself is not an answer here
 }
 
 // The attachment.
@@ -376,7 +376,7 @@ TEST_F(Parametri, AHandTypedPathIsLookedAtOnlyAtOkAndABadOneKeepsTheWindowOpen) 
                 ElementsAre("File.ApriPercorso C:\\doc|manca.pdf||0", "File.Posizione C:\\doc\\manca.pdf",
                             "File.Esiste C:\\doc\\manca.pdf", "File.Chiudi C:\\doc\\manca.pdf",
                             "ObjMessaggi.MostraMsg Percorso allegato non valido.|48|Avviso|(assente)"));
-    // The wishes are stored already, and a second confirmation stores them again.
+    // The receipt requests are already stored, and a second confirmation stores them again.
     EXPECT_EQ(servizio->vMittente->ReadRcpt(), 1);
     finestra.Spunta("CHK_READ", false);
     finestra.Riscrive("TXT_ALLEGATO", "");

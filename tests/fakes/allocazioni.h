@@ -1,5 +1,5 @@
 // Running out of memory at a chosen moment: the only way to make some procedures fail, and the failure that
-// every procedure must stand. And how much memory work asks for, which is the same on a slow machine.
+// every procedure must survive. Also how much memory some work uses, which is the same on a slow machine.
 //
 // A test program that uses this has the global operator new replaced by one that counts.
 #pragma once
@@ -13,7 +13,7 @@ namespace orve::fakes {
 /// The test fails when the statement makes fewer.
 void ConAllocazioneCheFallisce(int numero, const std::function<void()>& statement);
 
-/// The bytes that this thread allocates in the statement, those that it frees again included.
+/// The bytes that this thread allocates in the statement, including those that it frees again.
 [[nodiscard]] std::size_t ByteAllocati(const std::function<void()>& statement);
 
 }  // namespace orve::fakes

@@ -55,7 +55,7 @@ std::string NomeBanco(const ::testing::TestParamInfo<CreaBanco>& /*info*/) {
 
 INSTANTIATE_TEST_SUITE_P(Fake, ContrattoConnessione, ::testing::Values(&CreaBancoFinto), NomeBanco);
 INSTANTIATE_TEST_SUITE_P(Fake, ContrattoProcedura, ::testing::Values(&CreaBancoFinto), NomeBanco);
-// Rules have no dialect.
+// A database of rules has no dialect.
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(ContrattoDialetto);
 
 }  // namespace

@@ -40,7 +40,7 @@ class FakeAmbiente : public host::Ambiente {
   std::optional<std::string> testoOra;
   host::Variant risultatoSmtp = -1;    // GetLastError of the SMTP component
   std::int32_t rispostaMessaggio = 1;  // the person's answer to a message
-  std::string titoloHost;              // what TitoloFinestra puts behind a title
+  std::string titoloHost;              // what TitoloFinestra appends to a title
   std::int32_t statoFormatoData = 0;
   std::string cartellaTemporanea = "C:\\Temp";
   std::string cartellaInstallazione = "C:\\Programmi\\Orve";
@@ -69,7 +69,7 @@ class FakeAmbiente : public host::Ambiente {
   std::map<std::string, std::map<std::string, host::Variant>> persone;  // by path
 
   // The windows: what the person does while one is shown, the file that the person chooses (none: the choice
-  // is cancelled), files that lie in a special place, and the special fields offered for a body.
+  // is cancelled), files in a special place, and the special fields offered for a body.
   std::function<void(HeadlessForm&)> persona;
   std::optional<std::string> fileScelto;
   std::map<std::string, std::int32_t> posizioni;  // by path; 0 for any other file
@@ -110,7 +110,7 @@ class FakeAmbiente : public host::Ambiente {
 std::shared_ptr<host::Messaggi> CreaFakeMessaggi(FakeAmbiente& ambiente, const std::string& nome);
 
 /// The host application's interface; `conApplicazione` and `conMessaggi` say how far its chain reaches. Its
-/// message object stands in the journal as "Host.Messaggi".
+/// message object appears in the journal as "Host.Messaggi".
 std::shared_ptr<host::InterfacciaHost> CreaFakeInterfaccia(FakeAmbiente& ambiente, std::int32_t idUtente = 7,
                                                            bool conApplicazione = true,
                                                            bool conMessaggi = true);
@@ -120,7 +120,7 @@ std::shared_ptr<host::Form> CreaFakeForm(JournalPtr journal);
 
 /// A text or "(assente)".
 std::string Mostra(const host::TestoOAssente& testo);
-/// Any value, as a test wants to see it.
+/// Any value, in the form that tests use.
 std::string Mostra(const host::Variant& valore);
 std::string SiNo(bool valore);
 

@@ -9,7 +9,7 @@ namespace orve::fakes {
 
 namespace {
 
-// The common ground of these fakes: a name in the journal, and a line there when the object is let go.
+// What these fakes have in common: a name in the journal, and a line there when the object is released.
 class Giornale {
  public:
   Giornale(const JournalPtr& journal, const std::string& oggetto)

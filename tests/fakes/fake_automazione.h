@@ -1,4 +1,4 @@
-// Outlook, the Simple MAPI controls and MAPI32.DLL as fakes. Each member stands in the journal as
+// Outlook, the Simple MAPI controls and MAPI32.DLL as fakes. Each member appears in the journal as
 // "Object.Member values" (Outlook, MailItem, Attachments, MAPISession, MAPIMessages, MAPI32), and the end of
 // an object as "rilascio Object"; what they answer is set in FakeAmbiente.
 #pragma once

@@ -20,7 +20,7 @@ constexpr std::int32_t kSintassi = 102;
 constexpr std::int32_t kParametroMancante = 201;
 constexpr std::int32_t kProceduraSconosciuta = 2812;
 
-// Where a record set stands, shared with its fields.
+// The position of a record set, shared with its fields.
 struct Cursore {
   Righe righe;
   std::size_t posizione = 0;

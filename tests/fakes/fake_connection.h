@@ -1,5 +1,5 @@
-// A database of rules: a statement that holds a rule's text gets the rule's rows, any other an empty result.
-// Otherwise it behaves as the real connections do (adapters/connection_contract.h).
+// A database of rules: a statement that contains a rule's text gets the rule's rows, any other an empty
+// result. Otherwise it behaves as the real connections do (adapters/connection_contract.h).
 #pragma once
 
 #include <functional>
@@ -17,7 +17,7 @@ namespace orve::fakes {
 /// Column names (any case) and values of one row.
 using Riga = std::map<std::string, host::Variant>;
 
-/// The row with one column set anew.
+/// The row with one column replaced.
 inline Riga Con(Riga riga, const std::string& colonna, const host::Variant& valore) {
   riga[colonna] = valore;
   return riga;
@@ -28,11 +28,11 @@ class FakeConnection : public host::Connection {
  public:
   explicit FakeConnection(JournalPtr journal) : journal_(std::move(journal)) {}
 
-  /// Statements that hold `testo` give these rows. The rule added last is asked first.
+  /// Statements that contain `testo` give these rows. The rule added last is tried first.
   void Risponde(const std::string& testo, Righe righe) {
     Calcola(testo, [righe = std::move(righe)] { return righe; });
   }
-  /// Statements that hold `testo` give the rows that the call makes each time; it may raise an Errore.
+  /// Statements that contain `testo` give the rows that the call produces each time; it may raise an Errore.
   void Calcola(const std::string& testo, std::function<Righe()> risposta) {
     regole_.emplace_back(testo, std::move(risposta));
   }
@@ -59,7 +59,7 @@ class FakeConnection : public host::Connection {
   bool aperta_ = true;
 };
 
-/// An open record set over rows held in memory; `nome` stands in the journal.
+/// An open record set over rows held in memory; `nome` is its name in the journal.
 std::shared_ptr<host::RecordSet> CreaRecordSet(JournalPtr journal, Righe righe,
                                                const std::string& nome = "RecordSet");
 /// A record set that nobody has opened yet.

@@ -1,5 +1,5 @@
 // What FakeAmbiente hands out for the windows: the toolkit without a screen, file objects over a disk of
-// names, and the record set and collection of the real toolkits with the journal in front.
+// names, and the record set and collection of the real toolkits, wrapped to write the journal.
 #include <utility>
 
 #include "fakes/fake_ambiente.h"
@@ -190,7 +190,7 @@ std::shared_ptr<host::CLSFW_Parametri> FakeAmbiente::CreaParametri() {
   return std::make_shared<FakeParametri>(*this);
 }
 
-// One combo box is all that the loading of accounts asks of a form.
+// One combo box is all that loading accounts needs of a form.
 std::shared_ptr<host::Form> CreaFakeForm(JournalPtr journal) {
   static constexpr host::LayoutControllo kControlli[] = {
       {.nome = "CMB_ACCOUNT", .tipo = host::TipoControllo::kCombo}};

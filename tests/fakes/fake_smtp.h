@@ -1,5 +1,5 @@
 // The SMTP component as a fake: it journals each member as "smtp.Member values" and its release as "rilascio
-// smtp", and answers with the result it was given. The password stands in the journal as "***".
+// smtp", and answers with the result it was given. The password appears in the journal as "***".
 #pragma once
 
 #include <string>

@@ -134,7 +134,7 @@ void HeadlessForm::Riattiva() {
   host::Solleva(Activate);
 }
 
-// The control as what the test takes it for.
+// The control as the kind that the test takes it for.
 template <class Tipo>
 Tipo* HeadlessForm::Mio(std::string_view nome) const {
   const auto trovato = controlli_.find(text::FoldCase(nome));
@@ -143,7 +143,7 @@ Tipo* HeadlessForm::Mio(std::string_view nome) const {
   return controllo;
 }
 
-// The same, if a person could do something with it at this moment.
+// The same, if a person could use it at this moment.
 template <class Tipo>
 Tipo* HeadlessForm::Raggiunge(std::string_view nome) const {
   auto* controllo = Mio<Tipo>(nome);

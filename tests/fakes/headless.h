@@ -1,8 +1,8 @@
-// A toolkit without a screen. A window is built from its layout table like any other; in the place of the
-// person stands a script, which runs while the window is shown modally. The script can do what a person can
-// do and no more: a control that is hidden, disabled or not that kind of control fails the test.
+// A toolkit without a screen. A window is built from its layout table like any other; in place of the person
+// there is a script, which runs while the window is shown modally. The script can do what a person can do and
+// no more: a control that is hidden, disabled or not that kind of control fails the test.
 //
-// The program's calls stand in the journal as "CONTROL.Member values", its reads with "legge " in front.
+// The program's calls appear in the journal as "CONTROL.Member values", its reads preceded by "legge ".
 #pragma once
 
 #include <functional>
@@ -25,7 +25,7 @@ using Persona = std::function<void(HeadlessForm&)>;
 
 class HeadlessForm : public host::Form {
  public:
-  /// An empty `persona` only looks, and closes the window.
+  /// With an empty `persona` the window is just closed.
   HeadlessForm(JournalPtr journal, const host::LayoutForm& layout, Persona persona);
 
   // What the program asks.
@@ -44,12 +44,12 @@ class HeadlessForm : public host::Form {
   // What the person does.
 
   void Preme(std::string_view pulsante);
-  /// Brings the menu up and gives its entries.
+  /// Opens the menu and returns its entries.
   std::vector<adapters::forms::VoceMenu> ApreMenu(std::string_view pulsante);
   void Sceglie(std::string_view pulsante, const std::string& chiave);
   /// Types or pastes at the end of the box.
   void Digita(std::string_view casella, std::string_view testo);
-  /// The same in the place of what stands there.
+  /// The same, replacing what is there.
   void Riscrive(std::string_view casella, std::string_view testo);
   void Spunta(std::string_view casella, bool valore);
   void SceglieVoce(std::string_view combo, std::int16_t posizione);

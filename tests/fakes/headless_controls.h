@@ -207,7 +207,7 @@ class Griglia : public Controllo<host::KVL_QGRIDWRAPPER> {
   }
 
   std::shared_ptr<host::RecordSetScollegato> righe;
-  std::vector<std::string> celle;  // as they stood when the grid was bound
+  std::vector<std::string> celle;  // as they were when the grid was bound
   std::int32_t selezionata = host::RecordSetScollegato::kNessunaRiga;
 
  private:

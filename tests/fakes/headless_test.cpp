@@ -1,4 +1,4 @@
-// The toolkit without a screen keeps to what a person could do, so that a script cannot do more.
+// The toolkit without a screen allows only what a person could do, so that a script cannot do more.
 #include <gmock/gmock.h>
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ constexpr host::LayoutControllo kControlli[] = {
 };
 constexpr host::LayoutForm kForm = {.nome = "FORM", .didascalia = "Prova", .controlli = kControlli};
 
-// The macros that look for failures of the test itself take no local variables.
+// The macros that expect failures of the test itself take no local variables.
 HeadlessForm& Aperta() {
   static HeadlessForm form(std::make_shared<Journal>(), kForm, nullptr);
   return form;

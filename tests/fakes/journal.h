@@ -1,5 +1,5 @@
-// The one journal into which every fake writes what is asked of it, so that a test can assert the order
-// across objects; and the place where a test makes an operation fail.
+// The one journal in which every fake records what is asked of it, so that a test can assert the order across
+// objects; also the place where a test makes an operation fail.
 #pragma once
 
 #include <functional>
@@ -59,7 +59,7 @@ class Journal {
 
 using JournalPtr = std::shared_ptr<Journal>;
 
-/// Member of a fake whose end a test looks at: then a line "rilascio object" goes into the journal.
+/// Member of a fake whose end matters to a test: then a line "rilascio object" goes into the journal.
 class Rilascio {
  public:
   Rilascio(JournalPtr journal, std::string oggetto)

@@ -1,4 +1,4 @@
-// A service whose inside its maker can reach, for tests of single procedures.
+// A service whose inside is accessible to its creator, for tests of single procedures.
 #pragma once
 
 #include <memory>

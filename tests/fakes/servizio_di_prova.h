@@ -1,4 +1,4 @@
-// The fixture of most tests: a service over fakes, with a connection, and short words for what tests look at.
+// The fixture of most tests: a service over fakes, with a connection, and short names for what tests check.
 #pragma once
 
 #include <gmock/gmock.h>

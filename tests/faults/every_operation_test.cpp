@@ -1,12 +1,12 @@
 // Each operation of an outside object fails once, in a whole send: what the calling program, the person, the
-// register, the events and the log see of it stands in tables/*.txt, one file for each kind of send. Such a
-// file names every operation of the send, in its order, with the outcome that its failure has; an operation
-// that is not in the table, or no more in the send, fails the test as well.
+// register, the events and the log see of it is in tables/*.txt, one file for each kind of send. Such a file
+// names every operation of the send, in its order, with the outcome that its failure has; an operation that
+// is not in the table, or no longer in the send, fails the test as well.
 //
-// Where a person is told of failures, the message fails besides: whatever two faults leave of the send,
-// nothing of it reaches the calling program as an error.
+// Where a person is told of failures, the message fails too: whatever two faults leave of the send, nothing
+// of it reaches the calling program as an error.
 //
-// The tables are what the system promises, and were written down from that and not from what it does.
+// The tables are what the system promises, and were written from that and not from what it does.
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -31,7 +31,8 @@ struct Tabella {
   std::vector<std::pair<std::string, std::string>> operazioni;  // with the name of the outcome
 };
 
-// "[outcome]" and lines up to an empty one; then, behind "operations:", "operation => outcome".
+// outcome". => "[outcome]" and lines up to an empty one; then, after "operations:", "operation => outcome".
+// => outcome".
 Tabella Leggi(const std::string& nome) {
   std::ifstream file(places::Source("tests/faults/tables/" + nome + ".txt"));
   if (!file) ADD_FAILURE() << "no table " << nome;

@@ -17,7 +17,7 @@ using fakes::JournalPtr;
 
 constexpr std::size_t kLunghezzaOperazione = 100;
 
-// The operations that the fakes answer without a word.
+// The operations that the fakes answer without journaling them.
 
 class RecordSetContato : public host::RecordSet {
  public:
@@ -111,7 +111,7 @@ class Ospite : public host::InterfacciaHost,
   std::shared_ptr<host::Messaggi> messaggi_;
 };
 
-// Debug output cannot fail; a release, and what a window tells of itself, is no operation.
+// Debug output cannot fail; a release, and what a window reports about itself, is not an operation.
 bool Operazione(const std::string& riga) {
   const std::string primo = riga.substr(0, riga.find(' '));
   return primo == "legge" || primo == "BeforeSendMail" || primo.find('.') != std::string::npos;
@@ -130,7 +130,7 @@ std::string SuUnaRiga(const std::string& testo) {
   return std::string(text::TrimRight(riga));
 }
 
-// Numbers the operations and makes one of them fail, and if wanted the message object besides.
+// Numbers the operations and makes one of them fail, and if requested the message object too.
 class Guasto {
  public:
   Guasto(JournalPtr journal, std::size_t numero, bool messaggiRotti)
@@ -180,7 +180,7 @@ std::string Sezione(const std::string& riga) {
   return std::string(text::TrimRight(una)) + "\n";
 }
 
-// What left with the message, when it left.
+// What was sent with the message, if it was sent.
 std::string Partito(const std::vector<std::string>& righe, const fakes::FakeAmbiente& ambiente) {
   constexpr std::array<std::string_view, 4> kInvii = {"smtp.SendMail", "MailItem.Send", "MAPIMessages.Send",
                                                       "MAPI32.BMAPISendMail"};

@@ -25,11 +25,11 @@ struct Scena {
 
 struct Corsa {
   /// The operations, in their order: object, member and arguments on one line, cut to a readable length, with
-  /// a number behind those that come again.
+  /// a number after those that repeat.
   std::vector<std::string> operazioni;
   /// All that the calling program, the records, the log and the person get to see; one fact on a line.
   std::string visto;
-  /// Objects of the library that were born and not released.
+  /// Objects of the library that were created and not released.
   int rimasti = 0;
 };
 

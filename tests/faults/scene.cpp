@@ -41,7 +41,7 @@ fakes::Riga Account() {
           {"CONSEGNA", 1}};
 }
 
-/// Everything that a send may ask for is there.
+/// Everything that a send may ask for is present.
 void TuttoPresente(FakeAmbiente& ambiente, FakeConnection& database, kvEnum_ServizioMail canale,
                    kvEnumModalitaInvio modo) {
   ambiente.utenteRete = "arossi";
@@ -65,7 +65,7 @@ void TuttoPresente(FakeAmbiente& ambiente, FakeConnection& database, kvEnum_Serv
                                               {"CG16_PROV", "TO"},
                                               {"CG16_INDEMAIL", "info@azienda.example"}}});
   database.Risponde("FW99_MAILUSERACCOUNT", {Account()});
-  // The list that a window offers takes no account without an address.
+  // The list that a window offers excludes accounts without an address.
   auto inElenco = Account();
   inElenco["FW98_MAILADDRESS"] = "posta@azienda.example";
   inElenco["ALIAS"] = "Posta";
@@ -124,7 +124,7 @@ void AUnaCollezione(const AmbientePtr& ambiente, CLSFW_MAILSERVER& servizio) {
   servizio.AvviaProceduraInvio();
 }
 
-/// A handler of the caller's that raises, so that the log is written.
+/// A handler of the caller that raises, so that the log is written.
 void ConUnAscoltatoreCheFallisce(const AmbientePtr& ambiente, CLSFW_MAILSERVER& servizio) {
   Messaggio(ambiente, servizio);
   servizio.vCollDestinatari = std::make_shared<CollDestinatari>(ambiente);

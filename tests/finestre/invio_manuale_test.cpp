@@ -1,5 +1,5 @@
 // Sends that go through the compose window, from the command line to the mail server: which of them open it,
-// and that what leaves is what the person saw.
+// and that what is sent is what the person saw.
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTest>
@@ -35,7 +35,7 @@ std::vector<std::string> Allegati(QWidget& finestra) {
 
 class InvioManuale : public ProvaConFinestre {
  protected:
-  // The folders in which private copies lie.
+  // The folders that hold private copies.
   [[nodiscard]] std::vector<std::string> Copie() const {
     std::vector<std::string> trovate;
     for (const auto& voce : std::filesystem::recursive_directory_iterator(cartella.Path())) {
@@ -162,7 +162,7 @@ TEST_F(InvioManuale, ClosingTheWindowInAnyWaySendsAndRecordsNothing) {
       [](QWidget& finestra) { Clicca(finestra, "cmd_Annulla"); },
       [](QWidget& finestra) { QTest::keyClick(&finestra, Qt::Key_Escape); },
       [](QWidget& finestra) { finestra.close(); },
-      [this](QWidget& finestra) {  // also after a message in the window
+      [this](QWidget& finestra) {  // even after a message in the window
         Riscrive(finestra, "TXT_EMAIL", "nessuno");
         regia.Risponde("L'elenco dei destinatari contiene un indirizzo non valido.");
         Clicca(finestra, "cmd_Invia");

@@ -16,7 +16,7 @@
 
 namespace orve::app {
 
-/// A variable of the environment, as it was again when the object is gone.
+/// A variable of the environment, restored when the object is gone.
 class Variabile {
  public:
   Variabile(const char* nome, const std::string& valore) : nome_(nome) {

@@ -14,13 +14,13 @@ namespace {
 
 using ::testing::HasSubstr;
 
-// Finds a number that is free by itself, and leaves with the object.
+// Finds a free number itself, and ends with the object.
 class Schermo {
  public:
   [[nodiscard]] std::string Nome() const { return nome_; }
 
  private:
-  // What it says of the numbers that others have is dropped.
+  // What it says about the numbers that others have is dropped.
   support::Process server_{
       {"/bin/sh", "-c", "exec Xvfb -displayfd 1 -screen 0 1280x900x24 -nolisten tcp -noreset 2>/dev/null"}};
   std::string nome_ = ":" + server_.WaitForLine("");

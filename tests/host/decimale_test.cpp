@@ -61,7 +61,7 @@ TEST(Decimale, RoundsThePlacesThatDoNotFitAHalfToEven) {
       {"7922816251426433759354395033,55", "7922816251426433759354395034"},
       {"7922816251426433759354395033,54", "7922816251426433759354395033,5"},
       {"79228162514264337593543950335,4", "79228162514264337593543950335"},
-      // Rounded once: by way of 28 places it would become a half, and go to the even one above.
+      // Rounded once: via 28 places it would become a half, and go up to the even one.
       {"9999999999999999999999999997,4" + std::string(28, '9'), "9999999999999999999999999997"},
   };
   for (const auto& caso : casi) EXPECT_EQ(Decimale(caso.testo).Testo(), caso.want) << caso.testo;

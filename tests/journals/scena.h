@@ -1,5 +1,5 @@
-// Whole sends of one application, from the settings to the release of the service, over whatever objects
-// stand outside. What the outside objects are asked for is the same on every platform, line by line.
+// Whole sends of one application, from the settings to the release of the service, over whatever outside
+// objects there are. What the outside objects are asked for is the same on every platform, line by line.
 #pragma once
 
 #include <memory>
@@ -11,8 +11,7 @@
 
 namespace orve::journals {
 
-/// The outside of the service: at once the objects that it gets, and the fakes that in the end answer for
-/// them.
+/// The outside of the service: both the objects that it gets and the fakes that ultimately answer for them.
 struct Scena {
   std::shared_ptr<fakes::FakeAmbiente> finto;
   std::shared_ptr<fakes::FakeConnection> database;
@@ -25,11 +24,11 @@ struct Scena {
 [[nodiscard]] std::shared_ptr<fakes::FakeAmbiente> CreaFinto();
 [[nodiscard]] std::shared_ptr<fakes::FakeConnection> CreaDatabase(const fakes::JournalPtr& journal);
 
-/// Plays every send, and gives the journal: what came in under a heading for each send.
+/// Plays every send, and returns the journal: what came in under a heading for each send.
 [[nodiscard]] std::string Recita(const Scena& scena);
 
-/// Where a journal first differs from the one that every platform is held to, both lines told; empty when it
-/// does not (golden.h).
+/// Where a journal first differs from the one that every platform is held to, giving both lines; empty when
+/// it does not (golden.h).
 [[nodiscard]] std::string Differenza(const std::string& visto);
 
 }  // namespace orve::journals

@@ -23,7 +23,7 @@ using ::testing::Not;
 using ::testing::SizeIs;
 using ::testing::StartsWith;
 
-// A listener that takes connections and never says a word.
+// A listener that accepts connections and never says a word.
 class Muto {
  public:
   Muto() : presa_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {

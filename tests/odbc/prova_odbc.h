@@ -15,7 +15,7 @@ class ProvaOdbc : public ProvaIntera {
  protected:
   static constexpr const char* kDatabase = "programma";
 
-  /// Takes the enciphered passwords over from the embedded database, whose key serves both.
+  /// Copies the enciphered passwords from the embedded database, whose key serves both.
   ProvaOdbc() {
     for (const auto& riga : Sql("SELECT FW98_IDACCOUNT AS C1, FW98_PASSWORD AS C2 FROM FW98_MAILACCOUNT"
                                 " WHERE FW98_USERNAME IS NOT NULL")) {
@@ -43,8 +43,8 @@ class ProvaOdbc : public ProvaIntera {
     auto& server = AvviaServerOrdinario();
     SulServer("UPDATE FW23_FAXER SET FW23_SERVERNAME = 'localhost', FW23_PORT = " +
               std::to_string(server.Port16()) + ", FW23_SSL = 1, FW23_INDAUTH = 1 WHERE FW23_IDSERVER = 1");
-    // Sealed beside the key, for the server that they are for; whoever may write the company's database puts
-    // them there.
+    // Sealed next to the key, for the server that they are for; somebody who may write the company's database
+    // puts them there.
     for (const auto& riga : Sql("SELECT FW98_IDACCOUNT AS C1, FW98_PASSWORD AS C2 FROM FW98_MAILACCOUNT"
                                 " WHERE FW98_PASSWORD IS NOT NULL")) {
       SulServer("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = '" + riga[1] +

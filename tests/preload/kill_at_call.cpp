@@ -1,8 +1,8 @@
 // Loaded into a program under test (LD_PRELOAD), kills it with SIGKILL at one of the calls by which something
-// of it becomes visible outside: what it writes to files whose names end in $KILL_FILES, and what it sends.
+// becomes visible outside: what it writes to files whose names end in $KILL_FILES, and what it sends.
 //
 // $KILL_AT is the number of the call, from 1. $KILL_HALF makes it do half its work first; a call that cannot
-// do half is done whole then.
+// be halved is then done completely.
 #include <dlfcn.h>
 #include <sys/types.h>
 #include <unistd.h>

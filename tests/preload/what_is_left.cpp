@@ -1,7 +1,7 @@
-// Loaded into a program under test (LD_PRELOAD), tells at its end what others could find in its memory.
+// Loaded into a program under test (LD_PRELOAD), reports at its end what others could find in its memory.
 //
-// $LEFT_SECRET is the text to look for, each byte XOR 90 and in two hexadecimal digits, so that it stands in
-// clear nowhere. Into the file $LEFT_REPORT goes a line: how often the text stands in what the program may
+// $LEFT_SECRET is the text to look for, each byte XOR 90 and in two hexadecimal digits, so that it is nowhere
+// in clear. One line goes into the file $LEFT_REPORT: how often the text occurs in what the program may
 // write, whether the process may be dumped, and the size of a core file that it may leave.
 #include <sys/prctl.h>
 #include <sys/resource.h>

@@ -1,5 +1,5 @@
-// Loaded into a program under test (LD_PRELOAD), lets every later change of a file's mode do nothing: what a
-// file ends up with is what it was made with, and what others could open it with in between.
+// Loaded into a program under test (LD_PRELOAD), makes every later change of a file's mode do nothing: a file
+// ends up with the mode it was created with, the one others could have opened it with in between.
 #include <sys/stat.h>
 
 // The names under which the program finds the functions; in this file the system's own keep theirs.

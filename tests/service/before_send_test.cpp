@@ -230,8 +230,8 @@ TEST_F(EventoPrimaDelInvio, ABlankCompanyStaysWithAnARecipientAndIsEmptiedInTheC
               ElementsAre("Anna<a@x.example>   /0", "Carlo<c@x.example>/1", "Nino<n@x.example>/2"));
 }
 
-// Recipients of an earlier send stay in the lists, but nothing is known of them any more once the caller has
-// put others in their place.
+// Recipients of an earlier send stay in the lists, but nothing more is known about them once the caller has
+// replaced them.
 TEST_F(EventoPrimaDelInvio, TheCopyOfAnEarlierSendIsDropped) {
   Collezione().AddFromLista("a@x.example", "Anna", "Acme", 0);
   Gestisci();
@@ -280,7 +280,7 @@ TEST_F(EventoPrimaDelInvio, AListOf32767ItemsIsReadAndOneMoreOverflows) {
 
 TEST_F(EventoPrimaDelInvio, ABracketBehindPosition32767Overflows) {
   Collezione();
-  servizio->DestinatariA(std::string(32766, 'x') + "<a@x.example>");  // "<" at 32767, ">" behind it
+  servizio->DestinatariA(std::string(32766, 'x') + "<a@x.example>");  // "<" at 32767, ">" after it
   Gestisci();
   EXPECT_EQ(servizio->vCollDestinatari->Count(), 0);
   EXPECT_THAT(Messaggi(), SizeIs(1));
@@ -321,7 +321,7 @@ TEST_F(EventoPrimaDelInvio, AllegatiStartsAfreshAtEachSend) {
   EXPECT_EQ(servizio->Allegati(), "C:\\f.pdf");
 }
 
-// The six texts are the only way in: everything that they stand for is made anew from them.
+// The six texts are the only way in: everything that they represent is rebuilt from them.
 TEST_F(EventoPrimaDelInvio, WhatTheHandlerWritesIntoTheServiceItselfIsUndone) {
   Collezione().AddFromLista("a@x.example", "Anna", "Acme", 0);
   servizio->vOggetto = "Fattura 12";
@@ -393,8 +393,8 @@ TEST_F(EventoPrimaDelInvio, AnUnchangedBodyLeavesTheChoiceToTheChannel) {
   EXPECT_EQ(servizio->vOggetto, "altro");
 }
 
-// The handler's word is what it leaves in the six texts. What it writes into the service's own members beside
-// them is overwritten, also where it left the text as it was.
+// What counts is what the handler leaves in the six texts. Anything it also writes into the service's own
+// members is overwritten, even where it left the text as it was.
 TEST_F(EventoPrimaDelInvio, WhatTheHandlerWritesIntoTheMembersGivesWayToTheTexts) {
   auto& collezione = Collezione();
   collezione.AddFromLista("a@x.example", "Anna", "", 0);

@@ -1,5 +1,5 @@
 // Texts that no mail was meant to carry, in every public text member and argument. Nothing breaks, what has a
-// place to go arrives there as it stands, and the records count what left and nothing else.
+// place to go arrives there unchanged, and the records count what was sent and nothing else.
 #include <functional>
 #include <memory>
 #include <string>
@@ -31,11 +31,11 @@ const std::vector<TestoOstile>& TestiOstiliTutti() {
   return testi;
 }
 
-/// Where a text is to be seen as it stands: a line of the journal that begins with `prima`, the text, `dopo`.
+/// Where a text can be seen as it is: a line of the journal that begins with `prima`, the text, `dopo`.
 struct Posto {
   std::string prima;
   std::string dopo;
-  bool fineRiga = true;  // nothing stands behind
+  bool fineRiga = true;  // nothing follows
 };
 
 struct Membro {
@@ -65,7 +65,7 @@ class TestiOstili : public fakes::ServizioDiProva {
     Rinnova();
   }
 
-  /// A new service, prepared as far as a caller does it, with one recipient.
+  /// A new service, prepared as far as a caller does so, with one recipient.
   void Rinnova() {
     fakes::ServizioAperto nuovo(ambiente);
     Interno& dentro = nuovo.interno;
@@ -83,7 +83,7 @@ class TestiOstili : public fakes::ServizioDiProva {
     journal->Svuota();
   }
 
-  /// One register line and one event for each recipient of a message that left, none without a message.
+  /// One register line and one event for each recipient of a message that was sent, none without a message.
   void VerificaRegistrazioni() {
     const std::size_t inviati = journal->Conta("smtp.SendMail");
     EXPECT_LE(inviati, 1U);
@@ -94,7 +94,7 @@ class TestiOstili : public fakes::ServizioDiProva {
               inviati * destinatari);
   }
 
-  std::shared_ptr<host::RegistroInvio>* registro_ = nullptr;  // of the service of the moment
+  std::shared_ptr<host::RegistroInvio>* registro_ = nullptr;  // of the current service
 
   void VerificaPosti(const std::vector<Posto>& posti, const std::string& testo) const {
     for (const auto& posto : posti) {
@@ -208,7 +208,7 @@ TEST_F(TestiOstili, InTheArgumentsOfTheInitialisersReachTheRegisterAndTheStateme
     const auto inizializza = [&testo = testo, this] {
       servizio->InizializzaRegistroInvioMail(testo, testo, testo, testo, testo);
     };
-    // No connection takes a statement with a NUL; what stands before it has arrived all the same.
+    // No connection accepts a statement with a NUL; what precedes it has arrived all the same.
     if (testo.find('\0') != std::string::npos) {
       EXPECT_THROW(inizializza(), host::Errore);
     } else {
@@ -253,7 +253,7 @@ TEST_F(TestiOstili, InTheArgumentsOfADirectSendLeaveItsRecordsSound) {
       std::vector<std::string> a = {"Anna<a@x.example>", "", "", "Oggetto", "Corpo", ""};
       a[quale] = testo;
       EXPECT_NO_THROW(servizio->InviaMailDiretta(12, a[0], a[1], a[2], a[3], a[4], a[5]));
-      // An address list that cannot be read ends the send in silence before it has begun.
+      // An address list that cannot be read ends the send silently before it has begun.
       const bool illeggibile = quale < 3 && testo.starts_with("><");
       EXPECT_EQ(journal->Conta("smtp.SendMail"), illeggibile ? 0U : 1U);
       if (!illeggibile) VerificaRegistrazioni();

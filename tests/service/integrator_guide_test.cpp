@@ -1,5 +1,5 @@
-// The guide for developers of calling applications: its C++ stands in this file as it is there, and what its
-// tables say of outcomes, placeholders and events is what the library does.
+// The guide for developers of calling applications: its C++ is in this file exactly as in the guide, and what
+// its tables say about outcomes, placeholders and events is what the library does.
 #include <algorithm>
 #include <cstdint>
 #include <fstream>
@@ -87,7 +87,7 @@ const std::string& Guida() {
   return testo;
 }
 
-// The blocks of that language, each with the margin in front of its lines that are not empty.
+// The blocks in that language, each with the margin before its non-empty lines.
 std::vector<std::string> Blocchi(std::string_view linguaggio, std::string_view margine) {
   std::vector<std::string> blocchi;
   bool dentro = false;
@@ -161,7 +161,7 @@ class GuidaIntegratori : public fakes::ServizioDiProva {
   [[nodiscard]] std::vector<std::string> Invio() const {
     return journal->Righe({"smtp.AddAttachment", "smtp.AddRecipientEx", "smtp.Subject", "smtp.BodyText"});
   }
-  /// The outcome of each line that the register took.
+  /// The outcome of each line that the register accepted.
   [[nodiscard]] std::vector<std::int32_t> Esiti() const {
     std::vector<std::int32_t> esiti;
     std::int32_t ultimo = -1;
@@ -261,7 +261,7 @@ TEST_F(GuidaIntegratori, ItsPlaceholdersAreThoseOfTheLibraryInTheirOrder) {
                                   "9", "10", "11", "12", "13"));
 }
 
-// What a program can know of a send, by what happened to it.
+// What a program can know about a send, by what happened to it.
 
 struct CasoEsito {
   const char* label;

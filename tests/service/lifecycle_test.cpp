@@ -252,8 +252,8 @@ TEST_F(Servizio, AFailingMessageObjectFailsItsCaller) {
   EXPECT_THROW(MostraMessaggio(interno.oggetti, "testo", 0, ""), host::Errore);
 }
 
-// What teardown does, one line each. Whatever it leaves undone the fields do by themselves, last field first:
-// only the order shows that a step was made.
+// What teardown does, one line each. What it leaves undone, the fields do themselves, last field first: only
+// the order shows that a step was made.
 class FineDelServizio : public Servizio {
  protected:
   FineDelServizio() {
@@ -273,7 +273,7 @@ class FineDelServizio : public Servizio {
     Osserva(interno.oggetti.ObjFormatoNumero, "ObjFormatoNumero");
   }
 
-  /// Releases the service, and gives what it did from first to last.
+  /// Releases the service, and returns what it did from first to last.
   std::vector<std::string> Passi() {
     journal->Svuota();
     servizio.reset();
@@ -291,7 +291,7 @@ class FineDelServizio : public Servizio {
   }
 
  private:
-  /// From now on the field's letting go of its object stands in the journal.
+  /// From now on the journal shows when the field releases its object.
   template <class T>
   void Osserva(std::shared_ptr<T>& campo, const std::string& nome) const {
     auto* const oggetto = campo.get();

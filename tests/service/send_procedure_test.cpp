@@ -27,7 +27,7 @@ class Invio : public fakes::ServizioDiProva {
     servizio->vSenderAddress = "noi@azienda.example";
   }
   [[nodiscard]] bool Consegnato() const { return journal->Conta("smtp.SendMail") == 1; }
-  /// The person has no account here, so that the window is made and not shown.
+  /// The person has no account here, so the window is created but not shown.
   [[nodiscard]] bool DialogoChiesto() const { return journal->Conta("Ambiente.CreaForm FRMRW_OPZMAIL") == 1; }
 };
 
@@ -130,7 +130,7 @@ TEST_F(Invio, AFailingHandlerDoesNotStopTheSend) {
   EXPECT_TRUE(Consegnato());
 }
 
-// Only what comes behind the event puts the main document into the list that a channel attaches.
+// Only the stage after the event puts the main document into the list that a channel attaches.
 TEST_F(Invio, AFailingHandlerLetsTheMessageLeaveWithoutItsMainDocument) {
   Collezione().AddFromLista("a@x.example", "Anna", "", 0);
   servizio->ModalitaInvio(kvAutomatico);
@@ -146,7 +146,7 @@ TEST_F(Invio, AFailingHandlerLetsTheMessageLeaveWithoutItsMainDocument) {
   EXPECT_TRUE(Consegnato());
 }
 
-// The nearest thing to a veto, and not one by collection.
+// The nearest thing to a veto, but not with a collection.
 TEST_F(Invio, AHandlerThatLeavesNobodyIsRefusedByLookUpAndDeliveredToNobodyByCollection) {
   ConRegistro();
   servizio->ModalitaInvio(kvAutomatico);
@@ -169,7 +169,7 @@ TEST_F(Invio, AHandlerThatLeavesNobodyIsRefusedByLookUpAndDeliveredToNobodyByCol
   EXPECT_THAT(journal->Righe({"ObjRegistroInvio.RegistraInvio"}), IsEmpty());
 }
 
-// The collection is made behind the event, so that it is missing then.
+// The collection is created after the event, so it is missing here.
 TEST_F(Invio, AFailingHandlerOnTheLookUpRouteEndsTheSendInTheProceduresHandler) {
   interno.impostazioni.PathTemp = "C:\\Temp";
   servizio->ModalitaInvio(kvAutomatico);
@@ -235,7 +235,7 @@ TEST_F(Invio, NoAccountIsLoadedOnOtherChannels) {
   EXPECT_THAT(connessione->Statements(), Not(Contains(HasSubstr("FW23_SERVERNAME"))));
 }
 
-// What the body's placeholders see is looked at through a handler, since the joined texts are emptied behind
+// What the body's placeholders see is looked at through a handler, since the joined texts are emptied after
 // it.
 struct VistoDalCorpo {
   std::string nomi;
@@ -511,7 +511,7 @@ TEST_F(Invio, AChannelThatIsNotThereLeavesNothingRecordedAsSent) {
   EXPECT_THAT(righe.back(), HasSubstr("ErroreInvio   SendWithSmtp   "));
 }
 
-// Simple MAPI records its failures; where the recording fails too, the error is the caller's.
+// Simple MAPI records its failures; if the recording fails too, the error reaches the caller.
 TEST_F(Invio, AnErrorThatAChannelPassesOnIsReportedByInviaMail) {
   servizio->SrvMailInstallato = kvSimpleMAPI;
   ConRegistro();
@@ -553,7 +553,7 @@ TEST_F(Invio, AnErrorOfAnAttendedSendWritesNoLog) {
   EXPECT_THAT(journal->Righe({"FileSystem", "TextStream"}), IsEmpty());
 }
 
-// The journal shows that each procedure on the way out has tried to tell of it.
+// The journal shows that each procedure on the way out has tried to report it.
 TEST_F(Invio, AMessageThatCannotBeShownEndsAtThePublicEntry) {
   ConRegistro();
   servizio->ModalitaInvio(kvManuale);

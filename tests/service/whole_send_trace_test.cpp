@@ -1,5 +1,5 @@
-// Every object of a send is released: each that announces its birth on the debug output announces its death
-// under the same identifier, once, whatever way the send took and however it ended.
+// Every object of a send is released: each that announces its creation on the debug output announces its
+// destruction under the same identifier, once, whatever path the send took and however it ended.
 #include <functional>
 #include <map>
 #include <memory>
@@ -18,8 +18,8 @@ namespace {
 using ::testing::Contains;
 using ::testing::IsEmpty;
 
-/// What the trace lines say: the classes that were born, and every object whose lines are not one birth and,
-/// behind it, one death.
+/// What the trace lines say: the classes that were created, and every object whose lines are not one creation
+/// followed by one destruction.
 struct Vite {
   std::set<std::string> classi;
   std::vector<std::string> irregolari;
@@ -53,8 +53,8 @@ struct CasoInvio {
   const char* etichetta;
   kvEnum_ServizioMail canale;
   std::function<void(const AmbientePtr&, CLSFW_MAILSERVER&, Interno&)> invio;
-  const char* wantOperazione;             // shows that the send came as far as it should
-  std::set<std::string> wantAltreClassi;  // beside service, collection and recipient
+  const char* wantOperazione;             // shows that the send got as far as it should
+  std::set<std::string> wantAltreClassi;  // in addition to service, collection and recipient
 };
 
 fakes::Riga AccountTracciato() {
@@ -86,7 +86,7 @@ void AIndirizzo(CLSFW_MAILSERVER& servizio, const std::string& indirizzo) {
   servizio.AvviaProceduraInvio();
 }
 
-/// The person presses this button, where the window has come so far that it can be pressed.
+/// The person presses this button, if the window has got far enough for it to be pressed.
 void AspettaPersona(const AmbientePtr& ambiente, const char* pulsante) {
   ambiente->persona = [pulsante](fakes::HeadlessForm& form) {
     if (form.Vede(pulsante) && form.Attivo(pulsante)) form.Preme(pulsante);

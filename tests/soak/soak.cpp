@@ -1,8 +1,8 @@
-// Sends many messages through the whole library, one after the other, and tells what the library said of
+// Sends many messages through the whole library, one after the other, and prints what the library said about
 // each: a service object for each message, the register and the events in the embedded database, connections
 // kept.
 //
-// What the server says of the same messages is for scripts/soak to compare.
+// scripts/soak compares that with what the server says about the same messages.
 #include <unistd.h>
 
 #include <chrono>

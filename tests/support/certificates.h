@@ -19,8 +19,8 @@ class TestAuthority {
 
   [[nodiscard]] const std::filesystem::path& CaFile() const { return ca_.certificate; }
 
-  /// A certificate for `names`, in openssl's form ("DNS:mail.example.test,IP:127.0.0.1"). `expired`: its time
-  /// is over.
+  /// A certificate for `names`, in openssl's form ("DNS:mail.example.test,IP:127.0.0.1"). `expired`: no
+  /// longer valid.
   [[nodiscard]] Certificate Issue(const std::string& label, const std::string& names,
                                   bool expired = false) const;
 

@@ -1,4 +1,4 @@
-// A port of loopback at which nobody listens, and nobody can as long as the object lives.
+// A loopback port on which nobody listens, and nobody can as long as the object lives.
 #pragma once
 
 namespace orve::support {

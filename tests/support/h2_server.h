@@ -1,5 +1,5 @@
 // An engine that is not ours and takes SQL Server's dialect: H2 behind PostgreSQL's protocol, started by a
-// test and gone with the object.
+// test and ended with the object.
 #pragma once
 
 #include <memory>
@@ -14,8 +14,8 @@ class H2Server {
  public:
   H2Server();
 
-  /// An ODBC connection string for a database of that name in memory and in SQL Server's mode, made on first
-  /// use and gone with its last connection.
+  /// An ODBC connection string for a database of that name in memory and in SQL Server's mode, created on
+  /// first use and gone with its last connection.
   [[nodiscard]] std::string ConnectionString(const std::string& database, const std::string& user = "sa",
                                              const std::string& password = "sa") const;
   /// The same through a relay on that port.

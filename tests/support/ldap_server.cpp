@@ -45,7 +45,7 @@ bool Ended(pid_t pid) {
          state.si_pid == pid;
 }
 
-// A blank ends a word of the configuration.
+// A blank ends a word in the configuration.
 std::string Quoted(const std::filesystem::path& path) {
   return '"' + path.string() + '"';
 }
@@ -86,7 +86,7 @@ std::string Configuration(const LdapServerOptions& options, const TempDir& direc
 
 LdapServer::LdapServer(const LdapServerOptions& options) {
   directory_.Write("slapd.conf", Configuration(options, directory_));
-  // A program of another path, so that rules which a machine lays on the installed one do not hold for it.
+  // A program at another path, so that rules which a machine imposes on the installed one do not apply to it.
   const std::string program = (directory_.Path() / "directory-server").string();
   std::filesystem::copy_file("/usr/sbin/slapd", program);
   Fill(program, places::Source("tests/support/people.ldif"));
@@ -114,7 +114,7 @@ bool LdapServer::Start(const std::string& program, const LdapServerOptions& opti
                                  (directory_.Path() / "slapd.conf").string(), "-h", urls});
   process_ = std::make_unique<Process>(command);
   const auto deadline = std::chrono::steady_clock::now() + kLongestRun;
-  // It writes its number down once the ports are its own: until then somebody else may be listening there.
+  // It writes its process number once it has the ports: until then somebody else may be listening there.
   const std::filesystem::path number = directory_.Path() / "slapd.pid";
   while (!std::filesystem::exists(number) || !Listens(port_) || (securePort_ != 0 && !Listens(securePort_))) {
     if (Ended(process_->Pid())) {
@@ -141,7 +141,7 @@ int LdapServer::EndAndCountBinds() {
 void LdapServer::Freeze(bool frozen) const {
   ::kill(process_->Pid(), frozen ? SIGSTOP : SIGCONT);
   if (!frozen) return;
-  // Until all its threads stand, one of them may still answer.
+  // Until all its threads have stopped, one of them may still answer.
   siginfo_t state{};
   ::waitid(P_PID, static_cast<id_t>(process_->Pid()), &state, WSTOPPED);
 }

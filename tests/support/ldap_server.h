@@ -1,4 +1,4 @@
-// A real directory on loopback (OpenLDAP's slapd), started by a test with a small company in it, and gone
+// A real directory on loopback (OpenLDAP's slapd), started by a test with a small company in it, and ended
 // with the object.
 #pragma once
 
@@ -23,10 +23,10 @@ struct LdapServerOptions {
   bool twoTrees = false;
   /// Further entries, in LDIF.
   std::string entries;
-  /// Further lines of the configuration, in front of the trees.
+  /// Further lines of configuration, before the trees.
   std::vector<std::string> configuration;
-  /// Whether the server keeps count of those who make themselves known to it. For few questions: it waits for
-  /// nobody to read its account of them.
+  /// Whether the server counts those who log in to it. Only for a few requests: it does not wait for anybody
+  /// to read its report.
   bool countsBinds = false;
   /// Variables of the server's environment, as NAME=VALUE.
   std::vector<std::string> environment;
@@ -35,7 +35,7 @@ struct LdapServerOptions {
 class LdapServer {
  public:
   static constexpr const char* kTree = "dc=azienda,dc=example";
-  /// Who may read everything; nobody reads anything unnamed.
+  /// The user who may read everything; anonymous clients may read nothing.
   static constexpr const char* kReader = "cn=Lettore,dc=azienda,dc=example";
   static constexpr const char* kPassword = "segreta-del-lettore";
 
@@ -50,9 +50,9 @@ class LdapServer {
 
   /// Ends the server now.
   void Stop() { process_->Stop(); }
-  /// Ends the server and tells how often somebody made himself known with a password; needs `countsBinds`.
+  /// Ends the server and returns how often somebody logged in with a password; needs `countsBinds`.
   [[nodiscard]] int EndAndCountBinds();
-  /// Holds the server where it is, with its connections open, or lets it go on.
+  /// Freezes the server, with its connections open, or lets it continue.
   void Freeze(bool frozen) const;
 
  private:

@@ -1,4 +1,4 @@
-// Time-outs that a test wants to see pass, on a machine of which nobody knows how slow it is.
+// Time-outs that a test needs to see expire, on a machine of unknown speed.
 #pragma once
 
 #include <chrono>
@@ -6,9 +6,9 @@
 
 namespace orve::support {
 
-/// What `attempt` gives with the first of these time-outs with which it is `good`, else with the last. On a
-/// quiet machine the first one is enough for all that must come before the silence; what goes wrong for
-/// another reason than slowness goes wrong with each.
+/// The result of `attempt` with the first of these time-outs for which it is `good`, else with the last. On a
+/// quiet machine the first one is enough for everything that must precede the silence; what fails for reasons
+/// other than slowness fails with each.
 template <class Attempt, class Good, class Duration = std::chrono::milliseconds>
 auto WithPatience(Attempt attempt, Good good,
                   std::initializer_list<Duration> timeouts = {

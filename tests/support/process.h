@@ -1,4 +1,4 @@
-// Another program, started by a test, bounded in time and gone with the object.
+// Another program, started by a test, bounded in time and ended with the object.
 #pragma once
 
 #include <sys/types.h>
@@ -10,7 +10,7 @@
 
 namespace orve::support {
 
-/// Only so that a program that hangs is told with its output before the test's own time is up.
+/// Only so that a program that hangs is reported with its output before the test's own time is up.
 constexpr std::chrono::seconds kLongestRun{100};
 
 class Process {
@@ -35,7 +35,7 @@ class Process {
   /// std::runtime_error when the time is up.
   int Wait(std::chrono::milliseconds timeout = kLongestRun);
 
-  /// Everything the program has said that was read so far.
+  /// Everything the program has said, as far as it has been read.
   [[nodiscard]] const std::string& Output() const { return output_; }
 
   /// Ends the program now.

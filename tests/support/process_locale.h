@@ -7,7 +7,7 @@
 
 namespace orve::support {
 
-/// While the object lives, the process has the locale, which is made for it ("tr_TR" and "UTF-8").
+/// While the object lives, the process has the locale, which is created for it ("tr_TR" and "UTF-8").
 class ProcessLocale {
  public:
   ProcessLocale(const std::string& name, const std::string& characters);

@@ -31,11 +31,11 @@ struct ReceivedMessage {
   std::string zone;      // "+0200"
   std::string bodyType;  // "text/plain"
   std::string bodyCharset;
-  std::string body;  // with the line ends it travelled with
+  std::string body;  // with the line ends it arrived with
   std::vector<ReceivedAttachment> attachments;
   std::vector<std::string> defects;  // what the reader finds wrong with the message
 
-  // From the envelope, when a server took the message.
+  // From the envelope, if a server received the message.
   std::string sender;
   std::vector<std::string> recipients;
   std::string mailOptions;

@@ -18,7 +18,7 @@ namespace orve::support {
 
 namespace {
 
-// Longer than any test waits for a silent server, short enough for a hanging test to fail by itself.
+// Longer than any test waits for a silent server, short enough for a hanging test to fail on its own.
 constexpr std::chrono::seconds kPatience{90};
 
 bool Matches(const std::string& expected, const std::string& line) {
@@ -256,7 +256,7 @@ void ScriptedServer::Conversation::AwaitEnd() {
 }
 
 void ScriptedServer::Conversation::StayDeaf() {
-  // A hang-up stands in the queue behind what was not read: only the test knows when to read on.
+  // A hang-up is queued after what has not been read: only the test knows when to read on.
   hearing_.get_future().wait_until(deadline_);
   while (ReadSome()) received_.clear();
 }
@@ -328,7 +328,7 @@ void ScriptedServer::Conversation::Reply(const std::string& reply) {
 void ScriptedServer::Conversation::SendAll(const char* bytes, std::size_t size) const {
   while (size > 0) {
     const ssize_t count = ::send(connection_, bytes, size, MSG_NOSIGNAL);
-    if (count <= 0) return;  // the other side has gone: what it did before that is what counts
+    if (count <= 0) return;  // the other side has gone: what counts is what it did before that
     bytes += count;
     size -= static_cast<std::size_t>(count);
   }

@@ -1,6 +1,6 @@
 // A server that plays a script: for each command expected the reply to give, whole, by line or byte by byte,
-// and the ways to misbehave. It takes one connection for each script and says at the end what did not go by
-// it.
+// and the ways to misbehave. It accepts one connection for each script and says at the end what did not
+// follow it.
 #pragma once
 
 #include <chrono>
@@ -40,13 +40,13 @@ Step On(const std::string& command, const std::string& reply);
 Step On(const std::string& command, std::function<void()> action, const std::string& reply);
 /// Reads a message up to its lone dot and answers.
 Step Body(const std::string& reply);
-/// Reads until the connection ends; it is against the script if a lone dot comes.
+/// Reads until the connection ends; a lone dot is against the script.
 Step BrokenBody();
 /// The same, running `action` when the first line has come.
 Step BrokenBody(std::function<void()> action);
 
-/// Once the step is done, closes the connection; breaks it with a reset; falls silent until the other side
-/// goes; or does not even read until the test asks for the complaint.
+/// Once the step is done, closes the connection; breaks it with a reset; goes silent until the other side
+/// leaves; or does not even read until the test asks for the complaint.
 Step ThenDrop(Step step);
 Step ThenReset(Step step);
 Step ThenStall(Step step);
@@ -55,7 +55,7 @@ Step ThenDeafen(Step step);
 class ScriptedServer {
  public:
   explicit ScriptedServer(std::vector<Step> script, Pace pace = Pace::kWhole);
-  /// Plays the scripts to the connections in the order in which these are made, each for itself.
+  /// Plays the scripts to the connections in the order in which these are made, each independently.
   explicit ScriptedServer(std::vector<std::vector<Step>> scripts, Pace pace = Pace::kWhole);
   ScriptedServer(const ScriptedServer&) = delete;
   ScriptedServer& operator=(const ScriptedServer&) = delete;
@@ -68,13 +68,14 @@ class ScriptedServer {
   [[nodiscard]] std::int16_t Port16() const { return static_cast<std::int16_t>(port_); }
 
   /// Waits for the end of all connections and says what went against the scripts: empty when every command
-  /// came, in order, nothing else came but a QUIT behind the end of a script, and nobody connected once more.
+  /// came, in order, nothing else came but a QUIT after the end of a script, and nobody connected again.
   [[nodiscard]] std::string Complaint();
 
   /// Waits until this side has closed the connection of that script.
   void AwaitClosed(std::size_t connection);
 
-  /// The messages that were read over the connection of the first script, dots undone. After Complaint.
+  /// The messages that were read over the connection of the first script, with the dots unstuffed. After
+  /// Complaint.
   [[nodiscard]] const std::string& Message() const;
 
  private:

@@ -125,7 +125,7 @@ void SilentRelay::Run() {
       continue;
     }
     constexpr int kAtOnce =
-        1;  // small messages to and fro, each of which would wait for the last one's receipt
+        1;  // small messages to and fro, each of which would wait for the last one's acknowledgement
     for (const int side : {client, server})
       ::setsockopt(side, IPPROTO_TCP, TCP_NODELAY, &kAtOnce, sizeof kAtOnce);
     pairs.push_back({client, server});

@@ -1,5 +1,5 @@
-// A relay in front of a server that passes everything on until it is told to fall silent: from then on its
-// connections stay open and nothing travels over them, as over a line that was cut without a word.
+// A relay in front of a server that passes everything on until it is told to go silent: from then on its
+// connections stay open and nothing passes over them, as on a line that was cut without notice.
 #pragma once
 
 #include <atomic>
@@ -10,8 +10,8 @@ namespace orve::support {
 
 class SilentRelay {
  public:
-  /// Listens on a free port of loopback in front of `serverPort`, also of loopback. With `lastWords` it falls
-  /// silent by itself when a client says them.
+  /// Listens on a free port of loopback in front of `serverPort`, also of loopback. With `lastWords` it goes
+  /// silent on its own when a client says them.
   explicit SilentRelay(int serverPort, std::string lastWords = "");
   SilentRelay(const SilentRelay&) = delete;
   SilentRelay& operator=(const SilentRelay&) = delete;
@@ -21,7 +21,7 @@ class SilentRelay {
   ~SilentRelay();
 
   [[nodiscard]] int Port() const { return port_; }
-  /// Whatever was not passed on by now never is, also of connections made later.
+  /// Whatever has not been passed on by now never will be, even on connections made later.
   void FallSilent();
 
  private:
@@ -33,7 +33,7 @@ class SilentRelay {
   std::string lastWords_;
   int listener_ = -1;
   int port_ = 0;
-  int wake_ = -1;  // an event that the thread waits for beside its connections
+  int wake_ = -1;  // an event that the thread waits for in addition to its connections
   std::atomic<bool> silent_{false};
   std::atomic<bool> ended_{false};
   std::thread thread_;

@@ -1,4 +1,4 @@
-// A real SMTP server on loopback (python3-aiosmtpd), started by a test and gone with the object.
+// A real SMTP server on loopback (python3-aiosmtpd), started by a test and ended with the object.
 #pragma once
 
 #include <cstdint>
@@ -25,12 +25,12 @@ struct SmtpServerOptions {
   std::vector<std::string> refused;     // recipients
   std::vector<std::string> extensions;  // further words of the EHLO reply: "DSN", "PIPELINING"
   bool smtpUtf8 = false;
-  bool lowPort = false;      // a port below 32768, as accounts with a signed 16-bit port want it
-  int sizeLimit = 0;         // bytes; 0: none
-  int abortAfter = 0;        // break connections after so many bytes; 0: never
-  int holdBefore = 0;        // wait before the message of this number is read; 0: never
-  int holdAfter = 0;         // wait when the message of this number is taken and not yet answered; 0: never
-  bool closeAtData = false;  // close connections, in good order, where the message should come
+  bool lowPort = false;  // a port below 32768, as accounts with a signed 16-bit port need it
+  int sizeLimit = 0;     // bytes; 0: none
+  int abortAfter = 0;    // break connections after this many bytes; 0: never
+  int holdBefore = 0;    // wait before the message of this number is read; 0: never
+  int holdAfter = 0;     // wait when the message of this number is received and not yet answered; 0: never
+  bool closeAtData = false;  // close connections, in an orderly way, where the message should come
 };
 
 class SmtpServer {
@@ -40,21 +40,21 @@ class SmtpServer {
   [[nodiscard]] int Port() const { return port_; }
   /// The port in the 16 bits of the component's property.
   [[nodiscard]] std::int16_t Port16() const { return static_cast<std::int16_t>(port_); }
-  /// Where messages lie, as NNNN.eml and NNNN.env.
+  /// Where messages are kept, as NNNN.eml and NNNN.env.
   [[nodiscard]] const std::filesystem::path& Directory() const { return directory_.Path(); }
 
-  /// How many messages the server has taken.
+  /// How many messages the server has accepted.
   [[nodiscard]] std::size_t Count() const;
   /// The recipients of all messages so far, as the envelopes name them.
   [[nodiscard]] std::vector<std::string> Recipients() const;
 
   /// Whether a connection waits as holdBefore and holdAfter say.
   [[nodiscard]] bool Holds() const;
-  /// Lets it go on, and makes nobody wait any more.
+  /// Lets it continue, and makes nobody wait any longer.
   void Release() const;
 
-  /// Closes all connections that stand, and waits until their clients can see it. Raises std::runtime_error
-  /// when it never is.
+  /// Closes all open connections, and waits until their clients can see it. Raises std::runtime_error when
+  /// that never happens.
   void DropConnections() const;
 
   /// All messages so far, in order, read by Python's email package.

@@ -94,7 +94,7 @@ TEST(Process, GivesItsOutputAndStatus) {
 }
 
 TEST(Process, IsBoundedInTime) {
-  // Whoever waited for their ends would wait longer than a test may take.
+  // Waiting for them to end would take longer than a test may.
   EXPECT_THROW(RunProgram({"sleep", "600"}, std::chrono::milliseconds(200)), std::runtime_error);
   Process silent({"sleep", "600"});
   EXPECT_THROW(silent.WaitForLine("READY", std::chrono::milliseconds(200)), std::runtime_error);

@@ -1,4 +1,4 @@
-// A directory of a test's own, gone with everything in it at the end.
+// A directory of a test's own, removed with everything in it at the end.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@ class TempDir {
   [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
   /// Writes a file in the directory and returns its path.
   std::string Write(const std::string& name, std::string_view content) const;
-  /// Makes a file of `size` zero bytes, which takes no room on the disk, and returns its path.
+  /// Makes a file of `size` zero bytes, which takes no space on disk, and returns its path.
   [[nodiscard]] std::string MakeLarge(const std::string& name, std::uintmax_t size) const;
 
  private:

@@ -29,7 +29,7 @@ TEST(Text, EveryByteThatIsNoUtf8IsOneCharacter) {
   EXPECT_EQ(Length("\xE0\x81\x81"), 3U);      //
   EXPECT_EQ(Length("\xF0\x80\x81\x81"), 4U);  //
   EXPECT_EQ(Length("\xED\xA0\x80"), 3U);      // half of a pair
-  EXPECT_EQ(Length("\xF4\x90\x80\x80"), 4U);  // behind the last character
+  EXPECT_EQ(Length("\xF4\x90\x80\x80"), 4U);  // beyond the last character
 }
 
 TEST(Text, LeftAndMidCutBetweenCharacters) {
@@ -107,7 +107,7 @@ TEST(Text, CaseIsToldFromLettersInEveryAlphabet) {
       {"ŠKODA, Œuvre, ŽIŽEK", "škoda, œuvre, žižek", true},
       {"Đ, Ł, Ń, Ğ", "đ, ł, ń, ğ", true},
       {"ΩΜΈΓΑ", "ωμέγα", true},
-      {"ΟΔΟΣ", "οδος", true},  // the small sigma has a form of its own at the end of a word
+      {"ΟΔΟΣ", "οδος", true},  // the small sigma has a different form at the end of a word
       {"ΟΔΟΣ", "οδοσ", true},
       {"ЖЁЛТЫЙ", "жёлтый", true},
       {"ՀԱՅ", "հայ", true},
@@ -119,18 +119,18 @@ TEST(Text, CaseIsToldFromLettersInEveryAlphabet) {
       {"K", "\xE2\x84\xAA", true},  // one byte and three: the sign of the kelvin
       {"ẞ", "ß", true},             // three bytes and two
       {"a", "b", false},
-      {"×", "÷", false},  // where letters would be a pair
+      {"×", "÷", false},  // where letters would form a pair
       {"à", "a", false},  // an accent is no matter of case
       {"Š", "s", false},
       {"ß", "ss", false},  // nor is a second letter
       {"ﬁ", "fi", false},
-      {"İ", "i", false},  // the Turkish letters are others than i
+      {"İ", "i", false},  // the Turkish letters are different from i
       {"ı", "I", false},
       {"ª", "º", false},  // letters without another case
       {"ĸ", "Ĺ", false},
       {"あ", "ア", false},
       {"א", "ב", false},
-      {"\xC3", "\xE3", false},  // bytes that are no text
+      {"\xC3", "\xE3", false},  // bytes that are not text
       {"\xE0\x81\x81", "a", false},
   };
   for (const auto& [a, b, wantEqual] : casi) {

@@ -1,4 +1,4 @@
-// Which characters a reader does not see, and what is put in their place.
+// Which characters a reader does not see, and what replaces them.
 #include "text/unseen.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// What the tests share that call the DLL as a program built against its header does: the exports, a message
+// Shared by the tests that call the DLL as a program built against its header does: the exports, a message
 // object played, and a handler of the event.
 #pragma once
 
@@ -29,7 +29,7 @@ Funzione Esportata(HMODULE modulo, const char* nome) {
   return reinterpret_cast<Funzione>(reinterpret_cast<void*>(GetProcAddress(modulo, nome)));
 }
 
-// Stands for the host's message object, which the service creates at its birth, and for a database without
+// Stands for the host's message object, which the service creates on construction, and for a database without
 // rows.
 class MessaggiMuti final : public IClassFactory, public IDispatch {
  public:
@@ -89,8 +89,8 @@ class MessaggiMuti final : public IClassFactory, public IDispatch {
   enum Membro : DISPID { kFine = 1, kRighe, kMessaggio, kAltro };
 };
 
-// A call by number, as languages make it that know no header. The arguments stand last to first, those by
-// name in front.
+// A call by number, as made by languages that have no header. The arguments go last to first, named ones
+// before the others.
 struct ChiamataTardiva {
   HRESULT esito = S_OK;
   adapters::win32::VariantCom risultato;
@@ -108,7 +108,7 @@ struct ChiamataTardiva {
   }
 };
 
-// A handler of the event in C++: notes the texts that it gets and puts its word behind the subject.
+// A handler of the event in C++: notes the texts that it gets and appends its word to the subject.
 class Ascoltatore final : public IDispatch {
  public:
   explicit Ascoltatore(std::string parola = "cambiato") : parola_(std::move(parola)) {}
@@ -173,7 +173,7 @@ class ClienteAnticipato : public ::testing::Test {
     CoUninitialize();
   }
 
-  // The message object's name is entered for the time of this process' test.
+  // The message object's name is registered for the time of this process's test.
   void RecitaMessaggi() {
     HKEY chiave = nullptr;
     ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\ORVE_LibSrv.Messaggi\\CLSID", 0,

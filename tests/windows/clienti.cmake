@@ -9,7 +9,7 @@ target_compile_definitions(test-client PRIVATE "ORVE_DLL=L\"$<TARGET_FILE_NAME:o
 add_dependencies(test-client orve-com)
 add_test(NAME test-client COMMAND test-client WORKING_DIRECTORY "$<TARGET_FILE_DIR:orve-com>")
 
-# orve_add_script(NAME [FILE...] [ARGS...]): a script in front of which the shared one runs
+# orve_add_script(NAME [FILE...] [ARGS...]): a script, with the shared one run before it
 function(orve_add_script name script)
   add_test(NAME "script-${name}"
            COMMAND script_host --register "$<TARGET_FILE:orve-com>" "${CMAKE_CURRENT_SOURCE_DIR}/scripts/comuni.vbs"
@@ -34,7 +34,7 @@ add_test(NAME dll-bill-of-materials
 add_test(NAME dll-hardening COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/dll_hardening" "${CMAKE_OBJDUMP}"
                                     "$<TARGET_FILE:orve-com>")
 
-# The samples, unchanged, with what stands behind them played by a script in front.
+# The samples, unchanged, with everything behind them played by a script that is run first.
 set(ORVE_EXAMPLES "${CMAKE_SOURCE_DIR}/examples")
 # orve_add_sample(NAME SCRIPTS OUTPUT ARGS...): the sample that the last script is ends with this output and status
 function(orve_add_sample name scripts output)

@@ -1,5 +1,5 @@
-// Objects with a default member where a value is wanted, as compiled clients and those by number hand them
-// over.
+// Objects with a default member where a value is wanted, as passed by compiled clients and by calls by
+// number.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

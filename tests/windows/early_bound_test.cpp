@@ -72,7 +72,7 @@ TEST_F(ClienteAnticipato, AnUnlockTooManyIsNoHarm) {
   ComPtr<IMittente> mittente;
   EXPECT_EQ(fabbrica->CreateInstance(nullptr, IID_IMittente, mittente.UscitaVoid()), S_OK);
   mittente.Reset();
-  // It has not eaten up the lock that follows.
+  // It has not used up the lock that follows.
   IClassFactory* const bloccata = fabbrica.Get();
   fabbrica->LockServer(TRUE);
   fabbrica.Reset();
@@ -192,7 +192,7 @@ TEST_F(ClienteAnticipato, MembersOfARecipientAreCalledThroughTheVtable) {
   EXPECT_EQ(stesso.Get(), destinatario.Get());
 }
 
-// Answers every identifier, with what is no object at all.
+// Answers every identifier, with something that is not an object at all.
 class DiceSempreSi final : public IDispatch {
  public:
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
@@ -222,7 +222,7 @@ TEST_F(ClienteAnticipato, AnObjectThatClaimsToBeEverythingIsNoneOfTheLibrarys) {
     DiceSempreSi estraneo;
     auto* finti = reinterpret_cast<ICollDestinatari*>(static_cast<IDispatch*>(&estraneo));
     EXPECT_EQ(servizio->putref_vCollDestinatari(finti), static_cast<HRESULT>(0x800A000D));
-    // Neither is one of its other classes a collection of recipients.
+    // Nor is one of its other classes a collection of recipients.
     const auto mittenti = Crea<ICollMittenti>(CLSID_CollMittenti);
     auto* altri = reinterpret_cast<ICollDestinatari*>(mittenti.Get());
     EXPECT_EQ(servizio->putref_vCollDestinatari(altri), static_cast<HRESULT>(0x800A000D));
@@ -326,7 +326,7 @@ TEST_F(ClienteAnticipato, EachObjectTellsTheDebugOutputOfItsBirthAndItsEnd) {
                                                     "CollMittenti", "Mittente"));
 }
 
-// A key that stands for a root of the registry, so that a test writes where nobody looks.
+// A key that stands in for a root of the registry, so that a test writes where nobody looks.
 class RadiceDiProva {
  public:
   RadiceDiProva(HKEY radice, const wchar_t* nome, REGSAM diritti) : radice_(radice), nome_(nome) {
@@ -378,7 +378,7 @@ TEST_F(ClienteAnticipato, RegisteringEntersTheCreatableClassesAndUnregisteringTa
       << "what is not there is no failure";
 }
 
-// The classes are entered for each width of programs, their names once for both.
+// The classes are registered for each bitness, their names once for both.
 TEST_F(ClienteAnticipato, UnregisteringLeavesTheNamesThatProgramsOfTheOtherWidthCreateBy) {
   constexpr REGSAM kAltraVista = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
   wchar_t testo[40];

@@ -53,7 +53,7 @@ class EventoDelServizio : public prova::ClienteAnticipato {
     EXPECT_EQ(punto->Advise(&nuovo, &numero), S_OK);
     return numero;
   }
-  // A send, as far as a machine without mail programs goes: behind the event.
+  // A send, as far as it gets on a machine without mail programs: past the event.
   void Invia() {
     VARIANT mancante;
     VariantInit(&mancante);
@@ -111,7 +111,7 @@ TEST_F(EventoDelServizio, AsksTheHandlersInOrderAndEachSeesWhatTheOneBeforeLeft)
   EXPECT_EQ(terzo.visti.at(0), "Fattura uno due");
   EXPECT_EQ(Oggetto(), "Fattura uno due tre");
 
-  // One that goes and comes back is the last.
+  // One that leaves and comes back is the last.
   punto->Unadvise(numero);
   Attacca(secondo);
   servizio->put_vOggetto(adapters::win32::ToBstr("Fattura").Get());
@@ -214,7 +214,7 @@ TEST_F(EventoDelServizio, EnumeratesTheConnectionsThatThereAre) {
   const DWORD numeroSecondo = Attacca(secondo);
   ComPtr<IEnumConnections> elenco;
   ASSERT_EQ(punto->EnumConnections(elenco.Uscita()), S_OK);
-  punto->Unadvise(numeroPrimo);  // the list is the one of the moment
+  punto->Unadvise(numeroPrimo);  // the list is the current one
   CONNECTDATA dati[3] = {};
   ULONG presi = 0;
   EXPECT_EQ(elenco->Next(3, dati, &presi), S_FALSE);

@@ -1,6 +1,5 @@
-// Where the DLL enters its classes. The process sees keys of the test in the place of the machine's and of
-// the user's part of the registry; one that is volatile takes no lasting entries, as the machine's does for
-// most users.
+// Where the DLL registers its classes. The process sees the test's keys in place of the machine's and of the
+// user's part of the registry; a volatile one takes no lasting entries, like the machine's for most users.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -22,7 +21,7 @@ std::wstring ChiaveClasse(REFCLSID classe) {
   return std::wstring(L"Software\\Classes\\CLSID\\") + testo.data();
 }
 
-/// A key of the test, gone at its end.
+/// A key of the test, removed at its end.
 class Chiave {
  public:
   Chiave(const std::wstring& nome, DWORD durata) : percorso_(kProva + L" " + nome) {
@@ -76,7 +75,7 @@ class Registrazione : public ::testing::Test {
     ASSERT_NE(dll_, nullptr);
   }
   void TearDown() override {
-    // The type library's entries are not the machine's in the eyes of the process only.
+    // Only this process takes the type library's entries not to be the machine's.
     EXPECT_EQ(Chiama("DllUnregisterServer"), S_OK);
     if (dll_ != nullptr) FreeLibrary(dll_);
     CoUninitialize();
@@ -88,7 +87,7 @@ class Registrazione : public ::testing::Test {
         reinterpret_cast<SenzaArgomenti>(reinterpret_cast<void*>(GetProcAddress(dll_, esportata)));
     return funzione != nullptr ? funzione() : E_NOINTERFACE;
   }
-  /// With these two keys in the place of the registry's own.
+  /// With these two keys in place of the registry's own.
   HRESULT Chiama(const char* esportata, const Chiave& macchina, const Chiave& utente) const {
     EXPECT_EQ(RegOverridePredefKey(HKEY_LOCAL_MACHINE, macchina.Maniglia()), ERROR_SUCCESS);
     EXPECT_EQ(RegOverridePredefKey(HKEY_CURRENT_USER, utente.Maniglia()), ERROR_SUCCESS);
@@ -146,11 +145,12 @@ TEST_F(Registrazione, EntersThemForThePresentUserWhereTheMachineTakesNone) {
   EXPECT_FALSE(utente.Ha(kProgId));
 }
 
-// Left there, they would stand in front of nothing, and behind the user's own.
+// Left there, they would hide nothing, and be hidden by the user's own.
 TEST_F(Registrazione, TakesBackWhatWasEnteredForAllBeforeTheRightsEnded) {
   const Chiave macchina(L"macchina", REG_OPTION_NON_VOLATILE);
   const Chiave utente(L"utente", REG_OPTION_NON_VOLATILE);
-  macchina.Crea(kProgId, REG_OPTION_VOLATILE);  // the class goes in, its name's key takes no key below it
+  macchina.Crea(kProgId,
+                REG_OPTION_VOLATILE);  // the class can be written, its name's key takes no key below it
   EXPECT_EQ(Chiama("DllRegisterServer", macchina, utente), S_OK);
   EXPECT_FALSE(macchina.Ha(ChiaveClasse(CLSID_CLSFW_MAILSERVER)));
   EXPECT_FALSE(macchina.Ha(kProgId));

@@ -1,5 +1,5 @@
-// What the type library tells of the public classes: programs built years ago count on the order, the numbers
-// and the types, and languages that read it on every detail.
+// What the type library says about the public classes: programs built years ago rely on the order, the
+// numbers and the types, and languages that read it rely on every detail.
 #include <windows.h>
 
 #include <oleauto.h>
@@ -59,7 +59,7 @@ std::string MembriDi(ITypeInfo& enumerazione) {
   return membri;
 }
 
-// A parameter with what the type library says of it: "[in,out,opt] Nome" and its value when it is left out.
+// A parameter with what the type library says about it: "[in,out,opt] Nome" and its value when it is omitted.
 std::string Parametro(const ELEMDESC& elemento, const std::string& nome) {
   const USHORT modi = elemento.paramdesc.wParamFlags;
   std::string testo;
@@ -98,7 +98,7 @@ class LibreriaDeiTipi : public ::testing::Test {
     return tipo;
   }
 
-  // The members in the order of the vtable, behind the seven of IDispatch; a place without a member shows.
+  // The members in the order of the vtable, after the seven of IDispatch; a slot without a member shows.
   [[nodiscard]] std::string Ordine(REFGUID interfaccia) {
     const auto tipo = Tipo(interfaccia);
     std::string nomi;
@@ -116,7 +116,7 @@ class LibreriaDeiTipi : public ::testing::Test {
     return nomi;
   }
 
-  // The parameters of a member that is no property.
+  // The parameters of a member that is not a property.
   [[nodiscard]] std::vector<std::string> Parametri(REFGUID interfaccia, const std::string& membro) {
     const auto tipo = Tipo(interfaccia);
     std::vector<std::string> parametri;

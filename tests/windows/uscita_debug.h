@@ -29,7 +29,7 @@ class UscitaDebug {
     for (HANDLE maniglia : {memoria_, fine_, arrivato_, pronto_}) CloseHandle(maniglia);
   }
 
-  /// Ends the collecting; what was written before is in.
+  /// Stops collecting; everything written before is included.
   [[nodiscard]] std::vector<std::string> Righe() {
     Ferma();
     return std::move(righe_);
@@ -41,7 +41,7 @@ class UscitaDebug {
     char testo[4096 - sizeof(DWORD)];
   };
 
-  // What has arrived goes before the end, since both may wait.
+  // What has arrived comes before the end, since both may be waiting.
   void Leggi() {
     const HANDLE attesi[] = {arrivato_, fine_};
     while (pagina_ != nullptr && WaitForMultipleObjects(2, attesi, FALSE, INFINITE) == WAIT_OBJECT_0) {

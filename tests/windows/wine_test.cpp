@@ -1,4 +1,4 @@
-// What the tests below Wine stand on.
+// What the tests under Wine rely on.
 #include <windows.h>
 
 #include <gtest/gtest.h>

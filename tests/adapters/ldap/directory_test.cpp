@@ -44,7 +44,7 @@ namespace orve::adapters::ldap {
 
 namespace {
 
-// libldap loses the notices that nobody asked for; the leak is its own, and what bounds it is ours.
+// libldap leaks the notices that nobody asked for; the leak is its own, and the bound on it is ours.
 class WithoutLeaksOfLibldap {
  public:
   WithoutLeaksOfLibldap() {
@@ -154,7 +154,7 @@ std::set<std::string> Descriptors() {
   for (const auto& one : std::filesystem::directory_iterator("/proc/self/fd")) {
     open.insert(one.path().filename().string());
   }
-  // The number that served to list them is free again for the next connection.
+  // The descriptor used to list them is free again for the next connection.
   std::erase_if(open, [](const std::string& one) { return ::fcntl(std::stoi(one), F_GETFD) < 0; });
   return open;
 }
@@ -172,7 +172,7 @@ std::set<int> OwnPorts() {
   return ports;
 }
 
-// Puts a line that nobody answers in the place of the connections that the process has made since.
+// Replaces the connections that the process has made since with a line that nobody answers.
 class CutLine {
  public:
   CutLine() {
@@ -203,7 +203,7 @@ class CutLine {
   std::array<int, 2> ends_{-1, -1};
 };
 
-// The protocol's own notation: kind, length and content, and what is put together of them.
+// The protocol's own notation: kind, length and content, and what is built from them.
 std::string Element(char kind, const std::string& content) {
   std::string element(1, kind);
   element += '\x84';  // four bytes of length
@@ -220,8 +220,8 @@ std::string Found(const std::string& attributes) {
 std::string Answer(char message, const std::string& operation) {
   return Element('\x30', "\x02\x01"s + message + operation);
 }
-// Not the answer to anything. libldap itself knows one notice alone, that the server hangs up, and keeps the
-// others.
+// Not the answer to anything. libldap itself knows only one notice, that the server is disconnecting, and
+// keeps the others.
 std::string Notice(const std::string& words) {
   return Element('\x30', "\x02\x01\0"s + Element('\x78', "\x0a\x01\x34\x04\0"s + Element('\x04', words) +
                                                              Element('\x8a', "1.2.3.4.5")));
@@ -479,7 +479,7 @@ TEST_F(Directory, AServerThatPromisesStartTlsAndFallsSilentIsGivenUpAfterItsTime
 }
 
 TEST_F(Directory, AServerThatStopsInTheMiddleOfAnAnswerIsGivenUpAfterItsTime) {
-  // A sequence begins, and no more; or its length and the message's number besides.
+  // A sequence begins, and nothing more; or its length and the message's number as well.
   for (const std::string& begun : {"0"s, std::string("0\x84\0\0\0p\x02\x01", 8)}) {
     support::ScriptedServer server({ThenStall(support::Say(begun))});
     LdapOptions options = Anonymous(Url(server));
@@ -816,7 +816,7 @@ TEST_F(Directory, AServerThatFailedIsLeftAloneForAWhile) {
     first = failure;
   }
   ASSERT_TRUE(first);
-  server.Stop();  // a new try would find nobody there
+  server.Stop();  // a new attempt would find nobody there
   try {
     static_cast<void>(directory.ApriOggetto("LDAP://rootDSE"));
     ADD_FAILURE() << "no error";

@@ -1,5 +1,5 @@
-// What the tests of the MAPI parts share: a sendmail that writes down what it is given and then does what the
-// test wants, and a message ready to leave.
+// What the tests of the MAPI parts share: a sendmail that records what it is given and then does what the
+// test wants, and a message ready to send.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -20,7 +20,7 @@ namespace orve::adapters::mapi {
 
 class Posta : public testing::Test {
  protected:
-  /// A program named `name` in the test's folder, as a shell script; gives its path. $D is the folder.
+  /// A program named `name` in the test's folder, as a shell script; returns its path. $D is the folder.
   std::string Program(const std::string& script, const std::string& name = "sendmail") const;
 
   /// A sendmail that keeps arguments and message, then runs `after`.

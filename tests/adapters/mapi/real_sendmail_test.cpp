@@ -1,4 +1,4 @@
-// A real sendmail, msmtp, in a configuration of the test's own, which hands over to a real server.
+// A real sendmail, msmtp, in a configuration of the test's own, which delivers to a real server.
 #include <filesystem>
 #include <string>
 

@@ -1,5 +1,5 @@
-// What reaches the sendmail command, and what becomes of a message when the command refuses, breaks down,
-// hangs or is not there.
+// What reaches the sendmail command, and what becomes of a message when the command refuses, crashes, hangs
+// or is missing.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -28,7 +28,7 @@ using testing::StartsWith;
 
 class Sendmail : public Posta {
  protected:
-  /// Sends the message of the records and gives the number.
+  /// Sends the message of the records and returns the number.
   std::int32_t Sent(const std::string& sendmail, Records records = {}) {
     Mapi32 mapi(System(sendmail));
     const std::int32_t number = records.Send(mapi);
@@ -60,7 +60,7 @@ class Sendmail : public Posta {
                                  {milliseconds(500), milliseconds(5'000), milliseconds(30'000)});
   }
 
-  /// True once the process whose number stands in the file is gone.
+  /// True once the process whose number is in the file is gone.
   [[nodiscard]] bool Gone(const std::string& file) const {
     const pid_t pid = std::stoi(support::ReadFile(File(file)));
     const auto deadline = std::chrono::steady_clock::now() + support::kLongestRun;
@@ -117,7 +117,7 @@ TEST_F(Sendmail, NoShellLooksAtAnAddress) {
   records.recipients.clear();
   records.Add(kTo, "<$(touch$IFS'" + File("colpito") + "')`id`|x&@x.example>");
   records.Add(kTo, "<*?~{a}!#%'@x.example>");
-  // The first one holds brackets, which no plain address may.
+  // The first one contains brackets, which no plain address may.
   EXPECT_EQ(Sent(Recorder(), records), kInvalidRecipients);
   records.recipients.erase(records.recipients.begin());
   records.message.RecipCount = 1;
@@ -216,7 +216,7 @@ TEST_F(Sendmail, WhatTheProgramSaysStandsInTheFailureOnOneLine) {
 TEST_F(Sendmail, AProgramThatSaysALotIsHeardToTheEndAndQuotedInPart) {
   Records records;
   records.message.NoteText = std::string(1'000'000, 'x');
-  // It speaks before it reads: whoever only wrote would wait for ever.
+  // It speaks before it reads: a caller that only wrote would wait for ever.
   const std::string program = Program("head -c 3000000 /dev/zero | tr '\\0' e >&2; cat > /dev/null; exit 69");
   EXPECT_EQ(Sent(program, records), kFailure);
   EXPECT_THAT(failure, HasSubstr(": eeee"));
@@ -261,7 +261,7 @@ TEST_F(Sendmail, AProgramThatDoesNotEndIsEnded) {
 }
 
 TEST_F(Sendmail, WhatTheProgramLeavesRunningIsNotWaitedFor) {
-  // The way of a mail system that delivers in the background.
+  // This is how a mail system delivers in the background.
   const std::string program = Recorder("sleep 600 & echo $! > \"$D/figlio\"; exit 0");
   const std::int32_t number = Sent(program);
   EXPECT_EQ(::kill(std::stoi(support::ReadFile(File("figlio"))), SIGKILL), 0);
@@ -324,14 +324,14 @@ TEST_F(Sendmail, AProgramThatCannotBeStartedIsToldApart) {
   EXPECT_EQ(failure,
             "Il comando per l'invio della posta «" + folder.Path().string() + "» non si può eseguire");
   EXPECT_EQ(Sent(plain), kLoginFailure);
-  // It looks like a program and is none.
+  // It looks like a program but is not one.
   std::filesystem::permissions(plain, std::filesystem::perms::owner_all);
   EXPECT_EQ(Sent(plain), kFailure);
   EXPECT_THAT(failure, StartsWith("Impossibile avviare «" + plain + "»: "));
 }
 
 TEST_F(Sendmail, TheProgramGetsNoDescriptorOfTheApplication) {
-  // One without O_CLOEXEC, as a careless library leaves them.
+  // One without O_CLOEXEC, as left by a careless library.
   const int open = ::open("/dev/null", O_RDONLY);
   const int high = ::fcntl(open, F_DUPFD, 200);
   EXPECT_EQ(Sent(Recorder("ls /proc/self/fd > \"$D/fd\"")), 0) << failure;

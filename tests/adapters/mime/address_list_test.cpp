@@ -143,7 +143,7 @@ TEST(AddressListFaults, LineEndsAndNulInAnAddressAreRefused) {
   }
 }
 
-// So long that what grows with the square of it never ends: blanks, then the pattern over and over.
+// So long that anything quadratic never ends: blanks, then the pattern over and over.
 TEST(AddressListFaults, HostileListsAreReadInLinearTime) {
   constexpr std::size_t kSize = 4U << 20;
   const std::vector<std::string> patterns = {

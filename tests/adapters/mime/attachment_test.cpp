@@ -19,7 +19,7 @@ namespace {
 
 using testing::HasSubstr;
 
-/// Takes this thread's right to read every file away, which root has.
+/// Takes away this thread's right to read every file, which root has.
 class WithoutPrivileges {
  public:
   WithoutPrivileges() : before_(static_cast<uid_t>(::setfsuid(65534))) {}
@@ -150,7 +150,7 @@ TEST(ReadingAFile, EndsWhereItEndedWhenItWasOpened) {
   FileReader reader(path);
   std::string bytes(8, '\0');
   std::string read;
-  // Somebody writes on: each time more than was read.
+  // Somebody keeps writing: each time more than was read.
   for (int i = 0; i < 100; ++i) {
     std::ofstream(path, std::ios::app) << "abcdefghijklmnopqrstuvwxyz";
     const std::size_t count = reader.Read(bytes.data(), bytes.size());

@@ -103,7 +103,7 @@ std::string NomeBanco(const ::testing::TestParamInfo<CreaBanco>& info) {
   return info.param == &CreaBancoDriverSqlite ? "SqliteDriver" : "SqliteDriverWithDialect";
 }
 
-// No command on SQLite's driver, which knows no procedures that are called.
+// No command on SQLite's driver, which has no procedure calls.
 INSTANTIATE_TEST_SUITE_P(Odbc, ContrattoConnessione,
                          ::testing::Values(&CreaBancoDriverSqlite, &CreaBancoDriverConDialetto, &CreaBancoH2),
                          NomeBanco);

@@ -32,7 +32,7 @@ std::vector<std::string> Divisi(const std::string& testo, const std::string& sep
   return parti;
 }
 
-// The embedded database's schema without what is SQLite's.
+// The embedded database's schema without what is specific to SQLite.
 std::string SchemaComune(std::string testo) {
   const std::vector<std::pair<const char*, const char*>> sostituzioni = {
       {"--[^\n]*", ""},

@@ -10,8 +10,8 @@
 namespace orve::adapters::odbc {
 
 /// The login of the mail program. Its name is that of the application user 1, whom the procedure
-/// SPFW_GetUserIDFromConnection finds by it. The engine lets nobody but an owner in through this protocol, so
-/// that it may do everything.
+/// SPFW_GetUserIDFromConnection finds by it. The engine lets only owners in through this protocol, so it may
+/// do everything.
 inline constexpr const char* kAccessoPosta = "fatturazione";
 inline constexpr const char* kPasswordPosta = "se-gre-ta";
 

@@ -10,13 +10,13 @@
 
 namespace orve::adapters::odbc {
 
-/// A file over SQLite's driver; it is made when it is missing. The engine behind the driver knows what the
+/// A file over SQLite's driver; it is created when it is missing. The engine behind the driver knows what the
 /// embedded database's own connections know: FNCG_GETCODANAG, SPFW_AttivaEventoGestionale, the comparison of
 /// the schema's texts, and the list of tables. SPFW_GetUserIDFromConnection is not among them: the driver has
 /// no call of a procedure.
 [[nodiscard]] std::shared_ptr<OdbcConnection> ApriDriverSqlite(const std::string& file);
 
-/// A connection whose statements are translated into SQLite's dialect on their way.
+/// A connection whose statements are translated into SQLite's dialect on the way.
 class ConDialetto final : public host::Connection {
  public:
   explicit ConDialetto(std::shared_ptr<host::Connection> connessione);

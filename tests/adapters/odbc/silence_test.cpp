@@ -92,7 +92,7 @@ TEST(OdbcSilenzio, AServerThatFallsSilentIsGivenUpThoughTheDriverWaitsForEver) {
   EXPECT_NE(prima.Numero(), 0);
   EXPECT_EQ(prima.Sorgente(), "ODBC");
   EXPECT_EQ(prima.Descrizione(), "L'istruzione ha superato il tempo massimo");
-  // Nobody waits a second time.
+  // There is no second wait.
   for (const auto& chiamata : {std::function<void()>([&] { EseguiMuto(*connessione, "SELECT 3"); }),
                                std::function<void()>([&] { comando->Execute(); })}) {
     const host::Errore poi = FineDi(chiamata);
@@ -143,7 +143,7 @@ TEST(OdbcSilenzio, AServerThatFallsSilentInTheMiddleOfTheLoginIsGivenUp) {
   EXPECT_THAT(fine.Descrizione(), Not(HasSubstr("pa-ro-la")));
 }
 
-// The driver of the servers that this is for keeps to the limit by itself.
+// The driver for the servers that this is about keeps to the limit itself.
 TEST(OdbcSilenzio, ASqlServerThatSaysNothingBehindTheLoginIsTheDriversOwnTimeOut) {
   support::ScriptedServer server({ThenStall(support::Say(AccessoTds()))});
   const auto connessione = OdbcConnection::Apri(

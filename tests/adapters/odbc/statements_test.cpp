@@ -15,7 +15,7 @@ namespace {
 using adapters::odbc::Esegui;
 using adapters::odbc::OdbcConnection;
 
-// Each test in a transaction that is undone.
+// Each test in a transaction that is rolled back.
 class BancoDatiH2 : public BancoDati {
  public:
   BancoDatiH2() : connessione_(adapters::odbc::ApriDatiH2("dati")) { Esegui(*connessione_, "BEGIN"); }

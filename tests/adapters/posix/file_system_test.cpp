@@ -123,7 +123,7 @@ TEST_F(FileSystemDiProva, AFullDiskIsAnErrorAndNotALostLine) {
 
 TEST_F(FileSystemDiProva, APipeIsRefusedAtOnceInsteadOfWaitingForAReader) {
   ASSERT_EQ(::mkfifo((cartella / "pipe").c_str(), 0600), 0);
-  // Nobody ever reads: whoever waited would wait for ever.
+  // Nobody ever reads: waiting would never end.
   EXPECT_EQ(ErroreDi(cartella / "pipe").Numero(), 70);
 }
 

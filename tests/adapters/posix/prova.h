@@ -1,4 +1,4 @@
-// What the tests of the platform share: a folder of their own, and a look at things as an ordinary user.
+// What the tests of the platform share: a folder of their own, and a way to see things as an ordinary user.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -42,7 +42,7 @@ inline std::string Contenuto(const std::string& file) {
   return {std::istreambuf_iterator<char>(flusso), {}};
 }
 
-/// Runs the lambda, which gives a small number, in a child process and returns that number. When the tests
+/// Runs the lambda, which returns a small number, in a child process and returns that number. When the tests
 /// run as root, which no permission stops, the child first becomes an ordinary user.
 template <class Prova>
 int ComeUtenteOrdinario(Prova prova, uid_t utente = 65534) {

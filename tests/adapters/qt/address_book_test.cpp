@@ -1,4 +1,4 @@
-// The address book of the reference host, over the embedded database, by itself and behind the menus of the
+// The address book of the reference host, over the embedded database, on its own and from the menus of the
 // compose window.
 #include <QCheckBox>
 #include <QComboBox>
@@ -41,7 +41,7 @@ std::string Corrente(QWidget& finestra) {
   return indice.siblingAtColumn(0).data().toString().toStdString();
 }
 
-// "x" before what is marked.
+// "x" before what is checked.
 std::vector<std::string> Indirizzi(QWidget& finestra) {
   const auto& lista = Trova<QListWidget>(finestra, "LST_INDIRIZZI");
   std::vector<std::string> voci;
@@ -424,7 +424,7 @@ TEST_F(RubricaVera, TheKeyboardGoesThroughEverythingAndAllHasAName) {
 }
 
 TEST_F(RubricaVera, ThousandsOfPartiesAreSearchedWhileOneTypes) {
-  // Twenty keys: at a quadratic cost they would take longer than a test may.
+  // Twenty keys: at quadratic cost they would take longer than a test may.
   Sql("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 49999) "
       "INSERT INTO CG16_ANAGGEN (CG16_CODICE, CG16_RAGSOANAG, CG16_INDEMAIL) "
       "SELECT 100000 + i, 'Società numero ' || i, 'n' || i || '@molti.example' FROM n");

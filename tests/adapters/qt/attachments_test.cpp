@@ -191,7 +191,7 @@ TEST_F(Allegati, AFileFromOutsideTravelsAsACopy) {
 
 class AllegatiLasciati : public Allegati {
  protected:
-  // As a file manager does it: the paths go along as a text too.
+  // As a file manager does it: the paths come along as text too.
   static void Lascia(QWidget& su, const std::vector<std::string>& file) {
     QMimeData dati;
     dati.setText(QString::fromStdString(file.front()));

@@ -1,5 +1,5 @@
-// What people and callers put into the real windows that nobody planned for: no crash, no hang, nothing lost,
-// and nothing sent that the person did not see.
+// Unforeseen things that people and callers put into the real windows: no crash, no hang, nothing lost, and
+// nothing sent that the person did not see.
 #include <QComboBox>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -32,8 +32,8 @@ class IngressoOstile : public FinestraVera {
       EXPECT_FALSE(finestra.isVisible());
     });
   }
-  /// Of thirty thousand things, asks for less memory than a byte for each pair of them: copies that grow with
-  /// the square ask for many times as much.
+  /// With thirty thousand items, uses less memory than a byte for each pair of them: quadratic copying would
+  /// use many times as much.
   static void SenzaCopieDiTroppo(const std::function<void()>& azione) {
     EXPECT_LT(fakes::ByteAllocati(azione), std::size_t{1} << 30U);
   }
@@ -74,7 +74,7 @@ TEST_F(IngressoOstile, TenThousandCharactersInEachBoxArriveWhole) {
   ASSERT_TRUE(Consegnato());
   ASSERT_EQ(servizio->vCollDestinatari->Count(), 3);
   EXPECT_EQ(servizio->vCollDestinatari->Item(3)->Nome(), nome);
-  // Placed by the program, longer than what can be typed: shown and sent as it stands.
+  // Placed by the program, longer than what can be typed: shown and sent as it is.
   EXPECT_THAT(journal->Righe({"smtp.Subject"}), ElementsAre("smtp.Subject " + std::string(10000, 'o')));
   EXPECT_THAT(journal->Righe({"smtp.BodyText"}), ElementsAre("smtp.BodyText " + std::string(10000, 'c')));
 }
@@ -180,7 +180,7 @@ TEST_F(IngressoOstile, BytesThatAreNoTextPassUnchangedUntilThePersonTouchesThem)
   EXPECT_EQ(servizio->vCollDestinatari->Item(1)->Nome(), "An\xFEna");
 }
 
-// The window lists a path, not a content: the channel misses the file, and the person is told.
+// The window lists a path, not contents: the channel misses the file, and the person is told.
 TEST_F(IngressoOstile, AFileThatVanishesBetweenAttachingAndSendingIsTold) {
   const std::string file = cartella.File("f.pdf");
   Collezione().AddFromLista("anna@x.example", "Anna", "", 0);
@@ -214,7 +214,7 @@ TEST_F(IngressoOstile, AFileThatVanishesBetweenAttachingAndRemovingIsRemovedAllT
   });
 }
 
-// A file from outside that goes away while it is being attached.
+// A file from outside that disappears while it is being attached.
 class FileCheSparisce : public FinestraVera {
  protected:
   FileCheSparisce()

@@ -1,4 +1,4 @@
-// What a box takes from the person and what from the program.
+// What a box accepts from the person and what from the program.
 #include <QAbstractItemView>
 #include <QClipboard>
 #include <QComboBox>
@@ -19,7 +19,7 @@ namespace {
 
 class Caselle : public FinestraVera {
  protected:
-  // The window by itself, with nobody behind its events.
+  // The window by itself, with nobody listening to its events.
   void Mostra(const Regia::Passo& persona) {
     const auto form = ambiente->CreaForm(LayoutOpzMail());
     regia.Poi("FRMRW_OPZMAIL", [&](QWidget& finestra) {

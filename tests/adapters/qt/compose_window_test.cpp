@@ -255,7 +255,7 @@ TEST_F(Abbandono, EscapeAsksBeforeAChangedMessageIsLost) {
     regia.Poi("MostraMsg", [](QWidget& domanda) {
       EXPECT_EQ(dynamic_cast<QMessageBox&>(domanda).text().toStdString(), forms::kDomandaAbbandono);
       EXPECT_EQ(domanda.windowTitle().toStdString(), "Invio email...");
-      QTest::keyClick(&domanda, Qt::Key_Return);  // whoever only wants the box gone loses nothing
+      QTest::keyClick(&domanda, Qt::Key_Return);  // a person who only wants the box gone loses nothing
     });
     Esc(finestra);
     EXPECT_TRUE(finestra.isVisible());
@@ -331,7 +331,7 @@ TEST_F(FinestraDiInvio, ControlsKeepTheirProportionsInALargerWindow) {
     Respira();
     EXPECT_EQ(Trova(finestra, "FMR_PERS").geometry(), QRect(8, 304, 1414, 606));
     EXPECT_EQ(Trova(finestra, "TXT_CORPO").geometry(), QRect(12, 224, 1386, 320));
-    // A box of one line stays one line high, in the middle of its place.
+    // A single-line box stays one line high, centred in its place.
     EXPECT_EQ(Trova(finestra, "TXT_OGGETTO").geometry(), QRect(122, 42, 1274, 20));
     EXPECT_EQ(Trova(finestra, "cmd_Annulla").geometry(), QRect(1278, 929, 144, 23));
     finestra.resize(715, 486);
@@ -376,7 +376,7 @@ TEST_F(FinestraDiInvio, TheBookOfTheApplicationIsSwitchedOffWithoutItsManager) {
   });
 }
 
-// The box behind the body starts switched off, and is told to be so: that alone loads the text.
+// The check box for the body starts switched off, and is then set to off: that alone loads the text.
 TEST_F(FinestraDiInvio, WithoutABodyOfTheCallersTheStandingMessageIsOpenForEditing) {
   servizio->vFlagCorpo = 0;
   servizio->vCorpoMail = "messo dal chiamante";

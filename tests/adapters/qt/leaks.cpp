@@ -1,4 +1,4 @@
-// What other libraries keep until the process ends is no leak of ours.
+// What other libraries keep until the process ends is not a leak of ours.
 extern "C" const char* __lsan_default_suppressions();  // NOLINT: the name is the sanitizer's
 
 extern "C" const char* __lsan_default_suppressions() {  // NOLINT

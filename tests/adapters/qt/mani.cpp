@@ -19,7 +19,7 @@ namespace orve::adapters::qt {
 
 namespace {
 
-constexpr int kOgni = 5;  // milliseconds between two looks
+constexpr int kOgni = 5;  // milliseconds between two checks
 
 QString Q(const std::string& testo) {
   return QString::fromStdString(testo);
@@ -124,7 +124,7 @@ void Clicca(QWidget& finestra, const std::string& nome) {
   auto& widget = Trova(finestra, nome);
   EXPECT_TRUE(widget.isVisible()) << nome << " cannot be seen";
   EXPECT_TRUE(widget.isEnabled()) << nome << " is disabled";
-  // A check box is clicked on its mark.
+  // A check box is clicked on its indicator.
   const QPoint dove(std::min(8, widget.width() / 2), widget.height() / 2);
   QTest::mouseClick(&widget, Qt::LeftButton, Qt::NoModifier, dove);
 }

@@ -17,11 +17,12 @@
 
 namespace orve::adapters::qt {
 
-/// In milliseconds, until a watchdog bites that only wants to tell what never came.
+/// In milliseconds, until a watchdog bites whose only purpose is to say what never came.
 constexpr int kPazienza = 90'000;
 
-/// Waits for the windows that a test expects, in their order, and acts in each. Looks every few milliseconds,
-/// also while a window waits inside another; a watchdog closes everything when nothing expected comes.
+/// Waits for the windows that a test expects, in their order, and acts in each. Checks every few
+/// milliseconds, even while a window waits inside another; a watchdog closes everything when nothing expected
+/// comes.
 class Regia {
  public:
   using Passo = std::function<void(QWidget&)>;
@@ -35,7 +36,7 @@ class Regia {
 
   /// In the next modal window of this name.
   void Poi(const std::string& finestra, Passo passo);
-  /// A message with this text, title and picture (QMessageBox::Icon), answered by the button named.
+  /// A message with this text, title and icon (QMessageBox::Icon), answered with the named button.
   void Risponde(const std::string& testo, const std::string& pulsante = "OK");
   /// The choice of a file: this one, or none for an empty path.
   void ScegliFile(const std::string& percorso);
@@ -63,21 +64,21 @@ template <class Tipo>
 void Clicca(QWidget& finestra, const std::string& nome);
 /// Types at the end of the box.
 void Digita(QWidget& finestra, const std::string& nome, const std::string& testo);
-/// The same in the place of what stands there.
+/// The same, replacing what is there.
 void Riscrive(QWidget& finestra, const std::string& nome, const std::string& testo);
 /// Pastes at the end of the box.
 void Incolla(QWidget& finestra, const std::string& nome, const std::string& testo);
-/// Brings the menu of a button up and gives "Caption" or "(Caption)" for each entry, switched off in
-/// brackets; leaves the menu again.
+/// Opens the menu of a button and returns "Caption" or "(Caption)" for each entry, in brackets if disabled;
+/// then leaves the menu.
 [[nodiscard]] std::vector<std::string> VociDiMenu(QWidget& finestra, const std::string& pulsante);
 /// Chooses an entry by its key.
 void Sceglie(QWidget& finestra, const std::string& pulsante, const std::string& chiave);
-/// What stands in a box.
+/// What is in a box.
 [[nodiscard]] std::string Contenuto(QWidget& finestra, const std::string& nome);
 /// The grid's first column, and its selected row from 1 (0 for none).
 [[nodiscard]] std::vector<std::string> Righe(QWidget& finestra);
 [[nodiscard]] int RigaSelezionata(QWidget& finestra);
-/// Lets Qt do what waits.
+/// Lets Qt do what is pending.
 void Respira();
 
 }  // namespace orve::adapters::qt

@@ -110,7 +110,7 @@ TEST(Messaggi, TheTitleOfAWindowIsMadeOnce) {
   EXPECT_EQ(Finestre().CreaMessaggi()->TitoloFinestra("Invio email..."), "Invio email...");
 }
 
-// --- without a display. Each runs in a process of its own, since a process meets its display once.
+// --- without a display. Each runs in a process of its own, since a process opens its display only once.
 
 std::int32_t NumeroErrore(std::string& descrizione) {
   Finestre finestre;

@@ -151,7 +151,7 @@ TEST_F(FinestraDeiParametri, EscapeAsksBeforeWhatWasWrittenIsLost) {
   EXPECT_EQ(servizio->MailParamCorpoUnico(), "Scritto a lungo");
 }
 
-// Two captions share the letter: it moves between them, and Return presses the one that has the keyboard.
+// Two captions share the letter: it moves between them, and Return presses the focused one.
 TEST_F(FinestraDeiParametri, TheMnemonicsConfirmAttachAndLeave) {
   const std::string file = cartella.File("listino.pdf");
   Parametri([&](QWidget& finestra) {

@@ -19,7 +19,7 @@
 
 namespace orve::adapters::qt {
 
-/// A folder of one's own on the real disk.
+/// A private folder on the real disk.
 class CartellaDiProva {
  public:
   CartellaDiProva();
@@ -28,7 +28,7 @@ class CartellaDiProva {
   CartellaDiProva(CartellaDiProva&&) = delete;
   CartellaDiProva& operator=(CartellaDiProva&&) = delete;
   ~CartellaDiProva();
-  /// Writes a file and gives its path of Unix.
+  /// Writes a file and returns its Unix path.
   [[nodiscard]] std::string File(const std::string& nome, const std::string& contenuto = "contenuto") const;
   [[nodiscard]] const std::string& Radice() const { return radice_; }
 
@@ -36,10 +36,10 @@ class CartellaDiProva {
   std::string radice_;
 };
 
-/// A path of Unix as the library has it.
+/// A Unix path in the library's form.
 [[nodiscard]] std::string PerLibreria(std::string percorso);
 
-/// Fakes of everything but the windows.
+/// Fakes for everything but the windows.
 class AmbienteConFinestre : public fakes::FakeAmbiente {
  public:
   explicit AmbienteConFinestre(OpzioniFinestre opzioni) : finestre(std::move(opzioni)) {}
@@ -74,7 +74,7 @@ class AmbienteConFinestre : public fakes::FakeAmbiente {
 [[nodiscard]] fakes::Riga RigaAccount(std::int16_t id, const std::string& indirizzo,
                                       std::int16_t lettura = 0);
 
-/// On the SMTP channel with one account, in the manual mode.
+/// On the SMTP channel with one account, in manual mode.
 class FinestraVera : public ::testing::Test {
  protected:
   using CreaAmbiente = std::function<std::shared_ptr<AmbienteConFinestre>(OpzioniFinestre)>;

@@ -1,5 +1,5 @@
 // Connections kept for the next message: which message may use them, when they end, and that nothing of one
-// message shows in another.
+// message shows up in another.
 #include "smtp/connection_pool.h"
 #include "adapters/smtp/dialogue.h"
 
@@ -302,7 +302,7 @@ TEST_F(KeptTls, MadeWithoutACheckIsNotUsedWhereOneIsWanted) {
 // --- How long a connection is kept
 // -----------------------------------------------------------------------------------
 
-/// A clock that stands until the test moves it.
+/// A clock that stands still until the test moves it.
 struct Clock {
   Channel::Clock::time_point now = Channel::Clock::now();
 
@@ -403,7 +403,7 @@ TEST(EndOfAPool, DoesNotWaitForAServerThatIsSlowToTakeItsLeave) {
   patient.replyTimeout = std::chrono::minutes(10);
   EXPECT_EQ(Send(server.Port16(), pool, patient), -1);
   pool.reset();
-  EXPECT_EQ(server.Complaint(), "");  // it would be of a client that waits
+  EXPECT_EQ(server.Complaint(), "");  // there would be one about a client that waits
 }
 
 TEST(EndOfAPool, OutlivesAServerThatHasGone) {
@@ -418,7 +418,7 @@ TEST(EndOfAPool, OutlivesAServerThatHasGone) {
 // --- A server that has left meanwhile
 // ------------------------------------------------------------------------------
 
-/// The dialogue of the messages to come, without what libcurl says about itself.
+/// The dialogue of the following messages, without what libcurl says about itself.
 SmtpOptions Traced(std::vector<std::string>& dialogue) {
   SmtpOptions options = Quick();
   options.trace = [&dialogue](std::string_view line) {
@@ -480,7 +480,7 @@ TEST_F(KeptTls, IsReplacedWhenTheServerHasClosedIt) {
 struct Second {
   const char* label;
   Script script;  // what happens to it on the kept connection
-  Script retry;   // what happens to it on a new one; empty: it goes over no second one
+  Script retry;   // what happens to it on a new one; empty: there is no second one
   ErrorNumber want;
   bool kept = false;  // the next message goes over the last connection
   bool mayHaveArrived = false;
@@ -523,7 +523,7 @@ const std::vector<Second> kSeconds = {
      kEnvelope + kData + Script{Body("250 preso\r\n250 davvero"), On("QUIT", "221 ciao")},
      {},
      ErrorNumber::kNone},
-    // A sender that is not taken on a kept connection is said on a new one, which decides.
+    // A sender that is refused on a kept connection is repeated on a new one, which decides.
     {"SenderRefusedTwice",
      {On("MAIL FROM:*", "550 no"), On("QUIT", "221 ciao")},
      {On("MAIL FROM:*", "550 no"), On("QUIT", "221 ciao")},

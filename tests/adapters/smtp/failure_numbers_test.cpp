@@ -39,7 +39,7 @@ using support::ThenReset;
 using support::ThenStall;
 using testing::HasSubstr;
 
-// The road to each stage, as it goes well.
+// The way to each stage when all goes well.
 const Script kRoadGreeting = {Say("220-prova.example.test\r\n220 ESMTP pronto")};
 const Script kRoadHello =
     kRoadGreeting + Script{On("EHLO prova.example.test", "250-salve\r\n250-SIZE 99\r\n250 8BITMIME")};
@@ -274,7 +274,7 @@ const std::vector<Fault> kStalls = {
      ErrorNumber::kNone},
 };
 
-/// What became of a message to a server that falls silent, or deaf, for longer than anybody waits.
+/// What became of a message to a server that goes silent, or deaf, for longer than anybody waits.
 struct Stalled {
   std::int32_t number = 0;
   bool mayHaveArrived = false;
@@ -449,7 +449,7 @@ TEST(Connections, ARefusedOneGivesZero) {
 }
 
 TEST(Connections, OneThatNobodyAcceptsGivesZeroInTime) {
-  // A full queue of connections: the system answers nothing more.
+  // A full connection queue: the system no longer answers.
   const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   sockaddr_in address{};
   address.sin_family = AF_INET;
@@ -511,7 +511,7 @@ TEST(Replies, OfTooManyLinesAreGivenUp) {
   }
 }
 
-// Whatever comes at once must not hold up the send for longer than what has to be waited for.
+// What arrives at once must not hold up the send for longer than what has to be waited for.
 TEST(Replies, ThatTakeTooLongAreGivenUpEvenWhereTheyHaveComeWhole) {
   ScriptedServer server(kRoadHello + Script{On("MAIL FROM:*", "250-primo\r\n250-secondo\r\n250 Ok"),
                                             ThenDrop(On("RCPT TO:*", "550 ignoto"))});

@@ -99,8 +99,8 @@ std::unique_ptr<SmtpComponent> OutgoingWithoutAName(std::int16_t port,
 
 }  // namespace
 
-// "localhost" has an address of either family. These two servers listen at one each, so that for one of them
-// the address that is tried first is the wrong one.
+// "localhost" has an address of either family. These two servers listen on one each, so for one of them the
+// address that is tried first is the wrong one.
 TEST(Hello, WithoutAFullNameTheClientGoesByTheAddressThatTheServerSees) {
   for (const char* host : {"::1", "localhost"}) {
     GreeterOverIpv6 server;

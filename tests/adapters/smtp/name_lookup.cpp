@@ -39,7 +39,7 @@ extern "C" int getaddrinfo(const char* name, const char* service, const addrinfo
   if (asked == "ignoto.test") return EAI_NONAME;
   if (asked == "guasto.test") return EAI_FAIL;
   if (asked == "silenzio.test") {
-    std::this_thread::sleep_for(std::chrono::minutes(10));  // nobody gets so old here
+    std::this_thread::sleep_for(std::chrono::minutes(10));  // nothing lives that long here
     return EAI_AGAIN;
   }
   const bool ours = asked.ends_with(".example.test");

@@ -1,4 +1,4 @@
-// Name look-ups under the control of the tests: the program's own getaddrinfo stands before the system's.
+// Name look-ups under the control of the tests: the program's own getaddrinfo precedes the system's.
 //
 // "*.example.test" leads to loopback. "ignoto.test" does not exist, the name server of "guasto.test" fails,
 // that of "silenzio.test" says nothing for some seconds. Everything else goes to the system.
@@ -9,7 +9,7 @@
 
 namespace orve::adapters::smtp {
 
-/// The names that were looked up so far.
+/// The names looked up so far.
 std::vector<std::string> NamesLookedUp();
 
 }  // namespace orve::adapters::smtp

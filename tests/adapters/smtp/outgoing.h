@@ -1,4 +1,4 @@
-// What the tests of the SMTP component share: a message ready to leave.
+// What the tests of the SMTP component share: a message ready to send.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +22,7 @@ inline SmtpOptions Quick() {
   return options;
 }
 
-/// A component with sender, one recipient, subject and body, on its way to loopback.
+/// A component with sender, one recipient, subject and body, bound for loopback.
 inline std::unique_ptr<SmtpComponent> Outgoing(std::int16_t port, SmtpOptions options = Quick(),
                                                std::shared_ptr<ConnectionPool> pool = nullptr) {
   auto component = std::make_unique<SmtpComponent>(std::move(options), std::move(pool));

@@ -1,4 +1,4 @@
-// What is done while the server thinks over the envelope.
+// What is done while the server considers the envelope.
 #include "smtp/session.h"
 #include "adapters/smtp/dialogue.h"
 
@@ -58,7 +58,7 @@ struct Delivery {
 
 TEST(Meanwhile, IsBeforeTheServerHasAnswered) {
   std::promise<void> passed;
-  // The server keeps its answer back until the pastime is over.
+  // The server withholds its answer until that work is done.
   const auto hold = [&] {
     EXPECT_EQ(passed.get_future().wait_for(std::chrono::seconds(60)), std::future_status::ready);
   };

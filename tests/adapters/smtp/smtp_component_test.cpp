@@ -153,7 +153,7 @@ TEST_P(HostileTexts, NeverReachACommandOrTheHeader) {
   component->BodyText(text);
   component->AddHeader("X-Nota", text);
   component->ClearRecipient();
-  // The text as a name; without what ends an entry, which a name cannot hold outside quotes.
+  // The text as a name, without what ends an entry, which a name cannot contain outside quotes.
   std::string name;
   for (const char c : text) {
     if (std::string_view(";<>\"@").find(c) == std::string_view::npos) name += c;

@@ -1,4 +1,4 @@
-// What of a server's words may stand in a trace and in the text of a failure.
+// Which of a server's words may appear in a trace and in the text of a failure.
 #include "smtp/tracer.h"
 
 #include <gmock/gmock.h>

@@ -248,7 +248,7 @@ TEST_F(SqliteConnectionTest, AStatementThatNeverEndsIsStopped) {
   });
   EXPECT_EQ(errore.Numero(), 9) << errore.Descrizione();
   EXPECT_EQ(errore.Descrizione(), "L'istruzione ha superato il tempo massimo");
-  // Far too short for the clock to be looked at.
+  // Far too short for the clock to be checked.
   EXPECT_FALSE(breve->Execute("SELECT 1", 1)->Eof()) << "the next statement has its own time";
 }
 

@@ -225,7 +225,7 @@ TEST(DialectGenerated, EveryPieceIsTurnedByItselfAndTextsStay) {
     std::string prima = "SELECT";
     std::string dopo = "SELECT";
     for (auto n = caso.Fino(12); n > 0; --n) {
-      // A name between signs that is no keyword keeps the pieces from meeting each other.
+      // A name between symbols that is not a keyword keeps the pieces from meeting each other.
       if (caso.Fino(2) == 0) {
         const auto testo = caso.Intoccabile();
         prima += " X " + testo;
@@ -244,7 +244,7 @@ TEST(DialectGenerated, EveryPieceIsTurnedByItselfAndTextsStay) {
 TEST(DialectGenerated, ATextWithoutTurnsComesBackByteForByte) {
   Generatore caso(20252);
   for (int giro = 0; giro < 50000; ++giro) {
-    // No letter of any turn's first word is complete without these.
+    // No rewrite's first word is complete without these letters.
     const auto testo = caso.Byte(
         200, giro % 2 == 0 ? "'\"[]`/*-(); \r\n\tacgjk12345.,=<>\x80\xC3\xA8\xFF" : "SELCTFROMab ('-/*)[];");
     ASSERT_EQ(TraduciDialetto(testo), testo);
@@ -271,7 +271,7 @@ TEST(DialectGenerated, AnyBytesAreTakenWithoutHarm) {
   EXPECT_GT(letti, 0U);
 }
 
-// Two million characters take some tens of milliseconds; at a quadratic cost they would take hours.
+// Two million characters take some tens of milliseconds; at quadratic cost they would take hours.
 TEST(DialectGenerated, LongTextsTakeLinearTime) {
   struct Caso {
     const char* label;

@@ -1,5 +1,5 @@
 // A database that is locked, read-only, of the wrong schema, damaged, gone, or none at all: each is an error
-// with a clear text, in bounded time, and the next good moment finds the connection usable.
+// with a clear text, in bounded time, and as soon as all is well again the connection is usable.
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 

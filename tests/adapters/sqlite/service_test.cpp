@@ -230,7 +230,7 @@ TEST_F(ServiceOnSqlite, TheGuidesStatementsSwitchHtmlAndSignatureOn) {
   }
   EXPECT_EQ(eseguiti, 4);
 
-  // The signature is that of the person logged in, whoever the register was told.
+  // The signature is that of the person logged in, whatever user the register was told.
   servizio->ActiveInterface = fakes::CreaFakeInterfaccia(*ambiente, 7);
   (void)servizio->GetImpostazioni();
   servizio->InizializzaRegistroInvioMailMultiprofilo("voce", "oggetto", 1, "Fattura");
@@ -265,7 +265,7 @@ TEST_F(ServiceOnSqlite, RegistersAnEventForTheUserOfTheConnection) {
   EXPECT_EQ(eventi().size(), 1U) << "without a company the event is lost, and nothing else";
 }
 
-// Values stand in the statements as they are: one that breaks its statement must not bring another along.
+// Values are in the statements as they are: one that breaks its statement must not bring another along.
 TEST_F(ServiceOnSqlite, TextsThatBreakTheirStatementsChangeNoTableAndEndWithAClearText) {
   const std::vector<std::string> ostili = {"1; DROP TABLE FW07_APPUSER",
                                            "1'; DROP TABLE FW07_APPUSER; --",

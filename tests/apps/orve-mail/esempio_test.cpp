@@ -1,4 +1,4 @@
-// The example program sends what the README promises, and the README shows the example as it stands.
+// The example program sends what the README promises, and the README shows the example as it is.
 #include <gmock/gmock.h>
 
 #include <cstdlib>

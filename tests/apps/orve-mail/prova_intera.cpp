@@ -68,7 +68,7 @@ Esecuzione ProvaIntera::EseguiComando(const std::vector<std::string>& comando,
   return {risultato.status, support::ReadFile(uscita), support::ReadFile(errori)};
 }
 
-// Without a display, whoever runs the tests.
+// No display, whoever runs the tests.
 std::vector<std::string> ProvaIntera::Ambiente() const {
   return {"/usr/bin/env",
           "--unset=DISPLAY",
@@ -110,7 +110,7 @@ std::vector<std::string> ProvaIntera::Precarica(const std::string& modulo) {
 Esecuzione ProvaIntera::EseguiDaUtenteOrdinario(const std::vector<std::string>& argomenti) const {
   if (::geteuid() != 0) return Esegui(argomenti);
   constexpr uid_t kNessuno = 65534;
-  // The program goes along, since its own folder may be closed to others.
+  // The program is copied too, since its own folder may be closed to others.
   std::filesystem::copy_file(places::Program(), File("orve-mail"),
                              std::filesystem::copy_options::overwrite_existing);
   for (const auto& voce : std::filesystem::directory_iterator(cartella.Path())) {

@@ -18,7 +18,7 @@
 
 namespace orve::app {
 
-/// What one run of the program gave.
+/// The result of one run of the program.
 struct Esecuzione {
   int stato = -1;
   std::string uscita;  // standard output
@@ -30,7 +30,7 @@ class ProvaIntera : public ::testing::Test {
  protected:
   using Righe = std::vector<std::vector<std::string>>;
 
-  /// Makes the database with its sample data.
+  /// Creates the database with its sample data.
   ProvaIntera();
 
   /// Every object that the library made in the runs of the test must have been released.
@@ -55,11 +55,11 @@ class ProvaIntera : public ::testing::Test {
   support::SmtpServer& AvviaServer(int idServer, support::SmtpServerOptions opzioni);
   /// The server of user 1's default account, with encryption and login, and `rifiutati` refused.
   support::SmtpServer& AvviaServerOrdinario(const std::vector<std::string>& rifiutati = {});
-  /// Points server 1 to a port on loopback, plain and without login.
+  /// Points server 1 at a port on loopback, plain and without login.
   void ImpostaServerSemplice(int porta) const;
 
-  /// Runs a statement, in SQLite's own dialect, in the test's database; the columns C1, C2, ... of its
-  /// rows as texts.
+  /// Runs a statement, in SQLite's own dialect, in the test's database; returns the columns C1, C2, ... of
+  /// its rows as texts.
   Righe Sql(const std::string& istruzione) const;
   /// ESITOINVIO, NOME, INDIRIZZO, RISULTATO of the register.
   Righe Registro() const;

@@ -1,4 +1,4 @@
-// The window of the parameters on the application's database over ODBC: the accounts that it offers are the
+// The parameters window on the application's database over ODBC: the accounts that it offers are the
 // server's.
 #include <QComboBox>
 #include <QTest>

@@ -1,4 +1,4 @@
-// campione DLL ARGUMENT...: runs the sample in C++, unchanged, with what stands behind it played here.
+// campione DLL ARGUMENT...: runs the sample in C++, unchanged, with everything behind it played here.
 // Customer 502 has no address, 503 is refused by the server, 999 does not exist.
 #include <windows.h>
 

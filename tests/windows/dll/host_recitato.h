@@ -14,17 +14,17 @@
 
 namespace orve::prova {
 
-/// As long as it lives, the library finds these objects on the present thread. A database answers every
-/// question with one row that has every column, but for the questions that Risposta and SenzaRighe name and
-/// for REGISTRO_INVII, of which it gives the rows whose NUMREG stands in the question. The SMTP component is
-/// refused a recipient whose address begins with "rifiutata".
+/// As long as it lives, the library finds these objects on the current thread. A database answers every query
+/// with one row that has every column, except for the queries that Risposta and SenzaRighe name and for
+/// REGISTRO_INVII, of which it returns the rows whose NUMREG is in the query. The SMTP component is refused a
+/// recipient whose address begins with "rifiutata".
 class HostRecitato {
  public:
   HostRecitato();
 
-  /// A column's value in every row; the columns that nobody names are empty texts.
+  /// A column's value in every row; the columns not named are empty texts.
   void Colonna(const std::string& nome, host::Variant valore) { colonne_[nome] = std::move(valore); }
-  /// The same for the questions that hold this text.
+  /// The same for the queries that contain this text.
   void Risposta(const std::string& domanda, const std::string& colonna, host::Variant valore) {
     risposte_[domanda][colonna] = std::move(valore);
   }
@@ -33,7 +33,7 @@ class HostRecitato {
 
   /// The calls of the SMTP component and the messages shown, one a line.
   [[nodiscard]] const std::string& Giornale() const { return giornale_; }
-  /// Whether a whole line of the calls reads so.
+  /// Whether a whole line of the calls reads like this.
   [[nodiscard]] bool Annotato(const std::string& riga) const;
 
  private:
@@ -54,7 +54,7 @@ class HostRecitato {
   ClassiRecitate classi_;
 };
 
-/// Enters the classes of the DLL in the registry; false when that fails.
+/// Registers the classes of the DLL; false when that fails.
 [[nodiscard]] bool RegistraDll(const std::wstring& percorso);
 
 }  // namespace orve::prova

@@ -1,9 +1,10 @@
-// What a screen reader is told of the controls. The system's service for that, which Wine lacks, is played.
+// What a screen reader is told about the controls. The system's service for that, which Wine lacks, is
+// played.
 #include <windows.h>
 
 #include <initguid.h>
 
-// The ids before the interface: the header only declares them.
+// The ids come before the interface: the header only declares them.
 #include <oleacc.h>
 
 #include <map>

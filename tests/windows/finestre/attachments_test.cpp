@@ -205,7 +205,7 @@ TEST_F(Allegati, AFileFromOutsideTravelsAsACopy) {
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(flusso), {}), "dati");
 }
 
-// Sets the time of a folder's last change so far back.
+// Sets the time of a folder's last change back by that much.
 void Invecchia(const std::filesystem::path& cartella, std::chrono::hours ore) {
   auto* aperta = CreateFileW(cartella.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE,
                              nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);

@@ -112,7 +112,7 @@ TEST_F(Caselle, TheProgramsTextStandsWhateverItsLengthAndTakesNothingMore) {
   });
 }
 
-// As tools for people who cannot type write into a box.
+// This is how tools for people who cannot type write into a box.
 TEST_F(Caselle, WhatAnotherProgramWritesIsThePersonsAndIsCut) {
   Mostra([this](const Vista& finestra) {
     Scritto<host::TxtEdit>("TXT_OGGETTO", "del programma");

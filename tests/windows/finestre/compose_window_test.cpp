@@ -134,7 +134,7 @@ TEST_F(FinestraDiInvio, AMessageKeepsTheWindowBehindItStill) {
     finestra.Digita("TXT_EMAIL", ";");
     finestra.Clicca("cmd_Invia");
     EXPECT_TRUE(Attendi([&] { return IsWindowEnabled(finestra.Finestra()) == FALSE; }));
-    // From another program, past the box: as little as a click would.
+    // From another program, bypassing the box: as little effect as a click would have.
     SendMessageW(finestra.Finestra(), WM_CLOSE, 0, 0);
     EXPECT_TRUE(finestra.Aperta());
     Risponde(programma, "L'elenco dei destinatari contiene un indirizzo non valido.");
@@ -365,7 +365,7 @@ TEST_F(FinestraDiInvio, ControlsKeepTheirProportionsInALargerWindow) {
     finestra.Ridimensiona(1001, 729);
     EqualePosto(finestra.Posto("FMR_PERS"), 6, 228, 989, 455);
     EqualePosto(finestra.Posto("TXT_CORPO"), 8, 168, 971, 240);
-    // A box of one line stays one line high, in the middle of its place.
+    // A single-line box stays one line high, centred in its place.
     EqualePosto(finestra.Posto("TXT_OGGETTO"), 85, 29, 892, 20);
     EqualePosto(finestra.Posto("cmd_Annulla"), 895, 694, 100, 23);
     finestra.Ridimensiona(715, 486);
@@ -409,7 +409,7 @@ TEST_F(FinestraDiInvio, TheBookOfTheApplicationIsSwitchedOffWithoutItsManager) {
   });
 }
 
-// The box behind the body starts switched off, and is told to be so: that alone loads the text.
+// The check box for the body starts switched off, and is then set to off: that alone loads the text.
 TEST_F(FinestraDiInvio, WithoutABodyOfTheCallersTheStandingMessageIsOpenForEditing) {
   servizio->vFlagCorpo = 0;
   servizio->vCorpoMail = "messo dal chiamante";
@@ -446,7 +446,7 @@ TEST_F(FinestraDiInvio, ASpecialFieldLeavesCaretAndViewBehindItAndCanBeUndone) {
     finestra.Fuoco("TXT_CORPO");
     finestra.Seleziona("TXT_CORPO", 0, 0);
     SendMessageW(corpo, WM_CHAR, L'x', 1);
-    finestra.Seleziona("TXT_CORPO", 1 + 60 * 5, 1 + 60 * 5);  // a line's end counts as one
+    finestra.Seleziona("TXT_CORPO", 1 + 60 * 5, 1 + 60 * 5);  // a line end counts as one
     SendMessageW(corpo, WM_CHAR, L'y', 1);
     finestra.Seleziona("TXT_CORPO", 0, 0);
     finestra.Sceglie("CMD_LEGENDA", "Nome cliente");

@@ -324,7 +324,7 @@ void Vista::Scelta(const std::string& didascalia) const {
   std::vector<std::string> voci;
   Annotate(reinterpret_cast<HMENU>(SendMessageW(finestra, kOttieniMenu, 0, 0)), voci);
   voci.erase(std::remove(voci.begin(), voci.end(), std::string()),
-             voci.end());  // the keyboard passes the lines
+             voci.end());  // the keyboard skips the lines
   const auto trovata = std::find(voci.begin(), voci.end(), didascalia);
   EXPECT_NE(trovata, voci.end()) << didascalia;
   if (trovata == voci.end()) {

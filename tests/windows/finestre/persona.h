@@ -1,6 +1,6 @@
 // The person in tests of real windows: a thread of its own that finds the windows of the program, types,
-// clicks and chooses by messages, and waits for what comes of it. The program stays on the test's thread, as
-// in an application.
+// clicks and chooses by messages, and waits for the result. The program stays on the test's thread, as in an
+// application.
 #pragma once
 
 #include <windows.h>
@@ -17,7 +17,7 @@ namespace orve::adapters::win32::finestre {
 /// Waits until it is so; false when it never is.
 [[nodiscard]] bool Attendi(const std::function<bool()>& condizione);
 
-/// The program's thread, to be made on it: it runs what the person's thread hands over.
+/// The program's thread; to be created on it: it runs what the person's thread hands over.
 class Programma {
  public:
   Programma();
@@ -52,9 +52,9 @@ class Vista {
   [[nodiscard]] std::string Titolo() const;
   [[nodiscard]] std::string Contenuto(const std::string& nome) const;
   [[nodiscard]] bool Spuntata(const std::string& nome) const;
-  /// The control that has the keyboard, by name.
+  /// The focused control, by name.
   [[nodiscard]] std::string Fuoco() const;
-  /// In pixels, seen from the frame or window that holds it.
+  /// In pixels, relative to the frame or window that holds it.
   [[nodiscard]] RECT Posto(const std::string& nome) const;
   [[nodiscard]] SIZE Interno() const;
   [[nodiscard]] std::vector<std::string> Righe() const;
@@ -63,26 +63,26 @@ class Vista {
 
   void Clicca(const std::string& nome) const;
   void Fuoco(const std::string& nome) const;
-  /// A key to the control that has the keyboard.
+  /// Sends a key to the focused control.
   void Tasto(WPARAM tasto) const;
   void Mnemonico(char lettera) const;
   /// Types at the end of the box.
   void Digita(const std::string& nome, const std::string& testo) const;
   void Riscrive(const std::string& nome, const std::string& testo) const;
-  /// Pastes in the place of the selection.
+  /// Pastes in place of the selection.
   void Incolla(const std::string& nome, const std::string& testo) const;
   void Seleziona(const std::string& nome, int inizio, int fine) const;
   /// Drops these files on the window, as the system's explorer does.
   void Lascia(const std::vector<std::string>& percorsi) const;
-  /// Brings the menu of a button up and gives "Caption" or "(Caption)" for each entry, switched off in
-  /// brackets; leaves the menu again.
+  /// Opens the menu of a button and returns "Caption" or "(Caption)" for each entry, in brackets if disabled;
+  /// then leaves the menu.
   [[nodiscard]] std::vector<std::string> VociDiMenu(const std::string& pulsante) const;
   void Sceglie(const std::string& pulsante, const std::string& didascalia) const;
   /// The same for the menu of a box, asked for with the mouse and, where one is chosen, with the keyboard. An
   /// empty text is a line between entries.
   [[nodiscard]] std::vector<std::string> VociDelTesto(const std::string& nome) const;
   void ScegliePerTesto(const std::string& nome, const std::string& didascalia) const;
-  /// What lies on the clipboard.
+  /// What is on the clipboard.
   void Appunti(const std::string& testo) const;
   [[nodiscard]] std::string Appunti() const;
   void Ridimensiona(int width, int height) const;
@@ -100,20 +100,20 @@ class Vista {
   const host::LayoutForm& layout_;
 };
 
-/// The visible windows of the program that are no child of another.
+/// The visible windows of the program that are not children of another.
 [[nodiscard]] std::vector<HWND> FinestreDi(const Programma& programma);
 [[nodiscard]] std::wstring TestoDi(HWND finestra);
 [[nodiscard]] std::wstring ClasseDi(HWND finestra);
 /// The control with that identifier, however deep.
 [[nodiscard]] HWND Discendente(HWND finestra, int identificatore);
 
-/// Waits for a message box with this text and presses the button with this identifier; gives its title and
+/// Waits for a message box with this text and presses the button with this identifier; returns its title and
 /// buttons as "title|ids".
 std::string Risponde(const Programma& programma, const std::string& testo, int pulsante = IDOK);
-/// Waits for the choice of a file: takes this one, or leaves it for an empty path. Gives the title.
+/// Waits for the choice of a file: takes this one, or cancels for an empty path. Returns the title.
 std::string ScegliFile(const Programma& programma, const std::string& percorso);
 
-/// A thread beside the program's. At its end the program's thread takes messages until it is done.
+/// A thread next to the program's. At its end the program's thread handles messages until it is done.
 class Compagno {
  public:
   explicit Compagno(std::function<void()> azione);
@@ -128,7 +128,7 @@ class Compagno {
   std::thread filo_;
 };
 
-/// What a person does in the window of that layout once it is there; what is still open at the end is closed.
+/// What a person does in the window of that layout once it is open; what is still open at the end is closed.
 [[nodiscard]] std::function<void()> InFinestra(const Programma& programma, const host::LayoutForm& layout,
                                                std::function<void(const Vista&)> azione);
 

@@ -18,7 +18,7 @@
 
 namespace orve::adapters::win32::finestre {
 
-/// A folder of one's own on the disk.
+/// A private folder on disk.
 class CartellaDiProva {
  public:
   CartellaDiProva();
@@ -27,7 +27,7 @@ class CartellaDiProva {
   CartellaDiProva(CartellaDiProva&&) = delete;
   CartellaDiProva& operator=(CartellaDiProva&&) = delete;
   ~CartellaDiProva();
-  /// Writes a file and gives its path.
+  /// Writes a file and returns its path.
   [[nodiscard]] std::string File(const std::string& nome, const std::string& contenuto = "contenuto") const;
   [[nodiscard]] std::string Radice() const;
 
@@ -35,7 +35,7 @@ class CartellaDiProva {
   std::filesystem::path radice_;
 };
 
-/// Fakes of everything but the windows.
+/// Fakes for everything but the windows.
 class AmbienteConFinestre : public fakes::FakeAmbiente {
  public:
   explicit AmbienteConFinestre(OpzioniFinestre opzioni) : finestre(std::move(opzioni)) {}
@@ -70,7 +70,7 @@ class AmbienteConFinestre : public fakes::FakeAmbiente {
 [[nodiscard]] fakes::Riga RigaAccount(std::int16_t id, const std::string& indirizzo,
                                       std::int16_t lettura = 0);
 
-/// On the SMTP channel with one account, in the manual mode.
+/// On the SMTP channel with one account, in manual mode.
 class FinestraVera : public ::testing::Test {
  protected:
   using Azione = std::function<void(const Vista&)>;

@@ -13,7 +13,7 @@
 
 namespace orve::prova {
 
-/// The member's number. Objects of a script's own classes know no GetIDsOfNames; they are asked another way.
+/// The member's number. Objects of a script's own classes have no GetIDsOfNames; they are asked another way.
 /// DISPID_UNKNOWN when there is none.
 [[nodiscard]] DISPID NumeroDi(IDispatch& oggetto, const std::wstring& nome);
 
@@ -21,10 +21,11 @@ namespace orve::prova {
 adapters::win32::VariantCom Chiama(IDispatch& oggetto, DISPID membro, WORD modi,
                                    std::vector<VARIANT> argomenti = {});
 
-/// Whether a call of Chiama is under way. An error of the script in it is the caller's, not one that nobody
-/// caught.
+/// Whether a call of Chiama is in progress. A script error in it belongs to the caller; it is not an uncaught
+/// one.
 [[nodiscard]] bool DentroUnaChiamata();
-/// The engine tells an error to its host only, and the call just says that it did: this is what it told.
+/// The engine reports an error only to its host, and the call just says that it did: this is what it
+/// reported.
 void RicordaErroreDelloScript(const host::Errore& errore);
 
 }  // namespace orve::prova

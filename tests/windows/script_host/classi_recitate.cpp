@@ -45,7 +45,7 @@ class Fabbrica final : public IClassFactory {
       if (V_VT(&fatto.Get()) != VT_DISPATCH || V_DISPATCH(&fatto.Get()) == nullptr) return E_FAIL;
       return V_DISPATCH(&fatto.Get())->QueryInterface(iid, oggetto);
     } catch (...) {
-      return E_FAIL;  // a script that refuses is a machine that cannot make the object
+      return E_FAIL;  // a script that refuses plays a machine that cannot create the object
     }
   }
   HRESULT STDMETHODCALLTYPE LockServer(BOOL /*blocca*/) override { return S_OK; }
@@ -67,7 +67,7 @@ GUID IdentificatorePer(const std::wstring& nome) {
   GUID guid;
   static_assert(sizeof(guid) == sizeof(meta));
   std::memcpy(&guid, meta.data(), sizeof(guid));
-  guid.Data3 = static_cast<unsigned short>((guid.Data3 & 0x0FFF) | 0x8000);  // of a form of one's own
+  guid.Data3 = static_cast<unsigned short>((guid.Data3 & 0x0FFF) | 0x8000);  // of a private form
   guid.Data4[0] = static_cast<unsigned char>((guid.Data4[0] & 0x3F) | 0x80);
   return guid;
 }
@@ -147,7 +147,7 @@ void ClassiRecitate::Recita(const std::wstring& classe, std::function<VariantCom
   } else if (FAILED(CLSIDFromProgID(classe.c_str(), &identificatore))) {
     identificatore = IdentificatorePer(classe);
     Annota(HKEY_CURRENT_USER, classe, identificatore);
-    // Wine 8 finds no classes of the present user.
+    // Wine 8 finds no classes of the current user.
     CLSID trovato = CLSID_NULL;
     if (FAILED(CLSIDFromProgID(classe.c_str(), &trovato))) Annota(HKEY_LOCAL_MACHINE, classe, identificatore);
   }

@@ -58,7 +58,7 @@ IID Identificatore(ITypeInfo& tipo) {
 }
 
 // A typed argument by reference as a script can change it: the script gets a value of its own, and what it
-// leaves there goes back in the type told.
+// leaves there goes back in the declared type.
 class Ponte {
  public:
   explicit Ponte(VARIANT& originale) : originale_(&originale) {

@@ -13,9 +13,9 @@
 
 namespace orve::prova {
 
-/// Attaches the script's procedures to the object, whose own type information tells its events. `script`
-/// gives the object that has the script's procedures. Gives what detaches them again. Raises 459 for an
-/// object without events.
+/// Attaches the script's procedures to the object, whose own type information lists its events. `script`
+/// returns the object that has the script's procedures. Returns a function that detaches them again. Raises
+/// 459 for an object without events.
 [[nodiscard]] std::function<void()> Ascolta(IDispatch& oggetto, const std::wstring& prefisso,
                                             std::function<adapters::win32::ComPtr<IDispatch>()> script);
 

@@ -1,10 +1,10 @@
 // script_host [--tell-status] [--register DLL] SCRIPT... [-- ARGUMENT...]
 //
 // Runs scripts of the system's script engines as the real clients that they are: text in and out is UTF-8, an
-// error that the script does not catch is told with its line and ends the program with status 2. The files
-// are one script; the last file's ending tells the language. With --register a DLL's classes are entered
-// first. With --tell-status the exit status is also the last line of output, for ctest, which looks at one or
-// the other.
+// error that the script does not catch is reported with its line and ends the program with status 2. The
+// files form one script; the last file's extension tells the language. With --register a DLL's classes are
+// registered first. With --tell-status the exit status is also the last line of output, for ctest, which
+// checks one or the other.
 #include <windows.h>
 
 #include <fcntl.h>

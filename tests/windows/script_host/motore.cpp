@@ -21,7 +21,7 @@ using adapters::win32::Verifica;
 
 namespace {
 
-// What ends a script from inside; a number of one's own.
+// Ends a script from inside; a private code.
 constexpr HRESULT kUscita = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_ITF, 0x7E57);
 
 std::wstring LeggiTesto(const std::filesystem::path& file) {
@@ -88,7 +88,7 @@ int Motore::Esegui(const std::vector<std::filesystem::path>& file, std::vector<s
     const std::wstring testo = LeggiTesto(file_[indice]);
     const HRESULT esito = lettore->ParseScriptText(testo.c_str(), nullptr, nullptr, nullptr, indice, 0,
                                                    SCRIPTTEXT_ISVISIBLE, nullptr, nullptr);
-    // An error that the engine did not report to OnScriptError is an error all the same.
+    // An error that the engine did not report to OnScriptError is still an error.
     if (FAILED(esito) && !uscita_ && stato_ == 0) {
       ScriviErrore(adapters::win32::ErroreDi(esito).Descrizione());
       stato_ = 2;
@@ -252,7 +252,7 @@ ComPtr<IDispatch> Motore::CreaBanco() {
     return VariantCom();
   });
   banco->Aggiungi(L"RegisterClass", [this](const Argomenti& dati) {
-    // The factory is a function of the script, by its name: not every engine gives a reference to one.
+    // The factory is a function of the script, by its name: not every engine can give a reference to one.
     classi_.Recita(Largo(dati, 0), [this, funzione = Largo(dati, 1)] {
       const ComPtr<IDispatch> procedure = Procedure();
       const DISPID numero = NumeroDi(*procedure.Get(), funzione);
@@ -274,8 +274,8 @@ ComPtr<IDispatch> Motore::CreaBanco() {
     return VariantCom::DiTesto(adapters::win32::ToBstr(std::exchange(giornale_, {})));
   });
   banco->Aggiungi(L"Contenuto", [](const Argomenti& dati) { return Testo(LeggiTesto(Largo(dati, 0))); });
-  // Members by a name that the script computes, as not every engine has Eval: read, written with Let, written
-  // with Set.
+  // Members by a name that the script computes, since not every engine has Eval: read, written with Let,
+  // written with Set.
   const auto membro = [](const Argomenti& dati, WORD modi) {
     const ComPtr<IDispatch> detentore = dati.Oggetto(0);
     const DISPID numero = NumeroDi(*detentore.Get(), Largo(dati, 1));

@@ -1,5 +1,5 @@
-// A script engine of the system with the two objects that scripts find here: WScript, as far as the samples
-// use it, and Banco, with what the tests need.
+// A script engine of the system with the two objects that scripts find here: as much of WScript as the
+// samples use, and Banco, with what the tests need.
 #pragma once
 
 #include <windows.h>
@@ -29,7 +29,7 @@ class Motore final : public IActiveScriptSite {
   Motore& operator=(Motore&&) = delete;
   virtual ~Motore() = default;
 
-  /// Runs the files one after the other in the same script; gives the exit status: 0, the status given to
+  /// Runs the files one after the other in the same script; returns the exit status: 0, the status given to
   /// WScript.Quit, 1 after a failed check, 2 after an error that the script did not catch.
   int Esegui(const std::vector<std::filesystem::path>& file, std::vector<std::wstring> argomenti);
 

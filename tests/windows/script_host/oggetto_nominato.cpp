@@ -52,7 +52,7 @@ std::string TestoDi(const VARIANT& valore) {
     default:
       break;
   }
-  // The words of English, so that a test reads alike under every language of the system.
+  // English words, so that a test reads alike under every system language.
   const LCID inglese = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT);
   if (FAILED(VariantChangeTypeEx(&copia.Get(), &copia.Get(), inglese, 0, VT_BSTR))) return "(?)";
   return adapters::win32::FromBstr(V_BSTR(&copia.Get()));

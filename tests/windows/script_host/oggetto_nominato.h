@@ -15,16 +15,16 @@
 
 namespace orve::prova {
 
-/// The arguments of a call in the order in which they were written, looked through references.
+/// The arguments of a call in the order in which they were written, with references followed.
 class Argomenti {
  public:
   explicit Argomenti(const DISPPARAMS& parametri) : parametri_(parametri) {}
   [[nodiscard]] std::size_t Quanti() const { return parametri_.cArgs; }
-  /// Raises 450 for an argument that is missing.
+  /// Raises 450 for a missing argument.
   [[nodiscard]] const VARIANT& operator[](std::size_t indice) const;
   /// Any value as text, as the script would show it.
   [[nodiscard]] std::string Testo(std::size_t indice) const;
-  /// Raises 424 for what is no object.
+  /// Raises 424 for what is not an object.
   [[nodiscard]] adapters::win32::ComPtr<IDispatch> Oggetto(std::size_t indice) const;
 
  private:
@@ -79,7 +79,7 @@ class OggettoNominato : public OggettoContato {
   std::vector<Voce> membri_;
 };
 
-/// Runs a call of a script into this program; what it raises becomes the script's error.
+/// Runs a script's call into this program; what it raises becomes the script's error.
 HRESULT Rispondi(const std::function<adapters::win32::VariantCom()>& azione, VARIANT* risultato,
                  EXCEPINFO* eccezione);
 

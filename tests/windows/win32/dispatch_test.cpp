@@ -1,4 +1,4 @@
-// Objects of automation reached by name.
+// Automation objects reached by name.
 #include "win32/dispatch.h"
 
 #include <gmock/gmock.h>

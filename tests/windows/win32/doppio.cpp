@@ -75,7 +75,7 @@ void ArrivoCom::Scrivi(std::size_t posto, const host::Variant& valore) const {
   }
 }
 
-// The way by which scripts offer their members.
+// The way in which scripts offer their members.
 class DoppioCom::Esteso : public IDispatchEx {
  public:
   explicit Esteso(DoppioCom& doppio) : doppio_(doppio) {}
@@ -229,7 +229,7 @@ HRESULT DoppioCom::Invoke(DISPID membro, REFIID, LCID, WORD tipo, DISPPARAMS* pa
   } catch (const RifiutoCom& rifiuto) {
     return Riporta(rifiuto, eccezione);
   } catch (const host::Errore& errore) {
-    // A number of the language's own, or a code of the system.
+    // One of the language's own numbers, or a system code.
     const bool piccolo = errore.Numero() > 0 && errore.Numero() <= 0xFFFF;
     return Riporta(
         {piccolo ? E_FAIL : static_cast<HRESULT>(errore.Numero()),
@@ -292,7 +292,7 @@ class Fabbrica : public IClassFactory {
   ULONG riferiti_ = 1;
 };
 
-// Not the classes of the person alone: Wine does not look there.
+// Not the person's own classes: Wine does not look there.
 constexpr const wchar_t* kClassi = L"Software\\Classes\\";
 
 }  // namespace
@@ -309,7 +309,7 @@ ClasseCom::ClasseCom(const std::wstring& nome, std::function<adapters::win32::Co
                     static_cast<DWORD>((wcslen(testo) + 1) * sizeof(wchar_t)));
     CoTaskMemFree(testo);
   } else {
-    nome_.clear();  // the machine's own class, which this one stands in front of
+    nome_.clear();  // the machine's own class, which this one overrides
   }
   Registra(identificatore, std::move(crea));
 }

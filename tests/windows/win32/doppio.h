@@ -1,4 +1,4 @@
-// An object of automation that a test plays: members by name, and the journal of the calls as they arrived.
+// An automation object that a test plays: members by name, and the journal of the calls as they arrived.
 #pragma once
 
 #include <windows.h>
@@ -48,7 +48,7 @@ class DoppioCom : public IDispatch {
   DoppioCom& operator=(const DoppioCom&) = delete;
 
   /// A member under its exact name and case, and the kinds of call that it takes (a sum of DISPATCH_ flags; a
-  /// call of several kinds needs one of them).
+  /// call with several kinds needs one of them).
   void Membro(const std::string& nome, WORD tipi, AzioneCom azione);
   /// The same for a property that can be read and written and holds what was written.
   void Proprieta(const std::string& nome, const host::Variant& valore = {});
@@ -60,7 +60,7 @@ class DoppioCom : public IDispatch {
   void PrendeRiferimenti(Riferimenti modo) { riferimenti_ = modo; }
   /// From now on GetIDsOfNames knows nothing; the members are found through IDispatchEx alone.
   void SoloPerIDispatchEx() { soloEx_ = true; }
-  /// The journal also says how arguments arrived: "&" in front of one by reference, and the kind behind it.
+  /// The journal also says how arguments arrived: "&" before one by reference, followed by the kind.
   void ScriviTipi() { scriviTipi_ = true; }
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override;
@@ -118,7 +118,7 @@ struct RifiutoCom {
   std::wstring descrizione;
 };
 
-/// A class under a name, for as long as this lives: whoever creates an object of it gets what `crea` gives.
+/// A class under a name, for as long as this lives: creating an object of it returns what `crea` returns.
 class ClasseCom {
  public:
   ClasseCom(const std::wstring& nome, std::function<adapters::win32::ComPtr<IDispatch>()> crea);
@@ -135,7 +135,7 @@ class ClasseCom {
   DWORD registrazione_ = 0;
 };
 
-/// The machine knows no class of this name any more, whoever has played it before.
+/// The machine no longer knows a class of this name, whoever has played it before.
 void DimenticaClasse(const std::wstring& nome);
 
 /// The apartment of a test's thread.

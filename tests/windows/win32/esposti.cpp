@@ -28,7 +28,7 @@ DoppioPtr Nuovo(const char* nome) {
   return CreaDoppio(nome, std::make_shared<std::vector<std::string>>());
 }
 
-// A member that only acts, one that gives a value, and one that gives an object.
+// A member that only acts, one that returns a value, and one that returns an object.
 template <class F>
 void Fa(const DoppioPtr& doppio, const char* nome, WORD tipi, F azione) {
   doppio->Membro(nome, tipi, [azione](const ArrivoCom& arrivo) {
@@ -333,7 +333,7 @@ DoppioPtr Esponi(std::shared_ptr<host::RecordSet> righe) {
   return doppio;
 }
 
-// The command comes from the database when it is told whose it is.
+// The command comes from the database once it is told whose it is.
 DoppioPtr EsponiComando(const std::shared_ptr<fakes::FakeConnection>& database) {
   struct Stato {
     std::shared_ptr<host::Command> comando;
@@ -391,7 +391,7 @@ DoppioPtr Esponi(std::shared_ptr<host::DirectoryObject> oggetto) {
   return doppio;
 }
 
-// What stands behind the name "LDAP" of a path: it makes of the path a moniker that gives the object.
+// What is behind the name "LDAP" in a path: it turns the path into a moniker that gives the object.
 class Percorsi : public IParseDisplayName, public IDispatch {
  public:
   explicit Percorsi(std::shared_ptr<fakes::FakeAmbiente> finto) : finto_(std::move(finto)) {}
@@ -445,7 +445,7 @@ class Percorsi : public IParseDisplayName, public IDispatch {
   ULONG riferiti_ = 1;
 };
 
-// MAPI32.DLL hands its calls to the fake, with the texts as they arrived; without a fake it fails.
+// MAPI32.DLL passes its calls to the fake, with the texts as they arrived; without a fake it fails.
 std::weak_ptr<host::Mapi32> mapi;
 constexpr ULONG kNonRiuscito = 2;
 

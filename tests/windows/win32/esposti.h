@@ -14,11 +14,11 @@ namespace orve::prova {
 [[nodiscard]] adapters::win32::ComPtr<DoppioCom> Esponi(std::shared_ptr<host::Connection> connessione);
 [[nodiscard]] adapters::win32::ComPtr<DoppioCom> Esponi(std::shared_ptr<host::InterfacciaHost> interfaccia);
 
-/// From now on MAPI32.DLL hands its calls to these functions, as long as somebody holds them.
+/// From now on MAPI32.DLL passes its calls to these functions, as long as somebody holds them.
 void RispondePerMapi32(const std::shared_ptr<host::Mapi32>& funzioni);
 
-/// All classes that the library creates, each giving the object of the fakes; and MAPI32.DLL in front of the
-/// system's.
+/// All classes that the library creates, each giving the object of the fakes; and a MAPI32.DLL that takes
+/// precedence over the system's.
 class ClassiFinte {
  public:
   ClassiFinte(std::shared_ptr<fakes::FakeAmbiente> finto, std::shared_ptr<fakes::FakeConnection> database);

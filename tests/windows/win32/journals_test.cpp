@@ -31,7 +31,8 @@ class AmbienteFermo final : public host::Ambiente {
   std::shared_ptr<host::MAPISession> CreaMAPISession() override { return vero_->CreaMAPISession(); }
   std::shared_ptr<host::MAPIMessages> CreaMAPIMessages() override { return vero_->CreaMAPIMessages(); }
   std::shared_ptr<host::Mapi32> CreaMapi32() override {
-    // The library is no class that could tell of its making and release: the fake behind it lives as long.
+    // The library is not a class that could report its creation and release: the fake behind it lives as
+    // long.
     auto finta = finto_->CreaMapi32();
     prova::RispondePerMapi32(finta);
     auto vera = vero_->CreaMapi32();

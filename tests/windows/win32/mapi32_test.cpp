@@ -1,4 +1,4 @@
-// The three functions of MAPI32.DLL, as a library gets them that a test plays.
+// The three functions of MAPI32.DLL, as received by a library that a test plays.
 #include "win32/mapi32.h"
 
 #include <gtest/gtest.h>
@@ -90,7 +90,7 @@ ULONG WINAPI SendMail(ULONG_PTR sessione, ULONG_PTR finestra, void* messaggio, S
                              FromBstr(TestoA(record, 8 + 3 * kPuntatore)));
     }
   }
-  // The library puts another text in the place of the subject.
+  // The library replaces the subject with another text.
   SysFreeString(TestoA(messaggio, kPuntatore));
   BSTR cambiato = SysAllocStringByteLen("Spedito \xE0", 9);
   std::memcpy(static_cast<char*>(messaggio) + kPuntatore, &cambiato, sizeof cambiato);
@@ -198,7 +198,7 @@ std::filesystem::path CartellaDelProgramma() {
   return std::filesystem::path(programma).parent_path();
 }
 
-// A library that whoever may write the folder has left there.
+// A library left there by somebody who may write the folder.
 class LibreriaLasciata {
  public:
   explicit LibreriaLasciata(const std::filesystem::path& cartella) : file_(cartella / L"orve-lasciata.dll") {

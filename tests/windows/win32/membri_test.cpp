@@ -23,7 +23,7 @@ constexpr WORD kChiamata = DISPATCH_METHOD;
 
 class MembriTest : public testing::Test {
  protected:
-  // An object whose members are told by kind, each name with a blank behind it.
+  // An object whose members are given by kind, each name followed by a blank.
   ComPtr<prova::DoppioCom> Doppio(const std::string& nome, const std::string& scritti,
                                   const std::string& chiamati = {}) {
     auto doppio = prova::CreaDoppio(nome, giornale);

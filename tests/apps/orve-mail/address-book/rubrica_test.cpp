@@ -1,5 +1,5 @@
-// The address book without its window: who stands in it, the search, and the manager's promises.
-#include "orve-mail/address-book/rubrica.h"
+// The address book without its window: who is in it, the search, and the manager's promises.
+#include "orve-mail/rubrica.h"
 
 #include <gmock/gmock.h>
 
@@ -154,7 +154,7 @@ TEST_F(DatiRubrica, AnEmptyDatabaseGivesAnEmptyBook) {
 }
 
 TEST_F(DatiRubrica, AHundredThousandPartiesAreReadAndSearchedInLinearTime) {
-  // At a quadratic cost they would take longer than a test may.
+  // At quadratic cost they would take longer than a test may.
   static_cast<void>(
       Esegui("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 99999) "
              "INSERT INTO CG16_ANAGGEN (CG16_CODICE, CG16_RAGSOANAG, CG16_INDEMAIL) "

@@ -1,5 +1,5 @@
 // The check of an installation against real servers: what is in order, what is not and what to do about it,
-// and that no message is ever begun and no secret told.
+// and that no message is ever begun and no secret revealed.
 #include <fstream>
 #include <sstream>
 
@@ -39,7 +39,7 @@ class Controlla : public ProvaIntera {
     return testo.str();
   }
 
-  /// The only line with this beginning behind its mark; empty when there is none or several.
+  /// The only line that begins like this after its marker; empty when there is none or several.
   [[nodiscard]] static std::string Riga(const Esecuzione& esecuzione, const std::string& controllo) {
     std::istringstream righe(esecuzione.uscita);
     std::string trovata;

@@ -228,7 +228,7 @@ TEST(ControlloTraccia, ALineWithoutAnEndIsCutAndTheNextOneIsRead) {
 }
 
 TEST(ControlloTraccia, AHugeTraceIsReadAsAStream) {
-  // Longer than the blocks in which it is read, so that lines fall over their edges.
+  // Longer than the blocks in which it is read, so that lines straddle their edges.
   std::string testo;
   constexpr unsigned kOggetti = 20'000;
   for (unsigned i = 0; i < kOggetti; ++i) testo += Evento(Id(i), "INI") + Evento(Id(i), "TER");

@@ -1,4 +1,4 @@
-// The commands besides sending, the words of the command line, and the manual page.
+// The commands other than sending, the words of the command line, and the manual page.
 #include <sys/stat.h>
 
 #include <filesystem>

@@ -52,7 +52,7 @@ class Guasti : public ProvaIntera {
   }
 };
 
-// A listener that takes connections and never says a word.
+// A listener that accepts connections and never says a word.
 class Muto {
  public:
   Muto() : presa_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
@@ -292,7 +292,7 @@ TEST_F(Guasti, ANeighboursFolderOfTheSameNameEndsNoSend) {
 TEST_F(Guasti, AFullTemporaryDirectoryCostsTheLogLineOnly) {
   const std::filesystem::path temporanea = cartella.Path() / "piena";
   std::filesystem::create_directory(temporanea);
-  // The device that is always full, in the place of today's log, and of tomorrow's when midnight is near.
+  // The device that is always full, in place of today's log, and of tomorrow's when midnight is near.
   const std::string oggi = NomeDelLog();
   const std::string traPoco = NomeDelLog(std::time(nullptr) + 3600);
   for (const std::string& nome : std::set<std::string>{oggi, traPoco}) {

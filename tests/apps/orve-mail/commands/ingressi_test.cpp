@@ -1,4 +1,4 @@
-// What people and programs put on the command line that no mail was ever meant to carry.
+// Things on the command line, from people and programs, that no mail was ever meant to carry.
 #include <sys/stat.h>
 #include <unistd.h>
 

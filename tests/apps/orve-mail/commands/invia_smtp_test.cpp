@@ -1,4 +1,4 @@
-// The call past the send procedure: always SMTP, always the default account.
+// The call that bypasses the send procedure: always SMTP, always the default account.
 #include <string>
 
 #include "apps/orve-mail/prova_intera.h"
@@ -131,7 +131,7 @@ TEST_F(InviaSmtp, WithoutAnAccountNothingLeavesAndThePersonLearnsWhy) {
 
 TEST_F(InviaSmtp, AnErrorIsShownByTheLibraryOrKeptForTheProgram) {
   AvviaServerOrdinario();
-  Sql("DROP TABLE FW00_GRPUSRASSOC");  // which the placeholders want
+  Sql("DROP TABLE FW00_GRPUSRASSOC");  // which the placeholders need
   const Esecuzione mostrato = Invia({"--a", "x@example.org", "--corpo", "x"});
   EXPECT_EQ(mostrato.stato, 4) << mostrato;
   EXPECT_THAT(mostrato.errori, HasSubstr("Avviso: no such table: FW00_GRPUSRASSOC"));

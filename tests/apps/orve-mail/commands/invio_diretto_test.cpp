@@ -49,7 +49,7 @@ TEST_F(InvioDiretto, AnAccountNamedByNumberSendsInsteadOfTheDefaultOne) {
 
 TEST_F(InvioDiretto, TheDefaultAccountIsTheOneThatASendByCodeUses) {
   auto& server = AvviaServerDi(5, "magazzino@arvenia.example");
-  // Several accounts of the company, of which neither the number nor the address says which one counts.
+  // Several accounts of the company, where neither the number nor the address says which one is taken.
   Sql("INSERT INTO FW9A_MAILAZIENDAACCOUNT (FW9A_IDACCOUNT_FW98, FW9A_DITTA_CG18) VALUES (5, 1), (6, 1)");
   Sql("UPDATE FW98_MAILACCOUNT SET FW98_USERNAME = 'magazzino@arvenia.example', FW98_PASSWORD ="
       " (SELECT FW98_PASSWORD FROM FW98_MAILACCOUNT WHERE FW98_IDACCOUNT = 5) WHERE FW98_IDACCOUNT IN (2, "

@@ -23,7 +23,7 @@ using ::testing::StartsWith;
 using ::testing::UnorderedElementsAre;
 using Riga = std::vector<std::string>;
 
-// Bytes of every value, so that nothing on the way can pass for unchanged by chance.
+// Bytes of every value, so that nothing can come through unchanged by chance.
 std::string TuttiIByte(std::size_t quanti) {
   std::string byte;
   for (std::size_t i = 0; i < quanti; ++i) byte.push_back(static_cast<char>((i * 7 + i / 256) % 256));
@@ -368,7 +368,7 @@ TEST_F(Invio, ThePasswordStandsNowhereButEnciphered) {
       Invia({"--a", "x@example.org", "--corpo", "x", "--dialogo", dialogo, "--modo", "semi"});
   EXPECT_EQ(fallita.stato, 1) << fallita;
   EXPECT_THAT(support::ReadFile(dialogo), HasSubstr("C: AUTH"));
-  // In clear, in base64 alone, and in base64 behind the NUL and user name of AUTH PLAIN.
+  // In clear, in base64 alone, and in base64 after the NUL and user name of AUTH PLAIN.
   const std::vector<std::string> segreti = {"Prova-1-arvenia", "Prova-2-arvenia", "UHJvdmEtMS1hcnZlbmlh",
                                             "UHJvdmEtMi1hcnZlbmlh", "AFByb3ZhLTEtYXJ2ZW5pY"};
   std::size_t guardati = 0;

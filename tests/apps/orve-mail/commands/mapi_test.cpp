@@ -39,7 +39,7 @@ class InvioMapi : public ProvaIntera {
     return percorso;
   }
 
-  /// msmtp that hands over to the server.
+  /// msmtp that delivers to the server.
   std::string Msmtp(const support::SmtpServer& server) const {
     const std::string configurazione =
         cartella.Write("msmtprc", "account default\nhost 127.0.0.1\nport " + std::to_string(server.Port()) +
@@ -49,7 +49,7 @@ class InvioMapi : public ProvaIntera {
     return Comando(R"(exec /usr/bin/msmtp -C "$D/msmtprc" "$@")");
   }
 
-  /// What both channels send and what arrives of it.
+  /// What both channels send and what arrives.
   Esecuzione InviaFattura(const std::string& sendmail) const {
     const std::string fattura = cartella.Write("Città d'arte 12.pdf", std::string("%PDF\0\r\n\xFF", 8));
     return Invia({"--sendmail", sendmail, "--a", "Rossi, Nicolò <nicolo@x.example>", "--cc", "anna@x.example",

@@ -1,5 +1,5 @@
-// Which files may go with a message, whoever names them, and under which names they go.
-#include "orve-mail/host/allegati.h"
+// Which files may be sent with a message, whoever names them, and under which names they are sent.
+#include "orve-mail/allegati.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -149,7 +149,7 @@ TEST(Allegato, OfARowLiesBelowAFolderGivenWhenAllLinksAreResolved) {
     EXPECT_EQ(RifiutoDiPreparare(file, {}, cartelle), kFuori) << file;
     EXPECT_EQ(RifiutoDiPreparare(file, {}, cartelle, false), kFuori) << file;
   }
-  // A folder whose name begins like the list's is another one.
+  // A folder whose name merely begins like the list's is a different one.
   fs::create_directory(qui + "-privata");
   std::ofstream(qui + "-privata/x.pdf") << "x";
   EXPECT_EQ(RifiutoDiPreparare(qui + "-privata/x.pdf", {}, cartelle), kFuori);

@@ -1,5 +1,5 @@
-// What a code can be that comes from outside.
-#include "orve-mail/host/codici.h"
+// What a code from outside may be.
+#include "orve-mail/codici.h"
 
 #include <gtest/gtest.h>
 

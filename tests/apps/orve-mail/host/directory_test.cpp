@@ -1,4 +1,4 @@
-// Sends by a person whom the company's directory knows: the account has no address and no name, and the
+// Sends by a person who is in the company's directory: the account has no address and no name, and the
 // directory has both.
 #include <pwd.h>
 #include <sys/stat.h>
@@ -109,7 +109,7 @@ TEST_F(InvioConDirectory, TheCheckOfAnInstallationAsksTheDirectoryForThePerson) 
 
 TEST_F(InvioConDirectory, TheCheckTellsWhyThePersonCannotBeLookedFor) {
   const LdapServer directory;
-  // Anonymously the root may be read, and nobody looked for.
+  // Anonymous clients may read the root, and search for nobody.
   const Esecuzione esecuzione =
       EseguiConAmbiente({}, {"controlla", "--ca", Ca(), "--directory", directory.Url(), "--directory-accesso",
                              "anonimo", "--directory-senza-tls"});
@@ -159,7 +159,7 @@ TEST_F(InvioConDirectory, ADirectoryThatFailsHoldsNoMessageUpAndIsToldOf) {
     opzioniLente.insert(opzioniLente.end(), {"--attesa-risposta", std::to_string(attesa.count())});
     return InviaACliente(opzioniLente);
   };
-  // The time holds for the mail server too, which must not be too slow for it.
+  // The time limit applies to the mail server too, which must not be too slow for it.
   const auto inviato = [](const Esecuzione& una) { return una.stato == 0; };
   const Esecuzione silenziosa = support::WithPatience(invio, inviato, {2s, 15s, 40s});
   EXPECT_EQ(silenziosa.stato, 0) << silenziosa;

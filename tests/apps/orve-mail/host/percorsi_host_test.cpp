@@ -77,7 +77,7 @@ TEST_F(CartellaTemporanea, TheTemporaryDirectoryBelongsToTheUserAlone) {
   EXPECT_EQ(stato.st_mode & 0777U, 0700U);
   risolutore.ChiudiPercorsi();
   EXPECT_EQ(risolutore.Percorso(), "");
-  EXPECT_EQ(CartellaTemporaneaDiSistema(), Nostra());  // a second time it is there already
+  EXPECT_EQ(CartellaTemporaneaDiSistema(), Nostra());  // the second time it already exists
 }
 
 TEST_F(CartellaTemporanea, AFolderThatOthersMayWriteInIsNotUsed) {

@@ -54,7 +54,7 @@ TEST(Resoconto, AStatoThatWasNeverTouchedIsNoSuccess) {
 TEST(Resoconto, AWindowLeftWithoutSendingIsACancellation) {
   Resoconto resoconto = NonConsegnato(kvOK);
   resoconto.note.finestreMostrate = 1;
-  resoconto.note.messaggi = 1;  // a bad address, told in the window
+  resoconto.note.messaggi = 1;  // a bad address, reported in the window
   const Racconto racconto = Raccontato(resoconto);
   EXPECT_EQ(racconto.uscita, Uscita::kAnnullato);
   EXPECT_EQ(racconto.fuori, "");
@@ -114,7 +114,7 @@ TEST(Resoconto, ACallPastTheSendProcedureHasFailedWhateverStatoSays) {
   EXPECT_EQ(Valuta(resoconto), Uscita::kInviato);
   resoconto.note.esitoConsegna = 5;
   EXPECT_EQ(Valuta(resoconto), Uscita::kInvioFallito);
-  // The component failed before it came to deliver: only the register tells.
+  // The component failed before it got to deliver: only the register tells.
   resoconto.note.consegne = 0;
   resoconto.note.registro = {{1, "Uno", "Uno <uno@x.example>", "Errore di connessione con il server"}};
   EXPECT_EQ(Valuta(resoconto), Uscita::kInvioFallito);

@@ -52,7 +52,7 @@ std::vector<Letto> Leggi(const std::string& testo) {
 }
 
 #if defined(ORVE_CON_SANITIZER)
-// The sanitizer keeps what was freed for a while, so that only what is in use tells anything.
+// The sanitizer keeps freed memory for a while, so only what is in use means anything.
 constexpr bool kConSanitizer = true;
 std::size_t MemoriaInUso() {
   return __sanitizer_get_current_allocated_bytes();
@@ -187,7 +187,7 @@ TEST(LettoreCsv, ARowOfNothingButSeparatorsTakesNoMemory) {
   EXPECT_EQ(righe[2], (Letto{3, {"1"}, ""}));
 }
 
-// Each missing quote is looked for no further than to the next one.
+// Each missing quote is searched for no further than the next one.
 TEST(LettoreCsv, ManyMissingQuotesAreReadInOnePass) {
   std::string testo = "a,b\n";
   for (int i = 0; i < 100'000; ++i) testo += "\"x,y\n";
@@ -200,7 +200,7 @@ TEST(LettoreCsv, ManyMissingQuotesAreReadInOnePass) {
 }
 
 TEST(LettoreCsv, MemoryDoesNotGrowWithTheRows) {
-  struct Ripetuto : std::streambuf {  // a hundred megabytes that lie nowhere
+  struct Ripetuto : std::streambuf {  // a hundred megabytes that are stored nowhere
     std::string riga = "cliente;1001;" + std::string(1000, 'x') + "\n";
     int volte = 0;
     int underflow() override {

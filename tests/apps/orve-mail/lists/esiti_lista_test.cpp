@@ -121,7 +121,7 @@ TEST_F(Esiti, ALineWithoutItsSecondHalfIsUncertain) {
   }
 }
 
-// The message of such a row cannot have left: its first half was not yet on the disk.
+// The message of such a row cannot have been sent: its first half was not yet on disk.
 TEST_F(Esiti, AHalfWrittenFirstHalfIsAsIfItHadNeverBeen) {
   const std::string intera = "2;" + kUna + ";x;2026-01-01T00:00:00Z;inviato;\n";
   const std::string torsi = "3;" + kDue + ";y;2026-01-01T00:00:01Z";
@@ -223,7 +223,7 @@ TEST_F(Esiti, RowsTriedAgainLeaveOneLineInTheOrderOfTheList) {
     const std::string riordinato =
         Riga("2;" + kDue + ";due;ORA;inviato;\n3;" + kDue + ";tre;ORA;inviato;\n9;;;;malformata;m\n");
     EXPECT_EQ(SenzaOre(), riordinato);
-    esiti.Inizia(10, kUna, "dieci");  // and it goes on behind that
+    esiti.Inizia(10, kUna, "dieci");  // and it continues after that
     esiti.Concludi(EsitoRiga::kInviato, "");
     esiti.Riordina();
     EXPECT_EQ(SenzaOre(), riordinato + "10;" + kUna + ";dieci;ORA;inviato;\n");
@@ -253,7 +253,7 @@ TEST_F(Esiti, AFileOfAnotherUserIsRefusedButRootGoesOnWithHis) {
   EsitiLista(File(), "LISTA-1").Annota(2, kUna, "x", EsitoRiga::kInviato, "");
   const std::string prima = Testo();
   ASSERT_EQ(::chown(File().c_str(), 65534, 65534), 0);
-  ASSERT_EQ(::chmod(cartella.Path().c_str(), 01777), 0);  // where anybody could have laid it
+  ASSERT_EQ(::chmod(cartella.Path().c_str(), 01777), 0);  // where anybody could have planted it
   EXPECT_THAT(Rifiuto(), HasSubstr("appartiene a un altro utente; indicare un file proprio"));
   EXPECT_EQ(Testo(), prima);
   ASSERT_EQ(::chmod(cartella.Path().c_str(), 0755), 0);
@@ -311,7 +311,7 @@ TEST_F(Esiti, WhatIsNoFileIsRefused) {
   EXPECT_THAT(Rifiuto(), HasSubstr("non è un file"));
 }
 
-// Every file that this process writes may grow no further than so far.
+// No file that this process writes may grow beyond a limit.
 class SpazioLimitato {
  public:
   explicit SpazioLimitato(rlim_t byte) {

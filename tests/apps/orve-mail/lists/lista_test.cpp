@@ -65,7 +65,7 @@ class Lista : public ProvaIntera {
     return Esegui(argomenti);
   }
 
-  /// The same, running beside the test.
+  /// The same, running alongside the test.
   [[nodiscard]] std::unique_ptr<support::Process> Avvia(const std::vector<std::string>& ambiente = {},
                                                         const std::vector<std::string>& opzioni = {}) const {
     std::vector<std::string> comando = {"/usr/bin/env", "TMPDIR=" + cartella.Path().string(),
@@ -76,7 +76,7 @@ class Lista : public ProvaIntera {
     return std::make_unique<support::Process>(comando);
   }
 
-  /// A plain server without login, as fast as they come.
+  /// A plain server without login, as fast as possible.
   support::SmtpServer& AvviaServerSemplice(const support::SmtpServerOptions& opzioni = {}) {
     semplice_ = std::make_unique<support::SmtpServer>(opzioni);
     ImpostaServerSemplice(semplice_->Port());
@@ -322,7 +322,7 @@ TEST_F(Lista, TheSampleListIsSent) {
   EXPECT_EQ(server.Count(), 5U);
 }
 
-// The mode would open a window for it, where there is one.
+// The mode would open a window for it, where one can be opened.
 TEST_F(Lista, ACustomerWithoutAnAddressStopsNoOther) {
   auto& server = AvviaServerSemplice();
   Scrivi("tipo;codice\ncliente;1004\ncliente;1001\n");
@@ -503,7 +503,7 @@ TEST_F(Lista, KilledBeforeTheServerHasTheMessageTheRowIsUncertainToo) {
   EXPECT_THAT(Esiti(), ElementsAre(Riga{"2", "inviato"}, Riga{"3", "inviato"}, Riga{"4", "inviato"}));
 }
 
-// Kills the program at one call after the other by which something of it becomes visible outside, and each
+// Kills the program at each call by which something becomes visible outside, one after the other, and each
 // time lets a second run finish. `meta`: the call at which it dies has done half its work.
 class ListaUccisa : public Lista, public ::testing::WithParamInterface<bool> {};
 
@@ -523,7 +523,7 @@ TEST_P(ListaUccisa, AtAnyMomentSendsNothingTwiceAndLosesNoResult) {
     if (GetParam()) ambiente.emplace_back("KILL_HALF=1");
     const auto prima = Avvia(ambiente);
     const int stato = prima->Wait();
-    if (stato == 9) break;  // it came to its end: there is no such call any more
+    if (stato == 9) break;  // it ran to its end: there are no more such calls
     ASSERT_EQ(stato, kUcciso) << prima->Output();
     ++uccisioni;
     const auto seconda = Avvia();
@@ -575,7 +575,7 @@ TEST_F(Lista, AFullDiskStopsTheRunBeforeAMessageLeaves) {
   EXPECT_THAT(pieno.output, HasSubstr("orve-mail: File dei risultati " + FileEsiti() + ": "));
   EXPECT_EQ(server.Count(), 0U);
   EXPECT_TRUE(support::ReadFile(FileEsiti()) == esiti);
-  EXPECT_EQ(Manda().stato, 0);  // and with room again
+  EXPECT_EQ(Manda().stato, 0);  // and once there is room again
   EXPECT_EQ(server.Count(), 2U);
 }
 

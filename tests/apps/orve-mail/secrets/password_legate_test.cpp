@@ -1,4 +1,4 @@
-// What somebody who can write the database, but has no key, gets to see of its passwords.
+// How much somebody who can write the database, but has no key, gets to see of its passwords.
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
@@ -30,7 +30,7 @@ class PasswordLegate : public ProvaIntera {
     return Sql("SELECT FW98_PASSWORD AS C1 FROM FW98_MAILACCOUNT WHERE FW98_IDACCOUNT = " +
                std::to_string(account))[0][0];
   }
-  // As an installation from before the binding has it: its key, and the password of account 1.
+  // As in an installation from before the binding: its key, and the password of account 1.
   void TornaIndietro() const {
     const std::string file =
         cartella.Write("prova.db.chiave", std::string("orve-mail-chiave-1:") + kCifre + "\n");
@@ -318,7 +318,7 @@ class PasswordInChiaro : public PasswordLegate {
     comando.insert(comando.end(), opzioni.begin(), opzioni.end());
     return Esegui(comando);
   }
-  // As it stands in databases from before anybody was asked.
+  // As in databases from before anybody was asked.
   void ImpostaSenzaChiedere() const {
     Sql("UPDATE FW23_FAXER SET FW23_SERVERNAME = 'localhost', FW23_SSL = 0, FW23_INDAUTH = 1, FW23_PORT = " +
         std::to_string(static_cast<std::int16_t>(server_.Port())) + " WHERE FW23_IDSERVER = 1");

@@ -55,7 +55,7 @@ TEST_F(Riservatezza, EveryFileIsClosedToOthersFromItsFirstMoment) {
   }
 }
 
-// The variables that let the program tell at its end what of a text is left in its memory.
+// The variables that make the program report at its end how much of a text is left in its memory.
 std::vector<std::string> Cerca(const std::string& segreto, const std::string& referto) {
   constexpr unsigned kMaschera = 90;
   std::string cifre;
@@ -68,7 +68,7 @@ std::vector<std::string> Cerca(const std::string& segreto, const std::string& re
   return {"LEFT_SECRET=" + cifre, "LEFT_REPORT=" + referto};
 }
 
-// Short ones lie in other places than long ones.
+// Short ones are kept in different places from long ones.
 TEST_F(Riservatezza, NothingOfAPasswordIsLeftBehindASend) {
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)

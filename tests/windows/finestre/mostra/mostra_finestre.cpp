@@ -55,7 +55,7 @@ orve::fakes::Riga Account() {
           {"CONSEGNA", std::int16_t{0}}};
 }
 
-// Once the window is there.
+// Once the window is open.
 std::string fileDelPosto;
 
 void CALLBACK ScriviPosto(HWND /*finestra*/, UINT /*messaggio*/, UINT_PTR orologio, DWORD /*ora*/) {

@@ -1,4 +1,4 @@
-// A MAPI32.DLL that a test plays: its three functions hand what they got, as it is, to functions of the test.
+// A MAPI32.DLL that a test plays: its three functions pass what they got, as it is, to functions of the test.
 #pragma once
 
 #include <windows.h>
