@@ -9,11 +9,11 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   add_compile_options(-Wno-restrict)
 endif()
 
-# Nothing compiled tells where the sources lay, so that it is the same from any checkout.
+# Nothing compiled reveals where the sources were, so that it is the same from any checkout.
 add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=")
 
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  # Of files compiled as one it takes those included, .cpp files, for headers.
+  # When files are compiled as one, it mistakes the included ones, .cpp files, for headers.
   add_compile_options(-Wno-subobject-linkage)
 endif()
 

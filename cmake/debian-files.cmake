@@ -1,5 +1,5 @@
-# Run by cpack between installing and packing: what a Debian package has besides what is installed elsewhere too. The manual is
-# packed, and is found whatever the language; the program speaks Italian, and so does the one manual.
+# Run by cpack between installing and packing: what a Debian package has in addition to what is installed elsewhere too. The
+# manual is packed, and is found whatever the language; the program speaks Italian, and so does the one manual.
 string(TIMESTAMP now "%a, %d %b %Y %H:%M:%S +0000" UTC)
 set(changelog "orve-mailserver (${CPACK_PACKAGE_VERSION}) unstable; urgency=medium
 

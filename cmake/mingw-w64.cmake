@@ -1,4 +1,4 @@
-# What both widths share. Everything is linked in, so that a DLL imports nothing but the system's own.
+# What both widths share. Everything is linked in, so a DLL imports nothing but the system's own.
 set(CMAKE_CXX_COMPILER "${ORVE_MINGW}-g++-posix")
 set(CMAKE_C_COMPILER "${ORVE_MINGW}-gcc-posix")
 set(CMAKE_RC_COMPILER "${ORVE_MINGW}-windres")

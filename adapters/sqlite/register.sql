@@ -1,4 +1,4 @@
--- What the host records of its sends: one row for each that is registered for a document. Stands in the embedded database
+-- What the host records of its sends: one row for each that is registered for a document. It is in the embedded database
 -- or, where the application has its own server, in a file by itself. Compares byte by byte, so any SQLite program can
 -- search it.
 CREATE TABLE IF NOT EXISTS REGISTRO_INVII (

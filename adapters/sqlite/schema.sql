@@ -1,7 +1,7 @@
--- The application's tables, as far as the mail library and its host use them. The types are SQL Server's.
+-- Those of the application's tables that the mail library and its host use. The types are SQL Server's.
 --
--- Names and codes compare without case and without regard to blanks at the end (ITALIANO_CI), as SQL Server's do. Flags
--- that the application compares with 1 are SMALLINT: a BIT would read as the boolean true, which is -1.
+-- Names and codes compare ignoring case and trailing blanks (ITALIANO_CI), as on SQL Server. Flags that the application
+-- compares with 1 are SMALLINT: a BIT would read as the boolean true, which is -1.
 
 -- Settings of the sending channels. FW24_INDCANALE 1 is mail.
 CREATE TABLE FW24_FAXCONFIG (
@@ -51,8 +51,8 @@ CREATE TABLE CG18_ANADITTABASE (
   CG18_CODICE_CG16  INTEGER NOT NULL REFERENCES CG16_ANAGGEN (CG16_CODICE)
 );
 
--- Customers (CG44_TIPOCF 0) and suppliers (1) of a company. CG44_CODICE_CG16 counts as long as CG44_CLIFORVALIDITA says
--- nothing else.
+-- Customers (CG44_TIPOCF 0) and suppliers (1) of a company. CG44_CODICE_CG16 applies unless CG44_CLIFORVALIDITA says
+-- otherwise.
 CREATE TABLE CG44_CLIFOR (
   CG44_DITTA_CG18   INTEGER NOT NULL REFERENCES CG18_ANADITTABASE (CG18_DITTA),
   CG44_TIPOCF       SMALLINT NOT NULL,
@@ -62,7 +62,7 @@ CREATE TABLE CG44_CLIFOR (
 );
 
 -- From CG44V_DAL on (yyyymmdd, that day included) the partner holds CG44V_CODICE_CG16, until the next row of the same
--- partner begins. What the function FNCG_GETCODANAG reads.
+-- partner begins. Read by the function FNCG_GETCODANAG.
 CREATE TABLE CG44_CLIFORVALIDITA (
   CG44V_DITTA_CG18   INTEGER NOT NULL,
   CG44V_TIPOCF_CG44  SMALLINT NOT NULL,
@@ -81,7 +81,7 @@ CREATE TABLE MG17_AGENTI (
   PRIMARY KEY (MG17_DITTA_CG18, MG17_AGENTE)
 );
 
--- Goods destinations of a partner. One may outlive its partner, so no key binds them.
+-- Goods destinations of a partner. One may outlive its partner, so no foreign key ties them together.
 CREATE TABLE MG22_CLIFORDEST (
   MG22_DITTA_CG18   INTEGER NOT NULL,
   MG22_TIPOCF_CG44  SMALLINT NOT NULL,
@@ -119,7 +119,7 @@ CREATE TABLE FW23_FAXER (
 );
 
 -- FW98_INDREADRCPT and FW98_INDDELIVERYSTATUS: 1 yes, 0 or 2 no, below 0 the user may not change it (-1 yes), null: the
--- general settings count. FW98_PASSWORD is enciphered.
+-- general settings apply. FW98_PASSWORD is enciphered.
 CREATE TABLE FW98_MAILACCOUNT (
   FW98_IDACCOUNT          INTEGER NOT NULL PRIMARY KEY,
   FW98_MAILADDRESS        VARCHAR(255) COLLATE ITALIANO_CI,
