@@ -15,14 +15,14 @@ void Require(bool holds, std::string_view property);
 /// The same for two texts that must agree, which are shown.
 void RequireSame(std::string_view found, std::string_view wanted, std::string_view property);
 
-/// An input as texts. They stand between bytes 1F, which no subject gives a meaning to; missing ones are
+/// An input as texts. They are separated by bytes 1F, which no subject gives a meaning to; missing ones are
 /// empty, and the last one runs to the end.
 class Input {
  public:
   Input(const std::uint8_t* data, std::size_t size) : rest_(reinterpret_cast<const char*>(data), size) {}
 
   [[nodiscard]] std::string_view Text();
-  /// The byte in front, 0 when there is none.
+  /// The byte at the front, 0 when there is none.
   [[nodiscard]] std::uint8_t Byte();
   [[nodiscard]] std::string_view Rest() const { return rest_; }
 

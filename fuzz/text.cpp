@@ -1,4 +1,4 @@
-// The text operations that everything stands on: positions and counts are characters, over any bytes.
+// The text operations that everything builds on: positions and counts are characters, over any bytes.
 #include "text/text.h"
 
 #include <algorithm>

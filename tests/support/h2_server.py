@@ -4,8 +4,8 @@
 
 Prints "READY <port>" and runs until its standard input ends or it is told to stop. Databases are made on first use.
 
-In front of the engine stands a small relay: the PostgreSQL driver opens every connection with settings that the engine
-does not know, and that become settings that it does: SQL Server's mode, which the engine takes back at every login.
+In front of the engine there is a small relay: the PostgreSQL driver opens every connection with settings that the engine
+does not know, and that become settings that it does: SQL Server's mode, which the engine resets at every login.
 """
 
 import argparse

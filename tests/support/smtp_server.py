@@ -1,9 +1,9 @@
 #!/usr/bin/python3 -Xutf8
-"""An SMTP server for tests and demonstrations: takes messages and lays them down as files.
+"""An SMTP server for tests and demonstrations: takes messages and stores them as files.
 
 Each message becomes DIRECTORY/NNNN.eml (its bytes as they came) and DIRECTORY/NNNN.env (lines of a key and a value:
 from, to, mail-options, rcpt-options, helo, tls, user, and the client's port). "READY <port>" on standard output says that
-it listens. SIGUSR1 closes the connections that stand; a file "dropped" says when the clients can see it.
+it listens. SIGUSR1 closes the open connections; a file "dropped" says when the clients can see it.
 """
 
 import argparse
@@ -125,7 +125,7 @@ class Server(SMTP):
 
     @staticmethod
     def _split(argument, known):
-        """Takes the parameters we know besides the base class out of a command's argument."""
+        """Takes those parameters out of a command's argument that we know in addition to the base class."""
         words = (argument or "").split(" ")
         taken = [w for w in words[1:] if w.split("=")[0].upper() in known]
         return " ".join([words[0]] + [w for w in words[1:] if w not in taken]), " ".join(taken)
