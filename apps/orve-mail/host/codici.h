@@ -1,8 +1,8 @@
-// What a code can be that comes from outside.
+// What a code from outside may be.
 //
-// The library joins codes into its statements as they stand. So whatever a row of a list or an option brings
-// is held against what the column behind it can hold before it gets there: a text that is no code would be a
-// piece of a statement.
+// The library joins codes into its statements as they are. So whatever comes from a row of a list or from an
+// option is first checked against what its column can hold: text that is not a code would become part of a
+// statement.
 #pragma once
 
 #include <array>
@@ -16,7 +16,7 @@ namespace orve::app {
 
 /// A kind of code by which a recipient is named.
 struct TipoDiCodice {
-  const char* nome;  // in a column of a list, and with two dashes in front as an option
+  const char* nome;  // in a column of a list and, after two dashes, as an option
   kvTipologiaDestinatarioFAX tipo;
   const char* descrizione;
 };
@@ -35,8 +35,8 @@ inline constexpr std::array<TipoDiCodice, 7> kTipiDiCodice = {{
 /// The kind of this name.
 [[nodiscard]] std::optional<kvTipologiaDestinatarioFAX> TipoDaNome(std::string_view nome);
 
-/// Why the text is no recipient's code of this kind, for a person: "non è un numero". Empty: it is one, or
-/// the kind takes any text because none of it gets into a statement.
+/// Why the text is not a recipient's code of this kind, for a person: "non è un numero". Empty: it is one, or
+/// the kind accepts any text because none of it gets into a statement.
 [[nodiscard]] std::string DifettoDelCodice(kvTipologiaDestinatarioFAX tipo, std::string_view codice);
 
 /// The same for the code of an application user or of a group.

@@ -1,5 +1,5 @@
 // The address book without its window: who is in it, the search, and the manager's promises.
-#include "orve-mail/rubrica.h"
+#include "orve-mail/address-book/rubrica.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 // Which files may be sent with a message, whoever names them, and under which names they are sent.
-#include "orve-mail/allegati.h"
+#include "orve-mail/host/allegati.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // What a code from outside may be.
-#include "orve-mail/codici.h"
+#include "orve-mail/host/codici.h"
 
 #include <gtest/gtest.h>
 
