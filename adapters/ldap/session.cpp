@@ -27,8 +27,8 @@ using std::chrono::milliseconds;
 
 constexpr const char* kSystemAuthorities = "/etc/ssl/certs/ca-certificates.crt";
 constexpr milliseconds kFarewell{500};
-// Characters kept of what a server says. Far more than a failure shows, so they never end with the beginning
-// of a password that gets shown.
+// Characters kept of what a server says: far more than a failure shows, so where they end no beginning of a
+// password is shown.
 constexpr std::size_t kHeardWords = 1000;
 
 struct Freed {

@@ -170,7 +170,7 @@ void LeggiAccount(Account& account, const Oggetti& oggetti, host::RecordSet& ris
 
 // No defaults and no trimming here, except where a column may be empty in a valid account: a null elsewhere
 // fails the load. Returns the account's identifier.
-std::int16_t AggiungiAccount(const Messaggio& messaggio, const Account& account, const Oggetti& oggetti,
+std::int16_t AggiungiAccount(const Messaggio& messaggio, Account& account, const Oggetti& oggetti,
                              const host::RecordSet& riga, host::KVL_COMBO& combo) {
   const std::string indirizzo = Leggi(riga, "FW98_MAILADDRESS").ToText();
   const host::Variant id = Leggi(riga, "FW98_IDACCOUNT");
@@ -193,7 +193,7 @@ std::int16_t AggiungiAccount(const Messaggio& messaggio, const Account& account,
 }
 
 // The first row is the user's default and ends up selected.
-void ElencaAccount(const Messaggio& messaggio, const Account& account, const Oggetti& oggetti,
+void ElencaAccount(const Messaggio& messaggio, Account& account, const Oggetti& oggetti,
                    host::RecordSet& risultato, host::KVL_COMBO& combo) {
   const std::int16_t primo = AggiungiAccount(messaggio, account, oggetti, risultato, combo);
   for (risultato.MoveNext(); !risultato.Eof(); risultato.MoveNext()) {

@@ -81,7 +81,8 @@ void CercaIdUtente(Contesto& contesto, const Oggetti& oggetti) {
   contesto.IdUtenteCorrente = Leggi(*risultato, "FW07_ID").ToInt32();
 }
 
-// The first column of the first row, and the description beside it; without a row both stay as they were.
+// The column of the first row, and the description beside it. Without a row the value is empty and the
+// description stays as it was.
 std::string LeggiConDescrizione(const Contesto& contesto, const std::string& statement,
                                 std::string_view colonna, std::string_view colonnaDescrizione,
                                 std::string& descrizione) {

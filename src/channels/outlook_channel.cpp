@@ -34,7 +34,7 @@ std::int16_t VersioneMaggiore(const std::string& versione) {
   return host::Variant(text::Left(versione, punto - 1)).ToInt16();
 }
 
-// Empty for a version whose address we do not know how to read.
+// Empty for a version whose address this channel cannot read.
 std::string MittenteDiOutlook(host::OutlookApplication& outlook) {
   const std::string prefisso(FirmaDi(kvOutlook));
   const std::int16_t versione = VersioneMaggiore(outlook.Version());

@@ -34,7 +34,7 @@ struct TestiVoce {
 };
 
 /// Puts the recipients into the lists of their boxes, in their order. The names of the A recipients go after
-/// whatever `nomi` holds, and and their last two characters are always cut. An unknown box counts as A, but
+/// whatever `nomi` holds, and their last two characters are always cut. An unknown box counts as A, but
 /// its entry has the ";" after it and none before it.
 void RipartisciDestinatari(const CollDestinatari& destinatari, TestiVoce (*testi)(const Destinatario&),
                            ElenchiDestinatari& elenchi, std::string& nomi);

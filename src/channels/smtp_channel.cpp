@@ -70,7 +70,7 @@ void ConsegnaConSmtp(Messaggio& messaggio, const Impostazioni& impostazioni, Acc
   const host::Variant risultato =
       InviaMailConSSL(account, contesto, oggetti, componente,
                       {mittente, elenchi.a, elenchi.cc, elenchi.ccn, messaggio.vOggetto, messaggio.vCorpoMail,
-                       account.ReadReceipt});
+                       account.SmtpPorta, account.SmtpAuth != 0, account.SmtpCrypt, account.ReadReceipt});
   esito.StatoInvio = Riuscito(risultato) ? kvOK : kvErroreInvioMail;
   RegistraEsitoSmtp(messaggio, impostazioni, contesto, oggetti, risultato,
                     std::string(FirmaDi(kvSMTPMail)) + account.vSenderAddress,

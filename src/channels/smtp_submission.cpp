@@ -41,14 +41,15 @@ void AggiungiDestinatari(host::ComponenteSmtp& componente, const Sottomissione& 
   if (!messaggio.elencoCCn.empty()) componente.AddRecipientEx(messaggio.elencoCCn, kSmtpCCn);
 }
 
-void ImpostaServerSmtp(host::ComponenteSmtp& componente, const Account& account) {
+void ImpostaServerSmtp(host::ComponenteSmtp& componente, const Account& account,
+                       const Sottomissione& messaggio) {
   componente.ServerAddr(account.SmtpServer);
-  if (account.SmtpAuth != 0) {
+  if (messaggio.autenticazione) {
     componente.UserName(account.SmtpUtente);
     componente.Password(account.SmtpPassword);
   }
-  componente.ServerPort(account.SmtpPorta);
-  componente.ConnectType(account.SmtpCrypt >= 1 ? 1 : 0);
+  componente.ServerPort(messaggio.porta);
+  componente.ConnectType(messaggio.crypt >= 1 ? 1 : 0);
 }
 
 void ImpostaCorpoSmtp(host::ComponenteSmtp& componente, const Contesto& contesto, const Oggetti& oggetti,
@@ -75,7 +76,7 @@ host::Variant InviaMailConSSL(const Account& account, const Contesto& contesto, 
   SegnalaErrori(segnala, [&] {
     auto& smtp = host::Richiesto(componente);
     smtp.ClearRecipient();
-    if (account.Caricato()) ImpostaServerSmtp(smtp, account);
+    if (account.Caricato()) ImpostaServerSmtp(smtp, account, messaggio);
     ImpostaMittente(smtp, messaggio.mittente);
     if (account.vNotifyDelivery) smtp.DeliveryNotification(kNotificaDiConsegna);
     AggiungiDestinatari(smtp, messaggio);

@@ -1,6 +1,7 @@
 // The one place where a message is handed to the SMTP component.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -21,7 +22,10 @@ struct Sottomissione {
   const std::string& elencoCCn;
   const std::string& oggetto;
   const std::string& corpo;
-  bool ricevuta;  // a read receipt is asked for
+  std::int16_t porta;
+  bool autenticazione;
+  std::int16_t crypt;  // 1 or more: encrypted
+  bool ricevuta;       // a read receipt is asked for
 };
 
 /// Hands it to the component, with the account's server, credentials and receipt requests. Returns the

@@ -76,7 +76,8 @@ void ConsegnaDaSola(Messaggio& messaggio, const Impostazioni& impostazioni, Acco
   if (!account.Caricato()) return;
   const host::Variant risultato =
       InviaMailConSSL(account, contesto, oggetti, componente,
-                      {mittente, elenchi.a, elenchi.cc, elenchi.ccn, oggetto, testo, account.ReadReceipt});
+                      {mittente, elenchi.a, elenchi.cc, elenchi.ccn, oggetto, testo, account.SmtpPorta,
+                       account.SmtpAuth != 0, account.SmtpCrypt, account.ReadReceipt});
   RegistraEsitoSmtp(messaggio, impostazioni, contesto, oggetti, risultato, account.vSenderAddress,
                     {kAperturaConBianco, messaggio.vMailAttachment, oggetto});
 }

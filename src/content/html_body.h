@@ -12,8 +12,8 @@ namespace orve {
 /// Whether the company asks for HTML. A failure is reported by message and counts as no.
 [[nodiscard]] bool EsisteParamHTMLFW95(const Contesto& contesto, const Oggetti& oggetti);
 
-/// The body as an HTML document, with the user's signature after it. What fails is reported by message and
-/// left out.
+/// The body as an HTML document, with the user's signature after it. A body that
+/// cannot be made is reported by message and left out, a signature that cannot be read is left out silently.
 [[nodiscard]] std::string CorpoHTMLConFirma(const Contesto& contesto, const Oggetti& oggetti,
                                             const std::string& corpo);
 

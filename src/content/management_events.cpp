@@ -98,7 +98,7 @@ std::string ComponiParametriEvento(const Contesto& contesto, const Oggetti& ogge
   parametri.SePresenteFraApici("<AZ_DES=", evento.azienda);
   parametri.SePresenteFraApici("<MAIL_IND=", evento.indirizzo);
   // As it is: a path with a quote breaks the statement, and the event is lost.
-  parametri.SePresente("<MAIL_PATH=", std::string(evento.allegato));
+  parametri.SePresente("<MAIL_PATH=", evento.allegato);
   parametri.SePresenteFraApici("<DESRES=", evento.esito);
   parametri.SePresenteFraApici("<MAIL_OBJ=", evento.oggetto);
   return parametri.Testo();

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
+#include <string>
 
 #include "host/variant.h"
 #include "service/contesto.h"
@@ -16,15 +16,18 @@ enum CodiceEvento : std::int32_t {
   kEventoInvio = 89,       // a message went to a channel for one recipient, whatever happened to it there
 };
 
-/// The contents of one event; an empty text is left out.
+inline const std::string kTestoVuoto;
+
+/// The contents of one event; an empty text is left out. The texts are the caller's, and each is read when it
+/// is written into the event.
 struct EventoGestionale {
   std::int32_t codice = kEventoInvio;
-  std::string_view destinatario = {};
-  std::string_view azienda = {};
-  std::string_view indirizzo = {};
-  std::string_view allegato = {};
-  std::string_view esito = {};
-  std::string_view oggetto = {};
+  const std::string& destinatario = kTestoVuoto;
+  const std::string& azienda = kTestoVuoto;
+  const std::string& indirizzo = kTestoVuoto;
+  const std::string& allegato = kTestoVuoto;
+  const std::string& esito = kTestoVuoto;
+  const std::string& oggetto = kTestoVuoto;
 };
 
 /// Registers the event. Never fails: one that cannot be registered is lost silently.

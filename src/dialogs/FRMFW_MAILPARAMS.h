@@ -77,6 +77,9 @@ class FRMFW_MAILPARAMS : public FinestraDelServizio {
   bool readRcpt_ = false;
   bool deliveryStatus_ = false;
 
+  std::shared_ptr<host::Messaggi> ObjMessaggiForm;
+
+  std::shared_ptr<host::Form> finestra_;
   std::shared_ptr<host::KVL_RESIZEFORM> KVL_RESIZEFORM1;
   std::shared_ptr<host::Frame> FRM_PARAM;
   std::shared_ptr<host::KvlRichTextBox> TXT_CORPO;

@@ -50,7 +50,6 @@ class FRMRW_OPZMAIL : public FinestraDelServizio {
   void CollegaEventi();
 
   // --- messages
-  using FinestraDelServizio::ObjMessaggiForm;
   /// The exception in flight as a message without title: number, blank, description and closing text.
   void SegnalaErrore(std::string_view chiusura);
   /// The replacement for null, empty and blank values; never fails.
@@ -104,9 +103,11 @@ class FRMRW_OPZMAIL : public FinestraDelServizio {
   std::string CorpoStandard;  // the text shown when the body returns to the default
   std::shared_ptr<CollDestinatari> CollDestinatariForm;
   bool Attivato = false;
+  std::shared_ptr<host::Messaggi> ObjMessaggiForm;
   std::shared_ptr<host::CollezioneFile> FileAllegati;      // the source of truth; absent until the first file
   std::shared_ptr<host::RecordSetScollegato> RstAllegati;  // what the grid shows of it
 
+  std::shared_ptr<host::Form> finestra_;
   std::shared_ptr<host::KVL_RESIZEFORM> KVL_RESIZEFORM1;
   std::shared_ptr<host::KVL_COMBO> CMB_ACCOUNT;
   std::shared_ptr<host::KVL_TBARMENU> BTN_DEST_A;

@@ -19,7 +19,7 @@ namespace orve {
 using host::Richiesto;
 
 FRMRW_OPZMAIL::FRMRW_OPZMAIL(std::shared_ptr<host::Ambiente> ambiente)
-    : FinestraDelServizio(std::move(ambiente), "FRMRW_OPZMAIL") {
+    : FinestraDelServizio(std::move(ambiente), "FRMRW_OPZMAIL", finestra_, ObjMessaggiForm) {
   Costruisci(LayoutOpzMail(), [this] {
     PrendiControlli();
     CollegaEventi();

@@ -6,8 +6,10 @@
 
 namespace orve {
 
-FinestraDelServizio::FinestraDelServizio(std::shared_ptr<host::Ambiente> ambiente, std::string_view classe)
-    : ambiente_(std::move(ambiente)), traccia_(ambiente_, classe) {}
+FinestraDelServizio::FinestraDelServizio(std::shared_ptr<host::Ambiente> ambiente, std::string_view classe,
+                                         std::shared_ptr<host::Form>& form,
+                                         std::shared_ptr<host::Messaggi>& messaggi)
+    : ambiente_(std::move(ambiente)), traccia_(ambiente_, classe), form_(form), messaggi_(messaggi) {}
 
 CLSFW_MAILSERVER& FinestraDelServizio::Servizio() const {
   if (Parent == nullptr) throw host::Errore(host::kOggettoNonImpostato);
@@ -17,18 +19,18 @@ CLSFW_MAILSERVER& FinestraDelServizio::Servizio() const {
 std::int32_t FinestraDelServizio::MostraMessaggio(const std::string& testo, std::int32_t stile,
                                                   const std::string& titolo,
                                                   const std::shared_ptr<host::Oggetto>& proprietario) {
-  return MostraMessaggioDi(ActiveInterface, ObjMessaggiForm, testo, stile, titolo, proprietario);
+  return MostraMessaggioDi(ActiveInterface, messaggi_, testo, stile, titolo, proprietario);
 }
 
 void FinestraDelServizio::SegnalaErroreConTitolo(std::string_view chiusura) {
   std::string testo = host::ErroreCorrente().Descrizione();
-  MostraMessaggio(testo.append(chiusura), host::kSemplice, finestra_->Caption(), nullptr);
+  MostraMessaggio(testo.append(chiusura), host::kSemplice, form_->Caption(), nullptr);
 }
 
 void FinestraDelServizio::CompletaTitolo(const std::shared_ptr<host::InterfacciaHost>& interfaccia) {
   if (!interfaccia) return;
   const auto messaggi = host::Richiesto(ApplicazioneDi(interfaccia)).Messaggi();
-  finestra_->Caption(host::Richiesto(messaggi).TitoloFinestra(finestra_->Caption()));
+  form_->Caption(host::Richiesto(messaggi).TitoloFinestra(form_->Caption()));
 }
 
 }  // namespace orve

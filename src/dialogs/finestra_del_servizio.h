@@ -28,11 +28,13 @@ class FinestraDelServizio {
   std::shared_ptr<host::InterfacciaHost> ActiveInterface;
 
   /// The window with its named controls.
-  [[nodiscard]] host::Form& Finestra() { return *finestra_; }
+  [[nodiscard]] host::Form& Finestra() { return *form_; }
 
  protected:
-  /// `classe` is the name that the traces show.
-  FinestraDelServizio(std::shared_ptr<host::Ambiente> ambiente, std::string_view classe);
+  /// `classe` is the name that the traces show. The window itself holds form and messages, among its other
+  /// objects: the order in which they are released is visible outside.
+  FinestraDelServizio(std::shared_ptr<host::Ambiente> ambiente, std::string_view classe,
+                      std::shared_ptr<host::Form>& form, std::shared_ptr<host::Messaggi>& messaggi);
   ~FinestraDelServizio() = default;
 
   /// Builds the form without showing it, and runs the steps that take its controls. Raises 429 on a host
@@ -40,13 +42,13 @@ class FinestraDelServizio {
   template <class Passi>
   void Costruisci(const host::LayoutForm& layout, Passi&& passi) {
     traccia_.Inizio([&] {
-      finestra_ = ambiente_->CreaForm(layout);
+      form_ = ambiente_->CreaForm(layout);
       passi();
     });
   }
   template <class Tipo>
   void Prendi(std::shared_ptr<Tipo>& controllo, std::string_view nome) {
-    controllo = host::ControlloDi<Tipo>(host::Richiesto(finestra_), nome);
+    controllo = host::ControlloDi<Tipo>(host::Richiesto(form_), nome);
   }
 
   /// Raises 91 when the window has released its service.
@@ -61,8 +63,10 @@ class FinestraDelServizio {
 
   std::shared_ptr<host::Ambiente> ambiente_;
   TracciaIstanza traccia_;
-  std::shared_ptr<host::Messaggi> ObjMessaggiForm;
-  std::shared_ptr<host::Form> finestra_;
+
+ private:
+  std::shared_ptr<host::Form>& form_;
+  std::shared_ptr<host::Messaggi>& messaggi_;
 };
 
 }  // namespace orve

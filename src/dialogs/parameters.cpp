@@ -16,7 +16,7 @@ namespace orve {
 using host::Richiesto;
 
 FRMFW_MAILPARAMS::FRMFW_MAILPARAMS(std::shared_ptr<host::Ambiente> ambiente)
-    : FinestraDelServizio(std::move(ambiente), "FRMFW_MAILPARAMS") {
+    : FinestraDelServizio(std::move(ambiente), "FRMFW_MAILPARAMS", finestra_, ObjMessaggiForm) {
   Costruisci(LayoutMailParams(), [this] {
     PrendiControlli();
     CollegaEventi();

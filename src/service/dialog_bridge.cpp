@@ -1,6 +1,5 @@
-// The service creates a window, gives it its objects, fills it
-// and shows it modally. The compose window calls back to send; the parameters window is read after it has
-// closed.
+// The service creates a window, gives it its objects, fills it and shows it modally. The compose window calls
+// back to send; the parameters window is read after it has closed.
 #include "service/dialog_bridge.h"
 
 #include <array>

@@ -57,7 +57,7 @@ CLSFW_MAILSERVER::CLSFW_MAILSERVER(std::unique_ptr<Interno> interno)
 
 namespace {
 
-// The order in which outside objects are released is visible to them.
+// The order in which outside objects are released is visible to them. The ambiente goes last.
 void RilasciaIlResto(Interno& i) {
   i.parametri.Account.reset();
   i.oggetti.objTextStream.reset();

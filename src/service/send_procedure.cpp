@@ -162,8 +162,8 @@ void RegistraNonInviato(const Impostazioni& impostazioni, const Contesto& contes
                         host::RegistroInvio& registro, const RigaNonInviata& riga) {
   registro.CanaleInvio(static_cast<float>(impostazioni.SrvMailInstallato));
   registro.RegistraInvio(riga.nome, riga.ditta, riga.indirizzo, riga.allegato, riga.testo, "", "");
-  const auto testo = [](const host::TestoOAssente& valore) {
-    return valore ? std::string_view(*valore) : std::string_view();
+  const auto testo = [](const host::TestoOAssente& valore) -> const std::string& {
+    return valore ? *valore : kTestoVuoto;
   };
   AttivaEventoGestionale(contesto, oggetti,
                          {.codice = kEventoNonInviato,

@@ -37,11 +37,9 @@ class ConsegnaSmtp : public fakes::ServizioDiProva {
     journal->Svuota();
     Account& account = interno.account;
     account.SmtpServer = m.server;
-    account.SmtpPorta = m.porta;
-    account.SmtpAuth = m.autenticazione ? 1 : 0;
-    account.SmtpCrypt = m.crypt;
     return InviaMailConSSL(account, interno.contesto, interno.oggetti, componente,
-                           {m.mittente, m.elencoA, m.elencoCC, m.elencoCCn, m.oggetto, m.corpo, m.ricevuta});
+                           {m.mittente, m.elencoA, m.elencoCC, m.elencoCCn, m.oggetto, m.corpo, m.porta,
+                            m.autenticazione, m.crypt, m.ricevuta});
   }
   void ConHTML() {
     connessione->Risponde("AIT_MAIL_HTML", {{{"", 1}}});
