@@ -70,10 +70,7 @@ host::Variant InviaMailConSSL(const Account& account, const Contesto& contesto, 
                               const std::shared_ptr<host::ComponenteSmtp>& componente,
                               const Sottomissione& messaggio) {
   host::Variant risultato;
-  const auto segnala = [&oggetti](const host::Errore& errore) {
-    MostraMessaggio(oggetti, errore.Descrizione(), host::kAvviso, "ORVE_MAIL: InviaMailConSSL");
-  };
-  SegnalaErrori(segnala, [&] {
+  SegnalaErrori(PerAvviso(oggetti, "ORVE_MAIL: InviaMailConSSL"), [&] {
     auto& smtp = host::Richiesto(componente);
     smtp.ClearRecipient();
     if (account.Caricato()) ImpostaServerSmtp(smtp, account, messaggio);
@@ -92,11 +89,7 @@ host::Variant InviaMailConSSL(const Account& account, const Contesto& contesto, 
 std::string AddAdditionalAttachmentSMTP(const Messaggio& messaggio, const Oggetti& oggetti,
                                         const std::shared_ptr<host::ComponenteSmtp>& componente) {
   std::string elenco;
-  const auto segnala = [&oggetti](const host::Errore& errore) {
-    MostraMessaggio(oggetti, errore.Descrizione(), host::kAvviso,
-                    "ORVE_MAIL:CLSFW_MAILSERVER: AddAdditionalAttachmentSMTP");
-  };
-  SegnalaErrori(segnala, [&] {
+  SegnalaErrori(PerAvviso(oggetti, "ORVE_MAIL:CLSFW_MAILSERVER: AddAdditionalAttachmentSMTP"), [&] {
     if (messaggio.vElencoAllegati.IsEmpty()) return;
     for (const auto& allegato : messaggio.vElencoAllegati.ToArray()) {
       const std::string percorso = allegato.ToText();

@@ -86,11 +86,8 @@ void ConsegnaDaSola(Messaggio& messaggio, const Impostazioni& impostazioni, Acco
 
 void AddDestinatario(Messaggio& messaggio, const Oggetti& oggetti, const std::string& indMail,
                      const std::string& descrDest) {
-  const auto segnala = [&oggetti](const host::Errore& errore) {
-    MostraMessaggio(oggetti, errore.Descrizione(), host::kAvviso, kTitolo);
-  };
   IgnoraErrori([&] {
-    SegnalaErrori(segnala, [&] {
+    SegnalaErrori(PerAvviso(oggetti, kTitolo), [&] {
       if (!messaggio.vCollDestinatari) {
         messaggio.vCollDestinatari = std::make_shared<CollDestinatari>(oggetti.ambiente);
       }
@@ -108,7 +105,7 @@ bool InviaMailSMTP(Messaggio& messaggio, const Impostazioni& impostazioni, Accou
       esito.errDescription = errore.Descrizione() + " in ORVE_MAIL: InviaMailSMTP";
       esito.errNumber = std::to_string(errore.Numero());
     } else {
-      MostraMessaggio(oggetti, errore.Descrizione(), host::kAvviso, kTitolo);
+      PerAvviso(oggetti, kTitolo)(errore);
     }
   };
   IgnoraErrori([&] {

@@ -141,11 +141,8 @@ void RiprendiAllegati(Messaggio& messaggio, const Oggetti& oggetti, const std::s
 }
 
 void AddAllegato(Messaggio& messaggio, const Oggetti& oggetti, const std::string& FileName) {
-  const auto segnala = [&oggetti](const host::Errore& errore) {
-    MostraMessaggio(oggetti, errore.Descrizione(), host::kAvviso, "ORVE_MAIL: InviaMailSMTP");
-  };
   IgnoraErrori([&] {
-    SegnalaErrori(segnala, [&] {
+    SegnalaErrori(PerAvviso(oggetti, "ORVE_MAIL: InviaMailSMTP"), [&] {
       if (messaggio.vElencoAllegati.IsEmpty()) {
         messaggio.vElencoAllegati = host::Variant::Array{FileName};
       } else {

@@ -50,6 +50,13 @@ void SegnalaPerModalita(const Messaggio& messaggio, const Impostazioni& impostaz
   };
 }
 
+/// The description alone, as a warning under this title.
+[[nodiscard]] inline auto PerAvviso(const Oggetti& oggetti, const char* titolo) {
+  return [&oggetti, titolo](const host::Errore& errore) {
+    MostraMessaggio(oggetti, errore.Descrizione(), host::kAvviso, titolo);
+  };
+}
+
 [[nodiscard]] inline auto PerModalita(const Messaggio& messaggio, const Impostazioni& impostazioni,
                                       Oggetti& oggetti, const char* procedura, std::string_view separatore,
                                       std::string_view chiusura) {
