@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/componente_smtp.h"
+#include "orve-mailserver/host/componente_smtp.h"
 
 namespace orve::bench {
 

@@ -7,8 +7,8 @@
 #include <functional>
 #include <memory>
 
-#include "host/ambiente.h"
-#include "host/connection.h"
+#include "orve-mailserver/host/ambiente.h"
+#include "orve-mailserver/host/connection.h"
 
 namespace orve::bench {
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "null_objects.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 
 namespace orve::bench {
 

@@ -1,12 +1,26 @@
-# orve_part(TARGET COMPONENT FOLDER): the headers of a library are found from FOLDER in the tree, and from one include folder
-# when it is installed; find_package(orve-mailserver COMPONENTS COMPONENT) then offers orve-mailserver::COMPONENT.
+# The parts of the library, what each publishes to the others, and what is installed of them.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
-set(ORVE_INCLUDE_DIR "${CMAKE_INSTALL_INCLUDEDIR}/orve-mailserver")
 set(ORVE_CMAKE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/orve-mailserver")
 
-function(orve_part target component folder)
-  target_include_directories(${target} PUBLIC "$<BUILD_INTERFACE:${folder}>" "$<INSTALL_INTERFACE:${ORVE_INCLUDE_DIR}>")
+# orve_room(VARIABLE NAME FOLDER...): an include folder, made of links, in which FOLDERs are found below the names that they have
+# in includes, and nothing else is. FOLDER is NAME=PATH, the path relative to the project.
+function(orve_room variable name)
+  set(room "${PROJECT_BINARY_DIR}/rooms/${name}")
+  foreach(folder IN LISTS ARGN)
+    string(REGEX MATCH "^(.*)=(.*)$" _ "${folder}")
+    cmake_path(GET CMAKE_MATCH_1 PARENT_PATH above)
+    file(MAKE_DIRECTORY "${room}/${above}")
+    file(CREATE_LINK "${PROJECT_SOURCE_DIR}/${CMAKE_MATCH_2}" "${room}/${CMAKE_MATCH_1}" SYMBOLIC)
+  endforeach()
+  set(${variable} "${room}" PARENT_SCOPE)
+endfunction()
+
+# orve_part(TARGET COMPONENT FOLDER...): what links the library TARGET finds its FOLDERs, and only these, so that a dependency
+# that was not declared does not compile. find_package(orve-mailserver COMPONENTS COMPONENT) offers orve-mailserver::COMPONENT.
+function(orve_part target component)
+  orve_room(room ${component} ${ARGN})
+  target_include_directories(${target} PUBLIC "$<BUILD_INTERFACE:${room}>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
   add_library(orve-mailserver::${component} ALIAS ${target})
   if(WIN32)
     return()
@@ -17,9 +31,15 @@ function(orve_part target component folder)
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development)
   install(EXPORT orve-mailserver-${component} NAMESPACE orve-mailserver::
     DESTINATION "${ORVE_CMAKE_DIR}" COMPONENT development)
-  file(RELATIVE_PATH below "${folder}" "${CMAKE_CURRENT_SOURCE_DIR}")
-  install(DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}/" DESTINATION "${ORVE_INCLUDE_DIR}/${below}"
-    COMPONENT development FILES_MATCHING PATTERN "*.h" PATTERN campioni EXCLUDE)
+endfunction()
+
+# orve_adapter(TARGET COMPONENT): the part in adapters/COMPONENT, with its public headers if it has any.
+function(orve_adapter target component)
+  set(folders "${component}=adapters/${component}")
+  if(EXISTS "${PROJECT_SOURCE_DIR}/include/orve-mailserver/${component}")
+    list(APPEND folders "orve-mailserver/${component}=include/orve-mailserver/${component}")
+  endif()
+  orve_part(${target} ${component} ${folders})
 endfunction()
 
 # orve_package(): what find_package reads first, and the Debian packages that `./dev package` makes.
@@ -31,6 +51,7 @@ function(orve_package)
   install(FILES "${PROJECT_BINARY_DIR}/orve-mailserver-config.cmake"
     "${PROJECT_BINARY_DIR}/orve-mailserver-config-version.cmake"
     DESTINATION "${ORVE_CMAKE_DIR}" COMPONENT development)
+  install(DIRECTORY include/ DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development FILES_MATCHING PATTERN "*.h")
   install(FILES README.md CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT program)
   install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}" RENAME copyright COMPONENT program)
   install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}-dev" RENAME copyright COMPONENT development)

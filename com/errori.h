@@ -8,7 +8,7 @@
 
 #include <utility>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/errori_com.h"
 
 namespace orve::com {

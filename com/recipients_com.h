@@ -1,8 +1,8 @@
 // The public objects of recipients and of their collection.
 #pragma once
 
-#include "addressing/recipients.h"
 #include "membri.h"
+#include "orve-mailserver/addressing/recipients.h"
 #include "orve_mailserver.h"
 
 namespace orve::com {

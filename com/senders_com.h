@@ -1,8 +1,8 @@
 // The public objects of sender accounts and of their collection.
 #pragma once
 
-#include "addressing/senders.h"
 #include "membri.h"
+#include "orve-mailserver/addressing/senders.h"
 #include "orve_mailserver.h"
 
 namespace orve::com {

@@ -3,8 +3,8 @@
 
 #include "evento.h"
 #include "membri.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "orve_mailserver.h"
-#include "service/CLSFW_MAILSERVER.h"
 
 namespace orve::com {
 

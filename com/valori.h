@@ -10,7 +10,7 @@
 #include <string>
 #include <type_traits>
 
-#include "host/variant.h"
+#include "orve-mailserver/host/variant.h"
 #include "win32/conversions.h"
 #include "win32/dispatch.h"
 

@@ -15,8 +15,8 @@
 #include "orve-mail/host/archivio.h"
 #include "orve-mail/host/osservazioni.h"
 #include "orve-mail/host/percorsi_host.h"
-#include "posix/percorsi.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/posix/percorsi.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 
 namespace {
 

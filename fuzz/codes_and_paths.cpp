@@ -9,7 +9,7 @@
 
 #include "orve-mail/host/allegati.h"
 #include "orve-mail/host/codici.h"
-#include "posix/percorsi.h"
+#include "orve-mailserver/posix/percorsi.h"
 #include "support.h"
 
 namespace orve::fuzz {

@@ -10,10 +10,10 @@
 
 #include "addressing/address_list.h"
 #include "channels/smtp_channel.h"
-#include "host/errore.h"
 #include "mime/address_list.h"
 #include "mime/header_text.h"
 #include "mime/header_writer.h"
+#include "orve-mailserver/host/errore.h"
 #include "support.h"
 
 namespace orve::fuzz {

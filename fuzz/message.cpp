@@ -14,11 +14,11 @@
 #include <string_view>
 #include <vector>
 
-#include "host/errore.h"
 #include "mime/address_list.h"
 #include "mime/attachment.h"
 #include "mime/header_text.h"
 #include "mime/message_writer.h"
+#include "orve-mailserver/host/errore.h"
 #include "support.h"
 #include "text/text.h"
 

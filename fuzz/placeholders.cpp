@@ -11,7 +11,7 @@
 #include "fakes/fake_ambiente.h"
 #include "fakes/fake_connection.h"
 #include "fakes/servizio_aperto.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "support.h"
 
 namespace orve::fuzz {

@@ -12,8 +12,8 @@
 #include "fakes/fake_ambiente.h"
 #include "fakes/fake_connection.h"
 #include "fakes/servizio_aperto.h"
-#include "host/errore.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/host/errore.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "support.h"
 
 namespace orve::fuzz {

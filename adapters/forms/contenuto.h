@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "host/controlli.h"
-#include "host/messaggi.h"
+#include "orve-mailserver/host/controlli.h"
+#include "orve-mailserver/host/messaggi.h"
 
 namespace orve::adapters::forms {
 

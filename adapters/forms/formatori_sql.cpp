@@ -7,8 +7,8 @@
 #include <string>
 #include <type_traits>
 
-#include "host/errore.h"
-#include "host/variant.h"
+#include "orve-mailserver/host/errore.h"
+#include "orve-mailserver/host/variant.h"
 
 namespace orve::adapters::forms {
 

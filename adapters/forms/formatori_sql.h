@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "host/data_ora.h"
-#include "host/formatori.h"
+#include "orve-mailserver/host/data_ora.h"
+#include "orve-mailserver/host/formatori.h"
 
 namespace orve::adapters::forms {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/layout.h"
+#include "orve-mailserver/host/layout.h"
 
 namespace orve::adapters::forms {
 

@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "host/layout.h"
+#include "orve-mailserver/host/layout.h"
 
 namespace orve::adapters::forms {
 

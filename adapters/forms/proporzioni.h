@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "host/controlli.h"
-#include "host/layout.h"
+#include "orve-mailserver/host/controlli.h"
+#include "orve-mailserver/host/layout.h"
 
 namespace orve::adapters::forms {
 

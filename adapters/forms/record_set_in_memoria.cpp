@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "host/controlli.h"
+#include "orve-mailserver/host/controlli.h"
 
 #include "text/text.h"
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/record_set_scollegato.h"
+#include "orve-mailserver/host/record_set_scollegato.h"
 
 namespace orve::adapters::forms {
 

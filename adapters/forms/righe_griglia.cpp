@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "host/connection.h"
+#include "orve-mailserver/host/connection.h"
 
 namespace orve::adapters::forms {
 

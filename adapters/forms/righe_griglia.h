@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/griglia.h"
+#include "orve-mailserver/host/griglia.h"
 
 namespace orve::adapters::forms {
 

@@ -1,6 +1,6 @@
 #include "forms/voci_combo.h"
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::adapters::forms {
 

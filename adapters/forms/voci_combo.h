@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "host/variant.h"
+#include "orve-mailserver/host/variant.h"
 
 namespace orve::adapters::forms {
 

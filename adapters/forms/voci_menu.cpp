@@ -1,6 +1,6 @@
 #include "forms/voci_menu.h"
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 
 namespace orve::adapters::forms {

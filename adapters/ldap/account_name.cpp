@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/unseen.h"
 
 namespace orve::adapters::ldap {

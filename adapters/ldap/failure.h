@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::adapters::ldap {
 

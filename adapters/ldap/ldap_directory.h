@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "host/directory.h"
-#include "ldap/ldap_options.h"
+#include "orve-mailserver/host/directory.h"
+#include "orve-mailserver/ldap/ldap_options.h"
 
 namespace orve::adapters::ldap {
 

@@ -1,7 +1,7 @@
 #include "ldap/query.h"
 
-#include "host/errore.h"
 #include "ldap/account_name.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 
 namespace orve::adapters::ldap {

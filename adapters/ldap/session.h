@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "ldap/entry_reader.h"
-#include "ldap/ldap_options.h"
 #include "ldap/query.h"
+#include "orve-mailserver/ldap/ldap_options.h"
 
 namespace orve::adapters::ldap {
 

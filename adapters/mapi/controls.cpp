@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "host/errore.h"
 #include "mapi/failure.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::adapters::mapi {
 

@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "host/automazione.h"
 #include "mapi/letter.h"
 #include "mapi/mail_system.h"
 #include "mime/attachment.h"
+#include "orve-mailserver/host/automazione.h"
 
 namespace orve::adapters::mapi {
 

@@ -2,8 +2,8 @@
 
 #include <sysexits.h>
 
-#include "host/errore.h"
 #include "mime/attachment.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::adapters::mapi {
 

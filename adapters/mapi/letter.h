@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "mapi/mapi_options.h"
 #include "mime/message.h"
+#include "orve-mailserver/mapi/mapi_options.h"
 
 namespace orve::adapters::mapi {
 

@@ -6,7 +6,7 @@
 #include <set>
 #include <utility>
 
-#include "mapi/mapi_options.h"
+#include "orve-mailserver/mapi/mapi_options.h"
 
 namespace orve::adapters::mapi {
 

@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "host/mapi32.h"
 #include "mapi/mail_system.h"
 #include "mime/attachment.h"
+#include "orve-mailserver/host/mapi32.h"
 
 namespace orve::adapters::mapi {
 

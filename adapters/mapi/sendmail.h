@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "mapi/mapi_options.h"
+#include "orve-mailserver/mapi/mapi_options.h"
 
 namespace orve::adapters::mapi {
 

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <memory>
 
-#include "host/errore.h"
 #include "mime/header_text.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 
 namespace orve::adapters::mime {

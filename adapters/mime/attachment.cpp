@@ -10,8 +10,8 @@
 #include <filesystem>
 #include <system_error>
 
-#include "host/errore.h"
 #include "mime/header_text.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 
 namespace orve::adapters::mime {

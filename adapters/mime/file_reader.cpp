@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "host/errore.h"
 #include "mime/attachment.h"
 #include "mime/header_text.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::adapters::mime {
 

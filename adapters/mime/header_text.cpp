@@ -8,7 +8,7 @@
 #include <memory>
 #include <optional>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 #include "text/unseen.h"
 

@@ -7,8 +7,8 @@
 #include <memory>
 #include <optional>
 
-#include "host/errore.h"
 #include "mime/header_text.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 
 namespace orve::adapters::mime {

@@ -12,13 +12,13 @@
 #include <string>
 #include <utility>
 
-#include "host/errore.h"
 #include "mime/address_list.h"
 #include "mime/attachment.h"
 #include "mime/base64_lines.h"
 #include "mime/file_reader.h"
 #include "mime/header_text.h"
 #include "mime/header_writer.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 
 namespace orve::adapters::mime {

@@ -5,7 +5,7 @@
 #include <sqlext.h>
 #include <sqltypes.h>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "rows/record_set.h"
 
 namespace orve::adapters::odbc {

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "odbc/handles.h"
-#include "odbc/odbc_options.h"
+#include "orve-mailserver/odbc/odbc_options.h"
 
 namespace orve::adapters::odbc {
 

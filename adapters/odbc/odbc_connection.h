@@ -11,8 +11,8 @@
 #include <memory>
 #include <string>
 
-#include "host/connection.h"
-#include "odbc/odbc_options.h"
+#include "orve-mailserver/host/connection.h"
+#include "orve-mailserver/odbc/odbc_options.h"
 
 namespace orve::adapters::odbc {
 

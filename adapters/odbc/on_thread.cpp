@@ -7,7 +7,7 @@
 #include <system_error>
 #include <thread>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::adapters::odbc {
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "host/directory.h"
+#include "orve-mailserver/host/directory.h"
 
 namespace orve::adapters::posix {
 

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <utility>
 
+#include "orve-mailserver/posix/percorsi.h"
 #include "posix/errori.h"
-#include "posix/percorsi.h"
 #include "text/text.h"
 
 namespace orve::adapters::posix {

@@ -10,7 +10,7 @@
 #include <memory>
 #include <string>
 
-#include "host/file_system.h"
+#include "orve-mailserver/host/file_system.h"
 
 namespace orve::adapters::posix {
 

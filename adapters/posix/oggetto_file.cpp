@@ -17,8 +17,8 @@
 #include <utility>
 #include <vector>
 
+#include "orve-mailserver/posix/percorsi.h"
 #include "posix/errori.h"
-#include "posix/percorsi.h"
 
 namespace orve::adapters::posix {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/orologio.h"
+#include "orve-mailserver/host/orologio.h"
 
 namespace orve::adapters::posix {
 

@@ -1,4 +1,4 @@
-#include "posix/percorsi.h"
+#include "orve-mailserver/posix/percorsi.h"
 
 #include <algorithm>
 #include <filesystem>

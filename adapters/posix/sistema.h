@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "host/sistema.h"
+#include "orve-mailserver/host/sistema.h"
 
 namespace orve::adapters::posix {
 

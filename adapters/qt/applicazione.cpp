@@ -8,8 +8,8 @@
 #include <memory>
 #include <string>
 
-#include "host/errore.h"
-#include "qt/finestre.h"
+#include "orve-mailserver/host/errore.h"
+#include "orve-mailserver/qt/finestre.h"
 
 namespace orve::adapters::qt {
 

@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <functional>
 
-#include "host/layout.h"
+#include "orve-mailserver/host/layout.h"
 
 namespace orve::adapters::qt {
 

@@ -8,8 +8,8 @@
 #include <memory>
 #include <string>
 
-#include "host/controlli.h"
-#include "host/layout.h"
+#include "orve-mailserver/host/controlli.h"
+#include "orve-mailserver/host/layout.h"
 #include "qt/misure.h"
 
 namespace orve::adapters::qt {

@@ -1,7 +1,7 @@
 // From an object of the library to the widget behind it.
 #pragma once
 
-#include "host/oggetto.h"
+#include "orve-mailserver/host/oggetto.h"
 
 class QWidget;
 

@@ -1,4 +1,4 @@
-#include "qt/finestre.h"
+#include "orve-mailserver/qt/finestre.h"
 
 #include <utility>
 

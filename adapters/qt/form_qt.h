@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "forms/contenuto.h"
-#include "host/controlli.h"
-#include "host/layout.h"
+#include "orve-mailserver/host/controlli.h"
+#include "orve-mailserver/host/layout.h"
 #include "qt/elemento.h"
 #include "qt/selettore_file.h"
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "forms/righe_griglia.h"
-#include "host/griglia.h"
+#include "orve-mailserver/host/griglia.h"
 #include "qt/elemento.h"
 
 namespace orve::adapters::qt {

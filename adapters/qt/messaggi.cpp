@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "forms/lettura_tavola.h"
+#include "orve-mailserver/qt/finestre.h"
 #include "qt/attesa.h"
 #include "qt/finestra_di_form.h"
-#include "qt/finestre.h"
 #include "qt/misure.h"
 
 namespace orve::adapters::qt {

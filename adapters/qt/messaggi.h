@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "host/messaggi.h"
+#include "orve-mailserver/host/messaggi.h"
 
 class QWidget;
 

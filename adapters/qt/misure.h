@@ -8,7 +8,7 @@
 
 #include "forms/misure.h"
 #include "forms/testo_visibile.h"
-#include "host/layout.h"
+#include "orve-mailserver/host/layout.h"
 
 namespace orve::adapters::qt {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "posix/percorsi.h"
+#include "orve-mailserver/posix/percorsi.h"
 #include "qt/misure.h"
 
 namespace orve::adapters::qt {

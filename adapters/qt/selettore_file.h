@@ -5,7 +5,7 @@
 #include <functional>
 #include <memory>
 
-#include "host/oggetti_file.h"
+#include "orve-mailserver/host/oggetti_file.h"
 
 namespace orve::adapters::qt {
 

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/connection.h"
+#include "orve-mailserver/host/connection.h"
 #include "rows/record_set.h"
 
 namespace orve::adapters::rows {

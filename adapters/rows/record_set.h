@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "host/connection.h"
+#include "orve-mailserver/host/connection.h"
 
 namespace orve::adapters::rows {
 

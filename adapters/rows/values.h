@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "host/variant.h"
+#include "orve-mailserver/host/variant.h"
 
 namespace orve::adapters::rows {
 

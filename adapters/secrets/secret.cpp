@@ -1,4 +1,4 @@
-#include "secrets/secret.h"
+#include "orve-mailserver/secrets/secret.h"
 
 #include <cstring>
 

@@ -11,8 +11,8 @@
 #include <string>
 #include <string_view>
 
-#include "secrets/secret.h"
-#include "smtp/smtp_options.h"
+#include "orve-mailserver/secrets/secret.h"
+#include "orve-mailserver/smtp/smtp_options.h"
 #include "smtp/tracer.h"
 
 namespace orve::adapters::smtp {

@@ -14,8 +14,8 @@
 #include <string_view>
 #include <vector>
 
+#include "orve-mailserver/smtp/smtp_options.h"
 #include "smtp/session.h"
-#include "smtp/smtp_options.h"
 
 namespace orve::adapters::smtp {
 

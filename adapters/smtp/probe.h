@@ -7,8 +7,8 @@
 #include <optional>
 #include <string>
 
+#include "orve-mailserver/smtp/smtp_options.h"
 #include "smtp/channel.h"
-#include "smtp/smtp_options.h"
 
 namespace orve::adapters::smtp {
 

@@ -4,7 +4,7 @@
 #include <tuple>
 #include <utility>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::adapters::smtp {
 

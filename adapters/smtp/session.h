@@ -11,9 +11,9 @@
 #include <string_view>
 #include <vector>
 
+#include "orve-mailserver/smtp/smtp_options.h"
 #include "smtp/channel.h"
 #include "smtp/failure.h"
-#include "smtp/smtp_options.h"
 #include "smtp/tracer.h"
 
 namespace orve::adapters::smtp {

@@ -4,9 +4,9 @@
 #include <unordered_set>
 #include <utility>
 
-#include "host/errore.h"
 #include "mime/address_list.h"
 #include "mime/header_text.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 
 namespace orve::adapters::smtp {

@@ -5,15 +5,15 @@
 #include <string>
 #include <vector>
 
-#include "host/componente_smtp.h"
 #include "mime/attachment.h"
 #include "mime/message.h"
 #include "mime/message_writer.h"
+#include "orve-mailserver/host/componente_smtp.h"
+#include "orve-mailserver/smtp/smtp_options.h"
 #include "smtp/channel.h"
 #include "smtp/connection_pool.h"
 #include "smtp/failure.h"
 #include "smtp/session.h"
-#include "smtp/smtp_options.h"
 
 namespace orve::adapters::smtp {
 

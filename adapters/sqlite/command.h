@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "host/connection.h"
+#include "orve-mailserver/host/connection.h"
 #include "rows/parameters.h"
 #include "sqlite/database.h"
 

@@ -19,7 +19,7 @@
 #include <string>
 #include <vector>
 
-#include "host/connection.h"
+#include "orve-mailserver/host/connection.h"
 #include "sqlite/database.h"
 
 namespace orve::adapters::sqlite {

@@ -9,8 +9,8 @@
 #include <variant>
 #include <vector>
 
-#include "host/errore.h"
-#include "host/variant.h"
+#include "orve-mailserver/host/errore.h"
+#include "orve-mailserver/host/variant.h"
 
 struct sqlite3;
 struct sqlite3_stmt;

@@ -10,7 +10,7 @@
 
 #include <memory>
 
-#include "host/ambiente.h"
+#include "orve-mailserver/host/ambiente.h"
 
 namespace orve::adapters::win32 {
 

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "host/connection.h"
+#include "orve-mailserver/host/connection.h"
 #include "win32/dispatch.h"
 
 namespace orve::adapters::win32 {

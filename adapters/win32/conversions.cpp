@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/oggetto_com.h"
 
 namespace orve::adapters::win32 {

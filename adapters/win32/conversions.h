@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/variant.h"
+#include "orve-mailserver/host/variant.h"
 #include "win32/com_ptr.h"
 
 namespace orve::adapters::win32 {

@@ -1,7 +1,7 @@
 // The company's directory: queries through ADO's directory provider, objects bound by their LDAP paths.
 #pragma once
 
-#include "host/directory.h"
+#include "orve-mailserver/host/directory.h"
 
 namespace orve::adapters::win32 {
 

@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/errori_com.h"
 
 namespace orve::adapters::win32 {

@@ -16,7 +16,7 @@
 #include <string>
 #include <utility>
 
-#include "host/variant.h"
+#include "orve-mailserver/host/variant.h"
 #include "win32/com_ptr.h"
 #include "win32/conversions.h"
 #include "win32/oggetto_com.h"

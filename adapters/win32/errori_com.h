@@ -5,7 +5,7 @@
 
 #include <oleauto.h>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::adapters::win32 {
 

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "host/file_system.h"
+#include "orve-mailserver/host/file_system.h"
 #include "win32/dispatch.h"
 
 namespace orve::adapters::win32 {

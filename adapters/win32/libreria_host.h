@@ -3,13 +3,13 @@
 
 #include <memory>
 
-#include "host/cifratore_password.h"
-#include "host/formatori.h"
-#include "host/messaggi.h"
-#include "host/oggetti_file.h"
-#include "host/parametri.h"
-#include "host/registro_invio.h"
-#include "host/risolutore_percorsi.h"
+#include "orve-mailserver/host/cifratore_password.h"
+#include "orve-mailserver/host/formatori.h"
+#include "orve-mailserver/host/messaggi.h"
+#include "orve-mailserver/host/oggetti_file.h"
+#include "orve-mailserver/host/parametri.h"
+#include "orve-mailserver/host/registro_invio.h"
+#include "orve-mailserver/host/risolutore_percorsi.h"
 #include "win32/dispatch.h"
 
 namespace orve::adapters::win32 {

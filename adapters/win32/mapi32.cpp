@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/com_ptr.h"
 #include "win32/conversions.h"
 

@@ -14,7 +14,7 @@
 #include <string>
 #include <utility>
 
-#include "host/mapi32.h"
+#include "orve-mailserver/host/mapi32.h"
 
 namespace orve::adapters::win32 {
 

@@ -8,9 +8,9 @@
 
 #include <memory>
 
-#include "host/connection.h"
-#include "host/interfaccia_host.h"
-#include "host/manager_rubrica.h"
+#include "orve-mailserver/host/connection.h"
+#include "orve-mailserver/host/interfaccia_host.h"
+#include "orve-mailserver/host/manager_rubrica.h"
 #include "win32/oggetto_com.h"
 
 namespace orve::adapters::win32 {

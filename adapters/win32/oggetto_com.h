@@ -9,8 +9,8 @@
 #include <memory>
 #include <utility>
 
-#include "host/errore.h"
-#include "host/oggetto.h"
+#include "orve-mailserver/host/errore.h"
+#include "orve-mailserver/host/oggetto.h"
 #include "win32/com_ptr.h"
 
 namespace orve::adapters::win32 {

@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "host/automazione.h"
-#include "host/componente_smtp.h"
+#include "orve-mailserver/host/automazione.h"
+#include "orve-mailserver/host/componente_smtp.h"
 #include "win32/dispatch.h"
 
 namespace orve::adapters::win32 {

@@ -10,7 +10,7 @@
 #include <functional>
 #include <vector>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 #include "win32/conversions.h"
 #include "win32/errori_com.h"

@@ -6,9 +6,9 @@
 #include <string>
 
 #include "forms/formatori_sql.h"
-#include "host/orologio.h"
-#include "host/risolutore_percorsi.h"
-#include "host/sistema.h"
+#include "orve-mailserver/host/orologio.h"
+#include "orve-mailserver/host/risolutore_percorsi.h"
+#include "orve-mailserver/host/sistema.h"
 
 namespace orve::adapters::win32 {
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "host/controlli.h"
+#include "orve-mailserver/host/controlli.h"
 #include "service/account.h"
 #include "service/contesto.h"
 #include "service/esito.h"

@@ -4,8 +4,8 @@
 #include <memory>
 #include <utility>
 
-#include "host/connection.h"
-#include "host/errore.h"
+#include "orve-mailserver/host/connection.h"
+#include "orve-mailserver/host/errore.h"
 #include "service/guards.h"
 
 namespace orve::MDL_ACTIVEDIRECTORY {

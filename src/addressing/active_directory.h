@@ -7,8 +7,8 @@
 
 #include <string>
 
-#include "host/directory.h"
-#include "host/sistema.h"
+#include "orve-mailserver/host/directory.h"
+#include "orve-mailserver/host/sistema.h"
 
 namespace orve::MDL_ACTIVEDIRECTORY {
 

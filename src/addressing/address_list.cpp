@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "service/sedici_bit.h"
 #include "text/text.h"
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "host/connection.h"
-#include "host/variant.h"
+#include "orve-mailserver/host/connection.h"
+#include "orve-mailserver/host/variant.h"
 #include "service/nvl.h"
 
 namespace orve {

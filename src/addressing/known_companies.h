@@ -7,7 +7,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "addressing/recipients.h"
+#include "orve-mailserver/addressing/recipients.h"
 
 namespace orve {
 

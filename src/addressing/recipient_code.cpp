@@ -1,6 +1,6 @@
 #include "addressing/recipient_code.h"
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve {
 

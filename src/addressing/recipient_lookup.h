@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "host/variant.h"
+#include "orve-mailserver/host/variant.h"
 #include "service/contesto.h"
 #include "service/messaggio.h"
 #include "service/oggetti.h"

@@ -1,4 +1,4 @@
-#include "addressing/recipients.h"
+#include "orve-mailserver/addressing/recipients.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "addressing/senders.h"
+#include "orve-mailserver/addressing/senders.h"
 
 #include <utility>
 

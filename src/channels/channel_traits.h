@@ -5,7 +5,7 @@
 #include <array>
 #include <string_view>
 
-#include "service/enumerations.h"
+#include "orve-mailserver/service/enumerations.h"
 
 namespace orve {
 

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "host/mapi32.h"
+#include "orve-mailserver/host/mapi32.h"
 #include "service/contesto.h"
 #include "service/esito.h"
 #include "service/impostazioni.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "addressing/recipients.h"
+#include "orve-mailserver/addressing/recipients.h"
 
 namespace orve {
 

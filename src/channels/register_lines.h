@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/registro_invio.h"
+#include "orve-mailserver/host/registro_invio.h"
 #include "service/contesto.h"
 #include "service/messaggio.h"
 #include "service/oggetti.h"

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "channels/register_lines.h"
-#include "host/variant.h"
+#include "orve-mailserver/host/variant.h"
 #include "service/account.h"
 #include "service/contesto.h"
 #include "service/esito.h"

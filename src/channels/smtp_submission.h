@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "host/componente_smtp.h"
-#include "host/variant.h"
+#include "orve-mailserver/host/componente_smtp.h"
+#include "orve-mailserver/host/variant.h"
 #include "service/account.h"
 #include "service/contesto.h"
 #include "service/messaggio.h"

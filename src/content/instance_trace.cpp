@@ -1,11 +1,11 @@
-#include "content/instance_trace.h"
+#include "orve-mailserver/content/instance_trace.h"
 
 #include <array>
 #include <cstdint>
 #include <utility>
 
-#include "host/ambiente.h"
-#include "host/errore.h"
+#include "orve-mailserver/host/ambiente.h"
+#include "orve-mailserver/host/errore.h"
 #include "service/guards.h"
 
 namespace orve {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "host/variant.h"
+#include "orve-mailserver/host/variant.h"
 #include "service/contesto.h"
 #include "service/oggetti.h"
 

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string>
 
-#include "host/variant.h"
+#include "orve-mailserver/host/variant.h"
 #include "service/impostazioni.h"
 #include "service/messaggio.h"
 #include "service/oggetti.h"

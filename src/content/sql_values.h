@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "host/variant.h"
+#include "orve-mailserver/host/variant.h"
 #include "service/oggetti.h"
 
 namespace orve {

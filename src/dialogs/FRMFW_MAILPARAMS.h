@@ -12,10 +12,10 @@
 #include <string>
 #include <string_view>
 
-#include "addressing/senders.h"
 #include "dialogs/finestra_del_servizio.h"
-#include "host/controlli.h"
-#include "host/oggetti_file.h"
+#include "orve-mailserver/addressing/senders.h"
+#include "orve-mailserver/host/controlli.h"
+#include "orve-mailserver/host/oggetti_file.h"
 
 namespace orve {
 

@@ -13,14 +13,14 @@
 #include <string>
 #include <string_view>
 
-#include "addressing/recipients.h"
 #include "dialogs/finestra_del_servizio.h"
-#include "host/controlli.h"
-#include "host/griglia.h"
-#include "host/manager_rubrica.h"
-#include "host/oggetti_file.h"
-#include "host/record_set_scollegato.h"
-#include "host/variant.h"
+#include "orve-mailserver/addressing/recipients.h"
+#include "orve-mailserver/host/controlli.h"
+#include "orve-mailserver/host/griglia.h"
+#include "orve-mailserver/host/manager_rubrica.h"
+#include "orve-mailserver/host/oggetti_file.h"
+#include "orve-mailserver/host/record_set_scollegato.h"
+#include "orve-mailserver/host/variant.h"
 
 namespace orve {
 

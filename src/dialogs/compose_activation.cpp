@@ -9,7 +9,7 @@
 #include "dialogs/FRMRW_OPZMAIL.h"
 #include "dialogs/layouts.h"
 #include "dialogs/listener.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "service/failures.h"
 #include "service/guards.h"
 #include "text/text.h"

@@ -1,7 +1,7 @@
 // The address books behind the three address buttons of the compose window. What the person picks goes into
 // the box of the button.
 #include "dialogs/FRMRW_OPZMAIL.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "service/guards.h"
 
 namespace orve {

@@ -9,7 +9,7 @@
 #include "channels/channel_traits.h"
 #include "dialogs/FRMRW_OPZMAIL.h"
 #include "dialogs/address_entries.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "service/guards.h"
 #include "text/text.h"
 

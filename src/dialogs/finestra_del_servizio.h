@@ -7,10 +7,10 @@
 #include <string>
 #include <string_view>
 
-#include "content/instance_trace.h"
-#include "host/ambiente.h"
-#include "host/controlli.h"
-#include "host/interfaccia_host.h"
+#include "orve-mailserver/content/instance_trace.h"
+#include "orve-mailserver/host/ambiente.h"
+#include "orve-mailserver/host/controlli.h"
+#include "orve-mailserver/host/interfaccia_host.h"
 
 namespace orve {
 

@@ -1,7 +1,7 @@
 // The layout tables of the two windows, from which any toolkit builds them.
 #pragma once
 
-#include "host/layout.h"
+#include "orve-mailserver/host/layout.h"
 
 namespace orve {
 

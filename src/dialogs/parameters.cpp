@@ -6,7 +6,7 @@
 #include "dialogs/attachment_paths.h"
 #include "dialogs/layouts.h"
 #include "dialogs/listener.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "service/failures.h"
 #include "service/guards.h"
 #include "text/text.h"

@@ -1,10 +1,10 @@
 // A host without windows: it says what it cannot make.
-#include "host/ambiente.h"
+#include "orve-mailserver/host/ambiente.h"
 
 #include <string>
 #include <string_view>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::host {
 

@@ -1,4 +1,4 @@
-#include "host/data_ora.h"
+#include "orve-mailserver/host/data_ora.h"
 
 #include <array>
 #include <chrono>

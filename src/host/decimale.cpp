@@ -1,11 +1,11 @@
-#include "host/decimale.h"
+#include "orve-mailserver/host/decimale.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::host {
 

@@ -1,4 +1,4 @@
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 #include <new>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "host/variant.h"
+#include "orve-mailserver/host/variant.h"
 
 #include <array>
 #include <charconv>
@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <limits>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::host {
 

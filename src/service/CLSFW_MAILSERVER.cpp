@@ -1,5 +1,5 @@
 // The face of the service: each operation passes the records it works on to the procedure of its subject.
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 
 #include <utility>
 

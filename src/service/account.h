@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "addressing/senders.h"
+#include "orve-mailserver/addressing/senders.h"
 
 namespace orve {
 

@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "host/connection.h"
-#include "host/variant.h"
+#include "orve-mailserver/host/connection.h"
+#include "orve-mailserver/host/variant.h"
 
 namespace orve {
 

@@ -1,7 +1,7 @@
 // Where the service and its two windows meet.
 #pragma once
 
-#include "host/controlli.h"
+#include "orve-mailserver/host/controlli.h"
 #include "service/interno.h"
 
 namespace orve {

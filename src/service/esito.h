@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "host/variant.h"
-#include "service/enumerations.h"
+#include "orve-mailserver/host/variant.h"
+#include "orve-mailserver/service/enumerations.h"
 
 namespace orve {
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "host/errore.h"
-#include "host/interfaccia_host.h"
-#include "host/messaggi.h"
+#include "orve-mailserver/host/errore.h"
+#include "orve-mailserver/host/interfaccia_host.h"
+#include "orve-mailserver/host/messaggi.h"
 #include "service/impostazioni.h"
 #include "service/messaggio.h"
 #include "service/oggetti.h"

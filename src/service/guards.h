@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve {
 

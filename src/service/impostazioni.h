@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "service/enumerations.h"
+#include "orve-mailserver/service/enumerations.h"
 
 namespace orve {
 

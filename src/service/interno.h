@@ -6,7 +6,7 @@
 #include <memory>
 #include <utility>
 
-#include "content/instance_trace.h"
+#include "orve-mailserver/content/instance_trace.h"
 #include "service/account.h"
 #include "service/contesto.h"
 #include "service/esito.h"

@@ -1,7 +1,7 @@
 // Birth and death of the service object.
 #include <utility>
 
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "service/guards.h"
 #include "service/interno.h"
 

@@ -6,10 +6,10 @@
 #include <memory>
 #include <string>
 
-#include "addressing/recipients.h"
-#include "host/registro_invio.h"
-#include "host/variant.h"
-#include "service/enumerations.h"
+#include "orve-mailserver/addressing/recipients.h"
+#include "orve-mailserver/host/registro_invio.h"
+#include "orve-mailserver/host/variant.h"
+#include "orve-mailserver/service/enumerations.h"
 
 namespace orve {
 

@@ -1,6 +1,6 @@
 #include "service/nvl.h"
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 
 namespace orve {

@@ -1,7 +1,7 @@
 // A value and its replacement: how the service reads every nullable column.
 #pragma once
 
-#include "host/variant.h"
+#include "orve-mailserver/host/variant.h"
 
 namespace orve {
 

@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 
-#include "host/ambiente.h"
-#include "host/interfaccia_host.h"
-#include "host/manager_rubrica.h"
-#include "host/variant.h"
+#include "orve-mailserver/host/ambiente.h"
+#include "orve-mailserver/host/interfaccia_host.h"
+#include "orve-mailserver/host/manager_rubrica.h"
+#include "orve-mailserver/host/variant.h"
 
 namespace orve {
 

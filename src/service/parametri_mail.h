@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "addressing/senders.h"
+#include "orve-mailserver/addressing/senders.h"
 
 namespace orve {
 

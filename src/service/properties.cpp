@@ -1,7 +1,7 @@
 // The properties of the service, each naming a value inside.
 #include <utility>
 
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "service/interno.h"
 
 namespace orve {

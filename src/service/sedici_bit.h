@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve {
 

@@ -3,8 +3,8 @@
 
 #include <optional>
 
-#include "host/registro_invio.h"
-#include "host/variant.h"
+#include "orve-mailserver/host/registro_invio.h"
+#include "orve-mailserver/host/variant.h"
 #include "service/interno.h"
 
 namespace orve {

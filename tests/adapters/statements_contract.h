@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "host/connection.h"
+#include "orve-mailserver/host/connection.h"
 
 namespace orve::contract {
 

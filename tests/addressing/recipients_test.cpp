@@ -1,6 +1,6 @@
 // Recipients and their collection: order, positions and keys, boxes, and the trace of creation and
 // destruction.
-#include "addressing/recipients.h"
+#include "orve-mailserver/addressing/recipients.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

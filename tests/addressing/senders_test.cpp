@@ -1,5 +1,5 @@
 // Sender accounts and their list: members, defaults, keys and positions, and the two ways of adding.
-#include "addressing/senders.h"
+#include "orve-mailserver/addressing/senders.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "addressing/recipients.h"
 #include "fakes/errori.h"
 #include "fakes/fake_ambiente.h"
 #include "fakes/journal.h"
+#include "orve-mailserver/addressing/recipients.h"
 
 namespace orve {
 namespace {

@@ -1,4 +1,4 @@
-#include "content/instance_trace.h"
+#include "orve-mailserver/content/instance_trace.h"
 
 #include <memory>
 #include <set>

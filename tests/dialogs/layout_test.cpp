@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "dialogs/layouts.h"
-#include "host/variant.h"
+#include "orve-mailserver/host/variant.h"
 #include "text/text.h"
 
 namespace orve {

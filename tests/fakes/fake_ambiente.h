@@ -12,9 +12,9 @@
 
 #include "fakes/fake_connection.h"
 #include "fakes/journal.h"
-#include "host/ambiente.h"
-#include "host/controlli.h"
-#include "host/interfaccia_host.h"
+#include "orve-mailserver/host/ambiente.h"
+#include "orve-mailserver/host/controlli.h"
+#include "orve-mailserver/host/interfaccia_host.h"
 
 namespace orve::fakes {
 

@@ -5,8 +5,8 @@
 
 #include <memory>
 
-#include "host/automazione.h"
-#include "host/mapi32.h"
+#include "orve-mailserver/host/automazione.h"
+#include "orve-mailserver/host/mapi32.h"
 
 namespace orve::fakes {
 

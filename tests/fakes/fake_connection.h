@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "fakes/journal.h"
-#include "host/connection.h"
+#include "orve-mailserver/host/connection.h"
 
 namespace orve::fakes {
 

@@ -9,7 +9,7 @@
 
 #include "fakes/fake_ambiente.h"
 #include "fakes/journal.h"
-#include "host/manager_rubrica.h"
+#include "orve-mailserver/host/manager_rubrica.h"
 
 namespace orve::fakes {
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "fakes/journal.h"
-#include "host/componente_smtp.h"
+#include "orve-mailserver/host/componente_smtp.h"
 
 namespace orve::fakes {
 

@@ -14,9 +14,9 @@
 
 #include "fakes/journal.h"
 #include "forms/voci_menu.h"
-#include "host/controlli.h"
-#include "host/griglia.h"
-#include "host/layout.h"
+#include "orve-mailserver/host/controlli.h"
+#include "orve-mailserver/host/griglia.h"
+#include "orve-mailserver/host/layout.h"
 
 namespace orve::fakes {
 

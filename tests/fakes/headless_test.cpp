@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "fakes/headless.h"
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::fakes {
 namespace {

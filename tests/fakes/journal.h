@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "service/guards.h"
 
 namespace orve::fakes {

@@ -4,7 +4,7 @@
 #include <memory>
 #include <utility>
 
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "service/interno.h"
 
 namespace orve::fakes {

@@ -12,7 +12,7 @@
 #include "fakes/fake_connection.h"
 #include "fakes/journal.h"
 #include "fakes/servizio_aperto.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 
 namespace orve::fakes {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 
 namespace orve::faults {

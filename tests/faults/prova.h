@@ -11,7 +11,7 @@
 #include "fakes/fake_ambiente.h"
 #include "fakes/fake_connection.h"
 #include "fakes/journal.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 
 namespace orve::faults {
 

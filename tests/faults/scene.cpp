@@ -1,7 +1,7 @@
 #include "faults/scene.h"
 
-#include "addressing/recipients.h"
 #include "fakes/headless.h"
+#include "orve-mailserver/addressing/recipients.h"
 
 namespace orve::faults {
 

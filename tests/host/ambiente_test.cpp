@@ -1,5 +1,5 @@
 // A host that brings no windows.
-#include "host/ambiente.h"
+#include "orve-mailserver/host/ambiente.h"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "fakes/fake_ambiente.h"
-#include "host/errore.h"
-#include "host/layout.h"
+#include "orve-mailserver/host/errore.h"
+#include "orve-mailserver/host/layout.h"
 
 namespace orve::host {
 namespace {

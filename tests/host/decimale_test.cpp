@@ -1,12 +1,12 @@
-#include "host/decimale.h"
+#include "orve-mailserver/host/decimale.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "host/errore.h"
-#include "host/variant.h"
+#include "orve-mailserver/host/errore.h"
+#include "orve-mailserver/host/variant.h"
 
 namespace orve::host {
 namespace {

@@ -1,4 +1,4 @@
-#include "host/variant.h"
+#include "orve-mailserver/host/variant.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 #include <string>
 #include <type_traits>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::host {
 namespace {

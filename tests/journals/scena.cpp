@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "golden.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "text/text.h"
 
 namespace orve::journals {

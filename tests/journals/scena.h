@@ -7,7 +7,7 @@
 
 #include "fakes/fake_ambiente.h"
 #include "fakes/fake_connection.h"
-#include "host/ambiente.h"
+#include "orve-mailserver/host/ambiente.h"
 
 namespace orve::journals {
 

@@ -9,10 +9,10 @@
 #include <string_view>
 #include <vector>
 
-#include "addressing/recipients.h"
 #include "content/body_templates.h"
 #include "fakes/headless.h"
 #include "fakes/servizio_di_prova.h"
+#include "orve-mailserver/addressing/recipients.h"
 #include "places.h"
 #include "text/text.h"
 

@@ -16,7 +16,7 @@
 #include <string>
 
 #include "orve-mail/host/spedizione.h"
-#include "posix/percorsi.h"
+#include "orve-mailserver/posix/percorsi.h"
 
 namespace {
 

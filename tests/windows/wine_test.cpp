@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve {
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <type_traits>
 
-#include "host/layout.h"
+#include "orve-mailserver/host/layout.h"
 
 namespace orve::adapters::win32::finestre {
 

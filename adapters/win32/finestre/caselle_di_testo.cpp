@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "forms/testo_digitato.h"
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 #include "win32/finestre/messaggi.h"
 #include "win32/finestre/testo.h"

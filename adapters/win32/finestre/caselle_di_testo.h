@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "host/controlli.h"
+#include "orve-mailserver/host/controlli.h"
 #include "win32/finestre/elemento.h"
 
 namespace orve::adapters::win32::finestre {

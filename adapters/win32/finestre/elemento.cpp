@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::adapters::win32::finestre {
 

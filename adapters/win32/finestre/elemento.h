@@ -11,8 +11,8 @@
 #include <string>
 
 #include "forms/misure.h"
-#include "host/controlli.h"
-#include "host/layout.h"
+#include "orve-mailserver/host/controlli.h"
+#include "orve-mailserver/host/layout.h"
 #include "win32/finestre/finestra.h"
 
 namespace orve::adapters::win32::finestre {

@@ -7,7 +7,7 @@
 #include <array>
 #include <utility>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/finestre/elemento.h"
 #include "win32/finestre/messaggi.h"
 #include "win32/finestre/testo.h"

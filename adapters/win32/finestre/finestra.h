@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "host/layout.h"
+#include "orve-mailserver/host/layout.h"
 #include "win32/finestre/aspetto.h"
 
 namespace orve::adapters::win32::finestre {

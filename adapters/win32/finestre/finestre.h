@@ -10,12 +10,12 @@
 #include <string>
 #include <string_view>
 
-#include "host/controlli.h"
-#include "host/griglia.h"
-#include "host/layout.h"
-#include "host/messaggi.h"
-#include "host/oggetti_file.h"
-#include "host/record_set_scollegato.h"
+#include "orve-mailserver/host/controlli.h"
+#include "orve-mailserver/host/griglia.h"
+#include "orve-mailserver/host/layout.h"
+#include "orve-mailserver/host/messaggi.h"
+#include "orve-mailserver/host/oggetti_file.h"
+#include "orve-mailserver/host/record_set_scollegato.h"
 
 namespace orve::adapters::win32::finestre {
 

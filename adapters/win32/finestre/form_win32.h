@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "forms/contenuto.h"
-#include "host/controlli.h"
-#include "host/layout.h"
+#include "orve-mailserver/host/controlli.h"
+#include "orve-mailserver/host/layout.h"
 #include "win32/finestre/elemento.h"
 #include "win32/finestre/finestra.h"
 #include "win32/finestre/selettore_file.h"

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "forms/testo_visibile.h"
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/finestre/messaggi.h"
 #include "win32/finestre/nomi_accessibili.h"
 #include "win32/finestre/testo.h"

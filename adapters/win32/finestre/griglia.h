@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "forms/righe_griglia.h"
-#include "host/griglia.h"
+#include "orve-mailserver/host/griglia.h"
 #include "win32/finestre/elemento.h"
 
 namespace orve::adapters::win32::finestre {

@@ -5,7 +5,7 @@
 
 #include "forms/lettura_tavola.h"
 #include "forms/testo_visibile.h"
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 #include "win32/finestre/aspetto.h"
 #include "win32/finestre/form_win32.h"

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "host/messaggi.h"
+#include "orve-mailserver/host/messaggi.h"
 
 namespace orve::adapters::win32::finestre {
 

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/finestre/testo.h"
 
 namespace orve::adapters::win32::finestre {

@@ -12,7 +12,7 @@
 #include <string>
 #include <utility>
 
-#include "host/oggetti_file.h"
+#include "orve-mailserver/host/oggetti_file.h"
 
 namespace orve::adapters::win32::finestre {
 

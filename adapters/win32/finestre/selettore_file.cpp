@@ -6,7 +6,7 @@
 
 #include <utility>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/finestre/aspetto.h"
 #include "win32/finestre/testo.h"
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "host/oggetti_file.h"
+#include "orve-mailserver/host/oggetti_file.h"
 
 namespace orve::adapters::win32::finestre {
 

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "host/connection.h"
-#include "host/data_ora.h"
+#include "orve-mailserver/host/connection.h"
+#include "orve-mailserver/host/data_ora.h"
 
 namespace orve::app {
 

@@ -20,8 +20,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "orve-mailserver/qt/finestre.h"
 #include "qt/aspetto.h"
-#include "qt/finestre.h"
 #include "qt/misure.h"
 #include "text/text.h"
 

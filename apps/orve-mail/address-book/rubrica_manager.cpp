@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <utility>
 
-#include "host/errore.h"
-#include "host/variant.h"
 #include "mime/header_text.h"
+#include "orve-mailserver/host/errore.h"
+#include "orve-mailserver/host/variant.h"
 
 namespace orve::app {
 

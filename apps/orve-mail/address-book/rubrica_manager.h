@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "host/ambiente.h"
-#include "host/connection.h"
-#include "host/data_ora.h"
-#include "host/manager_rubrica.h"
 #include "orve-mail/address-book/rubrica.h"
+#include "orve-mailserver/host/ambiente.h"
+#include "orve-mailserver/host/connection.h"
+#include "orve-mailserver/host/data_ora.h"
+#include "orve-mailserver/host/manager_rubrica.h"
 
 namespace orve::app {
 

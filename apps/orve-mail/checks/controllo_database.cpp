@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "channels/channel_traits.h"
-#include "host/errore.h"
 #include "orve-mail/host/account.h"
 #include "orve-mail/terminal/uscita.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 
 namespace orve::app {

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "host/connection.h"
 #include "orve-mail/checks/referto.h"
 #include "orve-mail/host/archivio.h"
-#include "service/enumerations.h"
+#include "orve-mailserver/host/connection.h"
+#include "orve-mailserver/service/enumerations.h"
 
 namespace orve::app {
 

@@ -8,8 +8,8 @@
 #include "orve-mail/checks/referto.h"
 #include "orve-mail/host/password_in_chiaro.h"
 #include "orve-mail/host/rimedi.h"
-#include "secrets/secret.h"
-#include "smtp/smtp_options.h"
+#include "orve-mailserver/secrets/secret.h"
+#include "orve-mailserver/smtp/smtp_options.h"
 
 namespace orve::app {
 

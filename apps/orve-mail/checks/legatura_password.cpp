@@ -5,7 +5,7 @@
 #include <optional>
 #include <utility>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::app {
 

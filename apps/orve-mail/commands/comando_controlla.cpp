@@ -21,7 +21,7 @@
 #include "orve-mail/commands/opzioni_invio.h"
 #include "orve-mail/host/ambiente.h"
 #include "orve-mail/host/directory_osservata.h"
-#include "posix/percorsi.h"
+#include "orve-mailserver/posix/percorsi.h"
 
 namespace orve::app {
 

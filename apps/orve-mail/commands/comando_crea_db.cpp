@@ -5,12 +5,12 @@
 #include <memory>
 #include <system_error>
 
-#include "host/errore.h"
 #include "orve-mail/commands/comandi.h"
 #include "orve-mail/commands/riga_di_comando.h"
 #include "orve-mail/host/archivio.h"
 #include "orve-mail/secrets/chiave.h"
 #include "orve-mail/secrets/sigillo_password.h"
+#include "orve-mailserver/host/errore.h"
 #include "sqlite/schema.h"
 
 namespace orve::app {

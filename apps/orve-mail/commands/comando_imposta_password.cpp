@@ -9,12 +9,12 @@
 #include <memory>
 #include <utility>
 
-#include "host/errore.h"
 #include "orve-mail/commands/comandi.h"
 #include "orve-mail/commands/riga_di_comando.h"
 #include "orve-mail/host/archivio.h"
 #include "orve-mail/host/messaggio.h"
 #include "orve-mail/secrets/password_memorizzate.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::app {
 

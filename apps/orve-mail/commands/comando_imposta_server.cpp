@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "host/errore.h"
 #include "orve-mail/commands/comandi.h"
 #include "orve-mail/commands/riga_di_comando.h"
 #include "orve-mail/host/archivio.h"
 #include "orve-mail/host/messaggio.h"
 #include "orve-mail/host/password_in_chiaro.h"
 #include "orve-mail/secrets/password_memorizzate.h"
+#include "orve-mailserver/host/errore.h"
 #include "sqlite/schema.h"
 
 namespace orve::app {

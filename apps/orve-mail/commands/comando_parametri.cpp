@@ -5,13 +5,13 @@
 #include <string>
 #include <string_view>
 
-#include "addressing/senders.h"
 #include "orve-mail/commands/comandi.h"
 #include "orve-mail/commands/opzioni_invio.h"
 #include "orve-mail/host/ambiente_finestre.h"
 #include "orve-mail/host/interfaccia_programma.h"
-#include "posix/percorsi.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/addressing/senders.h"
+#include "orve-mailserver/posix/percorsi.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 
 namespace orve::app {
 

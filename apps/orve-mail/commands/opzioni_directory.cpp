@@ -4,12 +4,12 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "host/errore.h"
 #include "ldap/session.h"
 #include "orve-mail/host/messaggio.h"
 #include "orve-mail/secrets/file_riservato.h"
 #include "orve-mail/secrets/memoria.h"
 #include "orve-mail/terminal/uscita.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::app {
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "ldap/ldap_options.h"
+#include "orve-mailserver/ldap/ldap_options.h"
 
 namespace CLI {
 class App;

@@ -6,11 +6,11 @@
 #include <exception>
 #include <memory>
 
-#include "host/errore.h"
 #include "orve-mail/commands/comandi.h"
 #include "orve-mail/host/stringa_connessione.h"
 #include "orve-mail/host/traccia.h"
 #include "orve-mail/terminal/numeri.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::app {
 

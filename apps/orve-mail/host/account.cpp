@@ -3,9 +3,9 @@
 #include <limits>
 #include <memory>
 
-#include "host/errore.h"
 #include "orve-mail/terminal/numeri.h"
 #include "orve-mail/terminal/uscita.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 
 namespace orve::app {

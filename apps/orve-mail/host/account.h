@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "host/connection.h"
+#include "orve-mailserver/host/connection.h"
 
 namespace orve::app {
 

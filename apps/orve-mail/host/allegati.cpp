@@ -18,7 +18,7 @@
 #include "mime/header_text.h"
 #include "orve-mail/secrets/file_riservato.h"
 #include "orve-mail/terminal/uscita.h"
-#include "posix/percorsi.h"
+#include "orve-mailserver/posix/percorsi.h"
 #include "text/text.h"
 
 namespace orve::app {

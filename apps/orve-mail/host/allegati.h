@@ -13,8 +13,8 @@
 #include <string_view>
 #include <vector>
 
-#include "host/errore.h"
 #include "mime/message.h"
+#include "orve-mailserver/host/errore.h"
 #include "posix/oggetto_file.h"
 
 namespace orve::app {

@@ -6,7 +6,6 @@
 #include <string>
 #include <utility>
 
-#include "host/ambiente.h"
 #include "mapi/mail_system.h"
 #include "mime/attachment.h"
 #include "orve-mail/host/allegati.h"
@@ -15,10 +14,11 @@
 #include "orve-mail/host/rimedi.h"
 #include "orve-mail/secrets/chiave.h"
 #include "orve-mail/terminal/terminale.h"
+#include "orve-mailserver/host/ambiente.h"
+#include "orve-mailserver/smtp/smtp_options.h"
 #include "posix/orologio.h"
 #include "posix/sistema.h"
 #include "smtp/connection_pool.h"
-#include "smtp/smtp_options.h"
 #include "sqlite/sqlite_connection.h"
 
 namespace orve::app {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "orve-mail/host/ambiente.h"
-#include "qt/finestre.h"
+#include "orve-mailserver/qt/finestre.h"
 
 namespace orve::app {
 

@@ -17,7 +17,7 @@
 #include "orve-mail/secrets/memoria.h"
 #include "orve-mail/terminal/numeri.h"
 #include "orve-mail/terminal/uscita.h"
-#include "posix/percorsi.h"
+#include "orve-mailserver/posix/percorsi.h"
 #include "sqlite/schema.h"
 #include "text/text.h"
 

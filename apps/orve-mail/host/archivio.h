@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "host/connection.h"
-#include "odbc/odbc_options.h"
+#include "orve-mailserver/host/connection.h"
+#include "orve-mailserver/odbc/odbc_options.h"
 #include "sqlite/sqlite_connection.h"
 
 namespace orve::app {

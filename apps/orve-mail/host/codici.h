@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "service/enumerations.h"
+#include "orve-mailserver/service/enumerations.h"
 
 namespace orve::app {
 

@@ -5,9 +5,9 @@
 #include <memory>
 #include <optional>
 
-#include "host/directory.h"
-#include "ldap/ldap_options.h"
 #include "orve-mail/host/osservatori.h"
+#include "orve-mailserver/host/directory.h"
+#include "orve-mailserver/ldap/ldap_options.h"
 
 namespace orve::app {
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "host/interfaccia_host.h"
+#include "orve-mailserver/host/interfaccia_host.h"
 
 namespace orve::app {
 

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "host/file_system.h"
+#include "orve-mailserver/host/file_system.h"
 
 namespace orve::app {
 

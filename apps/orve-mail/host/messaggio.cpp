@@ -9,12 +9,12 @@
 #include <iterator>
 #include <system_error>
 
-#include "host/errore.h"
-#include "host/variant.h"
 #include "mime/header_text.h"
 #include "orve-mail/host/allegati.h"
 #include "orve-mail/secrets/file_riservato.h"
 #include "orve-mail/terminal/uscita.h"
+#include "orve-mailserver/host/errore.h"
+#include "orve-mailserver/host/variant.h"
 #include "text/text.h"
 
 namespace orve::app {

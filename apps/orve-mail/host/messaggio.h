@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/data_ora.h"
+#include "orve-mailserver/host/data_ora.h"
 
 namespace orve::app {
 

@@ -6,14 +6,14 @@
 #include <memory>
 #include <string>
 
-#include "host/automazione.h"
-#include "host/componente_smtp.h"
-#include "host/connection.h"
-#include "host/file_system.h"
-#include "host/mapi32.h"
-#include "host/messaggi.h"
-#include "host/registro_invio.h"
 #include "orve-mail/host/osservazioni.h"
+#include "orve-mailserver/host/automazione.h"
+#include "orve-mailserver/host/componente_smtp.h"
+#include "orve-mailserver/host/connection.h"
+#include "orve-mailserver/host/file_system.h"
+#include "orve-mailserver/host/mapi32.h"
+#include "orve-mailserver/host/messaggi.h"
+#include "orve-mailserver/host/registro_invio.h"
 
 namespace orve::app {
 

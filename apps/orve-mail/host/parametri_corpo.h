@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "host/parametri.h"
+#include "orve-mailserver/host/parametri.h"
 
 namespace orve::app {
 

@@ -9,8 +9,8 @@
 #include <system_error>
 #include <utility>
 
+#include "orve-mailserver/posix/percorsi.h"
 #include "posix/errori.h"
-#include "posix/percorsi.h"
 #include "posix/sistema.h"
 #include "text/text.h"
 

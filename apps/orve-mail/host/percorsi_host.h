@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "host/risolutore_percorsi.h"
+#include "orve-mailserver/host/risolutore_percorsi.h"
 
 namespace orve::app {
 

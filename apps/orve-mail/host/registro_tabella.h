@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "host/registro_invio.h"
+#include "orve-mailserver/host/registro_invio.h"
 
 namespace orve::adapters::sqlite {
 class SqliteConnection;

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <vector>
 
-#include "host/registro_invio.h"
+#include "orve-mailserver/host/registro_invio.h"
 #include "text/text.h"
 
 namespace orve::app {

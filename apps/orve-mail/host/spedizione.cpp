@@ -4,7 +4,6 @@
 #include <memory>
 #include <utility>
 
-#include "addressing/recipients.h"
 #include "channels/channel_traits.h"
 #include "orve-mail/address-book/rubrica_finestra.h"
 #include "orve-mail/host/account.h"
@@ -12,7 +11,8 @@
 #include "orve-mail/host/directory_osservata.h"
 #include "orve-mail/host/interfaccia_programma.h"
 #include "orve-mail/host/osservatori.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/addressing/recipients.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 
 namespace orve::app {
 

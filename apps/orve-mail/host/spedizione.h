@@ -9,10 +9,6 @@
 #include <string>
 #include <vector>
 
-#include "host/data_ora.h"
-#include "host/directory.h"
-#include "ldap/ldap_options.h"
-#include "mapi/mapi_options.h"
 #include "orve-mail/host/allegati.h"
 #include "orve-mail/host/archivio.h"
 #include "orve-mail/host/messaggio.h"
@@ -21,9 +17,13 @@
 #include "orve-mail/secrets/chiave.h"
 #include "orve-mail/terminal/terminale.h"
 #include "orve-mail/terminal/uscita.h"
-#include "service/enumerations.h"
+#include "orve-mailserver/host/data_ora.h"
+#include "orve-mailserver/host/directory.h"
+#include "orve-mailserver/ldap/ldap_options.h"
+#include "orve-mailserver/mapi/mapi_options.h"
+#include "orve-mailserver/service/enumerations.h"
+#include "orve-mailserver/smtp/smtp_options.h"
 #include "smtp/connection_pool.h"
-#include "smtp/smtp_options.h"
 
 namespace orve::app {
 

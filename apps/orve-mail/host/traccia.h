@@ -5,7 +5,7 @@
 #include <ostream>
 #include <string>
 
-#include "host/sistema.h"
+#include "orve-mailserver/host/sistema.h"
 
 namespace orve::app {
 

@@ -9,12 +9,12 @@
 #include <string_view>
 #include <vector>
 
-#include "host/sistema.h"
 #include "orve-mail/host/resoconto.h"
 #include "orve-mail/lists/avanzamento.h"
 #include "orve-mail/lists/esiti_lista.h"
 #include "orve-mail/lists/interruzione.h"
 #include "orve-mail/lists/lista_righe.h"
+#include "orve-mailserver/host/sistema.h"
 #include "posix/sistema.h"
 
 namespace orve::app {

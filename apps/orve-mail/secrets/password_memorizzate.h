@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "host/connection.h"
 #include "orve-mail/secrets/sigillo_password.h"
+#include "orve-mailserver/host/connection.h"
 #include "sqlite/sqlite_connection.h"
 
 namespace orve::app {

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 
 namespace orve::app {

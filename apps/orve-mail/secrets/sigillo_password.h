@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "orve-mail/secrets/chiave.h"
-#include "secrets/secret.h"
+#include "orve-mailserver/secrets/secret.h"
 
 namespace orve::app {
 

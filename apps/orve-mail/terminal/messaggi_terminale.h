@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "host/messaggi.h"
 #include "orve-mail/terminal/terminale.h"
+#include "orve-mailserver/host/messaggi.h"
 
 namespace orve::app {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/sistema.h"
+#include "orve-mailserver/host/sistema.h"
 
 namespace orve::app {
 

@@ -5,7 +5,7 @@
 #include <limits>
 #include <string>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::adapters::forms {
 

@@ -22,12 +22,12 @@
 
 #include "addressing/active_directory.h"
 #include "fakes/errori.h"
-#include "host/sistema.h"
 #include "ldap/account_name.h"
 #include "ldap/allowance.h"
 #include "ldap/entry_reader.h"
 #include "ldap/failure.h"
 #include "ldap/ldap_directory.h"
+#include "orve-mailserver/host/sistema.h"
 #include "posix/sistema.h"
 #include "support/certificates.h"
 #include "support/closed_port.h"

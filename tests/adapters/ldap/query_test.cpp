@@ -6,8 +6,8 @@
 
 #include <string>
 
-#include "host/errore.h"
 #include "ldap/attribute_names.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::adapters::ldap {
 

@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "host/errore.h"
 #include "mapi/controls.h"
 #include "mapi/mail_system.h"
 #include "mapi/mapi32.h"
+#include "orve-mailserver/host/errore.h"
 #include "support/received_message.h"
 #include "support/temp_dir.h"
 

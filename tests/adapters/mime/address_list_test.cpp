@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 
 namespace orve::adapters::mime {
 

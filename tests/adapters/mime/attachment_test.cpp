@@ -10,8 +10,8 @@
 #include <fstream>
 #include <string>
 
-#include "host/errore.h"
 #include "mime/file_reader.h"
+#include "orve-mailserver/host/errore.h"
 #include "support/temp_dir.h"
 
 namespace orve::adapters::mime {

@@ -19,8 +19,8 @@
 #include <utility>
 #include <vector>
 
-#include "host/errore.h"
 #include "mime/header_text.h"
+#include "orve-mailserver/host/errore.h"
 #include "support/received_message.h"
 #include "support/temp_dir.h"
 #include "text/text.h"

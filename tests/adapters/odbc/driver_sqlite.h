@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "host/connection.h"
 #include "odbc/odbc_connection.h"
+#include "orve-mailserver/host/connection.h"
 
 namespace orve::adapters::odbc {
 

@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "adapters/posix/prova.h"
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
+#include "orve-mailserver/posix/percorsi.h"
 #include "posix/errori.h"
-#include "posix/percorsi.h"
 
 namespace orve::adapters::posix {
 

@@ -1,11 +1,11 @@
-#include "posix/percorsi.h"
+#include "orve-mailserver/posix/percorsi.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <string>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "posix/errori.h"
 
 namespace orve::adapters::posix {

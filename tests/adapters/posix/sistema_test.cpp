@@ -11,8 +11,8 @@
 #include <string>
 
 #include "adapters/posix/prova.h"
-#include "host/data_ora.h"
-#include "host/errore.h"
+#include "orve-mailserver/host/data_ora.h"
+#include "orve-mailserver/host/errore.h"
 #include "posix/directory_assente.h"
 #include "posix/orologio.h"
 

@@ -13,7 +13,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "qt/finestre.h"
+#include "orve-mailserver/qt/finestre.h"
 
 namespace orve::adapters::qt {
 

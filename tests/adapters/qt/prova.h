@@ -15,7 +15,7 @@
 
 #include "fakes/servizio_di_prova.h"
 #include "mani.h"
-#include "qt/finestre.h"
+#include "orve-mailserver/qt/finestre.h"
 
 namespace orve::adapters::qt {
 

@@ -12,7 +12,7 @@
 
 #include "adapters/smtp/name_lookup.h"
 #include "adapters/smtp/outgoing.h"
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "smtp/smtp_component.h"
 #include "support/certificates.h"
 #include "support/smtp_server.h"

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "adapters/smtp/outgoing.h"
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "smtp/tracer.h"
 #include "support/scripted_server.h"
 #include "support/smtp_server.h"

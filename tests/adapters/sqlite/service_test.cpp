@@ -12,8 +12,8 @@
 #include "content/management_events.h"
 #include "fakes/fake_ambiente.h"
 #include "fakes/servizio_aperto.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "places.h"
-#include "service/CLSFW_MAILSERVER.h"
 
 namespace orve::adapters::sqlite {
 

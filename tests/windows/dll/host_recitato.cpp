@@ -6,8 +6,8 @@
 #include <memory>
 #include <utility>
 
-#include "host/errore.h"
 #include "oggetto_nominato.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/classi.h"
 #include "win32/conversions.h"
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "classi_recitate.h"
-#include "host/variant.h"
+#include "orve-mailserver/host/variant.h"
 #include "win32/com_ptr.h"
 
 namespace orve::prova {

@@ -10,7 +10,7 @@
 #include <thread>
 #include <vector>
 
-#include "host/layout.h"
+#include "orve-mailserver/host/layout.h"
 
 namespace orve::adapters::win32::finestre {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/com_ptr.h"
 
 namespace orve::prova {

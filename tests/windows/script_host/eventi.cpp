@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "chiamata.h"
-#include "host/errore.h"
 #include "oggetto_nominato.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/errori_com.h"
 
 namespace orve::prova {

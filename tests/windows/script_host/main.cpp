@@ -16,8 +16,8 @@
 #include <string_view>
 #include <vector>
 
-#include "host/errore.h"
 #include "motore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/conversions.h"
 
 namespace {

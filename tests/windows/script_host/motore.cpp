@@ -7,7 +7,7 @@
 
 #include "chiamata.h"
 #include "eventi.h"
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/conversions.h"
 #include "win32/errori_com.h"
 

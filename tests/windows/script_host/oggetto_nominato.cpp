@@ -1,6 +1,6 @@
 #include "oggetto_nominato.h"
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/conversions.h"
 
 namespace orve::prova {

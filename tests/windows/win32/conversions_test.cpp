@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "windows/win32/doppio.h"
 
 namespace orve::adapters::win32 {

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "fakes/errori.h"
-#include "host/directory.h"
 #include "journals/scena.h"
+#include "orve-mailserver/host/directory.h"
 #include "win32/ambiente_win32.h"
 #include "windows/win32/esposti.h"
 

@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/errori_com.h"
 #include "windows/win32/doppio.h"
 

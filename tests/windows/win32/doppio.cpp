@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/conversions.h"
 #include "win32/dispatch.h"
 #include "win32/oggetto_com.h"

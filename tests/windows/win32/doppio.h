@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "host/variant.h"
+#include "orve-mailserver/host/variant.h"
 #include "win32/com_ptr.h"
 
 namespace orve::prova {

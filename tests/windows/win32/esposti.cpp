@@ -4,7 +4,7 @@
 #include <cstring>
 #include <utility>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/classi.h"
 #include "win32/conversions.h"
 #include "win32/mapi32.h"

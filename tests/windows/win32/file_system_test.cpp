@@ -7,7 +7,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "service/address_check.h"
 #include "win32/ambiente_win32.h"
 #include "win32/conversions.h"

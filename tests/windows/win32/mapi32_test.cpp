@@ -9,7 +9,7 @@
 #include <system_error>
 #include <vector>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/conversions.h"
 #include "windows/win32/mapi_doppio/mapi_doppio.h"
 

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/ambiente_win32.h"
 #include "win32/classi.h"
 #include "win32/conversions.h"

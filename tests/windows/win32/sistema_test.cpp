@@ -9,7 +9,7 @@
 #include <array>
 #include <cstdio>
 
-#include "host/errore.h"
+#include "orve-mailserver/host/errore.h"
 #include "win32/ambiente_win32.h"
 #include "windows/uscita_debug.h"
 #include "windows/win32/doppio.h"

@@ -15,7 +15,7 @@
 
 #include "mime/attachment.h"
 #include "orve-mail/terminal/uscita.h"
-#include "posix/percorsi.h"
+#include "orve-mailserver/posix/percorsi.h"
 #include "support/received_message.h"
 #include "support/temp_dir.h"
 

@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
-#include "host/errore.h"
-#include "posix/percorsi.h"
+#include "orve-mailserver/host/errore.h"
+#include "orve-mailserver/posix/percorsi.h"
 #include "support/temp_dir.h"
 
 namespace orve::app {

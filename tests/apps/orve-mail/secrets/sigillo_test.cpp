@@ -7,10 +7,10 @@
 #include <memory>
 #include <string>
 
-#include "host/errore.h"
 #include "orve-mail/secrets/chiave.h"
 #include "orve-mail/secrets/sigillo_password.h"
 #include "orve-mail/terminal/uscita.h"
+#include "orve-mailserver/host/errore.h"
 #include "support/temp_dir.h"
 
 namespace orve::app {

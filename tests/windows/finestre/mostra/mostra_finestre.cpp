@@ -9,7 +9,7 @@
 
 #include "fakes/fake_ambiente.h"
 #include "fakes/servizio_aperto.h"
-#include "service/CLSFW_MAILSERVER.h"
+#include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "service/dialog_bridge.h"
 #include "win32/finestre/finestre.h"
 
