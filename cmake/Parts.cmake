@@ -19,11 +19,16 @@ endfunction()
 # orve_part(TARGET COMPONENT FOLDER...): what links the library TARGET finds its FOLDERs, and only these, so that a dependency
 # that was not declared does not compile. find_package(orve-mailserver COMPONENTS COMPONENT) offers orve-mailserver::COMPONENT.
 function(orve_part target component)
-  orve_room(room ${component} ${ARGN})
+  orve_room(room ${component} orve-mailserver/api.h=include/orve-mailserver/api.h ${ARGN})
   target_include_directories(${target} PUBLIC "$<BUILD_INTERFACE:${room}>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
   add_library(orve-mailserver::${component} ALIAS ${target})
   if(WIN32)
     return()
+  endif()
+  set_property(GLOBAL APPEND PROPERTY ORVE_PARTS ${target})
+  if(ORVE_RECORDED_TYPES)
+    # What is compared with the recorded interface; where a variable lies at each step is for debuggers alone.
+    target_compile_options(${target} PRIVATE -g -fno-var-tracking)
   endif()
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES EXPORT_NAME ${component})
@@ -32,6 +37,13 @@ function(orve_part target component)
   install(EXPORT orve-mailserver-${component} NAMESPACE orve-mailserver::
     DESTINATION "${ORVE_CMAKE_DIR}" COMPONENT development)
 endfunction()
+
+# orve_pkg(PREFIX MODULE...): the target PkgConfig::PREFIX for other people's libraries, which orve-mailserver.pc then tells to those who
+# link statically.
+macro(orve_pkg prefix)
+  pkg_check_modules(${prefix} REQUIRED IMPORTED_TARGET ${ARGN})
+  set_property(GLOBAL APPEND PROPERTY ORVE_PRIVATE_LIBRARIES ${${prefix}_LIBRARIES})
+endmacro()
 
 # orve_adapter(TARGET COMPONENT): the part in adapters/COMPONENT, with its public headers if it has any.
 function(orve_adapter target component)
@@ -47,7 +59,10 @@ function(orve_package)
   configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/orve-mailserver-config.cmake.in"
     "${PROJECT_BINARY_DIR}/orve-mailserver-config.cmake" INSTALL_DESTINATION "${ORVE_CMAKE_DIR}")
   write_basic_package_version_file("${PROJECT_BINARY_DIR}/orve-mailserver-config-version.cmake"
-    COMPATIBILITY SameMinorVersion)
+    COMPATIBILITY SameMajorVersion)
+  configure_file("${PROJECT_SOURCE_DIR}/cmake/version.h.in" "${PROJECT_BINARY_DIR}/version.h" @ONLY)
+  install(FILES "${PROJECT_BINARY_DIR}/version.h" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/orve-mailserver"
+    COMPONENT development)
   install(FILES "${PROJECT_BINARY_DIR}/orve-mailserver-config.cmake"
     "${PROJECT_BINARY_DIR}/orve-mailserver-config-version.cmake"
     DESTINATION "${ORVE_CMAKE_DIR}" COMPONENT development)

@@ -16,16 +16,17 @@
 #include <utility>
 #include <vector>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/errore.h"
 #include "orve-mailserver/host/variant.h"
 
 namespace orve {
 
 /// The key in the form in which keys are compared: without case.
-[[nodiscard]] std::string PiegaChiave(const std::string& chiave);
+[[nodiscard]] ORVE_API std::string PiegaChiave(const std::string& chiave);
 
 template <class T>
-class ListaConChiavi {
+class ORVE_API ListaConChiavi {
  public:
   using Item = std::shared_ptr<T>;
 

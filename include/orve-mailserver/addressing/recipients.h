@@ -7,6 +7,7 @@
 #include <string>
 
 #include "orve-mailserver/addressing/keyed_list.h"
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/content/instance_trace.h"
 #include "orve-mailserver/host/variant.h"
 
@@ -16,7 +17,7 @@ namespace orve {
 enum kvCasella : std::int16_t { kvCasellaA = 0, kvCasellaCC = 1, kvCasellaCCn = 2 };
 
 /// Created by CollDestinatari only.
-class Destinatario {
+class ORVE_API Destinatario {
  public:
   Destinatario(const Destinatario&) = delete;
   Destinatario& operator=(const Destinatario&) = delete;
@@ -48,7 +49,7 @@ class Destinatario {
   TracciaIstanza traccia_;
 };
 
-class CollDestinatari {
+class ORVE_API CollDestinatari {
  public:
   explicit CollDestinatari(std::shared_ptr<host::Ambiente> ambiente);
   CollDestinatari(const CollDestinatari&) = delete;

@@ -7,12 +7,13 @@
 #include <string>
 
 #include "orve-mailserver/addressing/keyed_list.h"
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/content/instance_trace.h"
 #include "orve-mailserver/host/variant.h"
 
 namespace orve {
 
-class Mittente {
+class ORVE_API Mittente {
  public:
   explicit Mittente(std::shared_ptr<host::Ambiente> ambiente);
   Mittente(const Mittente&) = delete;
@@ -74,7 +75,7 @@ class Mittente {
   TracciaIstanza traccia_;
 };
 
-class CollMittenti {
+class ORVE_API CollMittenti {
  public:
   explicit CollMittenti(std::shared_ptr<host::Ambiente> ambiente);
   CollMittenti(const CollMittenti&) = delete;

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <utility>
 
+#include "orve-mailserver/api.h"
+
 namespace orve {
 
 namespace host {
@@ -14,7 +16,7 @@ class Ambiente;
 class GeneratoreGuid;
 }  // namespace host
 
-class TracciaIstanza {
+class ORVE_API TracciaIstanza {
  public:
   /// `classe` is the name of the class as written in the line; it must outlive the trace. Raises 91 when the
   /// ambiente is absent.
@@ -46,6 +48,6 @@ class TracciaIstanza {
 };
 
 /// The identifier of a new object, 32 upper-case hexadecimal digits; empty when the platform gives no GUID.
-[[nodiscard]] std::string GeneraIdIstanza(host::GeneratoreGuid& generatore);
+[[nodiscard]] ORVE_API std::string GeneraIdIstanza(host::GeneratoreGuid& generatore);
 
 }  // namespace orve

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/automazione.h"
 #include "orve-mailserver/host/cifratore_password.h"
 #include "orve-mailserver/host/componente_smtp.h"
@@ -25,7 +26,7 @@
 
 namespace orve::host {
 
-class Ambiente {
+class ORVE_API Ambiente {
  public:
   Ambiente() = default;
   Ambiente(const Ambiente&) = delete;

@@ -7,19 +7,20 @@
 #include <memory>
 #include <string>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/oggetto.h"
 #include "orve-mailserver/host/variant.h"
 
 namespace orve::host {
 
 /// The attachments of a mail item.
-class OutlookAttachments : public Oggetto {
+class ORVE_API OutlookAttachments : public Oggetto {
  public:
   /// Attaches the file; raises an error when it cannot be read.
   virtual void Add(const std::string& percorso) = 0;
 };
 
-class OutlookMailItem : public Oggetto {
+class ORVE_API OutlookMailItem : public Oggetto {
  public:
   virtual void ReadReceiptRequested(bool ricevuta) = 0;
   /// Never absent; the collection belongs to the item.
@@ -38,23 +39,23 @@ class OutlookMailItem : public Oggetto {
 };
 
 /// The person the session belongs to.
-class OutlookUser : public Oggetto {
+class ORVE_API OutlookUser : public Oggetto {
  public:
   [[nodiscard]] virtual std::string Address() = 0;
 };
 
-class OutlookAccount : public Oggetto {
+class ORVE_API OutlookAccount : public Oggetto {
  public:
   [[nodiscard]] virtual std::string SmtpAddress() = 0;
 };
 
-class OutlookAccounts : public Oggetto {
+class ORVE_API OutlookAccounts : public Oggetto {
  public:
   /// The account at a position, from 1; raises an error when there is none.
   [[nodiscard]] virtual std::shared_ptr<OutlookAccount> Item(std::int32_t posizione) = 0;
 };
 
-class OutlookSession : public Oggetto {
+class ORVE_API OutlookSession : public Oggetto {
  public:
   /// May be absent.
   [[nodiscard]] virtual std::shared_ptr<OutlookUser> CurrentUser() = 0;
@@ -62,14 +63,14 @@ class OutlookSession : public Oggetto {
   [[nodiscard]] virtual std::shared_ptr<OutlookAccounts> Accounts() = 0;
 };
 
-class OutlookExplorers : public Oggetto {
+class ORVE_API OutlookExplorers : public Oggetto {
  public:
   /// May be absent.
   [[nodiscard]] virtual std::shared_ptr<OutlookSession> Session() = 0;
 };
 
 /// "Outlook.Application".
-class OutlookApplication : public Oggetto {
+class ORVE_API OutlookApplication : public Oggetto {
  public:
   /// A major number, a point and more, such as "16.0.0.4266".
   [[nodiscard]] virtual std::string Version() = 0;
@@ -80,7 +81,7 @@ class OutlookApplication : public Oggetto {
 };
 
 /// "MSMAPI.MAPISession".
-class MAPISession : public Oggetto {
+class ORVE_API MAPISession : public Oggetto {
  public:
   virtual void DownLoadMail(bool scarica) = 0;
   virtual void NewSession(bool nuova) = 0;
@@ -93,7 +94,7 @@ class MAPISession : public Oggetto {
 /// "MSMAPI.MAPIMessages": one message, whose recipients and attachments are held in slots. A slot is selected
 /// by its index, from 0, and the members of recipient or attachment that follow fill it; selecting the index
 /// past the last slot opens a new one.
-class MAPIMessages : public Oggetto {
+class ORVE_API MAPIMessages : public Oggetto {
  public:
   virtual void SessionID(const Variant& sessione) = 0;
   /// The session, under the member name that a channel uses with a control that it created itself.

@@ -4,11 +4,12 @@
 
 #include <string>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/oggetto.h"
 
 namespace orve::host {
 
-class CifratorePassword : public Oggetto {
+class ORVE_API CifratorePassword : public Oggetto {
  public:
   /// The enciphered text.
   [[nodiscard]] virtual std::string Cripta(const std::string& testo) = 0;

@@ -5,12 +5,13 @@
 #include <cstdint>
 #include <string>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/oggetto.h"
 #include "orve-mailserver/host/variant.h"
 
 namespace orve::host {
 
-class ComponenteSmtp : public Oggetto {
+class ORVE_API ComponenteSmtp : public Oggetto {
  public:
   /// Empties the recipient lists.
   virtual void ClearRecipient() = 0;

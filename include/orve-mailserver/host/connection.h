@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/errore.h"
 #include "orve-mailserver/host/oggetto.h"
 #include "orve-mailserver/host/variant.h"
@@ -21,21 +22,21 @@ enum OpzioneComando : std::int32_t {
 };
 
 /// One column of the current row.
-class Field : public Oggetto {
+class ORVE_API Field : public Oggetto {
  public:
   /// The column's value; Null for a database null. Raises the engine's error when there is no current row.
   [[nodiscard]] virtual Variant Value() const = 0;
 };
 
 /// The columns of a record set.
-class Fields : public Oggetto {
+class ORVE_API Fields : public Oggetto {
  public:
   /// The column of that name, compared without case. Raises the engine's error for an unknown name.
   [[nodiscard]] virtual std::shared_ptr<Field> Item(std::string_view nome) const = 0;
 };
 
 /// A result, positioned on its first row when it has one.
-class RecordSet : public Oggetto {
+class ORVE_API RecordSet : public Oggetto {
  public:
   /// `EOF` of the interface, which C reserves as a macro: true past the last row, and on a result without
   /// rows.
@@ -50,14 +51,14 @@ class RecordSet : public Oggetto {
 };
 
 /// One parameter of a command.
-class Parameter : public Oggetto {
+class ORVE_API Parameter : public Oggetto {
  public:
   /// For an output parameter the value after Execute, Null when the procedure left it unset.
   [[nodiscard]] virtual Variant Value() const = 0;
 };
 
 /// A stored procedure to be run on a connection.
-class Command : public Oggetto {
+class ORVE_API Command : public Oggetto {
  public:
   virtual void CommandType(std::int32_t tipo) = 0;
   virtual void CommandText(const std::string& testo) = 0;
@@ -74,7 +75,7 @@ class Command : public Oggetto {
 };
 
 /// The open connection to the application's database, owned by the caller.
-class Connection : public Oggetto {
+class ORVE_API Connection : public Oggetto {
  public:
   /// Runs the statement as it is and returns its result, never an absent object (a statement without rows
   /// gives a record set at its end). Raises Errore with the engine's number, source and text.

@@ -15,6 +15,7 @@
 #include <string_view>
 #include <utility>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/errore.h"
 #include "orve-mailserver/host/oggetto.h"
 #include "orve-mailserver/host/variant.h"
@@ -28,7 +29,7 @@ void Solleva(const std::function<void(Parametri...)>& evento, Argomenti&&... arg
 }
 
 /// Any control of a form.
-class Controllo : public Oggetto {
+class ORVE_API Controllo : public Oggetto {
  public:
   [[nodiscard]] virtual float Left() = 0;
   virtual void Left(float twip) = 0;
@@ -46,13 +47,13 @@ class Controllo : public Oggetto {
 };
 
 /// A titled frame that holds other controls.
-class Frame : public Controllo {};
+class ORVE_API Frame : public Controllo {};
 
 /// A caption next to another control.
-class KVL_LABEL : public Controllo {};
+class ORVE_API KVL_LABEL : public Controllo {};
 
 /// A button, plain or with a menu.
-class KVL_TBARMENU : public Controllo {
+class ORVE_API KVL_TBARMENU : public Controllo {
  public:
   /// Adds an entry at the end of the menu.
   virtual void AddMenuItem(const std::string& didascalia, const std::string& chiave) = 0;
@@ -70,7 +71,7 @@ class KVL_TBARMENU : public Controllo {
 
 /// A box of one line. What the person types or pastes is cut to the box's `maxchar`, and its line breaks
 /// become blanks; what the program writes is kept as it is, whatever its length.
-class TxtEdit : public Controllo {
+class ORVE_API TxtEdit : public Controllo {
  public:
   [[nodiscard]] virtual std::string Text() = 0;
   virtual void Text(const std::string& testo) = 0;
@@ -78,14 +79,14 @@ class TxtEdit : public Controllo {
 
 /// A box of several lines, with carriage return and line feed as the line end. Text that the person has not
 /// touched reads back as it was written.
-class KvlRichTextBox : public Controllo {
+class ORVE_API KvlRichTextBox : public Controllo {
  public:
   [[nodiscard]] virtual std::string Text() = 0;
   virtual void Text(const std::string& testo) = 0;
 };
 
 /// A check box; its value is the text "0" or "1".
-class KVL_CHECKBOX : public Controllo {
+class ORVE_API KVL_CHECKBOX : public Controllo {
  public:
   [[nodiscard]] virtual std::string Text() = 0;
   /// Always raises Change, even when the value stays the same.
@@ -95,7 +96,7 @@ class KVL_CHECKBOX : public Controllo {
 };
 
 /// A combo box whose entries carry a number. Positions count from 0.
-class KVL_COMBO : public Controllo {
+class ORVE_API KVL_COMBO : public Controllo {
  public:
   /// Empties the list; nothing is selected afterwards. Raises no event.
   virtual void EraseCombo() = 0;
@@ -118,7 +119,7 @@ class KVL_COMBO : public Controllo {
 };
 
 /// Keeps the controls of a window in proportion when the window is resized.
-class KVL_RESIZEFORM : public Controllo {
+class ORVE_API KVL_RESIZEFORM : public Controllo {
  public:
   /// Which of the control's measures follow the window's size: a sum of these. 15 is all of them; 12 is a
   /// control that moves and keeps its size.
@@ -135,7 +136,7 @@ class KVL_RESIZEFORM : public Controllo {
 };
 
 /// A window with named controls.
-class Form : public Oggetto {
+class ORVE_API Form : public Oggetto {
  public:
   static constexpr std::int16_t kModale = 1;
 

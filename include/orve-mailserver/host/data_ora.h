@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <string>
 
+#include "orve-mailserver/api.h"
+
 namespace orve::host {
 
-struct DataOra {
+struct ORVE_API DataOra {
   double giorni = 0;  // 0 is "no date"
 
   /// Local civil time to DataOra; day and month count from 1.
@@ -22,14 +24,14 @@ struct DataOra {
 };
 
 /// The civil fields of a DataOra, rounded to the second.
-struct CampiDataOra {
+struct ORVE_API CampiDataOra {
   int anno, mese, giorno, ora, minuto, secondo;
 };
-[[nodiscard]] CampiDataOra Campi(DataOra istante);
+[[nodiscard]] ORVE_API CampiDataOra Campi(DataOra istante);
 
 /// "dd/mm/yyyy".
-[[nodiscard]] std::string TestoGiornoMeseAnno(DataOra istante);
+[[nodiscard]] ORVE_API std::string TestoGiornoMeseAnno(DataOra istante);
 /// "hh:mm:ss".
-[[nodiscard]] std::string TestoOraMinutiSecondi(DataOra istante);
+[[nodiscard]] ORVE_API std::string TestoOraMinutiSecondi(DataOra istante);
 
 }  // namespace orve::host

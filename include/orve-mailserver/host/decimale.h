@@ -5,9 +5,11 @@
 #include <string>
 #include <string_view>
 
+#include "orve-mailserver/api.h"
+
 namespace orve::host {
 
-class Decimale {
+class ORVE_API Decimale {
  public:
   /// A number as a person writes it: a sign, digits with a point or a comma, an exponent, blanks around it.
   /// Places that do not fit are rounded, half to even. Raises 13 for what is not a number, 6 beyond

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/connection.h"
 #include "orve-mailserver/host/oggetto.h"
 #include "orve-mailserver/host/variant.h"
@@ -12,7 +13,7 @@
 namespace orve::host {
 
 /// An object in the directory.
-class DirectoryObject : public Oggetto {
+class ORVE_API DirectoryObject : public Oggetto {
  public:
   /// The attribute of that name; raises an error when the object does not have it.
   [[nodiscard]] virtual Variant Get(const std::string& attributo) = 0;
@@ -24,7 +25,7 @@ class DirectoryObject : public Oggetto {
 };
 
 /// The connection of the directory's query provider.
-class DirectoryConnection : public Oggetto {
+class ORVE_API DirectoryConnection : public Oggetto {
  public:
   virtual void Open(const std::string& origine) = 0;
   /// Runs "<base>;filter;attributes;depth" and returns its result; raises an error when the directory
@@ -35,7 +36,7 @@ class DirectoryConnection : public Oggetto {
   virtual void Close() = 0;
 };
 
-class Directory : public Oggetto {
+class ORVE_API Directory : public Oggetto {
  public:
   /// Raises an error where there is no directory.
   [[nodiscard]] virtual std::shared_ptr<DirectoryConnection> CreaConnessione() = 0;

@@ -11,6 +11,8 @@
 #include <string>
 #include <string_view>
 
+#include "orve-mailserver/api.h"
+
 namespace orve::host {
 
 /// The automation error numbers that the library itself raises.
@@ -28,7 +30,7 @@ enum NumeroErrore : std::int32_t {
   kChiaveGiaPresente = 457,     // the key is already in the list
 };
 
-class Errore : public std::exception {
+class ORVE_API Errore : public std::exception {
  public:
   /// An error with all three parts.
   Errore(std::int32_t numero, std::string sorgente, std::string descrizione);
@@ -51,7 +53,7 @@ class Errore : public std::exception {
 
 /// The exception in flight as an Errore: itself if it is one, else number 7 for exhausted memory and 440 with
 /// the foreign text for anything else. Call it in a catch block only.
-[[nodiscard]] Errore ErroreCorrente();
+[[nodiscard]] ORVE_API Errore ErroreCorrente();
 
 /// The object behind the pointer; raises 91 when it is absent.
 template <class T>

@@ -6,11 +6,12 @@
 #include <memory>
 #include <string>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/oggetto.h"
 
 namespace orve::host {
 
-class TextStream : public Oggetto {
+class ORVE_API TextStream : public Oggetto {
  public:
   /// Writes the text, converted to the single-byte code page, and a line end of carriage return and line
   /// feed.
@@ -18,7 +19,7 @@ class TextStream : public Oggetto {
   virtual void Close() = 0;
 };
 
-class FileSystem : public Oggetto {
+class ORVE_API FileSystem : public Oggetto {
  public:
   enum Modo : std::int32_t { kAccoda = 8 };
   enum Formato : std::int32_t { kSingoloByte = 0 };

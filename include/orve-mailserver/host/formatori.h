@@ -4,12 +4,13 @@
 #include <cstdint>
 #include <string>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/oggetto.h"
 #include "orve-mailserver/host/variant.h"
 
 namespace orve::host {
 
-class FormatoData : public Oggetto {
+class ORVE_API FormatoData : public Oggetto {
  public:
   /// Sets the date from a text in the form of the regional settings.
   virtual void Data(const std::string& testo) = 0;
@@ -19,7 +20,7 @@ class FormatoData : public Oggetto {
   [[nodiscard]] virtual std::string DataDB() const = 0;
 };
 
-class FormatoNumero : public Oggetto {
+class ORVE_API FormatoNumero : public Oggetto {
  public:
   /// The number as the database expects it.
   [[nodiscard]] virtual Variant NumeroDB(const Variant& valore) = 0;

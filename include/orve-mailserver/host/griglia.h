@@ -5,13 +5,14 @@
 #include <memory>
 #include <string>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/controlli.h"
 #include "orve-mailserver/host/record_set_scollegato.h"
 
 namespace orve::host {
 
 /// Settings handed to a grid as one object.
-class ConfigurazioneGriglia : public Oggetto {
+class ORVE_API ConfigurazioneGriglia : public Oggetto {
  public:
   /// The field that identifies a row.
   virtual void ColonnaChiave(const std::string& campo) = 0;
@@ -21,7 +22,7 @@ class ConfigurazioneGriglia : public Oggetto {
   [[nodiscard]] virtual bool SelezioneRiga() = 0;
 };
 
-class KVL_QGRIDWRAPPER : public Controllo {
+class ORVE_API KVL_QGRIDWRAPPER : public Controllo {
  public:
   virtual void Configurazione(const std::shared_ptr<ConfigurazioneGriglia>& configurazione) = 0;
   /// Columns that stay in place when the person scrolls sideways.

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/errore.h"
 #include "orve-mailserver/host/messaggi.h"
 #include "orve-mailserver/host/oggetto.h"
@@ -12,13 +13,13 @@
 namespace orve::host {
 
 /// The logged-in user.
-class UtenteApplicazione : public Oggetto {
+class ORVE_API UtenteApplicazione : public Oggetto {
  public:
   [[nodiscard]] virtual std::int32_t IdUtente() = 0;
 };
 
 /// The host application.
-class Applicazione : public Oggetto {
+class ORVE_API Applicazione : public Oggetto {
  public:
   /// May be absent.
   [[nodiscard]] virtual std::shared_ptr<UtenteApplicazione> UtenteCorrente() = 0;
@@ -27,7 +28,7 @@ class Applicazione : public Oggetto {
 };
 
 /// `ActiveInterface` of the service.
-class InterfacciaHost : public Oggetto {
+class ORVE_API InterfacciaHost : public Oggetto {
  public:
   /// May be absent.
   [[nodiscard]] virtual std::shared_ptr<host::Applicazione> Applicazione() = 0;

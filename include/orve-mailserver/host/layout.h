@@ -6,6 +6,8 @@
 #include <span>
 #include <string_view>
 
+#include "orve-mailserver/api.h"
+
 namespace orve::host {
 
 enum class TipoControllo {
@@ -22,7 +24,7 @@ enum class TipoControllo {
 };
 
 /// In twips, relative to the frame or window that holds the control.
-struct Rettangolo {
+struct ORVE_API Rettangolo {
   float left = 0;
   float top = 0;
   float width = 0;
@@ -30,7 +32,7 @@ struct Rettangolo {
 };
 
 /// What a control is given at design time. 0 and empty stand for the control's own default.
-struct ValoriDiDisegno {
+struct ORVE_API ValoriDiDisegno {
   bool visible = true;
   std::int32_t maxchar = 0;   // characters that can be typed; 0 for no limit
   std::int32_t maxwidth = 0;  // width of the control in characters
@@ -43,7 +45,7 @@ struct ValoriDiDisegno {
   bool percorso = false;  // a box that holds a path: the person sees and types it in the system's own form
 };
 
-struct LayoutControllo {
+struct ORVE_API LayoutControllo {
   std::string_view nome;
   TipoControllo tipo = TipoControllo::kFrame;
   std::string_view didascalia = {};  // "&" before its mnemonic
@@ -53,7 +55,7 @@ struct LayoutControllo {
   ValoriDiDisegno disegno = {};
 };
 
-struct LayoutForm {
+struct ORVE_API LayoutForm {
   std::string_view nome;
   std::string_view didascalia = {};
   std::string_view font = {};

@@ -4,13 +4,14 @@
 #include <cstdint>
 #include <memory>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/interfaccia_host.h"
 #include "orve-mailserver/host/oggetto.h"
 #include "orve-mailserver/host/variant.h"
 
 namespace orve::host {
 
-class ManagerRubrica : public Oggetto {
+class ORVE_API ManagerRubrica : public Oggetto {
  public:
   /// The current company.
   virtual void DittaRubrica(const Variant& ditta) = 0;

@@ -10,11 +10,12 @@
 #include <string>
 #include <vector>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/oggetto.h"
 
 namespace orve::host {
 
-struct MapiMessage {
+struct ORVE_API MapiMessage {
   std::int32_t Reserved = 0;
   std::string Subject;
   std::string NoteText;
@@ -26,7 +27,7 @@ struct MapiMessage {
   std::int32_t FileCount = 0;
 };
 
-struct MapiRecip {
+struct ORVE_API MapiRecip {
   std::int32_t Reserved = 0;
   std::int32_t RecipClass = 0;  // 1 To, 2 Cc, 3 Bcc
   std::string Name;             // a name, "<", the address and ">"
@@ -35,7 +36,7 @@ struct MapiRecip {
   std::string EntryID;
 };
 
-struct MapiFile {
+struct ORVE_API MapiFile {
   std::int32_t Reserved = 0;
   std::int32_t Flags = 0;
   std::int32_t Position = 0;  // place in the body in characters; -1: wherever the library likes
@@ -48,7 +49,7 @@ struct MapiFile {
 using ManigliaMapi = std::uintptr_t;
 
 /// Each function returns 0 on success, else one of the library's error numbers.
-class Mapi32 : public Oggetto {
+class ORVE_API Mapi32 : public Oggetto {
  public:
   /// Opens a session and writes its handle into `sessione`. flags: 1 the logon dialog is allowed, 2 a new
   /// session. An empty profile is the default one.

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/oggetto.h"
 
 namespace orve::host {
@@ -22,7 +23,7 @@ enum StileMessaggio : std::int32_t {
 /// The answers that the library looks for.
 enum RispostaMessaggio : std::int32_t { kRispostaSi = 6, kRispostaNo = 7 };
 
-class Messaggi : public Oggetto {
+class ORVE_API Messaggi : public Oggetto {
  public:
   /// The text to use as a window's title, made from the text given.
   [[nodiscard]] virtual std::string TitoloFinestra(const std::string& testo) = 0;

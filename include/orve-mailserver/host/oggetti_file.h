@@ -6,13 +6,14 @@
 #include <memory>
 #include <string>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/oggetto.h"
 
 namespace orve::host {
 
 /// A file, bound by one of Apri, ApriPercorso and Crea, or handed out by SelettoreFile. Name and path are
 /// available for as long as the object lives, even after Chiudi.
-class OggettoFile : public Oggetto {
+class ORVE_API OggettoFile : public Oggetto {
  public:
   /// Where the file is.
   enum Posto : std::int32_t { kDaCopiare = 1 };
@@ -42,7 +43,7 @@ class OggettoFile : public Oggetto {
 };
 
 /// The window in which the person chooses one file.
-class SelettoreFile : public Oggetto {
+class ORVE_API SelettoreFile : public Oggetto {
  public:
   static constexpr std::int32_t kConfermato = 1;
 
@@ -55,7 +56,7 @@ class SelettoreFile : public Oggetto {
 };
 
 /// File objects by position, from 0; a position without a file raises 9.
-class CollezioneFile : public Oggetto {
+class ORVE_API CollezioneFile : public Oggetto {
  public:
   [[nodiscard]] virtual std::shared_ptr<OggettoFile> Item(std::int32_t posizione) = 0;
   [[nodiscard]] virtual std::int32_t Count() = 0;

@@ -1,9 +1,11 @@
 // The common root of every outside object, so that a Variant can carry any of them.
 #pragma once
 
+#include "orve-mailserver/api.h"
+
 namespace orve::host {
 
-class Oggetto {
+class ORVE_API Oggetto {
  public:
   Oggetto() = default;
   Oggetto(const Oggetto&) = delete;

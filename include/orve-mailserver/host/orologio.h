@@ -3,12 +3,13 @@
 
 #include <string>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/data_ora.h"
 #include "orve-mailserver/host/oggetto.h"
 
 namespace orve::host {
 
-class Orologio : public Oggetto {
+class ORVE_API Orologio : public Oggetto {
  public:
   /// Local date and time.
   [[nodiscard]] virtual DataOra Adesso() = 0;

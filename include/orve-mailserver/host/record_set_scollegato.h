@@ -6,12 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/connection.h"
 #include "orve-mailserver/host/variant.h"
 
 namespace orve::host {
 
-class RecordSetScollegato : public RecordSet {
+class ORVE_API RecordSetScollegato : public RecordSet {
  public:
   enum TipoCampo : std::int32_t { kIntero = 3, kTesto = 200 };
   enum Direzione : std::int32_t { kAvanti = 1 };

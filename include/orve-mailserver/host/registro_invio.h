@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/connection.h"
 #include "orve-mailserver/host/oggetto.h"
 
@@ -21,7 +22,7 @@ enum EsitoInvio : std::int32_t { kInviato = 0, kNonInviato = 1, kAnnullatoDaUten
 /// Kind of channel of a register line.
 enum TipoCanale : std::int32_t { kCanaleMail = 3, kCanalePec = 5 };
 
-class RegistroInvio : public Oggetto {
+class ORVE_API RegistroInvio : public Oggetto {
  public:
   /// May be absent, to release the connection.
   virtual void Connessione(const std::shared_ptr<Connection>& connessione) = 0;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/oggetto.h"
 
 namespace orve::host {
@@ -11,7 +12,7 @@ namespace orve::host {
 /// The kinds of system directory.
 enum TipoPercorso : std::int32_t { kPercorsoInstallazione = 6, kPercorsoTemporaneo = 8 };
 
-class RisolutorePercorsi : public Oggetto {
+class ORVE_API RisolutorePercorsi : public Oggetto {
  public:
   /// Ends the use of the object.
   virtual void ChiudiPercorsi() = 0;

@@ -7,36 +7,37 @@
 #include <optional>
 #include <string>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/oggetto.h"
 
 namespace orve::host {
 
-class DebugOutput : public Oggetto {
+class ORVE_API DebugOutput : public Oggetto {
  public:
   /// Sends one line, without a line end, to the system's debug output. Never fails.
   virtual void Scrivi(const std::string& riga) noexcept = 0;
 };
 
-struct Guid {
+struct ORVE_API Guid {
   std::uint32_t primo = 0;
   std::uint16_t secondo = 0;
   std::uint16_t terzo = 0;
   std::array<std::uint8_t, 8> byte{};
 };
 
-class GeneratoreGuid : public Oggetto {
+class ORVE_API GeneratoreGuid : public Oggetto {
  public:
   /// A new identifier, or nothing when the platform reports a failure.
   [[nodiscard]] virtual std::optional<Guid> CreaGuid() = 0;
 };
 
-class Environment : public Oggetto {
+class ORVE_API Environment : public Oggetto {
  public:
   /// The variable's text; empty when it is not set.
   [[nodiscard]] virtual std::string Leggi(const std::string& nome) = 0;
 };
 
-class Rete : public Oggetto {
+class ORVE_API Rete : public Oggetto {
  public:
   /// Writes the user name of the current network connection into the buffer as a NUL-ended text and returns
   /// 0. The buffer's length is a count of characters; the buffer grows when they need more bytes. Returns an

@@ -13,6 +13,7 @@
 #include <variant>
 #include <vector>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/data_ora.h"
 #include "orve-mailserver/host/decimale.h"
 #include "orve-mailserver/host/oggetto.h"
@@ -20,11 +21,11 @@
 namespace orve::host {
 
 /// The database's null, different from a value that was never set.
-struct Null {
+struct ORVE_API Null {
   friend bool operator==(const Null&, const Null&) = default;
 };
 
-class Variant {
+class ORVE_API Variant {
  public:
   using Array = std::vector<Variant>;
   using OggettoPtr = std::shared_ptr<Oggetto>;

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <string>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/secrets/secret.h"
 
 namespace orve::adapters::ldap {
@@ -16,7 +17,7 @@ enum class Access {
   kAnonymous,
 };
 
-struct LdapOptions {
+struct ORVE_API LdapOptions {
   /// "ldaps://host[:port]", encrypted from the first byte, or "ldap://host[:port]".
   std::string server;
   /// Asks for encryption (StartTLS) on an "ldap" connection and goes no further without it. Only Kerberos,

@@ -4,9 +4,11 @@
 #include <chrono>
 #include <string>
 
+#include "orve-mailserver/api.h"
+
 namespace orve::adapters::mapi {
 
-struct MapiOptions {
+struct ORVE_API MapiOptions {
   /// The program that takes messages on this machine; any that takes sendmail's arguments.
   std::string sendmail = "/usr/sbin/sendmail";
 

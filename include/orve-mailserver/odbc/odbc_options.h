@@ -3,9 +3,11 @@
 
 #include <chrono>
 
+#include "orve-mailserver/api.h"
+
 namespace orve::adapters::odbc {
 
-struct OpzioniOdbc {
+struct ORVE_API OpzioniOdbc {
   /// How long the login may take. The driver is told so; one that does not keep to it is abandoned after
   /// twice that time plus a second. From one second to a day.
   std::chrono::seconds attesaAccesso{15};

@@ -10,19 +10,21 @@
 #include <string>
 #include <string_view>
 
+#include "orve-mailserver/api.h"
+
 namespace orve::adapters::posix {
 
 /// A path of the library in the form that system calls take: every `\` is a separator; `/` is accepted as one
 /// too. Raises 52 for a path that is empty or holds a NUL, which no system call could take whole.
-[[nodiscard]] std::string PercorsoUnix(std::string_view percorso);
+[[nodiscard]] ORVE_API std::string PercorsoUnix(std::string_view percorso);
 
 /// A Unix path in the form that the library takes. Raises 52 for a path that is empty, holds a NUL, or names
 /// a file or folder with a `\` in its name.
-[[nodiscard]] std::string PercorsoLibreria(std::string_view percorso);
+[[nodiscard]] ORVE_API std::string PercorsoLibreria(std::string_view percorso);
 
 /// The same for a path relative to the current folder, made absolute and without "." and ".." where that is
 /// possible without consulting the disk; symbolic links stay. A file in the root is given as `\.\name`, so
 /// every name has a folder before it.
-[[nodiscard]] std::string PercorsoLibreriaAssoluto(std::string_view percorso);
+[[nodiscard]] ORVE_API std::string PercorsoLibreriaAssoluto(std::string_view percorso);
 
 }  // namespace orve::adapters::posix

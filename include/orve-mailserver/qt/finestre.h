@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/controlli.h"
 #include "orve-mailserver/host/griglia.h"
 #include "orve-mailserver/host/layout.h"
@@ -23,9 +24,9 @@ namespace orve::adapters::qt {
 
 /// Makes sure that windows can be opened. Raises 429, with the reason, where there is no display, in a
 /// program whose event loop is not that of Qt Widgets, and outside the thread of the first window.
-void AssicuraApplicazione();
+ORVE_API void AssicuraApplicazione();
 
-struct OpzioniFinestre {
+struct ORVE_API OpzioniFinestre {
   /// Follows the caption in the title of a window, and is by itself the title of a message without one.
   std::string programma = {};
   /// Where attachments are copied to; empty for the system's temporary folder.
@@ -41,7 +42,7 @@ struct OpzioniFinestre {
 
 /// The factories. Each raises what AssicuraApplicazione raises; the copies of attachments last as long as
 /// this object or any file object that came from it.
-class Finestre {
+class ORVE_API Finestre {
  public:
   explicit Finestre(OpzioniFinestre opzioni = {});
   Finestre(const Finestre&) = delete;

@@ -6,11 +6,13 @@
 #include <string_view>
 #include <vector>
 
+#include "orve-mailserver/api.h"
+
 namespace orve::adapters::secrets {
 
 /// Bytes that are wiped when the object is destroyed or takes another value. Moving leaves an empty one
 /// behind.
-class Secret {
+class ORVE_API Secret {
  public:
   Secret() = default;
   // Implicit, so that text can be passed where a secret is expected; the way back is explicit.

@@ -15,6 +15,7 @@
 
 #include "orve-mailserver/addressing/recipients.h"
 #include "orve-mailserver/addressing/senders.h"
+#include "orve-mailserver/api.h"
 #include "orve-mailserver/host/connection.h"
 #include "orve-mailserver/host/interfaccia_host.h"
 #include "orve-mailserver/host/manager_rubrica.h"
@@ -29,7 +30,7 @@ class Ambiente;
 
 struct Interno;
 
-class CLSFW_MAILSERVER {
+class ORVE_API CLSFW_MAILSERVER {
   std::unique_ptr<Interno> interno_;  // first, since the fields refer to what it holds
 
  public:

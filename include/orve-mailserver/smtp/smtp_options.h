@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "orve-mailserver/api.h"
+
 namespace orve::adapters::secrets {
 class Secret;
 }
@@ -19,7 +21,7 @@ struct Target;
 
 enum class AuthMechanism { kPlain, kLogin, kCramMd5, kXoauth2 };
 
-struct SmtpOptions {
+struct ORVE_API SmtpOptions {
   /// PEM file with the authorities to trust instead of the system's; empty: the system's.
   std::string caFile;
   /// False accepts any certificate. For tests and for servers that nobody can fix.

@@ -19,7 +19,7 @@ using ::testing::HasSubstr;
 using ::testing::StartsWith;
 using Riga = std::vector<std::string>;
 
-const std::string kManuale = places::Source("apps/orve-mail/orve-mail.1");
+const std::string kManuale = places::Build("apps/orve-mail/orve-mail.1");
 
 class Comandi : public ProvaIntera {
  protected:
