@@ -8,15 +8,18 @@ set(changelog "orve-mailserver (${CPACK_PACKAGE_VERSION}) unstable; urgency=medi
  -- ${CPACK_PACKAGE_CONTACT}  ${now}
 ")
 
-file(GLOB folders "${CPACK_TEMPORARY_DIRECTORY}/*/usr/share/doc/orve-mailserver*")
+file(GLOB folders "${CPACK_TEMPORARY_DIRECTORY}/*/usr/share/doc/*orve-mailserver*")
 foreach(folder IN LISTS folders)
   file(WRITE "${folder}/changelog" "${changelog}")
   execute_process(COMMAND gzip -9n "${folder}/changelog" COMMAND_ERROR_IS_FATAL ANY)
 endforeach()
 
-# Made by `./dev package` from the finished build.
-file(COPY "${CPACK_PACKAGE_DIRECTORY}/orve-mailserver.spdx.json"
-     DESTINATION "${CPACK_TEMPORARY_DIRECTORY}/program/usr/share/doc/orve-mailserver")
+# Made by `./dev package` from the finished build. What is built with the libraries is nothing new.
+foreach(folder IN LISTS folders)
+  if(NOT folder MATCHES "-dev$")
+    file(COPY "${CPACK_PACKAGE_DIRECTORY}/orve-mailserver.spdx.json" DESTINATION "${folder}")
+  endif()
+endforeach()
 
 set(manuals "${CPACK_TEMPORARY_DIRECTORY}/program/usr/share/man")
 execute_process(COMMAND gzip -9n "${manuals}/it/man1/orve-mail.1" COMMAND_ERROR_IS_FATAL ANY)
