@@ -25,33 +25,42 @@ namespace orve {
 /// The key in the form in which keys are compared: without case.
 [[nodiscard]] ORVE_API std::string PiegaChiave(const std::string& chiave);
 
+/// The list; its items are shared with whoever asks for them, and never absent.
 template <class T>
 class ORVE_API ListaConChiavi {
  public:
+  /// One item; sharing it keeps it alive after its removal.
   using Item = std::shared_ptr<T>;
 
   /// Walks the items in the order in which they were added; `end()` is wherever the list ends at that moment.
   class Iteratore {
    public:
+    ///@{
+    /// What the standard library asks of an iterator.
     using iterator_category = std::input_iterator_tag;
     using value_type = Item;
     using difference_type = std::ptrdiff_t;
     using pointer = const Item*;
     using reference = Item;
+    ///@}
 
     Iteratore() = default;
+    /// At a position, from 0; the list must outlive the iterator.
     Iteratore(const ListaConChiavi& lista, std::size_t posizione) : lista_(&lista), posizione_(posizione) {}
     /// The item shares ownership, so it outlives its removal. Must not be called at the end.
     [[nodiscard]] Item operator*() const { return lista_->voci_[posizione_].item; }
+    /// The next item, whatever has changed meanwhile.
     Iteratore& operator++() {
       ++posizione_;
       return *this;
     }
+    /// The next item; returns where it was.
     Iteratore operator++(int) {
       Iteratore prima = *this;
       ++posizione_;
       return prima;
     }
+    /// Whether both are at the same position, or both at the end.
     friend bool operator==(const Iteratore& a, const Iteratore& b) {
       return a.posizione_ == b.posizione_ || (a.AllaFine() && b.AllaFine());
     }
@@ -65,8 +74,11 @@ class ORVE_API ListaConChiavi {
   /// What a for-each loop walks; it must not outlive the list.
   class Enumeratore {
    public:
+    /// Over this list.
     explicit Enumeratore(const ListaConChiavi& lista) : lista_(&lista) {}
+    /// The first item.
     [[nodiscard]] Iteratore begin() const { return lista_->begin(); }
+    /// Past the last.
     [[nodiscard]] Iteratore end() const { return lista_->end(); }
 
    private:
@@ -104,9 +116,12 @@ class ORVE_API ListaConChiavi {
     voci_.erase(voci_.begin() + static_cast<std::ptrdiff_t>(posizione));
   }
 
+  /// How many items there are.
   [[nodiscard]] std::int32_t Count() const { return static_cast<std::int32_t>(voci_.size()); }
 
+  /// The first item, in the order in which they were added.
   [[nodiscard]] Iteratore begin() const { return {*this, 0}; }
+  /// Past the last.
   [[nodiscard]] Iteratore end() const { return {*this, static_cast<std::size_t>(-1)}; }
 
  private:
@@ -118,7 +133,7 @@ class ORVE_API ListaConChiavi {
   [[nodiscard]] std::size_t Posizione(const host::Variant& indice) const {
     if (indice.IsNull()) throw host::Errore(host::kTipoNonCorrispondente);
     const double posizione =
-        std::nearbyint(indice.ToDouble());  // to even, like every number rounded to an integer
+        std::nearbyint(indice.ToDouble());  ///< to even, like every number rounded to an integer
     const bool esiste = posizione >= 1 && posizione <= static_cast<double>(voci_.size());
     if (!esiste) throw host::Errore(host::kIndiceFuoriIntervallo);
     return static_cast<std::size_t>(posizione) - 1;

@@ -49,8 +49,10 @@ class ORVE_API Destinatario {
   TracciaIstanza traccia_;
 };
 
+/// An ordered list of recipients, which it creates. Not to be used by two threads at once.
 class ORVE_API CollDestinatari {
  public:
+  /// An empty list. Raises 91 when the ambiente, which gives each object its identifier, is absent.
   explicit CollDestinatari(std::shared_ptr<host::Ambiente> ambiente);
   CollDestinatari(const CollDestinatari&) = delete;
   CollDestinatari& operator=(const CollDestinatari&) = delete;
@@ -69,6 +71,7 @@ class ORVE_API CollDestinatari {
   [[nodiscard]] std::shared_ptr<Destinatario> operator[](const host::Variant& vntIndexKey) const {
     return Item(vntIndexKey);
   }
+  /// How many recipients there are.
   [[nodiscard]] std::int32_t Count() const { return lista_.Count(); }
   /// Raises the errors of Item.
   void Remove(const host::Variant& vntIndexKey);
@@ -78,6 +81,7 @@ class ORVE_API CollDestinatari {
   }
   /// NewEnum is the standard enumerator: a for-each loop walks the collection itself.
   [[nodiscard]] auto begin() const { return lista_.begin(); }
+  /// Past the last one.
   [[nodiscard]] auto end() const { return lista_.end(); }
   /// As Add, and sets `Casella`.
   std::shared_ptr<Destinatario> AddFromLista(const std::string& Indirizzo, const std::string& Nome = {},

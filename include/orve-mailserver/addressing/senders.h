@@ -13,8 +13,10 @@
 
 namespace orve {
 
+/// One account. Not to be used by two threads at once.
 class ORVE_API Mittente {
  public:
+  /// An empty account. Raises 91 when the ambiente, which gives each object its identifier, is absent.
   explicit Mittente(std::shared_ptr<host::Ambiente> ambiente);
   Mittente(const Mittente&) = delete;
   Mittente& operator=(const Mittente&) = delete;
@@ -31,6 +33,7 @@ class ORVE_API Mittente {
   /// The sender's display name.
   void Descrizione(const std::string& valore) { descrizione_ = valore; }
   [[nodiscard]] const std::string& Descrizione() const { return descrizione_; }
+  /// Port of the SMTP server.
   void Port(std::int16_t valore) { port_ = valore; }
   [[nodiscard]] std::int16_t Port() const { return port_; }
   /// Time-out of the server; stored, but nothing reads it.
@@ -75,8 +78,10 @@ class ORVE_API Mittente {
   TracciaIstanza traccia_;
 };
 
+/// An ordered list of accounts, which it creates.
 class ORVE_API CollMittenti {
  public:
+  /// An empty list. Raises 91 when the ambiente, which gives each object its identifier, is absent.
   explicit CollMittenti(std::shared_ptr<host::Ambiente> ambiente);
   CollMittenti(const CollMittenti&) = delete;
   CollMittenti& operator=(const CollMittenti&) = delete;
@@ -95,6 +100,7 @@ class ORVE_API CollMittenti {
   /// The account at a position, from 1 (9 when there is none), or under a text key (5 when it is unknown).
   /// A value that is neither number nor text raises 13.
   [[nodiscard]] std::shared_ptr<Mittente> Item(const host::Variant& vntIndexKey) const;
+  /// How many accounts there are.
   [[nodiscard]] std::int32_t Count() const { return lista_.Count(); }
   /// Raises the errors of Item.
   void Remove(const host::Variant& vntIndexKey);

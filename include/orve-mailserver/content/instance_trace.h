@@ -16,6 +16,7 @@ class Ambiente;
 class GeneratoreGuid;
 }  // namespace host
 
+/// The two lines of one object, which holds its trace as a member.
 class ORVE_API TracciaIstanza {
  public:
   /// `classe` is the name of the class as written in the line; it must outlive the trace. Raises 91 when the
@@ -36,6 +37,7 @@ class ORVE_API TracciaIstanza {
       throw;
     }
   }
+  /// The line at destruction, "TER".
   void Termine() noexcept;
 
  private:

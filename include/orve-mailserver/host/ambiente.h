@@ -26,6 +26,8 @@
 
 namespace orve::host {
 
+/// The application overrides what it has. The service keeps the Ambiente alive, and calls it on its own
+/// thread.
 class ORVE_API Ambiente {
  public:
   Ambiente() = default;
@@ -35,8 +37,8 @@ class ORVE_API Ambiente {
   Ambiente& operator=(Ambiente&&) = delete;
   virtual ~Ambiente() = default;
 
-  // A new object at each call, never absent; raises 429 where the machine cannot make one.
-
+  ///@{
+  /// A new object at each call, never absent; raises 429 where the machine cannot make one.
   [[nodiscard]] virtual std::shared_ptr<Messaggi> CreaMessaggi() = 0;
   [[nodiscard]] virtual std::shared_ptr<FormatoData> CreaFormatoData() = 0;
   [[nodiscard]] virtual std::shared_ptr<FormatoNumero> CreaFormatoNumero() = 0;
@@ -49,27 +51,32 @@ class ORVE_API Ambiente {
   [[nodiscard]] virtual std::shared_ptr<MAPIMessages> CreaMAPIMessages() = 0;
   [[nodiscard]] virtual std::shared_ptr<Mapi32> CreaMapi32() = 0;
   [[nodiscard]] virtual std::shared_ptr<FileSystem> CreaFileSystem() = 0;
+  ///@}
 
-  // What the windows are made of, a new object at each call. A host without windows does not override these:
-  // each raises 429, with the object's name.
-
-  /// A window built from the layout, not yet shown. The tables behind the layout live as long as the program.
+  /// A window built from the layout, a new one at each call, not yet shown. The tables behind the layout live
+  /// as long as the program. A host without windows does not override this: it raises 429, with the window's
+  /// name.
   [[nodiscard]] virtual std::shared_ptr<Form> CreaForm(const LayoutForm& layout);
+  ///@{
+  /// What the windows are made of, a new object at each call. A host without windows does not override these:
+  /// each raises 429, with the object's name.
   [[nodiscard]] virtual std::shared_ptr<ConfigurazioneGriglia> CreaConfigurazioneGriglia();
   [[nodiscard]] virtual std::shared_ptr<RecordSetScollegato> CreaRecordSetScollegato();
   [[nodiscard]] virtual std::shared_ptr<SelettoreFile> CreaSelettoreFile();
   [[nodiscard]] virtual std::shared_ptr<OggettoFile> CreaOggettoFile();
   [[nodiscard]] virtual std::shared_ptr<CollezioneFile> CreaCollezioneFile();
   [[nodiscard]] virtual std::shared_ptr<CLSFW_Parametri> CreaParametri();
+  ///@}
 
-  // The platform's own, which live as long as the Ambiente.
-
+  ///@{
+  /// The platform's own, which live as long as the Ambiente.
   [[nodiscard]] virtual Orologio& OrologioDiSistema() = 0;
   [[nodiscard]] virtual DebugOutput& UscitaDiDebug() = 0;
   [[nodiscard]] virtual GeneratoreGuid& Identificatori() = 0;
   [[nodiscard]] virtual Environment& VariabiliDiAmbiente() = 0;
   [[nodiscard]] virtual Rete& ReteDiSistema() = 0;
   [[nodiscard]] virtual Directory& DirectoryAziendale() = 0;
+  ///@}
 };
 
 }  // namespace orve::host

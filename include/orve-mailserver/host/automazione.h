@@ -20,19 +20,26 @@ class ORVE_API OutlookAttachments : public Oggetto {
   virtual void Add(const std::string& percorso) = 0;
 };
 
+/// A message that is being written. Its members are set in any order before Send.
 class ORVE_API OutlookMailItem : public Oggetto {
  public:
+  /// True asks for a read receipt.
   virtual void ReadReceiptRequested(bool ricevuta) = 0;
   /// Never absent; the collection belongs to the item.
   [[nodiscard]] virtual std::shared_ptr<OutlookAttachments> attachments() = 0;
+  ///@{
   /// Recipient lists: entries of a name, " <", the address and ">", joined by ";".
   virtual void To(const std::string& elenco) = 0;
   virtual void cc(const std::string& elenco) = 0;
   virtual void Bcc(const std::string& elenco) = 0;
+  ///@}
+  /// The subject, on one line.
   virtual void Subject(const std::string& oggetto) = 0;
+  /// The body as plain text.
   virtual void body(const std::string& corpo) = 0;
   /// 1 marks the body as HTML.
   virtual void BodyFormat(std::int16_t formato) = 0;
+  /// The body as HTML.
   virtual void HTMLBody(const std::string& corpo) = 0;
   /// Hands the message over; not raising an error is the only sign of success.
   virtual void Send() = 0;
@@ -41,20 +48,25 @@ class ORVE_API OutlookMailItem : public Oggetto {
 /// The person the session belongs to.
 class ORVE_API OutlookUser : public Oggetto {
  public:
+  /// The mail address, in a form of Outlook's choice.
   [[nodiscard]] virtual std::string Address() = 0;
 };
 
+/// An account that Outlook sends with.
 class ORVE_API OutlookAccount : public Oggetto {
  public:
+  /// The mail address.
   [[nodiscard]] virtual std::string SmtpAddress() = 0;
 };
 
+/// The accounts of a session.
 class ORVE_API OutlookAccounts : public Oggetto {
  public:
   /// The account at a position, from 1; raises an error when there is none.
   [[nodiscard]] virtual std::shared_ptr<OutlookAccount> Item(std::int32_t posizione) = 0;
 };
 
+/// Who is signed on to Outlook.
 class ORVE_API OutlookSession : public Oggetto {
  public:
   /// May be absent.
@@ -63,6 +75,7 @@ class ORVE_API OutlookSession : public Oggetto {
   [[nodiscard]] virtual std::shared_ptr<OutlookAccounts> Accounts() = 0;
 };
 
+/// The windows of Outlook, through which its session is reached.
 class ORVE_API OutlookExplorers : public Oggetto {
  public:
   /// May be absent.
@@ -83,11 +96,15 @@ class ORVE_API OutlookApplication : public Oggetto {
 /// "MSMAPI.MAPISession".
 class ORVE_API MAPISession : public Oggetto {
  public:
+  /// Whether signing on fetches new mail.
   virtual void DownLoadMail(bool scarica) = 0;
+  /// Whether signing on opens a session of its own or shares one that is open.
   virtual void NewSession(bool nuova) = 0;
   /// Opens the session; raises an error when it cannot.
   virtual void SignOn() = 0;
+  /// The session's handle, for MAPIMessages.
   [[nodiscard]] virtual Variant SessionID() = 0;
+  /// Closes the session.
   virtual void SignOff() = 0;
 };
 
@@ -96,6 +113,7 @@ class ORVE_API MAPISession : public Oggetto {
 /// past the last slot opens a new one.
 class ORVE_API MAPIMessages : public Oggetto {
  public:
+  /// The session to send in, as MAPISession gives it.
   virtual void SessionID(const Variant& sessione) = 0;
   /// The session, under the member name that a channel uses with a control that it created itself.
   virtual void SessioneID(const Variant& sessione) = 0;
@@ -106,11 +124,14 @@ class ORVE_API MAPIMessages : public Oggetto {
   virtual void RecipIndex(std::int16_t indice) = 0;
   /// "SMTP:" and the address.
   virtual void RecipAddress(const std::string& indirizzo) = 0;
+  /// The name that is shown for the address.
   virtual void RecipDisplayName(const std::string& nome) = 0;
   /// 1 To, 2 Cc, 3 Bcc; a new slot has a type of the control's own choice.
   virtual void RecipType(std::int32_t tipo) = 0;
 
+  /// True asks for a read receipt.
   virtual void MsgReceiptRequested(bool ricevuta) = 0;
+  /// The subject, on one line.
   virtual void MsgSubject(const std::string& oggetto) = 0;
   /// The body, always plain text.
   virtual void MsgNoteText(const std::string& corpo) = 0;

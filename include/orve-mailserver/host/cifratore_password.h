@@ -9,6 +9,7 @@
 
 namespace orve::host {
 
+/// What enciphers the passwords of accounts. Nothing of it is kept by the library.
 class ORVE_API CifratorePassword : public Oggetto {
  public:
   /// The enciphered text.

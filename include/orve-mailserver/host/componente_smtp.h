@@ -11,15 +11,19 @@
 
 namespace orve::host {
 
+/// One message and its delivery. Nothing is sent before SendMail.
 class ORVE_API ComponenteSmtp : public Oggetto {
  public:
   /// Empties the recipient lists.
   virtual void ClearRecipient() = 0;
   /// Host to connect to.
   virtual void ServerAddr(const std::string& server) = 0;
+  ///@{
   /// Credentials; without them no authentication takes place.
   virtual void UserName(const std::string& utente) = 0;
   virtual void Password(const std::string& password) = 0;
+  ///@}
+  /// Port to connect to.
   virtual void ServerPort(std::int16_t porta) = 0;
   /// 0 plain connection, 1 encrypted connection.
   virtual void ConnectType(std::int16_t tipo) = 0;
@@ -33,10 +37,13 @@ class ORVE_API ComponenteSmtp : public Oggetto {
   /// Adds the addresses of a list of entries joined by ";", each a display name, a blank and the address
   /// between angle brackets. tipo 0 To, 1 Cc, 2 Bcc.
   virtual void AddRecipientEx(const std::string& elenco, std::int32_t tipo) = 0;
+  /// The subject, on one line.
   virtual void Subject(const std::string& oggetto) = 0;
   /// 1 marks the body as HTML.
   virtual void BodyFormat(std::int16_t formato) = 0;
+  /// The body: plain text, or HTML when BodyFormat says so.
   virtual void BodyText(const std::string& corpo) = 0;
+  /// Adds a header line; the value is on one line.
   virtual void AddHeader(const std::string& nome, const std::string& valore) = 0;
   /// Attaches a file; raises an error when it cannot.
   virtual void AddAttachment(const std::string& percorso) = 0;

@@ -16,9 +16,9 @@ namespace orve::host {
 
 /// The option of Connection::Execute.
 enum OpzioneComando : std::int32_t {
-  kComandoNonIndicato = -1,  // no command type given
-  kComandoTesto = 1,         // a text command
-  kProceduraMemorizzata = 4  // a stored procedure, for Command::CommandType
+  kComandoNonIndicato = -1,  ///< no command type given
+  kComandoTesto = 1,         ///< a text command
+  kProceduraMemorizzata = 4  ///< a stored procedure, for Command::CommandType
 };
 
 /// One column of the current row.
@@ -41,12 +41,16 @@ class ORVE_API RecordSet : public Oggetto {
   /// `EOF` of the interface, which C reserves as a macro: true past the last row, and on a result without
   /// rows.
   [[nodiscard]] virtual bool Eof() const = 0;
+  /// The columns of the current row, never absent.
   [[nodiscard]] virtual std::shared_ptr<host::Fields> Fields() const = 0;
-  /// These raise the engine's error on a result without rows.
+  ///@{
+  /// To the first row, and to the next; both raise the engine's error on a result without rows.
   virtual void MoveFirst() = 0;
   virtual void MoveNext() = 0;
+  ///@}
   /// 0 closed, 1 open.
   [[nodiscard]] virtual std::int32_t State() const = 0;
+  /// Releases the rows; does nothing on a closed result.
   virtual void Close() = 0;
 };
 
@@ -60,7 +64,9 @@ class ORVE_API Parameter : public Oggetto {
 /// A stored procedure to be run on a connection.
 class ORVE_API Command : public Oggetto {
  public:
+  /// What the text is, kProceduraMemorizzata for the name of a procedure.
   virtual void CommandType(std::int32_t tipo) = 0;
+  /// The procedure's name.
   virtual void CommandText(const std::string& testo) = 0;
   /// A parameter, not yet part of the command. tipo 3: 32-bit integer; direzione 2: output.
   [[nodiscard]] virtual std::shared_ptr<Parameter> CreateParameter(const std::string& nome, std::int32_t tipo,

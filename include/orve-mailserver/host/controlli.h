@@ -31,6 +31,8 @@ void Solleva(const std::function<void(Parametri...)>& evento, Argomenti&&... arg
 /// Any control of a form.
 class ORVE_API Controllo : public Oggetto {
  public:
+  ///@{
+  /// Place and size, in twips.
   [[nodiscard]] virtual float Left() = 0;
   virtual void Left(float twip) = 0;
   [[nodiscard]] virtual float Top() = 0;
@@ -39,9 +41,11 @@ class ORVE_API Controllo : public Oggetto {
   virtual void Width(float twip) = 0;
   [[nodiscard]] virtual float Height() = 0;
   virtual void Height(float twip) = 0;
+  ///@}
   /// The control's own flag; a visible control in a hidden frame is still not seen.
   [[nodiscard]] virtual bool Visible() = 0;
   virtual void Visible(bool visibile) = 0;
+  /// Whether the person can use the control.
   [[nodiscard]] virtual bool Enabled() = 0;
   virtual void Enabled(bool attivo) = 0;
 };
@@ -73,6 +77,7 @@ class ORVE_API KVL_TBARMENU : public Controllo {
 /// become blanks; what the program writes is kept as it is, whatever its length.
 class ORVE_API TxtEdit : public Controllo {
  public:
+  /// The text. Writing raises no event.
   [[nodiscard]] virtual std::string Text() = 0;
   virtual void Text(const std::string& testo) = 0;
 };
@@ -81,6 +86,7 @@ class ORVE_API TxtEdit : public Controllo {
 /// touched reads back as it was written.
 class ORVE_API KvlRichTextBox : public Controllo {
  public:
+  /// The text.
   [[nodiscard]] virtual std::string Text() = 0;
   virtual void Text(const std::string& testo) = 0;
 };
@@ -88,10 +94,12 @@ class ORVE_API KvlRichTextBox : public Controllo {
 /// A check box; its value is the text "0" or "1".
 class ORVE_API KVL_CHECKBOX : public Controllo {
  public:
+  /// "0" or "1".
   [[nodiscard]] virtual std::string Text() = 0;
   /// Always raises Change, even when the value stays the same.
   virtual void Text(const std::string& valore) = 0;
 
+  /// Raised after the value was written, by the program or the person.
   std::function<void()> Change;
 };
 
@@ -132,21 +140,25 @@ class ORVE_API KVL_RESIZEFORM : public Controllo {
   /// control follows in every measure.
   virtual void RegistraControllo(const std::string& nome, std::int16_t modo) = 0;
 
+  /// Raised by Avvia: the listener registers the controls.
   std::function<void()> RichiestaControlli;
 };
 
 /// A window with named controls.
 class ORVE_API Form : public Oggetto {
  public:
+  /// The mode of Show that waits for the person.
   static constexpr std::int16_t kModale = 1;
 
   /// The control of that name, compared without case; raises 438 when the form has none.
   [[nodiscard]] virtual std::shared_ptr<Controllo> Controlli(std::string_view nome) = 0;
+  /// The window's title.
   [[nodiscard]] virtual std::string Caption() = 0;
   virtual void Caption(const std::string& didascalia) = 0;
   /// Size of the area inside the window's border and title, in twips.
   [[nodiscard]] virtual float Width() = 0;
   virtual void Width(float twip) = 0;
+  /// The same for its height.
   [[nodiscard]] virtual float Height() = 0;
   virtual void Height(float twip) = 0;
   /// Shows the window and, in the modal mode, returns when it has closed. The owner window may be absent.
@@ -156,8 +168,11 @@ class ORVE_API Form : public Oggetto {
   /// Unload, once.
   virtual void Chiudi() = 0;
 
+  /// Raised once, before the window is first shown.
   std::function<void()> Load;
+  /// Raised each time the window becomes the active one.
   std::function<void()> Activate;
+  /// Raised once, when the window closes.
   std::function<void()> Unload;
 };
 

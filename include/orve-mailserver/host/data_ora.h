@@ -9,8 +9,9 @@
 
 namespace orve::host {
 
+/// Such a point in time; compares by its value.
 struct ORVE_API DataOra {
-  double giorni = 0;  // 0 is "no date"
+  double giorni = 0;  ///< days since 30 December 1899; 0 is "no date"
 
   /// Local civil time to DataOra; day and month count from 1.
   static DataOra Da(int anno, int mese, int giorno, int ora = 0, int minuto = 0, int secondo = 0);
@@ -25,7 +26,12 @@ struct ORVE_API DataOra {
 
 /// The civil fields of a DataOra, rounded to the second.
 struct ORVE_API CampiDataOra {
-  int anno, mese, giorno, ora, minuto, secondo;
+  int anno;     ///< with its century
+  int mese;     ///< from 1
+  int giorno;   ///< of the month, from 1
+  int ora;      ///< from 0 to 23
+  int minuto;   ///< from 0
+  int secondo;  ///< from 0
 };
 [[nodiscard]] ORVE_API CampiDataOra Campi(DataOra istante);
 

@@ -27,15 +27,18 @@ class ORVE_API DirectoryObject : public Oggetto {
 /// The connection of the directory's query provider.
 class ORVE_API DirectoryConnection : public Oggetto {
  public:
+  /// Opens the connection to the provider that the text names; raises an error when it cannot.
   virtual void Open(const std::string& origine) = 0;
   /// Runs "<base>;filter;attributes;depth" and returns its result; raises an error when the directory
   /// refuses.
   [[nodiscard]] virtual std::shared_ptr<RecordSet> Execute(const std::string& interrogazione) = 0;
   /// 0 closed, else open.
   [[nodiscard]] virtual std::int32_t State() = 0;
+  /// Closes the connection.
   virtual void Close() = 0;
 };
 
+/// The directory itself.
 class ORVE_API Directory : public Oggetto {
  public:
   /// Raises an error where there is no directory.

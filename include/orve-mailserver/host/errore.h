@@ -17,19 +17,20 @@ namespace orve::host {
 
 /// The automation error numbers that the library itself raises.
 enum NumeroErrore : std::int32_t {
-  kArgomentoNonValido = 5,      // invalid procedure call or argument; also an unknown key of a list
-  kOverflow = 6,                // a number does not fit its type
-  kMemoriaInsufficiente = 7,    // out of memory
-  kIndiceFuoriIntervallo = 9,   // a position beyond the end of a list or array
-  kTipoNonCorrispondente = 13,  // a value cannot be converted to the type needed
-  kOggettoNonImpostato = 91,    // an absent object is used
-  kUsoNonValidoDiNull = 94,     // null where a value is needed
-  kOggettoNonCreabile = 429,    // an outside object cannot be created on this machine
-  kMembroNonSupportato = 438,   // the object has no such property or method
-  kErroreAutomazione = 440,     // a foreign failure without a number of its own
-  kChiaveGiaPresente = 457,     // the key is already in the list
+  kArgomentoNonValido = 5,      ///< invalid procedure call or argument; also an unknown key of a list
+  kOverflow = 6,                ///< a number does not fit its type
+  kMemoriaInsufficiente = 7,    ///< out of memory
+  kIndiceFuoriIntervallo = 9,   ///< a position beyond the end of a list or array
+  kTipoNonCorrispondente = 13,  ///< a value cannot be converted to the type needed
+  kOggettoNonImpostato = 91,    ///< an absent object is used
+  kUsoNonValidoDiNull = 94,     ///< null where a value is needed
+  kOggettoNonCreabile = 429,    ///< an outside object cannot be created on this machine
+  kMembroNonSupportato = 438,   ///< the object has no such property or method
+  kErroreAutomazione = 440,     ///< a foreign failure without a number of its own
+  kChiaveGiaPresente = 457,     ///< the key is already in the list
 };
 
+/// An error: its parts do not change once it is made.
 class ORVE_API Errore : public std::exception {
  public:
   /// An error with all three parts.
@@ -37,9 +38,13 @@ class ORVE_API Errore : public std::exception {
   /// An error of the library itself, with the standard Italian description of its number.
   explicit Errore(NumeroErrore numero);
 
+  /// The error's number: the library's own are those of NumeroErrore.
   [[nodiscard]] std::int32_t Numero() const noexcept { return numero_; }
+  /// Who raised it: a program, a library or an object.
   [[nodiscard]] const std::string& Sorgente() const noexcept { return sorgente_; }
+  /// What happened, in Italian where the library wrote it.
   [[nodiscard]] const std::string& Descrizione() const noexcept { return descrizione_; }
+  /// The description.
   [[nodiscard]] const char* what() const noexcept override { return descrizione_.c_str(); }
 
   /// The same number and source with the description extended by `suffisso`, without a separator.

@@ -10,6 +10,7 @@
 
 namespace orve::host {
 
+/// The form of dates. An object keeps the date that it was given last.
 class ORVE_API FormatoData : public Oggetto {
  public:
   /// Sets the date from a text in the form of the regional settings.
@@ -20,6 +21,7 @@ class ORVE_API FormatoData : public Oggetto {
   [[nodiscard]] virtual std::string DataDB() const = 0;
 };
 
+/// The form of numbers.
 class ORVE_API FormatoNumero : public Oggetto {
  public:
   /// The number as the database expects it.

@@ -22,8 +22,10 @@ class ORVE_API ConfigurazioneGriglia : public Oggetto {
   [[nodiscard]] virtual bool SelezioneRiga() = 0;
 };
 
+/// A grid. It is configured once, from Configurazione to FineConfigurazione, and then bound to rows.
 class ORVE_API KVL_QGRIDWRAPPER : public Controllo {
  public:
+  /// Takes its settings from the object, and begins the configuration.
   virtual void Configurazione(const std::shared_ptr<ConfigurazioneGriglia>& configurazione) = 0;
   /// Columns that stay in place when the person scrolls sideways.
   virtual void ColonneFisse(std::int32_t numero) = 0;
@@ -31,9 +33,11 @@ class ORVE_API KVL_QGRIDWRAPPER : public Controllo {
   /// visible.
   virtual void AggiungiColonna(const std::string& campo, const std::string& didascalia, std::int32_t numero,
                                float larghezza, bool visibile) = 0;
+  ///@{
   /// Ends the columns, then the configuration; until then the grid shows nothing.
   virtual void FineColonne() = 0;
   virtual void FineConfigurazione() = 0;
+  ///@}
   /// Binds the grid to a record set and shows its rows as they are; an absent one clears the binding. The
   /// record set's current row is the selected one: the grid follows it, and moves it when the person selects
   /// a row.

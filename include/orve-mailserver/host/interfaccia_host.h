@@ -15,6 +15,7 @@ namespace orve::host {
 /// The logged-in user.
 class ORVE_API UtenteApplicazione : public Oggetto {
  public:
+  /// The user's id in the application's database.
   [[nodiscard]] virtual std::int32_t IdUtente() = 0;
 };
 

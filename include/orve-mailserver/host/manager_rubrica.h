@@ -11,6 +11,7 @@
 
 namespace orve::host {
 
+/// Shows the books that the person chooses recipients from.
 class ORVE_API ManagerRubrica : public Oggetto {
  public:
   /// The current company.
@@ -26,12 +27,15 @@ class ORVE_API ManagerRubrica : public Oggetto {
   /// Address: cleared before a look-up, read after it.
   virtual void IndirizzoScelto(const Variant& indirizzo) = 0;
   [[nodiscard]] virtual Variant IndirizzoScelto() = 0;
+  ///@{
   /// Each shows its book and returns when the person has left it.
   virtual void ApriRubrica() = 0;
   virtual void ApriRubricaOutlook() = 0;
   virtual void ApriRubricaTobit() = 0;
+  ///@}
   /// True when the person left the application's book without choosing.
   [[nodiscard]] virtual bool Annullata() = 0;
+  /// The host application, which may be absent.
   virtual void Interfaccia(const std::shared_ptr<InterfacciaHost>& interfaccia) = 0;
 };
 

@@ -15,34 +15,37 @@
 
 namespace orve::host {
 
+/// The message.
 struct ORVE_API MapiMessage {
-  std::int32_t Reserved = 0;
-  std::string Subject;
-  std::string NoteText;
-  std::string MessageType;
-  std::string DateReceived;
-  std::string ConversationID;
-  std::int32_t Flags = 0;
-  std::int32_t RecipCount = 0;
-  std::int32_t FileCount = 0;
+  std::int32_t Reserved = 0;    ///< 0
+  std::string Subject;          ///< the subject
+  std::string NoteText;         ///< the body, plain text
+  std::string MessageType;      ///< empty for a mail message
+  std::string DateReceived;     ///< empty for a message to be sent
+  std::string ConversationID;   ///< the conversation that it belongs to; empty: none
+  std::int32_t Flags = 0;       ///< 2 asks for a read receipt
+  std::int32_t RecipCount = 0;  ///< how many recipients of the array are used
+  std::int32_t FileCount = 0;   ///< how many files of the array are used
 };
 
+/// One recipient.
 struct ORVE_API MapiRecip {
-  std::int32_t Reserved = 0;
-  std::int32_t RecipClass = 0;  // 1 To, 2 Cc, 3 Bcc
-  std::string Name;             // a name, "<", the address and ">"
-  std::string Address;
-  std::int32_t EIDSize = 0;
-  std::string EntryID;
+  std::int32_t Reserved = 0;    ///< 0
+  std::int32_t RecipClass = 0;  ///< 1 To, 2 Cc, 3 Bcc
+  std::string Name;             ///< a name, "<", the address and ">"
+  std::string Address;          ///< empty where Name holds it
+  std::int32_t EIDSize = 0;     ///< size of EntryID in bytes
+  std::string EntryID;          ///< the library's own identifier; empty: none
 };
 
+/// One attachment.
 struct ORVE_API MapiFile {
-  std::int32_t Reserved = 0;
-  std::int32_t Flags = 0;
-  std::int32_t Position = 0;  // place in the body in characters; -1: wherever the library likes
-  std::string PathName;
-  std::string FileName;  // the name that the recipient sees
-  std::string FileType;
+  std::int32_t Reserved = 0;  ///< 0
+  std::int32_t Flags = 0;     ///< 0 a file
+  std::int32_t Position = 0;  ///< place in the body in characters; -1: wherever the library likes
+  std::string PathName;       ///< full path, with `\` between its components
+  std::string FileName;       ///< the name that the recipient sees
+  std::string FileType;       ///< empty: the library finds it out
 };
 
 /// A window or session handle; 0 is none.
@@ -62,6 +65,7 @@ class ORVE_API Mapi32 : public Oggetto {
                                      const std::vector<MapiRecip>& destinatari,
                                      const std::vector<MapiFile>& file, std::int32_t flags,
                                      std::int32_t riservato) = 0;
+  /// Closes a session; flags and the reserved number are 0.
   virtual std::int32_t MAPILogoff(ManigliaMapi sessione, ManigliaMapi finestra, std::int32_t flags,
                                   std::int32_t riservato) = 0;
 };

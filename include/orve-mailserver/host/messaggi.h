@@ -16,13 +16,14 @@ enum StileMessaggio : std::int32_t {
   kSemplice = 0,
   kCritico = 16,
   kAvviso = 48,
-  kDomanda = 52,  // yes and no, with a warning sign
+  kDomanda = 52,  ///< yes and no, with a warning sign
   kInformazione = 64,
-  kSecondoPredefinito = 256  // added to a question: Return presses the second button
+  kSecondoPredefinito = 256  ///< added to a question: Return presses the second button
 };
 /// The answers that the library looks for.
 enum RispostaMessaggio : std::int32_t { kRispostaSi = 6, kRispostaNo = 7 };
 
+/// Shows messages, in a window or wherever the host's person reads.
 class ORVE_API Messaggi : public Oggetto {
  public:
   /// The text to use as a window's title, made from the text given.

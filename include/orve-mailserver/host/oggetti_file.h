@@ -38,6 +38,7 @@ class ORVE_API OggettoFile : public Oggetto {
   /// Binds this object to a file on disk, which need not exist. With an empty directory the name is the whole
   /// path.
   virtual void Apri(const std::string& nome, const std::string& cartella, std::int32_t opzioni) = 0;
+  /// The same from the directory and the name in it; the text and the options are the host's own.
   virtual void ApriPercorso(const std::string& cartella, const std::string& nome, const std::string& testo,
                             std::int32_t opzioni) = 0;
 };
@@ -45,23 +46,31 @@ class ORVE_API OggettoFile : public Oggetto {
 /// The window in which the person chooses one file.
 class ORVE_API SelettoreFile : public Oggetto {
  public:
+  /// The answer of Mostra when a file was chosen.
   static constexpr std::int32_t kConfermato = 1;
 
+  /// The window's title.
   virtual void Titolo(const std::string& titolo) = 0;
   /// Shows the window modally; kConfermato when the person chose a file.
   virtual std::int32_t Mostra(std::int32_t opzioni) = 0;
   /// The file chosen, never absent after kConfermato.
   [[nodiscard]] virtual std::shared_ptr<OggettoFile> FileScelto() = 0;
+  /// Ends the use of the window.
   virtual void Chiudi() = 0;
 };
 
 /// File objects by position, from 0; a position without a file raises 9.
 class ORVE_API CollezioneFile : public Oggetto {
  public:
+  /// The file at a position.
   [[nodiscard]] virtual std::shared_ptr<OggettoFile> Item(std::int32_t posizione) = 0;
+  /// How many there are.
   [[nodiscard]] virtual std::int32_t Count() = 0;
+  /// Removes all.
   virtual void Clear() = 0;
+  /// Adds one at the end, which the collection then shares.
   virtual void Add(const std::shared_ptr<OggettoFile>& file) = 0;
+  /// Removes the one at a position; those after it move up.
   virtual void Remove(std::int32_t posizione) = 0;
 };
 

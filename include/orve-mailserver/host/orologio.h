@@ -9,6 +9,7 @@
 
 namespace orve::host {
 
+/// Local time, and how it is written.
 class ORVE_API Orologio : public Oggetto {
  public:
   /// Local date and time.

@@ -7,6 +7,7 @@
 
 namespace orve::host {
 
+/// Asked once for each window that lists the fields.
 class ORVE_API CLSFW_Parametri : public Oggetto {
  public:
   /// The fields of a mail's body: an array of rows, each an array of texts with the caption in column 0 and

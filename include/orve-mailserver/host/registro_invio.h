@@ -22,19 +22,29 @@ enum EsitoInvio : std::int32_t { kInviato = 0, kNonInviato = 1, kAnnullatoDaUten
 /// Kind of channel of a register line.
 enum TipoCanale : std::int32_t { kCanaleMail = 3, kCanalePec = 5 };
 
+/// What is set holds for every line that follows.
 class ORVE_API RegistroInvio : public Oggetto {
  public:
   /// May be absent, to release the connection.
   virtual void Connessione(const std::shared_ptr<Connection>& connessione) = 0;
+  ///@{
+  /// The menu entry and the object of the application that the message was sent from.
   virtual void IDvoce(const std::string& voce) = 0;
   virtual void UObject(const std::string& oggetto) = 0;
+  ///@}
+  /// One of the kinds above.
   virtual void TipoCanale(std::int32_t tipo) = 0;
+  /// Title of the document that was printed.
   virtual void TitoloStampa(const std::string& titolo) = 0;
+  /// The current company.
   virtual void Ditta(const std::string& ditta) = 0;
+  ///@{
+  /// The document: its registration number, type, number and section.
   virtual void NumReg(const std::string& numero) = 0;
   virtual void TipoDoc(const std::string& tipo) = 0;
   virtual void NumDoc(const std::string& numero) = 0;
   virtual void SezDoc(const std::string& sezione) = 0;
+  ///@}
   /// Writes one line.
   virtual void RegistraInvio(const TestoOAssente& nome, const TestoOAssente& ditta,
                              const TestoOAssente& indirizzo, const TestoOAssente& allegato,
@@ -46,9 +56,11 @@ class ORVE_API RegistroInvio : public Oggetto {
   virtual void CanaleInvio(float canale) = 0;
   /// How the message was sent, as each channel words it.
   virtual void MittenteInvio(const std::string& mittente) = 0;
+  /// Identity of the distribution list; empty for a message without one.
   virtual void GuidLista(const std::string& guid) = 0;
   /// Outcome of the next line.
   virtual void EsitoInvio(std::int32_t esito) = 0;
+  /// Kind of the distribution list; 0 for a message without one.
   virtual void TipoLista(std::int32_t tipo) = 0;
 };
 

@@ -12,6 +12,7 @@ namespace orve::host {
 /// The kinds of system directory.
 enum TipoPercorso : std::int32_t { kPercorsoInstallazione = 6, kPercorsoTemporaneo = 8 };
 
+/// One path at a time: set what is wanted, then read it.
 class ORVE_API RisolutorePercorsi : public Oggetto {
  public:
   /// Ends the use of the object.

@@ -12,31 +12,39 @@
 
 namespace orve::host {
 
+/// Where the lines of the instance trace go.
 class ORVE_API DebugOutput : public Oggetto {
  public:
   /// Sends one line, without a line end, to the system's debug output. Never fails.
   virtual void Scrivi(const std::string& riga) noexcept = 0;
 };
 
+/// An identifier that is unique in the world, in its four fields.
 struct ORVE_API Guid {
+  ///@{
+  /// The fields, in their order.
   std::uint32_t primo = 0;
   std::uint16_t secondo = 0;
   std::uint16_t terzo = 0;
   std::array<std::uint8_t, 8> byte{};
+  ///@}
 };
 
+/// Makes such identifiers.
 class ORVE_API GeneratoreGuid : public Oggetto {
  public:
   /// A new identifier, or nothing when the platform reports a failure.
   [[nodiscard]] virtual std::optional<Guid> CreaGuid() = 0;
 };
 
+/// The variables of the process.
 class ORVE_API Environment : public Oggetto {
  public:
   /// The variable's text; empty when it is not set.
   [[nodiscard]] virtual std::string Leggi(const std::string& nome) = 0;
 };
 
+/// Who is logged in to the network.
 class ORVE_API Rete : public Oggetto {
  public:
   /// Writes the user name of the current network connection into the buffer as a NUL-ended text and returns

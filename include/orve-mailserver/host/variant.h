@@ -25,17 +25,23 @@ struct ORVE_API Null {
   friend bool operator==(const Null&, const Null&) = default;
 };
 
+/// The value. It owns what it holds; an object is shared.
 class ORVE_API Variant {
  public:
+  /// An array, counted from 0; its items may be of different types.
   using Array = std::vector<Variant>;
+  /// An object, which may be absent.
   using OggettoPtr = std::shared_ptr<Oggetto>;
 
-  Variant() = default;  // empty
+  Variant() = default;  ///< empty
+  ///@{
+  /// A value of this kind.
   Variant(Null valore) : valore_(valore) {}
-  template <std::same_as<bool> T>  // and nothing that merely converts to it, as pointers do
+  template <std::same_as<bool> T>  ///< and nothing that merely converts to it, as pointers do
   Variant(T valore) : valore_(valore) {}
   Variant(std::int16_t valore) : valore_(valore) {}
   Variant(std::int32_t valore) : valore_(valore) {}
+  ///@}
   /// A wider or an unsigned integer: held in 32 bits, or as a decimal number if it does not fit. Narrower
   /// ones convert to one of the two above on their own.
   template <std::integral T>
@@ -46,6 +52,8 @@ class ORVE_API Variant {
       valore_ = Decimale(std::to_string(valore));
     }
   }
+  ///@{
+  /// A value of this kind.
   Variant(float valore) : valore_(valore) {}
   Variant(double valore) : valore_(valore) {}
   Variant(Decimale valore) : valore_(std::move(valore)) {}
@@ -58,13 +66,18 @@ class ORVE_API Variant {
   template <class T>
   requires std::is_base_of_v<Oggetto, T> Variant(std::shared_ptr<T> valore)
       : valore_(OggettoPtr(std::move(valore))) {}
+  ///@}
 
+  ///@{
+  /// What is held.
   [[nodiscard]] bool IsEmpty() const { return std::holds_alternative<std::monostate>(valore_); }
   [[nodiscard]] bool IsNull() const { return std::holds_alternative<Null>(valore_); }
   [[nodiscard]] bool IsText() const { return std::holds_alternative<std::string>(valore_); }
   [[nodiscard]] bool IsObject() const { return std::holds_alternative<OggettoPtr>(valore_); }
   [[nodiscard]] bool IsArray() const { return std::holds_alternative<Array>(valore_); }
+  ///@}
 
+  ///@{
   /// Conversions. Empty counts as 0, false or the empty text; null raises 94; a text is read as a number or
   /// date; a number is rounded, half to even; objects and arrays raise 13.
   [[nodiscard]] std::string ToText() const;
@@ -73,9 +86,10 @@ class ORVE_API Variant {
   [[nodiscard]] std::int32_t ToInt32() const;
   [[nodiscard]] float ToFloat() const;
   [[nodiscard]] double ToDouble() const;
+  [[nodiscard]] DataOra ToDate() const;
+  ///@}
   /// A floating-point number yields the digits of its text form.
   [[nodiscard]] Decimale ToDecimale() const;
-  [[nodiscard]] DataOra ToDate() const;
   /// As ToText, but null becomes the empty text, as in automation's concatenation of texts.
   [[nodiscard]] std::string Joined() const;
 

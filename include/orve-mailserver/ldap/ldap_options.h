@@ -12,11 +12,12 @@ namespace orve::adapters::ldap {
 
 /// How the client identifies itself.
 enum class Access {
-  kKerberos,  // with the ticket that the machine or its user holds (SASL GSSAPI)
-  kSimple,    // with a name and a password
+  kKerberos,  ///< with the ticket that the machine or its user holds (SASL GSSAPI)
+  kSimple,    ///< with a name and a password
   kAnonymous,
 };
 
+/// The options; a copy is kept for as long as the directory object lives.
 struct ORVE_API LdapOptions {
   /// "ldaps://host[:port]", encrypted from the first byte, or "ldap://host[:port]".
   std::string server;
@@ -26,9 +27,10 @@ struct ORVE_API LdapOptions {
   /// PEM file with the authorities to trust instead of the system's; empty: the system's.
   std::string caFile;
 
+  /// How it identifies itself.
   Access access = Access::kKerberos;
-  std::string user;          // for kSimple: a distinguished name, or whatever else the server accepts as one
-  secrets::Secret password;  // given as text, wiped with the options
+  std::string user;  ///< for kSimple: a distinguished name, or whatever else the server accepts as one
+  secrets::Secret password;  ///< given as text, wiped with the options
 
   /// Where searches begin; empty: where the directory says.
   std::string searchBase;

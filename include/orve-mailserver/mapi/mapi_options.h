@@ -8,6 +8,7 @@
 
 namespace orve::adapters::mapi {
 
+/// The options.
 struct ORVE_API MapiOptions {
   /// The program that takes messages on this machine; any that takes sendmail's arguments.
   std::string sendmail = "/usr/sbin/sendmail";
@@ -16,10 +17,12 @@ struct ORVE_API MapiOptions {
   /// of it.
   std::chrono::milliseconds timeout{300'000};
 
+  ///@{
   /// Who sends. With an empty address the machine's mail system names the sender, as it does for every
   /// program of this user.
   std::string senderAddress;
   std::string senderName;
+  ///@}
 };
 
 }  // namespace orve::adapters::mapi

@@ -7,6 +7,7 @@
 
 namespace orve::adapters::odbc {
 
+/// The options.
 struct ORVE_API OpzioniOdbc {
   /// How long the login may take. The driver is told so; one that does not keep to it is abandoned after
   /// twice that time plus a second. From one second to a day.

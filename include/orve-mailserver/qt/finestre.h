@@ -26,6 +26,7 @@ namespace orve::adapters::qt {
 /// program whose event loop is not that of Qt Widgets, and outside the thread of the first window.
 ORVE_API void AssicuraApplicazione();
 
+/// What a program may choose; nothing has to be.
 struct ORVE_API OpzioniFinestre {
   /// Follows the caption in the title of a window, and is by itself the title of a message without one.
   std::string programma = {};
@@ -44,6 +45,7 @@ struct ORVE_API OpzioniFinestre {
 /// this object or any file object that came from it.
 class ORVE_API Finestre {
  public:
+  /// Starts nothing yet.
   explicit Finestre(OpzioniFinestre opzioni = {});
   Finestre(const Finestre&) = delete;
   Finestre& operator=(const Finestre&) = delete;
@@ -51,6 +53,8 @@ class ORVE_API Finestre {
   Finestre& operator=(Finestre&&) = delete;
   ~Finestre();
 
+  ///@{
+  /// A new object at each call, never absent, on the thread of the windows.
   [[nodiscard]] std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout);
   [[nodiscard]] std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia();
   [[nodiscard]] std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato();
@@ -58,6 +62,7 @@ class ORVE_API Finestre {
   [[nodiscard]] std::shared_ptr<host::OggettoFile> CreaOggettoFile();
   [[nodiscard]] std::shared_ptr<host::CollezioneFile> CreaCollezioneFile();
   [[nodiscard]] std::shared_ptr<host::Messaggi> CreaMessaggi();
+  ///@}
 
  private:
   struct Comune;

@@ -30,6 +30,8 @@ class Ambiente;
 
 struct Interno;
 
+/// One sending context, for one thread at a time. The objects that it is given are shared with it for as long
+/// as it lives.
 class ORVE_API CLSFW_MAILSERVER {
   std::unique_ptr<Interno> interno_;  // first, since the fields refer to what it holds
 
@@ -47,8 +49,11 @@ class ORVE_API CLSFW_MAILSERVER {
 
   /// Recipient when no collection is used; the channels store the current recipient here.
   std::string& vIndDestinatario;
+  /// Display name of that recipient.
   std::string& vNome;
+  /// Company of that recipient.
   std::string& vDitta;
+  /// Subject of the message, on one line.
   std::string& vOggetto;
   /// Kept for the caller; nothing in the library reads it.
   std::string& vTestoMail;
@@ -66,10 +71,14 @@ class ORVE_API CLSFW_MAILSERVER {
                            std::optional<kvTipologiaDestinatarioFAX> Tipo = std::nullopt);
   /// Non-zero: vCorpoMail is the body; 0: the body is built from the settings.
   std::int16_t& vFlagCorpo;
+  /// The body, when vFlagCorpo says so: plain text, of which the channel makes HTML where the settings want
+  /// it.
   std::string& vCorpoMail;
   /// The last step of every send: hands the prepared message to the channel of SrvMailInstallato.
   void InviaMail();
+  /// The recipients; absent: a code and a type are given to the send instead.
   std::shared_ptr<CollDestinatari>& vCollDestinatari;
+  /// The channel, as the settings name it.
   kvEnum_ServizioMail& SrvMailInstallato;
   /// The address-book object; may be absent.
   std::shared_ptr<host::ManagerRubrica>& ManagerRubrica;
@@ -82,27 +91,36 @@ class ORVE_API CLSFW_MAILSERVER {
   kvTipologiaAllegati& vIndTipologiaAllegati;
   /// Empty, or an array of attachment paths.
   host::Variant& vElencoAllegati;
+  /// Asks for a read receipt.
   bool& ReadReceipt;
   /// A standing personal message replaces the standard body.
   bool& FlgMsgPers;
+  /// The text of that message.
   std::string& MsgPers;
+  ///@{
   /// Document data for the register object.
   std::string& INFO_TipoDoc;
   std::string& INFO_NumReg;
   std::string& INFO_NumDoc;
   std::string& INFO_SezDoc;
+  ///@}
   /// Prepares register, user and company data, and on the SMTP channels the default account. Raises what the
   /// database or the register object raises.
   void InizializzaRegistroInvioMail(const std::string& IDvoce, const std::string& UObject,
                                     const std::string& Utente, const std::string& Gruppo,
                                     const std::string& TitoloStampa);
+  ///@{
+  /// Who sends: name and mail address of the account.
   std::string& vSenderName;
   std::string& vSenderAddress;
+  ///@}
+  ///@{
   /// What the account requests, and whether the person may change it.
   bool& vNotifyDelivery;
   bool& vNotifyRead;
   bool& vDisableNotifyDelivery;
   bool& vDisableNotifyRead;
+  ///@}
   /// Mails subject and body through the SMTP component and the user's default account, whatever channel is
   /// configured; an empty body is built from the settings. The two flags have no effect. True when the
   /// procedure ran to completion, even if the server refused the message: only the register records that.
@@ -123,23 +141,33 @@ class ORVE_API CLSFW_MAILSERVER {
                                                 std::int32_t IdUtente, const std::string& TitoloStampa);
   /// True: InviaMailSMTP reports its errors in the two fields below instead of by message.
   bool& silentMode;
+  ///@{
+  /// Text and number of the last error of a silent InviaMailSMTP; a call without an error leaves them as they
+  /// are.
   std::string& errDescription;
   std::string& errNumber;
+  ///@}
+  ///@{
   /// Accounts offered in the dialog, and the one chosen there.
   std::shared_ptr<CollMittenti>& vCollMittenti;
   std::shared_ptr<Mittente>& vMittente;
+  ///@}
   /// Answers of the parameters dialog.
   [[nodiscard]] float MailParamTipo() const;
   void MailParamTipo(float valore);
   /// Never absent: reading it while no object is held creates an empty account, which is stored and returned.
   [[nodiscard]] std::shared_ptr<Mittente> MailParamAccount();
   void MailParamAccount(std::shared_ptr<Mittente> valore);
+  /// Whether a read receipt is wanted.
   [[nodiscard]] bool MailParamReadRcpt() const;
   void MailParamReadRcpt(bool valore);
+  /// Whether a delivery notification is wanted.
   [[nodiscard]] bool MailParamDeliveryStatus() const;
   void MailParamDeliveryStatus(bool valore);
+  /// Path of the one attachment for all messages; empty: each has its own.
   [[nodiscard]] const std::string& MailParamAllegatoUnico() const;
   void MailParamAllegatoUnico(const std::string& valore);
+  /// The one body for all messages; empty: each has its own.
   [[nodiscard]] const std::string& MailParamCorpoUnico() const;
   void MailParamCorpoUnico(const std::string& valore);
   /// Certified mail: look-up, account choice and register work on the PEC data.
@@ -156,17 +184,21 @@ class ORVE_API CLSFW_MAILSERVER {
   void IsStampaDifferita(bool valore);
   /// Installation directory, resolved again at each read; raises what the path resolver raises.
   [[nodiscard]] std::string PercorsoInstallazione();
+  /// Whether the person confirmed the answers.
   [[nodiscard]] bool MailParamIsValoriValidi() const;
   void MailParamIsValoriValidi(bool valore);
+  ///@{
   /// Identity of a distribution list, and its kind; they are passed to the register object and have no other
   /// effect.
   [[nodiscard]] const std::string& ListaGuid() const;
   void ListaGuid(const std::string& valore);
   [[nodiscard]] std::int32_t IsLista() const;
   void IsLista(std::int32_t valore);
+  ///@}
   /// Date at which a recipient code is resolved in the master data; the look-up replaces 0 with today.
   [[nodiscard]] host::DataOra DataValiditaCodiceDestinatario() const;
   void DataValiditaCodiceDestinatario(host::DataOra valore);
+  ///@{
   /// The recipients and attachments as lists separated by ";", built before the event. A send appends to the
   /// recipient lists and never empties them.
   [[nodiscard]] const std::string& DestinatariA() const;
@@ -177,11 +209,14 @@ class ORVE_API CLSFW_MAILSERVER {
   void DestinatariCCn(const std::string& valore);
   [[nodiscard]] const std::string& Allegati() const;
   void Allegati(const std::string& valore);
+  ///@}
+  ///@{
   /// Kept for the caller; nothing in the library reads them.
   [[nodiscard]] const std::string& MailCorpo() const;
   void MailCorpo(const std::string& valore);
   [[nodiscard]] const std::string& MailOggetto() const;
   void MailOggetto(const std::string& valore);
+  ///@}
   /// Name of the customer or supplier of the document.
   [[nodiscard]] const std::string& INFO_RagSocCliFor() const;
   void INFO_RagSocCliFor(const std::string& valore);

@@ -21,6 +21,7 @@ struct Target;
 
 enum class AuthMechanism { kPlain, kLogin, kCramMd5, kXoauth2 };
 
+/// The options, for every message of a component.
 struct ORVE_API SmtpOptions {
   /// PEM file with the authorities to trust instead of the system's; empty: the system's.
   std::string caFile;
