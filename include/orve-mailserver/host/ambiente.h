@@ -26,8 +26,8 @@
 
 namespace orve::host {
 
-/// The application overrides what it has. The service keeps the Ambiente alive, and calls it on its own
-/// thread.
+/// The application overrides what it has. The service keeps the Ambiente alive, and calls it on the thread
+/// that calls the service.
 class ORVE_API Ambiente {
  public:
   Ambiente() = default;

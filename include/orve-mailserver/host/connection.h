@@ -41,7 +41,7 @@ class ORVE_API RecordSet : public Oggetto {
   /// `EOF` of the interface, which C reserves as a macro: true past the last row, and on a result without
   /// rows.
   [[nodiscard]] virtual bool Eof() const = 0;
-  /// The columns of the current row, never absent.
+  /// The columns of the current row.
   [[nodiscard]] virtual std::shared_ptr<host::Fields> Fields() const = 0;
   ///@{
   /// To the first row, and to the next; both raise the engine's error on a result without rows.
@@ -50,7 +50,7 @@ class ORVE_API RecordSet : public Oggetto {
   ///@}
   /// 0 closed, 1 open.
   [[nodiscard]] virtual std::int32_t State() const = 0;
-  /// Releases the rows; does nothing on a closed result.
+  /// Releases the rows.
   virtual void Close() = 0;
 };
 

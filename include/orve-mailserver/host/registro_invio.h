@@ -28,13 +28,13 @@ class ORVE_API RegistroInvio : public Oggetto {
   /// May be absent, to release the connection.
   virtual void Connessione(const std::shared_ptr<Connection>& connessione) = 0;
   ///@{
-  /// The menu entry and the object of the application that the message was sent from.
+  /// What the application calls the thing that is sent, as the initialiser was given it.
   virtual void IDvoce(const std::string& voce) = 0;
   virtual void UObject(const std::string& oggetto) = 0;
   ///@}
   /// One of the kinds above.
   virtual void TipoCanale(std::int32_t tipo) = 0;
-  /// Title of the document that was printed.
+  /// Title of the print, as the initialiser was given it.
   virtual void TitoloStampa(const std::string& titolo) = 0;
   /// The current company.
   virtual void Ditta(const std::string& ditta) = 0;

@@ -37,7 +37,7 @@ class ORVE_API Variant {
   ///@{
   /// A value of this kind.
   Variant(Null valore) : valore_(valore) {}
-  template <std::same_as<bool> T>  ///< and nothing that merely converts to it, as pointers do
+  template <std::same_as<bool> T>  // and nothing that merely converts to it, as pointers do
   Variant(T valore) : valore_(valore) {}
   Variant(std::int16_t valore) : valore_(valore) {}
   Variant(std::int32_t valore) : valore_(valore) {}
