@@ -16,6 +16,7 @@
 #include "addressing/user_context.h"
 #include "service/failures.h"
 #include "service/guards.h"
+#include "service/report.h"
 #include "text/text.h"
 
 namespace orve {
@@ -237,7 +238,10 @@ void CaricaAccountPredefinito(const Messaggio& messaggio, Account& account, Cont
     // default.
     MDL_ACTIVEDIRECTORY::DatiUtenteDirectory persona;
     const std::string utenteRete = MDL_ACTIVEDIRECTORY::GetNomeUtenteRete(oggetti.ambiente->ReteDiSistema());
-    MDL_ACTIVEDIRECTORY::GetDatiUtenteDirectory(oggetti.ambiente->DirectoryAziendale(), utenteRete, persona);
+    MDL_ACTIVEDIRECTORY::GetDatiUtenteDirectory(
+        oggetti.ambiente->DirectoryAziendale(), utenteRete, persona, [&](const host::Errore& errore) {
+          Riferisci(*oggetti.ambiente, &Osservatore::RicercaInDirectoryFallita, errore);
+        });
     const std::int32_t idUtente = GetIdUtente(contesto, oggetti);
 
     auto& connessione = Richiesto(contesto.ConnectionADO);

@@ -7,6 +7,7 @@
 #include "service/failures.h"
 #include "service/guards.h"
 #include "service/nvl.h"
+#include "service/report.h"
 
 namespace orve {
 
@@ -85,7 +86,8 @@ void LeggiImpostazioni(Impostazioni& impostazioni, Account& account, const Conte
 
 void CreaOggettoDelCanale(const Impostazioni& impostazioni, Oggetti& oggetti) {
   if (impostazioni.SrvMailInstallato == kvSimpleMAPI) {
-    oggetti.objMapiSession = oggetti.ambiente->CreaMAPISession();
+    oggetti.objMapiSession =
+        CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaMAPISession, "MSMAPI.MAPISession");
     host::Richiesto(oggetti.objMapiSession).DownLoadMail(false);
     oggetti.objMapiSession->NewSession(true);
     oggetti.objMapiSession->SignOn();
@@ -96,7 +98,10 @@ void CreaOggettoDelCanale(const Impostazioni& impostazioni, Oggetti& oggetti) {
       MostraMessaggio(oggetti, "Errore in creazione istanza di Outlook", host::kCritico,
                       std::string(kChiusura));
     };
-    SegnalaErrori(segnala, [&] { oggetti.objOutlookApp = oggetti.ambiente->CreaOutlook(); });
+    SegnalaErrori(segnala, [&] {
+      oggetti.objOutlookApp =
+          CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaOutlook, "Outlook.Application");
+    });
   }
 }
 

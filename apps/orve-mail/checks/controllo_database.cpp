@@ -167,12 +167,12 @@ bool UsaSendmail(kvEnum_ServizioMail canale) {
   const TrattiCanale* const tratti = TrattiDi(canale);
   if (tratti == nullptr) return false;
   switch (tratti->consegna) {
-    case Consegna::kControlliMapi:
-    case Consegna::kMapi32:
+    case MezzoConsegna::kControlliMapi:
+    case MezzoConsegna::kMapi32:
       return true;
-    case Consegna::kNessuna:
-    case Consegna::kOutlook:
-    case Consegna::kComponenteSmtp:
+    case MezzoConsegna::kNessuno:
+    case MezzoConsegna::kOutlook:
+    case MezzoConsegna::kComponenteSmtp:
       return false;
   }
   return false;
@@ -287,9 +287,9 @@ ImpostazioniLette ControllaImpostazioni(host::Connection& connessione, Referto& 
       return lette;
     }
     const std::string dettaglio = Descrizione(*tratti) + ", modo " + Modo(modo);
-    if (tratti->consegna == Consegna::kNessuna) {
+    if (tratti->consegna == MezzoConsegna::kNessuno) {
       referto.Avviso("impostazioni", "l'invio è disabilitato", "scegliere un canale in FW24_INDFAXATTIVO");
-    } else if (tratti->consegna == Consegna::kOutlook) {
+    } else if (tratti->consegna == MezzoConsegna::kOutlook) {
       referto.Errore("impostazioni", "il canale è Outlook, che su questa macchina non c'è",
                      "scegliere un altro canale in FW24_INDFAXATTIVO");
     } else if (modo < 0 || modo > kvListaDistribuzione) {

@@ -17,6 +17,7 @@
 #include "orve-mailserver/host/messaggi.h"
 #include "orve-mailserver/host/oggetti_file.h"
 #include "orve-mailserver/host/orologio.h"
+#include "orve-mailserver/host/osservatore_invio.h"
 #include "orve-mailserver/host/parametri.h"
 #include "orve-mailserver/host/record_set_scollegato.h"
 #include "orve-mailserver/host/registro_invio.h"
@@ -69,6 +70,9 @@ class Ambiente {
   [[nodiscard]] virtual Environment& VariabiliDiAmbiente() = 0;
   [[nodiscard]] virtual Rete& ReteDiSistema() = 0;
   [[nodiscard]] virtual Directory& DirectoryAziendale() = 0;
+
+  /// Who is told what becomes of a send; lives as long as the Ambiente. Unless overridden, nobody.
+  [[nodiscard]] virtual OsservatoreInvio& Osservatore();
 };
 
 }  // namespace orve::host

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "orve-mailserver/host/fine_consegna.h"
 #include "orve-mailserver/host/oggetto.h"
 #include "orve-mailserver/host/variant.h"
 
@@ -125,6 +126,8 @@ class MAPIMessages : public Oggetto {
 
   /// Hands the message over; raises an error when it cannot.
   virtual void Send() = 0;
+  /// What the control itself can tell of its last Send.
+  [[nodiscard]] virtual FineConsegna Fine() const { return {}; }
 };
 
 }  // namespace orve::host

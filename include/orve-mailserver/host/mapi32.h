@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "orve-mailserver/host/fine_consegna.h"
 #include "orve-mailserver/host/oggetto.h"
 
 namespace orve::host {
@@ -63,6 +64,8 @@ class Mapi32 : public Oggetto {
                                      std::int32_t riservato) = 0;
   virtual std::int32_t MAPILogoff(ManigliaMapi sessione, ManigliaMapi finestra, std::int32_t flags,
                                   std::int32_t riservato) = 0;
+  /// What the library itself can tell of its last call.
+  [[nodiscard]] virtual FineConsegna Fine() const { return {}; }
 };
 
 }  // namespace orve::host

@@ -1,0 +1,13 @@
+// What a means of delivery can tell of its last delivery beyond its number.
+#pragma once
+
+#include <string>
+
+namespace orve::host {
+
+struct FineConsegna {
+  std::string motivo;    // what ended it, for a person and without secrets; empty after a success
+  bool incerta = false;  // it failed, and whoever it was handed to may have the message all the same
+};
+
+}  // namespace orve::host
