@@ -20,7 +20,6 @@
 #include "orve-mail/commands/comandi.h"
 #include "orve-mail/commands/opzioni_invio.h"
 #include "orve-mail/host/ambiente.h"
-#include "orve-mail/host/directory_osservata.h"
 #include "orve-mailserver/posix/percorsi.h"
 
 namespace orve::app {
@@ -224,7 +223,9 @@ class Controllo {
     }
     const std::string utente = MDL_ACTIVEDIRECTORY::GetNomeUtenteRete(ambiente_->ReteDiSistema());
     MDL_ACTIVEDIRECTORY::DatiUtenteDirectory persona;
-    const bool riuscita = MDL_ACTIVEDIRECTORY::GetDatiUtenteDirectory(directory, utente, persona);
+    const bool riuscita = MDL_ACTIVEDIRECTORY::GetDatiUtenteDirectory(
+        directory, utente, persona,
+        [&](const host::Errore& errore) { note_->RicercaInDirectoryFallita(errore); });
     if (!riuscita) {
       const auto& motivi = note_->erroriDirectory;
       referto_.Avviso(

@@ -3,26 +3,21 @@
 #include <utility>
 
 #include "forms/formatori_sql.h"
+#include "ldap/ldap_directory.h"
 #include "mapi/controls.h"
 #include "mapi/mapi32.h"
-#include "orve-mail/host/directory_osservata.h"
 #include "orve-mail/host/log_invio.h"
 #include "orve-mail/host/percorsi_host.h"
 #include "orve-mail/host/registro_tabella.h"
 #include "orve-mail/secrets/sigillo_password.h"
 #include "orve-mail/terminal/messaggi_terminale.h"
+#include "posix/directory_assente.h"
 #include "posix/file_system.h"
 #include "smtp/smtp_component.h"
 
 namespace orve::app {
 
 namespace {
-
-// Noted, because a channel may end in silence without its object.
-[[noreturn]] void NonCreabile(const std::string& oggetto, Osservazioni& note) {
-  note.oggettiMancanti.push_back(oggetto);
-  throw host::Errore(host::kOggettoNonCreabile, oggetto, "Impossibile creare l'oggetto " + oggetto);
-}
 
 // The library takes the result as the password and passes it on to the SMTP component. If it gets an error it
 // uses the stored text itself, so a text that cannot be opened must not be an error here.
@@ -66,6 +61,10 @@ std::shared_ptr<adapters::smtp::ConnectionPool> CreaConnessioni(const adapters::
   return std::make_shared<adapters::smtp::ConnectionPool>(std::move(opzioni));
 }
 
+std::shared_ptr<host::Directory> CreaDirectory(const std::optional<adapters::ldap::LdapOptions>& opzioni) {
+  return opzioni ? std::make_shared<adapters::ldap::LdapDirectory>(*opzioni) : nullptr;
+}
+
 AmbienteProgramma::AmbienteProgramma(Terminale terminale, std::shared_ptr<const Chiave> chiave,
                                      adapters::smtp::SmtpOptions smtp, std::string cartellaBase,
                                      OsservazioniPtr note, adapters::mapi::MapiOptions mapi,
@@ -80,7 +79,7 @@ AmbienteProgramma::AmbienteProgramma(Terminale terminale, std::shared_ptr<const 
       cartellaBase_(std::move(cartellaBase)),
       note_(std::move(note)),
       allegati_(std::move(allegati)),
-      directory_(OsservaDirectory(std::move(directory), note_)) {
+      directory_(directory ? std::move(directory) : std::make_shared<adapters::posix::DirectoryAssente>()) {
   smtp_.openPassword = [sigillo = SigilloPassword(chiave_), permessi = permessi_,
                         rimedi = rimedi_](const adapters::smtp::Target& meta) {
     RichiediCifratura(*permessi, *rimedi, meta);
@@ -94,7 +93,7 @@ adapters::mime::AttachmentResolver AmbienteProgramma::FileDaAllegare() const {
 }
 
 std::shared_ptr<host::Messaggi> AmbienteProgramma::CreaMessaggi() {
-  return Osserva(std::make_shared<MessaggiTerminale>(terminale_), note_);
+  return std::make_shared<MessaggiTerminale>(terminale_);
 }
 
 std::shared_ptr<host::FormatoData> AmbienteProgramma::CreaFormatoData() {
@@ -106,7 +105,7 @@ std::shared_ptr<host::FormatoNumero> AmbienteProgramma::CreaFormatoNumero() {
 }
 
 std::shared_ptr<host::RegistroInvio> AmbienteProgramma::CreaRegistroInvio() {
-  return Osserva(std::make_shared<RegistroTabella>(registro_, allegati_), note_);
+  return std::make_shared<RegistroTabella>(registro_, allegati_);
 }
 
 std::shared_ptr<host::RisolutorePercorsi> AmbienteProgramma::CreaRisolutorePercorsi() {
@@ -119,16 +118,12 @@ std::shared_ptr<host::CifratorePassword> AmbienteProgramma::CreaCifratorePasswor
 }
 
 std::shared_ptr<host::ComponenteSmtp> AmbienteProgramma::CreaComponenteSmtp() {
-  auto componente = std::make_shared<adapters::smtp::SmtpComponent>(smtp_, connessioni_, FileDaAllegare());
-  note_->IniziaConsegna();
-  const auto* const vero = componente.get();  // lives as long as its observer
-  return Osserva(std::move(componente), note_, [vero] {
-    return FineConsegna{vero->LastFailure(), vero->MayHaveArrived()};
-  });
+  return std::make_shared<adapters::smtp::SmtpComponent>(smtp_, connessioni_, FileDaAllegare());
 }
 
 std::shared_ptr<host::OutlookApplication> AmbienteProgramma::CreaOutlook() {
-  NonCreabile("Outlook.Application", *note_);
+  throw host::Errore(host::kOggettoNonCreabile, "Outlook.Application",
+                     "Impossibile creare l'oggetto Outlook.Application");
 }
 
 std::shared_ptr<host::MAPISession> AmbienteProgramma::CreaMAPISession() {
@@ -136,23 +131,15 @@ std::shared_ptr<host::MAPISession> AmbienteProgramma::CreaMAPISession() {
 }
 
 std::shared_ptr<host::MAPIMessages> AmbienteProgramma::CreaMAPIMessages() {
-  auto controllo = std::make_shared<adapters::mapi::MessagesControl>(posta_, FileDaAllegare());
-  const auto* const vero = controllo.get();  // lives as long as its observer
-  return Osserva(std::move(controllo), note_, [vero] {
-    return FineConsegna{vero->LastFailure(), vero->MayHaveArrived()};
-  });
+  return std::make_shared<adapters::mapi::MessagesControl>(posta_, FileDaAllegare());
 }
 
 std::shared_ptr<host::Mapi32> AmbienteProgramma::CreaMapi32() {
-  auto libreria = std::make_shared<adapters::mapi::Mapi32>(posta_, FileDaAllegare());
-  const auto* const vera = libreria.get();  // lives as long as its observer
-  return Osserva(std::move(libreria), note_, [vera] {
-    return FineConsegna{vera->LastFailure(), vera->MayHaveArrived()};
-  });
+  return std::make_shared<adapters::mapi::Mapi32>(posta_, FileDaAllegare());
 }
 
 std::shared_ptr<host::FileSystem> AmbienteProgramma::CreaFileSystem() {
-  return Osserva(LogSuUnaRiga(std::make_shared<adapters::posix::FileSystem>()), note_);
+  return LogSuUnaRiga(std::make_shared<adapters::posix::FileSystem>());
 }
 
 }  // namespace orve::app

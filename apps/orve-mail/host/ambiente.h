@@ -1,20 +1,22 @@
 // The real parts that the program hands to the library: the platform's, the means of delivery, and the host
-// application's own objects in the program's version, each observed.
+// application's own objects in the program's version.
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
 #include "mapi/mail_system.h"
 #include "mime/attachment.h"
 #include "orve-mail/host/allegati.h"
-#include "orve-mail/host/osservatori.h"
+#include "orve-mail/host/osservazioni.h"
 #include "orve-mail/host/password_in_chiaro.h"
 #include "orve-mail/host/rimedi.h"
 #include "orve-mail/secrets/chiave.h"
 #include "orve-mail/terminal/terminale.h"
 #include "orve-mailserver/host/ambiente.h"
+#include "orve-mailserver/ldap/ldap_options.h"
 #include "orve-mailserver/smtp/smtp_options.h"
 #include "posix/orologio.h"
 #include "posix/sistema.h"
@@ -26,6 +28,10 @@ namespace orve::app {
 /// Keeps connections the way the program does: what is said on them is traced with the rest of the dialogue.
 [[nodiscard]] std::shared_ptr<adapters::smtp::ConnectionPool> CreaConnessioni(
     const adapters::smtp::SmtpOptions& smtp);
+
+/// The company's directory; empty without options. Raises 5 for options that make no sense.
+[[nodiscard]] std::shared_ptr<host::Directory> CreaDirectory(
+    const std::optional<adapters::ldap::LdapOptions>& opzioni);
 
 class AmbienteProgramma : public host::Ambiente {
  public:
@@ -75,6 +81,7 @@ class AmbienteProgramma : public host::Ambiente {
   host::Environment& VariabiliDiAmbiente() override { return variabili_; }
   host::Rete& ReteDiSistema() override { return rete_; }
   host::Directory& DirectoryAziendale() override { return *directory_; }
+  host::OsservatoreInvio& Osservatore() override { return *note_; }
 
  private:
   [[nodiscard]] adapters::mime::AttachmentResolver FileDaAllegare() const;
@@ -96,7 +103,7 @@ class AmbienteProgramma : public host::Ambiente {
   adapters::posix::GeneratoreGuid identificatori_;
   adapters::posix::Environment variabili_;
   adapters::posix::Rete rete_;
-  std::unique_ptr<host::Directory> directory_;
+  std::shared_ptr<host::Directory> directory_;
 };
 
 }  // namespace orve::app

@@ -83,20 +83,14 @@ AmbienteFinestre::AmbienteFinestre(Terminale terminale, std::shared_ptr<const Ch
                                    std::shared_ptr<Allegati> allegati)
     : AmbienteProgramma(terminale, std::move(chiave), std::move(smtp), std::move(cartellaBase), note,
                         std::move(mapi), std::move(connessioni), std::move(directory), allegati),
-      note_(note),
       finestre_({.programma = kProgramma, .creaFile = CreatoreFile(std::move(allegati)), .mostra = [note] {
                    ++note->finestreMostrate;
                  }}) {}
 
 std::shared_ptr<host::Form> AmbienteFinestre::CreaForm(const host::LayoutForm& layout) {
-  try {
-    auto form = finestre_.CreaForm(layout);
-    *ultima_ = form;
-    return form;
-  } catch (const host::Errore& errore) {
-    note_->finestraNegata = errore.Descrizione();
-    throw;
-  }
+  auto form = finestre_.CreaForm(layout);
+  *ultima_ = form;
+  return form;
 }
 
 std::shared_ptr<host::ConfigurazioneGriglia> AmbienteFinestre::CreaConfigurazioneGriglia() {
@@ -125,7 +119,7 @@ std::shared_ptr<host::CLSFW_Parametri> AmbienteFinestre::CreaParametri() {
 
 std::shared_ptr<host::Messaggi> AmbienteFinestre::CreaMessaggi() {
   return std::make_shared<MessaggiDovePuoLeggerli>(AmbienteProgramma::CreaMessaggi(),
-                                                   Osserva(finestre_.CreaMessaggi(), note_), ultima_);
+                                                   finestre_.CreaMessaggi(), ultima_);
 }
 
 }  // namespace orve::app

@@ -24,7 +24,7 @@ class AmbienteFinestre : public AmbienteProgramma {
                    std::shared_ptr<host::Directory> directory = nullptr,
                    std::shared_ptr<Allegati> allegati = nullptr);
 
-  /// Raises 429 without a display, and notes it.
+  /// Raises 429 without a display.
   std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override;
   std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia() override;
   std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato() override;
@@ -35,7 +35,6 @@ class AmbienteFinestre : public AmbienteProgramma {
   std::shared_ptr<host::Messaggi> CreaMessaggi() override;
 
  private:
-  OsservazioniPtr note_;
   adapters::qt::Finestre finestre_;
   std::shared_ptr<std::weak_ptr<host::Form>> ultima_ = std::make_shared<std::weak_ptr<host::Form>>();
 };

@@ -1,7 +1,6 @@
 #include "orve-mail/host/registro_tabella.h"
 
 #include "orve-mail/host/allegati.h"
-#include "orve-mail/host/osservatori.h"
 #include "sqlite/sqlite_connection.h"
 
 namespace orve::app {
@@ -30,7 +29,7 @@ void RegistroTabella::Connessione(const std::shared_ptr<host::Connection>& conne
     connessione_ = connessione ? archivio_ : nullptr;
     return;
   }
-  connessione_ = std::dynamic_pointer_cast<SqliteConnection>(ConnessioneInterna(connessione));
+  connessione_ = std::dynamic_pointer_cast<SqliteConnection>(connessione);
   if (connessione && !connessione_) throw host::Errore(host::kTipoNonCorrispondente);
 }
 

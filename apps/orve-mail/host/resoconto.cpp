@@ -1,7 +1,6 @@
 #include "orve-mail/host/resoconto.h"
 
 #include <algorithm>
-#include <iterator>
 #include <vector>
 
 #include "orve-mailserver/host/registro_invio.h"
@@ -36,14 +35,6 @@ std::string PrimoMotivo(const Resoconto& resoconto, const std::string& altriment
   const auto motivi = Motivi(resoconto.note);
   if (!motivi.empty()) return motivi.front();
   return resoconto.descrizione.empty() ? altrimenti : resoconto.descrizione;
-}
-
-// The records among the lines of the log: a new file also gets a header.
-std::vector<std::string> Record(const std::vector<std::string>& righe) {
-  std::vector<std::string> record;
-  std::copy_if(righe.begin(), righe.end(), std::back_inserter(record),
-               [](const std::string& riga) { return riga.rfind("Destinatario ---", 0) != 0; });
-  return record;
 }
 
 void ElencaDestinatari(const Osservazioni& note, std::ostream& uscita) {
@@ -129,10 +120,13 @@ std::vector<std::string> Dettagli(const Resoconto& resoconto) {
   };
   if (resoconto.stato != kvOK) elenca("stato: ", {std::to_string(resoconto.stato)});
   if (!resoconto.errore.empty()) elenca("errore: ", {resoconto.errore});
-  if (!note.motivo.empty()) elenca(note.origineMotivo + ": ", {note.motivo});
+  if (!note.motivo.empty()) {
+    const bool server = note.mezzo == host::MezzoConsegna::kComponenteSmtp;
+    elenca(server ? "server: " : "posta della macchina: ", {note.motivo});
+  }
   if (note.Incerto()) elenca("", {"il server può aver accettato il messaggio"});
   elenca("allegato rimasto fuori: ", note.allegatiRifiutati);
-  elenca("registro degli errori: ", Record(note.righeLog));
+  elenca("registro degli errori: ", note.righeLog);
   elenca("registro degli errori non scritto: ", note.erroriLog);
   elenca("registro degli invii non scritto: ", note.erroriRegistro);
   elenca("database: ", note.erroriDatabase);

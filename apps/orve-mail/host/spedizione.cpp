@@ -8,9 +8,8 @@
 #include "orve-mail/address-book/rubrica_finestra.h"
 #include "orve-mail/host/account.h"
 #include "orve-mail/host/ambiente_finestre.h"
-#include "orve-mail/host/directory_osservata.h"
+#include "orve-mail/host/connessione_osservata.h"
 #include "orve-mail/host/interfaccia_programma.h"
-#include "orve-mail/host/osservatori.h"
 #include "orve-mailserver/addressing/recipients.h"
 #include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 
