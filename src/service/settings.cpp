@@ -15,13 +15,6 @@ namespace {
 
 using host::Leggi;
 
-constexpr const char* kStatementImpostazioni =
-    "SELECT FW24_INDFAXATTIVO, FW24_INDMODALITA, FW24_PATHTMP, "
-    " FW24_READRECEIPT, FW24_FLGMSGPERS, FW24_MSGPERS,FW24_BCC, "
-    " FW24_MAILMODSTDIFF "
-    " FROM FW24_FAXCONFIG "
-    " WHERE FW24_INDCANALE = 1";
-
 constexpr std::string_view kChiusura = "ORVE_MAILSERVER: CLSFW_MAILSERVER: GetImpostazioni";
 
 // A null is equal to nothing.
