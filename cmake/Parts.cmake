@@ -57,6 +57,6 @@ function(orve_package)
   install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}-dev" RENAME copyright COMPONENT development)
   install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs" COMPONENT program)
   install(FILES examples/elenco.csv DESTINATION "${CMAKE_INSTALL_DOCDIR}/examples" COMPONENT program)
-  install(FILES examples/CMakeLists.txt examples/invia_fattura.cpp
+  install(FILES examples/CMakeLists.txt examples/invia_fattura.cpp examples/invia_messaggio.cpp
     DESTINATION "${CMAKE_INSTALL_DOCDIR}-dev/examples" COMPONENT development)
 endfunction()

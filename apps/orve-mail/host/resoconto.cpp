@@ -38,7 +38,7 @@ std::string PrimoMotivo(const Resoconto& resoconto, const std::string& altriment
 }
 
 void ElencaDestinatari(const Osservazioni& note, std::ostream& uscita) {
-  for (const RigaRegistro& riga : note.registro) uscita << "  " << RigaSicura(riga.indirizzo) << "\n";
+  for (const RigaRegistro& riga : note.registro) uscita << "  " << TerminalSafeLine(riga.indirizzo) << "\n";
 }
 
 // Nothing failed and nothing was sent: this is what happens when there is no account to send from. Where the
@@ -102,13 +102,13 @@ std::string Spiega(const Resoconto& resoconto, Uscita uscita) {
     case Uscita::kConRiserva:
       return "Messaggio inviato, ma non tutto è andato a buon fine.";
     case Uscita::kInvioFallito:
-      return "Messaggio non inviato: " + RigaSicura(MotivoFallito(resoconto));
+      return "Messaggio non inviato: " + TerminalSafeLine(MotivoFallito(resoconto));
     case Uscita::kRifiutato:
-      return "Invio rifiutato: " + RigaSicura(PrimoMotivo(resoconto, "nessun motivo"));
+      return "Invio rifiutato: " + TerminalSafeLine(PrimoMotivo(resoconto, "nessun motivo"));
     case Uscita::kAnnullato:
       return "Messaggio non inviato: la finestra di invio è stata chiusa senza inviare.";
     default:
-      return "Messaggio non inviato: " + RigaSicura(MotivoNonPartito(resoconto));
+      return "Messaggio non inviato: " + TerminalSafeLine(MotivoNonPartito(resoconto));
   }
 }
 
@@ -116,7 +116,7 @@ std::vector<std::string> Dettagli(const Resoconto& resoconto) {
   const Osservazioni& note = resoconto.note;
   std::vector<std::string> dettagli;
   const auto elenca = [&dettagli](const std::string& titolo, const std::vector<std::string>& righe) {
-    for (const std::string& riga : righe) dettagli.push_back(titolo + RigaSicura(riga));
+    for (const std::string& riga : righe) dettagli.push_back(titolo + TerminalSafeLine(riga));
   };
   if (resoconto.stato != kvOK) elenca("stato: ", {std::to_string(resoconto.stato)});
   if (!resoconto.errore.empty()) elenca("errore: ", {resoconto.errore});

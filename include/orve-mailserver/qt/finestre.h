@@ -12,12 +12,7 @@
 #include <optional>
 #include <string>
 
-#include "orve-mailserver/host/controlli.h"
-#include "orve-mailserver/host/griglia.h"
-#include "orve-mailserver/host/layout.h"
-#include "orve-mailserver/host/messaggi.h"
-#include "orve-mailserver/host/oggetti_file.h"
-#include "orve-mailserver/host/record_set_scollegato.h"
+#include "orve-mailserver/host/finestre.h"
 
 namespace orve::adapters::qt {
 
@@ -41,22 +36,22 @@ struct OpzioniFinestre {
 
 /// The factories. Each raises what AssicuraApplicazione raises; the copies of attachments last as long as
 /// this object or any file object that came from it.
-class Finestre {
+class Finestre : public host::Finestre {
  public:
   explicit Finestre(OpzioniFinestre opzioni = {});
   Finestre(const Finestre&) = delete;
   Finestre& operator=(const Finestre&) = delete;
   Finestre(Finestre&&) = delete;
   Finestre& operator=(Finestre&&) = delete;
-  ~Finestre();
+  ~Finestre() override;
 
-  [[nodiscard]] std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout);
-  [[nodiscard]] std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia();
-  [[nodiscard]] std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato();
-  [[nodiscard]] std::shared_ptr<host::SelettoreFile> CreaSelettoreFile();
-  [[nodiscard]] std::shared_ptr<host::OggettoFile> CreaOggettoFile();
-  [[nodiscard]] std::shared_ptr<host::CollezioneFile> CreaCollezioneFile();
-  [[nodiscard]] std::shared_ptr<host::Messaggi> CreaMessaggi();
+  [[nodiscard]] std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override;
+  [[nodiscard]] std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia() override;
+  [[nodiscard]] std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato() override;
+  [[nodiscard]] std::shared_ptr<host::SelettoreFile> CreaSelettoreFile() override;
+  [[nodiscard]] std::shared_ptr<host::OggettoFile> CreaOggettoFile() override;
+  [[nodiscard]] std::shared_ptr<host::CollezioneFile> CreaCollezioneFile() override;
+  [[nodiscard]] std::shared_ptr<host::Messaggi> CreaMessaggi() override;
 
  private:
   struct Comune;

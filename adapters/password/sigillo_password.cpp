@@ -1,4 +1,4 @@
-#include "orve-mail/secrets/sigillo_password.h"
+#include "password/sigillo_password.h"
 
 #include <sodium.h>
 
@@ -9,11 +9,11 @@
 #include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 
-namespace orve::app {
+namespace orve::adapters::password {
 
 namespace {
 
-using adapters::secrets::Secret;
+using secrets::Secret;
 using Byte = unsigned char;
 
 constexpr std::string_view kSegno = "orve";
@@ -130,4 +130,4 @@ bool SigilloPassword::SenzaLegame(std::string_view testo) {
   return testo.substr(0, kSlegata.size()) == kSlegata;
 }
 
-}  // namespace orve::app
+}  // namespace orve::adapters::password

@@ -1,4 +1,4 @@
-#include "orve-mail/host/log_invio.h"
+#include "ambiente/log_invio.h"
 
 #include <string>
 #include <string_view>
@@ -6,7 +6,7 @@
 
 #include "text/unseen.h"
 
-namespace orve::app {
+namespace orve::adapters::ambiente {
 
 namespace {
 
@@ -54,4 +54,4 @@ std::shared_ptr<host::FileSystem> LogSuUnaRiga(std::shared_ptr<host::FileSystem>
   return std::make_shared<FileSystemSuUnaRiga>(std::move(vero));
 }
 
-}  // namespace orve::app
+}  // namespace orve::adapters::ambiente

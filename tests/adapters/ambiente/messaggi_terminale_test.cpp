@@ -1,11 +1,11 @@
-#include "orve-mail/terminal/messaggi_terminale.h"
+#include "ambiente/messaggi_terminale.h"
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 #include <string>
 
-namespace orve::app {
+namespace orve::adapters::ambiente {
 
 namespace {
 
@@ -18,11 +18,9 @@ Dialogo Mostra(const std::string& testo, std::int32_t stile, const std::string& 
                const std::string& digitato = "", bool interattivo = true) {
   std::istringstream ingresso(digitato);
   std::ostringstream uscita;
-  std::ostringstream errori;
-  MessaggiTerminale messaggi({ingresso, uscita, errori, interattivo});
+  MessaggiTerminale messaggi("orve-mail", &uscita, interattivo ? &ingresso : nullptr);
   const std::int32_t risposta = messaggi.MostraMsg(testo, stile, titolo, nullptr);
-  EXPECT_EQ(uscita.str(), "");
-  return {risposta, errori.str()};
+  return {risposta, uscita.str()};
 }
 
 constexpr std::int32_t kSiNo = 4;
@@ -92,12 +90,15 @@ TEST(MessaggiTerminale, WhatComesFromOutsideCannotSteerTheTerminal) {
   EXPECT_EQ(Mostra("riga 1\r\nriga 2", 0).scritto, "riga 1\nriga 2\n");
 }
 
+TEST(MessaggiTerminale, WhereNobodyReadsTheDefaultCounts) {
+  MessaggiTerminale messaggi("orve-mail", nullptr);
+  EXPECT_EQ(messaggi.MostraMsg("Continuare?", kSiNo | kSecondaPredefinita, "", nullptr), 7);
+}
+
 TEST(MessaggiTerminale, AWindowTitleNamesTheProgram) {
-  std::istringstream ingresso;
-  std::ostringstream uscita;
-  MessaggiTerminale messaggi({ingresso, uscita, uscita, false});
+  MessaggiTerminale messaggi("orve-mail", nullptr);
   EXPECT_EQ(messaggi.TitoloFinestra("Invio"), "orve-mail - Invio");
   EXPECT_EQ(messaggi.TitoloFinestra(""), "orve-mail");
 }
 
-}  // namespace orve::app
+}  // namespace orve::adapters::ambiente

@@ -7,13 +7,12 @@
 #include <memory>
 #include <string>
 
-#include "orve-mail/secrets/chiave.h"
-#include "orve-mail/secrets/sigillo_password.h"
-#include "orve-mail/terminal/uscita.h"
 #include "orve-mailserver/host/errore.h"
+#include "password/chiave.h"
+#include "password/sigillo_password.h"
 #include "support/temp_dir.h"
 
-namespace orve::app {
+namespace orve::adapters::password {
 
 namespace {
 
@@ -28,9 +27,9 @@ std::shared_ptr<const Chiave> NuovaChiave() {
 std::string MotivoDi(const std::function<void()>& azione) {
   try {
     azione();
-  } catch (const ErroreProgramma& errore) {
-    EXPECT_EQ(errore.Stato(), Uscita::kNonUtilizzabile);
-    return errore.what();
+  } catch (const host::Errore& errore) {
+    EXPECT_EQ(errore.Numero(), 70);
+    return errore.Descrizione();
   }
   return "nessun errore";
 }
@@ -180,4 +179,4 @@ TEST(FileDellaChiave, ThatIsMissingOrAFolderOrAPipeIsRefusedAtOnce) {
   EXPECT_EQ(MotivoDi([&] { (void)Chiave::Leggi(pipe); }), "File della chiave " + pipe + ": non è un file");
 }
 
-}  // namespace orve::app
+}  // namespace orve::adapters::password

@@ -1,9 +1,9 @@
-#include "orve-mail/host/parametri_corpo.h"
+#include "ambiente/parametri_corpo.h"
 
 #include <array>
 #include <string>
 
-namespace orve::app {
+namespace orve::adapters::ambiente {
 
 namespace {
 
@@ -46,4 +46,4 @@ std::shared_ptr<host::CLSFW_Parametri> CreaParametriCorpo() {
   return std::make_shared<ParametriCorpo>();
 }
 
-}  // namespace orve::app
+}  // namespace orve::adapters::ambiente

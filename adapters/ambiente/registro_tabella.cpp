@@ -1,14 +1,13 @@
-#include "orve-mail/host/registro_tabella.h"
+#include "ambiente/registro_tabella.h"
 
-#include "orve-mail/host/allegati.h"
 #include "sqlite/sqlite_connection.h"
 
-namespace orve::app {
+namespace orve::adapters::ambiente {
 
 namespace {
 
-using adapters::sqlite::SqliteConnection;
-using adapters::sqlite::Valore;
+using sqlite::SqliteConnection;
+using sqlite::Valore;
 
 constexpr const char* kInserimento =
     "INSERT INTO REGISTRO_INVII (IDVOCE, UOBJECT, TIPOCANALE, TITOLOSTAMPA, DITTA, NUMREG, TIPODOC, NUMDOC,"
@@ -37,6 +36,7 @@ void RegistroTabella::RegistraInvio(const host::TestoOAssente& nome, const host:
                                     const host::TestoOAssente& indirizzo, const host::TestoOAssente& allegato,
                                     const host::TestoOAssente& esito, const host::TestoOAssente& oggetto,
                                     const host::TestoOAssente& corpo) {
+  const host::TestoOAssente registrato = allegato && comeRegistrato_ ? comeRegistrato_(*allegato) : allegato;
   static_cast<void>(host::Richiesto(connessione_)
                         .EseguiConValori(kInserimento, {voce_,
                                                         uObject_,
@@ -56,12 +56,10 @@ void RegistroTabella::RegistraInvio(const host::TestoOAssente& nome, const host:
                                                         Presente(nome),
                                                         Presente(ditta),
                                                         Presente(indirizzo),
-                                                        Presente(allegato && allegati_
-                                                                     ? allegati_->ConPercorsiVeri(*allegato)
-                                                                     : allegato),
+                                                        Presente(registrato),
                                                         Presente(esito),
                                                         Presente(oggetto),
                                                         Presente(corpo)}));
 }
 
-}  // namespace orve::app
+}  // namespace orve::adapters::ambiente

@@ -1,4 +1,4 @@
-#include "orve-mail/host/percorsi_host.h"
+#include "ambiente/percorsi.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,16 +14,14 @@
 #include "posix/sistema.h"
 #include "text/text.h"
 
-namespace orve::app {
-
-namespace posix = adapters::posix;
+namespace orve::adapters::ambiente {
 
 namespace {
 
 constexpr mode_t kScritturaAltrui = S_IWGRP | S_IWOTH;
 
 // Where nothing can ever be, so that nobody can put it there.
-constexpr const char* kInNessunLuogo = "/dev/null/orve-mail";
+constexpr const char* kInNessunLuogo = "/dev/null/nessuna";
 
 bool SoloNostra(const std::string& cartella, mode_t vietati) {
   struct stat stato {};
@@ -44,9 +42,11 @@ std::string SenzaBarraFinale(std::string percorso) {
 
 }  // namespace
 
-RisolutorePercorsiUnix::RisolutorePercorsiUnix(std::string cartellaBase,
+RisolutorePercorsiUnix::RisolutorePercorsiUnix(std::string programma, std::string cartellaBase,
                                                std::function<void()> senzaTemporanea)
-    : cartellaBase_(std::move(cartellaBase)), senzaTemporanea_(std::move(senzaTemporanea)) {}
+    : programma_(std::move(programma)),
+      cartellaBase_(std::move(cartellaBase)),
+      senzaTemporanea_(std::move(senzaTemporanea)) {}
 
 void RisolutorePercorsiUnix::ChiudiPercorsi() {
   percorso_.clear();
@@ -80,12 +80,12 @@ void RisolutorePercorsiUnix::ImpostaPercorso(const std::string& percorso, bool /
 
 // A log without a place must not end a send.
 std::string RisolutorePercorsiUnix::CartellaTemporanea() const {
-  if (auto cartella = CartellaTemporaneaDiSistema()) return *cartella;
+  if (auto cartella = CartellaTemporaneaDiSistema(programma_)) return *cartella;
   if (senzaTemporanea_) senzaTemporanea_();
   return kInNessunLuogo;
 }
 
-std::optional<std::string> CartellaTemporaneaDiSistema() {
+std::optional<std::string> CartellaTemporaneaDiSistema(const std::string& programma) {
   const auto variabile = [](const char* nome) {
     std::string valore = posix::Environment().Leggi(nome);
     return valore.starts_with('/') ? SenzaBarraFinale(std::move(valore)) : std::string();
@@ -95,16 +95,16 @@ std::optional<std::string> CartellaTemporaneaDiSistema() {
   const std::string casa = variabile("HOME");
   // The system's temporary folder is open to everybody: a log of recipients does not belong there, and
   // somebody else may have taken the name first.
-  const std::string nostra = "/orve-mail-" + std::to_string(::geteuid());
+  const std::string nome = "/" + programma;
+  const std::string nostra = nome + "-" + std::to_string(::geteuid());
   if (!scelta.empty() && RendiPrivata(scelta + nostra)) return scelta + nostra;
-  if (SoloNostra(diSessione, S_IRWXG | S_IRWXO) && RendiPrivata(diSessione + "/orve-mail"))
-    return diSessione + "/orve-mail";
+  if (SoloNostra(diSessione, S_IRWXG | S_IRWXO) && RendiPrivata(diSessione + nome)) return diSessione + nome;
   if (scelta.empty() && RendiPrivata("/tmp" + nostra)) return "/tmp" + nostra;
   std::string stato = variabile("XDG_STATE_HOME");
   if (stato.empty() && !casa.empty()) stato = casa + "/.local/state";
   std::error_code mancata;
   if (!stato.empty()) std::filesystem::create_directories(stato, mancata);
-  if (SoloNostra(stato, kScritturaAltrui) && RendiPrivata(stato + "/orve-mail")) return stato + "/orve-mail";
+  if (SoloNostra(stato, kScritturaAltrui) && RendiPrivata(stato + nome)) return stato + nome;
   return std::nullopt;
 }
 
@@ -115,4 +115,4 @@ std::string CartellaDelProgramma() {
   return programma.parent_path().native();
 }
 
-}  // namespace orve::app
+}  // namespace orve::adapters::ambiente

@@ -7,10 +7,10 @@
 #include <string>
 #include <string_view>
 
-#include "orve-mail/secrets/chiave.h"
 #include "orve-mailserver/secrets/secret.h"
+#include "password/chiave.h"
 
-namespace orve::app {
+namespace orve::adapters::password {
 
 /// The name of a server as it is compared: without surrounding blanks and in lower case.
 [[nodiscard]] std::string NomeServer(std::string_view server);
@@ -39,7 +39,7 @@ class SigilloPassword {
   [[nodiscard]] std::string Sigilla(std::string_view password, const LegamePassword& legame) const;
   /// Raises 5 for a text that is not sealed, has been changed since, was sealed with another key or is bound
   /// elsewhere.
-  [[nodiscard]] adapters::secrets::Secret Apri(std::string_view testo, const LegamePassword& legame) const;
+  [[nodiscard]] secrets::Secret Apri(std::string_view testo, const LegamePassword& legame) const;
 
   /// Whether the text claims to be sealed, in whatever version: such a text is never a password itself.
   [[nodiscard]] static bool Sigillato(std::string_view testo);
@@ -50,4 +50,4 @@ class SigilloPassword {
   std::shared_ptr<const Chiave> chiave_;
 };
 
-}  // namespace orve::app
+}  // namespace orve::adapters::password

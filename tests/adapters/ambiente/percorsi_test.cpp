@@ -1,4 +1,4 @@
-#include "orve-mail/host/percorsi_host.h"
+#include "ambiente/percorsi.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -16,7 +16,7 @@
 #include "orve-mailserver/posix/percorsi.h"
 #include "support/temp_dir.h"
 
-namespace orve::app {
+namespace orve::adapters::ambiente {
 
 namespace {
 
@@ -54,7 +54,7 @@ class CartellaTemporanea : public ::testing::Test {
     return percorso;
   }
   static std::string Configurato(const std::string& percorso) {
-    RisolutorePercorsiUnix risolutore("/srv/azienda");
+    RisolutorePercorsiUnix risolutore("orve-mail", "/srv/azienda");
     risolutore.ImpostaPercorso(percorso, true);
     return risolutore.Percorso();
   }
@@ -69,7 +69,7 @@ class CartellaTemporanea : public ::testing::Test {
 }  // namespace
 
 TEST_F(CartellaTemporanea, TheTemporaryDirectoryBelongsToTheUserAlone) {
-  RisolutorePercorsiUnix risolutore("/");
+  RisolutorePercorsiUnix risolutore("orve-mail", "/");
   risolutore.ImpostaTipoPercorso(8, "");
   EXPECT_EQ(risolutore.Percorso(), Rovesciate(Nostra()));
   struct stat stato {};
@@ -77,72 +77,72 @@ TEST_F(CartellaTemporanea, TheTemporaryDirectoryBelongsToTheUserAlone) {
   EXPECT_EQ(stato.st_mode & 0777U, 0700U);
   risolutore.ChiudiPercorsi();
   EXPECT_EQ(risolutore.Percorso(), "");
-  EXPECT_EQ(CartellaTemporaneaDiSistema(), Nostra());  // the second time it already exists
+  EXPECT_EQ(CartellaTemporaneaDiSistema("orve-mail"), Nostra());  // the second time it already exists
 }
 
 TEST_F(CartellaTemporanea, AFolderThatOthersMayWriteInIsNotUsed) {
   ASSERT_EQ(Propria(std::filesystem::path(Nostra()).filename().string(), 0777), Nostra());
-  EXPECT_EQ(CartellaTemporaneaDiSistema(), std::nullopt);
+  EXPECT_EQ(CartellaTemporaneaDiSistema("orve-mail"), std::nullopt);
 }
 
 TEST_F(CartellaTemporanea, ALinkInTheFoldersPlaceIsNotFollowed) {
   std::filesystem::create_directory(cartella.Path() / "altrove");
   std::filesystem::create_symlink(cartella.Path() / "altrove", Nostra());
-  EXPECT_EQ(CartellaTemporaneaDiSistema(), std::nullopt);
+  EXPECT_EQ(CartellaTemporaneaDiSistema("orve-mail"), std::nullopt);
 }
 
 TEST_F(CartellaTemporanea, WhereTheNameIsTakenTheFolderIsOneOfThePersonsOwn) {
   std::filesystem::create_symlink("/nessuno", Nostra());
   const std::string casa = Propria("casa", 0755);
   ::setenv("HOME", casa.c_str(), 1);
-  EXPECT_EQ(CartellaTemporaneaDiSistema(), casa + "/.local/state/orve-mail");
+  EXPECT_EQ(CartellaTemporaneaDiSistema("orve-mail"), casa + "/.local/state/orve-mail");
   const std::string stato = Propria("stato", 0755);
   ::setenv("XDG_STATE_HOME", stato.c_str(), 1);
-  EXPECT_EQ(CartellaTemporaneaDiSistema(), stato + "/orve-mail");
+  EXPECT_EQ(CartellaTemporaneaDiSistema("orve-mail"), stato + "/orve-mail");
   const std::string sessione = Propria("sessione", 0700);
   ::setenv("XDG_RUNTIME_DIR", sessione.c_str(), 1);
-  EXPECT_EQ(CartellaTemporaneaDiSistema(), sessione + "/orve-mail");
+  EXPECT_EQ(CartellaTemporaneaDiSistema("orve-mail"), sessione + "/orve-mail");
   std::filesystem::remove(Nostra());
-  EXPECT_EQ(CartellaTemporaneaDiSistema(), Nostra()) << "the one that was asked for";
+  EXPECT_EQ(CartellaTemporaneaDiSistema("orve-mail"), Nostra()) << "the one that was asked for";
 }
 
 TEST_F(CartellaTemporanea, ARuntimeFolderIsUsedBeforeTheSystemsOwn) {
   ::unsetenv("TMPDIR");
   const std::string sessione = Propria("sessione", 0700);
   ::setenv("XDG_RUNTIME_DIR", sessione.c_str(), 1);
-  EXPECT_EQ(CartellaTemporaneaDiSistema(), sessione + "/orve-mail");
+  EXPECT_EQ(CartellaTemporaneaDiSistema("orve-mail"), sessione + "/orve-mail");
 }
 
 TEST_F(CartellaTemporanea, AFolderOfThePersonsThatOthersGetIntoIsNone) {
   std::filesystem::create_symlink("/nessuno", Nostra());
   ::setenv("XDG_RUNTIME_DIR", Propria("sessione", 0750).c_str(), 1);
   ::setenv("XDG_STATE_HOME", Propria("stato", 0777).c_str(), 1);
-  EXPECT_EQ(CartellaTemporaneaDiSistema(), std::nullopt);
+  EXPECT_EQ(CartellaTemporaneaDiSistema("orve-mail"), std::nullopt);
   ::setenv("XDG_STATE_HOME", "relativa", 1);
-  EXPECT_EQ(CartellaTemporaneaDiSistema(), std::nullopt);
+  EXPECT_EQ(CartellaTemporaneaDiSistema("orve-mail"), std::nullopt);
 }
 
 TEST_F(CartellaTemporanea, WithoutAnyTheLogHasNoPlaceAndTheHostIsTold) {
   ::setenv("TMPDIR", (cartella.Path() / "manca").c_str(), 1);
   int detto = 0;
-  RisolutorePercorsiUnix risolutore("/", [&] { ++detto; });
+  RisolutorePercorsiUnix risolutore("orve-mail", "/", [&] { ++detto; });
   risolutore.ImpostaPercorso("", true);
   EXPECT_EQ(detto, 1);
-  EXPECT_FALSE(std::filesystem::exists(adapters::posix::PercorsoUnix(risolutore.Percorso())));
-  EXPECT_LT(::mkdir(adapters::posix::PercorsoUnix(risolutore.Percorso()).c_str(), 0700), 0);
+  EXPECT_FALSE(std::filesystem::exists(posix::PercorsoUnix(risolutore.Percorso())));
+  EXPECT_LT(::mkdir(posix::PercorsoUnix(risolutore.Percorso()).c_str(), 0700), 0);
   risolutore.ImpostaPercorso("/srv/log", true);
   EXPECT_EQ(detto, 1);
 }
 
 TEST_F(CartellaTemporanea, TheInstallationDirectoryIsTheProgramsOwn) {
-  RisolutorePercorsiUnix risolutore("/");
+  RisolutorePercorsiUnix risolutore("orve-mail", "/");
   risolutore.ImpostaTipoPercorso(6, "");
   EXPECT_EQ(risolutore.Percorso(),
             Rovesciate(std::filesystem::read_symlink("/proc/self/exe").parent_path().string()));
 }
 
 TEST_F(CartellaTemporanea, AnyOtherKindIsAnError) {
-  RisolutorePercorsiUnix risolutore("/");
+  RisolutorePercorsiUnix risolutore("orve-mail", "/");
   for (const std::int32_t tipo : {-1, 0, 5, 7, 9})
     EXPECT_THROW(risolutore.ImpostaTipoPercorso(tipo, ""), host::Errore);
 }
@@ -160,4 +160,4 @@ TEST_F(CartellaTemporanea, AConfiguredPathBecomesAUsableOne) {
   EXPECT_EQ(Configurato("   "), Rovesciate(Nostra()));
 }
 
-}  // namespace orve::app
+}  // namespace orve::adapters::ambiente

@@ -6,8 +6,8 @@
 
 #include "orve-mailserver/host/parametri.h"
 
-namespace orve::app {
+namespace orve::adapters::ambiente {
 
 [[nodiscard]] std::shared_ptr<host::CLSFW_Parametri> CreaParametriCorpo();
 
-}  // namespace orve::app
+}  // namespace orve::adapters::ambiente

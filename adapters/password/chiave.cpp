@@ -1,4 +1,4 @@
-#include "orve-mail/secrets/chiave.h"
+#include "password/chiave.h"
 
 #include <fcntl.h>
 #include <sodium.h>
@@ -11,10 +11,10 @@
 #include <system_error>
 #include <utility>
 
-#include "orve-mail/secrets/file_riservato.h"
-#include "orve-mail/terminal/uscita.h"
+#include "orve-mailserver/host/errore.h"
+#include "posix/file_riservato.h"
 
-namespace orve::app {
+namespace orve::adapters::password {
 
 namespace {
 
@@ -28,7 +28,7 @@ constexpr std::size_t kCifre = sodium_base64_ENCODED_LEN(Chiave::kByte, sodium_b
 constexpr const char* kCosa = "File della chiave";
 
 [[noreturn]] void Inutilizzabile(const std::string& file, const std::string& motivo) {
-  throw ErroreProgramma(Uscita::kNonUtilizzabile, std::string(kCosa) + " " + file + ": " + motivo);
+  posix::FileInutilizzabile(kCosa, file, motivo);
 }
 
 // Wipes a buffer that held key text, on every exit path.
@@ -63,14 +63,14 @@ void RimuoviResto(const std::string& nuova, uid_t proprietario) {
 }  // namespace
 
 Chiave Chiave::Nuova() {
-  if (sodium_init() < 0) throw ErroreProgramma(Uscita::kNonUtilizzabile, "Cifratura non disponibile");
+  if (sodium_init() < 0) throw host::Errore(host::kOggettoNonCreabile, "Chiave", "Cifratura non disponibile");
   Chiave chiave;
   crypto_secretbox_keygen(chiave.byte_.data());
   return chiave;
 }
 
 Chiave Chiave::Leggi(const std::string& file) {
-  std::string testo = LeggiFileRiservato(kCosa, file, kIntestazione.size() + kCifre + 2);
+  std::string testo = posix::LeggiFileRiservato(kCosa, file, kIntestazione.size() + kCifre + 2);
   const Cancellazione cancella(testo);
   std::string_view contenuto(testo);
   if (!contenuto.empty() && contenuto.back() == '\n') contenuto.remove_suffix(1);
@@ -102,7 +102,7 @@ void Chiave::ScriviNuovo(const std::string& file, bool soloLegate) const {
   sodium_bin2base64(testo.data() + kIntestazione.size(), kCifre + 1, byte_.data(), kByte,
                     sodium_base64_VARIANT_ORIGINAL);
   testo.back() = '\n';
-  const FileAperto aperto(kCosa, file, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, S_IRUSR | S_IWUSR);
+  const posix::FileAperto aperto(kCosa, file, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, S_IRUSR | S_IWUSR);
   try {
     ScriviTutto(aperto.Numero(), testo, file);
     if (::fsync(aperto.Numero()) != 0) Inutilizzabile(file, std::generic_category().message(errno));
@@ -138,4 +138,4 @@ void Chiave::RiservaALegate(const std::string& file) const {
   }
 }
 
-}  // namespace orve::app
+}  // namespace orve::adapters::password

@@ -1,4 +1,4 @@
-#include "orve-mail/secrets/file_riservato.h"
+#include "orve-mail/secrets/file_proprio.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -8,15 +8,13 @@
 #include <system_error>
 
 #include "orve-mail/terminal/uscita.h"
+#include "posix/file_riservato.h"
 
 namespace orve::app {
 
-namespace {
+using adapters::posix::ProprietarioFidato;
 
-[[noreturn]] void Inutilizzabile(const std::string& cosa, const std::string& file,
-                                 const std::string& motivo) {
-  throw ErroreProgramma(Uscita::kNonUtilizzabile, cosa + " " + file + ": " + motivo);
-}
+namespace {
 
 std::optional<struct stat> StatoCartella(const std::string& file) {
   const std::size_t ultima = file.rfind('/');
@@ -39,32 +37,6 @@ bool Scrivibile(int numero) {
 }
 
 }  // namespace
-
-FileAperto::FileAperto(const std::string& cosa, const std::string& file, int modalita, mode_t permessi)
-    : numero_(::open(file.c_str(), modalita | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permessi)) {
-  if (numero_ < 0) Inutilizzabile(cosa, file, std::generic_category().message(errno));
-}
-
-FileAperto::~FileAperto() {
-  ::close(numero_);
-}
-
-std::string LeggiFileRiservato(const std::string& cosa, const std::string& file, std::size_t massimo) {
-  const FileAperto aperto(cosa, file, O_RDONLY);
-  struct stat stato {};
-  if (::fstat(aperto.Numero(), &stato) != 0)
-    Inutilizzabile(cosa, file, std::generic_category().message(errno));
-  if (!S_ISREG(stato.st_mode)) Inutilizzabile(cosa, file, "non è un file");
-  if (!ProprietarioFidato(stato.st_uid)) Inutilizzabile(cosa, file, "appartiene a un altro utente");
-  if ((stato.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
-    Inutilizzabile(cosa, file, "è accessibile ad altri utenti; impostare i permessi con: chmod 600");
-  }
-  std::string testo(massimo, '\0');
-  const ssize_t letti = ::read(aperto.Numero(), testo.data(), testo.size());
-  if (letti < 0) Inutilizzabile(cosa, file, std::generic_category().message(errno));
-  testo.resize(static_cast<std::size_t>(letti));
-  return testo;
-}
 
 int ApriFileProprio(const std::string& cosa, const std::string& file, int modalita) {
   const auto inutilizzabile = [&](const std::string& motivo) {
@@ -119,10 +91,6 @@ std::optional<int> UscitaDelProgramma(const struct stat& stato) {
 
 const char* NonFile(mode_t modo) {
   return S_ISDIR(modo) ? "è una cartella" : "non è un file";
-}
-
-bool ProprietarioFidato(uid_t proprietario) {
-  return proprietario == ::geteuid() || proprietario == 0;
 }
 
 bool CartellaDiTutti(const std::string& file) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -13,18 +14,15 @@ namespace orve::adapters::sqlite {
 class SqliteConnection;
 }
 
-namespace orve::app {
-
-class Allegati;
+namespace orve::adapters::ambiente {
 
 class RegistroTabella : public host::RegistroInvio {
  public:
-  RegistroTabella() = default;
-  /// Writes to that database, whatever connection it is given. `allegati` knows which file a private copy
-  /// stands for.
-  explicit RegistroTabella(std::shared_ptr<adapters::sqlite::SqliteConnection> archivio,
-                           std::shared_ptr<const Allegati> allegati = nullptr)
-      : archivio_(std::move(archivio)), allegati_(std::move(allegati)) {}
+  /// Writes to that database, whatever connection it is given; absent: to that connection. `comeRegistrato`
+  /// turns what the library says of the attachments into what the register keeps; empty: the same.
+  explicit RegistroTabella(std::shared_ptr<sqlite::SqliteConnection> archivio = nullptr,
+                           std::function<std::string(const std::string&)> comeRegistrato = {})
+      : archivio_(std::move(archivio)), comeRegistrato_(std::move(comeRegistrato)) {}
 
   /// Raises 13 for a connection that is not the embedded database, when it has nothing else to write to.
   void Connessione(const std::shared_ptr<host::Connection>& connessione) override;
@@ -50,9 +48,9 @@ class RegistroTabella : public host::RegistroInvio {
   void TipoLista(std::int32_t tipo) override { tipoLista_ = tipo; }
 
  private:
-  std::shared_ptr<adapters::sqlite::SqliteConnection> archivio_;
-  std::shared_ptr<const Allegati> allegati_;
-  std::shared_ptr<adapters::sqlite::SqliteConnection> connessione_;
+  std::shared_ptr<sqlite::SqliteConnection> archivio_;
+  std::function<std::string(const std::string&)> comeRegistrato_;
+  std::shared_ptr<sqlite::SqliteConnection> connessione_;
   std::string voce_;
   std::string uObject_;
   std::int32_t tipoCanale_ = 0;
@@ -70,4 +68,4 @@ class RegistroTabella : public host::RegistroInvio {
   std::int32_t tipoLista_ = 0;
 };
 
-}  // namespace orve::app
+}  // namespace orve::adapters::ambiente

@@ -9,13 +9,15 @@
 
 #include "orve-mailserver/host/risolutore_percorsi.h"
 
-namespace orve::app {
+namespace orve::adapters::ambiente {
 
 class RisolutorePercorsiUnix : public host::RisolutorePercorsi {
  public:
-  /// `cartellaBase`: the folder, as a Unix path, that a relative configured path starts from.
-  /// `senzaTemporanea` is called when the temporary directory is requested and there is none.
-  explicit RisolutorePercorsiUnix(std::string cartellaBase, std::function<void()> senzaTemporanea = {});
+  /// `programma` names the temporary directory. `cartellaBase`: the folder, as a Unix path, that a relative
+  /// configured path starts from. `senzaTemporanea` is called when the temporary directory is requested and
+  /// there is none.
+  RisolutorePercorsiUnix(std::string programma, std::string cartellaBase,
+                         std::function<void()> senzaTemporanea = {});
 
   void ChiudiPercorsi() override;
   /// 8: the temporary directory or, if there is none, a path where nothing can exist; 6: the program's own.
@@ -29,18 +31,20 @@ class RisolutorePercorsiUnix : public host::RisolutorePercorsi {
  private:
   [[nodiscard]] std::string CartellaTemporanea() const;
 
+  std::string programma_;
   std::string cartellaBase_;
   std::function<void()> senzaTemporanea_;
   std::string percorso_;
 };
 
-/// A folder for temporary files that belongs to this user alone, created if missing, as a Unix path: below
-/// $TMPDIR where that is set, else below the user's runtime directory ($XDG_RUNTIME_DIR), else below /tmp.
-/// If somebody else has taken the name, the one below the user's state directory ($XDG_STATE_HOME,
+/// A folder for temporary files, named after the program, that belongs to this user alone, created if
+/// missing, as a Unix path: below $TMPDIR where that is set, else below the user's runtime directory
+/// ($XDG_RUNTIME_DIR), else below /tmp. If somebody else has taken the name, the one below the user's state
+/// directory ($XDG_STATE_HOME,
 /// ~/.local/state); none if that cannot be created either.
-[[nodiscard]] std::optional<std::string> CartellaTemporaneaDiSistema();
+[[nodiscard]] std::optional<std::string> CartellaTemporaneaDiSistema(const std::string& programma);
 
 /// The folder of the running program.
 [[nodiscard]] std::string CartellaDelProgramma();
 
-}  // namespace orve::app
+}  // namespace orve::adapters::ambiente

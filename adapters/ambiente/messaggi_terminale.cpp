@@ -1,10 +1,12 @@
-#include "orve-mail/terminal/messaggi_terminale.h"
+#include "ambiente/messaggi_terminale.h"
 
 #include <algorithm>
 #include <string_view>
 #include <vector>
 
-namespace orve::app {
+#include "mime/header_text.h"
+
+namespace orve::adapters::ambiente {
 
 namespace {
 
@@ -58,15 +60,16 @@ std::string_view Figura(std::int32_t stile) {
 }
 
 // The position of the answer chosen.
-std::size_t Chiedi(Terminale& terminale, const std::vector<Risposta>& risposte, std::size_t predefinita) {
+std::size_t Chiedi(std::istream& ingresso, std::ostream& uscita, const std::vector<Risposta>& risposte,
+                   std::size_t predefinita) {
   constexpr int kTentativi = 3;
   for (int tentativo = 0; tentativo < kTentativi; ++tentativo) {
     for (std::size_t i = 0; i < risposte.size(); ++i) {
-      terminale.errori << "  " << i + 1 << ") " << risposte[i].testo;
+      uscita << "  " << i + 1 << ") " << risposte[i].testo;
     }
-    terminale.errori << "  [" << predefinita + 1 << "]: " << std::flush;
+    uscita << "  [" << predefinita + 1 << "]: " << std::flush;
     std::string riga;
-    if (!std::getline(terminale.ingresso, riga) || riga.empty()) return predefinita;
+    if (!std::getline(ingresso, riga) || riga.empty()) return predefinita;
     const std::size_t scelta =
         riga.size() == 1 ? static_cast<std::size_t>(riga.front() - '1') : risposte.size();
     if (scelta < risposte.size()) return scelta;
@@ -77,7 +80,7 @@ std::size_t Chiedi(Terminale& terminale, const std::vector<Risposta>& risposte, 
 }  // namespace
 
 std::string MessaggiTerminale::TitoloFinestra(const std::string& testo) {
-  return testo.empty() ? "orve-mail" : "orve-mail - " + testo;
+  return testo.empty() ? programma_ : programma_ + " - " + testo;
 }
 
 std::int32_t MessaggiTerminale::MostraMsg(const std::string& testo, std::int32_t stile,
@@ -85,11 +88,12 @@ std::int32_t MessaggiTerminale::MostraMsg(const std::string& testo, std::int32_t
                                           const std::shared_ptr<host::Oggetto>& /*proprietario*/) {
   const std::vector<Risposta> risposte = Risposte(stile);
   const std::size_t predefinita = Predefinita(stile, risposte.size());
-  terminale_.errori << Figura(stile) << TestoSicuro(testo);
-  if (!titolo.empty()) terminale_.errori << " [" << RigaSicura(titolo) << "]";
-  terminale_.errori << std::endl;
-  const bool daChiedere = terminale_.interattivo && risposte.size() > 1;
-  return risposte[daChiedere ? Chiedi(terminale_, risposte, predefinita) : predefinita].valore;
+  if (uscita_ == nullptr) return risposte[predefinita].valore;
+  *uscita_ << Figura(stile) << mime::TerminalSafe(testo);
+  if (!titolo.empty()) *uscita_ << " [" << mime::TerminalSafeLine(titolo) << "]";
+  *uscita_ << std::endl;
+  const bool daChiedere = risposte_ != nullptr && risposte.size() > 1;
+  return risposte[daChiedere ? Chiedi(*risposte_, *uscita_, risposte, predefinita) : predefinita].valore;
 }
 
-}  // namespace orve::app
+}  // namespace orve::adapters::ambiente

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-namespace orve::app {
+namespace orve::adapters::password {
 
 class Chiave {
  public:
@@ -14,8 +14,8 @@ class Chiave {
 
   /// A new random key, for bound passwords only.
   [[nodiscard]] static Chiave Nuova();
-  /// The key in the file. Raises ErroreProgramma (kNonUtilizzabile) when the file is missing, is not a
-  /// regular file, belongs to somebody else, can be read or written by others, or holds no key.
+  /// The key in the file. Raises 70 when the file is missing, is not a regular file, belongs to somebody
+  /// else, can be read or written by others, or holds no key.
   [[nodiscard]] static Chiave Leggi(const std::string& file);
 
   Chiave(const Chiave&) = delete;
@@ -25,12 +25,12 @@ class Chiave {
   /// Wipes the bytes.
   ~Chiave();
 
-  /// Writes the key into a new file with mode 600. Raises ErroreProgramma (kNonUtilizzabile) when something
+  /// Writes the key into a new file with mode 600. Raises 70 when something
   /// already exists there or the file cannot be written.
   void Scrivi(const std::string& file) const;
 
   /// Rewrites the file that this key was read from, so that it opens bound passwords only: next to it first,
-  /// then in its place, with its owner and mode. Raises ErroreProgramma (kNonUtilizzabile), and leaves the
+  /// then in its place, with its owner and mode. Raises 70, and leaves the
   /// file as it is, when it is a link or no longer holds this key, when something exists at Nascente that is
   /// not from an interrupted run, or when it cannot be written.
   void RiservaALegate(const std::string& file) const;
@@ -51,4 +51,4 @@ class Chiave {
   bool soloLegate_ = true;
 };
 
-}  // namespace orve::app
+}  // namespace orve::adapters::password
