@@ -74,7 +74,7 @@ void Deliver(const Job& job) {
   component.BodyText(job.body);
   if (!job.attachment.empty()) component.AddAttachment(job.attachment);
   component.SendMail();
-  if (component.GetLastError() != orve::host::Variant(-1)) throw std::runtime_error(component.LastFailure());
+  if (component.GetLastError() != orve::host::Variant(-1)) throw std::runtime_error(component.Fine().motivo);
 }
 
 /// VmHWM of this program alone: the peak that the kernel reports for a child includes what its parent held.

@@ -51,7 +51,7 @@ void Delivery(benchmark::State& state, std::uint16_t port, const std::string& at
       component.ServerAddr("127.0.0.1");
       component.ServerPort(static_cast<std::int16_t>(port));
       component.SendMail();
-      if (component.GetLastError() != host::Variant(-1)) throw std::runtime_error(component.LastFailure());
+      if (component.GetLastError() != host::Variant(-1)) throw std::runtime_error(component.Fine().motivo);
     }
   } catch (const std::exception& failure) {
     state.SkipWithError(failure.what());

@@ -75,6 +75,6 @@ function(orve_package)
   install(FILES LICENSE DESTINATION "${doc}/liborve-mailserver-qt${PROJECT_VERSION_MAJOR}" RENAME copyright COMPONENT windows)
   install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs" COMPONENT program)
   install(FILES examples/elenco.csv DESTINATION "${CMAKE_INSTALL_DOCDIR}/examples" COMPONENT program)
-  install(FILES examples/CMakeLists.txt examples/invia_fattura.cpp
+  install(FILES examples/CMakeLists.txt examples/invia_fattura.cpp examples/invia_messaggio.cpp
     DESTINATION "${CMAKE_INSTALL_DOCDIR}-dev/examples" COMPONENT development)
 endfunction()

@@ -111,8 +111,7 @@ void MessagesControl::AttachmentName(const std::string& nome) {
 }
 
 void MessagesControl::Send() {
-  failure_.clear();
-  mayHaveArrived_ = false;
+  end_ = {};
   try {
     RequireSession();
     if (letter_.recipients.empty()) throw MapiFailure(kNoRecipients, "Nessun destinatario");
@@ -123,8 +122,7 @@ void MessagesControl::Send() {
     Deliver(system_->Options(), leaving);
   } catch (...) {
     const MapiFailure failure = CurrentFailure();
-    failure_ = failure.what();
-    mayHaveArrived_ = failure.MayHaveArrived();
+    end_ = {failure.what(), failure.MayHaveArrived()};
     throw ControlError(kMessages, failure.Number(), failure.what());
   }
 }

@@ -78,11 +78,7 @@ class MessagesControl final : public host::MAPIMessages {
   /// Raises 32053 without a session, 32019 when it is not open (any more), 32057 without recipients, and what
   /// the delivery raises.
   void Send() override;
-
-  /// What ended the last Send, for a person; empty after a success.
-  [[nodiscard]] const std::string& LastFailure() const { return failure_; }
-  /// The last Send failed, and the mail system may have taken the message all the same.
-  [[nodiscard]] bool MayHaveArrived() const { return mayHaveArrived_; }
+  [[nodiscard]] host::FineConsegna Fine() const override { return end_; }
 
  private:
   [[nodiscard]] Recipient& SelectedRecipient();
@@ -95,8 +91,7 @@ class MessagesControl final : public host::MAPIMessages {
   Letter letter_;                  // its attachments are the slots, including those without a path
   std::ptrdiff_t recipient_ = -1;  // the slot selected; -1: none
   std::ptrdiff_t attachment_ = -1;
-  std::string failure_;
-  bool mayHaveArrived_ = false;
+  host::FineConsegna end_;
 };
 
 }  // namespace orve::adapters::mapi

@@ -78,15 +78,13 @@ std::int32_t Number(host::ManigliaMapi session) {
 // Runs one function of the library: its number is all that the caller learns.
 template <class Action>
 std::int32_t Mapi32::Result(Action action) {
-  failure_.clear();
-  mayHaveArrived_ = false;
+  end_ = {};
   try {
     action();
     return kSuccess;
   } catch (...) {
     const MapiFailure failure = CurrentFailure();
-    failure_ = failure.what();
-    mayHaveArrived_ = failure.MayHaveArrived();
+    end_ = {failure.what(), failure.MayHaveArrived()};
     return failure.Number();
   }
 }

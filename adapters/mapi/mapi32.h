@@ -33,10 +33,7 @@ class Mapi32 final : public host::Mapi32 {
   std::int32_t MAPILogoff(host::ManigliaMapi sessione, host::ManigliaMapi finestra, std::int32_t flags,
                           std::int32_t riservato) override;
 
-  /// What ended the last call, for a person; empty after a success.
-  [[nodiscard]] const std::string& LastFailure() const { return failure_; }
-  /// The last call failed, and the mail system may have taken the message all the same.
-  [[nodiscard]] bool MayHaveArrived() const { return mayHaveArrived_; }
+  [[nodiscard]] host::FineConsegna Fine() const override { return end_; }
 
  private:
   template <class Action>
@@ -44,8 +41,7 @@ class Mapi32 final : public host::Mapi32 {
 
   std::shared_ptr<MailSystem> system_;
   mime::AttachmentResolver attachments_;
-  std::string failure_;
-  bool mayHaveArrived_ = false;
+  host::FineConsegna end_;
 };
 
 }  // namespace orve::adapters::mapi

@@ -1,11 +1,10 @@
 // The files that go into a message.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 
-#include "mime/message.h"
+#include "orve-mailserver/mime/attachment.h"
 
 namespace orve::adapters::mime {
 
@@ -22,11 +21,6 @@ inline constexpr int kErroreAccessoFile = 75;
 /// when the path is empty, or what is there is unreadable or not a regular file. Never blocks (on a pipe,
 /// say). Errors name the file as `shown`; empty: as `path`.
 [[nodiscard]] std::string RequireAttachable(std::string_view path, std::string_view shown = {});
-
-/// What a host makes of a path that its application names: the file to read, the name that the recipients
-/// see, and whatever keeps the two together until the message has been sent. Raises as RequireAttachable
-/// does.
-using AttachmentResolver = std::function<Attachment(std::string_view path)>;
 
 /// The file for the path, by the host's resolver; without one, the file at the path. Raises what
 /// RequireAttachable raises.

@@ -38,6 +38,20 @@ std::string ValidUtf8(std::string_view text) {
   return repaired.get();
 }
 
+std::string TerminalSafe(std::string_view text) {
+  return text::ReplaceUnseen(ValidUtf8(text), [](char32_t code, text::Unseen) -> std::optional<std::string> {
+    if (code == '\n') return std::nullopt;
+    if (code == '\r') return "";
+    return code == '\t' ? " " : text::Escaped(code);
+  });
+}
+
+std::string TerminalSafeLine(std::string_view text) {
+  std::string line = TerminalSafe(text);
+  std::replace(line.begin(), line.end(), '\n', ' ');
+  return line;
+}
+
 std::string HeaderSafe(std::string_view text) {
   return OnOneLine(text, [](char32_t /*code*/) { return std::nullopt; });
 }

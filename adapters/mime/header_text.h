@@ -9,6 +9,13 @@ namespace orve::adapters::mime {
 /// The text as valid UTF-8: each byte that belongs to no character, and NUL, becomes U+FFFD.
 [[nodiscard]] std::string ValidUtf8(std::string_view text);
 
+/// The text in a form safe for a terminal: valid UTF-8, with tabs as blanks, and no other control characters
+/// except line feeds, since texts come from servers and databases that may contain anything. Other control
+/// characters, and those that reverse the text or show nothing, become escapes: "\u202E".
+[[nodiscard]] std::string TerminalSafe(std::string_view text);
+/// The same on one line.
+[[nodiscard]] std::string TerminalSafeLine(std::string_view text);
+
 /// The text fit for one header line: control characters (line ends included) become blanks, the rest as in
 /// ValidUtf8.
 [[nodiscard]] std::string HeaderSafe(std::string_view text);

@@ -5,11 +5,11 @@
 #pragma once
 
 #include <chrono>
-#include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
+
+#include "orve-mailserver/mime/attachment.h"
 
 namespace orve::adapters::mime {
 
@@ -25,16 +25,6 @@ struct Address {
 struct Header {
   std::string name;
   std::string value;
-};
-
-/// A file attached to the message.
-struct Attachment {
-  // Not explicit: most attachments are just a path.
-  Attachment(std::string file, std::string shownAs = {}) : path(std::move(file)), name(std::move(shownAs)) {}
-
-  std::string path;                       // either separator
-  std::string name;                       // shown to the recipient; empty: the file's own
-  std::shared_ptr<const void> held = {};  // must live for as long as the path is read
 };
 
 /// Texts are UTF-8. Anything else, and control characters in what becomes a header line, is repaired by the

@@ -107,15 +107,13 @@ void SmtpComponent::AddAttachment(const std::string& percorso) {
 
 host::Variant SmtpComponent::SendMail() {
   number_ = ErrorNumber::kNothingSent;
-  failure_.clear();
-  undecided_ = false;
+  end_ = {};
   try {
     Deliver();
     number_ = ErrorNumber::kNone;
   } catch (const DeliveryFailure& failure) {
     number_ = failure.Number();
-    failure_ = failure.what();
-    undecided_ = failure.Undecided();
+    end_ = {failure.what(), failure.Undecided()};
   }
   return number_ == ErrorNumber::kNone;
 }

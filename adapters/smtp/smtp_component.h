@@ -52,12 +52,9 @@ class SmtpComponent final : public host::ComponenteSmtp {
   /// A 32-bit integer: -1 only after a delivery, 0 to 7 after a failed one, 8 while none has been tried.
   [[nodiscard]] host::Variant GetLastError() const override;
 
-  /// What ended the last delivery, for a person: the server's words or ours, without secrets. Empty after a
-  /// success.
-  [[nodiscard]] const std::string& LastFailure() const { return failure_; }
-  /// True when the last delivery failed after the end of the message, without a reply from the server: the
-  /// message may have been accepted all the same.
-  [[nodiscard]] bool MayHaveArrived() const { return undecided_; }
+  /// The reason in the server's words or ours. Uncertain when the delivery failed after the end of the
+  /// message, without a reply from the server: the message may have been accepted all the same.
+  [[nodiscard]] host::FineConsegna Fine() const override { return end_; }
 
  private:
   void Deliver();
@@ -77,8 +74,7 @@ class SmtpComponent final : public host::ComponenteSmtp {
   std::vector<mime::Address> blindCopies_;
   bool notifyDelivery_ = false;
   ErrorNumber number_ = ErrorNumber::kNothingSent;
-  std::string failure_;
-  bool undecided_ = false;
+  host::FineConsegna end_;
 };
 
 }  // namespace orve::adapters::smtp

@@ -44,7 +44,6 @@ void LeggiAttributi(host::DirectoryObject& persona, DatiUtenteDirectory& dati) {
 
 void Cerca(host::Directory& directory, const std::string& UserName, Interrogazione& aperta,
            DatiUtenteDirectory& dati) {
-  aperta.connessione = directory.CreaConnessione();
   aperta.risultato = directory.CreaRecordSet();
   aperta.radice = directory.ApriOggetto("LDAP://rootDSE");
   const std::string contesto = Richiesto(aperta.radice).Get("defaultNamingContext").ToText();
@@ -85,11 +84,17 @@ std::string TagliaAlNul(const std::string& testo) {
 }
 
 bool GetDatiUtenteDirectory(host::Directory& directory, const std::string& UserName,
-                            DatiUtenteDirectory& dati) noexcept {
+                            DatiUtenteDirectory& dati, const SuErrore& fallita) noexcept {
   Interrogazione aperta;
   bool arrivataInFondo = false;
   IgnoraErrori([&] {
-    Cerca(directory, UserName, aperta, dati);
+    aperta.connessione = directory.CreaConnessione();  // fails where there is no directory
+    try {
+      Cerca(directory, UserName, aperta, dati);
+    } catch (const host::Errore& errore) {
+      if (fallita) fallita(errore);
+      throw;
+    }
     arrivataInFondo = true;
   });
   Chiudi(aperta);

@@ -5,9 +5,11 @@
 // look-up goes over the network and blocks its caller for as long as the directory takes.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "orve-mailserver/host/directory.h"
+#include "orve-mailserver/host/errore.h"
 #include "orve-mailserver/host/sistema.h"
 
 namespace orve::MDL_ACTIVEDIRECTORY {
@@ -30,10 +32,13 @@ struct DatiUtenteDirectory {
 /// The text up to its first NUL character; the whole text when it has none.
 [[nodiscard]] std::string TagliaAlNul(const std::string& testo);
 
+using SuErrore = std::function<void(const host::Errore&)>;
+
 /// Looks the user up by account name and fills the record from the first match. True when the look-up ran to
 /// completion, even if it found nobody; false when the directory could not be asked. Never raises. The name
-/// goes into the filter as it is, without escaping.
+/// goes into the filter as it is, without escaping. `fallita`, if any, is told of the error that ended the
+/// look-up in a directory that exists; what it raises is dropped.
 bool GetDatiUtenteDirectory(host::Directory& directory, const std::string& UserName,
-                            DatiUtenteDirectory& dati) noexcept;
+                            DatiUtenteDirectory& dati, const SuErrore& fallita = {}) noexcept;
 
 }  // namespace orve::MDL_ACTIVEDIRECTORY

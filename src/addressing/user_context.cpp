@@ -49,14 +49,6 @@ std::string StatementCodice(std::string_view colonna, std::int32_t id) {
          std::to_string(id);
 }
 
-std::string StatementAzienda(const std::string& ditta) {
-  return " SELECT CG16_RAGSOANAG, CG16_INDIRIZZO, CG16_CAP, CG16_CITTA, CG16_PROV, CG16_INDEMAIL  "
-         " FROM CG16_ANAGGEN "
-         " INNER JOIN CG18_ANADITTABASE ON CG16_CODICE = CG18_CODICE_CG16 "
-         " WHERE CG18_DITTA = " +
-         ditta;
-}
-
 // What is set here is fixed for the life of the register object: later changes do not reach it.
 void CreaRegistroInvio(const Messaggio& messaggio, const Contesto& contesto, Oggetti& oggetti) {
   oggetti.ObjRegistroInvio = oggetti.ambiente->CreaRegistroInvio();
@@ -105,6 +97,14 @@ std::string LeggiCodiceUtente(const Contesto& contesto, std::string_view colonna
 }
 
 }  // namespace
+
+std::string StatementAzienda(const std::string& ditta) {
+  return " SELECT CG16_RAGSOANAG, CG16_INDIRIZZO, CG16_CAP, CG16_CITTA, CG16_PROV, CG16_INDEMAIL  "
+         " FROM CG16_ANAGGEN "
+         " INNER JOIN CG18_ANADITTABASE ON CG16_CODICE = CG18_CODICE_CG16 "
+         " WHERE CG18_DITTA = " +
+         ditta;
+}
 
 void InizializzaRegistroInvioMail(const Messaggio& messaggio, const Impostazioni& impostazioni,
                                   Account& account, Contesto& contesto, Oggetti& oggetti,

@@ -13,6 +13,9 @@
 
 namespace orve {
 
+/// The company's row of the master data; none when there is no such company.
+[[nodiscard]] std::string StatementAzienda(const std::string& ditta);
+
 /// What a caller says about the document whose sends the register records.
 struct DocumentoRegistro {
   const std::string& IDvoce;

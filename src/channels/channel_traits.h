@@ -5,28 +5,28 @@
 #include <array>
 #include <string_view>
 
+#include "orve-mailserver/host/osservatore_invio.h"
 #include "orve-mailserver/service/enumerations.h"
 
 namespace orve {
 
-/// The outside object that delivers.
-enum class Consegna { kNessuna, kControlliMapi, kOutlook, kMapi32, kComponenteSmtp };
+using host::MezzoConsegna;
 
 struct TrattiCanale {
   kvEnum_ServizioMail numero;
   std::string_view nome;
   bool haAccount;  // the sender is an account of the application's own
-  Consegna consegna;
+  MezzoConsegna consegna;
   std::string_view firma;  // how the register's way of sending begins
 };
 
 inline constexpr std::array<TrattiCanale, 6> kCanali = {{
-    {kvSimpleMAPI, "Simple MAPI", false, Consegna::kControlliMapi, "Simple Mapi:"},
-    {kvOutlook, "Outlook", false, Consegna::kOutlook, "Outlook: "},
-    {kvMAPI, "MAPI", false, Consegna::kMapi32, "MAPI: "},
-    {kvNoMail, "nessuno", false, Consegna::kNessuna, ""},
-    {kvSMTPMail, "SMTP", true, Consegna::kComponenteSmtp, "SMTP: "},
-    {kvSMTPSSLMail, "SMTP", true, Consegna::kComponenteSmtp, "SMTP: "},
+    {kvSimpleMAPI, "Simple MAPI", false, MezzoConsegna::kControlliMapi, "Simple Mapi:"},
+    {kvOutlook, "Outlook", false, MezzoConsegna::kOutlook, "Outlook: "},
+    {kvMAPI, "MAPI", false, MezzoConsegna::kMapi32, "MAPI: "},
+    {kvNoMail, "nessuno", false, MezzoConsegna::kNessuno, ""},
+    {kvSMTPMail, "SMTP", true, MezzoConsegna::kComponenteSmtp, "SMTP: "},
+    {kvSMTPSSLMail, "SMTP", true, MezzoConsegna::kComponenteSmtp, "SMTP: "},
 }};
 
 /// The row of a channel; null for a number that is not a channel's.

@@ -17,6 +17,7 @@
 #include "content/send_log.h"
 #include "service/failures.h"
 #include "service/guards.h"
+#include "service/report.h"
 
 namespace orve {
 
@@ -80,12 +81,13 @@ void RegistraEsitoMAPI(const Messaggio& messaggio, const Contesto& contesto, con
   const auto registro = oggetti.ObjRegistroInvio;
   if (!registro) return;
   if (inviato) registro->MittenteInvio(std::string(FirmaDi(kvMAPI)));
-  registro->EsitoInvio(inviato ? host::kInviato : host::kNonInviato);
+  const host::EsitoInvio esitoInvio = inviato ? host::kInviato : host::kNonInviato;
+  registro->EsitoInvio(esitoInvio);
   registro->CanaleInvio(kCanaleMapi);
   host::TestoOAssente esito;
   if (!inviato) esito = "FALLITO";
   RegistraDestinatari(messaggio, contesto, oggetti, *registro, {kApertura, allegati, messaggio.vOggetto},
-                      esito);
+                      esitoInvio, esito);
 }
 
 void InviaConMAPI(Messaggio& messaggio, const Impostazioni& impostazioni, Contesto& contesto, Esito& esito,
@@ -105,8 +107,11 @@ void InviaConMAPI(Messaggio& messaggio, const Impostazioni& impostazioni, Contes
     record.FileCount = static_cast<std::int32_t>(file.size());
   }
   // Session 0, not the one just opened: the library finds it by itself.
-  const std::int32_t numero = mapi.BMAPISendMail(0, 0, record, destinatari, file, 0, 0);
+  const std::int32_t numero = RiferisciErrori(*oggetti.ambiente, ConsegnaSenzaRisposta, [&] {
+    return mapi.BMAPISendMail(0, 0, record, destinatari, file, 0, 0);
+  });
   const bool inviato = numero == kSuccesso;
+  Riferisci(*oggetti.ambiente, [&](Osservatore& o) { o.ConsegnaFinita({inviato, numero, mapi.Fine()}); });
   MostraMessaggio(oggetti,
                   inviato ? kMessaggioInviato : "Message not sent! Result = " + std::to_string(numero),
                   host::kSemplice, "");
@@ -117,16 +122,18 @@ void InviaConMAPI(Messaggio& messaggio, const Impostazioni& impostazioni, Contes
 void ConsegnaConMAPI(Messaggio& messaggio, const Impostazioni& impostazioni, Contesto& contesto, Esito& esito,
                      const Oggetti& oggetti) {
   if (!messaggio.vCollDestinatari || messaggio.vCollDestinatari->Count() <= 0) return;
-  const auto mapi = oggetti.ambiente->CreaMapi32();
+  const auto mapi = CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaMapi32, "MAPI32.DLL");
   host::ManigliaMapi sessione = 0;
-  const std::int32_t accesso =
-      host::Richiesto(mapi).MAPILogon(0, "", "", kDialogoDiAccesso | kNuovaSessione, 0, sessione);
+  auto& libreria = host::Richiesto(mapi);
+  Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaIniziata, MezzoConsegna::kMapi32);
+  const std::int32_t accesso = libreria.MAPILogon(0, "", "", kDialogoDiAccesso | kNuovaSessione, 0, sessione);
   if (accesso != kSuccesso) {
+    Riferisci(*oggetti.ambiente, [&](Osservatore& o) { o.SessioneNegata(accesso, libreria.Fine()); });
     MostraMessaggio(oggetti, "Logon failed. Result = " + std::to_string(accesso), host::kSemplice, "");
     return;
   }
-  InviaConMAPI(messaggio, impostazioni, contesto, esito, oggetti, *mapi);
-  const std::int32_t uscita = mapi->MAPILogoff(sessione, 0, 0, 0);
+  InviaConMAPI(messaggio, impostazioni, contesto, esito, oggetti, libreria);
+  const std::int32_t uscita = libreria.MAPILogoff(sessione, 0, 0, 0);
   if (uscita != kSuccesso) {
     MostraMessaggio(oggetti, "Logoff failed. Result = " + std::to_string(uscita), host::kSemplice, "");
   }

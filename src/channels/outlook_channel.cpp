@@ -18,6 +18,7 @@
 #include "content/html_body.h"
 #include "service/failures.h"
 #include "service/guards.h"
+#include "service/report.h"
 #include "text/text.h"
 
 namespace orve {
@@ -89,18 +90,18 @@ void RegistraInvioOutlook(const Messaggio& messaggio, const Impostazioni& impost
   registro->CanaleInvio(static_cast<float>(impostazioni.SrvMailInstallato));
   registro->MittenteInvio(mittente);
   RegistraDestinatari(messaggio, contesto, oggetti, *registro,
-                      {kAperturaConBianco, allegati, messaggio.vOggetto}, std::nullopt);
+                      {kAperturaConBianco, allegati, messaggio.vOggetto}, host::kInviato, std::nullopt);
 }
 
 // The paths attached, joined by "|". The message goes out without the file that was refused and without those
 // after it; nobody is told.
-std::string AddAllegatiOutlook(const Messaggio& messaggio,
-                               const std::shared_ptr<host::OutlookAttachments>& allegati) {
+std::string AddAllegatiOutlook(const Messaggio& messaggio, const Oggetti& oggetti) {
   std::string elenco;
   IgnoraErrori([&] {
     for (const auto& allegato : messaggio.vElencoAllegati.ToArray()) {
       const std::string percorso = allegato.ToText();
-      host::Richiesto(allegati).Add(percorso);
+      auto& allegati = host::Richiesto(oggetti.objOutlookAllegati);
+      Allega(*oggetti.ambiente, percorso, [&] { allegati.Add(percorso); });
       AccodaPercorso(elenco, percorso);
     }
   });
@@ -117,11 +118,13 @@ void ConsegnaConOutlook(Messaggio& messaggio, const Impostazioni& impostazioni, 
   oggetti.objOutlookAllegati = oggetti.objOutlookItem->attachments();
   std::string allegati;
   if (!messaggio.vElencoAllegati.IsEmpty()) {
-    allegati = AddAllegatiOutlook(messaggio, oggetti.objOutlookAllegati);
+    allegati = AddAllegatiOutlook(messaggio, oggetti);
   }
   if (!messaggio.vCollDestinatari || messaggio.vCollDestinatari->Count() <= 0) return;
+  Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaIniziata, MezzoConsegna::kOutlook);
   ComponiMessaggioOutlook(messaggio, impostazioni, contesto, oggetti, mittente);
-  oggetti.objOutlookItem->Send();
+  RiferisciErrori(*oggetti.ambiente, ConsegnaRifiutata, [&] { oggetti.objOutlookItem->Send(); });
+  Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaFinita, host::EsitoConsegna{.riuscita = true});
   RegistraInvioOutlook(messaggio, impostazioni, contesto, oggetti, mittente, allegati);
   oggetti.objOutlookAllegati.reset();
   oggetti.objOutlookItem.reset();

@@ -2,11 +2,12 @@
 
 #include "addressing/address_list.h"
 #include "content/management_events.h"
+#include "service/report.h"
 
 namespace orve {
 
 void RegistraDestinatari(const Messaggio& messaggio, const Contesto& contesto, const Oggetti& oggetti,
-                         host::RegistroInvio& registro, const RigheInvio& righe,
+                         host::RegistroInvio& registro, const RigheInvio& righe, host::EsitoInvio inviato,
                          const host::TestoOAssente& esito) {
   // Made once: the body may be long and the recipients many.
   const auto destinatari = messaggio.vCollDestinatari;
@@ -18,7 +19,9 @@ void RegistraDestinatari(const Messaggio& messaggio, const Contesto& contesto, c
   for (const auto& destinatario : host::Richiesto(destinatari)) {
     const std::string& nome = destinatario->Nome();
     const std::string indirizzo = VoceElenco(nome, destinatario->Indirizzo(), righe.apertura);
-    registro.RegistraInvio(nome, ditta, indirizzo, allegati, esito, oggetto, corpo);
+    RiferisciErrori(*oggetti.ambiente, &Osservatore::RigaNonRegistrata,
+                    [&] { registro.RegistraInvio(nome, ditta, indirizzo, allegati, esito, oggetto, corpo); });
+    Riferisci(*oggetti.ambiente, &Osservatore::RigaRegistrata, inviato, nome, indirizzo, esitoEvento);
     AttivaEventoGestionale(contesto, oggetti,
                            {.codice = kEventoInvio,
                             .destinatario = nome,

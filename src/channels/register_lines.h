@@ -18,10 +18,11 @@ struct RigheInvio {
   std::string oggetto;
 };
 
-/// One register line and one event for each recipient, whatever its box. An absent `esito` is empty in the
-/// event. Raises what the register raises, and 91 without a collection.
+/// One register line and one event for each recipient, whatever its box. `inviato` is the outcome that the
+/// register has been told; an absent `esito` is empty in the event. Raises what the register raises, and 91
+/// without a collection.
 void RegistraDestinatari(const Messaggio& messaggio, const Contesto& contesto, const Oggetti& oggetti,
-                         host::RegistroInvio& registro, const RigheInvio& righe,
+                         host::RegistroInvio& registro, const RigheInvio& righe, host::EsitoInvio inviato,
                          const host::TestoOAssente& esito);
 
 }  // namespace orve

@@ -17,6 +17,7 @@
 #include "content/send_log.h"
 #include "service/failures.h"
 #include "service/guards.h"
+#include "service/report.h"
 #include "service/sedici_bit.h"
 
 namespace orve {
@@ -28,6 +29,10 @@ enum TipoMapi : std::int32_t { kMapiA = 1, kMapiCC = 2, kMapiCCn = 3 };
 // The control's slots are counted in 16 bits; raises 6 after the last of them.
 std::int16_t Successivo(std::int16_t indice) {
   return InSediciBit(static_cast<std::size_t>(indice) + 1);
+}
+
+std::shared_ptr<host::MAPIMessages> CreaControllo(host::Ambiente& ambiente) {
+  return CreaPerIlCanale(ambiente, &host::Ambiente::CreaMAPIMessages, "MSMAPI.MAPIMessages");
 }
 
 // A recipient with an unknown box keeps the type that the control gives a new slot.
@@ -64,28 +69,38 @@ void RegistraEsitoSimpleMAPI(const Messaggio& messaggio, const Impostazioni& imp
   // A delivery that failed because there is no collection has nobody to record.
   if (!messaggio.vCollDestinatari) return;
   RegistraDestinatari(messaggio, contesto, oggetti, *registro, {kApertura, allegati, messaggio.vOggetto},
-                      std::nullopt);
+                      esito, std::nullopt);
 }
 
 // Attachment n is placed at character n of the body. The paths attached, joined by "|": the message goes out
 // without the file that was refused and without those after it; nobody is told.
-std::string AddAllegatiSimpleMAPI(const Messaggio& messaggio,
-                                  const std::shared_ptr<host::MAPIMessages>& controlli) {
+std::string AddAllegatiSimpleMAPI(const Messaggio& messaggio, const Oggetti& oggetti) {
   std::string elenco;
   IgnoraErrori([&] {
     std::int16_t indice = 0;
     for (const auto& allegato : messaggio.vElencoAllegati.ToArray()) {
-      auto& controllo = host::Richiesto(controlli);
+      auto& controllo = host::Richiesto(oggetti.objMapiMessages);
       const std::string percorso = allegato.ToText();
-      controllo.AttachmentIndex(indice);
-      controllo.AttachmentPosition(indice);
-      controllo.AttachmentPathName(percorso);
-      controllo.AttachmentName(EstraiNomeFile(percorso));
+      Allega(*oggetti.ambiente, percorso, [&] {
+        controllo.AttachmentIndex(indice);
+        controllo.AttachmentPosition(indice);
+        controllo.AttachmentPathName(percorso);
+        controllo.AttachmentName(EstraiNomeFile(percorso));
+      });
       indice = Successivo(indice);
       AccodaPercorso(elenco, percorso);
     }
   });
   return elenco;
+}
+
+void ConsegnaIlControllo(host::Ambiente& ambiente, host::MAPIMessages& controllo) {
+  const auto fallita = [&](Osservatore& osservatore, const host::Errore& errore) {
+    controllo.Fine().incerta ? ConsegnaSenzaRisposta(osservatore, errore)
+                             : ConsegnaRifiutata(osservatore, errore);
+  };
+  RiferisciErrori(ambiente, fallita, [&] { controllo.Send(); });
+  Riferisci(ambiente, &Osservatore::ConsegnaFinita, host::EsitoConsegna{.riuscita = true});
 }
 
 // `allegati` holds what could be attached, even when an error ends the delivery.
@@ -95,10 +110,12 @@ void ConsegnaConSimpleMAPI(Messaggio& messaggio, const Impostazioni& impostazion
   if (!oggetti.objMapiMessages) {
     // Delivering again, or without the send procedure, which would have prepared the message. The member's
     // name is not the one used there.
-    oggetti.objMapiMessages = oggetti.ambiente->CreaMAPIMessages();
+    oggetti.objMapiMessages = CreaControllo(*oggetti.ambiente);
     host::Richiesto(oggetti.objMapiMessages).SessioneID(oggetti.MapiSessionID);
     oggetti.objMapiMessages->Compose();
   }
+  // Prepared for the window already; the delivery begins here.
+  Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaIniziata, MezzoConsegna::kControlliMapi);
   ComponiDestinatariSimpleMAPI(messaggio, *oggetti.objMapiMessages);
   const auto corpoMail = [&] { return GetCorpoMail(messaggio, impostazioni, contesto, oggetti); };
   const std::string corpo = corpoMail();
@@ -108,10 +125,10 @@ void ConsegnaConSimpleMAPI(Messaggio& messaggio, const Impostazioni& impostazion
   oggetti.objMapiMessages->MsgReceiptRequested(account.ReadReceipt);
   oggetti.objMapiMessages->MsgNoteText(messaggio.vCorpoMail);
   if (!messaggio.vElencoAllegati.IsEmpty()) {
-    allegati = AddAllegatiSimpleMAPI(messaggio, oggetti.objMapiMessages);
+    allegati = AddAllegatiSimpleMAPI(messaggio, oggetti);
   }
   oggetti.objMapiMessages->MsgSubject(messaggio.vOggetto);
-  oggetti.objMapiMessages->Send();
+  ConsegnaIlControllo(*oggetti.ambiente, *oggetti.objMapiMessages);
   esito.StatoInvio = kvOK;
   RegistraEsitoSimpleMAPI(messaggio, impostazioni, contesto, oggetti, host::kInviato, allegati);
   oggetti.objMapiMessages.reset();
@@ -120,7 +137,7 @@ void ConsegnaConSimpleMAPI(Messaggio& messaggio, const Impostazioni& impostazion
 }  // namespace
 
 void PreparaMessaggioSimpleMAPI(Oggetti& oggetti) {
-  oggetti.objMapiMessages = oggetti.ambiente->CreaMAPIMessages();
+  oggetti.objMapiMessages = CreaControllo(*oggetti.ambiente);
   host::Richiesto(oggetti.objMapiMessages).SessionID(oggetti.MapiSessionID);
   oggetti.objMapiMessages->Compose();
 }

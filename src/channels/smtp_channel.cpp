@@ -27,12 +27,6 @@ constexpr std::array<std::string_view, 8> kErroriSmtp = {
     "Errore di ripristino SMTP",
     "Errore di ricerca DNS"};
 
-// -1 is the component's word for "no error". No value, which follows an error of the submission itself, is
-// not a success.
-bool Riuscito(const host::Variant& risultato) {
-  return !risultato.IsNull() && risultato.ToDouble() == -1;
-}
-
 TestiVoce TestiSmtp(const Destinatario& destinatario) {
   return {QuotaNome(destinatario.Nome()), destinatario.Indirizzo()};
 }
@@ -53,7 +47,7 @@ void ApplicaMittenteScelto(Account& account) {
 
 void ConsegnaConSmtp(Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
                      Contesto& contesto, Esito& esito, const Oggetti& oggetti) {
-  const auto componente = oggetti.ambiente->CreaComponenteSmtp();
+  const auto componente = CreaComponente(oggetti);
   ApplicaMittenteScelto(account);
   ElenchiDestinatari elenchi;
   // The setting speaks of a blind copy; in this channel the sender's copy is a visible one, on purpose.
@@ -102,16 +96,13 @@ void RegistraEsitoSmtp(const Messaggio& messaggio, const Impostazioni& impostazi
   const auto registro = oggetti.ObjRegistroInvio;
   if (!registro) return;
   registro->TipoCanale(TipoCanaleDi(messaggio));
+  const host::EsitoInvio inviato = Riuscito(risultato) ? host::kInviato : host::kNonInviato;
+  registro->EsitoInvio(inviato);
   std::string errore;
-  if (Riuscito(risultato)) {
-    registro->EsitoInvio(host::kInviato);
-  } else {
-    registro->EsitoInvio(host::kNonInviato);
-    errore = GetSMTPErrorDescription(oggetti, risultato.ToInt16());
-  }
+  if (inviato != host::kInviato) errore = GetSMTPErrorDescription(oggetti, risultato.ToInt16());
   registro->MittenteInvio(mittente);
   registro->CanaleInvio(static_cast<float>(impostazioni.SrvMailInstallato));
-  RegistraDestinatari(messaggio, contesto, oggetti, *registro, righe, errore);
+  RegistraDestinatari(messaggio, contesto, oggetti, *registro, righe, inviato, errore);
 }
 
 std::string GetSMTPErrorDescription(const Oggetti& oggetti, std::int16_t codice) {

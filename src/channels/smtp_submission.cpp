@@ -11,6 +11,7 @@
 #include "content/html_body.h"
 #include "service/failures.h"
 #include "service/guards.h"
+#include "service/report.h"
 #include "text/text.h"
 
 namespace orve {
@@ -64,7 +65,26 @@ void ImpostaCorpoSmtp(host::ComponenteSmtp& componente, const Contesto& contesto
   componente.BodyText(documento);
 }
 
+// What the component answers is its own affair, and may be no number at all.
+host::EsitoConsegna EsitoSmtp(const host::ComponenteSmtp& componente, const host::Variant& risultato) {
+  host::EsitoConsegna esito{.fine = {"", true}};
+  IgnoraErrori([&] { esito = {Riuscito(risultato), risultato.ToInt32(), componente.Fine()}; });
+  return esito;
+}
+
 }  // namespace
+
+std::shared_ptr<host::ComponenteSmtp> CreaComponente(const Oggetti& oggetti) {
+  auto componente = CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaComponenteSmtp, "ComponenteSmtp");
+  Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaIniziata, MezzoConsegna::kComponenteSmtp);
+  return componente;
+}
+
+// -1 is the component's word for "no error". No value, which follows an error of the submission itself, is
+// not a success.
+bool Riuscito(const host::Variant& risultato) {
+  return !risultato.IsNull() && risultato.ToDouble() == -1;
+}
 
 host::Variant InviaMailConSSL(const Account& account, const Contesto& contesto, const Oggetti& oggetti,
                               const std::shared_ptr<host::ComponenteSmtp>& componente,
@@ -80,8 +100,11 @@ host::Variant InviaMailConSSL(const Account& account, const Contesto& contesto, 
     smtp.Subject(messaggio.oggetto);
     ImpostaCorpoSmtp(smtp, contesto, oggetti, messaggio.corpo);
     if (messaggio.ricevuta) smtp.AddHeader("Disposition-Notification-To", smtp.FromAddr());
-    smtp.SendMail();
-    risultato = smtp.GetLastError();
+    RiferisciErrori(*oggetti.ambiente, ConsegnaSenzaRisposta, [&] {
+      smtp.SendMail();
+      risultato = smtp.GetLastError();
+    });
+    Riferisci(*oggetti.ambiente, [&](Osservatore& o) { o.ConsegnaFinita(EsitoSmtp(smtp, risultato)); });
   });
   return risultato;
 }
@@ -93,7 +116,8 @@ std::string AddAdditionalAttachmentSMTP(const Messaggio& messaggio, const Oggett
     if (messaggio.vElencoAllegati.IsEmpty()) return;
     for (const auto& allegato : messaggio.vElencoAllegati.ToArray()) {
       const std::string percorso = allegato.ToText();
-      host::Richiesto(componente).AddAttachment(percorso);
+      auto& smtp = host::Richiesto(componente);
+      Allega(*oggetti.ambiente, percorso, [&] { smtp.AddAttachment(percorso); });
       AccodaPercorso(elenco, percorso);
     }
   });

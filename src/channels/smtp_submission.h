@@ -35,6 +35,12 @@ struct Sottomissione {
                                             const std::shared_ptr<host::ComponenteSmtp>& componente,
                                             const Sottomissione& messaggio);
 
+/// Creates the component of one message.
+[[nodiscard]] std::shared_ptr<host::ComponenteSmtp> CreaComponente(const Oggetti& oggetti);
+
+/// Whether this GetLastError says that the message was delivered.
+[[nodiscard]] bool Riuscito(const host::Variant& risultato);
+
 /// Attaches the files of the message and returns the paths attached, joined by "|". A refused file is
 /// reported by message, and the message goes out without it and those after it.
 [[nodiscard]] std::string AddAdditionalAttachmentSMTP(

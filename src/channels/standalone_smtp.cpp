@@ -69,7 +69,7 @@ void ConsegnaDaSola(Messaggio& messaggio, const Impostazioni& impostazioni, Acco
   ComponiElenchiDaSola(messaggio, elenchi);
   if (impostazioni.FlagBcc) elenchi.cc.append(account.vSenderAddress);
   const std::string mittente = ComponiMittente(account.vSenderName, account.vSenderAddress);
-  const auto componente = oggetti.ambiente->CreaComponenteSmtp();
+  const auto componente = CreaComponente(oggetti);
   static_cast<void>(AddAdditionalAttachmentSMTP(messaggio, oggetti, componente));
   const std::string testo = corpo.empty() ? GetCorpoMail(messaggio, impostazioni, contesto, oggetti)
                                           : CompilaTestoMail(messaggio, contesto, oggetti, corpo);

@@ -50,11 +50,8 @@ bool EsisteParamHTMLFW95(const Contesto& contesto, const Oggetti& oggetti) {
 std::string TabellaFirmeFW95(const Contesto& contesto, const Oggetti& oggetti) {
   std::string tabella;
   SegnalaErrori(PerMessaggio(oggetti, "-", " in CLSFW_MAILSERVER: TabellaFirmeFW95"), [&] {
-    const auto risultato = host::Richiesto(contesto.ConnectionADO)
-                               .Execute(
-                                   " SELECT FW95_VALORE FROM FW95_SETTINGS WITH (NOLOCK) "
-                                   " WHERE FW95_CODICE = 'AIT_FIRME' ",
-                                   host::kComandoTesto);
+    const auto risultato =
+        host::Richiesto(contesto.ConnectionADO).Execute(kStatementTabellaFirme, host::kComandoTesto);
     if (host::Richiesto(risultato).Eof()) return;
     tabella = TestoSenzaBianchiInFondo(*risultato, "FW95_VALORE");
   });

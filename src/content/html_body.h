@@ -19,6 +19,10 @@ namespace orve {
 
 // Its steps.
 
+/// The setting that names the table of signatures, as FW95_VALORE.
+inline constexpr const char* kStatementTabellaFirme =
+    " SELECT FW95_VALORE FROM FW95_SETTINGS WITH (NOLOCK) "
+    " WHERE FW95_CODICE = 'AIT_FIRME' ";
 /// Name of the table of signatures; empty when there is none.
 [[nodiscard]] std::string TabellaFirmeFW95(const Contesto& contesto, const Oggetti& oggetti);
 

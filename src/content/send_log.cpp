@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "service/guards.h"
+#include "service/report.h"
 #include "text/text.h"
 
 namespace orve {
@@ -62,21 +63,38 @@ std::string ComponiRigaLog(const Messaggio& messaggio, host::Ambiente& ambiente,
   return riga;
 }
 
+template <class Passi>
+auto ConLog(host::Ambiente& ambiente, Passi&& passi) {
+  return RiferisciErrori(ambiente, &Osservatore::LogNonScritto, std::forward<Passi>(passi));
+}
+
+// Without a stream, its absence has been reported.
+template <class Passi>
+void SulFlusso(const Oggetti& oggetti, Passi&& passi) noexcept {
+  if (!oggetti.objTextStream) return;
+  IgnoraErrori([&] { ConLog(*oggetti.ambiente, [&] { passi(*oggetti.objTextStream); }); });
+}
+
 void AccodaAlLog(const Messaggio& messaggio, Oggetti& oggetti, std::int32_t stato,
                  const std::string& metodo) {
   bool fileEsiste = false;
   IgnoraErrori([&] { fileEsiste = host::Richiesto(oggetti.objFileSystem).FileExists(oggetti.PercorsoLog); });
   IgnoraErrori([&] {
     auto& fileSystem = host::Richiesto(oggetti.objFileSystem);
-    oggetti.objTextStream = fileSystem.OpenTextFile(oggetti.PercorsoLog, host::FileSystem::kAccoda, true,
-                                                    host::FileSystem::kSingoloByte);
+    oggetti.objTextStream = ConLog(*oggetti.ambiente, [&] {
+      return fileSystem.OpenTextFile(oggetti.PercorsoLog, host::FileSystem::kAccoda, true,
+                                     host::FileSystem::kSingoloByte);
+    });
   });
   const std::string riga = ComponiRigaLog(messaggio, *oggetti.ambiente, stato, metodo);
   if (!fileEsiste) {
-    IgnoraErrori([&] { host::Richiesto(oggetti.objTextStream).WriteLine(std::string(kTestata)); });
+    SulFlusso(oggetti, [](host::TextStream& flusso) { flusso.WriteLine(std::string(kTestata)); });
   }
-  IgnoraErrori([&] { host::Richiesto(oggetti.objTextStream).WriteLine(riga); });
-  IgnoraErrori([&] { host::Richiesto(oggetti.objTextStream).Close(); });
+  SulFlusso(oggetti, [&](host::TextStream& flusso) {
+    flusso.WriteLine(riga);
+    Riferisci(*oggetti.ambiente, &Osservatore::RigaDiLogScritta, riga);
+  });
+  SulFlusso(oggetti, [](host::TextStream& flusso) { flusso.Close(); });
 }
 
 }  // namespace
@@ -105,7 +123,9 @@ std::string EstraiNomeFile(const host::Variant& percorso) {
 void ScriviLogInvio(const Messaggio& messaggio, const Impostazioni& impostazioni, Oggetti& oggetti,
                     std::int32_t stato, const std::string& metodo) {
   std::string nome;
-  IgnoraErrori([&] { oggetti.objFileSystem = oggetti.ambiente->CreaFileSystem(); });
+  IgnoraErrori([&] {
+    oggetti.objFileSystem = ConLog(*oggetti.ambiente, [&] { return oggetti.ambiente->CreaFileSystem(); });
+  });
   IgnoraErrori([&] {
     auto& orologio = oggetti.ambiente->OrologioDiSistema();
     nome = NomeFileLog(orologio.TestoData(orologio.Adesso()));
@@ -117,6 +137,8 @@ void ScriviLogInvio(const Messaggio& messaggio, const Impostazioni& impostazioni
   if (cartellaEsiste) {
     IgnoraErrori([&] { oggetti.PercorsoLog = oggetti.CartellaLog + "\\" + nome + ".log"; });
     AccodaAlLog(messaggio, oggetti, stato, metodo);
+  } else {
+    Riferisci(*oggetti.ambiente, &Osservatore::CartellaDelLogMancante, oggetti.CartellaLog);
   }
   oggetti.objTextStream.reset();
   oggetti.objFileSystem.reset();

@@ -19,7 +19,7 @@ CLSFW_MAILSERVER& FinestraDelServizio::Servizio() const {
 std::int32_t FinestraDelServizio::MostraMessaggio(const std::string& testo, std::int32_t stile,
                                                   const std::string& titolo,
                                                   const std::shared_ptr<host::Oggetto>& proprietario) {
-  return MostraMessaggioDi(ActiveInterface, messaggi_, testo, stile, titolo, proprietario);
+  return MostraMessaggioDi(*ambiente_, ActiveInterface, messaggi_, testo, stile, titolo, proprietario);
 }
 
 void FinestraDelServizio::SegnalaErroreConTitolo(std::string_view chiusura) {

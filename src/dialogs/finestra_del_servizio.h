@@ -11,6 +11,7 @@
 #include "orve-mailserver/host/ambiente.h"
 #include "orve-mailserver/host/controlli.h"
 #include "orve-mailserver/host/interfaccia_host.h"
+#include "service/report.h"
 
 namespace orve {
 
@@ -42,7 +43,8 @@ class FinestraDelServizio {
   template <class Passi>
   void Costruisci(const host::LayoutForm& layout, Passi&& passi) {
     traccia_.Inizio([&] {
-      form_ = ambiente_->CreaForm(layout);
+      form_ = RiferisciErrori(*ambiente_, &Osservatore::FinestraNonAperta,
+                              [&] { return ambiente_->CreaForm(layout); });
       passi();
     });
   }

@@ -45,4 +45,9 @@ std::shared_ptr<CLSFW_Parametri> Ambiente::CreaParametri() {
   NonCreabile("CLSFW_Parametri");
 }
 
+OsservatoreInvio& Ambiente::Osservatore() {
+  static OsservatoreInvio nessuno;  // has no state
+  return nessuno;
+}
+
 }  // namespace orve::host

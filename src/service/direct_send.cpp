@@ -62,7 +62,7 @@ void RegistraAnnullamentoDaUtente(const Messaggio& messaggio, const Impostazioni
     registro->EsitoInvio(host::kAnnullatoDaUtente);
     registro->TipoCanale(TipoCanaleDi(messaggio));
     RegistraNonInviato(impostazioni, contesto, oggetti, *registro,
-                       {.testo = "Richiesta annullamento da utente"});
+                       {.testo = "Richiesta annullamento da utente", .esito = host::kAnnullatoDaUtente});
   });
 }
 

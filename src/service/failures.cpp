@@ -4,10 +4,12 @@
 #include <string>
 
 #include "content/send_log.h"
+#include "service/report.h"
 
 namespace orve {
 
-std::int32_t MostraMessaggioDi(const std::shared_ptr<host::InterfacciaHost>& interfaccia,
+std::int32_t MostraMessaggioDi(host::Ambiente& ambiente,
+                               const std::shared_ptr<host::InterfacciaHost>& interfaccia,
                                const std::shared_ptr<host::Messaggi>& riserva, const std::string& testo,
                                std::int32_t stile, const std::string& titolo,
                                const std::shared_ptr<host::Oggetto>& proprietario) {
@@ -18,7 +20,9 @@ std::int32_t MostraMessaggioDi(const std::shared_ptr<host::InterfacciaHost>& int
   // The message object is held while it is showing: a window that is activated behind its message creates a
   // new one.
   const auto messaggi = messaggiDelHost ? host::Richiesto(ApplicazioneDi(interfaccia)).Messaggi() : riserva;
-  return host::Richiesto(messaggi).MostraMsg(testo, stile, titolo, proprietario);
+  auto& mostra = host::Richiesto(messaggi);
+  Riferisci(ambiente, &Osservatore::MessaggioMostrato, testo, stile);
+  return mostra.MostraMsg(testo, stile, titolo, proprietario);
 }
 
 std::string TestoErrore(const host::Errore& errore, std::string_view separatore, std::string_view chiusura) {
@@ -28,7 +32,8 @@ std::string TestoErrore(const host::Errore& errore, std::string_view separatore,
 
 std::int32_t MostraMessaggio(const Oggetti& oggetti, const std::string& testo, std::int32_t stile,
                              const std::string& titolo) {
-  return MostraMessaggioDi(oggetti.ActiveInterface, oggetti.ObjMessaggi, testo, stile, titolo, nullptr);
+  return MostraMessaggioDi(*oggetti.ambiente, oggetti.ActiveInterface, oggetti.ObjMessaggi, testo, stile,
+                           titolo, nullptr);
 }
 
 void MostraErrore(const Oggetti& oggetti, const host::Errore& errore, std::string_view separatore,

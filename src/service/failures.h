@@ -18,7 +18,8 @@ namespace orve {
 /// Shows a message through the host's message object, if the chain from its interface reaches one, and
 /// otherwise through `riserva`, which must then be present. Both references may change while the message is
 /// showing. Returns the person's answer; raises what the objects raise.
-std::int32_t MostraMessaggioDi(const std::shared_ptr<host::InterfacciaHost>& interfaccia,
+std::int32_t MostraMessaggioDi(host::Ambiente& ambiente,
+                               const std::shared_ptr<host::InterfacciaHost>& interfaccia,
                                const std::shared_ptr<host::Messaggi>& riserva, const std::string& testo,
                                std::int32_t stile, const std::string& titolo,
                                const std::shared_ptr<host::Oggetto>& proprietario);

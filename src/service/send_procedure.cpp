@@ -24,6 +24,7 @@
 #include "service/dialog_bridge.h"
 #include "service/failures.h"
 #include "service/guards.h"
+#include "service/report.h"
 #include "text/text.h"
 
 namespace orve {
@@ -161,10 +162,14 @@ void AvviaProceduraInvio(Interno& interno, CLSFW_MAILSERVER& servizio,
 void RegistraNonInviato(const Impostazioni& impostazioni, const Contesto& contesto, const Oggetti& oggetti,
                         host::RegistroInvio& registro, const RigaNonInviata& riga) {
   registro.CanaleInvio(static_cast<float>(impostazioni.SrvMailInstallato));
-  registro.RegistraInvio(riga.nome, riga.ditta, riga.indirizzo, riga.allegato, riga.testo, "", "");
+  RiferisciErrori(*oggetti.ambiente, &Osservatore::RigaNonRegistrata, [&] {
+    registro.RegistraInvio(riga.nome, riga.ditta, riga.indirizzo, riga.allegato, riga.testo, "", "");
+  });
   const auto testo = [](const host::TestoOAssente& valore) -> const std::string& {
     return valore ? *valore : kTestoVuoto;
   };
+  Riferisci(*oggetti.ambiente, &Osservatore::RigaRegistrata, riga.esito, testo(riga.nome),
+            testo(riga.indirizzo), riga.testo);
   AttivaEventoGestionale(contesto, oggetti,
                          {.codice = kEventoNonInviato,
                           .destinatario = testo(riga.nome),

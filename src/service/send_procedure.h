@@ -28,6 +28,7 @@ struct RigaNonInviata {
   host::TestoOAssente indirizzo = std::nullopt;
   host::TestoOAssente allegato = std::nullopt;
   const char* testo = "";
+  host::EsitoInvio esito = host::kNonInviato;  // as the caller has told the register
 };
 
 /// One register line, whose outcome the caller has set, and one event.

@@ -7,19 +7,13 @@
 #include "service/failures.h"
 #include "service/guards.h"
 #include "service/nvl.h"
+#include "service/report.h"
 
 namespace orve {
 
 namespace {
 
 using host::Leggi;
-
-constexpr const char* kStatementImpostazioni =
-    "SELECT FW24_INDFAXATTIVO, FW24_INDMODALITA, FW24_PATHTMP, "
-    " FW24_READRECEIPT, FW24_FLGMSGPERS, FW24_MSGPERS,FW24_BCC, "
-    " FW24_MAILMODSTDIFF "
-    " FROM FW24_FAXCONFIG "
-    " WHERE FW24_INDCANALE = 1";
 
 constexpr std::string_view kChiusura = "ORVE_MAILSERVER: CLSFW_MAILSERVER: GetImpostazioni";
 
@@ -85,7 +79,8 @@ void LeggiImpostazioni(Impostazioni& impostazioni, Account& account, const Conte
 
 void CreaOggettoDelCanale(const Impostazioni& impostazioni, Oggetti& oggetti) {
   if (impostazioni.SrvMailInstallato == kvSimpleMAPI) {
-    oggetti.objMapiSession = oggetti.ambiente->CreaMAPISession();
+    oggetti.objMapiSession =
+        CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaMAPISession, "MSMAPI.MAPISession");
     host::Richiesto(oggetti.objMapiSession).DownLoadMail(false);
     oggetti.objMapiSession->NewSession(true);
     oggetti.objMapiSession->SignOn();
@@ -96,7 +91,10 @@ void CreaOggettoDelCanale(const Impostazioni& impostazioni, Oggetti& oggetti) {
       MostraMessaggio(oggetti, "Errore in creazione istanza di Outlook", host::kCritico,
                       std::string(kChiusura));
     };
-    SegnalaErrori(segnala, [&] { oggetti.objOutlookApp = oggetti.ambiente->CreaOutlook(); });
+    SegnalaErrori(segnala, [&] {
+      oggetti.objOutlookApp =
+          CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaOutlook, "Outlook.Application");
+    });
   }
 }
 

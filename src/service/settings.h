@@ -10,6 +10,14 @@
 
 namespace orve {
 
+/// The one row of the mail settings.
+inline constexpr const char* kStatementImpostazioni =
+    "SELECT FW24_INDFAXATTIVO, FW24_INDMODALITA, FW24_PATHTMP, "
+    " FW24_READRECEIPT, FW24_FLGMSGPERS, FW24_MSGPERS,FW24_BCC, "
+    " FW24_MAILMODSTDIFF "
+    " FROM FW24_FAXCONFIG "
+    " WHERE FW24_INDCANALE = 1";
+
 /// Reads the mail settings, sets channel, modes and temporary directory, and creates the channel's object.
 /// Raises what the database or the MAPI sign-on raises, with the procedure's name after the description.
 void GetImpostazioni(Impostazioni& impostazioni, Account& account, const Contesto& contesto,

@@ -22,7 +22,7 @@ TEST(TrattiDeiCanali, AreOneRowForEachNumber) {
     EXPECT_TRUE(numeri.insert(canale.numero).second) << canale.numero;
     EXPECT_EQ(TrattiDi(canale.numero), &canale);
     EXPECT_FALSE(canale.nome.empty());
-    EXPECT_EQ(canale.firma.empty(), canale.consegna == Consegna::kNessuna) << canale.nome;
+    EXPECT_EQ(canale.firma.empty(), canale.consegna == MezzoConsegna::kNessuno) << canale.nome;
   }
   EXPECT_EQ(TrattiDi(static_cast<kvEnum_ServizioMail>(5)), nullptr);
   EXPECT_FALSE(HaAccount(static_cast<kvEnum_ServizioMail>(5)));
@@ -30,7 +30,7 @@ TEST(TrattiDeiCanali, AreOneRowForEachNumber) {
 
 TEST(TrattiDeiCanali, OnlyTheSmtpComponentHasAnAccount) {
   for (const TrattiCanale& canale : kCanali) {
-    EXPECT_EQ(canale.haAccount, canale.consegna == Consegna::kComponenteSmtp) << canale.nome;
+    EXPECT_EQ(canale.haAccount, canale.consegna == MezzoConsegna::kComponenteSmtp) << canale.nome;
   }
 }
 

@@ -426,7 +426,7 @@ std::shared_ptr<host::CifratorePassword> FakeAmbiente::CreaCifratorePassword() {
 }
 std::shared_ptr<host::ComponenteSmtp> FakeAmbiente::CreaComponenteSmtp() {
   journal->Add("Ambiente.CreaComponenteSmtp");
-  return std::make_shared<FakeSmtp>(journal, risultatoSmtp);
+  return std::make_shared<FakeSmtp>(journal, risultatoSmtp, fineConsegna);
 }
 std::shared_ptr<host::OutlookApplication> FakeAmbiente::CreaOutlook() {
   journal->Add("Ambiente.CreaOutlook");

@@ -62,6 +62,10 @@ class FakeAmbiente : public host::Ambiente {
   std::int32_t esitoLogoffMapi = 0;
   std::vector<InvioMapi> inviiMapi;  // what BMAPISendMail was given, call by call
 
+  // What the objects that deliver tell of their last delivery, and who is told of the send: nobody.
+  host::FineConsegna fineConsegna;
+  host::OsservatoreInvio* osservatore = nullptr;
+
   // The directory: none unless a test says so. Persons by "LDAP://..." path, with their members.
   bool directoryPresente = false;
   std::string contestoPredefinito = "DC=azienda,DC=example";
@@ -100,6 +104,9 @@ class FakeAmbiente : public host::Ambiente {
   host::Environment& VariabiliDiAmbiente() override;
   host::Rete& ReteDiSistema() override;
   host::Directory& DirectoryAziendale() override;
+  host::OsservatoreInvio& Osservatore() override {
+    return osservatore != nullptr ? *osservatore : host::Ambiente::Osservatore();
+  }
 
  private:
   struct Piattaforma;

@@ -164,7 +164,8 @@ class FakeMAPISession : public host::MAPISession {
 
 class FakeMAPIMessages : public host::MAPIMessages {
  public:
-  explicit FakeMAPIMessages(const JournalPtr& journal) : giornale_(journal, "MAPIMessages") {}
+  FakeMAPIMessages(const JournalPtr& journal, host::FineConsegna fine)
+      : giornale_(journal, "MAPIMessages"), fine_(std::move(fine)) {}
   void SessionID(const host::Variant& sessione) override { giornale_("SessionID", fakes::Mostra(sessione)); }
   void SessioneID(const host::Variant& sessione) override {
     giornale_("SessioneID", fakes::Mostra(sessione));
@@ -182,9 +183,11 @@ class FakeMAPIMessages : public host::MAPIMessages {
   void AttachmentPathName(const std::string& percorso) override { giornale_("AttachmentPathName", percorso); }
   void AttachmentName(const std::string& nome) override { giornale_("AttachmentName", nome); }
   void Send() override { giornale_("Send"); }
+  host::FineConsegna Fine() const override { return fine_; }
 
  private:
   Giornale giornale_;
+  host::FineConsegna fine_;
 };
 
 class FakeMapi32 : public host::Mapi32 {
@@ -212,6 +215,7 @@ class FakeMapi32 : public host::Mapi32 {
                                 std::to_string(flags) + "|" + std::to_string(riservato));
     return ambiente_.esitoLogoffMapi;
   }
+  host::FineConsegna Fine() const override { return ambiente_.fineConsegna; }
 
  private:
   FakeAmbiente& ambiente_;
@@ -229,7 +233,7 @@ std::shared_ptr<host::MAPISession> CreaFakeMAPISession(FakeAmbiente& ambiente) {
 }
 
 std::shared_ptr<host::MAPIMessages> CreaFakeMAPIMessages(FakeAmbiente& ambiente) {
-  return std::make_shared<FakeMAPIMessages>(ambiente.journal);
+  return std::make_shared<FakeMAPIMessages>(ambiente.journal, ambiente.fineConsegna);
 }
 
 std::shared_ptr<host::Mapi32> CreaFakeMapi32(FakeAmbiente& ambiente) {

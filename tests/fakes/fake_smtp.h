@@ -12,8 +12,11 @@ namespace orve::fakes {
 
 class FakeSmtp : public host::ComponenteSmtp {
  public:
-  FakeSmtp(JournalPtr journal, host::Variant risultato)
-      : journal_(std::move(journal)), risultato_(std::move(risultato)), rilascio_(journal_, "smtp") {}
+  FakeSmtp(JournalPtr journal, host::Variant risultato, host::FineConsegna fine = {})
+      : journal_(std::move(journal)),
+        risultato_(std::move(risultato)),
+        fine_(std::move(fine)),
+        rilascio_(journal_, "smtp") {}
 
   void ClearRecipient() override { journal_->Add("smtp.ClearRecipient"); }
   void ServerAddr(const std::string& server) override { journal_->Add("smtp.ServerAddr " + server); }
@@ -58,12 +61,14 @@ class FakeSmtp : public host::ComponenteSmtp {
     journal_->Add("smtp.GetLastError");
     return risultato_;
   }
+  host::FineConsegna Fine() const override { return fine_; }
 
   std::string password;  // what the service handed over
 
  private:
   JournalPtr journal_;
   host::Variant risultato_;
+  host::FineConsegna fine_;
   std::string fromAddr_;
   Rilascio rilascio_;
 };

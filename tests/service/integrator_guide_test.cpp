@@ -29,6 +29,27 @@ Esito EsitoDi(const orve::CLSFW_MAILSERVER& servizio, const std::vector<std::int
   return Esito::kIgnoto;
 }
 
+// Kept by the program's Ambiente, whose `Osservatore()` hands it out.
+class EsitiDellInvio : public orve::host::OsservatoreInvio {
+ public:
+  std::vector<std::int32_t> esiti;  // for EsitoDi
+  std::string motivo;               // what ended the delivery, in the server's words
+  bool incerta = false;             // it failed, and the message may have arrived all the same
+  std::string rifiutato;            // the file that was refused: it did not go, nor did those after it
+
+  void RigaRegistrata(std::int32_t esito, const std::string& /*nome*/, const std::string& /*indirizzo*/,
+                      const std::string& /*risultato*/) override {
+    esiti.push_back(esito);
+  }
+  void ConsegnaFinita(const orve::host::EsitoConsegna& esito) override {
+    motivo = esito.fine.motivo;
+    incerta = esito.fine.incerta;
+  }
+  void AllegatoRifiutato(const std::string& percorso, const orve::host::Errore& /*errore*/) override {
+    rifiutato = percorso;
+  }
+};
+
 void InviaPerCodice(const std::shared_ptr<orve::host::Ambiente>& ambiente,
                     const std::shared_ptr<orve::host::Connection>& database,
                     const std::shared_ptr<orve::host::InterfacciaHost>& interfaccia) {
@@ -181,7 +202,7 @@ TEST_F(GuidaIntegratori, ItsCodeIsTheCodeOfThisFile) {
   const std::string questo = Documento("tests/service/integrator_guide_test.cpp");
   const auto alMargine = Blocchi("cpp", "");
   const auto rientrati = Blocchi("cpp", "  ");
-  ASSERT_THAT(alMargine, SizeIs(4));
+  ASSERT_THAT(alMargine, SizeIs(5));
   for (std::size_t i = 0; i < alMargine.size(); ++i) {
     EXPECT_TRUE(questo.find("\n" + alMargine[i]) != std::string::npos ||
                 questo.find("\n" + rientrati[i]) != std::string::npos)
@@ -205,6 +226,19 @@ TEST_F(GuidaIntegratori, ItsSendByCodeLeavesAndIsRecorded) {
                   "smtp.AddRecipientEx Cliente Uno <cliente@x.example> 0", "smtp.Subject Fattura 12/2026",
                   "smtp.BodyText Spett.le Cliente Uno,\r\nin allegato la fattura.\r\n\r\nAzienda S.p.A."));
   EXPECT_THAT(Esiti(), ElementsAre(host::kInviato));
+}
+
+TEST_F(GuidaIntegratori, ItsObserverKnowsWhatTheServerSaidAndWhichFileIsMissing) {
+  EsitiDellInvio osservati;
+  ambiente->osservatore = &osservati;
+  ambiente->risultatoSmtp = 5;
+  ambiente->fineConsegna = {"rete interrotta", true};
+  journal->Fallisce("smtp.AddAttachment C:\\Documenti\\condizioni.pdf");
+  InviaPerCodice(ambiente, connessione, fakes::CreaFakeInterfaccia(*ambiente));
+  EXPECT_THAT(osservati.esiti, ElementsAre(host::kNonInviato));
+  EXPECT_EQ(osservati.motivo, "rete interrotta");
+  EXPECT_TRUE(osservati.incerta);
+  EXPECT_EQ(osservati.rifiutato, "C:\\Documenti\\condizioni.pdf");
 }
 
 TEST_F(GuidaIntegratori, ItsPayloadIsTheOneOfThatSend) {

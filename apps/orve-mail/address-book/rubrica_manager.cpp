@@ -88,11 +88,11 @@ class Rubrica : public host::ManagerRubrica {
   }
 
   void DiceCheManca(const std::string& quale) const {
-    Richiesto(Richiesto(ambiente_).CreaMessaggi())
-        .MostraMsg("La rubrica di " + quale +
-                       " non esiste su questo computer.\n\nUsare la rubrica «Arvio», oppure scrivere "
-                       "l'indirizzo nella casella.",
-                   host::kAvviso, "Rubrica di " + quale, nullptr);
+    const std::string testo = "La rubrica di " + quale +
+                              " non esiste su questo computer.\n\nUsare la rubrica «Arvio», oppure scrivere "
+                              "l'indirizzo nella casella.";
+    Richiesto(ambiente_).Osservatore().MessaggioMostrato(testo, host::kAvviso);
+    Richiesto(ambiente_->CreaMessaggi()).MostraMsg(testo, host::kAvviso, "Rubrica di " + quale, nullptr);
   }
 
   std::shared_ptr<host::Ambiente> ambiente_;

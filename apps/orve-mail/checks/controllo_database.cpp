@@ -6,10 +6,14 @@
 #include <string_view>
 #include <utility>
 
+#include "addressing/account_statements.h"
+#include "addressing/user_context.h"
 #include "channels/channel_traits.h"
+#include "content/html_body.h"
 #include "orve-mail/host/account.h"
 #include "orve-mail/terminal/uscita.h"
 #include "orve-mailserver/host/errore.h"
+#include "service/settings.h"
 #include "text/text.h"
 
 namespace orve::app {
@@ -91,8 +95,7 @@ std::string Descrizione(const TrattiCanale& canale) {
 // The table of the signatures, which the settings name and which need not exist.
 void ControllaFirme(host::Connection& connessione, Referto& referto) {
   try {
-    const auto nome =
-        Esegui(connessione, "SELECT FW95_VALORE FROM FW95_SETTINGS WHERE FW95_CODICE = 'AIT_FIRME'");
+    const auto nome = Esegui(connessione, kStatementTabellaFirme);
     const std::string tabella = nome->Eof() ? std::string() : Testo(*nome, "FW95_VALORE");
     if (tabella.empty()) return referto.Saltato("firme", "nessuna tabella delle firme nelle impostazioni");
     static_cast<void>(Esegui(
@@ -107,12 +110,7 @@ void ControllaFirme(host::Connection& connessione, Referto& referto) {
 }
 
 AccountLetto LeggiAccount(host::Connection& connessione, std::int32_t id) {
-  const auto riga = Esegui(
-      connessione,
-      "SELECT FW23_SERVERNAME, FW23_PORT, FW23_TIMEOUT, FW23_INDAUTH, FW23_SSL, FW98_MAILADDRESS,"
-      " FW98_USERNAME, FW98_PASSWORD FROM FW98_MAILACCOUNT LEFT OUTER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 ="
-      " FW23_IDSERVER WHERE FW98_IDACCOUNT = " +
-          std::to_string(id));
+  const auto riga = Esegui(connessione, StatementDaId(id));
   AccountLetto account;
   account.id = id;
   account.indirizzo = Testo(*riga, "FW98_MAILADDRESS");
@@ -127,15 +125,6 @@ AccountLetto LeggiAccount(host::Connection& connessione, std::int32_t id) {
   return account;
 }
 
-std::shared_ptr<host::RecordSet> AccountDelleFinestre(host::Connection& connessione,
-                                                      const std::string& titolare, bool pec) {
-  return Esegui(connessione,
-                "SELECT FW98_IDACCOUNT, FW98_MAILADDRESS, FW23_SERVERNAME, FW23_PORT, FW23_TIMEOUT,"
-                " FW23_INDAUTH, FW23_SSL, FW98_INDREADRCPT, FW98_INDDELIVERYSTATUS FROM FW98_MAILACCOUNT"
-                " INNER JOIN FW23_FAXER ON FW98_IDSERVER_FW23 = FW23_IDSERVER INNER JOIN " +
-                    titolare + " AND FW23_INDTIPO = " + (pec ? "2" : "1") + " ORDER BY FW98_IDACCOUNT");
-}
-
 // What the windows cannot read of the account; empty when they can read everything.
 std::string IllegibileDallaFinestra(const host::RecordSet& riga) {
   std::string difetti;
@@ -145,9 +134,18 @@ std::string IllegibileDallaFinestra(const host::RecordSet& riga) {
   for (const char* colonna : {"FW98_MAILADDRESS", "FW23_SERVERNAME"}) {
     if (host::Leggi(riga, colonna).IsNull()) difetto(colonna, "è vuoto");
   }
-  for (const char* colonna : {"FW98_IDACCOUNT", "FW23_PORT", "FW23_TIMEOUT", "FW23_INDAUTH",
-                              "FW98_INDREADRCPT", "FW98_INDDELIVERYSTATUS", "FW23_SSL"}) {
-    const host::Variant valore = host::Leggi(riga, colonna);
+  struct Numero {
+    const char* colonna;
+    const char* nome;  // that the statement gives it
+  };
+  for (const auto& [colonna, nome] : {Numero{"FW98_IDACCOUNT", "FW98_IDACCOUNT"},
+                                      {"FW23_PORT", "FW23_PORT"},
+                                      {"FW23_TIMEOUT", "FW23_TIMEOUT"},
+                                      {"FW23_INDAUTH", "FW23_INDAUTH"},
+                                      {"FW98_INDREADRCPT", "LETTURA"},
+                                      {"FW98_INDDELIVERYSTATUS", "CONSEGNA"},
+                                      {"FW23_SSL", "FW23_SSL"}}) {
+    const host::Variant valore = host::Leggi(riga, nome);
     const bool conAltrimenti = colonna == std::string_view("FW23_SSL");
     if (conAltrimenti && text::Trim(valore.Joined()).empty()) continue;
     try {
@@ -167,12 +165,12 @@ bool UsaSendmail(kvEnum_ServizioMail canale) {
   const TrattiCanale* const tratti = TrattiDi(canale);
   if (tratti == nullptr) return false;
   switch (tratti->consegna) {
-    case Consegna::kControlliMapi:
-    case Consegna::kMapi32:
+    case MezzoConsegna::kControlliMapi:
+    case MezzoConsegna::kMapi32:
       return true;
-    case Consegna::kNessuna:
-    case Consegna::kOutlook:
-    case Consegna::kComponenteSmtp:
+    case MezzoConsegna::kNessuno:
+    case MezzoConsegna::kOutlook:
+    case MezzoConsegna::kComponenteSmtp:
       return false;
   }
   return false;
@@ -242,11 +240,7 @@ void ControllaProcedure(const Archivio& archivio, Referto& referto) {
 
 bool ControllaDitta(host::Connection& connessione, const std::string& ditta, Referto& referto) {
   try {
-    const auto riga =
-        Esegui(connessione,
-               "SELECT CG16_RAGSOANAG FROM CG16_ANAGGEN INNER JOIN CG18_ANADITTABASE ON CG16_CODICE"
-               " = CG18_CODICE_CG16 WHERE CG18_DITTA = " +
-                   ditta);
+    const auto riga = Esegui(connessione, StatementAzienda(ditta));
     if (!riga->Eof()) {
       referto.Ok("ditta", ditta + ", " + Testo(*riga, "CG16_RAGSOANAG"));
       return true;
@@ -263,10 +257,7 @@ ImpostazioniLette ControllaImpostazioni(host::Connection& connessione, Referto& 
   ImpostazioniLette lette;
   const std::string rimedio = "correggere la riga della posta (FW24_INDCANALE 1) di FW24_FAXCONFIG";
   try {
-    const auto riga =
-        Esegui(connessione,
-               "SELECT FW24_INDFAXATTIVO, FW24_INDMODALITA, FW24_PATHTMP FROM FW24_FAXCONFIG WHERE"
-               " FW24_INDCANALE = 1");
+    const auto riga = Esegui(connessione, kStatementImpostazioni);
     if (riga->Eof()) {
       referto.Errore("impostazioni", "manca la riga della posta", rimedio);
       return lette;
@@ -287,9 +278,9 @@ ImpostazioniLette ControllaImpostazioni(host::Connection& connessione, Referto& 
       return lette;
     }
     const std::string dettaglio = Descrizione(*tratti) + ", modo " + Modo(modo);
-    if (tratti->consegna == Consegna::kNessuna) {
+    if (tratti->consegna == MezzoConsegna::kNessuno) {
       referto.Avviso("impostazioni", "l'invio è disabilitato", "scegliere un canale in FW24_INDFAXATTIVO");
-    } else if (tratti->consegna == Consegna::kOutlook) {
+    } else if (tratti->consegna == MezzoConsegna::kOutlook) {
       referto.Errore("impostazioni", "il canale è Outlook, che su questa macchina non c'è",
                      "scegliere un altro canale in FW24_INDFAXATTIVO");
     } else if (modo < 0 || modo > kvListaDistribuzione) {
@@ -345,18 +336,13 @@ std::vector<AccountLetto> ControllaAccount(host::Connection& connessione, std::i
 
 void ControllaAccountDelleFinestre(host::Connection& connessione, std::int32_t utente,
                                    const std::string& ditta, bool conFinestra, Referto& referto) {
-  const std::string dellUtente =
-      "FW99_MAILUSERACCOUNT ON FW98_IDACCOUNT = FW99_IDACCOUNT_FW98 WHERE FW99_ID_FW07 = " +
-      std::to_string(utente);
-  const std::string dellaDitta =
-      "FW9A_MAILAZIENDAACCOUNT ON FW98_IDACCOUNT = FW9A_IDACCOUNT_FW98 WHERE FW9A_DITTA_CG18 = " + ditta;
   for (const bool pec : {false, true}) {
     const std::string nome = pec ? "account PEC nelle finestre" : "account nelle finestre";
     std::string difetti;
     int quanti = 0;
     try {
-      auto riga = AccountDelleFinestre(connessione, dellUtente, pec);
-      if (riga->Eof()) riga = AccountDelleFinestre(connessione, dellaDitta, pec);
+      auto riga = Esegui(connessione, StatementElencoUtente(utente, pec));
+      if (riga->Eof()) riga = Esegui(connessione, StatementElencoAzienda(ditta, pec));
       for (; !riga->Eof(); riga->MoveNext(), ++quanti) {
         const std::string suoi = IllegibileDallaFinestra(*riga);
         if (suoi.empty()) continue;

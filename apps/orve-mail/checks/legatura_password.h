@@ -7,7 +7,7 @@
 
 #include "orve-mail/host/archivio.h"
 #include "orve-mail/secrets/password_memorizzate.h"
-#include "orve-mail/secrets/sigillo_password.h"
+#include "password/sigillo_password.h"
 
 namespace orve::app {
 

@@ -5,7 +5,7 @@
 namespace orve::app {
 
 void Referto::Scrivi(const char* segno, const std::string& controllo, const std::string& testo) {
-  uscita_ << segno << " " << RigaSicura(controllo) << ": " << RigaSicura(testo) << std::endl;
+  uscita_ << segno << " " << TerminalSafeLine(controllo) << ": " << TerminalSafeLine(testo) << std::endl;
   ++controlli_;
 }
 

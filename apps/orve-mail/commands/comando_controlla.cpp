@@ -20,7 +20,6 @@
 #include "orve-mail/commands/comandi.h"
 #include "orve-mail/commands/opzioni_invio.h"
 #include "orve-mail/host/ambiente.h"
-#include "orve-mail/host/directory_osservata.h"
 #include "orve-mailserver/posix/percorsi.h"
 
 namespace orve::app {
@@ -38,9 +37,7 @@ class Controllo {
   Uscita Esegui() {
     ApriChiave();
     ApriDatabase();
-    ambiente_ = std::make_shared<AmbienteProgramma>(terminale_, chiave_, richiesta_.smtp,
-                                                    CartellaBase(richiesta_.archivio), note_, richiesta_.mapi,
-                                                    nullptr, CreaDirectory(richiesta_.directory));
+    ambiente_ = std::make_shared<adapters::ambiente::AmbientePronto>(Opzioni());
     if (archivio_) ControllaDati();
     ControllaCartella();
     ControllaDirectory();
@@ -50,6 +47,13 @@ class Controllo {
   }
 
  private:
+  [[nodiscard]] adapters::ambiente::Opzioni Opzioni() const {
+    auto opzioni = OpzioniDelProgramma(terminale_, note_);
+    opzioni.cartellaBase = CartellaBase(richiesta_.archivio);
+    opzioni.directory = CreaDirectory(richiesta_.directory);
+    return opzioni;
+  }
+
   // An error in the command line ends the command.
   template <class Azione>
   void Prova(const char* controllo, const char* rimedio, Azione azione) {
@@ -65,9 +69,8 @@ class Controllo {
 
   void ApriChiave() {
     Prova("chiave delle password", "indicare con --chiave un file che appartenga solo a chi invia", [&] {
-      const std::string file = FileChiave(richiesta_.archivio);
-      chiave_ = std::make_shared<const Chiave>(Chiave::Leggi(file));
-      referto_.Ok("chiave delle password", file);
+      chiave_ = LeggiChiave(richiesta_.archivio);
+      referto_.Ok("chiave delle password", FileChiave(richiesta_.archivio));
     });
   }
 
@@ -183,8 +186,8 @@ class Controllo {
     try {
       chiave_->RiservaALegate(file);
       referto_.Ok(nome, "ora apre soltanto password legate al loro server");
-    } catch (const ErroreProgramma& errore) {
-      referto_.Avviso(nome, std::string("apre ancora le password non legate: ") + errore.what(), aMano);
+    } catch (const host::Errore& errore) {
+      referto_.Avviso(nome, "apre ancora le password non legate: " + errore.Descrizione(), aMano);
     }
   }
 
@@ -224,7 +227,9 @@ class Controllo {
     }
     const std::string utente = MDL_ACTIVEDIRECTORY::GetNomeUtenteRete(ambiente_->ReteDiSistema());
     MDL_ACTIVEDIRECTORY::DatiUtenteDirectory persona;
-    const bool riuscita = MDL_ACTIVEDIRECTORY::GetDatiUtenteDirectory(directory, utente, persona);
+    const bool riuscita = MDL_ACTIVEDIRECTORY::GetDatiUtenteDirectory(
+        directory, utente, persona,
+        [&](const host::Errore& errore) { note_->RicercaInDirectoryFallita(errore); });
     if (!riuscita) {
       const auto& motivi = note_->erroriDirectory;
       referto_.Avviso(
@@ -259,7 +264,7 @@ class Controllo {
   std::optional<Archivio> archivio_;
   std::shared_ptr<adapters::sqlite::SqliteConnection> registro_;
   OsservazioniPtr note_ = std::make_shared<Osservazioni>();
-  std::shared_ptr<AmbienteProgramma> ambiente_;
+  std::shared_ptr<adapters::ambiente::AmbientePronto> ambiente_;
   ImpostazioniLette impostazioni_;
 };
 

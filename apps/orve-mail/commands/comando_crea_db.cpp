@@ -8,9 +8,9 @@
 #include "orve-mail/commands/comandi.h"
 #include "orve-mail/commands/riga_di_comando.h"
 #include "orve-mail/host/archivio.h"
-#include "orve-mail/secrets/chiave.h"
-#include "orve-mail/secrets/sigillo_password.h"
 #include "orve-mailserver/host/errore.h"
+#include "password/chiave.h"
+#include "password/sigillo_password.h"
 #include "sqlite/schema.h"
 
 namespace orve::app {
@@ -21,15 +21,22 @@ bool Esiste(const std::string& file) {
   return ::access(file.c_str(), F_OK) == 0;
 }
 
+std::shared_ptr<const Chiave> NuovaChiave(const std::string& file) {
+  return Oppure(Uscita::kNonUtilizzabile, [&] {
+    auto chiave = std::make_shared<const Chiave>(Chiave::Nuova());
+    chiave->Scrivi(file);
+    return chiave;
+  });
+}
+
 Uscita CreaDb(const PosizioneArchivio& posizione, Terminale terminale) {
   const std::string db = FileArchivio(posizione);
   const std::string file = FileChiave(posizione);
   // An existing key serves other databases too, and is kept.
   const bool nuova = !Esiste(file);
-  auto chiave = std::make_shared<const Chiave>(nuova ? Chiave::Nuova() : Chiave::Leggi(file));
-  if (nuova) chiave->Scrivi(file);
+  const auto chiave = nuova ? NuovaChiave(file) : LeggiChiave(posizione);
   try {
-    const SigilloPassword sigillo(chiave);
+    const adapters::password::SigilloPassword sigillo(chiave);
     adapters::sqlite::CreaDatabase(db, [&](const adapters::sqlite::PasswordDaCifrare& password) {
       return sigillo.Sigilla(password.chiara, {password.utente, password.server,
                                                static_cast<std::uint16_t>(password.porta), password.cifrata});
@@ -38,8 +45,8 @@ Uscita CreaDb(const PosizioneArchivio& posizione, Terminale terminale) {
     if (nuova) ::unlink(file.c_str());
     throw ErroreProgramma(Uscita::kNonUtilizzabile, host::ErroreCorrente().Descrizione());
   }
-  terminale.uscita << "Creato il database " << RigaSicura(db) << " con i dati di prova.\n"
-                   << "Chiave delle password: " << RigaSicura(file) << (nuova ? "" : " (già presente)")
+  terminale.uscita << "Creato il database " << TerminalSafeLine(db) << " con i dati di prova.\n"
+                   << "Chiave delle password: " << TerminalSafeLine(file) << (nuova ? "" : " (già presente)")
                    << "\n";
   return Uscita::kInviato;
 }

@@ -94,8 +94,7 @@ PasswordMemorizzata LeggiAttuale(host::Connection& archivio, std::int32_t accoun
 
 Uscita Imposta(const ArgomentiPassword& argomenti, Terminale terminale) {
   static_cast<void>(FileArchivio(argomenti.posizione));  // a server is refused before its key is looked for
-  const SigilloPassword sigillo(
-      std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(argomenti.posizione))));
+  const SigilloPassword sigillo(LeggiChiave(argomenti.posizione));
   const auto archivio = ApriIncorporato(argomenti.posizione);
   const Cancellata password(PasswordDaIngresso(terminale));
   std::string dove;
@@ -108,8 +107,8 @@ Uscita Imposta(const ArgomentiPassword& argomenti, Terminale terminale) {
   } catch (const host::Errore& errore) {
     throw ErroreProgramma(Uscita::kNonUtilizzabile, "Database non utilizzabile: " + errore.Descrizione());
   }
-  terminale.uscita << "Password dell'account " << argomenti.id << " memorizzata, per " << RigaSicura(dove)
-                   << ".\n";
+  terminale.uscita << "Password dell'account " << argomenti.id << " memorizzata, per "
+                   << TerminalSafeLine(dove) << ".\n";
   return Uscita::kInviato;
 }
 

@@ -67,7 +67,7 @@ class Trasloco {
   // The key is only needed when there is something to do with it.
   const SigilloPassword& Sigillo() {
     if (!sigillo_) {
-      sigillo_.emplace(std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(posizione_))));
+      sigillo_.emplace(LeggiChiave(posizione_));
     }
     return *sigillo_;
   }
@@ -159,7 +159,7 @@ Uscita Imposta(const ArgomentiServer& argomenti, Terminale terminale) {
   } catch (const host::Errore& errore) {
     throw ErroreProgramma(Uscita::kNonUtilizzabile, errore.Descrizione());
   }
-  terminale.uscita << "Server " << argomenti.id << ": " << RigaSicura(argomenti.host) << ", porta "
+  terminale.uscita << "Server " << argomenti.id << ": " << TerminalSafeLine(argomenti.host) << ", porta "
                    << argomenti.porta << (argomenti.senzaTls ? ", senza TLS" : ", TLS")
                    << (argomenti.senzaAutenticazione ? ", senza autenticazione" : ", autenticazione")
                    << (inChiaro ? ", password in chiaro" : "") << "\n";

@@ -7,7 +7,8 @@
 
 #include "orve-mail/commands/comandi.h"
 #include "orve-mail/commands/opzioni_invio.h"
-#include "orve-mail/host/ambiente_finestre.h"
+#include "orve-mail/host/ambiente.h"
+#include "orve-mail/host/finestre.h"
 #include "orve-mail/host/interfaccia_programma.h"
 #include "orve-mailserver/addressing/senders.h"
 #include "orve-mailserver/posix/percorsi.h"
@@ -32,11 +33,11 @@ std::string SuUnaRiga(std::string_view testo) {
       riga += c;
     }
   }
-  return RigaSicura(riga);
+  return TerminalSafeLine(riga);
 }
 
 std::string Percorso(const std::string& percorso) {
-  return percorso.empty() ? percorso : RigaSicura(adapters::posix::PercorsoUnix(percorso));
+  return percorso.empty() ? percorso : TerminalSafeLine(adapters::posix::PercorsoUnix(percorso));
 }
 
 const char* SiNo(bool valore) {
@@ -54,14 +55,17 @@ void Prepara(CLSFW_MAILSERVER& servizio, std::int32_t utente) try {
 
 Uscita Chiedi(const RichiestaInvio& richiesta, Terminale terminale) {
   RichiediSchermo("I parametri si danno in una finestra.");
-  auto chiave = std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(richiesta.archivio)));
+  auto chiave = LeggiChiave(richiesta.archivio);
   const auto archivio = ApriArchivio(richiesta.archivio);
   const std::int32_t utente = TrovaUtente(*archivio.connessione, richiesta.utente);
   archivio.DiUtente(utente);
   const auto note = std::make_shared<Osservazioni>();
-  const auto ambiente = std::make_shared<AmbienteFinestre>(
-      terminale, std::move(chiave), adapters::smtp::SmtpOptions{}, CartellaBase(richiesta.archivio), note);
-  ambiente->RegistraIn(ApriRegistro(richiesta.archivio, archivio));
+  auto opzioni = OpzioniDelProgramma(terminale, note);
+  opzioni.cartellaBase = CartellaBase(richiesta.archivio);
+  opzioni.chiave = std::move(chiave);
+  opzioni.registro = ApriRegistro(richiesta.archivio, archivio);
+  opzioni.finestre = CreaFinestre(note);
+  const auto ambiente = std::make_shared<adapters::ambiente::AmbientePronto>(std::move(opzioni));
   CLSFW_MAILSERVER servizio(ambiente);
   servizio.ConnectionADO = archivio.connessione;
   servizio.ActiveInterface = CreaInterfaccia(utente, ambiente->CreaMessaggi());
@@ -75,7 +79,7 @@ Uscita Chiedi(const RichiestaInvio& richiesta, Terminale terminale) {
   }
   terminale.uscita << "confermato: " << SiNo(servizio.MailParamIsValoriValidi()) << "\n"
                    << "tipo: " << (servizio.MailParamTipo() == 1 ? "pec" : "mail") << "\n"
-                   << "account: " << RigaSicura(servizio.MailParamAccount()->Indirizzo()) << "\n"
+                   << "account: " << TerminalSafeLine(servizio.MailParamAccount()->Indirizzo()) << "\n"
                    << "lettura: " << SiNo(servizio.MailParamReadRcpt()) << "\n"
                    << "consegna: " << SiNo(servizio.MailParamDeliveryStatus()) << "\n"
                    << "allegato: " << Percorso(servizio.MailParamAllegatoUnico()) << "\n"

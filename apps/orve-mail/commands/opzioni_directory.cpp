@@ -6,10 +6,10 @@
 
 #include "ldap/session.h"
 #include "orve-mail/host/messaggio.h"
-#include "orve-mail/secrets/file_riservato.h"
 #include "orve-mail/secrets/memoria.h"
 #include "orve-mail/terminal/uscita.h"
 #include "orve-mailserver/host/errore.h"
+#include "posix/file_riservato.h"
 
 namespace orve::app {
 
@@ -44,7 +44,10 @@ std::string PasswordDellAmbiente() {
 
 // The first line.
 std::string PasswordDelFile(const std::string& file) {
-  std::string testo = LeggiFileRiservato("File della password della directory", file, kPasswordPiuLunga);
+  std::string testo = Oppure(Uscita::kNonUtilizzabile, [&] {
+    return adapters::posix::LeggiFileRiservato("File della password della directory", file,
+                                               kPasswordPiuLunga);
+  });
   testo.resize(std::min(testo.find_first_of("\r\n"), testo.size()));
   return testo;
 }

@@ -32,7 +32,7 @@ std::chrono::milliseconds Millisecondi(double secondi) {
 // Where the dialogue goes: a line for each line of it.
 std::function<void(std::string_view)> Dialogo(const std::string& file, std::ostream& errori) {
   if (file.empty()) return {};
-  if (file == "-") return [&errori](std::string_view riga) { errori << RigaSicura(riga) << std::endl; };
+  if (file == "-") return [&errori](std::string_view riga) { errori << TerminalSafeLine(riga) << std::endl; };
   return ScriviDialogo(file);
 }
 

@@ -93,7 +93,7 @@ const CLI::App& ComandoScelto(const CLI::App& programma) {
 Uscita Errata(const CLI::App& programma, const std::string& spiegazione, std::ostream& errori) {
   const CLI::App& comando = ComandoScelto(programma);
   const std::string nome = &comando == &programma ? "orve-mail" : "orve-mail " + comando.get_name();
-  errori << nome << ": " << RigaSicura(spiegazione) << "\nVedere «" << nome << " --help».\n";
+  errori << nome << ": " << TerminalSafeLine(spiegazione) << "\nVedere «" << nome << " --help».\n";
   return Uscita::kComandoErrato;
 }
 
@@ -114,7 +114,7 @@ Uscita Analizza(CLI::App& programma, Contesto& contesto, std::vector<std::string
     if (errore.Stato() == Uscita::kComandoErrato) {
       return Errata(programma, errore.what(), contesto.terminale.errori);
     }
-    contesto.terminale.errori << "orve-mail: " << RigaSicura(errore.what()) << "\n";
+    contesto.terminale.errori << "orve-mail: " << TerminalSafeLine(errore.what()) << "\n";
     return errore.Stato();
   }
 }
@@ -166,7 +166,7 @@ Uscita Esegui(const std::vector<std::string>& argomenti, Terminale terminale) tr
   return uscita;
 } catch (...) {
   const host::Errore errore = host::ErroreCorrente();
-  terminale.errori << "orve-mail: " << RigaSicura(errore.Descrizione()) << "\n";
+  terminale.errori << "orve-mail: " << TerminalSafeLine(errore.Descrizione()) << "\n";
   return Uscita::kNonPartito;
 }
 

@@ -44,7 +44,7 @@ std::vector<Riga> LeggiRighe(adapters::sqlite::SqliteConnection& archivio, const
 }
 
 std::string Ritagliato(const std::string& testo, std::size_t larghezza) {
-  std::string riga = RigaSicura(testo);
+  std::string riga = TerminalSafeLine(testo);
   if (larghezza == 0 || text::Length(riga) <= larghezza) return riga;
   return std::string(text::Left(riga, larghezza - 1)) + "…";
 }

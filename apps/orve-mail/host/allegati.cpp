@@ -16,7 +16,7 @@
 
 #include "mime/attachment.h"
 #include "mime/header_text.h"
-#include "orve-mail/secrets/file_riservato.h"
+#include "orve-mail/secrets/file_proprio.h"
 #include "orve-mail/terminal/uscita.h"
 #include "orve-mailserver/posix/percorsi.h"
 #include "text/text.h"

@@ -1,158 +1,40 @@
 #include "orve-mail/host/ambiente.h"
 
-#include <utility>
+#include <string>
 
-#include "forms/formatori_sql.h"
-#include "mapi/controls.h"
-#include "mapi/mapi32.h"
-#include "orve-mail/host/directory_osservata.h"
-#include "orve-mail/host/log_invio.h"
-#include "orve-mail/host/percorsi_host.h"
-#include "orve-mail/host/registro_tabella.h"
-#include "orve-mail/secrets/sigillo_password.h"
-#include "orve-mail/terminal/messaggi_terminale.h"
-#include "posix/file_system.h"
-#include "smtp/smtp_component.h"
+#include "orve-mail/host/rimedi.h"
 
 namespace orve::app {
 
-namespace {
-
-// Noted, because a channel may end in silence without its object.
-[[noreturn]] void NonCreabile(const std::string& oggetto, Osservazioni& note) {
-  note.oggettiMancanti.push_back(oggetto);
-  throw host::Errore(host::kOggettoNonCreabile, oggetto, "Impossibile creare l'oggetto " + oggetto);
+adapters::ambiente::Opzioni OpzioniDelProgramma(Terminale terminale, const OsservazioniPtr& note) {
+  adapters::ambiente::Opzioni opzioni;
+  opzioni.programma = "orve-mail";
+  opzioni.messaggi = &terminale.errori;
+  if (terminale.interattivo) opzioni.risposte = &terminale.ingresso;
+  opzioni.traccia = terminale.traccia;
+  opzioni.osservatore = note;
+  opzioni.senzaTemporanea = [note] { note->senzaTemporanea = true; };
+  return opzioni;
 }
 
-// The library takes the result as the password and passes it on to the SMTP component. If it gets an error it
-// uses the stored text itself, so a text that cannot be opened must not be an error here.
-class CifratoreSigillato : public host::CifratorePassword {
- public:
-  std::string Cripta(const std::string& /*testo*/) override {
-    throw host::Errore(host::kMembroNonSupportato, "CifratorePassword",
-                       "Una password si cifra soltanto per un account e il suo server");
-  }
-  std::string Decripta(const std::string& testo) override { return testo; }
-};
-
-void RichiediCifratura(const PermessiInChiaro& permessi, const Rimedi& rimedi,
-                       const adapters::smtp::Target& meta) {
-  if (meta.encrypted || permessi.Per(meta.host, meta.port)) return;
-  throw host::Errore(host::kArgomentoNonValido, "PermessiInChiaro",
-                     "utente e password viaggerebbero in chiaro fino a " + NomeServer(meta.host) + ": " +
-                         rimedi.cifratura + ", oppure permetterlo con --password-in-chiaro");
-}
-
-// A stored text that is not sealed is the password itself, and goes to whatever server is stored with it.
-adapters::secrets::Secret ApriPassword(const SigilloPassword& sigillo, const Rimedi& rimedi,
-                                       const adapters::smtp::Target& meta) {
-  const std::string_view testo = meta.password.View();
-  if (!SigilloPassword::Sigillato(testo)) return meta.password;
-  const LegamePassword legame{meta.user, meta.host, meta.port, meta.encrypted};
-  try {
-    return sigillo.Apri(testo, legame);
-  } catch (const host::Errore&) {
-    throw host::Errore(host::kArgomentoNonValido, "SigilloPassword",
-                       "la password memorizzata di «" + meta.user + "» non vale per " + legame.Dove() +
-                           ", o la chiave è un'altra: " + rimedi.password);
-  }
-}
-
-}  // namespace
-
-std::shared_ptr<adapters::smtp::ConnectionPool> CreaConnessioni(const adapters::smtp::SmtpOptions& smtp) {
-  adapters::smtp::PoolOptions opzioni;
-  opzioni.trace = smtp.trace;
-  return std::make_shared<adapters::smtp::ConnectionPool>(std::move(opzioni));
-}
-
-AmbienteProgramma::AmbienteProgramma(Terminale terminale, std::shared_ptr<const Chiave> chiave,
-                                     adapters::smtp::SmtpOptions smtp, std::string cartellaBase,
-                                     OsservazioniPtr note, adapters::mapi::MapiOptions mapi,
-                                     std::shared_ptr<adapters::smtp::ConnectionPool> connessioni,
-                                     std::shared_ptr<host::Directory> directory,
-                                     std::shared_ptr<Allegati> allegati)
-    : terminale_(terminale),
-      chiave_(std::move(chiave)),
-      smtp_(std::move(smtp)),
-      connessioni_(connessioni ? std::move(connessioni) : CreaConnessioni(smtp_)),
-      posta_(std::make_shared<adapters::mapi::MailSystem>(std::move(mapi))),
-      cartellaBase_(std::move(cartellaBase)),
-      note_(std::move(note)),
-      allegati_(std::move(allegati)),
-      directory_(OsservaDirectory(std::move(directory), note_)) {
-  smtp_.openPassword = [sigillo = SigilloPassword(chiave_), permessi = permessi_,
-                        rimedi = rimedi_](const adapters::smtp::Target& meta) {
-    RichiediCifratura(*permessi, *rimedi, meta);
-    return ApriPassword(sigillo, *rimedi, meta);
+void ScegliPermessi(adapters::ambiente::Opzioni& opzioni, const PermessiInChiaro& permessi, bool suOdbc) {
+  const Rimedi rimedi(suOdbc);
+  opzioni.rimedioPassword = rimedi.password;
+  opzioni.rimedioCifratura = rimedi.cifratura + ", oppure permetterlo con --password-in-chiaro";
+  opzioni.passwordInChiaro = [permessi](const std::string& server, std::uint16_t porta) {
+    return permessi.Per(server, porta);
   };
 }
 
-adapters::mime::AttachmentResolver AmbienteProgramma::FileDaAllegare() const {
-  if (!allegati_) return {};
-  return [allegati = allegati_](std::string_view percorso) { return allegati->Apri(percorso); };
+void ScegliAllegati(adapters::ambiente::Opzioni& opzioni, const std::shared_ptr<Allegati>& allegati) {
+  opzioni.allegati = [allegati](std::string_view percorso) { return allegati->Apri(percorso); };
+  opzioni.allegatiNelRegistro = [allegati](const std::string& testo) {
+    return allegati->ConPercorsiVeri(testo);
+  };
 }
 
-std::shared_ptr<host::Messaggi> AmbienteProgramma::CreaMessaggi() {
-  return Osserva(std::make_shared<MessaggiTerminale>(terminale_), note_);
-}
-
-std::shared_ptr<host::FormatoData> AmbienteProgramma::CreaFormatoData() {
-  return std::make_shared<adapters::forms::FormatoDataSql>();
-}
-
-std::shared_ptr<host::FormatoNumero> AmbienteProgramma::CreaFormatoNumero() {
-  return std::make_shared<adapters::forms::FormatoNumeroSql>();
-}
-
-std::shared_ptr<host::RegistroInvio> AmbienteProgramma::CreaRegistroInvio() {
-  return Osserva(std::make_shared<RegistroTabella>(registro_, allegati_), note_);
-}
-
-std::shared_ptr<host::RisolutorePercorsi> AmbienteProgramma::CreaRisolutorePercorsi() {
-  return std::make_shared<RisolutorePercorsiUnix>(cartellaBase_,
-                                                  [note = note_] { note->senzaTemporanea = true; });
-}
-
-std::shared_ptr<host::CifratorePassword> AmbienteProgramma::CreaCifratorePassword() {
-  return std::make_shared<CifratoreSigillato>();
-}
-
-std::shared_ptr<host::ComponenteSmtp> AmbienteProgramma::CreaComponenteSmtp() {
-  auto componente = std::make_shared<adapters::smtp::SmtpComponent>(smtp_, connessioni_, FileDaAllegare());
-  note_->IniziaConsegna();
-  const auto* const vero = componente.get();  // lives as long as its observer
-  return Osserva(std::move(componente), note_, [vero] {
-    return FineConsegna{vero->LastFailure(), vero->MayHaveArrived()};
-  });
-}
-
-std::shared_ptr<host::OutlookApplication> AmbienteProgramma::CreaOutlook() {
-  NonCreabile("Outlook.Application", *note_);
-}
-
-std::shared_ptr<host::MAPISession> AmbienteProgramma::CreaMAPISession() {
-  return std::make_shared<adapters::mapi::SessionControl>(posta_);
-}
-
-std::shared_ptr<host::MAPIMessages> AmbienteProgramma::CreaMAPIMessages() {
-  auto controllo = std::make_shared<adapters::mapi::MessagesControl>(posta_, FileDaAllegare());
-  const auto* const vero = controllo.get();  // lives as long as its observer
-  return Osserva(std::move(controllo), note_, [vero] {
-    return FineConsegna{vero->LastFailure(), vero->MayHaveArrived()};
-  });
-}
-
-std::shared_ptr<host::Mapi32> AmbienteProgramma::CreaMapi32() {
-  auto libreria = std::make_shared<adapters::mapi::Mapi32>(posta_, FileDaAllegare());
-  const auto* const vera = libreria.get();  // lives as long as its observer
-  return Osserva(std::move(libreria), note_, [vera] {
-    return FineConsegna{vera->LastFailure(), vera->MayHaveArrived()};
-  });
-}
-
-std::shared_ptr<host::FileSystem> AmbienteProgramma::CreaFileSystem() {
-  return Osserva(LogSuUnaRiga(std::make_shared<adapters::posix::FileSystem>()), note_);
+std::shared_ptr<host::Directory> CreaDirectory(const std::optional<adapters::ldap::LdapOptions>& opzioni) {
+  return opzioni ? adapters::ambiente::ApriDirectory(*opzioni) : nullptr;
 }
 
 }  // namespace orve::app

@@ -12,12 +12,12 @@
 #include "orve-mail/host/codici.h"
 #include "orve-mail/host/messaggio.h"
 #include "orve-mail/host/stringa_connessione.h"
-#include "orve-mail/secrets/chiave.h"
-#include "orve-mail/secrets/file_riservato.h"
+#include "orve-mail/secrets/file_proprio.h"
 #include "orve-mail/secrets/memoria.h"
 #include "orve-mail/terminal/numeri.h"
 #include "orve-mail/terminal/uscita.h"
 #include "orve-mailserver/posix/percorsi.h"
+#include "posix/file_riservato.h"
 #include "sqlite/schema.h"
 #include "text/text.h"
 
@@ -47,7 +47,7 @@ void RichiediRegistroProprio(const std::string& file) {
     const std::string nativo = adapters::posix::PercorsoUnix(file) + accanto;
     struct stat stato {};
     // What cannot be examined cannot be opened either.
-    if (::lstat(nativo.c_str(), &stato) != 0 || ProprietarioFidato(stato.st_uid)) continue;
+    if (::lstat(nativo.c_str(), &stato) != 0 || adapters::posix::ProprietarioFidato(stato.st_uid)) continue;
     const bool diTutti = CartellaDiTutti(nativo);
     if (!diTutti && CartellaFidata(nativo)) continue;
     throw ErroreProgramma(
@@ -116,6 +116,12 @@ std::string FileChiave(const PosizioneArchivio& posizione) {
                           "--chiave: con un database odbc: indicare il file della chiave");
   }
   return ChiaveAccanto(posizione);
+}
+
+std::shared_ptr<const Chiave> LeggiChiave(const PosizioneArchivio& posizione) {
+  const std::string file = FileChiave(posizione);
+  return Oppure(Uscita::kNonUtilizzabile,
+                [&] { return std::make_shared<const Chiave>(Chiave::Leggi(file)); });
 }
 
 bool ChiaveDelDatabase(const PosizioneArchivio& posizione) {

@@ -11,9 +11,12 @@
 
 #include "orve-mailserver/host/connection.h"
 #include "orve-mailserver/odbc/odbc_options.h"
+#include "password/chiave.h"
 #include "sqlite/sqlite_connection.h"
 
 namespace orve::app {
+
+using adapters::password::Chiave;
 
 /// How a command names the database, its key, and where the register of sends goes.
 struct PosizioneArchivio {
@@ -49,6 +52,9 @@ struct Archivio {
 /// The key file: the one named, else the database file's name followed by ".chiave". Raises ErroreProgramma
 /// (kComandoErrato) when a server is named and no key.
 [[nodiscard]] std::string FileChiave(const PosizioneArchivio& posizione);
+
+/// The key in that file. Raises ErroreProgramma: kNonUtilizzabile for one that cannot be used.
+[[nodiscard]] std::shared_ptr<const Chiave> LeggiChiave(const PosizioneArchivio& posizione);
 
 /// Whether that is the key next to the embedded database, however it was named, and not a shared one.
 [[nodiscard]] bool ChiaveDelDatabase(const PosizioneArchivio& posizione);

@@ -7,7 +7,7 @@
 #include <memory>
 #include <system_error>
 
-#include "orve-mail/secrets/file_riservato.h"
+#include "orve-mail/secrets/file_proprio.h"
 #include "orve-mail/terminal/terminale.h"
 #include "orve-mail/terminal/uscita.h"
 
@@ -33,7 +33,7 @@ std::function<void(std::string_view)> ScriviDialogo(const std::string& file) {
                                                      std::generic_category().message(errno));
   }
   return [flusso](std::string_view riga) {
-    std::fputs((RigaSicura(riga) + "\n").c_str(), flusso.get());
+    std::fputs((TerminalSafeLine(riga) + "\n").c_str(), flusso.get());
     std::fflush(flusso.get());
   };
 }

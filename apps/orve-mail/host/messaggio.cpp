@@ -11,7 +11,7 @@
 
 #include "mime/header_text.h"
 #include "orve-mail/host/allegati.h"
-#include "orve-mail/secrets/file_riservato.h"
+#include "orve-mail/secrets/file_proprio.h"
 #include "orve-mail/terminal/uscita.h"
 #include "orve-mailserver/host/errore.h"
 #include "orve-mailserver/host/variant.h"

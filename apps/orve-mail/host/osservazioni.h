@@ -1,14 +1,13 @@
-// What was observed while the library ran.
-//
-// The library tells its caller little: Stato keeps its value when a send is refused, and an unattended
-// failure leaves a procedure's name in a log. The program must know whether this one message was sent, so it
-// watches the outside objects at work and keeps notes here.
+// What the program notes while the library runs: it must know whether this one message was sent.
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "orve-mailserver/host/osservatore_invio.h"
 
 namespace orve::app {
 
@@ -23,7 +22,7 @@ struct RigaRegistro {
 /// Not an error number of any channel.
 inline constexpr std::int32_t kConsegnaRiuscita = -1;
 
-struct Osservazioni {
+struct Osservazioni : host::OsservatoreInvio {
   int messaggi = 0;  // shown to the person, not counting the one that reports success
   std::vector<RigaRegistro> registro;
   std::vector<std::string> erroriRegistro;
@@ -40,23 +39,16 @@ struct Osservazioni {
   std::optional<std::int32_t> esitoConsegna;
   /// What ended the last delivery, in the words of whatever refused it; empty after a success.
   std::string motivo;
-  std::string origineMotivo = "server";
+  host::MezzoConsegna mezzo = host::MezzoConsegna::kComponenteSmtp;  // of the last delivery begun
   std::vector<std::string> allegatiRifiutati;  // given to a channel that does not send them, and why
   int accettate = 0;                           // successful deliveries; in a window there may be several
   /// One of them ended without an answer from the server, which may have the message.
   bool incerta = false;
-  /// Lines that reached the send log, and why others did not.
+  /// Records that reached the send log, and why others did not.
   std::vector<std::string> righeLog;
   std::vector<std::string> erroriLog;
   /// There is no folder for the send log that is private to the person; not a problem for the send.
   bool senzaTemporanea = false;
-
-  /// A channel begins to deliver. Anything that the person was told in a window before that was theirs to
-  /// fix, and is not a problem of the delivery.
-  void IniziaConsegna() {
-    ++consegneIniziate;
-    if (finestreMostrate > 0) messaggi = 0;
-  }
 
   /// MAPI opened no session, and said why.
   [[nodiscard]] bool MapiNonDisponibile() const {
@@ -66,9 +58,35 @@ struct Osservazioni {
   /// The channel took the message, and whoever it was handed to accepted it.
   [[nodiscard]] bool Consegnato() const { return consegne > 0 && esitoConsegna == kConsegnaRiuscita; }
   /// It is not known whether the server has the message.
-  [[nodiscard]] bool Incerto() const {
-    return accettate == 0 && (incerta || (consegne > 0 && !esitoConsegna));
+  [[nodiscard]] bool Incerto() const { return accettate == 0 && incerta; }
+
+  void ErroreDatabase(const host::Errore& errore) { erroriDatabase.push_back(Riga(errore)); }
+
+  void MessaggioMostrato(const std::string& testo, std::int32_t stile) override;
+  void FinestraNonAperta(const host::Errore& errore) override { finestraNegata = errore.Descrizione(); }
+  void OggettoNonCreato(const std::string& oggetto, const host::Errore& errore) override;
+  void ConsegnaIniziata(host::MezzoConsegna conMezzo) override;
+  void SessioneNegata(std::int32_t /*numero*/, const host::FineConsegna& fine) override {
+    motivo = fine.motivo;
   }
+  void ConsegnaFinita(const host::EsitoConsegna& esito) override;
+  void AllegatoRifiutato(const std::string& percorso, const host::Errore& errore) override;
+  void RigaRegistrata(std::int32_t esito, const std::string& nome, const std::string& indirizzo,
+                      const std::string& risultato) override {
+    registro.push_back({esito, nome, indirizzo, risultato});
+  }
+  void RigaNonRegistrata(const host::Errore& errore) override { erroriRegistro.push_back(Riga(errore)); }
+  void RigaDiLogScritta(const std::string& riga) override { righeLog.push_back(riga); }
+  void LogNonScritto(const host::Errore& errore) override { erroriLog.push_back(Riga(errore)); }
+  void CartellaDelLogMancante(const std::string& cartella) override {
+    erroriLog.push_back("la cartella temporanea non esiste: " + cartella);
+  }
+  void RicercaInDirectoryFallita(const host::Errore& errore) override;
+
+ private:
+  static std::string Riga(const host::Errore& errore);
 };
+
+using OsservazioniPtr = std::shared_ptr<Osservazioni>;
 
 }  // namespace orve::app

@@ -1,6 +1,6 @@
 #include "orve-mail/host/password_in_chiaro.h"
 
-#include "orve-mail/secrets/sigillo_password.h"
+#include "password/sigillo_password.h"
 
 namespace orve::app {
 
@@ -30,7 +30,7 @@ PermessiInChiaro::PermessiInChiaro(const Archivio& archivio, bool ovunque) : ovu
 }
 
 bool PermessiInChiaro::Per(const std::string& server, std::uint16_t porta) const {
-  return ovunque_ || server_.contains({NomeServer(server), porta});
+  return ovunque_ || server_.contains({adapters::password::NomeServer(server), porta});
 }
 
 void PermettiInChiaro(adapters::sqlite::SqliteConnection& archivio, const std::string& server,
@@ -41,7 +41,7 @@ void PermettiInChiaro(adapters::sqlite::SqliteConnection& archivio, const std::s
       {}));
   static_cast<void>(
       archivio.EseguiConValori("INSERT OR IGNORE INTO SERVER_IN_CHIARO (SERVER, PORTA) VALUES (?1, ?2)",
-                               {NomeServer(server), std::int64_t{porta}}));
+                               {adapters::password::NomeServer(server), std::int64_t{porta}}));
 }
 
 // Empty columns stand for the values that the library uses, and a port's 16 bits are stored with a sign.

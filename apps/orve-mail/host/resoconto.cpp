@@ -1,7 +1,6 @@
 #include "orve-mail/host/resoconto.h"
 
 #include <algorithm>
-#include <iterator>
 #include <vector>
 
 #include "orve-mailserver/host/registro_invio.h"
@@ -38,16 +37,8 @@ std::string PrimoMotivo(const Resoconto& resoconto, const std::string& altriment
   return resoconto.descrizione.empty() ? altrimenti : resoconto.descrizione;
 }
 
-// The records among the lines of the log: a new file also gets a header.
-std::vector<std::string> Record(const std::vector<std::string>& righe) {
-  std::vector<std::string> record;
-  std::copy_if(righe.begin(), righe.end(), std::back_inserter(record),
-               [](const std::string& riga) { return riga.rfind("Destinatario ---", 0) != 0; });
-  return record;
-}
-
 void ElencaDestinatari(const Osservazioni& note, std::ostream& uscita) {
-  for (const RigaRegistro& riga : note.registro) uscita << "  " << RigaSicura(riga.indirizzo) << "\n";
+  for (const RigaRegistro& riga : note.registro) uscita << "  " << TerminalSafeLine(riga.indirizzo) << "\n";
 }
 
 // Nothing failed and nothing was sent: this is what happens when there is no account to send from. Where the
@@ -111,13 +102,13 @@ std::string Spiega(const Resoconto& resoconto, Uscita uscita) {
     case Uscita::kConRiserva:
       return "Messaggio inviato, ma non tutto è andato a buon fine.";
     case Uscita::kInvioFallito:
-      return "Messaggio non inviato: " + RigaSicura(MotivoFallito(resoconto));
+      return "Messaggio non inviato: " + TerminalSafeLine(MotivoFallito(resoconto));
     case Uscita::kRifiutato:
-      return "Invio rifiutato: " + RigaSicura(PrimoMotivo(resoconto, "nessun motivo"));
+      return "Invio rifiutato: " + TerminalSafeLine(PrimoMotivo(resoconto, "nessun motivo"));
     case Uscita::kAnnullato:
       return "Messaggio non inviato: la finestra di invio è stata chiusa senza inviare.";
     default:
-      return "Messaggio non inviato: " + RigaSicura(MotivoNonPartito(resoconto));
+      return "Messaggio non inviato: " + TerminalSafeLine(MotivoNonPartito(resoconto));
   }
 }
 
@@ -125,14 +116,17 @@ std::vector<std::string> Dettagli(const Resoconto& resoconto) {
   const Osservazioni& note = resoconto.note;
   std::vector<std::string> dettagli;
   const auto elenca = [&dettagli](const std::string& titolo, const std::vector<std::string>& righe) {
-    for (const std::string& riga : righe) dettagli.push_back(titolo + RigaSicura(riga));
+    for (const std::string& riga : righe) dettagli.push_back(titolo + TerminalSafeLine(riga));
   };
   if (resoconto.stato != kvOK) elenca("stato: ", {std::to_string(resoconto.stato)});
   if (!resoconto.errore.empty()) elenca("errore: ", {resoconto.errore});
-  if (!note.motivo.empty()) elenca(note.origineMotivo + ": ", {note.motivo});
+  if (!note.motivo.empty()) {
+    const bool server = note.mezzo == host::MezzoConsegna::kComponenteSmtp;
+    elenca(server ? "server: " : "posta della macchina: ", {note.motivo});
+  }
   if (note.Incerto()) elenca("", {"il server può aver accettato il messaggio"});
   elenca("allegato rimasto fuori: ", note.allegatiRifiutati);
-  elenca("registro degli errori: ", Record(note.righeLog));
+  elenca("registro degli errori: ", note.righeLog);
   elenca("registro degli errori non scritto: ", note.erroriLog);
   elenca("registro degli invii non scritto: ", note.erroriRegistro);
   elenca("database: ", note.erroriDatabase);

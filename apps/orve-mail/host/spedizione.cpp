@@ -7,14 +7,16 @@
 #include "channels/channel_traits.h"
 #include "orve-mail/address-book/rubrica_finestra.h"
 #include "orve-mail/host/account.h"
-#include "orve-mail/host/ambiente_finestre.h"
-#include "orve-mail/host/directory_osservata.h"
+#include "orve-mail/host/ambiente.h"
+#include "orve-mail/host/connessione_osservata.h"
+#include "orve-mail/host/finestre.h"
 #include "orve-mail/host/interfaccia_programma.h"
-#include "orve-mail/host/osservatori.h"
 #include "orve-mailserver/addressing/recipients.h"
 #include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 
 namespace orve::app {
+
+using adapters::ambiente::AmbientePronto;
 
 namespace {
 
@@ -53,16 +55,11 @@ class Spedizione {
       : richiesta_(richiesta),
         sede_(sede),
         allegati_(std::make_shared<Allegati>(richiesta.esclusi)),
-        ambiente_(std::make_shared<AmbienteFinestre>(terminale, sede.chiave, richiesta.smtp,
-                                                     CartellaBase(richiesta.archivio), note_, richiesta.mapi,
-                                                     sede.connessioni, sede.directory, allegati_)),
+        ambiente_(std::make_shared<AmbientePronto>(Opzioni(terminale))),
         servizio_(ambiente_) {
     for (const Allegato& allegato : richiesta.allegati) {
       percorsi_.push_back(allegati_->PerLaLibreria(allegato));
     }
-    ambiente_->RegistraIn(sede.registro);
-    ambiente_->PermettiInChiaro(sede.permessi);
-    ambiente_->ConRimedi(Rimedi(SuOdbc(richiesta.archivio)));
     if (richiesta.mittente) RichiediAccount(*sede.archivio.connessione, *richiesta.mittente, richiesta.pec);
   }
 
@@ -187,12 +184,27 @@ class Spedizione {
                   [this](const std::string& allegato) { servizio_.AddAllegato(allegato); });
   }
 
+  [[nodiscard]] adapters::ambiente::Opzioni Opzioni(Terminale terminale) const {
+    auto opzioni = OpzioniDelProgramma(terminale, note_);
+    opzioni.cartellaBase = CartellaBase(richiesta_.archivio);
+    opzioni.smtp = richiesta_.smtp;
+    opzioni.mapi = richiesta_.mapi;
+    opzioni.directory = sede_.directory;
+    opzioni.connessioni = sede_.connessioni;
+    opzioni.chiave = sede_.chiave;
+    opzioni.registro = sede_.registro;
+    ScegliPermessi(opzioni, sede_.permessi, SuOdbc(richiesta_.archivio));
+    ScegliAllegati(opzioni, allegati_);
+    opzioni.finestre = CreaFinestre(note_, allegati_);
+    return opzioni;
+  }
+
   const RichiestaInvio& richiesta_;
   const SedeInvio& sede_;
   OsservazioniPtr note_ = std::make_shared<Osservazioni>();
   std::shared_ptr<Allegati> allegati_;
   std::vector<std::string> percorsi_;  // of the attachments, as the library gets them
-  std::shared_ptr<AmbienteFinestre> ambiente_;
+  std::shared_ptr<AmbientePronto> ambiente_;
   CLSFW_MAILSERVER servizio_;
   bool daSola_ = false;
 };
@@ -222,12 +234,12 @@ void Prepara(Spedizione& spedizione, bool daSola) {
 }  // namespace
 
 SedeInvio::SedeInvio(const RichiestaInvio& richiesta)
-    : chiave(std::make_shared<const Chiave>(Chiave::Leggi(FileChiave(richiesta.archivio)))),
+    : chiave(LeggiChiave(richiesta.archivio)),
       archivio(ApriArchivio(richiesta.archivio)),
       registro(ApriRegistro(richiesta.archivio, archivio)),
       utente(TrovaUtente(*archivio.connessione, richiesta.utente)),
       permessi(LeggiPermessi(archivio, richiesta.passwordInChiaro)),
-      connessioni(CreaConnessioni(richiesta.smtp)),
+      connessioni(adapters::ambiente::CreaConnessioni(richiesta.smtp)),
       directory(CreaDirectory(CheResta(richiesta.directory))) {
   archivio.DiUtente(utente);
 }

@@ -14,7 +14,6 @@
 #include "orve-mail/host/messaggio.h"
 #include "orve-mail/host/password_in_chiaro.h"
 #include "orve-mail/host/resoconto.h"
-#include "orve-mail/secrets/chiave.h"
 #include "orve-mail/terminal/terminale.h"
 #include "orve-mail/terminal/uscita.h"
 #include "orve-mailserver/host/data_ora.h"
@@ -23,6 +22,7 @@
 #include "orve-mailserver/mapi/mapi_options.h"
 #include "orve-mailserver/service/enumerations.h"
 #include "orve-mailserver/smtp/smtp_options.h"
+#include "password/chiave.h"
 #include "smtp/connection_pool.h"
 
 namespace orve::app {

@@ -4,7 +4,7 @@
 
 #include <cerrno>
 
-#include "orve-mail/secrets/file_riservato.h"
+#include "orve-mail/secrets/file_proprio.h"
 #include "posix/sistema.h"
 
 namespace orve::app {

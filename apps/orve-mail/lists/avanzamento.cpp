@@ -38,7 +38,7 @@ Avanzamento::~Avanzamento() {
 
 void Avanzamento::Passo(const std::string& testo) {
   ++fatti_;
-  if (terminale_.colonne == 0) terminale_.uscita << RigaSicura(testo) << std::endl;
+  if (terminale_.colonne == 0) terminale_.uscita << TerminalSafeLine(testo) << std::endl;
   Disegna();
 }
 
@@ -46,7 +46,7 @@ void Avanzamento::PassoConAvviso(const std::string& testo) {
   ++fatti_;
   Cancella();
   terminale_.uscita.flush();
-  terminale_.errori << RigaSicura(testo) << std::endl;
+  terminale_.errori << TerminalSafeLine(testo) << std::endl;
   Disegna();
 }
 

@@ -12,7 +12,7 @@
 #include <system_error>
 #include <utility>
 
-#include "orve-mail/secrets/file_riservato.h"
+#include "orve-mail/secrets/file_proprio.h"
 #include "orve-mail/terminal/cella.h"
 #include "orve-mail/terminal/numeri.h"
 #include "orve-mail/terminal/terminale.h"
@@ -51,7 +51,7 @@ std::string Sistema(int errore) {
 
 // Text that stays one field of one line without quotes, in this file and in a spreadsheet.
 std::string Campo(std::string_view testo) {
-  std::string campo = RigaSicura(text::Left(testo, kTestoMassimo));
+  std::string campo = TerminalSafeLine(text::Left(testo, kTestoMassimo));
   std::replace(campo.begin(), campo.end(), ';', ',');
   std::replace(campo.begin(), campo.end(), '"', '\'');
   return CellaInerte(campo);

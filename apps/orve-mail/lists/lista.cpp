@@ -103,7 +103,7 @@ class InvioLista {
     }
     esiti_.Riordina();
     if (senzaTemporanea_) terminale_.errori << kSenzaTemporanea << "\n";
-    if (guasto) terminale_.errori << "orve-mail: " << RigaSicura(guasto->what()) << "\n";
+    if (guasto) terminale_.errori << "orve-mail: " << TerminalSafeLine(guasto->what()) << "\n";
     Riassumi();
     return Stato();
   }
@@ -234,7 +234,7 @@ class InvioLista {
     quante("malformate: ", conto_.Di(EsitoRiga::kMalformata));
     quante("incerte: ", conto_.Di(EsitoRiga::kIncerto));
     quante("rimaste: ", rimaste);
-    uscita << "Risultati in " << RigaSicura(richiesta_.esiti) << "\n";
+    uscita << "Risultati in " << TerminalSafeLine(richiesta_.esiti) << "\n";
     uscita.flush();
   }
 

@@ -44,7 +44,7 @@ struct RigaInutile {
 // Long fields are cut for the person.
 std::string Citato(std::string_view testo) {
   constexpr std::size_t kMassimo = 60;
-  std::string riga = RigaSicura(text::Left(testo, kMassimo));
+  std::string riga = TerminalSafeLine(text::Left(testo, kMassimo));
   if (riga.size() < testo.size() && text::Length(testo) > kMassimo) riga += "…";
   return "«" + riga + "»";
 }

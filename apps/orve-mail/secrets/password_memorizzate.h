@@ -7,11 +7,15 @@
 #include <string_view>
 #include <vector>
 
-#include "orve-mail/secrets/sigillo_password.h"
 #include "orve-mailserver/host/connection.h"
+#include "password/sigillo_password.h"
 #include "sqlite/sqlite_connection.h"
 
 namespace orve::app {
+
+using adapters::password::LegamePassword;
+using adapters::password::NomeServer;
+using adapters::password::SigilloPassword;
 
 struct PasswordMemorizzata {
   std::int32_t account = 0;

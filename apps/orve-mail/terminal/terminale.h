@@ -3,9 +3,8 @@
 
 #include <istream>
 #include <ostream>
-#include <string>
-#include <string_view>
 
+#include "mime/header_text.h"
 #include "orve-mailserver/host/sistema.h"
 
 namespace orve::app {
@@ -21,12 +20,7 @@ struct Terminale {
   host::DebugOutput* traccia = nullptr;
 };
 
-/// The text in a form safe for a terminal: valid UTF-8, with tabs as blanks, and no other control characters
-/// except line feeds, since texts come from servers and databases that may contain anything. Other control
-/// characters, and those that reverse the text or show nothing, become escapes: "\u202E".
-[[nodiscard]] std::string TestoSicuro(std::string_view testo);
-
-/// The same on one line.
-[[nodiscard]] std::string RigaSicura(std::string_view testo);
+using adapters::mime::TerminalSafe;
+using adapters::mime::TerminalSafeLine;
 
 }  // namespace orve::app

@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "orve-mailserver/host/errore.h"
+
 namespace orve::app {
 
 /// The exit statuses, as the manual page lists them.
@@ -30,5 +32,15 @@ class ErroreProgramma : public std::runtime_error {
  private:
   Uscita uscita_;
 };
+
+/// What the action returns; an Errore of it ends the command with the status and the error's description.
+template <class Azione>
+auto Oppure(Uscita uscita, Azione azione) {
+  try {
+    return azione();
+  } catch (const host::Errore& errore) {
+    throw ErroreProgramma(uscita, errore.Descrizione());
+  }
+}
 
 }  // namespace orve::app

@@ -18,6 +18,7 @@
 #include "orve-mailserver/host/messaggi.h"
 #include "orve-mailserver/host/oggetti_file.h"
 #include "orve-mailserver/host/orologio.h"
+#include "orve-mailserver/host/osservatore_invio.h"
 #include "orve-mailserver/host/parametri.h"
 #include "orve-mailserver/host/record_set_scollegato.h"
 #include "orve-mailserver/host/registro_invio.h"
@@ -77,6 +78,9 @@ class ORVE_API Ambiente {
   [[nodiscard]] virtual Rete& ReteDiSistema() = 0;
   [[nodiscard]] virtual Directory& DirectoryAziendale() = 0;
   ///@}
+
+  /// Who is told what becomes of a send; lives as long as the Ambiente. Unless overridden, nobody.
+  [[nodiscard]] virtual OsservatoreInvio& Osservatore();
 };
 
 }  // namespace orve::host

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "orve-mailserver/api.h"
+#include "orve-mailserver/host/fine_consegna.h"
 #include "orve-mailserver/host/oggetto.h"
 #include "orve-mailserver/host/variant.h"
 
@@ -147,6 +148,8 @@ class ORVE_API MAPIMessages : public Oggetto {
 
   /// Hands the message over; raises an error when it cannot.
   virtual void Send() = 0;
+  /// What the control itself can tell of its last Send.
+  [[nodiscard]] virtual FineConsegna Fine() const { return {}; }
 };
 
 }  // namespace orve::host

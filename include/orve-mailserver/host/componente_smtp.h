@@ -6,6 +6,7 @@
 #include <string>
 
 #include "orve-mailserver/api.h"
+#include "orve-mailserver/host/fine_consegna.h"
 #include "orve-mailserver/host/oggetto.h"
 #include "orve-mailserver/host/variant.h"
 
@@ -52,6 +53,8 @@ class ORVE_API ComponenteSmtp : public Oggetto {
   /// -1 when the last submission succeeded, else 0 connection, 1 HELO/EHLO, 2 authentication, 3 sender, 4
   /// recipients, 5 data, 6 reset, 7 DNS.
   [[nodiscard]] virtual Variant GetLastError() const = 0;
+  /// What the component itself can tell of its last submission.
+  [[nodiscard]] virtual FineConsegna Fine() const { return {}; }
 };
 
 }  // namespace orve::host

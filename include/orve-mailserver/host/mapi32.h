@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "orve-mailserver/api.h"
+#include "orve-mailserver/host/fine_consegna.h"
 #include "orve-mailserver/host/oggetto.h"
 
 namespace orve::host {
@@ -68,6 +69,8 @@ class ORVE_API Mapi32 : public Oggetto {
   /// Closes a session; flags and the reserved number are 0.
   virtual std::int32_t MAPILogoff(ManigliaMapi sessione, ManigliaMapi finestra, std::int32_t flags,
                                   std::int32_t riservato) = 0;
+  /// What the library itself can tell of its last call.
+  [[nodiscard]] virtual FineConsegna Fine() const { return {}; }
 };
 
 }  // namespace orve::host

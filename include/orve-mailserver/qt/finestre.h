@@ -13,12 +13,7 @@
 #include <string>
 
 #include "orve-mailserver/api.h"
-#include "orve-mailserver/host/controlli.h"
-#include "orve-mailserver/host/griglia.h"
-#include "orve-mailserver/host/layout.h"
-#include "orve-mailserver/host/messaggi.h"
-#include "orve-mailserver/host/oggetti_file.h"
-#include "orve-mailserver/host/record_set_scollegato.h"
+#include "orve-mailserver/host/finestre.h"
 
 namespace orve::adapters::qt {
 
@@ -43,7 +38,7 @@ struct ORVE_API OpzioniFinestre {
 
 /// The factories. Each raises what AssicuraApplicazione raises; the copies of attachments last as long as
 /// this object or any file object that came from it.
-class ORVE_API Finestre {
+class ORVE_API Finestre : public host::Finestre {
  public:
   /// Starts nothing yet.
   explicit Finestre(OpzioniFinestre opzioni = {});
@@ -51,17 +46,17 @@ class ORVE_API Finestre {
   Finestre& operator=(const Finestre&) = delete;
   Finestre(Finestre&&) = delete;
   Finestre& operator=(Finestre&&) = delete;
-  ~Finestre();
+  ~Finestre() override;
 
   ///@{
   /// A new object at each call, never absent, on the thread of the windows.
-  [[nodiscard]] std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout);
-  [[nodiscard]] std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia();
-  [[nodiscard]] std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato();
-  [[nodiscard]] std::shared_ptr<host::SelettoreFile> CreaSelettoreFile();
-  [[nodiscard]] std::shared_ptr<host::OggettoFile> CreaOggettoFile();
-  [[nodiscard]] std::shared_ptr<host::CollezioneFile> CreaCollezioneFile();
-  [[nodiscard]] std::shared_ptr<host::Messaggi> CreaMessaggi();
+  [[nodiscard]] std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override;
+  [[nodiscard]] std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia() override;
+  [[nodiscard]] std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato() override;
+  [[nodiscard]] std::shared_ptr<host::SelettoreFile> CreaSelettoreFile() override;
+  [[nodiscard]] std::shared_ptr<host::OggettoFile> CreaOggettoFile() override;
+  [[nodiscard]] std::shared_ptr<host::CollezioneFile> CreaCollezioneFile() override;
+  [[nodiscard]] std::shared_ptr<host::Messaggi> CreaMessaggi() override;
   ///@}
 
  private:

@@ -166,7 +166,7 @@ TEST_F(ControlliMapi, AMessageThatWasRefusedIsStillThere) {
   static_cast<void>(folder.Write("aperto", ""));
   composed.control.Send();
   EXPECT_TRUE(Exists("preso"));
-  EXPECT_EQ(composed.control.LastFailure(), "");
+  EXPECT_EQ(composed.control.Fine().motivo, "");
 }
 
 TEST_F(ControlliMapi, TheErrorNamesTheControlAndSaysWhatWentWrong) {
@@ -178,7 +178,7 @@ TEST_F(ControlliMapi, TheErrorNamesTheControlAndSaysWhatWentWrong) {
     EXPECT_EQ(errore.Numero(), 32004);
     EXPECT_EQ(errore.Sorgente(), "MSMAPI.MAPIMessages");
     EXPECT_EQ(errore.Descrizione(), "«" + File("sendmail") + "» terminato con stato 73: casella piena");
-    EXPECT_EQ(composed.control.LastFailure(), errore.Descrizione());
+    EXPECT_EQ(composed.control.Fine().motivo, errore.Descrizione());
   }
 }
 

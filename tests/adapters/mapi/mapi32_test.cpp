@@ -22,7 +22,7 @@ class LibreriaMapi : public Posta {
 
   host::ManigliaMapi Logon() {
     host::ManigliaMapi session = 0;
-    EXPECT_EQ(mapi.MAPILogon(0, "", "", 3, 0, session), 0) << mapi.LastFailure();
+    EXPECT_EQ(mapi.MAPILogon(0, "", "", 3, 0, session), 0) << mapi.Fine().motivo;
     return session;
   }
 };
@@ -30,11 +30,11 @@ class LibreriaMapi : public Posta {
 TEST_F(LibreriaMapi, ASessionIsOpenedUsedAndClosedOnce) {
   const host::ManigliaMapi session = Logon();
   EXPECT_NE(session, 0U);
-  EXPECT_EQ(Records().Send(mapi, session), 0) << mapi.LastFailure();
+  EXPECT_EQ(Records().Send(mapi, session), 0) << mapi.Fine().motivo;
   EXPECT_EQ(mapi.MAPILogoff(session, 0, 0, 0), 0);
-  EXPECT_EQ(mapi.LastFailure(), "");
+  EXPECT_EQ(mapi.Fine().motivo, "");
   EXPECT_EQ(mapi.MAPILogoff(session, 0, 0, 0), kInvalidSession);
-  EXPECT_EQ(mapi.LastFailure(), "Sessione di posta non aperta");
+  EXPECT_EQ(mapi.Fine().motivo, "Sessione di posta non aperta");
   EXPECT_EQ(Records().Send(mapi, session), kInvalidSession);
 }
 
@@ -52,14 +52,14 @@ TEST_F(LibreriaMapi, TwoSessionsAreTwo) {
   EXPECT_NE(first, second);
   EXPECT_EQ(mapi.MAPILogoff(first, 0, 0, 0), 0);
   EXPECT_EQ(Records().Send(mapi, first), kInvalidSession);
-  EXPECT_EQ(Records().Send(mapi, second), 0) << mapi.LastFailure();
+  EXPECT_EQ(Records().Send(mapi, second), 0) << mapi.Fine().motivo;
   EXPECT_EQ(mapi.MAPILogoff(second, 0, 0, 0), 0);
 }
 
 TEST_F(LibreriaMapi, SessionZeroNeedsNoneToBeOpen) {
-  EXPECT_EQ(Records().Send(mapi), 0) << mapi.LastFailure();
+  EXPECT_EQ(Records().Send(mapi), 0) << mapi.Fine().motivo;
   Logon();
-  EXPECT_EQ(Records().Send(mapi), 0) << mapi.LastFailure();
+  EXPECT_EQ(Records().Send(mapi), 0) << mapi.Fine().motivo;
 }
 
 TEST_F(LibreriaMapi, LogonFailsWithoutAMailSystemAndLeavesTheHandleAlone) {
@@ -67,13 +67,13 @@ TEST_F(LibreriaMapi, LogonFailsWithoutAMailSystemAndLeavesTheHandleAlone) {
   host::ManigliaMapi session = 7;
   EXPECT_EQ(elsewhere.MAPILogon(0, "", "", 3, 0, session), kLoginFailure);
   EXPECT_EQ(session, 7U);
-  EXPECT_THAT(elsewhere.LastFailure(), HasSubstr("non esiste"));
+  EXPECT_THAT(elsewhere.Fine().motivo, HasSubstr("non esiste"));
 }
 
 TEST_F(LibreriaMapi, AProfileByNameIsUnknown) {
   host::ManigliaMapi session = 0;
   EXPECT_EQ(mapi.MAPILogon(0, "Outlook", "segreta", 3, 0, session), kLoginFailure);
-  EXPECT_EQ(mapi.LastFailure(), "Profilo di posta sconosciuto");
+  EXPECT_EQ(mapi.Fine().motivo, "Profilo di posta sconosciuto");
 }
 
 TEST_F(LibreriaMapi, TheMessageArrivesAsTheRecordsSay) {
@@ -82,7 +82,7 @@ TEST_F(LibreriaMapi, TheMessageArrivesAsTheRecordsSay) {
   records.message.NoteText = "Così è: “già” pagata.\r\n";
   records.Add(kCc, "Rossi, Anna<anna@x.example>");
   records.Add(kTo, "Nicolò <capo> Però< nicolo@x.example >");
-  EXPECT_EQ(records.Send(mapi), 0) << mapi.LastFailure();
+  EXPECT_EQ(records.Send(mapi), 0) << mapi.Fine().motivo;
   const support::ReceivedMessage message = Message();
   EXPECT_EQ(message.subject, "Fattura n° 12 — perché, €");
   EXPECT_EQ(message.body, "Così è: “già” pagata.\r\n");
@@ -100,7 +100,7 @@ TEST_F(LibreriaMapi, WhatTheSingleBytePageLacksArrivesAndComesBackAsAQuestionMar
   records.message.Subject = "Łódź 日本 €";
   records.message.NoteText = "Ελλάδα ÿ";
   records.message.ConversationID = "č";
-  EXPECT_EQ(records.Send(mapi), 0) << mapi.LastFailure();
+  EXPECT_EQ(records.Send(mapi), 0) << mapi.Fine().motivo;
   EXPECT_EQ(Message().subject, "?ód? ?? €");
   EXPECT_EQ(Message().body, "?????? ÿ\r\n");
   EXPECT_EQ(records.message.Subject, "?ód? ?? €");
@@ -121,7 +121,7 @@ TEST_F(LibreriaMapi, NamesAndPathsOfTheArraysAreNotConverted) {
   records.recipients.clear();
   records.Add(kTo, "日本 Łódź<a@x.example>");
   records.Attach(folder.Write("日本.pdf", "x"), "Łódź.pdf");
-  EXPECT_EQ(records.Send(mapi), 0) << mapi.LastFailure();
+  EXPECT_EQ(records.Send(mapi), 0) << mapi.Fine().motivo;
   EXPECT_THAT(Message().to, ElementsAre(Mailbox{"日本 Łódź", "a@x.example"}));
   EXPECT_EQ(Message().attachments.at(0).name, "Łódź.pdf");
   EXPECT_EQ(records.recipients[0].Name, "日本 Łódź<a@x.example>");
@@ -165,7 +165,7 @@ TEST_F(LibreriaMapi, ARecipientIsResolvedFromAddressOrName) {
     Records records;
     records.recipients.clear();
     records.Add(kTo, c.name, c.address);
-    EXPECT_EQ(records.Send(mapi), c.want) << c.name << "|" << c.address << ": " << mapi.LastFailure();
+    EXPECT_EQ(records.Send(mapi), c.want) << c.name << "|" << c.address << ": " << mapi.Fine().motivo;
     if (c.want != 0) continue;
     EXPECT_THAT(Recipients(), ElementsAre("--", c.recipient)) << c.name << "|" << c.address;
   }
@@ -190,7 +190,7 @@ TEST_F(LibreriaMapi, OnlyTheRecordsThatAreCountedTakePart) {
   records.Attach(File("manca"));
   records.message.RecipCount = 1;
   records.message.FileCount = 0;
-  EXPECT_EQ(records.Send(mapi), 0) << mapi.LastFailure();
+  EXPECT_EQ(records.Send(mapi), 0) << mapi.Fine().motivo;
   EXPECT_THAT(Recipients(), SizeIs(2));
 }
 
@@ -198,7 +198,7 @@ TEST_F(LibreriaMapi, AMessageWithoutRecipientsIsRefused) {
   Records records;
   records.message.RecipCount = 0;
   EXPECT_EQ(records.Send(mapi), kInvalidRecipients);
-  EXPECT_EQ(mapi.LastFailure(), "Nessun destinatario");
+  EXPECT_EQ(mapi.Fine().motivo, "Nessun destinatario");
 }
 
 TEST_F(LibreriaMapi, ThereIsNoDialogToShow) {
@@ -210,7 +210,7 @@ TEST_F(LibreriaMapi, ThereIsNoDialogToShow) {
 TEST_F(LibreriaMapi, AReceiptThatTheFlagsAskForGoesToTheUserOfThisMachine) {
   Records records;
   records.message.Flags = 2;
-  EXPECT_EQ(records.Send(mapi), 0) << mapi.LastFailure();
+  EXPECT_EQ(records.Send(mapi), 0) << mapi.Fine().motivo;
   EXPECT_THAT(Message().Header("Disposition-Notification-To"), HasSubstr("@"));
 }
 

@@ -48,7 +48,7 @@ TEST_F(SendmailVero, TheLibraryDeliversNamesCopiesTextsAndFiles) {
   records.Add(kBcc, "Segreta<segreta@x.example>");
   records.Add(kBcc, "Strana<-X/dev/null@x.example>");
   records.Attach(folder.Write("città.bin", EveryByte(300'000)), "Città.pdf");
-  EXPECT_EQ(records.Send(mapi), 0) << mapi.LastFailure();
+  EXPECT_EQ(records.Send(mapi), 0) << mapi.Fine().motivo;
 
   const support::ReceivedMessage message = server.OnlyMessage();
   EXPECT_EQ(message.sender, "utente@macchina.example");
@@ -98,7 +98,7 @@ TEST_F(SendmailVero, ARecipientThatTheServerRefusesIsAFailureWithTheServersWords
   Records records;
   records.Add(kCc, "Anna<anna@x.example>");
   EXPECT_NE(records.Send(mapi), 0);
-  EXPECT_THAT(mapi.LastFailure(), HasSubstr("550 5.1.1 Casella inesistente"));
+  EXPECT_THAT(mapi.Fine().motivo, HasSubstr("550 5.1.1 Casella inesistente"));
   EXPECT_EQ(server.Count(), 0U);
 }
 
@@ -106,7 +106,7 @@ TEST_F(SendmailVero, AServerThatIsNotThereIsATemporaryFailure) {
   const support::ClosedPort nobody;
   Mapi32 mapi(System(Msmtp(nobody.Number())));
   EXPECT_EQ(Records().Send(mapi), kNetworkFailure);
-  EXPECT_THAT(mapi.LastFailure(), HasSubstr("stato 75: "));
+  EXPECT_THAT(mapi.Fine().motivo, HasSubstr("stato 75: "));
 }
 
 TEST_F(SendmailVero, AFileThatShrinksMeanwhileLeavesNothingWithTheServer) {

@@ -32,8 +32,8 @@ class Sendmail : public Posta {
   std::int32_t Sent(const std::string& sendmail, Records records = {}) {
     Mapi32 mapi(System(sendmail));
     const std::int32_t number = records.Send(mapi);
-    failure = mapi.LastFailure();
-    mayHaveArrived = mapi.MayHaveArrived();
+    failure = mapi.Fine().motivo;
+    mayHaveArrived = mapi.Fine().incerta;
     return number;
   }
 
@@ -46,8 +46,8 @@ class Sendmail : public Posta {
       options.timeout = timeout;
       Mapi32 mapi(std::make_shared<MailSystem>(options));
       const std::int32_t number = records.Send(mapi);
-      failure = mapi.LastFailure();
-      mayHaveArrived = mapi.MayHaveArrived();
+      failure = mapi.Fine().motivo;
+      mayHaveArrived = mapi.Fine().incerta;
       const auto seconds = std::chrono::ceil<std::chrono::seconds>(timeout).count();
       within = seconds == 1 ? "1 secondo" : std::to_string(seconds) + " secondi";
       return number;
@@ -164,7 +164,7 @@ TEST_F(Sendmail, TheSenderOfTheOptionsStandsInTheEnvelopeAndInTheMessage) {
   options.senderName = "Società Rossi";
   Mapi32 mapi(std::make_shared<MailSystem>(options));
   Records records;
-  EXPECT_EQ(records.Send(mapi), 0) << mapi.LastFailure();
+  EXPECT_EQ(records.Send(mapi), 0) << mapi.Fine().motivo;
   EXPECT_THAT(Arguments(), ElementsAre("-i", "-f", "-ditta@rossi.example", "--", "mario@bianchi.example"));
   EXPECT_THAT(Message().from, ElementsAre(support::Mailbox{"Società Rossi", "-ditta@rossi.example"}));
   EXPECT_THAT(Message().Header("Message-ID"), testing::EndsWith("@rossi.example>"));

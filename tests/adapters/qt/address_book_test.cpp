@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
+#include "ambiente/parametri_corpo.h"
 #include "orve-mail/address-book/rubrica_finestra.h"
 #include "orve-mail/address-book/rubrica_manager.h"
-#include "orve-mail/host/parametri_corpo.h"
 #include "prova.h"
 #include "sqlite/schema.h"
 #include "sqlite/sqlite_connection.h"
@@ -482,7 +482,7 @@ TEST_F(RubricaVera, TheOtherBooksSayThatTheyDoNotExistAndChangeNothing) {
 class AmbienteConCampi : public AmbienteConFinestre {
  public:
   using AmbienteConFinestre::AmbienteConFinestre;
-  std::shared_ptr<host::CLSFW_Parametri> CreaParametri() override { return app::CreaParametriCorpo(); }
+  std::shared_ptr<host::CLSFW_Parametri> CreaParametri() override { return ambiente::CreaParametriCorpo(); }
 };
 
 class CampiSpeciali : public FinestraVera {
@@ -495,7 +495,7 @@ class CampiSpeciali : public FinestraVera {
 TEST_F(CampiSpeciali, EachOfThemIsAPlaceholderThatTheLibraryFills) {
   servizio->vFlagCorpo = 1;
   servizio->vCorpoMail = "Testo";
-  const host::Variant campi = app::CreaParametriCorpo()->GetParametriCorpoMail();
+  const host::Variant campi = ambiente::CreaParametriCorpo()->GetParametriCorpoMail();
   Collezione().AddFromLista("anna@x.example", "Anna", "Acme", 0);
   Apri([&](QWidget& finestra) {
     std::vector<std::string> didascalie;

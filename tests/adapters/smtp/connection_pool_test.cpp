@@ -604,8 +604,8 @@ class KeptFailures : public testing::Test {
       {
         const auto message = Message(server.Port16(), pool, impatient);
         played.second = Sent(*message);
-        played.failure = message->LastFailure();
-        played.mayHaveArrived = message->MayHaveArrived();
+        played.failure = message->Fine().motivo;
+        played.mayHaveArrived = message->Fine().incerta;
       }
       played.next = Send(server.Port16(), pool);
       pool.reset();
@@ -770,7 +770,7 @@ TEST(PoolSharedByThreads, DeliversEachMessageOnce) {
       component->Subject(std::to_string(thread) + "-" + std::to_string(i));
       component->ClearRecipient();
       component->AddRecipientEx("X <x" + std::to_string(thread) + "-" + std::to_string(i) + "@x.it>", 0);
-      EXPECT_EQ(Sent(*component), -1) << component->LastFailure();
+      EXPECT_EQ(Sent(*component), -1) << component->Fine().motivo;
     }
   };
   std::vector<std::thread> threads;

@@ -230,9 +230,9 @@ TEST_P(FailureNumbers, FollowTheStage) {
   const auto& [fault, pace] = GetParam();
   ScriptedServer server(fault.script, pace);
   const auto component = MessageFor(fault, server, Quick());
-  EXPECT_EQ(Sent(*component), static_cast<std::int32_t>(fault.want)) << component->LastFailure();
-  EXPECT_EQ(component->LastFailure().empty(), fault.want == ErrorNumber::kNone);
-  EXPECT_EQ(component->MayHaveArrived(), fault.mayHaveArrived.value_or(component->MayHaveArrived()));
+  EXPECT_EQ(Sent(*component), static_cast<std::int32_t>(fault.want)) << component->Fine().motivo;
+  EXPECT_EQ(component->Fine().motivo.empty(), fault.want == ErrorNumber::kNone);
+  EXPECT_EQ(component->Fine().incerta, fault.mayHaveArrived.value_or(component->Fine().incerta));
   EXPECT_EQ(server.Complaint(), "");
 }
 
@@ -294,8 +294,8 @@ Stalled SentInTime(const Fault& fault, const std::string& attachment = "") {
     if (!attachment.empty()) component->AddAttachment(attachment);
     Stalled outcome;
     outcome.number = Sent(*component);
-    outcome.mayHaveArrived = component->MayHaveArrived();
-    outcome.failure = component->LastFailure();
+    outcome.mayHaveArrived = component->Fine().incerta;
+    outcome.failure = component->Fine().motivo;
     outcome.complaint = server.Complaint();
     return outcome;
   };
@@ -336,7 +336,7 @@ TEST_F(LargeMessage, AServerThatSaysNoAndStopsReadingIsHeard) {
   const auto component = MessageFor({}, server, Quick());
   component->AddAttachment(large_);
   EXPECT_EQ(Sent(*component), 5);
-  EXPECT_THAT(component->LastFailure(), HasSubstr("552 troppo grande"));
+  EXPECT_THAT(component->Fine().motivo, HasSubstr("552 troppo grande"));
   EXPECT_EQ(server.Complaint(), "");
 }
 
@@ -346,7 +346,7 @@ TEST_F(LargeMessage, AServerThatSaysNoInTheMiddleIsHeard) {
   const auto component = MessageFor({}, server, Quick());
   component->AddAttachment(large_);
   EXPECT_EQ(Sent(*component), 5);
-  EXPECT_THAT(component->LastFailure(), HasSubstr("552 basta"));
+  EXPECT_THAT(component->Fine().motivo, HasSubstr("552 basta"));
   EXPECT_EQ(server.Complaint(), "");
 }
 
@@ -355,7 +355,7 @@ TEST_F(LargeMessage, AServerThatDropsTheConnectionInTheMiddleEndsTheDelivery) {
   const auto component = MessageFor({}, server, Quick());
   component->AddAttachment(large_);
   EXPECT_EQ(Sent(*component), 5);
-  EXPECT_FALSE(component->MayHaveArrived());
+  EXPECT_FALSE(component->Fine().incerta);
   EXPECT_EQ(server.Complaint(), "");
 }
 
@@ -365,7 +365,7 @@ TEST_F(LargeMessage, AFileThatVanishesAfterAttachingLeavesNoTorso) {
   const auto component = MessageFor({}, server, Quick());
   component->AddAttachment(large_);
   EXPECT_EQ(Sent(*component), 5);
-  EXPECT_THAT(component->LastFailure(), HasSubstr("il file non esiste"));
+  EXPECT_THAT(component->Fine().motivo, HasSubstr("il file non esiste"));
   EXPECT_EQ(server.Complaint(), "");
 }
 
@@ -375,7 +375,7 @@ TEST_F(LargeMessage, AFileThatShrinksWhileItLeavesLeavesNoTorso) {
   const auto component = MessageFor({}, server, Quick());
   component->AddAttachment(large_);
   EXPECT_EQ(Sent(*component), 5);
-  EXPECT_THAT(component->LastFailure(), HasSubstr("si è accorciato"));
+  EXPECT_THAT(component->Fine().motivo, HasSubstr("si è accorciato"));
   EXPECT_EQ(server.Complaint(), "");
 }
 
@@ -397,7 +397,7 @@ class NameFaults : public testing::TestWithParam<NameFault> {};
 TEST_P(NameFaults, AreTold) {
   const auto component = Outgoing(25);
   component->ServerAddr(GetParam().server);
-  EXPECT_EQ(Sent(*component), GetParam().want) << component->LastFailure();
+  EXPECT_EQ(Sent(*component), GetParam().want) << component->Fine().motivo;
 }
 
 TEST(NameServers, OneThatSaysNothingIsNotWaitedFor) {
@@ -406,7 +406,7 @@ TEST(NameServers, OneThatSaysNothingIsNotWaitedFor) {
   const auto component = Outgoing(25, options);
   component->ServerAddr("silenzio.test");
   EXPECT_EQ(Sent(*component), 7);
-  EXPECT_THAT(component->LastFailure(), HasSubstr("timed out"));
+  EXPECT_THAT(component->Fine().motivo, HasSubstr("timed out"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, NameFaults,
@@ -428,7 +428,7 @@ TEST(ServerNames, BlanksAroundANameDoNotCount) {
   ScriptedServer server(kRoadHello + kRoadEnvelope + kRoadMessage);
   const auto component = MessageFor({}, server, Quick());
   component->ServerAddr("  mail.example.test ");
-  EXPECT_EQ(Sent(*component), -1) << component->LastFailure();
+  EXPECT_EQ(Sent(*component), -1) << component->Fine().motivo;
   EXPECT_EQ(server.Complaint(), "");
 }
 
@@ -436,7 +436,7 @@ TEST(ServerNames, AccentsAreLookedUpInTheAsciiForm) {
   ScriptedServer server(kRoadHello + kRoadEnvelope + kRoadMessage);
   const auto component = MessageFor({}, server, Quick());
   component->ServerAddr("posta.società.example.test");
-  EXPECT_EQ(Sent(*component), -1) << component->LastFailure();
+  EXPECT_EQ(Sent(*component), -1) << component->Fine().motivo;
   EXPECT_THAT(NamesLookedUp(), testing::Contains("posta.xn--societ-nta.example.test"));
 }
 
@@ -467,7 +467,7 @@ TEST(Connections, OneThatNobodyAcceptsGivesZeroInTime) {
   options.connectTimeout = std::chrono::milliseconds(500);
   const auto component = Outgoing(static_cast<std::int16_t>(ntohs(address.sin_port)), options);
   EXPECT_EQ(Sent(*component), 0);
-  EXPECT_THAT(component->LastFailure(), HasSubstr("Timeout was reached"));
+  EXPECT_THAT(component->Fine().motivo, HasSubstr("Timeout was reached"));
   for (const int socket : waiting) ::close(socket);
   ::close(listener);
 }
@@ -485,7 +485,7 @@ TEST(RefusedRecipients, TheReasonNamesEachOfThem) {
                                On("RCPT TO:<anna@verdi.it>", "452 4.2.2 piena"), On("RSET", "250 Ok")});
   const auto component = MessageFor({}, server, Quick());
   EXPECT_EQ(Sent(*component), 4);
-  EXPECT_EQ(component->LastFailure(),
+  EXPECT_EQ(component->Fine().motivo,
             "RCPT TO:<mario@bianchi.it>: 550 5.1.1 ignoto; RCPT TO:<anna@verdi.it>: 452 4.2.2 piena");
   EXPECT_EQ(server.Complaint(), "");
 }
@@ -496,7 +496,7 @@ TEST(Replies, OneWithoutEndIsGivenUp) {
   ScriptedServer server(kRoadHello + Script{On("MAIL FROM:*", endless)});
   const auto component = MessageFor({}, server, Quick());
   EXPECT_EQ(Sent(*component), 3);
-  EXPECT_THAT(component->LastFailure(), HasSubstr("troppo lunga"));
+  EXPECT_THAT(component->Fine().motivo, HasSubstr("troppo lunga"));
 }
 
 TEST(Replies, OfTooManyLinesAreGivenUp) {
@@ -506,8 +506,8 @@ TEST(Replies, OfTooManyLinesAreGivenUp) {
     ScriptedServer server(kRoadHello + Script{ThenDrop(On("MAIL FROM:*", reply + "550 no"))});
     const auto component = MessageFor({}, server, Quick());
     EXPECT_EQ(Sent(*component), 3);
-    EXPECT_EQ(component->LastFailure().find("troppo lunga") != std::string::npos, lines > 256)
-        << component->LastFailure();
+    EXPECT_EQ(component->Fine().motivo.find("troppo lunga") != std::string::npos, lines > 256)
+        << component->Fine().motivo;
   }
 }
 
@@ -522,14 +522,14 @@ TEST(Replies, ThatTakeTooLongAreGivenUpEvenWhereTheyHaveComeWhole) {
   };
   const auto component = MessageFor({}, server, options);
   EXPECT_EQ(Sent(*component), 3);
-  EXPECT_THAT(component->LastFailure(), HasSubstr("tempo di attesa della risposta scaduto"));
+  EXPECT_THAT(component->Fine().motivo, HasSubstr("tempo di attesa della risposta scaduto"));
 }
 
 TEST(Replies, ALineWithoutEndIsGivenUp) {
   ScriptedServer server(kRoadHello + Script{ThenStall(On("MAIL FROM:*", std::string(200'000, '2')))});
   const auto component = MessageFor({}, server, Quick());
   EXPECT_EQ(Sent(*component), 3);
-  EXPECT_THAT(component->LastFailure(), HasSubstr("troppo lunga"));
+  EXPECT_THAT(component->Fine().motivo, HasSubstr("troppo lunga"));
 }
 
 }  // namespace

@@ -120,7 +120,7 @@ TEST(Hello, WithoutAFullNameTheClientGoesByTheAddressOverWhichItIsConnected) {
                                   support::On("DATA", "354 avanti"), support::Body("250 preso")});
   const auto component = OutgoingWithoutAName(server.Port16());
   component->ServerAddr("localhost");
-  EXPECT_EQ(Sent(*component), -1) << component->LastFailure();
+  EXPECT_EQ(Sent(*component), -1) << component->Fine().motivo;
   EXPECT_EQ(server.Complaint(), "");
 }
 

@@ -58,7 +58,7 @@ TEST(Delivery, EveryMemberReachesTheReader) {
   component.AddHeader("X-Priority", "1");
   component.AddAttachment(files.Write("fattura n° 12, à.pdf", bytes));
   component.AddAttachment(files.Write("vuoto.txt", ""));
-  ASSERT_EQ(Sent(component), -1) << component.LastFailure();
+  ASSERT_EQ(Sent(component), -1) << component.Fine().motivo;
 
   const ReceivedMessage got = server.OnlyMessage();
   EXPECT_THAT(got.defects, IsEmpty());
@@ -149,7 +149,7 @@ TEST(Delivery, AThousandRecipientsGoInGroups) {
       list += "Cliente n. " + std::to_string(i) + " <c" + std::to_string(i) + "@x.it>;";
     }
     component->AddRecipientEx(list, 0);
-    ASSERT_EQ(Sent(*component), -1) << component->LastFailure();
+    ASSERT_EQ(Sent(*component), -1) << component->Fine().motivo;
     const ReceivedMessage got = server.OnlyMessage();
     ASSERT_EQ(got.recipients.size(), 1000U);
     EXPECT_EQ(got.recipients.back(), "c999@x.it");
@@ -168,7 +168,7 @@ TEST(Refusal, OfOneRecipientKeepsTheMessageFromAll) {
     const auto component = Outgoing(server.Port16());
     component->AddRecipientEx("No <no@x.it>;Anna <anna@x.it>", 2);
     EXPECT_EQ(Sent(*component), 4);
-    EXPECT_EQ(component->LastFailure(), "RCPT TO:<no@x.it>: 550 5.1.1 Casella inesistente");
+    EXPECT_EQ(component->Fine().motivo, "RCPT TO:<no@x.it>: 550 5.1.1 Casella inesistente");
     EXPECT_EQ(server.Count(), 0U);
   }
 }
@@ -195,7 +195,7 @@ TEST(Refusal, OfTheMessageLeavesTheComponentUsable) {
   component->ClearRecipient();
   component->AddRecipientEx("Anna <anna@x.it>", 0);
   EXPECT_EQ(Sent(*component), -1);
-  EXPECT_EQ(component->LastFailure(), "");
+  EXPECT_EQ(component->Fine().motivo, "");
   EXPECT_THAT(server.OnlyMessage().recipients, ElementsAre("anna@x.it"));
 }
 
@@ -208,7 +208,7 @@ TEST(AccentsInAddresses, DomainsTravelInTheirAsciiForm) {
   component->FromAddr("<ditta@però.it>");
   component->ClearRecipient();
   component->AddRecipientEx("A <a@società.it>", 0);
-  ASSERT_EQ(Sent(*component), -1) << component->LastFailure();
+  ASSERT_EQ(Sent(*component), -1) << component->Fine().motivo;
   const ReceivedMessage got = server.OnlyMessage();
   EXPECT_EQ(got.sender, "ditta@xn--per-ena.it");
   EXPECT_THAT(got.recipients, ElementsAre("a@xn--societ-nta.it"));
@@ -233,7 +233,7 @@ TEST(AccentsInAddresses, InALocalPartAreSentWhereTheyAreTaken) {
   const SmtpServer server(options);
   const auto component = Outgoing(server.Port16());
   component->AddRecipientEx("N <nicolò@x.it>", 1);
-  ASSERT_EQ(Sent(*component), -1) << component->LastFailure();
+  ASSERT_EQ(Sent(*component), -1) << component->Fine().motivo;
   const ReceivedMessage got = server.OnlyMessage();
   EXPECT_EQ(got.mailOptions, "SMTPUTF8");
   EXPECT_THAT(got.recipients, ElementsAre("mario@bianchi.it", "nicolò@x.it"));
@@ -249,7 +249,7 @@ TEST(DeliveryNotifications, AreAskedForWhereTheyAreOffered) {
   const auto component = Outgoing(server.Port16());
   component->AddRecipientEx("Anna <anna@x.it>", 2);
   component->DeliveryNotification(14);
-  ASSERT_EQ(Sent(*component), -1) << component->LastFailure();
+  ASSERT_EQ(Sent(*component), -1) << component->Fine().motivo;
   const ReceivedMessage got = server.OnlyMessage();
   EXPECT_EQ(got.mailOptions, "RET=HDRS");
   EXPECT_THAT(got.recipientOptions,
@@ -265,7 +265,7 @@ TEST(DeliveryNotifications, AreNotAskedForWithoutNeedOrOffer) {
   const SmtpServer silent;
   const auto component = Outgoing(silent.Port16());
   component->DeliveryNotification(14);
-  EXPECT_EQ(Sent(*component), -1) << component->LastFailure();
+  EXPECT_EQ(Sent(*component), -1) << component->Fine().motivo;
   EXPECT_EQ(silent.OnlyMessage().mailOptions, "");
   EXPECT_THAT(silent.OnlyMessage().recipientOptions, ElementsAre(""));
 }
@@ -332,7 +332,7 @@ TEST_P(TlsCases, DecideWhetherTheMessageLeaves) {
   SmtpOptions options = Quick();
   options.verifyCertificates = test.verified;
   const auto component = Encrypted(server, test.tls, options, test.trusted);
-  EXPECT_EQ(Sent(*component), test.want) << component->LastFailure();
+  EXPECT_EQ(Sent(*component), test.want) << component->Fine().motivo;
   EXPECT_EQ(server.Count(), test.want == -1 ? 1U : 0U);
   if (test.want == -1) {
     EXPECT_TRUE(server.OnlyMessage().encrypted);
@@ -424,7 +424,7 @@ TEST_F(Tls, ALargeAttachmentArrivesWhole) {
     const SmtpServer server(Serving(tls, good));
     const auto component = Encrypted(server, tls);
     component->AddAttachment(directory->Write("grande.bin", bytes));
-    ASSERT_EQ(Sent(*component), -1) << component->LastFailure();
+    ASSERT_EQ(Sent(*component), -1) << component->Fine().motivo;
     EXPECT_TRUE(ReadFile(server.OnlyMessage().attachments.at(0).content) == bytes);
   }
 }
@@ -465,7 +465,7 @@ TEST_P(AuthCases, OpenTheServerAndLeaveNoSecretInTheTrace) {
     component->ConnectType(tls == "none" ? 0 : 1);
     component->UserName(kUser);
     component->Password(kPassword);
-    EXPECT_EQ(Sent(*component), GetParam().want) << component->LastFailure();
+    EXPECT_EQ(Sent(*component), GetParam().want) << component->Fine().motivo;
     if (GetParam().want == -1) {
       EXPECT_EQ(server.OnlyMessage().user, kUser);
       EXPECT_THAT(trace, HasSubstr("C: AUTH "));
@@ -549,7 +549,7 @@ TEST(Cost, AHundredMegabytesLeaveInFlatMemory) {
   const long before = PeakMemory();
   const auto component = Outgoing(server.Port16());
   component->AddAttachment(path);
-  ASSERT_EQ(Sent(*component), -1) << component->LastFailure();
+  ASSERT_EQ(Sent(*component), -1) << component->Fine().motivo;
   EXPECT_LT(PeakMemory() - before, 10 * 1024);
   EXPECT_EQ(std::filesystem::file_size(server.Directory() / "0002.eml") / 1'000'000, 143U);
 }

@@ -159,7 +159,7 @@ TEST_P(HostileTexts, NeverReachACommandOrTheHeader) {
     if (std::string_view(";<>\"@").find(c) == std::string_view::npos) name += c;
   }
   component->AddRecipientEx(name.substr(0, 20'000) + " <mario@bianchi.it>", 0);
-  ASSERT_EQ(Sent(*component), -1) << component->LastFailure();
+  ASSERT_EQ(Sent(*component), -1) << component->Fine().motivo;
   const support::ReceivedMessage got = server.OnlyMessage();
   EXPECT_EQ(got.sender, "ditta@rossi.it");
   EXPECT_THAT(got.recipients, ElementsAre("mario@bianchi.it"));
@@ -198,7 +198,7 @@ TEST(HostileCredentials, NeverReachACommand) {
     const auto component = Outgoing(server.Port16());
     component->UserName(text);
     component->Password(text);
-    EXPECT_EQ(Sent(*component), 2) << component->LastFailure();
+    EXPECT_EQ(Sent(*component), 2) << component->Fine().motivo;
   }
   EXPECT_EQ(server.Count(), 0U);
 }
@@ -219,7 +219,7 @@ TEST(OpenedPassword, IsAskedForOnceTheTargetIsFinalAndServesTheLogin) {
   const auto component = Outgoing(server.Port16(), options);
   component->Password("sigillata");
   component->UserName("utente");
-  EXPECT_EQ(Sent(*component), -1) << component->LastFailure();
+  EXPECT_EQ(Sent(*component), -1) << component->Fine().motivo;
   EXPECT_EQ(asked,
             std::vector<std::string>{"utente/sigillata@127.0.0.1:" + std::to_string(server.Port()) + "-"});
 }
@@ -235,7 +235,7 @@ TEST(OpenedPassword, ThatCannotBeHadIsAFailedLoginWithoutAConnection) {
   component->UserName("utente");
   component->Password("sigillata");
   EXPECT_EQ(Sent(*component), 2);
-  EXPECT_EQ(component->LastFailure(), "non si apre");
+  EXPECT_EQ(component->Fine().motivo, "non si apre");
   EXPECT_TRUE(trace.empty());
 }
 
@@ -262,7 +262,7 @@ TEST(Trace, ShowsTheDialogueWithoutCredentials) {
   const auto component = Outgoing(server.Port16(), options);
   component->UserName("utente");
   component->Password("segreta");
-  ASSERT_EQ(Sent(*component), -1) << component->LastFailure();
+  ASSERT_EQ(Sent(*component), -1) << component->Fine().motivo;
   EXPECT_EQ(server.Complaint(), "");
   EXPECT_THAT(Dialogue(trace),
               ElementsAre("S: 220 pronto", "C: EHLO prova.example.test", "S: 250-salve", "S: 250 AUTH LOGIN",
@@ -282,7 +282,7 @@ TEST(Trace, MasksAServerThatRepeatsThePassword) {
   component->UserName("utente");
   component->Password("segreta");
   EXPECT_EQ(Sent(*component), 3);
-  EXPECT_EQ(component->LastFailure(), "MAIL FROM:<ditta@rossi.it>: 550 ***");
+  EXPECT_EQ(component->Fine().motivo, "MAIL FROM:<ditta@rossi.it>: 550 ***");
   for (const std::string& line : trace) {
     EXPECT_EQ(line.find("segreta"), std::string::npos);
     EXPECT_EQ(line.find("AHV0ZW50ZQBzZWdyZXRh"), std::string::npos);
@@ -322,7 +322,7 @@ TEST(Trace, GoesOnMaskingBehindALineThatOnlyLooksFinal) {
   component->Password("segreta");
   EXPECT_EQ(Sent(*component), 4);
   EXPECT_EQ(server.Complaint(), "");  // the password was asked for and sent
-  EXPECT_THAT(component->LastFailure(), testing::Not(testing::HasSubstr("c2VncmV0YQ")));
+  EXPECT_THAT(component->Fine().motivo, testing::Not(testing::HasSubstr("c2VncmV0YQ")));
   const std::vector<std::string> dialogue = Dialogue(trace);
   EXPECT_THAT(dialogue, testing::Contains("C: MAIL FROM:<ditta@rossi.it>"));
   for (const std::string& line : dialogue) {
@@ -356,7 +356,7 @@ TEST(FailureText, HoldsNoSecretThatTheServerSpreadsOverItsRefusals) {
     component->Password("Parola.Segreta-42");
     EXPECT_EQ(Sent(*component), 4);
     EXPECT_EQ(server.Complaint(), "");
-    const std::string text = component->LastFailure();
+    const std::string text = component->Fine().motivo;
     std::size_t pieces = 0;
     for (std::size_t at = 0; at < token.size(); at += kPiece) {
       if (text.find(token.substr(at, kPiece)) != std::string::npos) ++pieces;

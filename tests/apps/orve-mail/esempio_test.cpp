@@ -1,8 +1,7 @@
-// The example program sends what the README promises, and the README shows the example as it is.
+// The example programs send what the README promises, and the README shows one of them as it is.
 #include <gmock/gmock.h>
 
 #include <cstdlib>
-#include <sstream>
 #include <string>
 
 #include "apps/orve-mail/prova_intera.h"
@@ -17,31 +16,26 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-// The example as it was built in the tree, or the one that somebody built over the installed package.
-std::string Programma() {
-  const char* installato = std::getenv("ORVE_ESEMPIO_INSTALLATO");
-  return installato != nullptr ? installato : places::Build("examples/invia-fattura");
+// An example as it was built in the tree, or as somebody built it over the installed package.
+std::string Programma(const std::string& nome) {
+  const char* const installati = std::getenv("ORVE_ESEMPI_INSTALLATI");
+  return installati != nullptr ? installati + ("/" + nome) : places::Build("examples/" + nome);
 }
 
 class Esempio : public ProvaIntera {
  protected:
   [[nodiscard]] support::ProcessResult Fattura(const std::string& cliente) const {
     return support::RunProgram(
-        {Programma(), Db(), cliente, cartella.Write("fattura.pdf", "%PDF-1.4 prova"), Ca()});
+        {Programma("invia-fattura"), Db(), cliente, cartella.Write("fattura.pdf", "%PDF-1.4 prova"), Ca()});
   }
 };
 
-// The first block of C++ in the README, line by line.
-std::vector<std::string> RigheDelReadme() {
-  std::istringstream readme(support::ReadFile(places::Source("README.md")));
-  std::vector<std::string> righe;
-  bool dentro = false;
-  for (std::string riga; std::getline(readme, riga);) {
-    if (riga == "```") dentro = false;
-    if (dentro) righe.push_back(riga);
-    if (riga == "```cpp") dentro = true;
-  }
-  return righe;
+// The first block of C++ in the README.
+std::string ProgrammaDelReadme() {
+  const std::string readme = support::ReadFile(places::Source("README.md"));
+  const std::string inizio = "```cpp\n";
+  const std::size_t primo = readme.find(inizio) + inizio.size();
+  return readme.substr(primo, readme.find("```", primo) - primo);
 }
 
 }  // namespace
@@ -91,11 +85,21 @@ TEST_F(Esempio, TheExampleTellsThatThereIsNoAccountToSendFrom) {
   EXPECT_EQ(fine.output, "Non inviato: manca un account, oppure un errore sta nel registro degli errori\n");
 }
 
-TEST_F(Esempio, TheReadmeShowsTheExampleAsItStands) {
-  const std::string sorgente = support::ReadFile(places::Source("examples/invia_fattura.cpp"));
-  const auto righe = RigheDelReadme();
-  ASSERT_GT(righe.size(), 8U);
-  for (const auto& riga : righe) EXPECT_THAT(sorgente, HasSubstr("  " + riga + "\n"));
+TEST_F(Esempio, TheReadmeShowsAWholeProgram) {
+  EXPECT_EQ(ProgrammaDelReadme(), support::ReadFile(places::Source("examples/invia_messaggio.cpp")));
+}
+
+TEST_F(Esempio, TheProgramOfTheReadmeSends) {
+  const support::SmtpServer server;
+  ImpostaServerSemplice(server.Port());
+  cartella.Write("fattura-12.pdf", "%PDF-1.4 prova");
+  // It finds its files where it is started.
+  const auto fine = support::RunProgram(
+      {"/bin/sh", "-c", "cd \"$0\" && exec \"$1\"", cartella.Path().string(), Programma("invia-messaggio")});
+  EXPECT_EQ(fine.status, 0) << fine.output;
+  const support::ReceivedMessage messaggio = server.OnlyMessage();
+  EXPECT_THAT(messaggio.recipients, ElementsAre("acquisti@bellariva.example"));
+  EXPECT_EQ(messaggio.subject, "Fattura 12/2026");
 }
 
 }  // namespace orve::app

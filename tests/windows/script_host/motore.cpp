@@ -7,6 +7,7 @@
 
 #include "chiamata.h"
 #include "eventi.h"
+#include "golden.h"
 #include "orve-mailserver/host/errore.h"
 #include "win32/conversions.h"
 #include "win32/errori_com.h"
@@ -273,7 +274,11 @@ ComPtr<IDispatch> Motore::CreaBanco() {
   banco->Aggiungi(L"Giornale", [this](const Argomenti&) {
     return VariantCom::DiTesto(adapters::win32::ToBstr(std::exchange(giornale_, {})));
   });
-  banco->Aggiungi(L"Contenuto", [](const Argomenti& dati) { return Testo(LeggiTesto(Largo(dati, 0))); });
+  // What was noted against a journal in the sources, which `./dev journals` writes anew.
+  banco->Aggiungi(L"Differenza", [this](const Argomenti& dati) {
+    return VariantCom::DiTesto(
+        adapters::win32::ToBstr(golden::Difference(ToUtf8(Largo(dati, 0)), std::exchange(giornale_, {}))));
+  });
   // Members by a name that the script computes, since not every engine has Eval: read, written with Let,
   // written with Set.
   const auto membro = [](const Argomenti& dati, WORD modi) {

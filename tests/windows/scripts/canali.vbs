@@ -118,9 +118,4 @@ servito.InviaMail
 Uguale "InviaMail, Stato", servito.Stato, CLng(0)
 Set servito = Nothing
 
-Dim giornale
-giornale = Banco.Giornale
-If giornale <> Banco.Contenuto(WScript.Arguments(0)) Then
-  Banco.Fallisce "il giornale è un altro:"
-  WScript.Echo giornale
-End If
+Uguale "giornale", Banco.Differenza(WScript.Arguments(0)), ""

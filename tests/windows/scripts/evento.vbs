@@ -44,7 +44,7 @@ Uguale "corpo cambiato", s.vCorpoMail, "Riscritto 漢字"
 Uguale "destinatari", s.vCollDestinatari.Count, CLng(2)
 Uguale "primo", s.vCollDestinatari(1).Nome & s.vCollDestinatari(1).Indirizzo, "Società Più S.r.l.anna@x.example"
 Uguale "secondo", s.vCollDestinatari(2).Nome & s.vCollDestinatari(2).Casella, "Bruno1"
-Uguale "giornale", Banco.Giornale, Banco.Contenuto(WScript.Arguments(0))
+Uguale "giornale", Banco.Differenza(WScript.Arguments(0)), ""
 
 ' Detached, the handler is asked no more.
 WScript.DisconnectObject s

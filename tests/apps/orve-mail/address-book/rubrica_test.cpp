@@ -219,9 +219,8 @@ class Manager : public DatiRubrica {
   std::istringstream ingresso;
   std::ostringstream uscita;
   std::ostringstream errori;
-  std::shared_ptr<AmbienteProgramma> ambiente = std::make_shared<AmbienteProgramma>(
-      Terminale{ingresso, uscita, errori}, nullptr, adapters::smtp::SmtpOptions{}, "/",
-      std::make_shared<Osservazioni>());
+  std::shared_ptr<host::Ambiente> ambiente = std::make_shared<adapters::ambiente::AmbientePronto>(
+      OpzioniDelProgramma({ingresso, uscita, errori}, std::make_shared<Osservazioni>()));
   std::optional<SceltaRubrica> scelta;
   AperturaRubrica apertura_;
   std::shared_ptr<host::ManagerRubrica> rubrica;

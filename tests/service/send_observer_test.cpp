@@ -1,0 +1,374 @@
+// What the host's observer is told of a send, incident by incident, and that being observed changes nothing:
+// neither what the outside objects are asked nor how the send ends.
+#include <functional>
+#include <memory>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "addressing/accounts.h"
+#include "fakes/errori.h"
+#include "fakes/osservatore_annotato.h"
+#include "fakes/servizio_di_prova.h"
+#include "service/direct_send.h"
+
+namespace orve {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+struct InvioOsservato {
+  InvioOsservato(kvEnum_ServizioMail canale, host::OsservatoreInvio* osservatore) {
+    ambiente->osservatore = osservatore;
+    ambiente->testoData = "14/11/2026";
+    servizio->ConnectionADO = connessione;
+    servizio->SrvMailInstallato = canale;
+    servizio->ModalitaInvio(kvAutomatico);
+    servizio->vFlagCorpo = 1;
+    servizio->vCorpoMail = "Buongiorno";
+    servizio->vDitta = "Acme S.p.A.";
+    servizio->DittaCorrente = 1;
+    servizio->vSenderAddress = "noi@azienda.example";
+    servizio->AddAllegato("C:\\a.pdf");
+    servizio->AddAllegato("C:\\b.pdf");
+    servizio->vCollDestinatari = std::make_shared<CollDestinatari>(ambiente);
+    servizio->vCollDestinatari->Add("anna@x.example", "Anna");
+    interno.account.SmtpServer = "smtp.azienda.example";
+    interno.impostazioni.PathTemp = "C:\\Temp";
+    ambiente->versioneOutlook = "14.0.0.7268";
+    interno.oggetti.objOutlookApp = ambiente->CreaOutlook();
+    interno.oggetti.ObjRegistroInvio = ambiente->CreaRegistroInvio();
+    journal->Svuota();
+  }
+
+  std::shared_ptr<fakes::FakeAmbiente> ambiente = std::make_shared<fakes::FakeAmbiente>();
+  fakes::JournalPtr journal = ambiente->journal;
+  std::shared_ptr<fakes::FakeConnection> connessione = std::make_shared<fakes::FakeConnection>(journal);
+  fakes::ServizioAperto aperto{ambiente};
+  std::unique_ptr<CLSFW_MAILSERVER>& servizio = aperto.servizio;
+  Interno& interno = aperto.interno;
+};
+
+struct CasoOsservato {
+  const char* nome;
+  kvEnum_ServizioMail canale;
+  std::function<void(InvioOsservato&)> prepara;
+  std::vector<std::string> atteso;
+};
+
+void PrintTo(const CasoOsservato& caso, std::ostream* uscita) {
+  *uscita << caso.nome;
+}
+
+// A step that fails with 1001 "guasto di prova".
+std::function<void(InvioOsservato&)> Guasto(std::string inizio) {
+  return [inizio = std::move(inizio)](InvioOsservato& invio) { invio.journal->Fallisce(inizio); };
+}
+
+std::function<void(InvioOsservato&)> Finisce(const char* inizio, host::FineConsegna fine) {
+  return [inizio, fine = std::move(fine)](InvioOsservato& invio) {
+    invio.ambiente->fineConsegna = fine;
+    if (*inizio != '\0') invio.journal->Fallisce(inizio, {32002, "MAPI", "non accettato"});
+  };
+}
+
+void Niente(InvioOsservato& /*invio*/) {}
+
+std::string RigaDiLog(const std::string& procedura) {
+  return "log Acme S.p.A.                                ErroreInvio   " + procedura +
+         "      14/11/2026   10:22:05";
+}
+
+const std::string kAnnaInviata = "registrata 0|Anna|Anna<anna@x.example>|";
+const std::string kAnnaNonInviata = "registrata 1|Anna|Anna<anna@x.example>|";
+const std::string kGuasto = "1001 guasto di prova";
+
+const std::vector<CasoOsservato> kCasiOsservati = {
+    {"SmtpSucceeds", kvSMTPSSLMail, Niente, {"iniziata 4", "riuscita|", kAnnaInviata}},
+    {"SmtpIsRefused",
+     kvSMTPSSLMail,
+     [](InvioOsservato& invio) {
+       invio.ambiente->risultatoSmtp = 4;
+       invio.ambiente->fineConsegna = {"550 no", false};
+     },
+     {"iniziata 4", "fallita 4|550 no",
+      kAnnaNonInviata + "Server si rifiuta di inoltrare mail ad uno o più indirizzi"}},
+    {"SmtpLosesTheAnswer",
+     kvSMTPSSLMail,
+     [](InvioOsservato& invio) {
+       invio.ambiente->risultatoSmtp = 5;
+       invio.ambiente->fineConsegna = {"rete interrotta", true};
+     },
+     {"iniziata 4", "fallita 5|rete interrotta|incerta",
+      kAnnaNonInviata + "Errore nell'invio dati del destinatario"}},
+    {"SmtpRaises",
+     kvSMTPSSLMail,
+     Guasto("smtp.SendMail"),
+     {"iniziata 4", "fallita 1001|guasto di prova|incerta", "messaggio guasto di prova|48",
+      kAnnaNonInviata + "Errore di connessione con il server"}},
+    {"SmtpAnswersNonsense",
+     kvSMTPSSLMail,
+     [](InvioOsservato& invio) { invio.ambiente->risultatoSmtp = "boh"; },
+     {"iniziata 4", "fallita 0||incerta", RigaDiLog("SendWithSmtp")}},
+    {"SmtpIsRaisedAtBeforeItIsAskedToSend",
+     kvSMTPSSLMail,
+     Guasto("smtp.Subject"),
+     {"iniziata 4", "messaggio guasto di prova|48", kAnnaNonInviata + "Errore di connessione con il server"}},
+    {"SmtpRefusesAFile",
+     kvSMTPSSLMail,
+     Guasto("smtp.AddAttachment C:\\b.pdf"),
+     {"iniziata 4", "allegato C:\\b.pdf|" + kGuasto, "messaggio guasto di prova|48", "riuscita|",
+      kAnnaInviata}},
+    {"SmtpCannotBeCreated",
+     kvSMTPSSLMail,
+     Guasto("Ambiente.CreaComponenteSmtp"),
+     {"oggetto non creato ComponenteSmtp|" + kGuasto, RigaDiLog("SendWithSmtp")}},
+    {"TheRegisterRefuses",
+     kvSMTPSSLMail,
+     Guasto("ObjRegistroInvio.RegistraInvio"),
+     {"iniziata 4", "riuscita|", "non registrata " + kGuasto, RigaDiLog("SendWithSmtp")}},
+
+    {"OutlookSucceeds",
+     kvOutlook,
+     Niente,
+     {"iniziata 2", "riuscita|", "registrata 0|Anna|Anna <anna@x.example>|"}},
+    {"OutlookRaises",
+     kvOutlook,
+     Guasto("MailItem.Send"),
+     {"iniziata 2", "fallita 1001|guasto di prova", RigaDiLog("SendWithOutlook")}},
+    {"OutlookRefusesAFile",
+     kvOutlook,
+     Guasto("Attachments.Add C:\\a.pdf"),
+     {"allegato C:\\a.pdf|" + kGuasto, "iniziata 2", "riuscita|",
+      "registrata 0|Anna|Anna <anna@x.example>|"}},
+
+    {"SimpleMapiSucceeds", kvSimpleMAPI, Niente, {"iniziata 1", "riuscita|", kAnnaInviata}},
+    {"SimpleMapiRefuses",
+     kvSimpleMAPI,
+     Finisce("MAPIMessages.Send", {"di suo", false}),
+     {"iniziata 1", "fallita 32002|non accettato", kAnnaNonInviata, RigaDiLog("SendWithSimpleMAPI")}},
+    {"SimpleMapiLosesTheAnswer",
+     kvSimpleMAPI,
+     Finisce("MAPIMessages.Send", {"di suo", true}),
+     {"iniziata 1", "fallita 32002|non accettato|incerta", kAnnaNonInviata, RigaDiLog("SendWithSimpleMAPI")}},
+    {"SimpleMapiRefusesAFile",
+     kvSimpleMAPI,
+     Guasto("MAPIMessages.AttachmentPathName C:\\b.pdf"),
+     {"iniziata 1", "allegato C:\\b.pdf|" + kGuasto, "riuscita|", kAnnaInviata}},
+    {"SimpleMapiCannotBeCreated",
+     kvSimpleMAPI,
+     Guasto("Ambiente.CreaMAPIMessages"),
+     {"oggetto non creato MSMAPI.MAPIMessages|" + kGuasto, kAnnaNonInviata, RigaDiLog("SendWithSimpleMAPI")}},
+
+    {"Mapi32Succeeds",
+     kvMAPI,
+     Niente,
+     {"iniziata 3", "riuscita|", "messaggio Message sent!|0", kAnnaInviata}},
+    {"Mapi32Refuses",
+     kvMAPI,
+     [](InvioOsservato& invio) {
+       invio.ambiente->esitoInvioMapi = 25;
+       invio.ambiente->fineConsegna = {"nessun destinatario", false};
+     },
+     {"iniziata 3", "fallita 25|nessun destinatario", "messaggio Message not sent! Result = 25|0",
+      kAnnaNonInviata + "FALLITO"}},
+    {"Mapi32Raises",
+     kvMAPI,
+     Guasto("MAPI32.BMAPISendMail"),
+     {"iniziata 3", "fallita 1001|guasto di prova|incerta"}},
+    {"Mapi32OpensNoSession",
+     kvMAPI,
+     [](InvioOsservato& invio) {
+       invio.ambiente->esitoLogonMapi = 3;
+       invio.ambiente->fineConsegna = {"sendmail non c'è", false};
+     },
+     {"iniziata 3", "sessione negata 3|sendmail non c'è", "messaggio Logon failed. Result = 3|0"}},
+    {"Mapi32CannotBeCreated",
+     kvMAPI,
+     Guasto("Ambiente.CreaMapi32"),
+     {"oggetto non creato MAPI32.DLL|" + kGuasto}},
+
+    {"TheLogCannotBeOpened",
+     kvOutlook,
+     [](InvioOsservato& invio) {
+       invio.journal->Fallisce("MailItem.Send");
+       invio.journal->Fallisce("FileSystem.OpenTextFile", {70, "Scripting", "permesso negato"});
+     },
+     {"iniziata 2", "fallita 1001|guasto di prova", "log non scritto 70 permesso negato"}},
+    {"TheLogCannotBeWritten",
+     kvOutlook,
+     [](InvioOsservato& invio) {
+       invio.journal->Fallisce("MailItem.Send");
+       invio.journal->Fallisce("TextStream.WriteLine Acme", {61, "Scripting", "disco pieno"});
+     },
+     {"iniziata 2", "fallita 1001|guasto di prova", "log non scritto 61 disco pieno"}},
+    {"TheLogCannotBeClosed",
+     kvOutlook,
+     [](InvioOsservato& invio) {
+       invio.journal->Fallisce("MailItem.Send");
+       invio.journal->Fallisce("TextStream.Close", {61, "Scripting", "disco pieno"});
+     },
+     {"iniziata 2", "fallita 1001|guasto di prova", RigaDiLog("SendWithOutlook"),
+      "log non scritto 61 disco pieno"}},
+    {"ThereIsNoFileSystem",
+     kvOutlook,
+     [](InvioOsservato& invio) {
+       invio.journal->Fallisce("MailItem.Send");
+       invio.journal->Fallisce("Ambiente.CreaFileSystem");
+     },
+     {"iniziata 2", "fallita 1001|guasto di prova", "log non scritto " + kGuasto}},
+    {"TheFolderOfTheLogIsMissing",
+     kvOutlook,
+     [](InvioOsservato& invio) {
+       invio.journal->Fallisce("MailItem.Send");
+       invio.ambiente->cartelle.clear();
+     },
+     {"iniziata 2", "fallita 1001|guasto di prova", "senza cartella C:\\Temp"}},
+};
+
+class OsservatoreDellInvio : public ::testing::TestWithParam<CasoOsservato> {
+ protected:
+  /// All that can be seen of the send from outside.
+  static std::vector<std::string> Visto(host::OsservatoreInvio* osservatore) {
+    InvioOsservato invio(GetParam().canale, osservatore);
+    GetParam().prepara(invio);
+    invio.servizio->InviaMail();
+    std::vector<std::string> visto = invio.journal->Righe();
+    visto.push_back("Stato " + std::to_string(invio.servizio->Stato()));
+    return visto;
+  }
+};
+
+TEST_P(OsservatoreDellInvio, IsToldWhatBecameOfIt) {
+  fakes::OsservatoreAnnotato osservatore;
+  Visto(&osservatore);
+  EXPECT_EQ(osservatore.righe, GetParam().atteso);
+}
+
+TEST_P(OsservatoreDellInvio, ChangesNothingEvenIfItRaises) {
+  fakes::OsservatoreAnnotato osservatore;
+  const auto inosservato = Visto(nullptr);
+  EXPECT_EQ(Visto(&osservatore), inosservato);
+  const auto detto = osservatore.righe;
+  osservatore.righe.clear();
+  osservatore.solleva = true;
+  EXPECT_EQ(Visto(&osservatore), inosservato);
+  EXPECT_EQ(osservatore.righe, detto);
+}
+
+INSTANTIATE_TEST_SUITE_P(OgniCaso, OsservatoreDellInvio, ::testing::ValuesIn(kCasiOsservati),
+                         [](const auto& caso) { return std::string(caso.param.nome); });
+
+class Osservati : public fakes::ServizioDiProva {
+ protected:
+  Osservati() { ambiente->osservatore = &osservatore; }
+  void Annulla() {
+    RegistraAnnullamentoDaUtente(interno.messaggio, interno.impostazioni, interno.contesto, interno.oggetti);
+  }
+  fakes::OsservatoreAnnotato osservatore;
+};
+
+TEST_F(Osservati, ARefusedSendIsALineOfTheRegister) {
+  ConRegistro();
+  servizio->SrvMailInstallato = kvNoMail;
+  servizio->AvviaProceduraInvio();
+  EXPECT_THAT(osservatore.righe, ElementsAre("registrata 1|||Invio mail disabilitato"));
+  journal->Fallisce("ObjRegistroInvio.RegistraInvio");
+  osservatore.righe.clear();
+  interno.impostazioni.PathTemp = "C:\\Temp";
+  servizio->ModalitaInvio(kvManuale);
+  servizio->AvviaProceduraInvio();
+  EXPECT_THAT(osservatore.righe,
+              ElementsAre("non registrata 1001 guasto di prova",
+                          "messaggio 1001 guasto di prova ORVE_MAILSERVER: CLSFW_MAILSERVER: "
+                          "AvviaProceduraInvio|0"));
+}
+
+TEST_F(Osservati, ACancelledSendIsALineOfTheRegister) {
+  ConRegistro();
+  Annulla();
+  EXPECT_THAT(osservatore.righe, ElementsAre("registrata 2|||Richiesta annullamento da utente"));
+}
+
+TEST_F(Osservati, TheObjectsOfTheSettingsAreNamedWhenTheyCannotBeCreated) {
+  const auto conCanale = [&](kvEnum_ServizioMail canale) {
+    connessione->Risponde("FW24_FAXCONFIG", {{{"FW24_INDFAXATTIVO", static_cast<std::int32_t>(canale)},
+                                              {"FW24_INDMODALITA", 1},
+                                              {"FW24_PATHTMP", "C:\\Temp"},
+                                              {"FW24_MAILMODSTDIFF", 0},
+                                              {"FW24_BCC", 0},
+                                              {"FW24_READRECEIPT", 0},
+                                              {"FW24_FLGMSGPERS", 0},
+                                              {"FW24_MSGPERS", ""}}});
+    osservatore.righe.clear();
+    fakes::NumeroDi([&] { servizio->GetImpostazioni(); });
+    return osservatore.righe;
+  };
+  journal->Fallisce("Ambiente.CreaOutlook");
+  journal->Fallisce("Ambiente.CreaMAPISession");
+  EXPECT_THAT(conCanale(kvOutlook), ElementsAre("oggetto non creato Outlook.Application|1001 guasto di prova",
+                                                "messaggio Errore in creazione istanza di Outlook|16"));
+  EXPECT_THAT(conCanale(kvSimpleMAPI),
+              ElementsAre("oggetto non creato MSMAPI.MAPISession|1001 guasto di prova"));
+}
+
+TEST_F(Osservati, AWindowThatCannotBeMadeIsTold) {
+  journal->Fallisce("Ambiente.CreaForm", host::Errore(host::kOggettoNonCreabile));
+  servizio->ReturnMailParameters();
+  EXPECT_THAT(osservatore.righe, ElementsAre("finestra non aperta 429 Impossibile creare l'oggetto"));
+}
+
+TEST_F(Osservati, ADirectoryThatFailsIsToldAndOneThatIsNotThereIsNot) {
+  const auto carica = [&] {
+    osservatore.righe.clear();
+    interno.account.SmtpServer.clear();
+    CaricaAccountPredefinito(interno.messaggio, interno.account, interno.contesto, interno.oggetti);
+    return osservatore.righe;
+  };
+  EXPECT_THAT(carica(), IsEmpty());
+  ambiente->directoryPresente = true;
+  EXPECT_THAT(carica(), IsEmpty());
+  journal->Fallisce("DirectoryConnection.Execute", {440, "Directory", "la directory non risponde"});
+  EXPECT_THAT(carica(), ElementsAre("directory 440 la directory non risponde"));
+}
+
+// Whose kind only its own type tells.
+class ErroreDiUnaDirectory : public host::Errore {
+ public:
+  ErroreDiUnaDirectory() : Errore(440, "Directory", "come prima") {}
+};
+
+TEST_F(Osservati, AnErrorArrivesAsItWasRaised) {
+  class Riconosce : public host::OsservatoreInvio {
+   public:
+    void RicercaInDirectoryFallita(const host::Errore& errore) override {
+      riconosciuti += dynamic_cast<const ErroreDiUnaDirectory*>(&errore) != nullptr ? 1 : 0;
+    }
+    void RigaNonRegistrata(const host::Errore& errore) override {
+      riconosciuti += dynamic_cast<const ErroreDiUnaDirectory*>(&errore) != nullptr ? 1 : 0;
+    }
+    int riconosciuti = 0;
+  } riconosce;
+  ambiente->osservatore = &riconosce;
+  ambiente->directoryPresente = true;
+  ConRegistro();
+  const auto solleva = [] { throw ErroreDiUnaDirectory(); };
+  journal->Quando("DirectoryConnection.Execute", solleva);
+  journal->Quando("ObjRegistroInvio.RegistraInvio", solleva);
+  CaricaAccountPredefinito(interno.messaggio, interno.account, interno.contesto, interno.oggetti);
+  Annulla();
+  EXPECT_EQ(riconosce.riconosciuti, 2);
+}
+
+TEST_F(Osservati, AForeignErrorHasItsTextAndNumber440) {
+  ConRegistro();
+  journal->Quando("ObjRegistroInvio.RegistraInvio", [] { throw std::runtime_error("estraneo"); });
+  Annulla();
+  ASSERT_FALSE(osservatore.righe.empty());
+  EXPECT_EQ(osservatore.righe.front(), "non registrata 440 estraneo");
+}
+
+}  // namespace
+}  // namespace orve
