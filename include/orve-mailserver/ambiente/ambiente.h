@@ -41,7 +41,8 @@ namespace orve::adapters::ambiente {
 [[nodiscard]] ORVE_API std::shared_ptr<smtp::ConnectionPool> CreaConnessioni(
     const smtp::SmtpOptions& smtp = {});
 
-/// What a host may choose; nothing has to be.
+/// What a host chooses; as it stands, SMTP and the machine's own mail system with the defaults of each, and
+/// nobody who reads messages.
 struct ORVE_API Opzioni {
   /// Names windows, messages and the folder of temporary files.
   std::string programma = "orve-mailserver";
@@ -49,7 +50,7 @@ struct ORVE_API Opzioni {
   std::string cartellaBase = {};
 
   ///@{
-  /// How messages are delivered, over SMTP and by the machine's own mail system.
+  /// For the SMTP component, and for the MAPI controls and library.
   smtp::SmtpOptions smtp = {};
   mapi::MapiOptions mapi = {};
   ///@}

@@ -12,7 +12,7 @@
 
 namespace orve::adapters::ambiente {
 
-/// What a host may choose; nothing has to be.
+/// Who works on a database, and for how long it is waited for.
 struct ORVE_API OpzioniDatabase {
   /// The application user to whom a connection to the embedded database belongs; none: nobody. A server
   /// identifies the user by the application's own procedure.

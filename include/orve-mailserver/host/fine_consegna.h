@@ -7,7 +7,7 @@
 
 namespace orve::host {
 
-/// It holds its own texts.
+/// How a delivery ended, in the words of whatever ended it.
 struct ORVE_API FineConsegna {
   std::string motivo;    ///< what ended it, for a person and without secrets; empty after a success
   bool incerta = false;  ///< it failed, and whoever it was handed to may have the message all the same

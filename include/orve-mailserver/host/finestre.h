@@ -26,7 +26,7 @@ class ORVE_API Finestre {
   /// A window built from the layout, not yet shown.
   [[nodiscard]] virtual std::shared_ptr<Form> CreaForm(const LayoutForm& layout) = 0;
   ///@{
-  /// The objects that a window works with.
+  /// The parts of a window, and the objects that go with it.
   [[nodiscard]] virtual std::shared_ptr<ConfigurazioneGriglia> CreaConfigurazioneGriglia() = 0;
   [[nodiscard]] virtual std::shared_ptr<RecordSetScollegato> CreaRecordSetScollegato() = 0;
   [[nodiscard]] virtual std::shared_ptr<SelettoreFile> CreaSelettoreFile() = 0;

@@ -17,14 +17,12 @@ namespace orve::host {
 /// The outside object that delivers for a channel.
 enum class MezzoConsegna { kNessuno, kControlliMapi, kOutlook, kMapi32, kComponenteSmtp };
 
-/// How a delivery ended.
+/// What came of a delivery.
 struct ORVE_API EsitoConsegna {
-  /// Whether the message was handed over.
-  bool riuscita = false;
+  bool riuscita = false;  ///< the channel's object took the message
   /// After a failure: the number of the SMTP component or of MAPI, or that of the error raised.
   std::int32_t numero = 0;
-  /// What else is known of it.
-  FineConsegna fine = {};
+  FineConsegna fine = {};  ///< what the object itself can tell of it
 };
 
 /// Each operation is called in the thread of the send, in the order of what happens; a send waits for it.
