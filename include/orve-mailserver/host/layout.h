@@ -60,6 +60,9 @@ struct LayoutForm {
   float width = 0;  // of the area inside border and title, in twips
   float height = 0;
   std::span<const LayoutControllo> controlli = {};  // a frame comes before the controls that it holds
+  std::string_view pulsanteConferma = {};           // the button that confirms the window; empty: none
+  std::string_view pulsanteFile =
+      {};  // the button whose procedure takes files dropped on the window; empty: none
 };
 
 }  // namespace orve::host
