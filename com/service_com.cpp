@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "elenco_connessioni.h"
+#include "enumeratore.h"
 #include "recipients_com.h"
 #include "senders_com.h"
 #include "win32/oggetti_chiamante.h"
@@ -13,10 +13,10 @@ namespace orve::com {
 namespace {
 
 using Punto = adapters::win32::ComPtr<IConnectionPoint>;
-void CopiaPunto(const Punto& punto, IConnectionPoint*& uscita) {
-  uscita = Punto(punto).Cedi();
-}
-using ElencoPunti = ElencoFisso<IEnumConnectionPoints, IConnectionPoint*, Punto, CopiaPunto>;
+struct ElencoPunti : ElencoFisso<Punto> {
+  using ElencoFisso::ElencoFisso;
+  static void Consegna(Punto& punto, IConnectionPoint*& uscita) { uscita = punto.Cedi(); }
+};
 
 // The object that a caller passed in, as the caller knows it.
 template <class T>
@@ -39,11 +39,6 @@ CLSFW_MAILSERVERCom::~CLSFW_MAILSERVERCom() {
   N().BeforeSendMail = nullptr;
 }
 
-void* CLSFW_MAILSERVERCom::Trova(REFIID iid) noexcept {
-  if (iid == IID_IConnectionPointContainer) return static_cast<IConnectionPointContainer*>(this);
-  return Pubblico::Trova(iid);
-}
-
 GUID CLSFW_MAILSERVERCom::Eventi() const noexcept {
   return DIID_DCLSFW_MAILSERVEREventi;
 }
@@ -52,8 +47,7 @@ HRESULT CLSFW_MAILSERVERCom::EnumConnectionPoints(IEnumConnectionPoints** elenco
   if (elenco == nullptr) return E_POINTER;
   *elenco = nullptr;
   return Entra([&] {
-    *elenco = new ElencoPunti({Punto(&evento_)});
-    (*elenco)->AddRef();
+    EsportaElenco<IEnumConnectionPoints, IConnectionPoint*>(ElencoPunti({Punto(&evento_)}), elenco);
   });
 }
 
