@@ -13,6 +13,7 @@
 
 #include "contato.h"
 #include "errori.h"
+#include "orve-mailserver/host/variant.h"
 #include "win32/com_ptr.h"
 
 namespace orve::com {
@@ -52,8 +53,7 @@ class Enumeratore final : public Contato<Interfaccia> {
     if (copia == nullptr) return E_POINTER;
     *copia = nullptr;
     return Esegui(__uuidof(Interfaccia), [&] {
-      *copia = new Enumeratore(elenco_, posizione_);
-      (*copia)->AddRef();
+      *copia = adapters::win32::ComPtr<Interfaccia>(new Enumeratore(elenco_, posizione_)).Cedi();
     });
   }
 
@@ -64,11 +64,10 @@ class Enumeratore final : public Contato<Interfaccia> {
   std::int32_t posizione_;
 };
 
-/// Hands out a new enumerator, with one reference for the caller.
 template <class Interfaccia, class Elemento, class Elenco>
-void EsportaElenco(Elenco elenco, Interfaccia** valore) {
-  *valore = new Enumeratore<Interfaccia, Elemento, Elenco>(std::move(elenco));
-  (*valore)->AddRef();
+adapters::win32::ComPtr<Interfaccia> NuovoEnumeratore(Elenco elenco) {
+  return adapters::win32::ComPtr<Interfaccia>(
+      new Enumeratore<Interfaccia, Elemento, Elenco>(std::move(elenco)));
 }
 
 /// The items of a collection by position, so changing the collection during the loop skips or repeats an item
@@ -92,11 +91,10 @@ class ElencoCollezione {
 };
 
 template <class Collezione, class Pubblica>
-void EsportaEnumeratore(std::shared_ptr<Collezione> collezione, Pubblica pubblica, IUnknown** valore) {
-  IEnumVARIANT* elenco = nullptr;
-  EsportaElenco<IEnumVARIANT, VARIANT>(
-      ElencoCollezione<Collezione, Pubblica>(std::move(collezione), std::move(pubblica)), &elenco);
-  *valore = elenco;
+adapters::win32::ComPtr<IEnumVARIANT> EnumeratoreDi(std::shared_ptr<Collezione> collezione,
+                                                    Pubblica pubblica) {
+  return NuovoEnumeratore<IEnumVARIANT, VARIANT>(
+      ElencoCollezione<Collezione, Pubblica>(std::move(collezione), std::move(pubblica)));
 }
 
 /// A fixed list of owners.

@@ -79,7 +79,7 @@ HRESULT PuntoEvento::EnumConnections(IEnumConnections** elenco) {
   return Esegui(IID_IConnectionPoint, [&] {
     std::vector<Ascolto> ascolti;
     for (const auto& [numero, ascoltatore] : ascoltatori_) ascolti.push_back({numero, ascoltatore});
-    EsportaElenco<IEnumConnections, CONNECTDATA>(ElencoAscolti(std::move(ascolti)), elenco);
+    *elenco = NuovoEnumeratore<IEnumConnections, CONNECTDATA>(ElencoAscolti(std::move(ascolti))).Cedi();
   });
 }
 

@@ -119,6 +119,14 @@ class Pubblico : public Contato<Interfaccia, ISupportErrorInfo, IProvideClassInf
     return Esegui(__uuidof(Interfaccia), std::forward<Azione>(azione));
   }
 
+  /// The same for a member that hands out an object, null if it fails: `azione` returns its owner.
+  template <class Oggetto, class Azione>
+  HRESULT Porgi(Oggetto** valore, Azione&& azione) noexcept {
+    if (valore == nullptr) return E_POINTER;
+    *valore = nullptr;
+    return Entra([&] { *valore = azione().Cedi(); });
+  }
+
   [[nodiscard]] void* Trova(REFIID iid) noexcept override {
     if (iid == IID_IDispatch) return static_cast<Interfaccia*>(this);
     if (iid == IID_IProvideClassInfo) return static_cast<IProvideClassInfo2*>(this);

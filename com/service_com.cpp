@@ -44,10 +44,8 @@ GUID CLSFW_MAILSERVERCom::Eventi() const noexcept {
 }
 
 HRESULT CLSFW_MAILSERVERCom::EnumConnectionPoints(IEnumConnectionPoints** elenco) {
-  if (elenco == nullptr) return E_POINTER;
-  *elenco = nullptr;
-  return Entra([&] {
-    EsportaElenco<IEnumConnectionPoints, IConnectionPoint*>(ElencoPunti({Punto(&evento_)}), elenco);
+  return Porgi(elenco, [&] {
+    return NuovoEnumeratore<IEnumConnectionPoints, IConnectionPoint*>(ElencoPunti({Punto(&evento_)}));
   });
 }
 
@@ -103,10 +101,8 @@ HRESULT CLSFW_MAILSERVERCom::putref_vElencoAllegati(VARIANT valore) {
 // --- objects of the library
 
 HRESULT CLSFW_MAILSERVERCom::get_vCollDestinatari(ICollDestinatari** valore) {
-  if (valore == nullptr) return E_POINTER;
-  *valore = nullptr;
-  return Entra(
-      [&] { *valore = PubblicoDi<CollDestinatariCom, ICollDestinatari>(N().vCollDestinatari).Cedi(); });
+  return Porgi(valore,
+               [&] { return PubblicoDi<CollDestinatariCom, ICollDestinatari>(N().vCollDestinatari); });
 }
 
 HRESULT CLSFW_MAILSERVERCom::putref_vCollDestinatari(ICollDestinatari* valore) {
@@ -114,9 +110,7 @@ HRESULT CLSFW_MAILSERVERCom::putref_vCollDestinatari(ICollDestinatari* valore) {
 }
 
 HRESULT CLSFW_MAILSERVERCom::get_vCollMittenti(ICollMittenti** valore) {
-  if (valore == nullptr) return E_POINTER;
-  *valore = nullptr;
-  return Entra([&] { *valore = PubblicoDi<CollMittentiCom, ICollMittenti>(N().vCollMittenti).Cedi(); });
+  return Porgi(valore, [&] { return PubblicoDi<CollMittentiCom, ICollMittenti>(N().vCollMittenti); });
 }
 
 HRESULT CLSFW_MAILSERVERCom::putref_vCollMittenti(ICollMittenti* valore) {
@@ -124,9 +118,7 @@ HRESULT CLSFW_MAILSERVERCom::putref_vCollMittenti(ICollMittenti* valore) {
 }
 
 HRESULT CLSFW_MAILSERVERCom::get_vMittente(IMittente** valore) {
-  if (valore == nullptr) return E_POINTER;
-  *valore = nullptr;
-  return Entra([&] { *valore = PubblicoDi<MittenteCom, IMittente>(N().vMittente).Cedi(); });
+  return Porgi(valore, [&] { return PubblicoDi<MittenteCom, IMittente>(N().vMittente); });
 }
 
 HRESULT CLSFW_MAILSERVERCom::putref_vMittente(IMittente* valore) {
@@ -134,9 +126,7 @@ HRESULT CLSFW_MAILSERVERCom::putref_vMittente(IMittente* valore) {
 }
 
 HRESULT CLSFW_MAILSERVERCom::get_MailParamAccount(IMittente** valore) {
-  if (valore == nullptr) return E_POINTER;
-  *valore = nullptr;
-  return Entra([&] { *valore = PubblicoDi<MittenteCom, IMittente>(N().MailParamAccount()).Cedi(); });
+  return Porgi(valore, [&] { return PubblicoDi<MittenteCom, IMittente>(N().MailParamAccount()); });
 }
 
 HRESULT CLSFW_MAILSERVERCom::putref_MailParamAccount(IMittente* valore) {
