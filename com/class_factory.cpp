@@ -57,8 +57,6 @@ class Fabbrica final : public Contato<IClassFactory> {
   }
 
  private:
-  ~Fabbrica() override = default;
-
   LONG blocchi_ = 0;
   const ClasseCreabile& classe_;
 };

@@ -58,8 +58,6 @@ class Enumeratore final : public Contato<Interfaccia> {
   }
 
  private:
-  ~Enumeratore() override = default;
-
   Elenco elenco_;
   std::int32_t posizione_;
 };

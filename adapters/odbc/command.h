@@ -14,7 +14,7 @@ class Comando final : public rows::Comando {
   explicit Comando(std::shared_ptr<const Collegamento> collegamento);
 
  protected:
-  bool Aperto() const override { return collegamento_->Aperto(); }
+  [[nodiscard]] bool Aperto() const override { return collegamento_->Aperto(); }
   void EseguiTesto(const std::string& testo) override;
   void EseguiProcedura(std::string_view nome, const rows::Parametri& parametri) override;
 

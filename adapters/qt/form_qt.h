@@ -55,14 +55,14 @@ class FormQt final : public forms::Form {
   void Titolo(const std::string& titolo) override { finestra_->setWindowTitle(Testo(titolo)); }
   /// The window gets no smaller than that, unless the screen is.
   void Interno(const Misura& misura) override;
-  Misura Interno() const override { return {finestra_->width(), finestra_->height()}; }
-  bool Visibile() const override { return finestra_->isVisible(); }
+  [[nodiscard]] Misura Interno() const override { return {finestra_->width(), finestra_->height()}; }
+  [[nodiscard]] bool Visibile() const override { return finestra_->isVisible(); }
   void Mostra(bool modale, host::Form* proprietario) override;
   void Nascondi() override;
   void ChiudiDallaCornice() override { finestra_->reject(); }
   void Azione(const std::function<void()>& azione) override;
   std::int32_t Chiede(const std::string& testo, std::int32_t stile, const std::string& titolo) override;
-  bool Premibile(const forms::Elemento& elemento) const override;
+  [[nodiscard]] bool Premibile(const forms::Elemento& elemento) const override;
 
  private:
   void Disponi(const host::LayoutForm& layout) const;

@@ -14,10 +14,10 @@ class Comando final : public rows::Comando {
   explicit Comando(std::shared_ptr<Database> database);
 
  protected:
-  bool Aperto() const override { return database_->Aperto(); }
+  [[nodiscard]] bool Aperto() const override { return database_->Aperto(); }
   void EseguiTesto(const std::string& testo) override;
   /// Raises 1 with the engine's wording for a procedure that does not exist or takes other parameters.
-  void EseguiProcedura(std::string_view nome, const rows::Parametri& parametri) override;
+  void EseguiProcedura(std::string_view procedura, const rows::Parametri& parametri) override;
 
  private:
   std::shared_ptr<Database> database_;

@@ -54,7 +54,7 @@ class Spunta : public Controllo<forms::Spunta> {
   void Comando(int codice) override;
 
  protected:
-  bool Segnata() const override { return Manda(BM_GETCHECK) == BST_CHECKED; }
+  [[nodiscard]] bool Segnata() const override { return Manda(BM_GETCHECK) == BST_CHECKED; }
   void Segna(bool segnata) override { Manda(BM_SETCHECK, segnata ? BST_CHECKED : BST_UNCHECKED); }
 };
 

@@ -30,16 +30,16 @@ class FormWin32 final : public forms::Form {
                                                  forms::Elemento* cornice) override;
   void Titolo(const std::string& titolo) override { finestra_->Titolo(titolo); }
   void Interno(const Misura& misura) override { finestra_->Misura({misura.width, misura.height}); }
-  Misura Interno() const override;
-  int Dpi() const override { return finestra_->Dpi(); }
-  bool Visibile() const override { return finestra_->Visibile(); }
+  [[nodiscard]] Misura Interno() const override;
+  [[nodiscard]] int Dpi() const override { return finestra_->Dpi(); }
+  [[nodiscard]] bool Visibile() const override { return finestra_->Visibile(); }
   /// Without an owner form, the active window of the thread is the owner on the screen.
   void Mostra(bool modale, host::Form* proprietario) override;
   void Nascondi() override { finestra_->Nascondi(); }
   void ChiudiDallaCornice() override;
   void Azione(const std::function<void()>& azione) override { finestra_->Azione(azione); }
   std::int32_t Chiede(const std::string& testo, std::int32_t stile, const std::string& titolo) override;
-  bool Premibile(const forms::Elemento& elemento) const override;
+  [[nodiscard]] bool Premibile(const forms::Elemento& elemento) const override;
 
  private:
   void Disponi(const host::LayoutForm& layout) const;
