@@ -9,7 +9,6 @@
 #include "ambiente/parametri_corpo.h"
 #include "ambiente/percorsi.h"
 #include "ambiente/registro_tabella.h"
-#include "values/formatori_sql.h"
 #include "ldap/ldap_directory.h"
 #include "mapi/controls.h"
 #include "mapi/mail_system.h"
@@ -23,6 +22,7 @@
 #include "smtp/connection_pool.h"
 #include "smtp/smtp_component.h"
 #include "sqlite/sqlite_connection.h"
+#include "values/formatori_sql.h"
 
 namespace orve::adapters::ambiente {
 
