@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "contato.h"
 #include "errori.h"
-#include "modulo.h"
 #include "recipients_com.h"
 #include "senders_com.h"
 #include "service_com.h"
@@ -28,29 +28,9 @@ const std::array<ClasseCreabile, 4> kClassi = {{
     {&CLSID_Mittente, L"Mittente", Crea<MittenteCom, IMittente, Mittente>},
 }};
 
-class Fabbrica final : public IClassFactory {
+class Fabbrica final : public Contato<IClassFactory> {
  public:
   explicit Fabbrica(const ClasseCreabile& classe) : classe_(classe) {}
-  Fabbrica(const Fabbrica&) = delete;
-  Fabbrica& operator=(const Fabbrica&) = delete;
-  Fabbrica(Fabbrica&&) = delete;
-  Fabbrica& operator=(Fabbrica&&) = delete;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
-    if (oggetto == nullptr) return E_POINTER;
-    *oggetto = iid == IID_IUnknown || iid == IID_IClassFactory ? this : nullptr;
-    if (*oggetto == nullptr) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override {
-    return static_cast<ULONG>(InterlockedIncrement(&riferimenti_));
-  }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const LONG rimasti = InterlockedDecrement(&riferimenti_);
-    if (rimasti == 0) delete this;
-    return static_cast<ULONG>(rimasti);
-  }
 
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* esterno, REFIID iid, void** oggetto) override {
     if (oggetto == nullptr) return E_POINTER;
@@ -77,10 +57,6 @@ class Fabbrica final : public IClassFactory {
   }
 
  private:
-  ~Fabbrica() = default;
-
-  Presenza presenza_;
-  LONG riferimenti_ = 0;
   LONG blocchi_ = 0;
   const ClasseCreabile& classe_;
 };

@@ -1,4 +1,4 @@
-// The enumerator of a for-each loop over a collection.
+// The enumerators that clients walk: of a for-each loop over a collection, and those of connection points.
 #pragma once
 
 #include <windows.h>
@@ -9,56 +9,39 @@
 #include <cstdint>
 #include <memory>
 #include <utility>
+#include <vector>
 
+#include "contato.h"
 #include "errori.h"
-#include "modulo.h"
+#include "orve-mailserver/host/variant.h"
 #include "win32/com_ptr.h"
 
 namespace orve::com {
 
-/// Walks the items by position, so changing the collection during the loop skips or repeats an item at worst.
-/// `Pubblica` creates the item's public object.
-template <class Collezione, class Pubblica>
-class Enumeratore final : public IEnumVARIANT {
+/// `Interfaccia` is the enumerator's interface. `Elenco` says how many elements there are (Quanti), hands out
+/// an owner of the one at a position (Voce) and writes it for the client, which then owns it (Consegna).
+template <class Interfaccia, class Elemento, class Elenco>
+class Enumeratore final : public Contato<Interfaccia> {
  public:
-  Enumeratore(std::shared_ptr<Collezione> collezione, Pubblica pubblica, std::int32_t posizione = 0)
-      : collezione_(std::move(collezione)), pubblica_(std::move(pubblica)), posizione_(posizione) {}
+  explicit Enumeratore(Elenco elenco, std::int32_t posizione = 0)
+      : elenco_(std::move(elenco)), posizione_(posizione) {}
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
-    if (oggetto == nullptr) return E_POINTER;
-    *oggetto = iid == IID_IUnknown || iid == IID_IEnumVARIANT ? this : nullptr;
-    if (*oggetto == nullptr) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override {
-    return static_cast<ULONG>(InterlockedIncrement(&riferimenti_));
-  }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const LONG rimasti = InterlockedDecrement(&riferimenti_);
-    if (rimasti == 0) delete this;
-    return static_cast<ULONG>(rimasti);
-  }
-
-  HRESULT STDMETHODCALLTYPE Next(ULONG quanti, VARIANT* valori, ULONG* dati) override {
-    if (valori == nullptr || (dati == nullptr && quanti > 1)) return E_POINTER;
-    ULONG presi = 0;
-    const HRESULT esito = Esegui(IID_IEnumVARIANT, [&] {
-      for (; presi < quanti && posizione_ < collezione_->Count(); ++presi) {
-        const auto oggetto = pubblica_(collezione_->Item(host::Variant(posizione_ + 1)));
-        valori[presi] = adapters::win32::VariantCom::DiOggetto(oggetto.Get()).Cedi();
-        ++posizione_;
+  HRESULT STDMETHODCALLTYPE Next(ULONG quanti, Elemento* elementi, ULONG* dati) override {
+    if (elementi == nullptr || (dati == nullptr && quanti > 1)) return E_POINTER;
+    std::vector<decltype(elenco_.Voce(0))> prese;
+    const HRESULT esito = Esegui(__uuidof(Interfaccia), [&] {
+      for (; prese.size() < quanti && posizione_ < elenco_.Quanti(); ++posizione_) {
+        prese.push_back(elenco_.Voce(posizione_));
       }
     });
-    if (FAILED(esito)) {
-      while (presi > 0) VariantClear(&valori[--presi]);
-    }
-    if (dati != nullptr) *dati = presi;
+    if (FAILED(esito)) prese.clear();
+    for (auto& presa : prese) Elenco::Consegna(presa, *elementi++);
+    if (dati != nullptr) *dati = static_cast<ULONG>(prese.size());
     if (FAILED(esito)) return esito;
-    return presi == quanti ? S_OK : S_FALSE;
+    return prese.size() == quanti ? S_OK : S_FALSE;
   }
   HRESULT STDMETHODCALLTYPE Skip(ULONG quanti) override {
-    const auto rimasti = static_cast<ULONG>(std::max(0, collezione_->Count() - posizione_));
+    const auto rimasti = static_cast<ULONG>(std::max(0, elenco_.Quanti() - posizione_));
     posizione_ += static_cast<std::int32_t>(std::min(quanti, rimasti));
     return quanti <= rimasti ? S_OK : S_FALSE;
   }
@@ -66,29 +49,63 @@ class Enumeratore final : public IEnumVARIANT {
     posizione_ = 0;
     return S_OK;
   }
-  HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** copia) override {
+  HRESULT STDMETHODCALLTYPE Clone(Interfaccia** copia) override {
     if (copia == nullptr) return E_POINTER;
     *copia = nullptr;
-    return Esegui(IID_IEnumVARIANT, [&] {
-      *copia = new Enumeratore(collezione_, pubblica_, posizione_);
-      (*copia)->AddRef();
+    return Esegui(__uuidof(Interfaccia), [&] {
+      *copia = adapters::win32::ComPtr<Interfaccia>(new Enumeratore(elenco_, posizione_)).Cedi();
     });
   }
 
  private:
-  ~Enumeratore() = default;
-
-  Presenza presenza_;
-  LONG riferimenti_ = 0;
-  std::shared_ptr<Collezione> collezione_;
-  Pubblica pubblica_;
+  Elenco elenco_;
   std::int32_t posizione_;
 };
 
-template <class Collezione, class Pubblica>
-void EsportaEnumeratore(std::shared_ptr<Collezione> collezione, Pubblica pubblica, IUnknown** valore) {
-  *valore = new Enumeratore<Collezione, Pubblica>(std::move(collezione), std::move(pubblica));
-  (*valore)->AddRef();
+template <class Interfaccia, class Elemento, class Elenco>
+adapters::win32::ComPtr<Interfaccia> NuovoEnumeratore(Elenco elenco) {
+  return adapters::win32::ComPtr<Interfaccia>(
+      new Enumeratore<Interfaccia, Elemento, Elenco>(std::move(elenco)));
 }
+
+/// The items of a collection by position, so changing the collection during the loop skips or repeats an item
+/// at worst. `Pubblica` creates the item's public object.
+template <class Collezione, class Pubblica>
+class ElencoCollezione {
+ public:
+  ElencoCollezione(std::shared_ptr<Collezione> collezione, Pubblica pubblica)
+      : collezione_(std::move(collezione)), pubblica_(std::move(pubblica)) {}
+
+  [[nodiscard]] std::int32_t Quanti() const { return collezione_->Count(); }
+  [[nodiscard]] adapters::win32::VariantCom Voce(std::int32_t posizione) const {
+    return adapters::win32::VariantCom::DiOggetto(
+        pubblica_(collezione_->Item(host::Variant(posizione + 1))).Get());
+  }
+  static void Consegna(adapters::win32::VariantCom& voce, VARIANT& valore) { valore = voce.Cedi(); }
+
+ private:
+  std::shared_ptr<Collezione> collezione_;
+  Pubblica pubblica_;
+};
+
+template <class Collezione, class Pubblica>
+adapters::win32::ComPtr<IEnumVARIANT> EnumeratoreDi(std::shared_ptr<Collezione> collezione,
+                                                    Pubblica pubblica) {
+  return NuovoEnumeratore<IEnumVARIANT, VARIANT>(
+      ElencoCollezione<Collezione, Pubblica>(std::move(collezione), std::move(pubblica)));
+}
+
+/// A fixed list of owners.
+template <class Tipo>
+class ElencoFisso {
+ public:
+  explicit ElencoFisso(std::vector<Tipo> voci) : voci_(std::move(voci)) {}
+
+  [[nodiscard]] std::int32_t Quanti() const { return static_cast<std::int32_t>(voci_.size()); }
+  [[nodiscard]] Tipo Voce(std::int32_t posizione) const { return voci_[static_cast<std::size_t>(posizione)]; }
+
+ private:
+  std::vector<Tipo> voci_;
+};
 
 }  // namespace orve::com

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "elenco_connessioni.h"
+#include "enumeratore.h"
 #include "errori.h"
 #include "orve_mailserver.h"
 #include "win32/conversions.h"
@@ -17,11 +17,13 @@ struct Ascolto {
   DWORD numero = 0;
   adapters::win32::ComPtr<IDispatch> ascoltatore;
 };
-void CopiaAscolto(const Ascolto& ascolto, CONNECTDATA& dati) {
-  dati.pUnk = adapters::win32::ComPtr<IUnknown>(ascolto.ascoltatore.Get()).Cedi();
-  dati.dwCookie = ascolto.numero;
-}
-using ElencoAscolti = ElencoFisso<IEnumConnections, CONNECTDATA, Ascolto, CopiaAscolto>;
+struct ElencoAscolti : ElencoFisso<Ascolto> {
+  using ElencoFisso::ElencoFisso;
+  static void Consegna(Ascolto& ascolto, CONNECTDATA& dati) {
+    dati.pUnk = ascolto.ascoltatore.Cedi();
+    dati.dwCookie = ascolto.numero;
+  }
+};
 
 // A handler that does not know the event has nothing to contribute.
 bool Ignorato(HRESULT esito) {
@@ -77,8 +79,7 @@ HRESULT PuntoEvento::EnumConnections(IEnumConnections** elenco) {
   return Esegui(IID_IConnectionPoint, [&] {
     std::vector<Ascolto> ascolti;
     for (const auto& [numero, ascoltatore] : ascoltatori_) ascolti.push_back({numero, ascoltatore});
-    *elenco = new ElencoAscolti(std::move(ascolti));
-    (*elenco)->AddRef();
+    *elenco = NuovoEnumeratore<IEnumConnections, CONNECTDATA>(ElencoAscolti(std::move(ascolti))).Cedi();
   });
 }
 

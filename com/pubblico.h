@@ -9,6 +9,7 @@
 #include <memory>
 #include <utility>
 
+#include "contato.h"
 #include "descrizione_tipo.h"
 #include "errori.h"
 #include "modulo.h"
@@ -48,30 +49,12 @@ std::shared_ptr<Nucleo> NucleoDi(IUnknown* oggetto) {
   return conNucleo->NucleoCondiviso();
 }
 
-/// Base of the public object of a class: `Interfaccia` is its dual interface, `Nucleo` the library's class.
-template <class Interfaccia, class Nucleo>
-class Pubblico : public Interfaccia,
-                 public ISupportErrorInfo,
-                 public IProvideClassInfo2,
+/// Base of the public object of a class: `Interfaccia` is its dual interface, `Nucleo` the library's class,
+/// `Altre` what else it has.
+template <class Interfaccia, class Nucleo, class... Altre>
+class Pubblico : public Contato<Interfaccia, ISupportErrorInfo, IProvideClassInfo2, Altre...>,
                  public ConNucleo<Nucleo> {
  public:
-  // --- IUnknown
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
-    if (oggetto == nullptr) return E_POINTER;
-    *oggetto = Trova(iid);
-    if (*oggetto == nullptr) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override {
-    return static_cast<ULONG>(InterlockedIncrement(&riferimenti_));
-  }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const LONG rimasti = InterlockedDecrement(&riferimenti_);
-    if (rimasti == 0) delete this;
-    return static_cast<ULONG>(rimasti);
-  }
-
   // --- IDispatch
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* quanti) override {
     if (quanti == nullptr) return E_POINTER;
@@ -136,28 +119,31 @@ class Pubblico : public Interfaccia,
     return Esegui(__uuidof(Interfaccia), std::forward<Azione>(azione));
   }
 
-  /// The interfaces of the object, without adding a reference; a class with more of them adds its own.
-  [[nodiscard]] virtual void* Trova(REFIID iid) noexcept {
-    if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(Interfaccia)) {
-      return static_cast<Interfaccia*>(this);
-    }
-    if (iid == IID_ISupportErrorInfo) return static_cast<ISupportErrorInfo*>(this);
-    if (iid == IID_IProvideClassInfo || iid == IID_IProvideClassInfo2)
-      return static_cast<IProvideClassInfo2*>(this);
-    return nullptr;
+  /// The same for a member that hands out an object, null if it fails: `azione` returns its owner.
+  template <class Oggetto, class Azione>
+  HRESULT Porgi(Oggetto** valore, Azione&& azione) noexcept {
+    if (valore == nullptr) return E_POINTER;
+    *valore = nullptr;
+    return Entra([&] { *valore = azione().Cedi(); });
+  }
+
+  [[nodiscard]] void* Trova(REFIID iid) noexcept override {
+    if (iid == IID_IDispatch) return static_cast<Interfaccia*>(this);
+    if (iid == IID_IProvideClassInfo) return static_cast<IProvideClassInfo2*>(this);
+    return Base::Trova(iid);
   }
 
   /// The outgoing interface of the class; GUID_NULL for none.
   [[nodiscard]] virtual GUID Eventi() const noexcept { return GUID_NULL; }
 
  private:
+  using Base = Contato<Interfaccia, ISupportErrorInfo, IProvideClassInfo2, Altre...>;
+
   [[nodiscard]] const DescrizioneTipo& Descrizione() {
     if (!descrizione_) descrizione_ = DescrizioneDi(__uuidof(Interfaccia));
     return *descrizione_;
   }
 
-  Presenza presenza_;
-  LONG riferimenti_ = 0;
   std::shared_ptr<Nucleo> nucleo_;
   GUID classe_;
   std::shared_ptr<const DescrizioneTipo> descrizione_;

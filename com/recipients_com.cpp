@@ -14,21 +14,15 @@ auto PubblicoDiDestinatario(const std::shared_ptr<Destinatario>& destinatario) {
 
 HRESULT CollDestinatariCom::Add(BSTR* Indirizzo, BSTR* Nome, BSTR* Azienda, BSTR* sKey,
                                 IDestinatario** valore) {
-  if (valore == nullptr) return E_POINTER;
-  *valore = nullptr;
-  return Entra([&] {
-    const auto nuovo =
+  return Porgi(valore, [&] {
+    return PubblicoDiDestinatario(
         N().Add(ImportaRiferimento<std::string>(Indirizzo), ImportaRiferimento<std::string>(Nome),
-                ImportaRiferimento<std::string>(Azienda), ImportaRiferimento<std::string>(sKey));
-    *valore = PubblicoDiDestinatario(nuovo).Cedi();
+                ImportaRiferimento<std::string>(Azienda), ImportaRiferimento<std::string>(sKey)));
   });
 }
 
 HRESULT CollDestinatariCom::get_Item(VARIANT vntIndexKey, IDestinatario** valore) {
-  if (valore == nullptr) return E_POINTER;
-  *valore = nullptr;
-  return Entra(
-      [&] { *valore = PubblicoDiDestinatario(N().Item(Importa<host::Variant>(vntIndexKey))).Cedi(); });
+  return Porgi(valore, [&] { return PubblicoDiDestinatario(N().Item(Importa<host::Variant>(vntIndexKey))); });
 }
 
 HRESULT CollDestinatariCom::Remove(VARIANT vntIndexKey) {
@@ -36,21 +30,16 @@ HRESULT CollDestinatariCom::Remove(VARIANT vntIndexKey) {
 }
 
 HRESULT CollDestinatariCom::get_NewEnum(IUnknown** valore) {
-  if (valore == nullptr) return E_POINTER;
-  *valore = nullptr;
-  return Entra([&] { EsportaEnumeratore(NucleoCondiviso(), PubblicoDiDestinatario, valore); });
+  return Porgi(valore, [&] { return EnumeratoreDi(NucleoCondiviso(), PubblicoDiDestinatario); });
 }
 
 HRESULT CollDestinatariCom::AddFromLista(BSTR* Indirizzo, BSTR* Nome, BSTR* Azienda, short* Casella,
                                          BSTR* sKey, IDestinatario** valore) {
-  if (valore == nullptr) return E_POINTER;
-  *valore = nullptr;
-  return Entra([&] {
-    const auto nuovo =
+  return Porgi(valore, [&] {
+    return PubblicoDiDestinatario(
         N().AddFromLista(ImportaRiferimento<std::string>(Indirizzo), ImportaRiferimento<std::string>(Nome),
                          ImportaRiferimento<std::string>(Azienda), ImportaRiferimento<std::int16_t>(Casella),
-                         ImportaRiferimento<std::string>(sKey));
-    *valore = PubblicoDiDestinatario(nuovo).Cedi();
+                         ImportaRiferimento<std::string>(sKey)));
   });
 }
 

@@ -15,24 +15,19 @@ auto PubblicoDiMittente(const std::shared_ptr<Mittente>& mittente) {
 HRESULT CollMittentiCom::Add(BSTR* Indirizzo, BSTR* Server, short* Port, short* Timeout, BSTR* UserName,
                              BSTR* Password, short* TipoAutenticazione, short* Lettura, short* Consegna,
                              BSTR* Descrizione, VARIANT_BOOL* IsSsl, BSTR* sKey, IMittente** valore) {
-  if (valore == nullptr) return E_POINTER;
-  *valore = nullptr;
-  return Entra([&] {
-    const auto nuovo = N().Add(
+  return Porgi(valore, [&] {
+    return PubblicoDiMittente(N().Add(
         ImportaRiferimento<std::string>(Indirizzo), ImportaRiferimento<std::string>(Server),
         ImportaRiferimento<std::int16_t>(Port), ImportaRiferimento<std::int16_t>(Timeout),
         ImportaRiferimento<std::string>(UserName), ImportaRiferimento<std::string>(Password),
         ImportaRiferimento<std::int16_t>(TipoAutenticazione), ImportaRiferimento<std::int16_t>(Lettura),
         ImportaRiferimento<std::int16_t>(Consegna), ImportaRiferimento<std::string>(Descrizione),
-        ImportaRiferimento<bool>(IsSsl), ImportaRiferimento<std::string>(sKey));
-    *valore = PubblicoDiMittente(nuovo).Cedi();
+        ImportaRiferimento<bool>(IsSsl), ImportaRiferimento<std::string>(sKey)));
   });
 }
 
 HRESULT CollMittentiCom::get_Item(VARIANT vntIndexKey, IMittente** valore) {
-  if (valore == nullptr) return E_POINTER;
-  *valore = nullptr;
-  return Entra([&] { *valore = PubblicoDiMittente(N().Item(Importa<host::Variant>(vntIndexKey))).Cedi(); });
+  return Porgi(valore, [&] { return PubblicoDiMittente(N().Item(Importa<host::Variant>(vntIndexKey))); });
 }
 
 HRESULT CollMittentiCom::Remove(VARIANT vntIndexKey) {
@@ -40,26 +35,21 @@ HRESULT CollMittentiCom::Remove(VARIANT vntIndexKey) {
 }
 
 HRESULT CollMittentiCom::get_NewEnum(IUnknown** valore) {
-  if (valore == nullptr) return E_POINTER;
-  *valore = nullptr;
-  return Entra([&] { EsportaEnumeratore(NucleoCondiviso(), PubblicoDiMittente, valore); });
+  return Porgi(valore, [&] { return EnumeratoreDi(NucleoCondiviso(), PubblicoDiMittente); });
 }
 
 HRESULT CollMittentiCom::AddMittente(BSTR* Indirizzo, BSTR* Server, short* Port, short* Timeout,
                                      BSTR* UserName, BSTR* Password, short* TipoAutenticazione,
                                      short* Lettura, short* Consegna, BSTR* Descrizione, short* CryptType,
                                      BSTR* sKey, IMittente** valore) {
-  if (valore == nullptr) return E_POINTER;
-  *valore = nullptr;
-  return Entra([&] {
-    const auto nuovo = N().AddMittente(
+  return Porgi(valore, [&] {
+    return PubblicoDiMittente(N().AddMittente(
         ImportaRiferimento<std::string>(Indirizzo), ImportaRiferimento<std::string>(Server),
         ImportaRiferimento<std::int16_t>(Port), ImportaRiferimento<std::int16_t>(Timeout),
         ImportaRiferimento<std::string>(UserName), ImportaRiferimento<std::string>(Password),
         ImportaRiferimento<std::int16_t>(TipoAutenticazione), ImportaRiferimento<std::int16_t>(Lettura),
         ImportaRiferimento<std::int16_t>(Consegna), ImportaRiferimento<std::string>(Descrizione),
-        ImportaRiferimento<std::int16_t>(CryptType), ImportaRiferimento<std::string>(sKey));
-    *valore = PubblicoDiMittente(nuovo).Cedi();
+        ImportaRiferimento<std::int16_t>(CryptType), ImportaRiferimento<std::string>(sKey)));
   });
 }
 

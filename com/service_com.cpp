@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "elenco_connessioni.h"
+#include "enumeratore.h"
 #include "recipients_com.h"
 #include "senders_com.h"
 #include "win32/oggetti_chiamante.h"
@@ -13,10 +13,10 @@ namespace orve::com {
 namespace {
 
 using Punto = adapters::win32::ComPtr<IConnectionPoint>;
-void CopiaPunto(const Punto& punto, IConnectionPoint*& uscita) {
-  uscita = Punto(punto).Cedi();
-}
-using ElencoPunti = ElencoFisso<IEnumConnectionPoints, IConnectionPoint*, Punto, CopiaPunto>;
+struct ElencoPunti : ElencoFisso<Punto> {
+  using ElencoFisso::ElencoFisso;
+  static void Consegna(Punto& punto, IConnectionPoint*& uscita) { uscita = punto.Cedi(); }
+};
 
 // The object that a caller passed in, as the caller knows it.
 template <class T>
@@ -39,21 +39,13 @@ CLSFW_MAILSERVERCom::~CLSFW_MAILSERVERCom() {
   N().BeforeSendMail = nullptr;
 }
 
-void* CLSFW_MAILSERVERCom::Trova(REFIID iid) noexcept {
-  if (iid == IID_IConnectionPointContainer) return static_cast<IConnectionPointContainer*>(this);
-  return Pubblico::Trova(iid);
-}
-
 GUID CLSFW_MAILSERVERCom::Eventi() const noexcept {
   return DIID_DCLSFW_MAILSERVEREventi;
 }
 
 HRESULT CLSFW_MAILSERVERCom::EnumConnectionPoints(IEnumConnectionPoints** elenco) {
-  if (elenco == nullptr) return E_POINTER;
-  *elenco = nullptr;
-  return Entra([&] {
-    *elenco = new ElencoPunti({Punto(&evento_)});
-    (*elenco)->AddRef();
+  return Porgi(elenco, [&] {
+    return NuovoEnumeratore<IEnumConnectionPoints, IConnectionPoint*>(ElencoPunti({Punto(&evento_)}));
   });
 }
 
@@ -109,10 +101,8 @@ HRESULT CLSFW_MAILSERVERCom::putref_vElencoAllegati(VARIANT valore) {
 // --- objects of the library
 
 HRESULT CLSFW_MAILSERVERCom::get_vCollDestinatari(ICollDestinatari** valore) {
-  if (valore == nullptr) return E_POINTER;
-  *valore = nullptr;
-  return Entra(
-      [&] { *valore = PubblicoDi<CollDestinatariCom, ICollDestinatari>(N().vCollDestinatari).Cedi(); });
+  return Porgi(valore,
+               [&] { return PubblicoDi<CollDestinatariCom, ICollDestinatari>(N().vCollDestinatari); });
 }
 
 HRESULT CLSFW_MAILSERVERCom::putref_vCollDestinatari(ICollDestinatari* valore) {
@@ -120,9 +110,7 @@ HRESULT CLSFW_MAILSERVERCom::putref_vCollDestinatari(ICollDestinatari* valore) {
 }
 
 HRESULT CLSFW_MAILSERVERCom::get_vCollMittenti(ICollMittenti** valore) {
-  if (valore == nullptr) return E_POINTER;
-  *valore = nullptr;
-  return Entra([&] { *valore = PubblicoDi<CollMittentiCom, ICollMittenti>(N().vCollMittenti).Cedi(); });
+  return Porgi(valore, [&] { return PubblicoDi<CollMittentiCom, ICollMittenti>(N().vCollMittenti); });
 }
 
 HRESULT CLSFW_MAILSERVERCom::putref_vCollMittenti(ICollMittenti* valore) {
@@ -130,9 +118,7 @@ HRESULT CLSFW_MAILSERVERCom::putref_vCollMittenti(ICollMittenti* valore) {
 }
 
 HRESULT CLSFW_MAILSERVERCom::get_vMittente(IMittente** valore) {
-  if (valore == nullptr) return E_POINTER;
-  *valore = nullptr;
-  return Entra([&] { *valore = PubblicoDi<MittenteCom, IMittente>(N().vMittente).Cedi(); });
+  return Porgi(valore, [&] { return PubblicoDi<MittenteCom, IMittente>(N().vMittente); });
 }
 
 HRESULT CLSFW_MAILSERVERCom::putref_vMittente(IMittente* valore) {
@@ -140,9 +126,7 @@ HRESULT CLSFW_MAILSERVERCom::putref_vMittente(IMittente* valore) {
 }
 
 HRESULT CLSFW_MAILSERVERCom::get_MailParamAccount(IMittente** valore) {
-  if (valore == nullptr) return E_POINTER;
-  *valore = nullptr;
-  return Entra([&] { *valore = PubblicoDi<MittenteCom, IMittente>(N().MailParamAccount()).Cedi(); });
+  return Porgi(valore, [&] { return PubblicoDi<MittenteCom, IMittente>(N().MailParamAccount()); });
 }
 
 HRESULT CLSFW_MAILSERVERCom::putref_MailParamAccount(IMittente* valore) {

@@ -8,8 +8,8 @@
 
 namespace orve::com {
 
-class CLSFW_MAILSERVERCom final : public Pubblico<ICLSFW_MAILSERVER, CLSFW_MAILSERVER>,
-                                  public IConnectionPointContainer {
+class CLSFW_MAILSERVERCom final
+    : public Pubblico<ICLSFW_MAILSERVER, CLSFW_MAILSERVER, IConnectionPointContainer> {
  public:
   explicit CLSFW_MAILSERVERCom(std::shared_ptr<CLSFW_MAILSERVER> servizio);
   CLSFW_MAILSERVERCom(const CLSFW_MAILSERVERCom&) = delete;
@@ -17,12 +17,6 @@ class CLSFW_MAILSERVERCom final : public Pubblico<ICLSFW_MAILSERVER, CLSFW_MAILS
   CLSFW_MAILSERVERCom(CLSFW_MAILSERVERCom&&) = delete;
   CLSFW_MAILSERVERCom& operator=(CLSFW_MAILSERVERCom&&) = delete;
   ~CLSFW_MAILSERVERCom() override;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
-    return Pubblico::QueryInterface(iid, oggetto);
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return Pubblico::AddRef(); }
-  ULONG STDMETHODCALLTYPE Release() override { return Pubblico::Release(); }
 
   HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints** elenco) override;
   HRESULT STDMETHODCALLTYPE FindConnectionPoint(REFIID iid, IConnectionPoint** punto) override;
@@ -114,7 +108,6 @@ class CLSFW_MAILSERVERCom final : public Pubblico<ICLSFW_MAILSERVER, CLSFW_MAILS
   ORVE_PROPRIETA(InvioSMTP, VARIANT_BOOL)
 
  protected:
-  [[nodiscard]] void* Trova(REFIID iid) noexcept override;
   [[nodiscard]] GUID Eventi() const noexcept override;
 
  private:

@@ -9,7 +9,6 @@
 #include "ambiente/parametri_corpo.h"
 #include "ambiente/percorsi.h"
 #include "ambiente/registro_tabella.h"
-#include "forms/formatori_sql.h"
 #include "ldap/ldap_directory.h"
 #include "mapi/controls.h"
 #include "mapi/mail_system.h"
@@ -23,6 +22,7 @@
 #include "smtp/connection_pool.h"
 #include "smtp/smtp_component.h"
 #include "sqlite/sqlite_connection.h"
+#include "values/formatori_sql.h"
 
 namespace orve::adapters::ambiente {
 
@@ -161,11 +161,11 @@ std::shared_ptr<host::Messaggi> AmbientePronto::CreaMessaggi() {
 }
 
 std::shared_ptr<host::FormatoData> AmbientePronto::CreaFormatoData() {
-  return std::make_shared<forms::FormatoDataSql>();
+  return std::make_shared<values::FormatoDataSql>();
 }
 
 std::shared_ptr<host::FormatoNumero> AmbientePronto::CreaFormatoNumero() {
-  return std::make_shared<forms::FormatoNumeroSql>();
+  return std::make_shared<values::FormatoNumeroSql>();
 }
 
 std::shared_ptr<host::RegistroInvio> AmbientePronto::CreaRegistroInvio() {

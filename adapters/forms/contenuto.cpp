@@ -1,6 +1,6 @@
 #include "forms/contenuto.h"
 
-#include "forms/righe_griglia.h"
+#include "forms/controlli.h"
 
 namespace orve::adapters::forms {
 
@@ -22,7 +22,7 @@ Contenuto ContenutoDi(const std::map<std::string, std::shared_ptr<host::Controll
     const bool conTesto =
         AggiungiTesto<host::TxtEdit>(uno, contenuto) || AggiungiTesto<host::KvlRichTextBox>(uno, contenuto) ||
         AggiungiTesto<host::KVL_CHECKBOX>(uno, contenuto) || AggiungiTesto<host::KVL_COMBO>(uno, contenuto);
-    const auto* griglia = conTesto ? nullptr : dynamic_cast<GrigliaMostrata*>(uno);
+    const auto* griglia = conTesto ? nullptr : dynamic_cast<Griglia*>(uno);
     if (griglia == nullptr) continue;
     for (const auto& riga : griglia->Righe()) contenuto.insert(contenuto.end(), riga.begin(), riga.end());
   }

@@ -59,6 +59,19 @@ std::string NomeAccessibile(const host::LayoutForm& form, const host::LayoutCont
   return nome;
 }
 
+bool DidascalieCiStanno(const host::LayoutForm& form, const Contorno& contorno,
+                        const std::function<int(const std::string&)>& larghezza, int dpi) {
+  using enum host::TipoControllo;
+  return std::all_of(form.controlli.begin(), form.controlli.end(), [&](const host::LayoutControllo& uno) {
+    if (uno.tipo == kFrame || uno.didascalia.empty() || uno.posizione.width <= 0) return true;
+    const int testo = larghezza(text::Replace(text::TrimRight(uno.didascalia), "&", ""));
+    const int intorno = uno.tipo == kCheckBox   ? contorno.spunta
+                        : uno.tipo == kTbarMenu ? contorno.pulsante
+                                                : 0;
+    return testo + intorno <= Pixel(uno.posizione.width, dpi);
+  });
+}
+
 std::string TitoloConProgramma(const std::string& testo, const std::string& programma) {
   const std::string coda = " - " + programma;
   return programma.empty() || testo.ends_with(coda) ? testo : testo + coda;

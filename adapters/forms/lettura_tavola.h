@@ -1,10 +1,12 @@
 // What a layout table implies: the tab order of a window, and what a screen reader calls its controls.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "forms/misure.h"
 #include "orve-mailserver/host/layout.h"
 
 namespace orve::adapters::forms {
@@ -16,6 +18,20 @@ namespace orve::adapters::forms {
 /// empty when there is none.
 [[nodiscard]] std::string NomeAccessibile(const host::LayoutForm& form,
                                           const host::LayoutControllo& controllo);
+
+inline constexpr int kFontGrande = 12;  // pixels at 96 dpi: the sizes of font that are tried
+inline constexpr int kFontPiccolo = 9;
+
+/// The room that a control needs in addition to its caption, in pixels.
+struct Contorno {
+  int pulsante = 0;
+  int spunta = 0;
+};
+/// Whether every caption fits its control; `larghezza` measures a text in pixels of this resolution, as
+/// `contorno` is.
+[[nodiscard]] bool DidascalieCiStanno(const host::LayoutForm& form, const Contorno& contorno,
+                                      const std::function<int(const std::string&)>& larghezza,
+                                      int dpi = kPuntiPerPollice);
 
 /// The title of a window: the text followed, once, by the program's name. A window asks for it each time it
 /// becomes active.

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "orve-mailserver/host/griglia.h"
@@ -31,18 +30,6 @@ struct ColonnaGriglia {
 };
 
 using RigheMostrate = std::vector<std::vector<std::string>>;
-
-/// A grid that can say what it shows.
-class GrigliaMostrata : public host::KVL_QGRIDWRAPPER {
- public:
-  [[nodiscard]] const RigheMostrate& Righe() const { return mostrate_; }
-
- protected:
-  void Mostrate(RigheMostrate righe) { mostrate_ = std::move(righe); }
-
- private:
-  RigheMostrate mostrate_;
-};
 
 /// By their numbers; in their given order where these are equal.
 void OrdinaColonne(std::vector<ColonnaGriglia>& colonne);

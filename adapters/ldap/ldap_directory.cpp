@@ -8,12 +8,12 @@
 #include <utility>
 #include <vector>
 
-#include "forms/record_set_in_memoria.h"
 #include "ldap/attribute_names.h"
 #include "ldap/failure.h"
 #include "ldap/query.h"
 #include "ldap/session.h"
 #include "text/text.h"
+#include "values/record_set_in_memoria.h"
 
 namespace orve::adapters::ldap {
 
@@ -22,7 +22,7 @@ namespace {
 constexpr const char* kNamingContext = "defaultNamingContext";
 constexpr const char* kNamingContexts = "namingContexts";  // what every directory has
 constexpr const char* kAnyObject = "(objectClass=*)";
-constexpr std::int32_t kClosedObject = forms::RecordSetInMemoria::kOggettoChiuso;
+constexpr std::int32_t kClosedObject = values::RecordSetInMemoria::kOggettoChiuso;
 
 constexpr int kServerDown = -1;  // libldap's own code
 
@@ -101,7 +101,7 @@ host::Variant Column(const Entry& entry, const std::string& attribute) {
 
 std::shared_ptr<host::RecordSet> Result(const Query& query, const std::vector<Entry>& entries) {
   constexpr std::int32_t kNotGiven = host::RecordSetScollegato::kNonIndicato;
-  auto result = std::make_shared<forms::RecordSetInMemoria>();
+  auto result = std::make_shared<values::RecordSetInMemoria>();
   for (const std::string& attribute : query.attributes) {
     result->FieldsAppend(attribute, host::RecordSetScollegato::kTesto, 0, kNotGiven);
   }
@@ -221,7 +221,7 @@ std::shared_ptr<host::DirectoryConnection> LdapDirectory::CreaConnessione() {
 }
 
 std::shared_ptr<host::RecordSet> LdapDirectory::CreaRecordSet() {
-  return std::make_shared<forms::RecordSetInMemoria>();
+  return std::make_shared<values::RecordSetInMemoria>();
 }
 
 std::shared_ptr<host::DirectoryObject> LdapDirectory::ApriOggetto(const std::string& percorso) {

@@ -1,25 +1,14 @@
-// The errors of the file-system object: automation's numbers for what the system calls report.
+// What the system calls report, as errors of the file-system object.
 #pragma once
 
-#include <cstdint>
 #include <string_view>
 
-#include "orve-mailserver/host/errore.h"
+#include "values/errori_file.h"
 
 namespace orve::adapters::posix {
 
-enum NumeroErroreFile : std::int32_t {
-  kNomeFileNonValido = 52,
-  kFileNonTrovato = 53,
-  kErroreDispositivo = 57,
-  kDiscoPieno = 61,
-  kTroppiFile = 67,
-  kPermessoNegato = 70,
-  kPercorsoNonTrovato = 76,
-};
-
-/// The error with its standard Italian description, followed by the path it concerns.
-[[nodiscard]] host::Errore ErroreFile(NumeroErroreFile numero, std::string_view percorso);
+using values::ErroreFile;
+using enum values::NumeroErroreFile;
 
 /// The error for an errno. ENOENT counts as "path not found"; a caller that knows the folder exists raises 53
 /// itself.

@@ -182,14 +182,8 @@ void CartellaCopie::Rimuovi() noexcept {
   radice_.clear();
 }
 
-std::string OggettoFile::Nativo() const {
-  if (percorso_.empty()) throw host::Errore(host::kOggettoNonImpostato);
-  return PercorsoUnix(percorso_);
-}
-
-std::string OggettoFile::Nome() {
-  if (percorso_.empty()) throw host::Errore(host::kOggettoNonImpostato);
-  return percorso_.substr(percorso_.find_last_of("\\/") + 1);
+std::string OggettoFile::Nativo() {
+  return PercorsoUnix(Percorso());
 }
 
 bool OggettoFile::Esiste() {
@@ -201,32 +195,6 @@ bool OggettoFile::Esiste() {
 
 void OggettoFile::CopiaIn(const std::shared_ptr<host::OggettoFile>& altro, std::int32_t /*opzioni*/) {
   CopiaContenuto(Nativo(), PercorsoUnix(host::Richiesto(altro).Percorso()));
-}
-
-void OggettoFile::Crea(std::int32_t tipo, const std::string& nome, const std::string& /*testo*/,
-                       std::int32_t /*opzioni*/) {
-  if (tipo != kCopia) throw host::Errore(host::kArgomentoNonValido);
-  percorso_ = host::Richiesto(copie_).PostoPer(nome);
-}
-
-std::string OggettoFile::Percorso() {
-  if (percorso_.empty()) throw host::Errore(host::kOggettoNonImpostato);
-  return percorso_;
-}
-
-std::int32_t OggettoFile::Posizione() {
-  return vaCopiato_ && vaCopiato_(Nativo()) ? static_cast<std::int32_t>(kDaCopiare) : 0;
-}
-
-void OggettoFile::Apri(const std::string& nome, const std::string& cartella, std::int32_t /*opzioni*/) {
-  percorso_ = cartella.empty() ? nome : cartella + "\\" + nome;
-}
-
-void OggettoFile::ApriPercorso(const std::string& cartella, const std::string& nome,
-                               const std::string& /*testo*/, std::int32_t opzioni) {
-  // In a path in the root the text before the last `\` is empty, yet the folder is the root.
-  percorso_ = cartella + "\\" + nome;
-  static_cast<void>(opzioni);
 }
 
 }  // namespace orve::adapters::posix

@@ -12,7 +12,8 @@
 #include <string>
 #include <utility>
 
-#include "orve-mailserver/host/oggetti_file.h"
+#include "orve-mailserver/host/errore.h"
+#include "values/oggetto_file.h"
 
 namespace orve::adapters::posix {
 
@@ -44,7 +45,7 @@ class CartellaCopie {
   int copie_ = 0;
 };
 
-class OggettoFile : public host::OggettoFile {
+class OggettoFile : public values::OggettoFile {
  public:
   /// Says, for a Unix path, whether its file is to be copied first.
   using VaCopiato = std::function<bool(const std::string& nativo)>;
@@ -52,28 +53,23 @@ class OggettoFile : public host::OggettoFile {
   explicit OggettoFile(std::shared_ptr<CartellaCopie> copie, VaCopiato vaCopiato = SuSupportoEsterno)
       : copie_(std::move(copie)), vaCopiato_(std::move(vaCopiato)) {}
 
-  /// The members raise 91 while the object is bound to no file.
-  [[nodiscard]] std::string Nome() override;
   /// True for a file, not a folder, that this program may read.
   [[nodiscard]] bool Esiste() override;
-  void Chiudi() override {}
   /// Copies a regular file at the length it has when it is opened. Raises 57 for one that shrinks meanwhile,
   /// 70 for what is not a file. A copy that fails halfway leaves no file behind.
   void CopiaIn(const std::shared_ptr<host::OggettoFile>& altro, std::int32_t opzioni) override;
-  void Crea(std::int32_t tipo, const std::string& nome, const std::string& testo,
-            std::int32_t opzioni) override;
-  [[nodiscard]] std::string Percorso() override;
-  [[nodiscard]] std::int32_t Posizione() override;
-  void Apri(const std::string& nome, const std::string& cartella, std::int32_t opzioni) override;
-  void ApriPercorso(const std::string& cartella, const std::string& nome, const std::string& testo,
-                    std::int32_t opzioni) override;
+
+ protected:
+  std::string PostoPerCopia(const std::string& nome) override {
+    return host::Richiesto(copie_).PostoPer(nome);
+  }
+  bool DaCopiarePrima() override { return vaCopiato_ && vaCopiato_(Nativo()); }
 
  private:
-  [[nodiscard]] std::string Nativo() const;
+  [[nodiscard]] std::string Nativo();
 
   std::shared_ptr<CartellaCopie> copie_;
   VaCopiato vaCopiato_;
-  std::string percorso_;  // in the library's form; empty: bound to nothing
 };
 
 }  // namespace orve::adapters::posix

@@ -11,16 +11,15 @@
 #include <QStyleOptionButton>
 #include <algorithm>
 
+#include "forms/lettura_tavola.h"
 #include "qt/misure.h"
 
 namespace orve::adapters::qt {
 
 namespace {
 
-constexpr int kFontGrande = 12;  // pixels
-constexpr int kFontPiccolo = 9;
+constexpr forms::Contorno kContorno = {.pulsante = 4, .spunta = 20};
 constexpr int kAltezzaTesto = 18;
-constexpr int kMargineTesto = 2;
 constexpr qreal kRaggio = 4;
 
 // The family of the layout where the machine has it, else one of the same width, else the desktop's own.
@@ -34,27 +33,6 @@ QString Famiglia(const host::LayoutForm& layout) {
   return QApplication::font().family();
 }
 
-QString SenzaMnemonico(std::string_view didascalia) {
-  QString testo = Testo(didascalia).trimmed();
-  return testo.remove(QLatin1Char('&'));
-}
-
-// The room that a control needs in addition to its caption.
-int Contorno(const host::LayoutControllo& controllo) {
-  constexpr int kSpunta = 20;
-  if (controllo.tipo == host::TipoControllo::kCheckBox) return kSpunta;
-  return controllo.tipo == host::TipoControllo::kTbarMenu ? 2 * kMargineTesto : 0;
-}
-
-bool CiStanno(const QFont& font, const host::LayoutForm& layout) {
-  const QFontMetrics misure(font);
-  return std::all_of(layout.controlli.begin(), layout.controlli.end(), [&](const auto& controllo) {
-    if (controllo.tipo == host::TipoControllo::kFrame || controllo.didascalia.empty()) return true;
-    const int testo = misure.horizontalAdvance(SenzaMnemonico(controllo.didascalia));
-    return testo + Contorno(controllo) <= Pixel(controllo.posizione.width) || controllo.posizione.width <= 0;
-  });
-}
-
 QColor Mescola(const QColor& a, const QColor& b, qreal quantoB) {
   const qreal quantoA = 1 - quantoB;
   return QColor::fromRgbF(static_cast<float>(a.redF() * quantoA + b.redF() * quantoB),
@@ -66,9 +44,11 @@ QColor Mescola(const QColor& a, const QColor& b, qreal quantoB) {
 
 QFont FontPer(const host::LayoutForm& layout) {
   QFont font(Famiglia(layout));
-  for (int pixel = kFontGrande; pixel >= kFontPiccolo; --pixel) {
+  for (int pixel = forms::kFontGrande; pixel >= forms::kFontPiccolo; --pixel) {
     font.setPixelSize(pixel);
-    if (CiStanno(font, layout)) break;
+    const QFontMetrics misure(font);
+    const auto larghezza = [&](const std::string& testo) { return misure.horizontalAdvance(Testo(testo)); };
+    if (forms::DidascalieCiStanno(layout, kContorno, larghezza)) break;
   }
   return font;
 }
@@ -96,8 +76,8 @@ void Etichetta::resizeEvent(QResizeEvent* evento) {
   QLabel::resizeEvent(evento);
 }
 
-Pulsante::Pulsante(const QString& testo, bool conMenu, QWidget* padre)
-    : QPushButton(testo, padre), conMenu_(conMenu) {
+Pulsante::Pulsante(const QString& testo, bool conMenu, bool principale, QWidget* padre)
+    : QPushButton(testo, padre), conMenu_(conMenu), principale_(principale) {
   // Return in a text box is not an order to send.
   setAutoDefault(false);
   setDefault(false);

@@ -36,11 +36,8 @@ class Etichetta : public QLabel {
 /// A flat button; one with a menu has a small triangle in its corner.
 class Pulsante : public QPushButton {
  public:
-  Pulsante(const QString& testo, bool conMenu, QWidget* padre);
-
-  /// Marks the button that confirms the window.
-  void Principale(bool principale) { principale_ = principale; }
-  [[nodiscard]] bool Principale() const { return principale_; }
+  /// `principale` marks the button that confirms the window.
+  Pulsante(const QString& testo, bool conMenu, bool principale, QWidget* padre);
 
   /// Opens the menu when the person asks for it with the keys that open menus.
   std::function<void()> MostraMenu;
@@ -52,7 +49,7 @@ class Pulsante : public QPushButton {
 
  private:
   bool conMenu_;
-  bool principale_ = false;
+  bool principale_;
 };
 
 }  // namespace orve::adapters::qt

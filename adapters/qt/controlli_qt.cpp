@@ -37,12 +37,12 @@ QWidget* CreaRiquadro(const host::LayoutControllo& layout, QWidget* padre) {
 }  // namespace
 
 PulsanteMenu::PulsanteMenu(std::shared_ptr<QWidget> finestra, const host::LayoutControllo& layout,
-                           QWidget* padre)
+                           QWidget* padre, bool principale)
     : Controllo(std::move(finestra), layout,
-                new Pulsante(Testo(layout.didascalia), layout.disegno.ismenupopup, padre)) {
+                new Pulsante(Testo(layout.didascalia), layout.disegno.ismenupopup, principale, padre)) {
   auto* pulsante = static_cast<Pulsante*>(widget);
   const bool menu = layout.disegno.ismenupopup;
-  QObject::connect(pulsante, &QPushButton::clicked, &ascolto, [this, menu] {
+  QObject::connect(pulsante, &QPushButton::clicked, &ascolto, [this, menu, principale] {
     Azione(widget, [&] {
       if (menu) {
         MostraMenu();
@@ -50,19 +50,11 @@ PulsanteMenu::PulsanteMenu(std::shared_ptr<QWidget> finestra, const host::Layout
       }
       // The button that confirms a window may keep the program busy for as long as a server takes.
       std::optional<PuntatoreInAttesa> attesa;
-      if (static_cast<Pulsante*>(widget)->Principale()) attesa.emplace();
+      if (principale) attesa.emplace();
       host::Solleva(ButtonClick);
     });
   });
   if (menu) pulsante->MostraMenu = [pulsante] { pulsante->click(); };
-}
-
-void PulsanteMenu::AddMenuItem(const std::string& didascalia, const std::string& chiave) {
-  voci_.Aggiungi(didascalia, chiave);
-}
-
-void PulsanteMenu::EnableMenuItem(const host::Variant& chiaveOPosizione, bool attiva) {
-  voci_.Abilita(chiaveOPosizione, attiva);
 }
 
 void PulsanteMenu::MostraMenu() {
@@ -71,7 +63,7 @@ void PulsanteMenu::MostraMenu() {
   menu->setObjectName(Testo(std::string(tavola.nome) + "_menu"));
   menu->setAttribute(Qt::WA_DeleteOnClose);
   menu->setFont(widget->font());
-  for (const auto& voce : voci_.Voci()) {
+  for (const auto& voce : Voci()) {
     auto* azione = menu->addAction(Testo(voce.didascalia));
     azione->setObjectName(Testo(voce.chiave));
     azione->setEnabled(voce.attiva);
@@ -91,15 +83,6 @@ Spunta::Spunta(std::shared_ptr<QWidget> finestra, const host::LayoutControllo& l
       casella_(static_cast<QCheckBox*>(widget)) {
   QObject::connect(casella_, &QCheckBox::clicked, &ascolto,
                    [this] { Azione(widget, [&] { host::Solleva(Change); }); });
-}
-
-std::string Spunta::Text() {
-  return casella_->isChecked() ? "1" : "0";
-}
-
-void Spunta::Text(const std::string& valore) {
-  casella_->setChecked(valore == "1");
-  host::Solleva(Change);
 }
 
 class Combo::Lista : public QComboBox {
@@ -128,43 +111,31 @@ Combo::Combo(std::shared_ptr<QWidget> finestra, const host::LayoutControllo& lay
   // Also emitted when the person confirms the current entry.
   QObject::connect(lista_, &QComboBox::activated, &ascolto, [this](int posizione) {
     const auto scelta = static_cast<std::int16_t>(posizione);
-    if (scelta == voci_.Selezionata()) return;
-    Azione(widget, [&] {
-      voci_.SelezionaPosizione(scelta);
-      host::Solleva(Change, scelta);
-    });
+    if (scelta == Selezionata()) return;
+    Azione(widget, [&] { Scelta(scelta); });
   });
-}
-
-void Combo::EraseCombo() {
-  voci_.Svuota();
-  lista_->clear();
 }
 
 void Combo::AutoOpen(bool apre) {
   lista_->apreDaSola = apre;
 }
 
-void Combo::AddItemData(const std::string& testo, std::int16_t dati) {
-  voci_.Aggiungi(testo, dati);
+void Combo::Svuota() {
+  lista_->clear();
+}
+
+void Combo::AggiungiVoce(const std::string& testo) {
   lista_->addItem(Testo(testo));
-  lista_->setCurrentIndex(voci_.Selezionata());  // left alone, the list selects its first entry
+  Seleziona();  // left alone, the list selects its first entry
 }
 
-void Combo::Text(const host::Variant& valore) {
-  voci_.SelezionaValore(valore);
-  lista_->setCurrentIndex(voci_.Selezionata());
-  host::Solleva(Change, voci_.Selezionata());
-}
-
-void Combo::SelezionaPosizione(std::int16_t posizione) {
-  voci_.SelezionaPosizione(posizione);
-  lista_->setCurrentIndex(posizione);
-  host::Solleva(Change, posizione);
+void Combo::Seleziona() {
+  lista_->setCurrentIndex(Selezionata());
 }
 
 std::shared_ptr<host::Controllo> CreaControllo(const std::shared_ptr<QWidget>& finestra,
-                                               const host::LayoutControllo& layout, QWidget* padre) {
+                                               const host::LayoutControllo& layout, QWidget* padre,
+                                               bool principale) {
   switch (layout.tipo) {
     case host::TipoControllo::kFrame:
       return std::make_shared<Controllo<host::Frame>>(finestra, layout, CreaRiquadro(layout, padre));
@@ -172,7 +143,7 @@ std::shared_ptr<host::Controllo> CreaControllo(const std::shared_ptr<QWidget>& f
     case host::TipoControllo::kKvlLabel:
       return std::make_shared<Controllo<host::KVL_LABEL>>(finestra, layout, CreaEtichetta(layout, padre));
     case host::TipoControllo::kTbarMenu:
-      return std::make_shared<PulsanteMenu>(finestra, layout, padre);
+      return std::make_shared<PulsanteMenu>(finestra, layout, padre, principale);
     case host::TipoControllo::kTxtEdit:
       if (layout.disegno.percorso) return std::make_shared<RigaPercorso>(finestra, layout, padre);
       return std::make_shared<Riga>(finestra, layout, padre);

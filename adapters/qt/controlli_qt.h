@@ -8,23 +8,20 @@
 #include <memory>
 #include <string>
 
-#include "forms/voci_combo.h"
-#include "forms/voci_menu.h"
+#include "forms/controlli.h"
 #include "qt/caselle_di_testo.h"
 #include "qt/elemento.h"
 
 namespace orve::adapters::qt {
 
-class PulsanteMenu : public Controllo<host::KVL_TBARMENU> {
+class PulsanteMenu : public Controllo<forms::PulsanteMenu> {
  public:
-  PulsanteMenu(std::shared_ptr<QWidget> finestra, const host::LayoutControllo& layout, QWidget* padre);
-  void AddMenuItem(const std::string& didascalia, const std::string& chiave) override;
-  void EnableMenuItem(const host::Variant& chiaveOPosizione, bool attiva) override;
+  /// `principale` marks the button that confirms the window.
+  PulsanteMenu(std::shared_ptr<QWidget> finestra, const host::LayoutControllo& layout, QWidget* padre,
+               bool principale);
 
  private:
   void MostraMenu();
-
-  forms::VociMenu voci_;
 };
 
 template <class Base, class Casella>
@@ -47,37 +44,37 @@ using Riga = ControlloDiTesto<host::TxtEdit, CasellaRiga>;
 using RigaPercorso = ControlloDiTesto<host::TxtEdit, CasellaPercorso>;
 using Corpo = ControlloDiTesto<host::KvlRichTextBox, CasellaTesto>;
 
-class Spunta : public Controllo<host::KVL_CHECKBOX> {
+class Spunta : public Controllo<forms::Spunta> {
  public:
   Spunta(std::shared_ptr<QWidget> finestra, const host::LayoutControllo& layout, QWidget* padre);
-  std::string Text() override;
-  void Text(const std::string& valore) override;
+
+ protected:
+  [[nodiscard]] bool Segnata() const override { return casella_->isChecked(); }
+  void Segna(bool segnata) override { casella_->setChecked(segnata); }
 
  private:
   QCheckBox* casella_;
 };
 
-class Combo : public Controllo<host::KVL_COMBO> {
+class Combo : public Controllo<forms::Combo> {
  public:
   Combo(std::shared_ptr<QWidget> finestra, const host::LayoutControllo& layout, QWidget* padre);
-  void EraseCombo() override;
   void AutoOpen(bool apre) override;
-  void AddItemData(const std::string& testo, std::int16_t dati) override;
-  std::string Text() override { return voci_.Valore(); }
-  void Text(const host::Variant& valore) override;
-  std::string ItemKey(std::int16_t posizione) override { return voci_.Chiave(posizione); }
-  void SelezionaPosizione(std::int16_t posizione) override;
+
+ protected:
+  void Svuota() override;
+  void AggiungiVoce(const std::string& testo) override;
+  void Seleziona() override;
 
  private:
   class Lista;
 
-  forms::VociCombo voci_;
   Lista* lista_;
 };
 
 /// The control of a layout row, with its widget in `padre`; none for a kind that is built elsewhere.
 [[nodiscard]] std::shared_ptr<host::Controllo> CreaControllo(const std::shared_ptr<QWidget>& finestra,
                                                              const host::LayoutControllo& layout,
-                                                             QWidget* padre);
+                                                             QWidget* padre, bool principale);
 
 }  // namespace orve::adapters::qt

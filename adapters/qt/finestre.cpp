@@ -2,13 +2,13 @@
 
 #include <utility>
 
-#include "forms/collezione_file.h"
-#include "forms/record_set_in_memoria.h"
+#include "forms/righe_griglia.h"
 #include "posix/oggetto_file.h"
 #include "qt/form_qt.h"
-#include "qt/griglia.h"
 #include "qt/messaggi.h"
 #include "qt/selettore_file.h"
+#include "values/collezione_file.h"
+#include "values/record_set_in_memoria.h"
 
 namespace orve::adapters::qt {
 
@@ -24,7 +24,7 @@ struct Finestre::Comune {
 
   OpzioniFinestre opzioni;
   std::shared_ptr<posix::CartellaCopie> copie;
-  std::shared_ptr<FileLasciati> lasciati = std::make_shared<FileLasciati>();
+  std::shared_ptr<forms::FileLasciati> lasciati = std::make_shared<forms::FileLasciati>();
 };
 
 Finestre::Finestre(OpzioniFinestre opzioni) : comune_(std::make_shared<Comune>(std::move(opzioni))) {}
@@ -40,7 +40,7 @@ std::shared_ptr<host::ConfigurazioneGriglia> Finestre::CreaConfigurazioneGriglia
 }
 
 std::shared_ptr<host::RecordSetScollegato> Finestre::CreaRecordSetScollegato() {
-  return std::make_shared<forms::RecordSetInMemoria>();
+  return std::make_shared<values::RecordSetInMemoria>();
 }
 
 std::shared_ptr<host::SelettoreFile> Finestre::CreaSelettoreFile() {
@@ -53,7 +53,7 @@ std::shared_ptr<host::OggettoFile> Finestre::CreaOggettoFile() {
 }
 
 std::shared_ptr<host::CollezioneFile> Finestre::CreaCollezioneFile() {
-  return std::make_shared<forms::CollezioneInMemoria>();
+  return std::make_shared<values::CollezioneInMemoria>();
 }
 
 std::shared_ptr<host::Messaggi> Finestre::CreaMessaggi() {

@@ -16,20 +16,16 @@
 #include "qt/controlli_qt.h"
 #include "qt/finestra_di_form.h"
 #include "qt/messaggi.h"
-#include "qt/proporzioni.h"
-#include "text/text.h"
+#include "qt/selettore_file.h"
 
 namespace orve::adapters::qt {
 
 namespace {
 
-// The button whose procedure a dropped file goes through.
-constexpr const char* kPulsanteAllega = "KVL_ALLEGA";
-
-QStringList FileDi(const QMimeData* dati) {
-  QStringList file;
+std::vector<std::string> FileDi(const QMimeData* dati) {
+  std::vector<std::string> file;
   for (const QUrl& url : dati->urls()) {
-    if (url.isLocalFile()) file << url.toLocalFile();
+    if (url.isLocalFile()) file.push_back(PercorsoNativo(url.toLocalFile()));
   }
   return file;
 }
@@ -78,12 +74,12 @@ void Finestra::resizeEvent(QResizeEvent* evento) {
 }
 
 void Finestra::dragEnterEvent(QDragEnterEvent* evento) {
-  if (!FileDi(evento->mimeData()).isEmpty()) evento->acceptProposedAction();
+  if (!FileDi(evento->mimeData()).empty()) evento->acceptProposedAction();
 }
 
 void Finestra::dropEvent(QDropEvent* evento) {
-  const QStringList file = FileDi(evento->mimeData());
-  if (file.isEmpty()) return;
+  const auto file = FileDi(evento->mimeData());
+  if (file.empty()) return;
   evento->acceptProposedAction();
   QMetaObject::invokeMethod(
       this,
@@ -93,35 +89,18 @@ void Finestra::dropEvent(QDropEvent* evento) {
       Qt::QueuedConnection);
 }
 
-FormQt::FormQt(const host::LayoutForm& layout, std::shared_ptr<FileLasciati> lasciati,
+FormQt::FormQt(const host::LayoutForm& layout, std::shared_ptr<forms::FileLasciati> lasciati,
                std::function<void()> mostra)
-    : finestra_(std::make_shared<Finestra>()),
-      lasciati_(std::move(lasciati)),
-      mostra_(std::move(mostra)),
-      didascalia_(layout.didascalia),
-      width_(layout.width),
-      height_(layout.height) {
+    : Form(layout, std::move(lasciati)), finestra_(std::make_shared<Finestra>()), mostra_(std::move(mostra)) {
   finestra_->setObjectName(Testo(layout.nome));
-  finestra_->setWindowTitle(Testo(didascalia_));
   finestra_->setFont(FontPer(layout));
   Costruisci(layout);
-  OrdinaTastiera(layout);
-  DaiNomi(layout);
-  MostraPulsantePrincipale();
-  AdattaFinestra();
-  finestra_->Ridimensionata = [this] {
-    if (proporzioni_) proporzioni_->Segui();
-  };
-  finestra_->Attivata = [this] {
-    if (!aperta_ || std::exchange(primaAttivazione_, false)) return;
-    Azione(finestra_.get(), [this] { host::Solleva(Activate); });
-  };
-  finestra_->Chiusa = [this] {
-    if (!std::exchange(aperta_, false)) return;
-    Azione(nullptr, [this] { host::Solleva(Unload); });
-  };
-  finestra_->Abbandonata = [this] { Azione(finestra_.get(), [this] { Abbandona(); }); };
-  finestra_->Lasciati = [this](const QStringList& file) { Allega(file); };
+  Disponi(layout);
+  finestra_->Ridimensionata = [this] { Segui(); };
+  finestra_->Attivata = [this] { Azione([this] { Attivata(); }); };
+  finestra_->Chiusa = [this] { qt::Azione(nullptr, [this] { Chiudi(); }); };
+  finestra_->Abbandonata = [this] { Azione([this] { Abbandona(); }); };
+  finestra_->Lasciati = [this](const std::vector<std::string>& file) { Allega(file); };
 }
 
 FormQt::~FormQt() {
@@ -134,136 +113,67 @@ FormQt::~FormQt() {
   finestra_->hide();
 }
 
-void FormQt::Costruisci(const host::LayoutForm& layout) {
-  for (const auto& riga : layout.controlli) {
-    std::shared_ptr<host::Controllo> controllo;
-    if (riga.tipo == host::TipoControllo::kResizeForm) {
-      proporzioni_ = std::make_shared<Proporzioni>(riga, *this);
-      controllo = proporzioni_;
-    } else {
-      const auto cornice = controlli_.find(text::FoldCase(riga.cornice));
-      QWidget* padre =
-          cornice == controlli_.end() ? finestra_.get() : dynamic_cast<Elemento&>(*cornice->second).widget;
-      controllo = CreaControllo(finestra_, riga, padre);
-      elementi_.push_back(dynamic_cast<Elemento*>(controllo.get()));
-    }
-    controlli_.emplace(text::FoldCase(riga.nome), std::move(controllo));
-  }
+std::shared_ptr<host::Controllo> FormQt::CreaControllo(const host::LayoutForm& layout,
+                                                       const host::LayoutControllo& riga,
+                                                       forms::Elemento* cornice) {
+  QWidget* padre = cornice == nullptr ? finestra_.get() : WidgetDi(*cornice);
+  return qt::CreaControllo(finestra_, riga, padre, riga.nome == layout.pulsanteConferma);
+}
+
+void FormQt::Disponi(const host::LayoutForm& layout) const {
   // A caption may be wider than the gap before the box beside it.
-  for (auto* elemento : elementi_) {
-    if (dynamic_cast<host::KVL_LABEL*>(elemento) != nullptr) elemento->widget->lower();
+  for (auto* elemento : Elementi()) {
+    if (dynamic_cast<host::KVL_LABEL*>(elemento) != nullptr) WidgetDi(*elemento)->lower();
+  }
+  const auto ordine = OrdineDiTastiera(layout);
+  for (std::size_t i = 1; i < ordine.size(); ++i) {
+    QWidget::setTabOrder(WidgetDi(*ordine[i - 1]), WidgetDi(*ordine[i]));
+  }
+  for (auto* elemento : Elementi()) {
+    auto* widget = WidgetDi(*elemento);
+    if (std::find(ordine.begin(), ordine.end(), elemento) == ordine.end()) {
+      widget->setFocusPolicy(Qt::NoFocus);
+    }
+    widget->setAccessibleName(Testo(forms::NomeAccessibile(layout, elemento->tavola)));
   }
 }
 
-void FormQt::OrdinaTastiera(const host::LayoutForm& layout) const {
-  std::vector<QWidget*> raggiunti;
-  for (const auto* riga : forms::OrdineDiTastiera(layout)) {
-    raggiunti.push_back(dynamic_cast<Elemento&>(*controlli_.at(text::FoldCase(riga->nome))).widget);
-    if (raggiunti.size() > 1) QWidget::setTabOrder(raggiunti[raggiunti.size() - 2], raggiunti.back());
-  }
-  for (const auto* elemento : elementi_) {
-    const bool raggiunto = std::find(raggiunti.begin(), raggiunti.end(), elemento->widget) != raggiunti.end();
-    if (!raggiunto) elemento->widget->setFocusPolicy(Qt::NoFocus);
-  }
+void FormQt::Interno(const Misura& misura) {
+  const QSize interno(misura.width, misura.height);
+  finestra_->setMinimumSize(interno.boundedTo(finestra_->screen()->availableSize()));
+  finestra_->resize(interno);
 }
 
-void FormQt::DaiNomi(const host::LayoutForm& layout) const {
-  for (const auto* elemento : elementi_) {
-    elemento->widget->setAccessibleName(Testo(forms::NomeAccessibile(layout, elemento->tavola)));
-  }
-}
-
-void FormQt::MostraPulsantePrincipale() const {
-  for (const auto* elemento : elementi_) {
-    auto* pulsante = dynamic_cast<Pulsante*>(elemento->widget);
-    if (pulsante == nullptr || !elemento->tavola.cornice.empty()) continue;
-    pulsante->Principale(true);
-    return;
-  }
-}
-
-std::shared_ptr<host::Controllo> FormQt::Controlli(std::string_view nome) {
-  const auto trovato = controlli_.find(text::FoldCase(nome));
-  if (trovato == controlli_.end()) throw host::Errore(host::kMembroNonSupportato);
-  return trovato->second;
-}
-
-void FormQt::Caption(const std::string& didascalia) {
-  didascalia_ = didascalia;
-  finestra_->setWindowTitle(Testo(didascalia));
-}
-
-void FormQt::Width(float twip) {
-  width_ = twip;
-  AdattaFinestra();
-}
-
-void FormQt::Height(float twip) {
-  height_ = twip;
-  AdattaFinestra();
-}
-
-// No smaller than the program's size, unless the screen is.
-void FormQt::AdattaFinestra() {
-  const QSize misura(std::max(1, Pixel(width_)), std::max(1, Pixel(height_)));
-  const QSize schermo = finestra_->screen()->availableSize();
-  finestra_->setMinimumSize(misura.boundedTo(schermo));
-  finestra_->resize(misura);
-}
-
-void FormQt::Show(std::int16_t modo, const std::shared_ptr<host::Form>& proprietario) {
-  if (!std::exchange(caricata_, true)) host::Solleva(Load);
-  // Raised here and not by the window's first activation: the person finds a window that is ready, even where
-  // the desktop does not activate a new window.
-  if (aperta_ && !finestra_->isVisible()) {
-    primaAttivazione_ = true;
-    host::Solleva(Activate);
-  }
-  if (!aperta_) return;
+void FormQt::Mostra(bool modale, host::Form* proprietario) {
   if (mostra_) mostra_();
-  if (auto* padre = FinestraDi(proprietario.get())) {
+  if (auto* padre = FinestraDi(proprietario)) {
     static_cast<void>(finestra_->winId());  // creates the window to tie to its owner
     finestra_->windowHandle()->setTransientParent(padre->windowHandle());
   }
-  contenuto_ = forms::ContenutoDi(controlli_);
   const auto finestra = finestra_;  // lives as long as it is shown
-  if (modo == kModale) {
+  if (modale) {
     finestra->exec();
   } else {
     finestra->show();
   }
 }
 
-void FormQt::Chiudi() {
-  if (!std::exchange(aperta_, false)) return;
-  finestra_->done(QDialog::Accepted);
-  host::Solleva(Unload);
+void FormQt::Nascondi() {
+  if (finestra_->isVisible()) finestra_->done(QDialog::Accepted);
 }
 
-void FormQt::Abbandona() {
-  const bool cambiata = forms::ContenutoDi(controlli_) != contenuto_;
-  if (cambiata && MostraCasella(forms::kDomandaAbbandono, forms::kStileAbbandono, didascalia_,
-                                finestra_.get()) != host::kRispostaSi) {
-    return;
-  }
-  finestra_->reject();
+void FormQt::Azione(const std::function<void()>& azione) {
+  qt::Azione(finestra_.get(), azione);
 }
 
-// One file at a time goes through the button's procedure, which asks for a file and finds this one. While a
-// window in front waits for its answer, nobody could press the button either.
-void FormQt::Allega(const QStringList& file) {
-  const auto trovato = controlli_.find(text::FoldCase(kPulsanteAllega));
-  if (trovato == controlli_.end()) return;
-  auto* pulsante = dynamic_cast<host::KVL_TBARMENU*>(trovato->second.get());
-  const auto* widget = dynamic_cast<Elemento&>(*trovato->second).widget;
-  for (const auto& uno : file) {
-    if (pulsante == nullptr || !widget->isVisible() || !widget->isEnabled() || !aperta_) return;
-    const auto* davanti = QApplication::activeModalWidget();
-    if (davanti != nullptr && davanti != finestra_.get()) return;
-    *lasciati_ = {uno};
-    Azione(finestra_.get(), [pulsante] { host::Solleva(pulsante->ButtonClick); });
-    lasciati_->clear();
-  }
+std::int32_t FormQt::Chiede(const std::string& testo, std::int32_t stile, const std::string& titolo) {
+  return MostraCasella(testo, stile, titolo, finestra_.get());
+}
+
+bool FormQt::Premibile(const forms::Elemento& elemento) const {
+  const auto* widget = WidgetDi(elemento);
+  const auto* davanti = QApplication::activeModalWidget();
+  return widget->isVisible() && widget->isEnabled() && (davanti == nullptr || davanti == finestra_.get());
 }
 
 }  // namespace orve::adapters::qt

@@ -37,30 +37,19 @@ Griglia::Griglia(std::shared_ptr<QWidget> finestra, const host::LayoutControllo&
   // A click with Ctrl deselects the row, which remains the current one all the same.
   QObject::connect(tabella_, &QTableWidget::itemSelectionChanged, &ascolto, [this] {
     const int riga = tabella_->currentRow();
-    if (!muove_ && riga >= 0 && tabella_->selectedItems().isEmpty()) tabella_->selectRow(riga);
+    if (!Muove() && riga >= 0 && tabella_->selectedItems().isEmpty()) tabella_->selectRow(riga);
   });
 }
 
-Griglia::~Griglia() {
-  Lascia();
+void Griglia::RigheIntere(bool intere) {
+  tabella_->setSelectionBehavior(intere ? QAbstractItemView::SelectRows : QAbstractItemView::SelectItems);
 }
 
-void Griglia::Configurazione(const std::shared_ptr<host::ConfigurazioneGriglia>& configurazione) {
-  const bool righe = host::Richiesto(configurazione).SelezioneRiga();
-  tabella_->setSelectionBehavior(righe ? QAbstractItemView::SelectRows : QAbstractItemView::SelectItems);
-}
-
-void Griglia::AggiungiColonna(const std::string& campo, const std::string& didascalia, std::int32_t numero,
-                              float larghezza, bool visibile) {
-  colonne_.push_back({campo, didascalia, numero, larghezza, visibile});
-}
-
-void Griglia::FineColonne() {
-  forms::OrdinaColonne(colonne_);
-  tabella_->setColumnCount(static_cast<int>(colonne_.size()));
+void Griglia::MostraColonne() {
+  tabella_->setColumnCount(static_cast<int>(Colonne().size()));
   QStringList didascalie;
   for (int i = 0; i < tabella_->columnCount(); ++i) {
-    const auto& colonna = colonne_[static_cast<std::size_t>(i)];
+    const auto& colonna = Colonne()[static_cast<std::size_t>(i)];
     didascalie << Testo(colonna.didascalia);
     tabella_->setColumnWidth(i, Pixel(colonna.larghezza));
     tabella_->setColumnHidden(i, !colonna.visibile);
@@ -69,32 +58,8 @@ void Griglia::FineColonne() {
   if (!didascalie.isEmpty()) tabella_->setAccessibleName(didascalie.first());
 }
 
-void Griglia::DataSource(const std::shared_ptr<host::RecordSetScollegato>& righe) {
-  Lascia();
-  righe_ = righe;
-  muove_ = true;
+void Griglia::MostraRighe(const forms::RigheMostrate& righe) {
   tabella_->setRowCount(0);
-  Mostrate({});
-  try {
-    if (righe_ && configurata_ && !colonne_.empty()) Copia();
-  } catch (...) {
-    muove_ = false;
-    throw;
-  }
-  muove_ = false;
-  if (!righe_) return;
-  Segue();
-  righe_->MoveComplete = [this] { Segue(); };
-}
-
-void Griglia::Lascia() {
-  if (righe_) righe_->MoveComplete = nullptr;
-  righe_.reset();
-}
-
-void Griglia::Copia() {
-  Mostrate(forms::RigheDi(*righe_, colonne_));
-  const auto& righe = Righe();
   tabella_->setRowCount(static_cast<int>(righe.size()));
   for (int riga = 0; riga < tabella_->rowCount(); ++riga) {
     for (int i = 0; i < tabella_->columnCount(); ++i) {
@@ -109,32 +74,14 @@ void Griglia::Copia() {
   }
 }
 
-// The selected row becomes the record set's current one.
-void Griglia::Segue() {
-  if (muove_) return;
-  muove_ = true;
-  const int riga = righe_->AbsolutePosition() - 1;
-  const bool mostrata = riga >= 0 && riga < tabella_->rowCount();
-  if (mostrata) {
+void Griglia::Seleziona(int riga) {
+  if (riga >= 0) {
     tabella_->setCurrentCell(riga, 0);
     tabella_->selectRow(riga);
   } else {
     tabella_->setCurrentItem(nullptr);
     tabella_->clearSelection();
   }
-  muove_ = false;
-}
-
-void Griglia::Sceglie(int riga) {
-  if (muove_ || !righe_ || riga < 0) return;
-  muove_ = true;
-  try {
-    righe_->AbsolutePosition(riga + 1);
-  } catch (...) {
-    muove_ = false;
-    throw;
-  }
-  muove_ = false;
 }
 
 }  // namespace orve::adapters::qt

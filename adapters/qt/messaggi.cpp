@@ -5,7 +5,7 @@
 #include <QPushButton>
 #include <utility>
 
-#include "forms/lettura_tavola.h"
+#include "forms/messaggi.h"
 #include "orve-mailserver/qt/finestre.h"
 #include "qt/attesa.h"
 #include "qt/finestra_di_form.h"
@@ -34,24 +34,6 @@ QMessageBox::Icon Figura(std::int32_t stile) {
       return QMessageBox::NoIcon;
   }
 }
-
-class Messaggi : public host::Messaggi {
- public:
-  explicit Messaggi(std::string programma) : programma_(std::move(programma)) {}
-
-  std::string TitoloFinestra(const std::string& testo) override {
-    return forms::TitoloConProgramma(testo, programma_);
-  }
-
-  std::int32_t MostraMsg(const std::string& testo, std::int32_t stile, const std::string& titolo,
-                         const std::shared_ptr<host::Oggetto>& proprietario) override {
-    AssicuraApplicazione();
-    return MostraCasella(testo, stile, titolo.empty() ? programma_ : titolo, FinestraDi(proprietario.get()));
-  }
-
- private:
-  std::string programma_;
-};
 
 }  // namespace
 
@@ -85,21 +67,22 @@ std::int32_t MostraCasella(const std::string& testo, std::int32_t stile, const s
 }
 
 void Azione(QWidget* padre, const std::function<void()>& azione) {
-  try {
-    try {
-      azione();
-    } catch (...) {
-      const host::Errore errore = host::ErroreCorrente();
-      MostraCasella(std::to_string(errore.Numero()) + " " + errore.Descrizione(), host::kCritico,
-                    padre != nullptr ? Utf8(padre->window()->windowTitle()) : std::string(), padre);
-    }
-  } catch (...) {
-    qWarning("ORVE_MAILSERVER: un errore non ha potuto essere mostrato");
-  }
+  forms::Protetta(
+      azione,
+      [padre](const std::string& testo) {
+        MostraCasella(testo, host::kCritico,
+                      padre != nullptr ? Utf8(padre->window()->windowTitle()) : std::string(), padre);
+      },
+      [](const char* nota) { qWarning("%s", nota); });
 }
 
 std::shared_ptr<host::Messaggi> CreaMessaggi(std::string programma) {
-  return std::make_shared<Messaggi>(std::move(programma));
+  return std::make_shared<forms::Messaggi>(
+      std::move(programma), [](const std::string& testo, std::int32_t stile, const std::string& titolo,
+                               host::Oggetto* proprietario) {
+        AssicuraApplicazione();
+        return MostraCasella(testo, stile, titolo, FinestraDi(proprietario));
+      });
 }
 
 }  // namespace orve::adapters::qt

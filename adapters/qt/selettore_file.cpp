@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <string>
 #include <utility>
 
 #include "orve-mailserver/posix/percorsi.h"
@@ -34,41 +33,26 @@ QString ScegliFile(const QString& titolo) {
   return file;
 }
 
-class Selettore : public host::SelettoreFile {
+class Selettore : public forms::SelettoreFile {
  public:
-  Selettore(std::shared_ptr<FileLasciati> lasciati, CreatoreFile creaFile)
-      : lasciati_(std::move(lasciati)), creaFile_(std::move(creaFile)) {}
+  using forms::SelettoreFile::SelettoreFile;
 
-  void Titolo(const std::string& titolo) override { titolo_ = Testo(titolo); }
-
-  std::int32_t Mostra(std::int32_t /*opzioni*/) override {
-    scelto_.reset();
-    const QString file = lasciati_->isEmpty() ? ScegliFile(titolo_) : lasciati_->takeFirst();
-    if (file.isEmpty()) return 0;
-    // The name as the disk has it, which need not be UTF-8.
-    const QByteArray nativo = QFile::encodeName(file);
-    const std::string percorso =
-        posix::PercorsoLibreriaAssoluto({nativo.constData(), static_cast<std::size_t>(nativo.size())});
-    const auto ultima = percorso.rfind('\\');
-    scelto_ = creaFile_();
-    scelto_->ApriPercorso(percorso.substr(0, ultima), percorso.substr(ultima + 1), "", 0);
-    return kConfermato;
+ protected:
+  std::string Chiede(const std::string& titolo) override { return PercorsoNativo(ScegliFile(Testo(titolo))); }
+  std::string PerLibreria(const std::string& percorso) override {
+    return posix::PercorsoLibreriaAssoluto(percorso);
   }
-
-  std::shared_ptr<host::OggettoFile> FileScelto() override { return scelto_; }
-  void Chiudi() override { scelto_.reset(); }
-
- private:
-  std::shared_ptr<FileLasciati> lasciati_;
-  CreatoreFile creaFile_;
-  QString titolo_;
-  std::shared_ptr<host::OggettoFile> scelto_;
 };
 
 }  // namespace
 
-std::shared_ptr<host::SelettoreFile> CreaSelettore(std::shared_ptr<FileLasciati> lasciati,
-                                                   CreatoreFile creaFile) {
+std::string PercorsoNativo(const QString& file) {
+  const QByteArray nativo = QFile::encodeName(file);
+  return {nativo.constData(), static_cast<std::size_t>(nativo.size())};
+}
+
+std::shared_ptr<host::SelettoreFile> CreaSelettore(std::shared_ptr<forms::FileLasciati> lasciati,
+                                                   forms::CreatoreFile creaFile) {
   return std::make_shared<Selettore>(std::move(lasciati), std::move(creaFile));
 }
 

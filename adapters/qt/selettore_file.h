@@ -1,21 +1,18 @@
-// The choice of a file: every window for it passes through here.
+// The choice of a file in Qt's own window.
 #pragma once
 
-#include <QStringList>
-#include <functional>
+#include <QString>
 #include <memory>
+#include <string>
 
-#include "orve-mailserver/host/oggetti_file.h"
+#include "forms/selettore_file.h"
 
 namespace orve::adapters::qt {
 
-/// Files that the person has dropped on a window, each waiting to be the answer to the next choice.
-using FileLasciati = QStringList;
+[[nodiscard]] std::shared_ptr<host::SelettoreFile> CreaSelettore(
+    std::shared_ptr<forms::FileLasciati> lasciati, forms::CreatoreFile creaFile);
 
-using CreatoreFile = std::function<std::shared_ptr<host::OggettoFile>()>;
-
-/// `lasciati` is asked before a window is shown.
-[[nodiscard]] std::shared_ptr<host::SelettoreFile> CreaSelettore(std::shared_ptr<FileLasciati> lasciati,
-                                                                 CreatoreFile creaFile);
+/// The path as the disk has it, which need not be UTF-8.
+[[nodiscard]] std::string PercorsoNativo(const QString& file);
 
 }  // namespace orve::adapters::qt

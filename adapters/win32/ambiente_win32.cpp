@@ -1,6 +1,6 @@
 #include "win32/ambiente_win32.h"
 
-#include "forms/formatori_sql.h"
+#include "values/formatori_sql.h"
 #include "win32/classi.h"
 #include "win32/directory.h"
 #include "win32/dispatch.h"
@@ -26,7 +26,7 @@ class AmbienteWin32 final : public host::Ambiente {
     return AvvolgiFormatoData(CreaOggetto(classi::kFormatoData));
   }
   [[nodiscard]] std::shared_ptr<host::FormatoNumero> CreaFormatoNumero() override {
-    if (!ClasseRegistrata(classi::kFormatoNumero)) return std::make_shared<forms::FormatoNumeroSql>();
+    if (!ClasseRegistrata(classi::kFormatoNumero)) return std::make_shared<values::FormatoNumeroSql>();
     return AvvolgiFormatoNumero(CreaOggetto(classi::kFormatoNumero));
   }
   [[nodiscard]] std::shared_ptr<host::RegistroInvio> CreaRegistroInvio() override {

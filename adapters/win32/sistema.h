@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <string>
 
-#include "forms/formatori_sql.h"
 #include "orve-mailserver/host/orologio.h"
 #include "orve-mailserver/host/risolutore_percorsi.h"
 #include "orve-mailserver/host/sistema.h"
+#include "values/formatori_sql.h"
 
 namespace orve::adapters::win32 {
 
@@ -22,7 +22,7 @@ class OrologioWin32 final : public host::Orologio {
 };
 
 /// Used when the host has no library: dates in the forms that the regional settings let a person write.
-class FormatoDataWin32 final : public forms::FormatoDataSql {
+class FormatoDataWin32 final : public values::FormatoDataSql {
  public:
   void Data(const std::string& testo) override;
 };

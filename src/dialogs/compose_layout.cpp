@@ -175,7 +175,9 @@ constexpr host::LayoutForm kFormInvio = {.nome = "FRMRW_OPZMAIL",
                                          .font = "Tahoma",
                                          .width = 10725,
                                          .height = 7290,
-                                         .controlli = kControlliInvio};
+                                         .controlli = kControlliInvio,
+                                         .pulsanteConferma = "cmd_Invia",
+                                         .pulsanteFile = "KVL_ALLEGA"};
 
 }  // namespace
 

@@ -100,7 +100,9 @@ constexpr host::LayoutForm kFormParametri = {.nome = "FRMFW_MAILPARAMS",
                                              .font = "Tahoma",
                                              .width = 7740,
                                              .height = 5025,
-                                             .controlli = kControlliParametri};
+                                             .controlli = kControlliParametri,
+                                             .pulsanteConferma = "CMD_OK",
+                                             .pulsanteFile = "KVL_ALLEGA"};
 
 }  // namespace
 

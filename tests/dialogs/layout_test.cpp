@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
 #include <vector>
@@ -130,6 +131,21 @@ TEST(Layout, TheParametersWindowHasEveryControlAtItsPlace) {
       R"x(CMD_OK KVL_TBARMENU "&OK" 5400,4560,1095,345 #7 plain)x",
       R"x(CMD_ANNULLA KVL_TBARMENU "&Annulla" 6555,4560,1095,345 #8 plain)x"};
   EXPECT_EQ(Righe(form), want);
+}
+
+TEST(Layout, BothWindowsNameTheButtonThatConfirmsAndTheOneThatTakesFiles) {
+  EXPECT_EQ(LayoutOpzMail().pulsanteConferma, "cmd_Invia");
+  EXPECT_EQ(LayoutMailParams().pulsanteConferma, "CMD_OK");
+  for (const auto* form : {&LayoutOpzMail(), &LayoutMailParams()}) {
+    EXPECT_EQ(form->pulsanteFile, "KVL_ALLEGA");
+    for (const auto& nome : {form->pulsanteConferma, form->pulsanteFile}) {
+      const auto riga = std::find_if(form->controlli.begin(), form->controlli.end(),
+                                     [&](const auto& uno) { return uno.nome == nome; });
+      ASSERT_NE(riga, form->controlli.end()) << nome;
+      EXPECT_EQ(riga->tipo, TipoControllo::kTbarMenu) << nome;
+      EXPECT_FALSE(riga->disegno.ismenupopup) << nome;
+    }
+  }
 }
 
 // What a toolkit relies on when it builds a window from a table.

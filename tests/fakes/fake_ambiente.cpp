@@ -30,7 +30,7 @@ class FakeMessaggi : public host::Messaggi {
  public:
   FakeMessaggi(FakeAmbiente& ambiente, std::string nome)
       : journal_(ambiente.journal),
-        risposta_(ambiente.rispostaMessaggio),
+        ambiente_(ambiente),
         nome_(std::move(nome)),
         titolo_(ambiente.titoloHost) {}
   std::string TitoloFinestra(const std::string& testo) override {
@@ -41,12 +41,12 @@ class FakeMessaggi : public host::Messaggi {
                          const std::shared_ptr<host::Oggetto>& proprietario) override {
     journal_->Add(nome_ + ".MostraMsg " + testo + "|" + std::to_string(stile) + "|" + titolo + "|" +
                   (proprietario ? "(oggetto)" : "(assente)"));
-    return risposta_;
+    return ambiente_.rispostaMessaggio;
   }
 
  private:
   JournalPtr journal_;
-  std::int32_t risposta_;
+  FakeAmbiente& ambiente_;
   std::string nome_;
   std::string titolo_;
 };

@@ -4,9 +4,9 @@
 
 #include "fakes/fake_ambiente.h"
 #include "fakes/headless.h"
-#include "forms/collezione_file.h"
-#include "forms/record_set_in_memoria.h"
 #include "text/text.h"
+#include "values/collezione_file.h"
+#include "values/record_set_in_memoria.h"
 
 namespace orve::fakes {
 
@@ -80,7 +80,7 @@ class FakeSelettore : public host::SelettoreFile {
   JournalPtr journal_;
 };
 
-class FakeCollezione : public adapters::forms::CollezioneInMemoria {
+class FakeCollezione : public adapters::values::CollezioneInMemoria {
  public:
   explicit FakeCollezione(JournalPtr journal) : journal_(std::move(journal)) {}
   void Clear() override {
@@ -100,7 +100,7 @@ class FakeCollezione : public adapters::forms::CollezioneInMemoria {
   JournalPtr journal_;
 };
 
-class FakeRecordSetScollegato : public adapters::forms::RecordSetInMemoria {
+class FakeRecordSetScollegato : public adapters::values::RecordSetInMemoria {
  public:
   explicit FakeRecordSetScollegato(JournalPtr journal) : journal_(std::move(journal)) {}
   void FieldsAppend(const std::string& nome, std::int32_t tipo, std::int32_t dimensione,

@@ -245,6 +245,11 @@ std::vector<std::string> HeadlessForm::Voci(std::string_view combo) const {
   return testi;
 }
 
+std::int16_t HeadlessForm::VoceScelta(std::string_view combo) const {
+  const auto* scelta = Mio<headless::Combo>(combo);
+  return scelta != nullptr ? scelta->voci.Selezionata() : std::int16_t{-1};
+}
+
 std::vector<std::string> HeadlessForm::Righe(std::string_view griglia) const {
   const auto* vista = Mio<headless::Griglia>(griglia);
   return vista != nullptr ? vista->celle : std::vector<std::string>();

@@ -65,6 +65,8 @@ class HeadlessForm : public host::Form {
   [[nodiscard]] bool Vede(std::string_view controllo) const;
   [[nodiscard]] bool Attivo(std::string_view controllo) const;
   [[nodiscard]] std::vector<std::string> Voci(std::string_view combo) const;
+  /// The position selected, -1 for none.
+  [[nodiscard]] std::int16_t VoceScelta(std::string_view combo) const;
   /// The cells of the first column, and the row selected, from 1 (-3 for none).
   [[nodiscard]] std::vector<std::string> Righe(std::string_view griglia) const;
   [[nodiscard]] std::int32_t RigaSelezionata(std::string_view griglia) const;

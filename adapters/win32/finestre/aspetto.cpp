@@ -1,22 +1,14 @@
 #include "win32/finestre/aspetto.h"
 
-#include <algorithm>
-#include <array>
-#include <string_view>
-
-#include "forms/misure.h"
-#include "text/text.h"
+#include "forms/lettura_tavola.h"
 #include "win32/finestre/testo.h"
 
 namespace orve::adapters::win32::finestre {
 
 namespace {
 
-constexpr int kFontGrande = 12;  // pixels at 96 dpi
-constexpr int kFontPiccolo = 9;
-constexpr int kMargineTesto = 3;
-constexpr int kSpunta = 18;
-constexpr WORD kManifesto = 2;  // of finestre.rc
+constexpr forms::Contorno kContorno = {.pulsante = 6, .spunta = 18};  // at 96 dpi
+constexpr WORD kManifesto = 2;                                        // of finestre.rc
 
 // Made once and kept; a program without the resource gets the controls that it has anyway.
 class Contesto {
@@ -94,23 +86,6 @@ std::wstring Famiglia(HDC dc, const host::LayoutForm& layout) {
   return L"MS Shell Dlg 2";
 }
 
-int Contorno(host::TipoControllo tipo) {
-  if (tipo == host::TipoControllo::kCheckBox) return kSpunta;
-  return tipo == host::TipoControllo::kTbarMenu ? 2 * kMargineTesto : 0;
-}
-
-bool CiStanno(HDC dc, const host::LayoutForm& layout, int dpi) {
-  return std::all_of(layout.controlli.begin(), layout.controlli.end(), [&](const host::LayoutControllo& uno) {
-    const bool conta = uno.tipo != host::TipoControllo::kFrame && uno.posizione.width > 0;
-    if (!conta || uno.didascalia.empty()) return true;
-    const std::wstring testo = Largo(text::Replace(text::TrimRight(uno.didascalia), "&", ""));
-    SIZE misura = {};
-    GetTextExtentPoint32W(dc, testo.c_str(), static_cast<int>(testo.size()), &misura);
-    const int contorno = MulDiv(Contorno(uno.tipo), dpi, forms::kPuntiPerPollice);
-    return misura.cx + contorno <= forms::Pixel(uno.posizione.width, dpi);
-  });
-}
-
 }  // namespace
 
 ContestoVisuale::ContestoVisuale() {
@@ -152,12 +127,20 @@ RECT ConBordo(SIZE interno, DWORD stile, DWORD esteso, int dpi) {
 Font FontPer(const host::LayoutForm& layout, int dpi) {
   const Schermo schermo;
   const std::wstring famiglia = Famiglia(schermo.Dc(), layout);
+  const auto scala = [dpi](int pixel) { return MulDiv(pixel, dpi, forms::kPuntiPerPollice); };
+  const forms::Contorno contorno = {scala(kContorno.pulsante), scala(kContorno.spunta)};
+  const auto larghezza = [&](const std::string& didascalia) {
+    const std::wstring testo = Largo(didascalia);
+    SIZE misura = {};
+    GetTextExtentPoint32W(schermo.Dc(), testo.c_str(), static_cast<int>(testo.size()), &misura);
+    return static_cast<int>(misura.cx);
+  };
   Font font;
-  for (int pixel = kFontGrande; pixel >= kFontPiccolo; --pixel) {
-    const LOGFONTW descrizione = Descrizione(famiglia, MulDiv(pixel, dpi, forms::kPuntiPerPollice));
+  for (int pixel = forms::kFontGrande; pixel >= forms::kFontPiccolo; --pixel) {
+    const LOGFONTW descrizione = Descrizione(famiglia, scala(pixel));
     font.reset(CreateFontIndirectW(&descrizione));
     auto* const prima = SelectObject(schermo.Dc(), font.get());
-    const bool ciStanno = CiStanno(schermo.Dc(), layout, dpi);
+    const bool ciStanno = forms::DidascalieCiStanno(layout, contorno, larghezza, dpi);
     SelectObject(schermo.Dc(), prima);
     if (ciStanno) break;
   }

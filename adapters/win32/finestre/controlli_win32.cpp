@@ -118,14 +118,6 @@ PulsanteMenu::PulsanteMenu(Posto posto, const host::LayoutControllo& layout, boo
   if (layout.disegno.ismenupopup) Intercetta();
 }
 
-void PulsanteMenu::AddMenuItem(const std::string& didascalia, const std::string& chiave) {
-  voci_.Aggiungi(didascalia, chiave);
-}
-
-void PulsanteMenu::EnableMenuItem(const host::Variant& chiaveOPosizione, bool attiva) {
-  voci_.Abilita(chiaveOPosizione, attiva);
-}
-
 void PulsanteMenu::Comando(int codice) {
   if (codice != BN_CLICKED) return;
   LaFinestra()->Azione([this] {
@@ -142,7 +134,7 @@ void PulsanteMenu::Comando(int codice) {
 
 void PulsanteMenu::MostraMenu() {
   host::Solleva(BeforeShowMenuPopup);
-  const auto voci = voci_.Voci();
+  const auto voci = Voci();
   if (voci.empty()) return;
   HMENU menu = CreatePopupMenu();
   UINT comando = 0;
@@ -217,15 +209,6 @@ void PulsanteMenu::DisegnaTriangolo(HDC dc) const {
 Spunta::Spunta(Posto posto, const host::LayoutControllo& layout)
     : Controllo(std::move(posto), layout, {WC_BUTTONW, BS_AUTOCHECKBOX, 0, Largo(layout.didascalia)}) {}
 
-std::string Spunta::Text() {
-  return Manda(BM_GETCHECK) == BST_CHECKED ? "1" : "0";
-}
-
-void Spunta::Text(const std::string& valore) {
-  Manda(BM_SETCHECK, valore == "1" ? BST_CHECKED : BST_UNCHECKED);
-  host::Solleva(Change);
-}
-
 void Spunta::Comando(int codice) {
   if (codice != BN_CLICKED) return;
   LaFinestra()->Azione([this] { host::Solleva(Change); });
@@ -257,44 +240,25 @@ void Combo::Posa() {
   }
 }
 
-void Combo::EraseCombo() {
-  voci_.Svuota();
-  Manda(CB_RESETCONTENT);
-}
-
-void Combo::AddItemData(const std::string& testo, std::int16_t dati) {
-  voci_.Aggiungi(testo, dati);
+void Combo::AggiungiVoce(const std::string& testo) {
   Manda(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Largo(testo).c_str()));
 }
 
-// Raises no notification.
 void Combo::Seleziona() {
-  Manda(CB_SETCURSEL, static_cast<WPARAM>(static_cast<INT_PTR>(voci_.Selezionata())));
-}
-
-void Combo::Text(const host::Variant& valore) {
-  voci_.SelezionaValore(valore);
-  Seleziona();
-  host::Solleva(Change, voci_.Selezionata());
-}
-
-void Combo::SelezionaPosizione(std::int16_t posizione) {
-  voci_.SelezionaPosizione(posizione);
-  Seleziona();
-  host::Solleva(Change, posizione);
+  Manda(CB_SETCURSEL, static_cast<WPARAM>(static_cast<INT_PTR>(Selezionata())));
 }
 
 // While the list is open the person is only looking; leaving it without a choice brings the old entry back.
 void Combo::Comando(int codice) {
   switch (codice) {
     case CBN_SELCHANGE:
-      if (Manda(CB_GETDROPPEDSTATE) == FALSE) Scelta();
+      if (Manda(CB_GETDROPPEDSTATE) == FALSE) Confronta();
       break;
     case CBN_SELENDCANCEL:
       Seleziona();
       break;
     case CBN_CLOSEUP:
-      Scelta();
+      Confronta();
       break;
     case CBN_SETFOCUS:
       if (apreDaSola_ && LaFinestra()->DaTastiera()) Manda(CB_SHOWDROPDOWN, TRUE);
@@ -304,13 +268,11 @@ void Combo::Comando(int codice) {
   }
 }
 
-void Combo::Scelta() {
+// The entry on the screen with the one in force.
+void Combo::Confronta() {
   const auto scelta = static_cast<std::int16_t>(Manda(CB_GETCURSEL));
-  if (scelta < 0 || scelta == voci_.Selezionata()) return;
-  LaFinestra()->Azione([this, scelta] {
-    voci_.SelezionaPosizione(scelta);
-    host::Solleva(Change, scelta);
-  });
+  if (scelta < 0 || scelta == Selezionata()) return;
+  LaFinestra()->Azione([this, scelta] { Scelta(scelta); });
   Seleziona();  // the entry in force, even when another action was running and this one did not
 }
 
@@ -345,13 +307,6 @@ std::shared_ptr<host::Controllo> CreaControllo(Posto posto, const host::LayoutCo
       break;
   }
   return nullptr;
-}
-
-std::string PulsantePrincipale(const host::LayoutForm& layout) {
-  for (const auto& riga : layout.controlli) {
-    if (riga.tipo == host::TipoControllo::kTbarMenu && riga.cornice.empty()) return std::string(riga.nome);
-  }
-  return {};
 }
 
 }  // namespace orve::adapters::win32::finestre

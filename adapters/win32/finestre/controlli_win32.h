@@ -6,8 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "forms/voci_combo.h"
-#include "forms/voci_menu.h"
+#include "forms/controlli.h"
 #include "win32/finestre/elemento.h"
 
 namespace orve::adapters::win32::finestre {
@@ -32,12 +31,10 @@ class Etichetta : public Controllo<host::KVL_LABEL> {
 };
 
 /// A button; one with a menu has a small triangle in its corner.
-class PulsanteMenu : public Controllo<host::KVL_TBARMENU> {
+class PulsanteMenu : public Controllo<forms::PulsanteMenu> {
  public:
   /// `principale`: what it sets off may keep the program busy for as long as a server takes.
   PulsanteMenu(Posto posto, const host::LayoutControllo& layout, bool principale);
-  void AddMenuItem(const std::string& didascalia, const std::string& chiave) override;
-  void EnableMenuItem(const host::Variant& chiaveOPosizione, bool attiva) override;
   void Comando(int codice) override;
   LRESULT Notifica(const NMHDR& notifica) override;
 
@@ -49,47 +46,40 @@ class PulsanteMenu : public Controllo<host::KVL_TBARMENU> {
   void DisegnaTriangolo(HDC dc) const;
 
   bool principale_;
-  forms::VociMenu voci_;
 };
 
-class Spunta : public Controllo<host::KVL_CHECKBOX> {
+class Spunta : public Controllo<forms::Spunta> {
  public:
   Spunta(Posto posto, const host::LayoutControllo& layout);
-  std::string Text() override;
-  void Text(const std::string& valore) override;
   void Comando(int codice) override;
+
+ protected:
+  [[nodiscard]] bool Segnata() const override { return Manda(BM_GETCHECK) == BST_CHECKED; }
+  void Segna(bool segnata) override { Manda(BM_SETCHECK, segnata ? BST_CHECKED : BST_UNCHECKED); }
 };
 
-class Combo : public Controllo<host::KVL_COMBO> {
+class Combo : public Controllo<forms::Combo> {
  public:
   Combo(Posto posto, const host::LayoutControllo& layout);
-  void EraseCombo() override;
   void AutoOpen(bool apre) override { apreDaSola_ = apre; }
-  void AddItemData(const std::string& testo, std::int16_t dati) override;
-  std::string Text() override { return voci_.Valore(); }
-  void Text(const host::Variant& valore) override;
-  std::string ItemKey(std::int16_t posizione) override { return voci_.Chiave(posizione); }
-  void SelezionaPosizione(std::int16_t posizione) override;
 
   void Posa() override;
   void Comando(int codice) override;
 
  protected:
+  void Svuota() override { Manda(CB_RESETCONTENT); }
+  void AggiungiVoce(const std::string& testo) override;
+  void Seleziona() override;
   LRESULT Messaggio(UINT messaggio, WPARAM wParam, LPARAM lParam) override;
 
  private:
-  void Seleziona();
-  void Scelta();
+  void Confronta();
 
-  forms::VociCombo voci_;
   bool apreDaSola_ = false;
 };
 
 /// The control of a layout row; none for a kind that is built elsewhere.
 [[nodiscard]] std::shared_ptr<host::Controllo> CreaControllo(Posto posto, const host::LayoutControllo& layout,
                                                              bool principale);
-
-/// The button that confirms the window: the first that is not in a frame.
-[[nodiscard]] std::string PulsantePrincipale(const host::LayoutForm& layout);
 
 }  // namespace orve::adapters::win32::finestre

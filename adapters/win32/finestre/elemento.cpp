@@ -7,11 +7,7 @@
 namespace orve::adapters::win32::finestre {
 
 Elemento::Elemento(Posto posto, const host::LayoutControllo& controllo, const Sagoma& sagoma)
-    : tavola(controllo),
-      rettangolo(controllo.posizione),
-      vista(controllo.disegno.visible),
-      altezzaRiga(controllo.posizione.height),
-      finestra_(std::move(posto.finestra)) {
+    : forms::Elemento(controllo), finestra_(std::move(posto.finestra)) {
   const DWORD stile = WS_CHILD | WS_CLIPSIBLINGS | sagoma.stile | (vista ? WS_VISIBLE : 0U);
   const auto dove = PostoInPixel();
   const ContestoVisuale contesto;

@@ -1,6 +1,5 @@
-// What every control has, whatever its kind: its place in twips, its flags, its window. The windows of the
-// controls belong to that of the form; a control holds on to it, so its own window exists for as long as it
-// is used.
+// The window of a control. The windows of the controls belong to that of the form; a control holds on to it,
+// so its own window exists for as long as it is used.
 #pragma once
 
 #include <windows.h>
@@ -10,9 +9,8 @@
 #include <memory>
 #include <string>
 
+#include "forms/elemento.h"
 #include "forms/misure.h"
-#include "orve-mailserver/host/controlli.h"
-#include "orve-mailserver/host/layout.h"
 #include "win32/finestre/finestra.h"
 
 namespace orve::adapters::win32::finestre {
@@ -32,7 +30,7 @@ struct Posto {
   int identificatore = 0;
 };
 
-class Elemento {
+class Elemento : public forms::Elemento {
  public:
   /// Raises 429 when Windows makes no such control.
   Elemento(Posto posto, const host::LayoutControllo& controllo, const Sagoma& sagoma);
@@ -40,10 +38,9 @@ class Elemento {
   Elemento& operator=(const Elemento&) = delete;
   Elemento(Elemento&&) = delete;
   Elemento& operator=(Elemento&&) = delete;
-  virtual ~Elemento();
+  ~Elemento() override;
 
-  /// Puts the window where the rectangle says.
-  virtual void Posa();
+  void Posa() override;
   /// Takes the form's font again.
   virtual void CambiaCarattere();
   /// What Windows reports about the control, in WM_COMMAND and WM_NOTIFY.
@@ -52,12 +49,6 @@ class Elemento {
 
   [[nodiscard]] HWND Maniglia() const { return maniglia_; }
   [[nodiscard]] const std::shared_ptr<Finestra>& LaFinestra() const { return finestra_; }
-
-  host::LayoutControllo tavola;
-  host::Rettangolo rettangolo;
-  bool vista;
-  bool attivo = true;
-  float altezzaRiga;  // as the table or the program has it
 
  protected:
   /// From here on the window's messages go through Messaggio.
@@ -72,8 +63,8 @@ class Elemento {
     return SendMessageW(maniglia_, messaggio, wParam, lParam);
   }
   [[nodiscard]] forms::RettangoloInPixel PostoInPixel() const;
-  void Mostra(bool visibile);
-  void Accendi(bool acceso);
+  void Mostra(bool visibile) override;
+  void Accendi(bool acceso) override;
 
  private:
   static LRESULT CALLBACK Procedura(HWND maniglia, UINT messaggio, WPARAM wParam, LPARAM lParam);
@@ -85,36 +76,10 @@ class Elemento {
 
 /// A host control over its window: `Parte` is an Elemento, or something that knows more about the window.
 template <class Base, class Parte = Elemento>
-class Controllo : public Base, public Parte {
- public:
-  using Parte::Parte;
-  float Left() override { return this->rettangolo.left; }
-  void Left(float twip) override { Sposta(this->rettangolo.left, twip); }
-  float Top() override { return this->rettangolo.top; }
-  void Top(float twip) override { Sposta(this->rettangolo.top, twip); }
-  float Width() override { return this->rettangolo.width; }
-  void Width(float twip) override { Sposta(this->rettangolo.width, twip); }
-  float Height() override { return this->rettangolo.height; }
-  void Height(float twip) override {
-    this->altezzaRiga = twip;
-    Sposta(this->rettangolo.height, twip);
-  }
-  bool Visible() override { return this->vista; }
-  void Visible(bool valore) override {
-    this->vista = valore;
-    this->Mostra(valore);
-  }
-  bool Enabled() override { return this->attivo; }
-  void Enabled(bool valore) override {
-    this->attivo = valore;
-    this->Accendi(valore);
-  }
+using Controllo = forms::Controllo<Base, Parte>;
 
- private:
-  void Sposta(float& campo, float twip) {
-    campo = twip;
-    this->Posa();
-  }
-};
+[[nodiscard]] inline HWND ManigliaDi(const forms::Elemento& elemento) {
+  return dynamic_cast<const Elemento&>(elemento).Maniglia();
+}
 
 }  // namespace orve::adapters::win32::finestre

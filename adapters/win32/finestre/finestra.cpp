@@ -294,12 +294,12 @@ void Finestra::NuovoDpi(int dpi, const RECT& posto) {
 
 void Finestra::FileLasciati(WPARAM lasciati) const {
   auto* elenco = reinterpret_cast<HDROP>(lasciati);
-  std::vector<std::wstring> file;
+  std::vector<std::string> file;
   const UINT quanti = DragQueryFileW(elenco, 0xFFFFFFFF, nullptr, 0);
   for (UINT i = 0; i < quanti; ++i) {
     std::wstring percorso(DragQueryFileW(elenco, i, nullptr, 0), L'\0');
     DragQueryFileW(elenco, i, percorso.data(), static_cast<UINT>(percorso.size()) + 1);
-    file.push_back(std::move(percorso));
+    file.push_back(Stretto(percorso));
   }
   DragFinish(elenco);
   if (!file.empty() && Lasciati) Lasciati(file);

@@ -82,7 +82,7 @@ class Finestra : public std::enable_shared_from_this<Finestra> {
   std::function<void()> Abbandonata;
   /// The resolution has changed: fonts and places have to be computed again.
   std::function<void()> CambiatoDpi;
-  std::function<void(const std::vector<std::wstring>&)> Lasciati;  // files dropped on the window
+  std::function<void(const std::vector<std::string>&)> Lasciati;  // files dropped on the window
 
   static constexpr UINT kAttivata = WM_APP + 1;
 

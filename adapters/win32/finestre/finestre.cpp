@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "forms/collezione_file.h"
-#include "forms/record_set_in_memoria.h"
 #include "forms/righe_griglia.h"
+#include "values/collezione_file.h"
+#include "values/record_set_in_memoria.h"
 #include "win32/finestre/form_win32.h"
 #include "win32/finestre/messaggi.h"
 #include "win32/finestre/oggetto_file.h"
@@ -23,7 +23,7 @@ struct Finestre::Comune {
 
   OpzioniFinestre opzioni;
   std::shared_ptr<CartellaCopie> copie;
-  std::shared_ptr<FileLasciati> lasciati = std::make_shared<FileLasciati>();
+  std::shared_ptr<forms::FileLasciati> lasciati = std::make_shared<forms::FileLasciati>();
 };
 
 Finestre::Finestre(OpzioniFinestre opzioni) : comune_(std::make_shared<Comune>(std::move(opzioni))) {}
@@ -38,7 +38,7 @@ std::shared_ptr<host::ConfigurazioneGriglia> Finestre::CreaConfigurazioneGriglia
 }
 
 std::shared_ptr<host::RecordSetScollegato> Finestre::CreaRecordSetScollegato() {
-  return std::make_shared<forms::RecordSetInMemoria>();
+  return std::make_shared<values::RecordSetInMemoria>();
 }
 
 std::shared_ptr<host::SelettoreFile> Finestre::CreaSelettoreFile() {
@@ -50,7 +50,7 @@ std::shared_ptr<host::OggettoFile> Finestre::CreaOggettoFile() {
 }
 
 std::shared_ptr<host::CollezioneFile> Finestre::CreaCollezioneFile() {
-  return std::make_shared<forms::CollezioneInMemoria>();
+  return std::make_shared<values::CollezioneInMemoria>();
 }
 
 std::shared_ptr<host::Messaggi> Finestre::CreaMessaggi() {

@@ -1,48 +1,26 @@
-// The grid: the rows of a record set as they were when it was bound, one of them selected.
+// The grid in a list view of Windows.
 #pragma once
 
-#include <memory>
-#include <string>
-#include <vector>
-
-#include "forms/righe_griglia.h"
-#include "orve-mailserver/host/griglia.h"
+#include "forms/controlli.h"
 #include "win32/finestre/elemento.h"
 
 namespace orve::adapters::win32::finestre {
 
-class Griglia : public Controllo<forms::GrigliaMostrata> {
+class Griglia : public Controllo<forms::Griglia> {
  public:
   Griglia(Posto posto, const host::LayoutControllo& layout);
-  Griglia(const Griglia&) = delete;
-  Griglia& operator=(const Griglia&) = delete;
-  Griglia(Griglia&&) = delete;
-  Griglia& operator=(Griglia&&) = delete;
-  ~Griglia() override;
-
-  void Configurazione(const std::shared_ptr<host::ConfigurazioneGriglia>& configurazione) override;
-  /// Columns share the width of the grid and never scroll sideways, so all of them stay in place.
-  void ColonneFisse(std::int32_t /*numero*/) override {}
-  void AggiungiColonna(const std::string& campo, const std::string& didascalia, std::int32_t numero,
-                       float larghezza, bool visibile) override;
-  void FineColonne() override;
-  void FineConfigurazione() override { configurata_ = true; }
-  void DataSource(const std::shared_ptr<host::RecordSetScollegato>& righe) override;
 
   void Posa() override;
   LRESULT Notifica(const NMHDR& notifica) override;
 
- private:
-  void Lascia();
-  void Copia();
-  void Segue();
-  void Sceglie(int riga);
-  void AllargaUltima();
+ protected:
+  void RigheIntere(bool intere) override;
+  void MostraColonne() override;
+  void MostraRighe(const forms::RigheMostrate& righe) override;
+  void Seleziona(int riga) override;
 
-  std::vector<forms::ColonnaGriglia> colonne_;
-  bool configurata_ = false;
-  bool muove_ = false;  // the selection and the record set do not chase each other
-  std::shared_ptr<host::RecordSetScollegato> righe_;
+ private:
+  void AllargaUltima();
 };
 
 }  // namespace orve::adapters::win32::finestre

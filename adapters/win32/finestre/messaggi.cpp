@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "forms/lettura_tavola.h"
+#include "forms/messaggi.h"
 #include "forms/testo_visibile.h"
-#include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 #include "win32/finestre/aspetto.h"
 #include "win32/finestre/form_win32.h"
@@ -34,23 +33,6 @@ std::wstring TitoloDi(HWND finestra) {
   return titolo;
 }
 
-class Messaggi : public host::Messaggi {
- public:
-  explicit Messaggi(std::string programma) : programma_(std::move(programma)) {}
-
-  std::string TitoloFinestra(const std::string& testo) override {
-    return forms::TitoloConProgramma(testo, programma_);
-  }
-
-  std::int32_t MostraMsg(const std::string& testo, std::int32_t stile, const std::string& titolo,
-                         const std::shared_ptr<host::Oggetto>& proprietario) override {
-    return MostraCasella(testo, stile, titolo.empty() ? programma_ : titolo, ManigliaDi(proprietario.get()));
-  }
-
- private:
-  std::string programma_;
-};
-
 }  // namespace
 
 // The styles are those of Windows. An empty title stays empty; Windows would supply one of its own.
@@ -68,21 +50,20 @@ std::int32_t MostraCasella(const std::string& testo, std::int32_t stile, const s
 }
 
 void Protetta(HWND finestra, const std::function<void()>& azione) {
-  try {
-    try {
-      azione();
-    } catch (...) {
-      const host::Errore errore = host::ErroreCorrente();
-      MostraCasella(std::to_string(errore.Numero()) + " " + errore.Descrizione(), host::kCritico,
-                    Stretto(TitoloDi(finestra)), finestra);
-    }
-  } catch (...) {
-    OutputDebugStringA("ORVE_MAILSERVER: un errore non ha potuto essere mostrato");
-  }
+  forms::Protetta(
+      azione,
+      [finestra](const std::string& testo) {
+        MostraCasella(testo, host::kCritico, Stretto(TitoloDi(finestra)), finestra);
+      },
+      OutputDebugStringA);
 }
 
 std::shared_ptr<host::Messaggi> CreaMessaggi(std::string programma) {
-  return std::make_shared<Messaggi>(std::move(programma));
+  return std::make_shared<forms::Messaggi>(
+      std::move(programma), [](const std::string& testo, std::int32_t stile, const std::string& titolo,
+                               host::Oggetto* proprietario) {
+        return MostraCasella(testo, stile, titolo, ManigliaDi(proprietario));
+      });
 }
 
 }  // namespace orve::adapters::win32::finestre

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "orve-mailserver/host/errore.h"
+#include "values/errori_file.h"
 #include "win32/finestre/testo.h"
 
 namespace orve::adapters::win32::finestre {
@@ -19,38 +19,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Automation's numbers for what the file system reports.
-enum NumeroErroreFile : std::int32_t {
-  kNomeFileNonValido = 52,
-  kFileNonTrovato = 53,
-  kErroreDispositivo = 57,
-  kFileGiaEsistente = 58,
-  kDiscoPieno = 61,
-  kPermessoNegato = 70,
-  kPercorsoNonTrovato = 76,
-};
+using values::ErroreFile;
+using enum values::NumeroErroreFile;
 
-const char* Descrizione(NumeroErroreFile numero) {
-  switch (numero) {
-    case kNomeFileNonValido:
-      return "Nome di file non valido";
-    case kFileNonTrovato:
-      return "File non trovato";
-    case kErroreDispositivo:
-      return "Errore di I/O del dispositivo";
-    case kFileGiaEsistente:
-      return "Il file esiste già";
-    case kDiscoPieno:
-      return "Disco pieno";
-    case kPermessoNegato:
-      return "Autorizzazione negata";
-    case kPercorsoNonTrovato:
-      return "Percorso non trovato";
-  }
-  return "Errore";
-}
-
-NumeroErroreFile Numero(DWORD codice) {
+values::NumeroErroreFile Numero(DWORD codice) {
   switch (codice) {
     case ERROR_FILE_NOT_FOUND:
       return kFileNonTrovato;
@@ -77,10 +49,6 @@ NumeroErroreFile Numero(DWORD codice) {
     default:
       return kErroreDispositivo;
   }
-}
-
-host::Errore ErroreFile(NumeroErroreFile numero, const std::string& percorso) {
-  return {numero, "FileSystem", std::string(Descrizione(numero)).append(": ").append(percorso)};
 }
 
 host::Errore ErroreDiSistema(const std::string& percorso) {
@@ -165,16 +133,6 @@ std::string CartellaCopie::PostoPer(const std::string& nome) {
   return Stretto(cartella) + "\\" + nome;
 }
 
-std::string OggettoFile::Percorso() {
-  if (percorso_.empty()) throw host::Errore(host::kOggettoNonImpostato);
-  return percorso_;
-}
-
-std::string OggettoFile::Nome() {
-  const std::string percorso = Percorso();
-  return percorso.substr(percorso.find_last_of("\\/") + 1);
-}
-
 bool OggettoFile::Esiste() {
   const std::wstring percorso = Largo(Percorso());
   const DWORD attributi = GetFileAttributesW(percorso.c_str());
@@ -192,25 +150,6 @@ void OggettoFile::CopiaIn(const std::shared_ptr<host::OggettoFile>& altro, std::
   if (CopyFileW(Largo(Percorso()).c_str(), Largo(destinazione).c_str(), TRUE) == FALSE) {
     throw ErroreDiSistema(Percorso());
   }
-}
-
-void OggettoFile::Crea(std::int32_t tipo, const std::string& nome, const std::string& /*testo*/,
-                       std::int32_t /*opzioni*/) {
-  if (tipo != kCopia) throw host::Errore(host::kArgomentoNonValido);
-  percorso_ = host::Richiesto(copie_).PostoPer(nome);
-}
-
-std::int32_t OggettoFile::Posizione() {
-  return vaCopiato_ && vaCopiato_(Percorso()) ? static_cast<std::int32_t>(kDaCopiare) : 0;
-}
-
-void OggettoFile::Apri(const std::string& nome, const std::string& cartella, std::int32_t /*opzioni*/) {
-  percorso_ = cartella.empty() ? nome : cartella + "\\" + nome;
-}
-
-void OggettoFile::ApriPercorso(const std::string& cartella, const std::string& nome,
-                               const std::string& /*testo*/, std::int32_t /*opzioni*/) {
-  percorso_ = cartella + "\\" + nome;
 }
 
 }  // namespace orve::adapters::win32::finestre

@@ -12,7 +12,8 @@
 #include <string>
 #include <utility>
 
-#include "orve-mailserver/host/oggetti_file.h"
+#include "orve-mailserver/host/errore.h"
+#include "values/oggetto_file.h"
 
 namespace orve::adapters::win32::finestre {
 
@@ -40,32 +41,27 @@ class CartellaCopie {
   int copie_ = 0;
 };
 
-class OggettoFile : public host::OggettoFile {
+class OggettoFile : public values::OggettoFile {
  public:
   using VaCopiato = std::function<bool(const std::string& percorso)>;
 
   explicit OggettoFile(std::shared_ptr<CartellaCopie> copie, VaCopiato vaCopiato = SuSupportoEsterno)
       : copie_(std::move(copie)), vaCopiato_(std::move(vaCopiato)) {}
 
-  /// The members raise 91 while the object is bound to no file.
-  [[nodiscard]] std::string Nome() override;
   /// True for a file, not a folder, that this program may read.
   [[nodiscard]] bool Esiste() override;
-  void Chiudi() override {}
   /// A copy that fails halfway leaves no file behind.
   void CopiaIn(const std::shared_ptr<host::OggettoFile>& altro, std::int32_t opzioni) override;
-  void Crea(std::int32_t tipo, const std::string& nome, const std::string& testo,
-            std::int32_t opzioni) override;
-  [[nodiscard]] std::string Percorso() override;
-  [[nodiscard]] std::int32_t Posizione() override;
-  void Apri(const std::string& nome, const std::string& cartella, std::int32_t opzioni) override;
-  void ApriPercorso(const std::string& cartella, const std::string& nome, const std::string& testo,
-                    std::int32_t opzioni) override;
+
+ protected:
+  std::string PostoPerCopia(const std::string& nome) override {
+    return host::Richiesto(copie_).PostoPer(nome);
+  }
+  bool DaCopiarePrima() override { return vaCopiato_ && vaCopiato_(Percorso()); }
 
  private:
   std::shared_ptr<CartellaCopie> copie_;
   VaCopiato vaCopiato_;
-  std::string percorso_;  // empty: bound to nothing
 };
 
 }  // namespace orve::adapters::win32::finestre

@@ -6,7 +6,6 @@
 
 #include <utility>
 
-#include "orve-mailserver/host/errore.h"
 #include "win32/finestre/aspetto.h"
 #include "win32/finestre/testo.h"
 
@@ -33,45 +32,19 @@ std::wstring ScegliFile(const std::wstring& titolo) {
   return percorso;
 }
 
-class Selettore : public host::SelettoreFile {
+class Selettore : public forms::SelettoreFile {
  public:
-  Selettore(std::shared_ptr<FileLasciati> lasciati, CreatoreFile creaFile)
-      : lasciati_(std::move(lasciati)), creaFile_(std::move(creaFile)) {}
+  using forms::SelettoreFile::SelettoreFile;
 
-  void Titolo(const std::string& titolo) override { titolo_ = Largo(titolo); }
-
-  std::int32_t Mostra(std::int32_t /*opzioni*/) override {
-    scelto_.reset();
-    std::wstring file;
-    if (lasciati_->empty()) {
-      file = ScegliFile(titolo_);
-    } else {
-      file = std::move(lasciati_->front());
-      lasciati_->pop_front();
-    }
-    if (file.empty()) return 0;
-    const std::string percorso = Stretto(file);
-    const auto ultima = percorso.rfind('\\');
-    if (ultima == std::string::npos) throw host::Errore(host::kArgomentoNonValido);
-    scelto_ = creaFile_();
-    scelto_->ApriPercorso(percorso.substr(0, ultima), percorso.substr(ultima + 1), "", 0);
-    return kConfermato;
-  }
-
-  std::shared_ptr<host::OggettoFile> FileScelto() override { return scelto_; }
-  void Chiudi() override { scelto_.reset(); }
-
- private:
-  std::shared_ptr<FileLasciati> lasciati_;
-  CreatoreFile creaFile_;
-  std::wstring titolo_;
-  std::shared_ptr<host::OggettoFile> scelto_;
+ protected:
+  std::string Chiede(const std::string& titolo) override { return Stretto(ScegliFile(Largo(titolo))); }
+  std::string PerLibreria(const std::string& percorso) override { return percorso; }
 };
 
 }  // namespace
 
-std::shared_ptr<host::SelettoreFile> CreaSelettore(std::shared_ptr<FileLasciati> lasciati,
-                                                   CreatoreFile creaFile) {
+std::shared_ptr<host::SelettoreFile> CreaSelettore(std::shared_ptr<forms::FileLasciati> lasciati,
+                                                   forms::CreatoreFile creaFile) {
   return std::make_shared<Selettore>(std::move(lasciati), std::move(creaFile));
 }
 

@@ -323,11 +323,10 @@ class FinestraDellaRubrica : public QDialog {
     auto* riga = new QHBoxLayout;
     quanti_ = new QLabel(this);
     quanti_->setObjectName(QStringLiteral("LBL_QUANTI"));
-    scegli_ = new Pulsante(QStringLiteral("&Scegli"), false, this);
+    scegli_ = new Pulsante(QStringLiteral("&Scegli"), false, true, this);
     scegli_->setObjectName(QStringLiteral("CMD_SCEGLI"));
-    scegli_->Principale(true);
     scegli_->setDefault(true);
-    annulla_ = new Pulsante(QStringLiteral("&Annulla"), false, this);
+    annulla_ = new Pulsante(QStringLiteral("&Annulla"), false, false, this);
     annulla_->setObjectName(QStringLiteral("CMD_ANNULLA"));
     for (auto* pulsante : {scegli_, annulla_}) pulsante->setFixedSize(kPulsante);
     riga->addWidget(quanti_, 1);

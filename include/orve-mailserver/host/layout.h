@@ -65,6 +65,9 @@ struct ORVE_API LayoutForm {
   float width = 0;                                  ///< of the area inside border and title, in twips
   float height = 0;                                 ///< of the same area
   std::span<const LayoutControllo> controlli = {};  ///< a frame comes before the controls that it holds
+  std::string_view pulsanteConferma = {};           ///< the button that confirms the window; empty: none
+  /// The button whose procedure takes files dropped on the window; empty: none.
+  std::string_view pulsanteFile = {};
 };
 
 }  // namespace orve::host

@@ -2,13 +2,16 @@
 
 #include <QAbstractButton>
 #include <QClipboard>
+#include <QDropEvent>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTableWidget>
 #include <QTest>
+#include <QUrl>
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
@@ -62,8 +65,9 @@ void Regia::Poi(const std::string& finestra, Passo passo) {
   attese_.push_back({finestra, std::move(passo)});
 }
 
-void Regia::Risponde(const std::string& testo, const std::string& pulsante) {
-  Poi("MostraMsg", [testo, pulsante](QWidget& casella) {
+void Regia::Risponde(const std::string& testo, const std::string& pulsante, std::string* titolo) {
+  Poi("MostraMsg", [testo, pulsante, titolo](QWidget& casella) {
+    if (titolo != nullptr) *titolo = casella.windowTitle().toStdString();
     EXPECT_EQ(dynamic_cast<QMessageBox&>(casella).text().toStdString(), testo);
     PremeNellaCasella(casella, pulsante);
   });
@@ -177,7 +181,7 @@ std::vector<std::string> VociDiMenu(QWidget& finestra, const std::string& pulsan
 void Sceglie(QWidget& finestra, const std::string& pulsante, const std::string& chiave) {
   auto& menu = ApreMenu(finestra, pulsante);
   for (auto* azione : menu.actions()) {
-    if (azione->objectName() != Q(chiave)) continue;
+    if (azione->objectName() != Q(chiave) && azione->text() != Q(chiave)) continue;
     EXPECT_TRUE(azione->isEnabled()) << chiave << " is switched off";
     QTest::mouseClick(&menu, Qt::LeftButton, Qt::NoModifier, menu.actionGeometry(azione).center());
     Respira();
@@ -204,6 +208,20 @@ int RigaSelezionata(QWidget& finestra) {
   const auto& tabella = Trova<QTableWidget>(finestra, "GRID_ALLEGATI");
   const auto scelte = tabella.selectionModel()->selectedRows();
   return scelte.isEmpty() ? 0 : scelte.first().row() + 1;
+}
+
+void Lascia(QWidget& su, const std::vector<std::string>& file) {
+  QMimeData dati;
+  dati.setText(Q(file.front()));
+  QList<QUrl> url;
+  for (const auto& uno : file) url << QUrl::fromLocalFile(Q(uno));
+  dati.setUrls(url);
+  QDragEnterEvent arriva(QPoint(10, 10), Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&su, &arriva);
+  EXPECT_TRUE(arriva.isAccepted());
+  QDropEvent lascia(QPointF(10, 10), Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&su, &lascia);
+  Respira();
 }
 
 void Respira() {

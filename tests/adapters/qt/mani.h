@@ -36,8 +36,8 @@ class Regia {
 
   /// In the next modal window of this name.
   void Poi(const std::string& finestra, Passo passo);
-  /// A message with this text, title and icon (QMessageBox::Icon), answered with the named button.
-  void Risponde(const std::string& testo, const std::string& pulsante = "OK");
+  /// A message with this text, answered with the named button. Its title goes to `titolo`.
+  void Risponde(const std::string& testo, const std::string& pulsante = "OK", std::string* titolo = nullptr);
   /// The choice of a file: this one, or none for an empty path.
   void ScegliFile(const std::string& percorso);
 
@@ -71,13 +71,15 @@ void Incolla(QWidget& finestra, const std::string& nome, const std::string& test
 /// Opens the menu of a button and returns "Caption" or "(Caption)" for each entry, in brackets if disabled;
 /// then leaves the menu.
 [[nodiscard]] std::vector<std::string> VociDiMenu(QWidget& finestra, const std::string& pulsante);
-/// Chooses an entry by its key.
+/// Chooses an entry by its key or its caption.
 void Sceglie(QWidget& finestra, const std::string& pulsante, const std::string& chiave);
 /// What is in a box.
 [[nodiscard]] std::string Contenuto(QWidget& finestra, const std::string& nome);
 /// The grid's first column, and its selected row from 1 (0 for none).
 [[nodiscard]] std::vector<std::string> Righe(QWidget& finestra);
 [[nodiscard]] int RigaSelezionata(QWidget& finestra);
+/// Drops files, given by their paths, as a file manager does it: the paths come along as text too.
+void Lascia(QWidget& su, const std::vector<std::string>& file);
 /// Lets Qt do what is pending.
 void Respira();
 

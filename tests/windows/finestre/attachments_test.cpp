@@ -17,93 +17,11 @@ class Allegati : public FinestraVera {
  protected:
   Allegati() { Collezione().AddFromLista("anna@x.example", "Anna", "", 0); }
 
-  void Allega(const Vista& finestra, const std::string& percorso) {
-    finestra.Clicca("KVL_ALLEGA");
-    EXPECT_EQ(ScegliFile(programma, percorso), "Allega file");
-  }
   static void Invia(const Vista& finestra) {
     finestra.Clicca("cmd_Invia");
     EXPECT_TRUE(Attendi([&] { return !finestra.Aperta(); }));
   }
-  [[nodiscard]] std::vector<std::string> Consegnati() const {
-    std::vector<std::string> percorsi;
-    if (servizio->vElencoAllegati.IsEmpty()) return percorsi;
-    for (const auto& uno : std::as_const(servizio->vElencoAllegati).ToArray())
-      percorsi.push_back(uno.Joined());
-    return percorsi;
-  }
 };
-
-const std::vector<std::string> kSpente = {"(Elimina allegato)", "(Elimina tutti gli allegati)"};
-const std::vector<std::string> kAccese = {"Elimina allegato", "Elimina tutti gli allegati"};
-
-TEST_F(Allegati, AChosenFileIsListedAndSent) {
-  const std::string uno = cartella.File("uno.pdf");
-  const std::string due = cartella.File("due è.pdf");
-  Apri([&](const Vista& finestra) {
-    EXPECT_EQ(finestra.VociDiMenu("BTN_ELIMINA"), kSpente);
-    Allega(finestra, uno);
-    Allega(finestra, due);
-    EXPECT_THAT(finestra.Righe(), ElementsAre("uno.pdf", "due è.pdf"));
-    EXPECT_EQ(finestra.RigaSelezionata(), 2);
-    EXPECT_EQ(finestra.VociDiMenu("BTN_ELIMINA"), kAccese);
-    Invia(finestra);
-  });
-  EXPECT_THAT(Consegnati(), ElementsAre(uno, due));
-}
-
-TEST_F(Allegati, AFileChosenTwiceIsListedOnce) {
-  const std::string uno = cartella.File("uno.pdf");
-  Apri([&](const Vista& finestra) {
-    Allega(finestra, uno);
-    Allega(finestra, uno);
-    EXPECT_THAT(finestra.Righe(), ElementsAre("uno.pdf"));
-  });
-}
-
-TEST_F(Allegati, LeavingTheChoiceAddsNothing) {
-  Apri([&](const Vista& finestra) {
-    Allega(finestra, "");
-    EXPECT_THAT(finestra.Righe(), IsEmpty());
-    EXPECT_TRUE(finestra.Aperta());
-  });
-}
-
-TEST_F(Allegati, DroppedFilesAreListedAndSentWithoutAsking) {
-  const std::string uno = cartella.File("uno.pdf");
-  const std::string due = cartella.File("due è.pdf");
-  Apri([&](const Vista& finestra) {
-    finestra.Lascia({uno, due});
-    EXPECT_THAT(finestra.Righe(), ElementsAre("uno.pdf", "due è.pdf"));
-    EXPECT_EQ(finestra.RigaSelezionata(), 2);
-    finestra.Lascia({due});
-    EXPECT_THAT(finestra.Righe(), ElementsAre("uno.pdf", "due è.pdf"));
-    Invia(finestra);
-  });
-  EXPECT_THAT(Consegnati(), ElementsAre(uno, due));
-}
-
-TEST_F(Allegati, ANameThatTurnsTheTextRoundIsShownAsItStandsAndAttachedAsItIs) {
-  const std::string file = cartella.File("fattura\u200Ffdp.exe");
-  Apri([&](const Vista& finestra) {
-    finestra.Lascia({file});
-    EXPECT_THAT(finestra.Righe(), ElementsAre("fattura\\u200Ffdp.exe"));
-    Invia(finestra);
-  });
-  EXPECT_THAT(Consegnati(), ElementsAre(file));
-}
-
-TEST_F(Allegati, ADroppedFileFromOutsideTravelsAsACopy) {
-  vaCopiato = true;
-  const std::string chiavetta = cartella.File("chiavetta.txt", "dati");
-  Apri([&](const Vista& finestra) {
-    finestra.Lascia({chiavetta});
-    EXPECT_THAT(finestra.Righe(), ElementsAre("chiavetta.txt"));
-    Invia(finestra);
-  });
-  ASSERT_EQ(Consegnati().size(), 1U);
-  EXPECT_NE(Consegnati().front(), chiavetta);
-}
 
 // It asks the person for each file and would lose the dropped one.
 TEST_F(Allegati, NothingCanBeDroppedWhereTheChooserIsTheHosts) {
@@ -117,15 +35,6 @@ TEST_F(Allegati, NothingCanBeDroppedWhereTheChooserIsTheHosts) {
   EXPECT_THAT(Consegnati(), IsEmpty());
 }
 
-// A choice that comes afterwards is the person's again.
-TEST_F(Allegati, WhatWasDroppedIsUsedUp) {
-  Apri([&](const Vista& finestra) {
-    finestra.Lascia({cartella.File("uno.pdf")});
-    Allega(finestra, cartella.File("due.pdf"));
-    EXPECT_THAT(finestra.Righe(), ElementsAre("uno.pdf", "due.pdf"));
-  });
-}
-
 TEST_F(Allegati, NothingCanBeDroppedBehindAMessage) {
   servizio->vElencoAllegati = Variant::Array{cartella.File("a.txt")};
   Apri([&](const Vista& finestra) {
@@ -135,74 +44,6 @@ TEST_F(Allegati, NothingCanBeDroppedBehindAMessage) {
     Risponde(programma, "Rimuovere tutti gli allegati dalla mail?", IDNO);
     EXPECT_THAT(finestra.Righe(), ElementsAre("a.txt"));
   });
-}
-
-TEST_F(Allegati, TheRowThatIsChosenIsTheOneThatGoes) {
-  servizio->vElencoAllegati =
-      Variant::Array{cartella.File("a.txt"), cartella.File("b.txt"), cartella.File("c.txt")};
-  Apri([&](const Vista& finestra) {
-    EXPECT_THAT(finestra.Righe(), ElementsAre("a.txt", "b.txt", "c.txt"));
-    EXPECT_EQ(finestra.RigaSelezionata(), 3);
-    finestra.Fuoco("GRID_ALLEGATI");
-    finestra.Tasto(VK_UP);
-    EXPECT_EQ(finestra.RigaSelezionata(), 2);
-    finestra.Sceglie("BTN_ELIMINA", "Elimina allegato");
-    EXPECT_TRUE(Attendi([&] { return finestra.Righe().size() == 2; }));
-    EXPECT_THAT(finestra.Righe(), ElementsAre("a.txt", "c.txt"));
-    Invia(finestra);
-  });
-  EXPECT_EQ(Consegnati().size(), 2U);
-}
-
-TEST_F(Allegati, AfterARemovalTheRowInItsPlaceIsSelected) {
-  servizio->vElencoAllegati =
-      Variant::Array{cartella.File("a.txt"), cartella.File("b.txt"), cartella.File("c.txt")};
-  Apri([&](const Vista& finestra) {
-    finestra.Fuoco("GRID_ALLEGATI");
-    finestra.Tasto(VK_HOME);
-    finestra.Sceglie("BTN_ELIMINA", "Elimina allegato");
-    EXPECT_TRUE(Attendi([&] { return finestra.Righe().size() == 2; }));
-    programma.Respira();
-    EXPECT_EQ(finestra.RigaSelezionata(), 1);
-    finestra.Sceglie("BTN_ELIMINA", "Elimina allegato");
-    EXPECT_TRUE(Attendi([&] { return finestra.Righe().size() == 1; }));
-    EXPECT_THAT(finestra.Righe(), ElementsAre("c.txt"));
-  });
-}
-
-TEST_F(Allegati, AllOfThemGoOnlyWhenThePersonSaysYes) {
-  servizio->vElencoAllegati = Variant::Array{cartella.File("a.txt"), cartella.File("b.txt")};
-  Apri([&](const Vista& finestra) {
-    finestra.Sceglie("BTN_ELIMINA", "Elimina tutti gli allegati");
-    Risponde(programma, "Rimuovere tutti gli allegati dalla mail?", IDNO);
-    EXPECT_THAT(finestra.Righe(), ElementsAre("a.txt", "b.txt"));
-    finestra.Sceglie("BTN_ELIMINA", "Elimina tutti gli allegati");
-    Risponde(programma, "Rimuovere tutti gli allegati dalla mail?", IDYES);
-    EXPECT_TRUE(Attendi([&] { return finestra.Righe().empty(); }));
-    EXPECT_EQ(finestra.VociDiMenu("BTN_ELIMINA"), kSpente);
-  });
-}
-
-TEST_F(Allegati, AFileThatIsNotThereIsNotListed) {
-  servizio->vElencoAllegati = Variant::Array{cartella.Radice() + "\\manca.pdf"};
-  Apri([&](const Vista& finestra) { EXPECT_THAT(finestra.Righe(), IsEmpty()); });
-}
-
-TEST_F(Allegati, AFileFromOutsideTravelsAsACopy) {
-  vaCopiato = true;
-  const std::string chiavetta = cartella.File("chiavetta.txt", "dati");
-  Apri([&](const Vista& finestra) {
-    Allega(finestra, chiavetta);
-    EXPECT_THAT(finestra.Righe(), ElementsAre("chiavetta.txt"));
-    std::filesystem::remove(Largo(chiavetta));
-    Invia(finestra);
-  });
-  ASSERT_EQ(Consegnati().size(), 1U);
-  const std::string copia = Consegnati().front();
-  EXPECT_NE(copia, chiavetta);
-  EXPECT_TRUE(copia.ends_with("\\chiavetta.txt"));
-  std::ifstream flusso(std::filesystem::path(Largo(copia)), std::ios::binary);
-  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(flusso), {}), "dati");
 }
 
 // Sets the time of a folder's last change back by that much.

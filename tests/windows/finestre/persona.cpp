@@ -371,6 +371,50 @@ void Vista::Ridimensiona(int width, int height) const {
   SetWindowPos(finestra_, nullptr, 0, 0, width + bordoX, height + bordoY, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+void Vista::VoceDopo(const std::string& combo) const {
+  Fuoco(combo);
+  Tasto(VK_DOWN);
+}
+
+void Vista::VocePrima(const std::string& combo) const {
+  Fuoco(combo);
+  Tasto(VK_UP);
+}
+
+window_contract::Posto Vista::Dove(const std::string& nome) const {
+  const RECT posto = Posto(nome);
+  return {static_cast<int>(posto.left), static_cast<int>(posto.top),
+          static_cast<int>(posto.right - posto.left), static_cast<int>(posto.bottom - posto.top)};
+}
+
+window_contract::Posto Vista::Area() const {
+  const SIZE interno = Interno();
+  return {0, 0, static_cast<int>(interno.cx), static_cast<int>(interno.cy)};
+}
+
+void Vista::Preme(window_contract::Tasto tasto) const {
+  switch (tasto) {
+    case window_contract::Tasto::kInvio:
+      return Tasto(VK_RETURN);
+    case window_contract::Tasto::kEsc:
+      return Tasto(VK_ESCAPE);
+    case window_contract::Tasto::kSu:
+      return Tasto(VK_UP);
+    case window_contract::Tasto::kGiu:
+      return Tasto(VK_DOWN);
+    case window_contract::Tasto::kInizio:
+      return Tasto(VK_HOME);
+    case window_contract::Tasto::kTab:
+      return Tasto(VK_TAB);
+    case window_contract::Tasto::kIndietro:
+      return Tasto(VK_BACK);
+  }
+}
+
+void Vista::Annulla(const std::string& nome) const {
+  SendMessageW(Trova(nome), EM_UNDO, 0, 0);
+}
+
 void Vista::Chiude() const {
   PostMessageW(finestra_, WM_CLOSE, 0, 0);
   EXPECT_TRUE(Attendi([this] { return !Aperta(); }));

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "orve-mailserver/host/layout.h"
+#include "window_contract/toolkit.h"
 
 namespace orve::adapters::win32::finestre {
 
@@ -39,45 +40,49 @@ class Programma {
 };
 
 /// A window as the person has it. A control that a person could not see or use fails the test.
-class Vista {
+class Vista final : public window_contract::VistaSuSchermo {
  public:
   Vista(const Programma& programma, HWND finestra, const host::LayoutForm& layout)
       : programma_(programma), finestra_(finestra), layout_(layout) {}
 
   [[nodiscard]] HWND Finestra() const { return finestra_; }
   [[nodiscard]] HWND Trova(const std::string& nome) const;
-  [[nodiscard]] bool Aperta() const { return IsWindowVisible(finestra_) != FALSE; }
-  [[nodiscard]] bool Vede(const std::string& nome) const { return IsWindowVisible(Trova(nome)) != FALSE; }
-  [[nodiscard]] bool Attivo(const std::string& nome) const { return IsWindowEnabled(Trova(nome)) != FALSE; }
-  [[nodiscard]] std::string Titolo() const;
-  [[nodiscard]] std::string Contenuto(const std::string& nome) const;
-  [[nodiscard]] bool Spuntata(const std::string& nome) const;
+  [[nodiscard]] bool Aperta() const override { return IsWindowVisible(finestra_) != FALSE; }
+  [[nodiscard]] bool Vede(const std::string& nome) const override {
+    return IsWindowVisible(Trova(nome)) != FALSE;
+  }
+  [[nodiscard]] bool Attivo(const std::string& nome) const override {
+    return IsWindowEnabled(Trova(nome)) != FALSE;
+  }
+  [[nodiscard]] std::string Titolo() const override;
+  [[nodiscard]] std::string Contenuto(const std::string& nome) const override;
+  [[nodiscard]] bool Spuntata(const std::string& nome) const override;
   /// The focused control, by name.
   [[nodiscard]] std::string Fuoco() const;
   /// In pixels, relative to the frame or window that holds it.
   [[nodiscard]] RECT Posto(const std::string& nome) const;
   [[nodiscard]] SIZE Interno() const;
-  [[nodiscard]] std::vector<std::string> Righe() const;
+  [[nodiscard]] std::vector<std::string> Righe() const override;
   /// From 1; 0 for none.
-  [[nodiscard]] int RigaSelezionata() const;
+  [[nodiscard]] int RigaSelezionata() const override;
 
-  void Clicca(const std::string& nome) const;
+  void Clicca(const std::string& nome) const override;
   void Fuoco(const std::string& nome) const;
   /// Sends a key to the focused control.
   void Tasto(WPARAM tasto) const;
   void Mnemonico(char lettera) const;
   /// Types at the end of the box.
-  void Digita(const std::string& nome, const std::string& testo) const;
-  void Riscrive(const std::string& nome, const std::string& testo) const;
+  void Digita(const std::string& nome, const std::string& testo) const override;
+  void Riscrive(const std::string& nome, const std::string& testo) const override;
   /// Pastes in place of the selection.
-  void Incolla(const std::string& nome, const std::string& testo) const;
+  void Incolla(const std::string& nome, const std::string& testo) const override;
   void Seleziona(const std::string& nome, int inizio, int fine) const;
   /// Drops these files on the window, as the system's explorer does.
   void Lascia(const std::vector<std::string>& percorsi) const;
   /// Opens the menu of a button and returns "Caption" or "(Caption)" for each entry, in brackets if disabled;
   /// then leaves the menu.
-  [[nodiscard]] std::vector<std::string> VociDiMenu(const std::string& pulsante) const;
-  void Sceglie(const std::string& pulsante, const std::string& didascalia) const;
+  [[nodiscard]] std::vector<std::string> VociDiMenu(const std::string& pulsante) const override;
+  void Sceglie(const std::string& pulsante, const std::string& didascalia) const override;
   /// The same for the menu of a box, asked for with the mouse and, where one is chosen, with the keyboard. An
   /// empty text is a line between entries.
   [[nodiscard]] std::vector<std::string> VociDelTesto(const std::string& nome) const;
@@ -86,8 +91,20 @@ class Vista {
   void Appunti(const std::string& testo) const;
   [[nodiscard]] std::string Appunti() const;
   void Ridimensiona(int width, int height) const;
-  void Chiude() const;
+  void Chiude() const override;
   [[nodiscard]] const Programma& IlProgramma() const { return programma_; }
+
+  void VoceDopo(const std::string& combo) const override;
+  void VocePrima(const std::string& combo) const override;
+  [[nodiscard]] window_contract::Posto Dove(const std::string& nome) const override;
+  [[nodiscard]] window_contract::Posto Area() const override;
+  [[nodiscard]] std::string ColFuoco() const override { return Fuoco(); }
+  void DaiFuoco(const std::string& nome) const override { Fuoco(nome); }
+  void Preme(window_contract::Tasto tasto) const override;
+  void PremeMnemonico(char lettera) const override { Mnemonico(lettera); }
+  void Annulla(const std::string& nome) const override;
+  void Porta(int width, int height) const override { Ridimensiona(width, height); }
+  void LasciaFile(const std::vector<std::string>& percorsi) const override { Lascia(percorsi); }
 
  private:
   [[nodiscard]] HWND Raggiunge(const std::string& nome) const;

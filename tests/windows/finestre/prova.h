@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -12,89 +11,44 @@
 #include <vector>
 
 #include "dialogs/layouts.h"
-#include "fakes/servizio_di_prova.h"
 #include "persona.h"
 #include "win32/finestre/finestre.h"
+#include "window_contract/servizio_con_finestre.h"
 
 namespace orve::adapters::win32::finestre {
 
-/// A private folder on disk.
-class CartellaDiProva {
- public:
-  CartellaDiProva();
-  CartellaDiProva(const CartellaDiProva&) = delete;
-  CartellaDiProva& operator=(const CartellaDiProva&) = delete;
-  CartellaDiProva(CartellaDiProva&&) = delete;
-  CartellaDiProva& operator=(CartellaDiProva&&) = delete;
-  ~CartellaDiProva();
-  /// Writes a file and returns its path.
-  [[nodiscard]] std::string File(const std::string& nome, const std::string& contenuto = "contenuto") const;
-  [[nodiscard]] std::string Radice() const;
+using window_contract::CartellaDiProva;
+using window_contract::RigaAccount;
 
- private:
-  std::filesystem::path radice_;
-};
-
-/// Fakes for everything but the windows.
-class AmbienteConFinestre : public fakes::FakeAmbiente {
+class AmbienteConFinestre : public window_contract::AmbienteConFinestre<Finestre> {
  public:
-  explicit AmbienteConFinestre(OpzioniFinestre opzioni) : finestre(std::move(opzioni)) {}
+  using window_contract::AmbienteConFinestre<Finestre>::AmbienteConFinestre;
   std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override {
     return finestre.CreaForm(layout, accettaFile);
   }
-  std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia() override {
-    return finestre.CreaConfigurazioneGriglia();
-  }
-  std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato() override {
-    return finestre.CreaRecordSetScollegato();
-  }
-  std::shared_ptr<host::SelettoreFile> CreaSelettoreFile() override { return finestre.CreaSelettoreFile(); }
-  std::shared_ptr<host::OggettoFile> CreaOggettoFile() override { return finestre.CreaOggettoFile(); }
-  std::shared_ptr<host::CollezioneFile> CreaCollezioneFile() override {
-    return finestre.CreaCollezioneFile();
-  }
-  std::shared_ptr<host::Messaggi> CreaMessaggi() override {
-    journal->Add("Ambiente.CreaMessaggi");
-    return finestre.CreaMessaggi();
-  }
-  std::shared_ptr<host::ComponenteSmtp> CreaComponenteSmtp() override {
-    if (allaConsegna) allaConsegna();
-    return FakeAmbiente::CreaComponenteSmtp();
-  }
 
-  Finestre finestre;
   bool accettaFile = true;
-  std::function<void()> allaConsegna;  // called when the channel begins to work
 };
 
-[[nodiscard]] fakes::Riga RigaAccount(std::int16_t id, const std::string& indirizzo,
-                                      std::int16_t lettura = 0);
+/// What the service of FinestraVera is over.
+struct SottoLaFinestra {
+  Programma programma;
+  CartellaDiProva cartella;
+  bool vaCopiato = false;  // what Posizione says of every file
+  std::shared_ptr<AmbienteConFinestre> ambiente = std::make_shared<AmbienteConFinestre>(OpzioniFinestre{
+      .cartellaCopie = cartella.Radice(), .vaCopiato = [this](const std::string&) { return vaCopiato; }});
+};
 
-/// On the SMTP channel with one account, in manual mode.
-class FinestraVera : public ::testing::Test {
+class FinestraVera : protected SottoLaFinestra, public window_contract::ServizioConFinestre {
  protected:
   using Azione = std::function<void(const Vista&)>;
 
-  FinestraVera();
+  FinestraVera() : ServizioConFinestre(ambiente) {}
 
-  void Accounts(fakes::Righe righe) {
-    connessione->Risponde("INNER JOIN FW99_MAILUSERACCOUNT", std::move(righe));
-  }
-  CollDestinatari& Collezione();
   /// The service opens the compose window and the person acts in it; what is still open then is closed.
   void Apri(Azione persona);
   /// The same of the parameters window.
   void Parametri(Azione persona);
-  [[nodiscard]] bool Consegnato() const { return journal->Conta("smtp.SendMail") == 1; }
-
-  Programma programma;
-  CartellaDiProva cartella;
-  bool vaCopiato = false;  // what Posizione says of every file
-  std::shared_ptr<AmbienteConFinestre> ambiente;
-  fakes::JournalPtr journal;
-  std::shared_ptr<fakes::FakeConnection> connessione;
-  fakes::ServizioAperto aperto;
-  std::unique_ptr<CLSFW_MAILSERVER>& servizio = aperto.servizio;
 };
 
 }  // namespace orve::adapters::win32::finestre

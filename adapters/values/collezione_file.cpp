@@ -1,8 +1,8 @@
-#include "forms/collezione_file.h"
+#include "values/collezione_file.h"
 
 #include "orve-mailserver/host/errore.h"
 
-namespace orve::adapters::forms {
+namespace orve::adapters::values {
 
 std::shared_ptr<host::OggettoFile> CollezioneInMemoria::Item(std::int32_t posizione) {
   return file_[Indice(posizione)];
@@ -18,4 +18,4 @@ std::size_t CollezioneInMemoria::Indice(std::int32_t posizione) const {
   return static_cast<std::size_t>(posizione);
 }
 
-}  // namespace orve::adapters::forms
+}  // namespace orve::adapters::values

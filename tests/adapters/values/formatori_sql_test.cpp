@@ -1,4 +1,4 @@
-#include "forms/formatori_sql.h"
+#include "values/formatori_sql.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 
 #include "orve-mailserver/host/errore.h"
 
-namespace orve::adapters::forms {
+namespace orve::adapters::values {
 
 TEST(FormatoDataSql, GoodDatesComeOutAsYearMonthDay) {
   for (const std::string testo :
@@ -56,4 +56,4 @@ TEST(FormatoNumeroSql, WhatIsNoNumberIsAnError) {
   EXPECT_THROW((void)formato.NumeroDB(host::Null{}), host::Errore);
 }
 
-}  // namespace orve::adapters::forms
+}  // namespace orve::adapters::values

@@ -10,7 +10,7 @@
 
 #include "orve-mailserver/host/record_set_scollegato.h"
 
-namespace orve::adapters::forms {
+namespace orve::adapters::values {
 
 class RecordSetInMemoria : public host::RecordSetScollegato {
  public:
@@ -50,4 +50,4 @@ class RecordSetInMemoria : public host::RecordSetScollegato {
   std::shared_ptr<Tabella> tabella_;  // shared with the fields that were handed out
 };
 
-}  // namespace orve::adapters::forms
+}  // namespace orve::adapters::values

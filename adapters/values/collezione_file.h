@@ -7,7 +7,7 @@
 
 #include "orve-mailserver/host/oggetti_file.h"
 
-namespace orve::adapters::forms {
+namespace orve::adapters::values {
 
 class CollezioneInMemoria : public host::CollezioneFile {
  public:
@@ -23,4 +23,4 @@ class CollezioneInMemoria : public host::CollezioneFile {
   std::vector<std::shared_ptr<host::OggettoFile>> file_;
 };
 
-}  // namespace orve::adapters::forms
+}  // namespace orve::adapters::values

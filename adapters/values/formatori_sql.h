@@ -8,7 +8,7 @@
 #include "orve-mailserver/host/data_ora.h"
 #include "orve-mailserver/host/formatori.h"
 
-namespace orve::adapters::forms {
+namespace orve::adapters::values {
 
 class FormatoDataSql : public host::FormatoData {
  public:
@@ -31,4 +31,4 @@ class FormatoNumeroSql : public host::FormatoNumero {
   [[nodiscard]] host::Variant NumeroDB(const host::Variant& valore) override;
 };
 
-}  // namespace orve::adapters::forms
+}  // namespace orve::adapters::values

@@ -1,4 +1,4 @@
-#include "forms/record_set_in_memoria.h"
+#include "values/record_set_in_memoria.h"
 
 #include <algorithm>
 #include <utility>
@@ -7,7 +7,7 @@
 
 #include "text/text.h"
 
-namespace orve::adapters::forms {
+namespace orve::adapters::values {
 
 namespace {
 
@@ -205,4 +205,4 @@ void RecordSetInMemoria::Vai(std::size_t riga) {
   host::Solleva(MoveComplete);
 }
 
-}  // namespace orve::adapters::forms
+}  // namespace orve::adapters::values

@@ -1,4 +1,4 @@
-#include "forms/formatori_sql.h"
+#include "values/formatori_sql.h"
 
 #include <algorithm>
 #include <array>
@@ -10,7 +10,7 @@
 #include "orve-mailserver/host/errore.h"
 #include "orve-mailserver/host/variant.h"
 
-namespace orve::adapters::forms {
+namespace orve::adapters::values {
 
 void FormatoDataSql::Data(const std::string& testo) {
   constexpr int kPrimoAnno = 1753;
@@ -58,4 +58,4 @@ host::Variant FormatoNumeroSql::NumeroDB(const host::Variant& valore) {
   return std::string(cifre.data(), fine);
 }
 
-}  // namespace orve::adapters::forms
+}  // namespace orve::adapters::values

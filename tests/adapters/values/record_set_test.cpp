@@ -5,9 +5,9 @@
 #include <string>
 
 #include "fakes/errori.h"
-#include "forms/record_set_in_memoria.h"
+#include "values/record_set_in_memoria.h"
 
-namespace orve::adapters::forms {
+namespace orve::adapters::values {
 namespace {
 
 using fakes::NumeroDi;
@@ -169,4 +169,4 @@ TEST_F(RecordSetScollegato, AFieldOutlivesItsRecordSet) {
 }
 
 }  // namespace
-}  // namespace orve::adapters::forms
+}  // namespace orve::adapters::values
