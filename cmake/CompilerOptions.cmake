@@ -9,12 +9,6 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   add_compile_options(-Wno-restrict)
 endif()
 
-if(NOT WIN32)
-  # A shared library offers what carries ORVE_API and nothing else.
-  set(CMAKE_CXX_VISIBILITY_PRESET hidden)
-  set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
-endif()
-
 # Nothing compiled reveals where the sources were, so that it is the same from any checkout.
 add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=")
 

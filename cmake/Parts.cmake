@@ -26,6 +26,8 @@ function(orve_part target component)
     return()
   endif()
   set_property(GLOBAL APPEND PROPERTY ORVE_PARTS ${target})
+  # A shared library offers what carries ORVE_API and nothing else.
+  set_target_properties(${target} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
   if(ORVE_RECORDED_TYPES)
     # What is compared with the recorded interface; where a variable lies at each step is for debuggers alone.
     target_compile_options(${target} PRIVATE -g -fno-var-tracking)
