@@ -7,6 +7,7 @@ set(ORVE_CMAKE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/orve-mailserver")
 # in includes, and nothing else is. FOLDER is NAME=PATH, the path relative to the project.
 function(orve_room variable name)
   set(room "${PROJECT_BINARY_DIR}/rooms/${name}")
+  file(REMOVE_RECURSE "${room}") # what it no longer has
   foreach(folder IN LISTS ARGN)
     string(REGEX MATCH "^(.*)=(.*)$" _ "${folder}")
     cmake_path(GET CMAKE_MATCH_1 PARENT_PATH above)
@@ -39,13 +40,6 @@ function(orve_part target component)
   install(EXPORT orve-mailserver-${component} NAMESPACE orve-mailserver::
     DESTINATION "${ORVE_CMAKE_DIR}" COMPONENT development)
 endfunction()
-
-# orve_pkg(PREFIX MODULE...): the target PkgConfig::PREFIX for other people's libraries, which orve-mailserver.pc then tells to those who
-# link statically.
-macro(orve_pkg prefix)
-  pkg_check_modules(${prefix} REQUIRED IMPORTED_TARGET ${ARGN})
-  set_property(GLOBAL APPEND PROPERTY ORVE_PRIVATE_LIBRARIES ${${prefix}_LIBRARIES})
-endmacro()
 
 # orve_adapter(TARGET COMPONENT): the part in adapters/COMPONENT, with its public headers if it has any.
 function(orve_adapter target component)

@@ -22,8 +22,10 @@ function(orve_shared_library target name component)
   target_link_options(${target} PRIVATE -Wl,--no-undefined -Wl,--as-needed -Wl,--exclude-libs,ALL
     "-Wl,--version-script=${PROJECT_BINARY_DIR}/exported.map"
     "-Wl,-Map=$<TARGET_FILE:${target}>.map") # what was linked in, for the bill of materials
-  install(TARGETS ${target} EXPORT orve-mailserver-shared
+  install(TARGETS ${target} EXPORT shared-${name}
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT ${component} NAMELINK_COMPONENT development)
+  install(EXPORT shared-${name} FILE ${name}-shared.cmake NAMESPACE orve-mailserver::
+    DESTINATION "${ORVE_CMAKE_DIR}" COMPONENT development)
 endfunction()
 
 get_property(parts GLOBAL PROPERTY ORVE_PARTS)
@@ -33,17 +35,10 @@ if(TARGET orve-qt)
   orve_shared_library(orve-mailserver-qt-shared orve-mailserver-qt windows orve-qt)
   target_link_libraries(orve-mailserver-qt-shared PUBLIC orve-mailserver-shared)
 endif()
-install(EXPORT orve-mailserver-shared NAMESPACE orve-mailserver::
-  DESTINATION "${ORVE_CMAKE_DIR}" COMPONENT development)
 
-# For pkg-config. The libraries below ours are named only to those who link statically, and not as modules: these would have to be
-# installed even where nobody does.
-get_property(private GLOBAL PROPERTY ORVE_PRIVATE_LIBRARIES)
-list(REVERSE parts) # each before those that it builds on
-list(APPEND parts ${private})
-list(REMOVE_DUPLICATES parts)
-list(TRANSFORM parts PREPEND "-l")
-list(JOIN parts " " ORVE_LIBS_PRIVATE)
+# For pkg-config, wherever they are put: the way from their folder to the prefix. Who links statically uses CMake, which knows what the
+# libraries below ours are built on.
+file(RELATIVE_PATH ORVE_UP_TO_PREFIX "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 foreach(name orve-mailserver orve-mailserver-qt)
   configure_file("${CMAKE_CURRENT_LIST_DIR}/${name}.pc.in" "${PROJECT_BINARY_DIR}/${name}.pc" @ONLY)
   install(FILES "${PROJECT_BINARY_DIR}/${name}.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "ambiente/log_invio.h"
@@ -16,6 +17,7 @@
 #include "password/chiave.h"
 #include "password/sigillo_password.h"
 #include "posix/directory_assente.h"
+#include "posix/errori.h"
 #include "posix/file_system.h"
 #include "posix/orologio.h"
 #include "posix/sistema.h"
@@ -64,13 +66,15 @@ class AperturaPassword {
  public:
   explicit AperturaPassword(const Opzioni& opzioni)
       : sigillo_(opzioni.chiave),
+        conChiave_(opzioni.chiave != nullptr),
+        apri_(opzioni.smtp.openPassword),
         inChiaro_(opzioni.passwordInChiaro),
         rimedioPassword_(opzioni.rimedioPassword),
         rimedioCifratura_(opzioni.rimedioCifratura) {}
 
   secrets::Secret operator()(const smtp::Target& meta) const {
     RichiediCifratura(meta);
-    return Apri(meta);
+    return apri_ ? apri_(meta) : Apri(meta);
   }
 
  private:
@@ -85,6 +89,10 @@ class AperturaPassword {
   [[nodiscard]] secrets::Secret Apri(const smtp::Target& meta) const {
     const std::string_view testo = meta.password.View();
     if (!password::SigilloPassword::Sigillato(testo)) return meta.password;
+    if (!conChiave_) {
+      throw host::Errore(host::kArgomentoNonValido, "AperturaPassword",
+                         "la password memorizzata di «" + meta.user + "» è cifrata, e la chiave manca");
+    }
     const password::LegamePassword legame{meta.user, meta.host, meta.port, meta.encrypted};
     try {
       return sigillo_.Apri(testo, legame);
@@ -96,6 +104,8 @@ class AperturaPassword {
   }
 
   password::SigilloPassword sigillo_;
+  bool conChiave_;
+  std::function<secrets::Secret(const smtp::Target&)> apri_;
   std::function<bool(const std::string&, std::uint16_t)> inChiaro_;
   std::string rimedioPassword_;
   std::string rimedioCifratura_;
@@ -107,9 +117,22 @@ std::shared_ptr<sqlite::SqliteConnection> Incorporato(const std::shared_ptr<host
   return incorporato;
 }
 
+std::string CartellaCorrente() {
+  std::error_code mancata;
+  auto cartella = std::filesystem::current_path(mancata);
+  if (mancata) throw posix::ErroreDiSistema(mancata.value(), ".");
+  return cartella.string();
+}
+
 Opzioni Completate(Opzioni opzioni) {
-  if (opzioni.cartellaBase.empty()) opzioni.cartellaBase = std::filesystem::current_path().string();
-  if (!opzioni.smtp.openPassword) opzioni.smtp.openPassword = AperturaPassword(opzioni);
+  // It becomes the name of a folder.
+  const std::string& nome = opzioni.programma;
+  if (nome.empty() || nome == "." || nome == ".." || nome.find_first_of("/\\") != std::string::npos) {
+    throw host::Errore(host::kArgomentoNonValido, "AmbientePronto",
+                       "Il nome del programma non è utilizzabile");
+  }
+  if (opzioni.cartellaBase.empty()) opzioni.cartellaBase = CartellaCorrente();
+  opzioni.smtp.openPassword = AperturaPassword(opzioni);
   if (!opzioni.connessioni) opzioni.connessioni = CreaConnessioni(opzioni.smtp);
   if (!opzioni.directory) opzioni.directory = std::make_shared<posix::DirectoryAssente>();
   return opzioni;

@@ -19,10 +19,10 @@ class MessaggiTerminale : public host::Messaggi {
       : programma_(std::move(programma)), uscita_(uscita), risposte_(risposte) {}
 
   [[nodiscard]] std::string TitoloFinestra(const std::string& testo) override;
-  /// A message with one answer is answered at once. One with several
-  /// lists them with numbers for whoever can answer; without anybody, at the end of the input, or after
-  /// three invalid answers, the style's default is taken. The answer is 1 OK, 2 cancel, 3 abort, 4 retry, 5
-  /// ignore, 6 yes, 7 no.
+  /// Prints the message. One with a single answer is answered at once; one with several lists them with
+  /// numbers for whoever can answer; without anybody, at the end of the input, or after three invalid
+  /// answers, the style's default is taken. The answer is 1 OK, 2 cancel, 3 abort, 4 retry, 5 ignore, 6 yes,
+  /// 7 no.
   std::int32_t MostraMsg(const std::string& testo, std::int32_t stile, const std::string& titolo,
                          const std::shared_ptr<host::Oggetto>& proprietario) override;
 

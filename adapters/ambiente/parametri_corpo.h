@@ -1,4 +1,4 @@
-// The special fields that the program offers for the body of a message: the placeholders that the library
+// The special fields that are offered for the body of a message: the placeholders that the library
 // fills, with what the person reads for each.
 #pragma once
 

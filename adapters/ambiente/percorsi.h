@@ -40,8 +40,7 @@ class RisolutorePercorsiUnix : public host::RisolutorePercorsi {
 /// A folder for temporary files, named after the program, that belongs to this user alone, created if
 /// missing, as a Unix path: below $TMPDIR where that is set, else below the user's runtime directory
 /// ($XDG_RUNTIME_DIR), else below /tmp. If somebody else has taken the name, the one below the user's state
-/// directory ($XDG_STATE_HOME,
-/// ~/.local/state); none if that cannot be created either.
+/// directory ($XDG_STATE_HOME, ~/.local/state); none if that cannot be created either.
 [[nodiscard]] std::optional<std::string> CartellaTemporaneaDiSistema(const std::string& programma);
 
 /// The folder of the running program.

@@ -29,7 +29,10 @@ void RegistroTabella::Connessione(const std::shared_ptr<host::Connection>& conne
     return;
   }
   connessione_ = std::dynamic_pointer_cast<SqliteConnection>(connessione);
-  if (connessione && !connessione_) throw host::Errore(host::kTipoNonCorrispondente);
+  if (connessione && !connessione_) {
+    throw host::Errore(host::kTipoNonCorrispondente, "RegistroTabella",
+                       "Il registro degli invii vuole un database incorporato: indicarne uno");
+  }
 }
 
 void RegistroTabella::RegistraInvio(const host::TestoOAssente& nome, const host::TestoOAssente& ditta,

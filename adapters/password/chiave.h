@@ -25,14 +25,14 @@ class Chiave {
   /// Wipes the bytes.
   ~Chiave();
 
-  /// Writes the key into a new file with mode 600. Raises 70 when something
-  /// already exists there or the file cannot be written.
+  /// Writes the key into a new file with mode 600. Raises 70 when something already exists there
+  /// or the file cannot be written.
   void Scrivi(const std::string& file) const;
 
   /// Rewrites the file that this key was read from, so that it opens bound passwords only: next to it first,
-  /// then in its place, with its owner and mode. Raises 70, and leaves the
-  /// file as it is, when it is a link or no longer holds this key, when something exists at Nascente that is
-  /// not from an interrupted run, or when it cannot be written.
+  /// then in its place, with its owner and mode. Raises 70, and leaves the file as it is, when
+  /// it is a link or no longer holds this key, when something exists at Nascente that is not from an
+  /// interrupted run, or when it cannot be written.
   void RiservaALegate(const std::string& file) const;
   /// Where a rewritten key is kept until it takes the place of `file`.
   [[nodiscard]] static std::string Nascente(const std::string& file);

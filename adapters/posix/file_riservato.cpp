@@ -5,12 +5,25 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <optional>
 #include <system_error>
 
 #include "orve-mailserver/host/errore.h"
 #include "posix/errori.h"
 
 namespace orve::adapters::posix {
+
+namespace {
+
+std::optional<struct stat> StatoCartella(const std::string& file) {
+  const std::size_t ultima = file.rfind('/');
+  const std::string cartella = ultima == std::string::npos ? "." : file.substr(0, ultima + 1);
+  struct stat stato {};
+  if (::stat(cartella.c_str(), &stato) != 0) return {};
+  return stato;
+}
+
+}  // namespace
 
 FileAperto::FileAperto(const std::string& cosa, const std::string& file, int modalita, mode_t permessi)
     : numero_(::open(file.c_str(), modalita | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permessi)) {
@@ -44,6 +57,16 @@ std::string LeggiFileRiservato(const std::string& cosa, const std::string& file,
 
 bool ProprietarioFidato(uid_t proprietario) {
   return proprietario == ::geteuid() || proprietario == 0;
+}
+
+bool CartellaDiTutti(const std::string& file) {
+  const auto stato = StatoCartella(file);
+  return !stato || (stato->st_mode & S_IWOTH) != 0;
+}
+
+bool CartellaFidata(const std::string& file) {
+  const auto stato = StatoCartella(file);
+  return stato && ProprietarioFidato(stato->st_uid);
 }
 
 }  // namespace orve::adapters::posix

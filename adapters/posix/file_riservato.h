@@ -36,4 +36,10 @@ class FileAperto {
 /// Whether the owner of a file may be trusted with what this user reads and writes: the user, or root.
 [[nodiscard]] bool ProprietarioFidato(uid_t proprietario);
 
+/// Whether anybody at all could have planted a file under this name: its folder accepts files from everybody.
+[[nodiscard]] bool CartellaDiTutti(const std::string& file);
+
+/// Whether the owner of its folder, who may replace it at any time, may be trusted.
+[[nodiscard]] bool CartellaFidata(const std::string& file);
+
 }  // namespace orve::adapters::posix

@@ -11,22 +11,11 @@
 #include <string>
 #include <string_view>
 
-#include "orve-mailserver/secrets/secret.h"
 #include "orve-mailserver/smtp/smtp_options.h"
+#include "orve-mailserver/smtp/target.h"
 #include "smtp/tracer.h"
 
 namespace orve::adapters::smtp {
-
-/// Where to connect and as whom.
-struct Target {
-  std::string host;
-  std::uint16_t port = 25;
-  bool encrypted = false;
-  std::string user;  // empty: no authentication
-  secrets::Secret password;
-
-  bool operator==(const Target&) const = default;
-};
 
 class Channel {
  public:

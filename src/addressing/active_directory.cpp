@@ -94,6 +94,9 @@ bool GetDatiUtenteDirectory(host::Directory& directory, const std::string& UserN
     } catch (const host::Errore& errore) {
       if (fallita) fallita(errore);
       throw;
+    } catch (...) {
+      if (fallita) fallita(host::ErroreCorrente());
+      throw;
     }
     arrivataInFondo = true;
   });

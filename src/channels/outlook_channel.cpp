@@ -114,6 +114,7 @@ void ConsegnaConOutlook(Messaggio& messaggio, const Impostazioni& impostazioni, 
   if (oggetti.ObjRegistroInvio) oggetti.ObjRegistroInvio->TipoCanale(TipoCanaleDi(messaggio));
   const std::string mittente = MittenteDiOutlook(host::Richiesto(oggetti.objOutlookApp));
   oggetti.objOutlookItem = oggetti.objOutlookApp->createItem(kElementoDiPosta);
+  Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaIniziata, MezzoConsegna::kOutlook);
   host::Richiesto(oggetti.objOutlookItem).ReadReceiptRequested(account.ReadReceipt);
   oggetti.objOutlookAllegati = oggetti.objOutlookItem->attachments();
   std::string allegati;
@@ -121,7 +122,6 @@ void ConsegnaConOutlook(Messaggio& messaggio, const Impostazioni& impostazioni, 
     allegati = AddAllegatiOutlook(messaggio, oggetti);
   }
   if (!messaggio.vCollDestinatari || messaggio.vCollDestinatari->Count() <= 0) return;
-  Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaIniziata, MezzoConsegna::kOutlook);
   ComponiMessaggioOutlook(messaggio, impostazioni, contesto, oggetti, mittente);
   RiferisciErrori(*oggetti.ambiente, ConsegnaRifiutata, [&] { oggetti.objOutlookItem->Send(); });
   Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaFinita, host::EsitoConsegna{.riuscita = true});

@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "channels/channel_traits.h"
 #include "service/failures.h"
 #include "service/guards.h"
 #include "service/nvl.h"
@@ -77,24 +78,41 @@ void LeggiImpostazioni(Impostazioni& impostazioni, Account& account, const Conte
   LeggiRigaImpostazioni(impostazioni, account, oggetti, *risultato);
 }
 
+void ApriSessioneMapi(Oggetti& oggetti) {
+  oggetti.objMapiSession =
+      CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaMAPISession, "MSMAPI.MAPISession");
+  host::Richiesto(oggetti.objMapiSession).DownLoadMail(false);
+  oggetti.objMapiSession->NewSession(true);
+  oggetti.objMapiSession->SignOn();
+  oggetti.MapiSessionID = oggetti.objMapiSession->SessionID();
+}
+
+void AvviaOutlook(Oggetti& oggetti) {
+  const auto segnala = [&oggetti](const host::Errore&) {
+    oggetti.objOutlookApp.reset();
+    MostraMessaggio(oggetti, "Errore in creazione istanza di Outlook", host::kCritico,
+                    std::string(kChiusura));
+  };
+  SegnalaErrori(segnala, [&] {
+    oggetti.objOutlookApp =
+        CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaOutlook, "Outlook.Application");
+  });
+}
+
 void CreaOggettoDelCanale(const Impostazioni& impostazioni, Oggetti& oggetti) {
-  if (impostazioni.SrvMailInstallato == kvSimpleMAPI) {
-    oggetti.objMapiSession =
-        CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaMAPISession, "MSMAPI.MAPISession");
-    host::Richiesto(oggetti.objMapiSession).DownLoadMail(false);
-    oggetti.objMapiSession->NewSession(true);
-    oggetti.objMapiSession->SignOn();
-    oggetti.MapiSessionID = oggetti.objMapiSession->SessionID();
-  } else if (impostazioni.SrvMailInstallato == kvOutlook) {
-    const auto segnala = [&oggetti](const host::Errore&) {
-      oggetti.objOutlookApp.reset();
-      MostraMessaggio(oggetti, "Errore in creazione istanza di Outlook", host::kCritico,
-                      std::string(kChiusura));
-    };
-    SegnalaErrori(segnala, [&] {
-      oggetti.objOutlookApp =
-          CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaOutlook, "Outlook.Application");
-    });
+  const TrattiCanale* const tratti = TrattiDi(impostazioni.SrvMailInstallato);
+  if (tratti == nullptr) return;
+  switch (tratti->consegna) {
+    case MezzoConsegna::kControlliMapi:
+      ApriSessioneMapi(oggetti);
+      break;
+    case MezzoConsegna::kOutlook:
+      AvviaOutlook(oggetti);
+      break;
+    case MezzoConsegna::kNessuno:
+    case MezzoConsegna::kMapi32:
+    case MezzoConsegna::kComponenteSmtp:  // made for each message
+      break;
   }
 }
 

@@ -141,7 +141,7 @@ const std::vector<CasoOsservato> kCasiOsservati = {
     {"OutlookRefusesAFile",
      kvOutlook,
      Guasto("Attachments.Add C:\\a.pdf"),
-     {"allegato C:\\a.pdf|" + kGuasto, "iniziata 2", "riuscita|",
+     {"iniziata 2", "allegato C:\\a.pdf|" + kGuasto, "riuscita|",
       "registrata 0|Anna|Anna <anna@x.example>|"}},
 
     {"SimpleMapiSucceeds", kvSimpleMAPI, Niente, {"iniziata 1", "riuscita|", kAnnaInviata}},

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <map>
 #include <string_view>
 #include <utility>
 
@@ -341,13 +342,15 @@ void ControllaAccountDelleFinestre(host::Connection& connessione, std::int32_t u
     std::string difetti;
     int quanti = 0;
     try {
+      std::map<std::int32_t, std::string> perAccount;
       auto riga = Esegui(connessione, StatementElencoUtente(utente, pec));
       if (riga->Eof()) riga = Esegui(connessione, StatementElencoAzienda(ditta, pec));
       for (; !riga->Eof(); riga->MoveNext(), ++quanti) {
         const std::string suoi = IllegibileDallaFinestra(*riga);
-        if (suoi.empty()) continue;
-        difetti +=
-            (difetti.empty() ? "" : "; ") + ("account " + Testo(*riga, "FW98_IDACCOUNT")) + ": " + suoi;
+        if (!suoi.empty()) perAccount[host::Leggi(*riga, "FW98_IDACCOUNT").ToInt32()] = suoi;
+      }
+      for (const auto& [account, suoi] : perAccount) {
+        difetti += (difetti.empty() ? "" : "; ") + ("account " + std::to_string(account)) + ": " + suoi;
       }
     } catch (const host::Errore& errore) {
       difetti = errore.Descrizione();

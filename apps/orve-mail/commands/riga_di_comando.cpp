@@ -6,8 +6,8 @@
 #include <exception>
 #include <memory>
 
+#include "ambiente/stringa_connessione.h"
 #include "orve-mail/commands/comandi.h"
-#include "orve-mail/host/stringa_connessione.h"
 #include "orve-mail/host/traccia.h"
 #include "orve-mail/terminal/numeri.h"
 #include "orve-mailserver/host/errore.h"
@@ -57,7 +57,8 @@ std::string Estranei(const CLI::App& programma) {
   std::string estranei;
   for (const std::string& estraneo : programma.remaining(true)) {
     // A connection string in the wrong place may hold a password.
-    estranei += " «" + (SembraStringaDiConnessione(estraneo) ? "odbc:***" : estraneo) + "»";
+    estranei +=
+        " «" + (adapters::ambiente::SembraStringaDiConnessione(estraneo) ? "odbc:***" : estraneo) + "»";
   }
   return estranei;
 }

@@ -1,23 +1,20 @@
 #include "orve-mail/host/archivio.h"
 
-#include <sys/stat.h>
-
 #include <array>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
+#include "ambiente/stringa_connessione.h"
 #include "odbc/odbc_connection.h"
 #include "orve-mail/host/codici.h"
 #include "orve-mail/host/messaggio.h"
-#include "orve-mail/host/stringa_connessione.h"
-#include "orve-mail/secrets/file_proprio.h"
 #include "orve-mail/secrets/memoria.h"
 #include "orve-mail/terminal/numeri.h"
 #include "orve-mail/terminal/uscita.h"
+#include "orve-mailserver/ambiente/database.h"
 #include "orve-mailserver/posix/percorsi.h"
-#include "posix/file_riservato.h"
 #include "sqlite/schema.h"
 #include "text/text.h"
 
@@ -35,28 +32,15 @@ constexpr std::string_view kOdbc = "odbc:";
 }
 
 [[noreturn]] void RegistroNonUtilizzabile(const host::Errore& errore) {
-  throw ErroreProgramma(Uscita::kNonUtilizzabile, "Registro non utilizzabile: " + errore.Descrizione());
+  const bool altrui = errore.Sorgente() == adapters::ambiente::kRegistroAltrui;
+  throw ErroreProgramma(
+      Uscita::kNonUtilizzabile,
+      "Registro non utilizzabile: " + errore.Descrizione() +
+          (altrui ? "; indicare con --registro un file proprio, o in una cartella propria e chiusa agli altri"
+                  : ""));
 }
 
 constexpr std::array kAccanto = {"", "-wal", "-shm", "-journal"};  // what SQLite keeps, the database first
-
-// A register may be shared, and then belongs to whoever sent first; but not where anybody, or the user who
-// owns the folder, could have planted it or the files that are read with it.
-void RichiediRegistroProprio(const std::string& file) {
-  for (const char* accanto : kAccanto) {
-    const std::string nativo = adapters::posix::PercorsoUnix(file) + accanto;
-    struct stat stato {};
-    // What cannot be examined cannot be opened either.
-    if (::lstat(nativo.c_str(), &stato) != 0 || adapters::posix::ProprietarioFidato(stato.st_uid)) continue;
-    const bool diTutti = CartellaDiTutti(nativo);
-    if (!diTutti && CartellaFidata(nativo)) continue;
-    throw ErroreProgramma(
-        Uscita::kNonUtilizzabile,
-        "Registro non utilizzabile: " + file + accanto + " appartiene a un altro utente e la sua cartella " +
-            (diTutti ? "è aperta a tutti" : "non è di chi invia") +
-            "; indicare con --registro un file proprio, o in una cartella propria e chiusa agli altri");
-  }
-}
 
 std::string ChiaveAccanto(const PosizioneArchivio& posizione) {
   return FileArchivio(posizione) + ".chiave";
@@ -93,7 +77,7 @@ std::string FileArchivio(const PosizioneArchivio& posizione) {
   }
   std::string file = posizione.db.rfind(kSqlite, 0) == 0 ? posizione.db.substr(kSqlite.size()) : posizione.db;
   if (file.empty()) throw ErroreProgramma(Uscita::kComandoErrato, "--db: indicare il file del database");
-  if (SembraStringaDiConnessione(file)) {
+  if (adapters::ambiente::SembraStringaDiConnessione(file)) {
     throw ErroreProgramma(Uscita::kComandoErrato, "--db: una stringa di connessione va preceduta da odbc:");
   }
   try {
@@ -173,13 +157,8 @@ std::shared_ptr<SqliteConnection> ApriIncorporato(const PosizioneArchivio& posiz
 std::shared_ptr<SqliteConnection> ApriRegistro(const PosizioneArchivio& posizione, const Archivio& archivio) {
   if (archivio.incorporato && posizione.registro.empty()) return archivio.incorporato;
   try {
-    const std::string file = FileRegistro(posizione);
-    RichiediRegistroProprio(file);
-    auto registro = adapters::sqlite::ApriRegistro(file);
-    // Something may have been planted there meanwhile; the connection notices when another file replaces its
-    // own.
-    RichiediRegistroProprio(file);
-    return registro;
+    return std::dynamic_pointer_cast<SqliteConnection>(
+        adapters::ambiente::ApriRegistro(FileRegistro(posizione)));
   } catch (const host::Errore& errore) {
     RegistroNonUtilizzabile(errore);
   }

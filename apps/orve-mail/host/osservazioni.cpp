@@ -26,6 +26,7 @@ void Osservazioni::ConsegnaFinita(const host::EsitoConsegna& esito) {
   if (esito.riuscita) ++accettate;
   esitoConsegna = esito.riuscita ? kConsegnaRiuscita : esito.numero;
   motivo = esito.fine.motivo;
+  mezzoMotivo = mezzo;
   incerta = incerta || esito.fine.incerta;
 }
 

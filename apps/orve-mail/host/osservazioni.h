@@ -39,7 +39,8 @@ struct Osservazioni : host::OsservatoreInvio {
   std::optional<std::int32_t> esitoConsegna;
   /// What ended the last delivery, in the words of whatever refused it; empty after a success.
   std::string motivo;
-  host::MezzoConsegna mezzo = host::MezzoConsegna::kComponenteSmtp;  // of the last delivery begun
+  host::MezzoConsegna mezzo = host::MezzoConsegna::kComponenteSmtp;        // of the last delivery begun
+  host::MezzoConsegna mezzoMotivo = host::MezzoConsegna::kComponenteSmtp;  // of whatever gave the reason
   std::vector<std::string> allegatiRifiutati;  // given to a channel that does not send them, and why
   int accettate = 0;                           // successful deliveries; in a window there may be several
   /// One of them ended without an answer from the server, which may have the message.
@@ -67,6 +68,7 @@ struct Osservazioni : host::OsservatoreInvio {
   void OggettoNonCreato(const std::string& oggetto, const host::Errore& errore) override;
   void ConsegnaIniziata(host::MezzoConsegna conMezzo) override;
   void SessioneNegata(std::int32_t /*numero*/, const host::FineConsegna& fine) override {
+    mezzoMotivo = mezzo;
     motivo = fine.motivo;
   }
   void ConsegnaFinita(const host::EsitoConsegna& esito) override;

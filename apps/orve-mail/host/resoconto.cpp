@@ -121,7 +121,7 @@ std::vector<std::string> Dettagli(const Resoconto& resoconto) {
   if (resoconto.stato != kvOK) elenca("stato: ", {std::to_string(resoconto.stato)});
   if (!resoconto.errore.empty()) elenca("errore: ", {resoconto.errore});
   if (!note.motivo.empty()) {
-    const bool server = note.mezzo == host::MezzoConsegna::kComponenteSmtp;
+    const bool server = note.mezzoMotivo == host::MezzoConsegna::kComponenteSmtp;
     elenca(server ? "server: " : "posta della macchina: ", {note.motivo});
   }
   if (note.Incerto()) elenca("", {"il server può aver accettato il messaggio"});

@@ -12,17 +12,10 @@
 
 namespace orve::app {
 
+using adapters::posix::CartellaDiTutti;
 using adapters::posix::ProprietarioFidato;
 
 namespace {
-
-std::optional<struct stat> StatoCartella(const std::string& file) {
-  const std::size_t ultima = file.rfind('/');
-  const std::string cartella = ultima == std::string::npos ? "." : file.substr(0, ultima + 1);
-  struct stat stato {};
-  if (::stat(cartella.c_str(), &stato) != 0) return {};
-  return stato;
-}
 
 /// What lines may be written to without waiting for anybody but the person.
 bool Scrivibile(int numero) {
@@ -91,16 +84,6 @@ std::optional<int> UscitaDelProgramma(const struct stat& stato) {
 
 const char* NonFile(mode_t modo) {
   return S_ISDIR(modo) ? "è una cartella" : "non è un file";
-}
-
-bool CartellaDiTutti(const std::string& file) {
-  const auto stato = StatoCartella(file);
-  return !stato || (stato->st_mode & S_IWOTH) != 0;
-}
-
-bool CartellaFidata(const std::string& file) {
-  const auto stato = StatoCartella(file);
-  return stato && ProprietarioFidato(stato->st_uid);
 }
 
 }  // namespace orve::app

@@ -29,10 +29,4 @@ namespace orve::app {
 /// What something other than a regular file is, for the person.
 [[nodiscard]] const char* NonFile(mode_t modo);
 
-/// Whether anybody at all could have planted a file under this name: its folder accepts files from everybody.
-[[nodiscard]] bool CartellaDiTutti(const std::string& file);
-
-/// Whether the owner of its folder, who may replace it at any time, may be trusted.
-[[nodiscard]] bool CartellaFidata(const std::string& file);
-
 }  // namespace orve::app

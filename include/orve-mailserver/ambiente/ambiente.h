@@ -32,8 +32,8 @@ namespace orve::adapters::ambiente {
 /// by others, or holds no key.
 [[nodiscard]] ORVE_API std::shared_ptr<const password::Chiave> LeggiChiave(const std::string& file);
 
-/// The company's directory of persons. It is asked when a sender has no address or name. Raises 5 for options
-/// that make no sense.
+/// The company's directory of persons. It is asked when a sender has no address or name, by sets of one
+/// thread. Raises 5 for options that make no sense.
 [[nodiscard]] ORVE_API std::shared_ptr<host::Directory> ApriDirectory(const ldap::LdapOptions& opzioni);
 
 /// Keeps the connections to SMTP servers from one message to the next, for several sets or the whole program;
@@ -44,13 +44,15 @@ namespace orve::adapters::ambiente {
 /// What a host chooses; as it stands, SMTP and the machine's own mail system with the defaults of each, and
 /// nobody who reads messages.
 struct ORVE_API Opzioni {
-  /// Names windows, messages and the folder of temporary files.
+  /// Names windows, messages and the folder of temporary files: not empty, and without `/` and backslashes.
   std::string programma = "orve-mailserver";
-  /// The folder, as a Unix path, that a relative configured path starts from; empty: the current one.
+  /// The folder, as a Unix path, that a relative configured path starts from; empty: the current one at
+  /// construction.
   std::string cartellaBase = {};
 
   ///@{
-  /// For the SMTP component, and for the MAPI controls and library.
+  /// For the SMTP component, and for the MAPI controls and library. What `smtp.trace` captures must outlive
+  /// the connections that are kept, which say goodbye at their end.
   smtp::SmtpOptions smtp = {};
   mapi::MapiOptions mapi = {};
   ///@}
@@ -60,7 +62,8 @@ struct ORVE_API Opzioni {
   std::shared_ptr<smtp::ConnectionPool> connessioni = {};
 
   /// Opens the passwords that are stored sealed; absent: they cannot be used. A stored text that is not
-  /// sealed is the password itself. Not asked when `smtp.openPassword` is set.
+  /// sealed is the password itself. Not used when `smtp.openPassword` is set, which then
+  /// opens what it likes.
   std::shared_ptr<const password::Chiave> chiave = {};
   /// Whether a server, by its name and port, may get a password over a connection without encryption; empty:
   /// none may.
@@ -73,7 +76,8 @@ struct ORVE_API Opzioni {
   ///@}
 
   /// The embedded database whose REGISTRO_INVII takes the register of sends; absent: the one that the service
-  /// works on.
+  /// works on, which must then be one as ApriDatabase returned it: over a server or behind a wrapper the
+  /// register raises 13. See ApriRegistro.
   std::shared_ptr<host::Connection> registro = {};
   /// What the register keeps in place of the library's text on the attachments; empty: that text.
   std::function<std::string(const std::string& allegati)> allegatiNelRegistro = {};
@@ -88,7 +92,8 @@ struct ORVE_API Opzioni {
   ///@}
   /// Where the instance trace goes; absent: nowhere. Must outlive the set.
   host::DebugOutput* traccia = nullptr;
-  /// The toolkit; absent: no window can be opened. While one is open, messages are boxes over it.
+  /// The toolkit; absent: no window can be opened. While one that this set made is open, messages are boxes
+  /// over it: who overrides CreaForm overrides CreaMessaggi too.
   std::shared_ptr<host::Finestre> finestre = {};
   /// Is told what becomes of each send; absent: nobody is.
   std::shared_ptr<host::OsservatoreInvio> osservatore = {};
@@ -99,7 +104,8 @@ struct ORVE_API Opzioni {
 /// May serve several services one after the other; it and its objects belong to one thread at a time.
 class ORVE_API AmbientePronto : public host::Ambiente {
  public:
-  /// Raises 13 for a register that is not an embedded database.
+  /// Raises 5 for a name that is none, 13 for a register that is not an embedded database, and what the
+  /// system says when there is no current folder.
   explicit AmbientePronto(Opzioni opzioni = {});
   ~AmbientePronto() override;
   AmbientePronto(const AmbientePronto&) = delete;

@@ -64,7 +64,7 @@ class ORVE_API OsservatoreInvio {
   virtual void CartellaDelLogMancante(const std::string& /*cartella*/) {}
 
   /// An error ended the look-up of the sender in the directory, which counts as "nobody found". Not called
-  /// where there is no directory.
+  /// where there is no directory; called at every look-up while a directory that failed is left alone.
   virtual void RicercaInDirectoryFallita(const Errore& /*errore*/) {}
 
  protected:

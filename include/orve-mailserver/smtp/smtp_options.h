@@ -50,9 +50,9 @@ struct ORVE_API SmtpOptions {
   std::vector<AuthMechanism> authMechanisms{AuthMechanism::kPlain, AuthMechanism::kLogin,
                                             AuthMechanism::kCramMd5};
 
-  /// Returns the password for a delivery from what the application set as the target's `password`, once host,
-  /// port, encryption and user are final; empty: it is used as it stands. If it raises a host::Errore, the
-  /// delivery fails as a login (2), with its description, before any connection is made.
+  /// Returns the password for a delivery (target.h) from what the application set as the target's `password`,
+  /// once host, port, encryption and user are final; empty: it is used as it stands. If it raises a
+  /// host::Errore, the delivery fails as a login (2), with its description, before any connection is made.
   std::function<secrets::Secret(const Target&)> openPassword;
 
   /// Receives the dialogue line by line, without line ends: "C: " what was sent, "S: " what was answered, "*

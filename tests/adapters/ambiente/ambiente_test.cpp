@@ -2,7 +2,9 @@
 #include "orve-mailserver/ambiente/ambiente.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <syslog.h>
+#include <unistd.h>
 
 #include <functional>
 #include <memory>
@@ -11,6 +13,7 @@
 
 #include "ambiente/registro_tabella.h"
 #include "orve-mailserver/ambiente/database.h"
+#include "orve-mailserver/smtp/target.h"
 #include "password/chiave.h"
 #include "password/sigillo_password.h"
 #include "sqlite/schema.h"
@@ -144,7 +147,10 @@ TEST(AmbientePronto, ARegisterOfItsOwnTakesTheLinesAsTheHostWantsThem) {
 TEST(AmbientePronto, ARegisterOnAServerIsRefused) {
   class AltroDatabase : public host::Connection {
    public:
-    std::shared_ptr<host::RecordSet> Execute(const std::string&, std::int32_t) override { return nullptr; }
+    std::shared_ptr<host::RecordSet> Execute(const std::string& /*statement*/,
+                                             std::int32_t /*opzione*/) override {
+      return nullptr;
+    }
     std::shared_ptr<host::Command> CreateCommand() override { return nullptr; }
   };
   const auto altro = std::make_shared<AltroDatabase>();
@@ -203,12 +209,25 @@ TEST(AmbientePronto, ASealedPasswordNeedsItsKey) {
   EXPECT_EQ(NumeroDi([&] { (void)LeggiChiave(file + ".manca"); }), 70);
 }
 
-TEST(AmbientePronto, WhatTheHostSetsForPasswordsIsKept) {
+TEST(AmbientePronto, ThePasswordThatTheHostOpensItselfIsHeldBackToo) {
+  int aperta = 0;
   Opzioni opzioni;
-  opzioni.smtp.openPassword = [](const smtp::Target&) -> secrets::Secret {
-    throw host::Errore(host::kArgomentoNonValido, "prova", "chiusa");
+  opzioni.smtp.openPassword = [&](const smtp::Target& meta) {
+    ++aperta;
+    EXPECT_EQ(meta.host, "127.0.0.1");
+    return meta.password;
   };
   EXPECT_EQ(ConLogin(opzioni, "segreta"), kLoginFallito);
+  EXPECT_EQ(aperta, 0) << "no server may have it in clear";
+  opzioni.passwordInChiaro = [](const auto& /*server*/, auto /*porta*/) { return true; };
+  EXPECT_NE(ConLogin(opzioni, "segreta"), kLoginFallito);
+  EXPECT_EQ(aperta, 1);
+}
+
+TEST(AmbientePronto, ANameThatIsNoFoldersIsRefused) {
+  for (const char* nome : {"", ".", "..", "Rossi/Bianchi", "Rossi\\Bianchi"}) {
+    EXPECT_EQ(NumeroDi([&] { AmbientePronto({.programma = nome}); }), host::kArgomentoNonValido) << nome;
+  }
 }
 
 TEST(AmbientePronto, AHostReplacesSingleObjects) {
@@ -227,6 +246,27 @@ TEST(Database, TheUserOfTheConnectionIsTheOneNamed) {
   const auto connessione = std::dynamic_pointer_cast<sqlite::SqliteConnection>(
       ApriDatabase(Creato(cartella, "dati.db"), {.utente = 1}));
   EXPECT_EQ(host::Richiesto(connessione).UtenteConnessione(), 1);
+}
+
+TEST(Database, AConnectionStringInTheWrongPlaceIsNotRepeated) {
+  try {
+    static_cast<void>(ApriDatabase("Driver=x;PWD=segreto"));
+    ADD_FAILURE();
+  } catch (const host::Errore& errore) {
+    EXPECT_EQ(errore.Numero(), host::kArgomentoNonValido);
+    EXPECT_EQ(errore.Descrizione().find("segreto"), std::string::npos);
+  }
+}
+
+TEST(Database, ARegisterThatAnybodyCouldHavePlantedIsRefused) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only root gives files away";
+  const support::TempDir cartella;
+  const std::string file = (cartella.Path() / "registro.db").string();
+  static_cast<void>(ApriRegistro(file));
+  constexpr uid_t kAltro = 12345;
+  ASSERT_EQ(::chown(file.c_str(), kAltro, kAltro), 0);
+  ASSERT_EQ(::chmod(cartella.Path().c_str(), 01777), 0);
+  EXPECT_EQ(NumeroDi([&] { (void)ApriRegistro(file); }), 70);
 }
 
 TEST(Database, AFileThatIsNotThereIsAnError) {

@@ -13,7 +13,6 @@ namespace orve::app {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 // An example as it was built in the tree, or as somebody built it over the installed package.
@@ -95,7 +94,7 @@ TEST_F(Esempio, TheProgramOfTheReadmeSends) {
   cartella.Write("fattura-12.pdf", "%PDF-1.4 prova");
   // It finds its files where it is started.
   const auto fine = support::RunProgram(
-      {"/bin/sh", "-c", "cd \"$0\" && exec \"$1\"", cartella.Path().string(), Programma("invia-messaggio")});
+      {"/bin/sh", "-c", R"(cd "$0" && exec "$1")", cartella.Path().string(), Programma("invia-messaggio")});
   EXPECT_EQ(fine.status, 0) << fine.output;
   const support::ReceivedMessage messaggio = server.OnlyMessage();
   EXPECT_THAT(messaggio.recipients, ElementsAre("acquisti@bellariva.example"));

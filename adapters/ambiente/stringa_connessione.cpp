@@ -1,4 +1,4 @@
-#include "orve-mail/host/stringa_connessione.h"
+#include "ambiente/stringa_connessione.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 
 #include "text/text.h"
 
-namespace orve::app {
+namespace orve::adapters::ambiente {
 
 bool SembraStringaDiConnessione(std::string_view testo) {
   constexpr std::array<std::string_view, 5> kSegni = {"odbc:", "driver=", "dsn=", "pwd=", "password="};
@@ -16,4 +16,4 @@ bool SembraStringaDiConnessione(std::string_view testo) {
   });
 }
 
-}  // namespace orve::app
+}  // namespace orve::adapters::ambiente

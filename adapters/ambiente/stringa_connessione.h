@@ -1,12 +1,12 @@
-// Connection strings on the command line, where they may be in the wrong place.
+// Connection strings where the name of a file is expected.
 #pragma once
 
 #include <string_view>
 
-namespace orve::app {
+namespace orve::adapters::ambiente {
 
 /// Whether a text looks like a connection string, with or without "odbc:" before it. It may contain a
 /// password, so nothing repeats it.
 [[nodiscard]] bool SembraStringaDiConnessione(std::string_view testo);
 
-}  // namespace orve::app
+}  // namespace orve::adapters::ambiente
