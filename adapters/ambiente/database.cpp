@@ -22,7 +22,7 @@ constexpr std::string_view kOdbc = "odbc:";
 // A register may be shared, and then belongs to whoever sent first; but not where anybody, or the user who
 // owns the folder, could have planted it or the files that are read with it.
 void RichiediRegistroProprio(const std::string& file) {
-  for (const char* accanto : {"", "-wal", "-shm", "-journal"}) {
+  for (const char* accanto : sqlite::kFileDelDatabase) {
     const std::string nativo = posix::PercorsoUnix(file) + accanto;
     struct stat stato {};
     // What cannot be examined cannot be opened either.

@@ -4,6 +4,7 @@
 // in domains that nobody can own.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -12,6 +13,9 @@
 #include "sqlite/sqlite_connection.h"
 
 namespace orve::adapters::sqlite {
+
+/// What the engine keeps of a database, each after the name of its file, which comes first.
+inline constexpr std::array kFileDelDatabase = {"", "-wal", "-shm", "-journal"};
 
 /// A password with the login and server that it is for.
 struct PasswordDaCifrare {

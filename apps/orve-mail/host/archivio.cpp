@@ -1,6 +1,5 @@
 #include "orve-mail/host/archivio.h"
 
-#include <array>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -39,8 +38,6 @@ constexpr std::string_view kOdbc = "odbc:";
           (altrui ? "; indicare con --registro un file proprio, o in una cartella propria e chiusa agli altri"
                   : ""));
 }
-
-constexpr std::array kAccanto = {"", "-wal", "-shm", "-journal"};  // what SQLite keeps, the database first
 
 std::string ChiaveAccanto(const PosizioneArchivio& posizione) {
   return FileArchivio(posizione) + ".chiave";
@@ -118,7 +115,7 @@ bool ChiaveDelDatabase(const PosizioneArchivio& posizione) {
 std::vector<std::string> FileDelProgramma(const PosizioneArchivio& posizione) {
   std::vector<std::string> file;
   const auto database = [&file](const std::string& nome) {
-    for (const char* accanto : kAccanto) file.push_back(nome + accanto);
+    for (const char* accanto : adapters::sqlite::kFileDelDatabase) file.push_back(nome + accanto);
   };
   const auto chiave = [&file](const std::string& nome) {
     file.push_back(nome);

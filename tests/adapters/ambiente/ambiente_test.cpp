@@ -166,8 +166,7 @@ TEST(AmbientePronto, MessagesGoToTheStreamAndOverAWindowWhileOneIsOpen) {
   const auto messaggi = pronto.CreaMessaggi();
   EXPECT_EQ(messaggi->MostraMsg("prima", 0, "", nullptr), 1);
   // Nothing of the window is used: what counts is how long it lives.
-  finestre->finestra =
-      std::shared_ptr<host::Form>(reinterpret_cast<host::Form*>(finestre.get()), [](auto*) {});
+  finestre->finestra = std::shared_ptr<host::Form>(std::make_shared<int>(), nullptr);
   auto finestra = pronto.CreaForm({});
   messaggi->MostraMsg("durante", 0, "", nullptr);
   finestre->finestra.reset();
