@@ -4,9 +4,9 @@
 #include <array>
 
 #include "contato.h"
+#include "destinatari_com.h"
 #include "errori.h"
-#include "recipients_com.h"
-#include "senders_com.h"
+#include "mittenti_com.h"
 #include "service_com.h"
 #include "win32/ambiente_win32.h"
 
@@ -20,7 +20,7 @@ IUnknown* Crea() {
       .Cedi();
 }
 
-const std::array<ClasseCreabile, 4> kClassi = {{
+const std::array<CreatableClass, 4> kClassi = {{
     {&CLSID_CLSFW_MAILSERVER, L"CLSFW_MAILSERVER",
      Crea<CLSFW_MAILSERVERCom, ICLSFW_MAILSERVER, CLSFW_MAILSERVER>},
     {&CLSID_CollDestinatari, L"CollDestinatari", Crea<CollDestinatariCom, ICollDestinatari, CollDestinatari>},
@@ -28,9 +28,9 @@ const std::array<ClasseCreabile, 4> kClassi = {{
     {&CLSID_Mittente, L"Mittente", Crea<MittenteCom, IMittente, Mittente>},
 }};
 
-class Fabbrica final : public Contato<IClassFactory> {
+class ClassFactory final : public Contato<IClassFactory> {
  public:
-  explicit Fabbrica(const ClasseCreabile& classe) : classe_(classe) {}
+  explicit ClassFactory(const CreatableClass& classe) : classe_(classe) {}
 
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* esterno, REFIID iid, void** oggetto) override {
     if (oggetto == nullptr) return E_POINTER;
@@ -58,12 +58,12 @@ class Fabbrica final : public Contato<IClassFactory> {
 
  private:
   LONG blocchi_ = 0;
-  const ClasseCreabile& classe_;
+  const CreatableClass& classe_;
 };
 
 }  // namespace
 
-std::span<const ClasseCreabile> ClassiCreabili() {
+std::span<const CreatableClass> ClassiCreabili() {
   return kClassi;
 }
 
@@ -71,12 +71,12 @@ HRESULT FabbricaDi(REFCLSID classe, REFIID iid, void** fabbrica) noexcept {
   if (fabbrica == nullptr) return E_POINTER;
   *fabbrica = nullptr;
   const auto* const trovata = std::ranges::find_if(
-      kClassi, [&](const ClasseCreabile& creabile) { return *creabile.identificatore == classe; });
+      kClassi, [&](const CreatableClass& creabile) { return *creabile.identificatore == classe; });
   if (trovata == std::end(kClassi)) return CLASS_E_CLASSNOTAVAILABLE;
   HRESULT preso = S_OK;
   const HRESULT esito = Esegui(IID_IClassFactory, [&] {
     // Esegui takes care of running out of memory. NOLINTNEXTLINE(bugprone-unhandled-exception-at-new)
-    const adapters::win32::ComPtr<Fabbrica> nuova(new Fabbrica(*trovata));
+    const adapters::win32::ComPtr<ClassFactory> nuova(new ClassFactory(*trovata));
     preso = nuova->QueryInterface(iid, fabbrica);
   });
   return FAILED(esito) ? esito : preso;

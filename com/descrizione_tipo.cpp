@@ -87,13 +87,13 @@ DescrizioneTipo::DescrizioneTipo(ComPtr<ITypeInfo> tipo) : tipo_(std::move(tipo)
   }
 }
 
-DescrizioneTipo::Parametri DescrizioneTipo::Leggi(const FUNCDESC& funzione) const {
-  Parametri parametri;
+DescrizioneTipo::Parameters DescrizioneTipo::Leggi(const FUNCDESC& funzione) const {
+  Parameters parametri;
   for (SHORT indice = 0; indice < funzione.cParams; ++indice) {
     const ELEMDESC& elemento = funzione.lprgelemdescParam[indice];
     const USHORT modi = elemento.paramdesc.wParamFlags;
     if ((modi & PARAMFLAG_FRETVAL) != 0) continue;
-    Parametro parametro;
+    Parameter parametro;
     LeggiTipo(elemento.tdesc, parametro);
     parametro.facoltativo = (modi & PARAMFLAG_FOPT) != 0;
     if ((modi & PARAMFLAG_FHASDEFAULT) != 0) {
@@ -106,7 +106,7 @@ DescrizioneTipo::Parametri DescrizioneTipo::Leggi(const FUNCDESC& funzione) cons
   return parametri;
 }
 
-void DescrizioneTipo::LeggiTipo(const TYPEDESC& tipo, Parametro& parametro) const {
+void DescrizioneTipo::LeggiTipo(const TYPEDESC& tipo, Parameter& parametro) const {
   if (tipo.vt == VT_PTR) {
     LeggiTipo(*tipo.lptdesc, parametro);
     // A pointer to an interface is the object itself.
@@ -128,7 +128,7 @@ void DescrizioneTipo::LeggiTipo(const TYPEDESC& tipo, Parametro& parametro) cons
 // The value in the declared form. Where an object is declared an object stays what it is; one of another
 // class is a mismatch, for which not every system has the same code. Where a value is declared its default
 // member is read; a value of any type may also be a Set, so the member itself has to know.
-HRESULT DescrizioneTipo::Converti(const VARIANT& dato, const Parametro& parametro, LCID lingua,
+HRESULT DescrizioneTipo::Converti(const VARIANT& dato, const Parameter& parametro, LCID lingua,
                                   VariantCom& valore) {
   const HRESULT copiato = VariantCopyInd(valore.Uscita(), const_cast<VARIANT*>(&dato));
   if (FAILED(copiato) || parametro.tipo == VT_VARIANT) return copiato;
@@ -167,7 +167,7 @@ HRESULT DescrizioneTipo::Invoca(void* istanza, DISPID membro, LCID lingua, WORD 
   const auto scelto = Scegli(membro, modi, *argomenti);
   if (scelto == membri_.end()) return DISP_E_MEMBERNOTFOUND;
   const INVOKEKIND genere = scelto->first.second;
-  const Parametri& parametri = scelto->second;
+  const Parameters& parametri = scelto->second;
   const bool scrittura = genere == INVOKE_PROPERTYPUT || genere == INVOKE_PROPERTYPUTREF;
   if (genere == INVOKE_PROPERTYGET && parametri.empty() && argomenti->cArgs > 0) {
     return InvocaPredefinito(istanza, membro, lingua, modi, argomenti, risultato, eccezione, argomentoErrato);
@@ -186,7 +186,7 @@ HRESULT DescrizioneTipo::Invoca(void* istanza, DISPID membro, LCID lingua, WORD 
   std::vector<VariantCom> valori(parametri.size());
   std::vector<VARIANT> disposti(parametri.size());
   for (UINT indice = 0; indice < parametri.size(); ++indice) {
-    const Parametro& parametro = parametri[indice];
+    const Parameter& parametro = parametri[indice];
     VARIANT& disposto = disposti[parametri.size() - 1 - indice];
     const auto posto = PostoDi(indice, scrittura, *argomenti);
     const bool omesso = !posto || Omesso(Dietro(argomenti->rgvarg[*posto]));

@@ -32,22 +32,22 @@ class DescrizioneTipo {
                  VARIANT* risultato, EXCEPINFO* eccezione, UINT* argomentoErrato) const;
 
  private:
-  struct Parametro {
+  struct Parameter {
     VARTYPE tipo = VT_EMPTY;
     IID interfaccia = IID_NULL;  // of an object
     bool perRiferimento = false;
     bool facoltativo = false;
     adapters::win32::VariantCom predefinito;  // empty: the type's own zero
   };
-  using Parametri = std::vector<Parametro>;
+  using Parameters = std::vector<Parameter>;
   using Membro = std::pair<DISPID, INVOKEKIND>;
-  using Membri = std::map<Membro, Parametri>;
+  using Membri = std::map<Membro, Parameters>;
 
   /// Raises what the default member of an object raises.
-  static HRESULT Converti(const VARIANT& dato, const Parametro& parametro, LCID lingua,
+  static HRESULT Converti(const VARIANT& dato, const Parameter& parametro, LCID lingua,
                           adapters::win32::VariantCom& valore);
-  [[nodiscard]] Parametri Leggi(const FUNCDESC& funzione) const;
-  void LeggiTipo(const TYPEDESC& tipo, Parametro& parametro) const;
+  [[nodiscard]] Parameters Leggi(const FUNCDESC& funzione) const;
+  void LeggiTipo(const TYPEDESC& tipo, Parameter& parametro) const;
   [[nodiscard]] Membri::const_iterator Scegli(DISPID membro, WORD modi, const DISPPARAMS& argomenti) const;
   HRESULT InvocaPredefinito(void* istanza, DISPID membro, LCID lingua, WORD modi, DISPPARAMS* argomenti,
                             VARIANT* risultato, EXCEPINFO* eccezione, UINT* argomentoErrato) const;

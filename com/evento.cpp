@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "enumeratore.h"
+#include "enumerator.h"
 #include "errori.h"
 #include "orve_mailserver.h"
 #include "win32/conversions.h"

@@ -31,11 +31,11 @@ std::wstring TestoGuid(REFGUID guid) {
   return testo.data();
 }
 
-std::wstring ProgId(const ClasseCreabile& classe) {
+std::wstring ProgId(const CreatableClass& classe) {
   return std::wstring(kNomeLibreria) + L"." + classe.nome;
 }
 
-std::wstring ChiaveClasse(const ClasseCreabile& classe) {
+std::wstring ChiaveClasse(const CreatableClass& classe) {
   return std::wstring(kRadiceClassi) + L"CLSID\\" + TestoGuid(*classe.identificatore);
 }
 
@@ -54,7 +54,7 @@ void Scrivi(HKEY radice, const std::wstring& chiave, const wchar_t* nome, const 
   Esige(scritto);
 }
 
-void ScriviClasse(HKEY radice, const ClasseCreabile& classe, const std::wstring& percorso) {
+void ScriviClasse(HKEY radice, const CreatableClass& classe, const std::wstring& percorso) {
   const std::wstring progId = ProgId(classe);
   const std::wstring chiave = ChiaveClasse(classe);
   Scrivi(radice, chiave, nullptr, progId);
@@ -103,7 +103,7 @@ class Rimozione {
 
 // Classes are registered for each bitness, their names once for both. A system with a single bitness has one
 // view, from which the class is gone by then.
-bool RegistrataPerAltraLarghezza(HKEY radice, const ClasseCreabile& classe) {
+bool RegistrataPerAltraLarghezza(HKEY radice, const CreatableClass& classe) {
   HKEY aperta = nullptr;
   if (RegOpenKeyExW(radice, ChiaveClasse(classe).c_str(), 0, KEY_QUERY_VALUE | kAltraVista, &aperta) !=
       ERROR_SUCCESS) {

@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "enumeratore.h"
-#include "recipients_com.h"
-#include "senders_com.h"
+#include "destinatari_com.h"
+#include "enumerator.h"
+#include "mittenti_com.h"
 #include "win32/oggetti_chiamante.h"
 #include "win32/oggetto_com.h"
 

@@ -55,7 +55,7 @@ int main(int argc, char** argv) try {
   }
   const std::string database = argv[1];
   const auto racconto = std::make_shared<Racconto>(argv[2]);
-  ambiente::Opzioni opzioni;
+  ambiente::Options opzioni;
   opzioni.smtp.caFile = argv[4];
   opzioni.chiave = ambiente::LeggiChiave(database + ".chiave");
   opzioni.messaggi = &std::cerr;

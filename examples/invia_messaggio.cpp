@@ -6,7 +6,7 @@
 using namespace orve::adapters;
 
 int main() {
-  const ambiente::Opzioni opzioni{.chiave = ambiente::LeggiChiave("prova.db.chiave")};
+  const ambiente::Options opzioni{.chiave = ambiente::LeggiChiave("prova.db.chiave")};
   orve::CLSFW_MAILSERVER servizio(std::make_shared<ambiente::AmbientePronto>(opzioni));
   servizio.ConnectionADO = ambiente::ApriDatabase("prova.db", {.utente = 1});
   servizio.DittaCorrente = 1;

@@ -11,7 +11,7 @@
 
 #include "addressing/address_list.h"
 #include "dialogs/FRMRW_OPZMAIL.h"
-#include "dialogs/address_entries.h"
+#include "dialogs/voci_indirizzo.h"
 #include "fakes/fake_ambiente.h"
 #include "fakes/servizio_aperto.h"
 #include "orve-mailserver/host/errore.h"
@@ -120,7 +120,7 @@ void CheckLenientReader(const Lists& lists) {
   Recipients found;
   int error = 0;
   int box = 0;
-  LettoreElenchi reader;
+  AddressListReader reader;
   try {
     for (const std::string& list : lists) {
       const Exact exact(list);

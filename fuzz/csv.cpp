@@ -16,14 +16,14 @@
 namespace orve::fuzz {
 namespace {
 
-using app::LettoreCsv;
-using app::RecordCsv;
+using app::CsvReader;
+using app::CsvRecord;
 
-std::vector<RecordCsv> Read(const std::string& text) {
+std::vector<CsvRecord> Read(const std::string& text) {
   std::istringstream stream(text);
-  LettoreCsv reader(stream);
-  std::vector<RecordCsv> records;
-  for (RecordCsv record; reader.Prossimo(record);) records.push_back(record);
+  CsvReader reader(stream);
+  std::vector<CsvRecord> records;
+  for (CsvRecord record; reader.Prossimo(record);) records.push_back(record);
   return records;
 }
 
@@ -34,11 +34,11 @@ class PlainReader {
     if (text_.starts_with("\xEF\xBB\xBF")) text_.remove_prefix(3);
   }
 
-  std::vector<RecordCsv> Read() {
+  std::vector<CsvRecord> Read() {
     SkipEmptyLines();
     ChooseSeparator();
     while (at_ < text_.size()) {
-      RecordCsv record;
+      CsvRecord record;
       record.riga = line_;
       const std::size_t begin = at_;
       if (!ReadRow(record.campi)) {
@@ -121,7 +121,7 @@ class PlainReader {
   std::size_t at_ = 0;
   std::size_t line_ = 1;
   char separator_ = ',';
-  std::vector<RecordCsv> records_;
+  std::vector<CsvRecord> records_;
 };
 
 void CheckAgainstPlainReader(const std::string& text) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "content/html_body.h"
+#include "content/corpo_html.h"
 #include "fakes/fake_ambiente.h"
 #include "fakes/fake_connection.h"
 #include "fakes/servizio_aperto.h"

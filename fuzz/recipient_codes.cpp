@@ -1,5 +1,5 @@
 // The two codes that name a recipient, and the look-up that takes them apart.
-#include "addressing/recipient_code.h"
+#include "addressing/codice_destinazione.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -16,11 +16,11 @@
 #include "mapi/mapi32.h"
 #include "password/chiave.h"
 #include "password/sigillo_password.h"
+#include "posix/clock.h"
 #include "posix/directory_assente.h"
 #include "posix/errori.h"
 #include "posix/file_system.h"
-#include "posix/orologio.h"
-#include "posix/sistema.h"
+#include "posix/system.h"
 #include "smtp/connection_pool.h"
 #include "smtp/smtp_component.h"
 #include "sqlite/sqlite_connection.h"
@@ -64,7 +64,7 @@ class MessaggiDovePuoLeggerli : public host::Messaggi {
 // How a stored text becomes the password, once it is known where it goes.
 class AperturaPassword {
  public:
-  explicit AperturaPassword(const Opzioni& opzioni)
+  explicit AperturaPassword(const Options& opzioni)
       : sigillo_(opzioni.chiave),
         conChiave_(opzioni.chiave != nullptr),
         apri_(opzioni.smtp.openPassword),
@@ -124,7 +124,7 @@ std::string CartellaCorrente() {
   return cartella.string();
 }
 
-Opzioni Completate(Opzioni opzioni) {
+Options Completate(Options opzioni) {
   // It becomes the name of a folder.
   const std::string& nome = opzioni.programma;
   if (nome.empty() || nome == "." || nome == ".." || nome.find_first_of("/\\") != std::string::npos) {
@@ -155,28 +155,28 @@ std::shared_ptr<smtp::ConnectionPool> CreaConnessioni(const smtp::SmtpOptions& s
 }
 
 struct AmbientePronto::Interno {
-  explicit Interno(Opzioni scelte)
+  explicit Interno(Options scelte)
       : opzioni(Completate(std::move(scelte))),
         registro(Incorporato(opzioni.registro)),
         posta(std::make_shared<mapi::MailSystem>(opzioni.mapi)) {}
 
-  Opzioni opzioni;
+  Options opzioni;
   std::shared_ptr<sqlite::SqliteConnection> registro;
   std::shared_ptr<mapi::MailSystem> posta;
   std::shared_ptr<std::weak_ptr<host::Form>> ultimaFinestra = std::make_shared<std::weak_ptr<host::Form>>();
-  posix::Orologio orologio;
-  posix::DebugOutputMuto nessunaTraccia;
-  posix::GeneratoreGuid identificatori;
+  posix::Clock orologio;
+  posix::SilentDebugOutput nessunaTraccia;
+  posix::GuidGenerator identificatori;
   posix::Environment variabili;
-  posix::Rete rete;
+  posix::Network rete;
 };
 
-AmbientePronto::AmbientePronto(Opzioni opzioni) : interno_(std::make_unique<Interno>(std::move(opzioni))) {}
+AmbientePronto::AmbientePronto(Options opzioni) : interno_(std::make_unique<Interno>(std::move(opzioni))) {}
 
 AmbientePronto::~AmbientePronto() = default;
 
 std::shared_ptr<host::Messaggi> AmbientePronto::CreaMessaggi() {
-  const Opzioni& opzioni = interno_->opzioni;
+  const Options& opzioni = interno_->opzioni;
   auto terminale = std::make_shared<MessaggiTerminale>(opzioni.programma, opzioni.messaggi, opzioni.risposte);
   if (!opzioni.finestre) return terminale;
   return std::make_shared<MessaggiDovePuoLeggerli>(std::move(terminale), opzioni.finestre->CreaMessaggi(),
@@ -196,7 +196,7 @@ std::shared_ptr<host::RegistroInvio> AmbientePronto::CreaRegistroInvio() {
 }
 
 std::shared_ptr<host::RisolutorePercorsi> AmbientePronto::CreaRisolutorePercorsi() {
-  const Opzioni& opzioni = interno_->opzioni;
+  const Options& opzioni = interno_->opzioni;
   return std::make_shared<RisolutorePercorsiUnix>(opzioni.programma, opzioni.cartellaBase,
                                                   opzioni.senzaTemporanea);
 }
@@ -206,7 +206,7 @@ std::shared_ptr<host::CifratorePassword> AmbientePronto::CreaCifratorePassword()
 }
 
 std::shared_ptr<host::ComponenteSmtp> AmbientePronto::CreaComponenteSmtp() {
-  const Opzioni& opzioni = interno_->opzioni;
+  const Options& opzioni = interno_->opzioni;
   return std::make_shared<smtp::SmtpComponent>(opzioni.smtp, opzioni.connessioni, opzioni.allegati);
 }
 

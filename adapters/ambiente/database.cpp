@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "ambiente/stringa_connessione.h"
+#include "ambiente/connection_string.h"
 #include "odbc/odbc_connection.h"
 #include "orve-mailserver/posix/percorsi.h"
 #include "posix/errori.h"
@@ -37,14 +37,14 @@ void RichiediRegistroProprio(const std::string& file) {
 
 }  // namespace
 
-std::shared_ptr<host::Connection> ApriDatabase(const std::string& dove, const OpzioniDatabase& opzioni) {
+std::shared_ptr<host::Connection> ApriDatabase(const std::string& dove, const DatabaseOptions& opzioni) {
   if (dove.starts_with(kOdbc)) return odbc::OdbcConnection::Apri(dove.substr(kOdbc.size()), opzioni.attese);
   // Not repeated: it may hold a password.
   if (SembraStringaDiConnessione(dove)) {
     throw host::Errore(host::kArgomentoNonValido, "ApriDatabase",
                        "Una stringa di connessione va preceduta da odbc:");
   }
-  sqlite::OpzioniSqlite attese;
+  sqlite::SqliteOptions attese;
   attese.tempoMassimo = opzioni.attese.tempoMassimo;
   auto incorporato =
       sqlite::SqliteConnection::Apri(dove.starts_with(kSqlite) ? dove.substr(kSqlite.size()) : dove, attese);

@@ -11,7 +11,7 @@
 
 #include "orve-mailserver/posix/percorsi.h"
 #include "posix/errori.h"
-#include "posix/sistema.h"
+#include "posix/system.h"
 #include "text/text.h"
 
 namespace orve::adapters::ambiente {

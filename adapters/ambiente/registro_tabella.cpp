@@ -7,7 +7,7 @@ namespace orve::adapters::ambiente {
 namespace {
 
 using sqlite::SqliteConnection;
-using sqlite::Valore;
+using sqlite::Value;
 
 constexpr const char* kInserimento =
     "INSERT INTO REGISTRO_INVII (IDVOCE, UOBJECT, TIPOCANALE, TITOLOSTAMPA, DITTA, NUMREG, TIPODOC, NUMDOC,"
@@ -17,8 +17,8 @@ constexpr const char* kInserimento =
     " VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12, ?13, ?14, ?15, ?16, ?17, ?18, ?19, ?20, ?21,"
     " ?22)";
 
-Valore Presente(const host::TestoOAssente& testo) {
-  return testo ? Valore(*testo) : Valore(nullptr);
+Value Presente(const host::TestoOAssente& testo) {
+  return testo ? Value(*testo) : Value(nullptr);
 }
 
 }  // namespace

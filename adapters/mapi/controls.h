@@ -11,7 +11,7 @@
 #include "mapi/letter.h"
 #include "mapi/mail_system.h"
 #include "mime/attachment.h"
-#include "orve-mailserver/host/automazione.h"
+#include "orve-mailserver/host/automation.h"
 
 namespace orve::adapters::mapi {
 

@@ -64,8 +64,8 @@ Letter FromRecords(const host::MapiMessage& message, const std::vector<host::Map
 }
 
 // Handles from elsewhere can be larger than our numbers; none of those is open.
-std::int32_t Number(host::ManigliaMapi session) {
-  constexpr auto kLargest = static_cast<host::ManigliaMapi>(std::numeric_limits<std::int32_t>::max());
+std::int32_t Number(host::MapiHandle session) {
+  constexpr auto kLargest = static_cast<host::MapiHandle>(std::numeric_limits<std::int32_t>::max());
   return session <= kLargest ? static_cast<std::int32_t>(session) : 0;
 }
 
@@ -89,16 +89,16 @@ std::int32_t Mapi32::Result(Action action) {
   }
 }
 
-std::int32_t Mapi32::MAPILogon(host::ManigliaMapi /*finestra*/, const std::string& profilo,
+std::int32_t Mapi32::MAPILogon(host::MapiHandle /*finestra*/, const std::string& profilo,
                                const std::string& /*password*/, std::int32_t /*flags*/,
-                               std::int32_t /*riservato*/, host::ManigliaMapi& sessione) {
+                               std::int32_t /*riservato*/, host::MapiHandle& sessione) {
   return Result([&] {
     if (!profilo.empty()) throw MapiFailure(kLoginFailure, "Profilo di posta sconosciuto");
-    sessione = static_cast<host::ManigliaMapi>(system_->Open());
+    sessione = static_cast<host::MapiHandle>(system_->Open());
   });
 }
 
-std::int32_t Mapi32::BMAPISendMail(host::ManigliaMapi sessione, host::ManigliaMapi /*finestra*/,
+std::int32_t Mapi32::BMAPISendMail(host::MapiHandle sessione, host::MapiHandle /*finestra*/,
                                    host::MapiMessage& messaggio,
                                    const std::vector<host::MapiRecip>& destinatari,
                                    const std::vector<host::MapiFile>& file, std::int32_t flags,
@@ -116,7 +116,7 @@ std::int32_t Mapi32::BMAPISendMail(host::ManigliaMapi sessione, host::ManigliaMa
   });
 }
 
-std::int32_t Mapi32::MAPILogoff(host::ManigliaMapi sessione, host::ManigliaMapi /*finestra*/,
+std::int32_t Mapi32::MAPILogoff(host::MapiHandle sessione, host::MapiHandle /*finestra*/,
                                 std::int32_t /*flags*/, std::int32_t /*riservato*/) {
   return Result([&] {
     if (!system_->Close(Number(sessione))) RaiseInvalidSession();

@@ -20,17 +20,17 @@ class Mapi32 final : public host::Mapi32 {
   explicit Mapi32(std::shared_ptr<MailSystem> system, mime::AttachmentResolver attachments = {})
       : system_(std::move(system)), attachments_(std::move(attachments)) {}
 
-  std::int32_t MAPILogon(host::ManigliaMapi finestra, const std::string& profilo, const std::string& password,
-                         std::int32_t flags, std::int32_t riservato, host::ManigliaMapi& sessione) override;
+  std::int32_t MAPILogon(host::MapiHandle finestra, const std::string& profilo, const std::string& password,
+                         std::int32_t flags, std::int32_t riservato, host::MapiHandle& sessione) override;
   /// Session 0 does not need an open one: one is then opened for the call. The texts of the message record
   /// pass through the single-byte code page in both directions. A recipient without a class is 15, a message
   /// without recipients 25, a dialog 26, counts beyond the arrays 2. A record without an address of its own
   /// is resolved from its name.
-  std::int32_t BMAPISendMail(host::ManigliaMapi sessione, host::ManigliaMapi finestra,
+  std::int32_t BMAPISendMail(host::MapiHandle sessione, host::MapiHandle finestra,
                              host::MapiMessage& messaggio, const std::vector<host::MapiRecip>& destinatari,
                              const std::vector<host::MapiFile>& file, std::int32_t flags,
                              std::int32_t riservato) override;
-  std::int32_t MAPILogoff(host::ManigliaMapi sessione, host::ManigliaMapi finestra, std::int32_t flags,
+  std::int32_t MAPILogoff(host::MapiHandle sessione, host::MapiHandle finestra, std::int32_t flags,
                           std::int32_t riservato) override;
 
   [[nodiscard]] host::FineConsegna Fine() const override { return end_; }

@@ -4,14 +4,14 @@
 
 namespace orve::adapters::odbc {
 
-Comando::Comando(std::shared_ptr<const Collegamento> collegamento)
-    : rows::Comando(kSorgente), collegamento_(std::move(collegamento)) {}
+Command::Command(std::shared_ptr<const Link> collegamento)
+    : rows::Command(kSorgente), collegamento_(std::move(collegamento)) {}
 
-void Comando::EseguiTesto(const std::string& testo) {
+void Command::EseguiTesto(const std::string& testo) {
   (void)collegamento_->Esegui(testo);
 }
 
-void Comando::EseguiProcedura(std::string_view nome, const rows::Parametri& parametri) {
+void Command::EseguiProcedura(std::string_view nome, const rows::Parameters& parametri) {
   const auto valori = collegamento_->Chiama(nome, parametri.Tutti().size());
   for (std::size_t i = 0; i < valori.size(); ++i) parametri.Tutti()[i]->Value(valori[i]);
 }

@@ -9,17 +9,17 @@
 
 namespace orve::adapters::odbc {
 
-class Comando final : public rows::Comando {
+class Command final : public rows::Command {
  public:
-  explicit Comando(std::shared_ptr<const Collegamento> collegamento);
+  explicit Command(std::shared_ptr<const Link> collegamento);
 
  protected:
   [[nodiscard]] bool Aperto() const override { return collegamento_->Aperto(); }
   void EseguiTesto(const std::string& testo) override;
-  void EseguiProcedura(std::string_view nome, const rows::Parametri& parametri) override;
+  void EseguiProcedura(std::string_view nome, const rows::Parameters& parametri) override;
 
  private:
-  std::shared_ptr<const Collegamento> collegamento_;
+  std::shared_ptr<const Link> collegamento_;
 };
 
 }  // namespace orve::adapters::odbc

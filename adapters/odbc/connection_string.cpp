@@ -10,9 +10,9 @@ namespace {
 
 // One keyword=value at a time. In a value that begins with a brace, ";" is an ordinary character until the
 // closing brace; two closing braces are one.
-class Lettore {
+class Reader {
  public:
-  explicit Lettore(std::string_view stringa) : resto_(stringa) {}
+  explicit Reader(std::string_view stringa) : resto_(stringa) {}
 
   bool Prossima() {
     while (!resto_.empty() && (resto_.front() == ';' || resto_.front() == ' ')) resto_.remove_prefix(1);
@@ -64,7 +64,7 @@ std::vector<std::string> Segreti(std::string_view stringaConnessione) {
   };
   const std::string pwd = text::FoldCase("pwd");
   const std::string password = text::FoldCase("password");
-  for (Lettore lettore(stringaConnessione); lettore.Prossima();) {
+  for (Reader lettore(stringaConnessione); lettore.Prossima();) {
     if (lettore.chiave != pwd && lettore.chiave != password) continue;
     aggiungi(lettore.grezzo);
     aggiungi(lettore.valore);

@@ -15,14 +15,14 @@ namespace {
 
 static_assert(sizeof(SQLWCHAR) == sizeof(char16_t), "the driver manager speaks UTF-16");
 
-struct Voce {
+struct Entry {
   std::string stato;
   std::int32_t numero = 0;
   std::string testo;
 };
 
 // One record of the diagnosis, counted from 1; false past the last.
-bool LeggiVoce(SQLSMALLINT tipo, SQLHANDLE grezzo, SQLSMALLINT posto, Voce& voce) {
+bool LeggiVoce(SQLSMALLINT tipo, SQLHANDLE grezzo, SQLSMALLINT posto, Entry& voce) {
   std::array<SQLWCHAR, 6> stato{};
   std::array<SQLWCHAR, 2048> testo{};
   SQLINTEGER numero = 0;
@@ -71,12 +71,12 @@ void Handle::Verifica(SQLRETURN esito) const {
 }
 
 host::Errore Diagnosi(SQLSMALLINT tipo, SQLHANDLE grezzo) {
-  Voce prima;
+  Entry prima;
   if (!LeggiVoce(tipo, grezzo, 1, prima)) {
     return {kErroreSenzaNumero, kSorgente, "Il driver ODBC non ha dato spiegazioni"};
   }
   std::string testo = prima.testo + " (" + prima.stato + ")";
-  Voce voce;
+  Entry voce;
   for (SQLSMALLINT posto = 2; LeggiVoce(tipo, grezzo, posto, voce); ++posto) {
     if (!voce.testo.empty()) testo += "; " + voce.testo;
   }

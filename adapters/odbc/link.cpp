@@ -74,19 +74,19 @@ bool Finito(const std::future<Esito>& esito, seconds attesa) {
 }  // namespace
 
 // The login, which ends with the last of those that use it.
-class Collegamento::Accesso {
+class Link::Access {
  public:
-  explicit Accesso(seconds attesa) : ambiente_(SQL_HANDLE_ENV, nullptr) {
+  explicit Access(seconds attesa) : ambiente_(SQL_HANDLE_ENV, nullptr) {
     ambiente_.Verifica(SQLSetEnvAttr(ambiente_.Grezzo(), SQL_ATTR_ODBC_VERSION,
                                      reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), SQL_IS_UINTEGER));
     connessione_ = Handle(SQL_HANDLE_DBC, ambiente_.Grezzo());
     SQLSetConnectAttrW(connessione_.Grezzo(), SQL_ATTR_LOGIN_TIMEOUT, Secondi(attesa), SQL_IS_UINTEGER);
   }
-  Accesso(const Accesso&) = delete;
-  Accesso& operator=(const Accesso&) = delete;
-  Accesso(Accesso&&) = delete;
-  Accesso& operator=(Accesso&&) = delete;
-  ~Accesso() {
+  Access(const Access&) = delete;
+  Access& operator=(const Access&) = delete;
+  Access(Access&&) = delete;
+  Access& operator=(Access&&) = delete;
+  ~Access() {
     if (entrato_) SQLDisconnect(connessione_.Grezzo());
   }
 
@@ -117,19 +117,19 @@ class Collegamento::Accesso {
   bool entrato_ = false;
 };
 
-struct Collegamento::Esecuzione {
-  std::shared_ptr<Accesso> accesso;
+struct Link::Execution {
+  std::shared_ptr<Access> accesso;
   Handle istruzione;  // released before the login
 };
 
-Collegamento::Collegamento(const std::string& stringaConnessione, const OpzioniOdbc& opzioni)
+Link::Link(const std::string& stringaConnessione, const OdbcOptions& opzioni)
     : tempoMassimo_(Limitata(opzioni.tempoMassimo)) {
   if (stringaConnessione.find('\0') != std::string::npos) {
     throw host::Errore(rows::kArgomentiErrati, kSorgente,
                        "La stringa di connessione contiene un carattere NUL");
   }
   const seconds attesa = Limitata(opzioni.attesaAccesso);
-  auto accesso = std::make_shared<Accesso>(attesa);
+  auto accesso = std::make_shared<Access>(attesa);
   auto esito = Avviato([accesso, stringaConnessione] {
     accesso->Entra(stringaConnessione);
     return true;
@@ -141,7 +141,7 @@ Collegamento::Collegamento(const std::string& stringaConnessione, const OpzioniO
   accesso_ = std::move(accesso);
 }
 
-std::shared_ptr<Collegamento::Esecuzione> Collegamento::NuovaEsecuzione() const {
+std::shared_ptr<Link::Execution> Link::NuovaEsecuzione() const {
   if (!Aperto()) {
     throw host::Errore(rows::kOggettoChiuso, kSorgente, "Operazione non consentita: la connessione è chiusa");
   }
@@ -149,12 +149,12 @@ std::shared_ptr<Collegamento::Esecuzione> Collegamento::NuovaEsecuzione() const 
     throw host::Errore(kErroreSenzaNumero, kSorgente,
                        "La connessione è perduta: un'istruzione di prima non ha mai avuto risposta");
   }
-  return std::make_shared<Esecuzione>(Esecuzione{accesso_, accesso_->NuovaIstruzione(tempoMassimo_)});
+  return std::make_shared<Execution>(Execution{accesso_, accesso_->NuovaIstruzione(tempoMassimo_)});
 }
 
 // The result of the work on a new statement.
-template <class Lavoro>
-auto Collegamento::InTempo(Lavoro lavoro) const {
+template <class Work>
+auto Link::InTempo(Work lavoro) const {
   const auto esecuzione = NuovaEsecuzione();
   auto esito =
       Avviato([esecuzione, lavoro = std::move(lavoro)]() mutable { return lavoro(esecuzione->istruzione); });
@@ -173,7 +173,7 @@ auto Collegamento::InTempo(Lavoro lavoro) const {
   }
 }
 
-rows::Righe Collegamento::Esegui(const std::string& testo) const {
+rows::Rows Link::Esegui(const std::string& testo) const {
   if (testo.find('\0') != std::string::npos) {
     throw host::Errore(rows::kArgomentiErrati, kSorgente, "L'istruzione contiene un carattere NUL");
   }
@@ -188,8 +188,8 @@ rows::Righe Collegamento::Esegui(const std::string& testo) const {
   });
 }
 
-std::vector<host::Variant> Collegamento::Chiama(std::string_view procedura, std::size_t parametri) const {
-  struct Uscita {
+std::vector<host::Variant> Link::Chiama(std::string_view procedura, std::size_t parametri) const {
+  struct Output {
     SQLINTEGER valore = 0;
     SQLLEN presente = SQL_NULL_DATA;
   };
@@ -202,7 +202,7 @@ std::vector<host::Variant> Collegamento::Chiama(std::string_view procedura, std:
   const std::string argomenti = parametri == 0 ? std::string() : "(" + segnaposti + ")";
   std::u16string chiamata = Largo("{call " + std::string(procedura) + argomenti + "}");
   return InTempo([chiamata, parametri](const Handle& istruzione) mutable {
-    std::vector<Uscita> uscite(parametri);
+    std::vector<Output> uscite(parametri);
     for (std::size_t i = 0; i < parametri; ++i) {
       istruzione.Verifica(SQLBindParameter(istruzione.Grezzo(), static_cast<SQLUSMALLINT>(i + 1),
                                            SQL_PARAM_OUTPUT, SQL_C_SLONG, SQL_INTEGER, 0, 0,

@@ -17,14 +17,14 @@
 
 namespace orve::adapters::odbc {
 
-class Collegamento {
+class Link {
  public:
   /// Raises the driver's error, without the connection string's password, and 3001 for a string that no
   /// driver could take.
-  Collegamento(const std::string& stringaConnessione, const OpzioniOdbc& opzioni);
+  Link(const std::string& stringaConnessione, const OdbcOptions& opzioni);
 
   /// Runs a text as it is. Raises 3001 for an empty one and one with a NUL in it, 3704 when closed.
-  [[nodiscard]] rows::Righe Esegui(const std::string& testo) const;
+  [[nodiscard]] rows::Rows Esegui(const std::string& testo) const;
   /// Runs a procedure whose parameters are output integers, and returns their values. Raises 3001 for what is
   /// not the name of a procedure.
   [[nodiscard]] std::vector<host::Variant> Chiama(std::string_view procedura, std::size_t parametri) const;
@@ -33,14 +33,14 @@ class Collegamento {
   [[nodiscard]] bool Aperto() const { return accesso_ != nullptr; }
 
  private:
-  class Accesso;
-  struct Esecuzione;
+  class Access;
+  struct Execution;
 
-  [[nodiscard]] std::shared_ptr<Esecuzione> NuovaEsecuzione() const;
-  template <class Lavoro>
-  [[nodiscard]] auto InTempo(Lavoro lavoro) const;
+  [[nodiscard]] std::shared_ptr<Execution> NuovaEsecuzione() const;
+  template <class Work>
+  [[nodiscard]] auto InTempo(Work lavoro) const;
 
-  std::shared_ptr<Accesso> accesso_;
+  std::shared_ptr<Access> accesso_;
   std::chrono::seconds tempoMassimo_;
 };
 

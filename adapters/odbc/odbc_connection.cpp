@@ -8,28 +8,27 @@
 namespace orve::adapters::odbc {
 
 std::shared_ptr<OdbcConnection> OdbcConnection::Apri(const std::string& stringaConnessione,
-                                                     const OpzioniOdbc& opzioni) {
+                                                     const OdbcOptions& opzioni) {
   return std::shared_ptr<OdbcConnection>(
-      new OdbcConnection(std::make_shared<Collegamento>(stringaConnessione, opzioni)));
+      new OdbcConnection(std::make_shared<Link>(stringaConnessione, opzioni)));
 }
 
-OdbcConnection::OdbcConnection(std::shared_ptr<Collegamento> collegamento)
-    : collegamento_(std::move(collegamento)) {}
+OdbcConnection::OdbcConnection(std::shared_ptr<Link> collegamento) : collegamento_(std::move(collegamento)) {}
 
 std::shared_ptr<host::RecordSet> OdbcConnection::Execute(const std::string& statement, std::int32_t opzione) {
   if (opzione == host::kProceduraMemorizzata) {
     (void)collegamento_->Chiama(statement, 0);
-    return std::make_shared<rows::RecordSetDiRighe>(rows::Righe{}, kSorgente);
+    return std::make_shared<rows::RecordSetOfRows>(rows::Rows{}, kSorgente);
   }
   if (opzione != host::kComandoTesto && opzione != host::kComandoNonIndicato) {
     throw host::Errore(rows::kArgomentiErrati, kSorgente,
                        "Opzione di esecuzione non prevista: " + std::to_string(opzione));
   }
-  return std::make_shared<rows::RecordSetDiRighe>(collegamento_->Esegui(statement), kSorgente);
+  return std::make_shared<rows::RecordSetOfRows>(collegamento_->Esegui(statement), kSorgente);
 }
 
 std::shared_ptr<host::Command> OdbcConnection::CreateCommand() {
-  return std::make_shared<Comando>(collegamento_);
+  return std::make_shared<Command>(collegamento_);
 }
 
 void OdbcConnection::Chiudi() {

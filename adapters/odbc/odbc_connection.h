@@ -16,14 +16,14 @@
 
 namespace orve::adapters::odbc {
 
-class Collegamento;
+class Link;
 
 class OdbcConnection final : public host::Connection {
  public:
   /// Connects by a connection string ("Driver=FreeTDS;Server=...;..." or "DSN=..."), without prompting.
   /// Raises Errore, which never contains the password.
   [[nodiscard]] static std::shared_ptr<OdbcConnection> Apri(const std::string& stringaConnessione,
-                                                            const OpzioniOdbc& opzioni = {});
+                                                            const OdbcOptions& opzioni = {});
 
   /// The first result with columns, held in memory as a whole; it no longer needs the connection. Option 1
   /// and -1 run a text, 4 the procedure of that name with no arguments; any other raises 3001.
@@ -36,9 +36,9 @@ class OdbcConnection final : public host::Connection {
   [[nodiscard]] bool Aperta() const;
 
  private:
-  explicit OdbcConnection(std::shared_ptr<Collegamento> collegamento);
+  explicit OdbcConnection(std::shared_ptr<Link> collegamento);
 
-  std::shared_ptr<Collegamento> collegamento_;
+  std::shared_ptr<Link> collegamento_;
 };
 
 }  // namespace orve::adapters::odbc

@@ -15,19 +15,19 @@ namespace {
 
 // A thread inherits the signals that its creator blocks: the application's handlers run on the application's
 // threads only, and a write to a dead connection is an error, not the end of the program.
-class SegnaliTrattenuti {
+class SignalsHeld {
  public:
-  SegnaliTrattenuti() {
+  SignalsHeld() {
     sigset_t tutti;
     ::sigfillset(&tutti);
     for (const int colpa : {SIGSEGV, SIGBUS, SIGFPE, SIGILL}) ::sigdelset(&tutti, colpa);
     ::pthread_sigmask(SIG_SETMASK, &tutti, &prima_);
   }
-  SegnaliTrattenuti(const SegnaliTrattenuti&) = delete;
-  SegnaliTrattenuti& operator=(const SegnaliTrattenuti&) = delete;
-  SegnaliTrattenuti(SegnaliTrattenuti&&) = delete;
-  SegnaliTrattenuti& operator=(SegnaliTrattenuti&&) = delete;
-  ~SegnaliTrattenuti() { ::pthread_sigmask(SIG_SETMASK, &prima_, nullptr); }
+  SignalsHeld(const SignalsHeld&) = delete;
+  SignalsHeld& operator=(const SignalsHeld&) = delete;
+  SignalsHeld(SignalsHeld&&) = delete;
+  SignalsHeld& operator=(SignalsHeld&&) = delete;
+  ~SignalsHeld() { ::pthread_sigmask(SIG_SETMASK, &prima_, nullptr); }
 
  private:
   sigset_t prima_{};
@@ -47,7 +47,7 @@ void UsaIlLocaleComune() {
 }  // namespace
 
 void SuUnThread(std::function<void()> lavoro) {
-  const SegnaliTrattenuti trattenuti;
+  const SignalsHeld trattenuti;
   try {
     std::thread([lavoro = std::move(lavoro)] {
       UsaIlLocaleComune();

@@ -15,14 +15,14 @@ void SuUnThread(std::function<void()> lavoro);
 
 /// The same for work that returns something, or raises. What it holds is released before its result is
 /// available, so that the receiver is the result's only owner.
-template <class Lavoro>
-[[nodiscard]] auto Avviato(Lavoro lavoro) -> std::future<decltype(lavoro())> {
+template <class Work>
+[[nodiscard]] auto Avviato(Work lavoro) -> std::future<decltype(lavoro())> {
   auto promessa = std::make_shared<std::promise<decltype(lavoro())>>();
   auto esito = promessa->get_future();
   SuUnThread([promessa, lavoro = std::move(lavoro)]() mutable {
     try {
       promessa->set_value([&] {
-        Lavoro suo = std::move(lavoro);
+        Work suo = std::move(lavoro);
         return suo();
       }());
     } catch (...) {

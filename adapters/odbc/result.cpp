@@ -17,12 +17,12 @@ namespace orve::adapters::odbc {
 
 namespace {
 
-struct Colonna {
+struct Column {
   std::string nome;
   SQLSMALLINT tipo = SQL_UNKNOWN_TYPE;
 };
 
-Colonna Descrivi(const Handle& istruzione, SQLUSMALLINT posto) {
+Column Descrivi(const Handle& istruzione, SQLUSMALLINT posto) {
   std::array<SQLWCHAR, 512> nome{};
   SQLSMALLINT lunghezza = 0;
   SQLSMALLINT tipo = SQL_UNKNOWN_TYPE;
@@ -125,8 +125,8 @@ host::Variant Valore(const Handle& istruzione, SQLUSMALLINT posto, SQLSMALLINT t
   }
 }
 
-rows::Righe LeggiRighe(const Handle& istruzione, SQLSMALLINT colonne) {
-  rows::Righe righe;
+rows::Rows LeggiRighe(const Handle& istruzione, SQLSMALLINT colonne) {
+  rows::Rows righe;
   std::vector<SQLSMALLINT> tipi;
   for (SQLUSMALLINT posto = 1; posto <= colonne; ++posto) {
     auto colonna = Descrivi(istruzione, posto);
@@ -145,8 +145,8 @@ rows::Righe LeggiRighe(const Handle& istruzione, SQLSMALLINT colonne) {
 
 }  // namespace
 
-rows::Righe LeggiRisultati(const Handle& istruzione) {
-  rows::Righe righe;
+rows::Rows LeggiRisultati(const Handle& istruzione) {
+  rows::Rows righe;
   for (;;) {
     SQLSMALLINT colonne = 0;
     istruzione.Verifica(SQLNumResultCols(istruzione.Grezzo(), &colonne));

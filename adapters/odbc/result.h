@@ -7,6 +7,6 @@ namespace orve::adapters::odbc {
 
 /// The rows of the first result that has columns; none when there is no such result. All results are read to
 /// the end, since an error may follow the first. Raises the driver's error.
-[[nodiscard]] rows::Righe LeggiRisultati(const Handle& istruzione);
+[[nodiscard]] rows::Rows LeggiRisultati(const Handle& istruzione);
 
 }  // namespace orve::adapters::odbc

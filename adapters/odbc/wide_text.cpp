@@ -10,12 +10,12 @@ namespace orve::adapters::odbc {
 
 namespace {
 
-using Conversione = std::codecvt<char16_t, char8_t, std::mbstate_t>;
+using Conversion = std::codecvt<char16_t, char8_t, std::mbstate_t>;
 
 constexpr std::string_view kSostituto = "\xEF\xBF\xBD";  // U+FFFD
 
-const Conversione& DiSistema() {
-  return std::use_facet<Conversione>(std::locale::classic());
+const Conversion& DiSistema() {
+  return std::use_facet<Conversion>(std::locale::classic());
 }
 
 }  // namespace

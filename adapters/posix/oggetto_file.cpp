@@ -64,17 +64,17 @@ bool NomeSemplice(const std::string& nome) {
          nome.find('\0') == std::string::npos;
 }
 
-class Descrittore {
+class Descriptor {
  public:
-  Descrittore(const std::string& nativo, int modalita)
+  Descriptor(const std::string& nativo, int modalita)
       : numero_(::open(nativo.c_str(), modalita | O_CLOEXEC | O_NOCTTY, S_IRUSR | S_IWUSR)) {
     if (numero_ < 0) throw ErroreDiSistema(errno, nativo);
   }
-  Descrittore(const Descrittore&) = delete;
-  Descrittore& operator=(const Descrittore&) = delete;
-  Descrittore(Descrittore&&) = delete;
-  Descrittore& operator=(Descrittore&&) = delete;
-  ~Descrittore() {
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  Descriptor(Descriptor&&) = delete;
+  Descriptor& operator=(Descriptor&&) = delete;
+  ~Descriptor() {
     if (numero_ >= 0) ::close(numero_);
   }
 
@@ -114,9 +114,9 @@ class Descrittore {
 // one that grows would have no end.
 void CopiaContenuto(const std::string& da, const std::string& in) {
   constexpr std::size_t kPezzo = 65536;
-  const Descrittore origine(da, O_RDONLY | O_NONBLOCK);
+  const Descriptor origine(da, O_RDONLY | O_NONBLOCK);
   std::size_t resto = origine.Dimensione(da);
-  Descrittore copia(in, O_WRONLY | O_CREAT | O_EXCL);
+  Descriptor copia(in, O_WRONLY | O_CREAT | O_EXCL);
   try {
     std::vector<char> pezzo(kPezzo);
     while (resto > 0) {

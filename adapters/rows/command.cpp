@@ -12,20 +12,20 @@ constexpr std::int32_t kTipoSconosciuto = 8;  // of a new command, until it is s
 
 }  // namespace
 
-Comando::Comando(std::string sorgente)
+Command::Command(std::string sorgente)
     : sorgente_(std::move(sorgente)), tipo_(kTipoSconosciuto), parametri_(sorgente_) {}
 
-std::shared_ptr<host::Parameter> Comando::CreateParameter(const std::string& nome, std::int32_t tipo,
+std::shared_ptr<host::Parameter> Command::CreateParameter(const std::string& nome, std::int32_t tipo,
                                                           std::int32_t direzione,
                                                           std::int32_t /*lunghezza*/) {
   return parametri_.Crea(nome, tipo, direzione);
 }
 
-void Comando::ParametersAppend(const std::shared_ptr<host::Parameter>& parametro) {
+void Command::ParametersAppend(const std::shared_ptr<host::Parameter>& parametro) {
   parametri_.Aggiungi(parametro);
 }
 
-void Comando::Execute() {
+void Command::Execute() {
   if (!Aperto()) {
     throw host::Errore(kConnessioneNonValida, sorgente_, "La connessione del comando è chiusa");
   }
@@ -40,7 +40,7 @@ void Comando::Execute() {
   EseguiTesto(testo_);
 }
 
-std::shared_ptr<host::Parameter> Comando::ParametersItem(std::string_view nome) const {
+std::shared_ptr<host::Parameter> Command::ParametersItem(std::string_view nome) const {
   return parametri_.Trova(nome);
 }
 

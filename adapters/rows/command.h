@@ -10,7 +10,7 @@
 
 namespace orve::adapters::rows {
 
-class Comando : public host::Command {
+class Command : public host::Command {
  public:
   void CommandType(std::int32_t tipo) override { tipo_ = tipo; }
   void CommandText(const std::string& testo) override { testo_ = testo; }
@@ -24,18 +24,18 @@ class Comando : public host::Command {
 
  protected:
   /// Errors name `sorgente`.
-  explicit Comando(std::string sorgente);
+  explicit Command(std::string sorgente);
 
   /// Whether the command's connection is open.
   [[nodiscard]] virtual bool Aperto() const = 0;
   virtual void EseguiTesto(const std::string& testo) = 0;
-  virtual void EseguiProcedura(std::string_view nome, const Parametri& parametri) = 0;
+  virtual void EseguiProcedura(std::string_view nome, const Parameters& parametri) = 0;
 
  private:
   std::string sorgente_;
   std::int32_t tipo_;
   std::string testo_;
-  Parametri parametri_;
+  Parameters parametri_;
 };
 
 }  // namespace orve::adapters::rows

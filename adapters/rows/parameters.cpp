@@ -11,23 +11,23 @@ constexpr std::int32_t kUscita = 2;
 
 }  // namespace
 
-std::shared_ptr<Parametro> Parametri::Crea(const std::string& nome, std::int32_t tipo,
-                                           std::int32_t direzione) const {
+std::shared_ptr<Parameter> Parameters::Crea(const std::string& nome, std::int32_t tipo,
+                                            std::int32_t direzione) const {
   if (tipo != kIntero32 || direzione != kUscita) {
     throw host::Errore(kArgomentiErrati, sorgente_, "Parametro non previsto: " + nome);
   }
-  return std::make_shared<Parametro>(nome);
+  return std::make_shared<Parameter>(nome);
 }
 
-void Parametri::Aggiungi(const std::shared_ptr<host::Parameter>& parametro) {
+void Parameters::Aggiungi(const std::shared_ptr<host::Parameter>& parametro) {
   (void)host::Richiesto(parametro);
-  auto proprio = std::dynamic_pointer_cast<Parametro>(parametro);
+  auto proprio = std::dynamic_pointer_cast<Parameter>(parametro);
   if (!proprio)
     throw host::Errore(kArgomentiErrati, sorgente_, "Il parametro appartiene a un'altra connessione");
   parametri_.push_back(std::move(proprio));
 }
 
-std::shared_ptr<Parametro> Parametri::Trova(std::string_view nome) const {
+std::shared_ptr<Parameter> Parameters::Trova(std::string_view nome) const {
   for (const auto& parametro : parametri_) {
     if (text::EqualsIgnoreCase(parametro->Nome(), nome)) return parametro;
   }

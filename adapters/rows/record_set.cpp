@@ -7,8 +7,8 @@
 
 namespace orve::adapters::rows {
 
-struct RecordSetDiRighe::Cursore {
-  Righe righe;
+struct RecordSetOfRows::Cursor {
+  Rows righe;
   std::string sorgente;
   std::size_t riga = 0;
   bool aperto = true;
@@ -25,9 +25,9 @@ struct RecordSetDiRighe::Cursore {
   [[nodiscard]] bool Fine() const { return riga >= righe.Numero(); }
 };
 
-class RecordSetDiRighe::Colonna final : public host::Field {
+class RecordSetOfRows::Column final : public host::Field {
  public:
-  Colonna(std::shared_ptr<const Cursore> cursore, std::size_t posto)
+  Column(std::shared_ptr<const Cursor> cursore, std::size_t posto)
       : cursore_(std::move(cursore)), posto_(posto) {}
 
   [[nodiscard]] host::Variant Value() const override {
@@ -37,61 +37,60 @@ class RecordSetDiRighe::Colonna final : public host::Field {
   }
 
  private:
-  std::shared_ptr<const Cursore> cursore_;
+  std::shared_ptr<const Cursor> cursore_;
   std::size_t posto_;
 };
 
-class RecordSetDiRighe::Colonne final : public host::Fields {
+class RecordSetOfRows::Columns final : public host::Fields {
  public:
-  explicit Colonne(std::shared_ptr<const Cursore> cursore) : cursore_(std::move(cursore)) {}
+  explicit Columns(std::shared_ptr<const Cursor> cursore) : cursore_(std::move(cursore)) {}
 
   [[nodiscard]] std::shared_ptr<host::Field> Item(std::string_view nome) const override {
     cursore_->Aperto();
     const auto& colonne = cursore_->righe.colonne;
     for (std::size_t posto = 0; posto < colonne.size(); ++posto) {
-      if (text::EqualsIgnoreCase(colonne[posto], nome)) return std::make_shared<Colonna>(cursore_, posto);
+      if (text::EqualsIgnoreCase(colonne[posto], nome)) return std::make_shared<Column>(cursore_, posto);
     }
     throw host::Errore(kElementoSconosciuto, cursore_->sorgente,
                        "Colonna non trovata nel risultato: " + std::string(nome));
   }
 
  private:
-  std::shared_ptr<const Cursore> cursore_;
+  std::shared_ptr<const Cursor> cursore_;
 };
 
-RecordSetDiRighe::RecordSetDiRighe(Righe righe, std::string sorgente)
-    : cursore_(std::make_shared<Cursore>()) {
+RecordSetOfRows::RecordSetOfRows(Rows righe, std::string sorgente) : cursore_(std::make_shared<Cursor>()) {
   cursore_->righe = std::move(righe);
   cursore_->sorgente = std::move(sorgente);
 }
 
-bool RecordSetDiRighe::Eof() const {
+bool RecordSetOfRows::Eof() const {
   cursore_->Aperto();
   return cursore_->Fine();
 }
 
-std::shared_ptr<host::Fields> RecordSetDiRighe::Fields() const {
+std::shared_ptr<host::Fields> RecordSetOfRows::Fields() const {
   cursore_->Aperto();
-  return std::make_shared<Colonne>(cursore_);
+  return std::make_shared<Columns>(cursore_);
 }
 
-void RecordSetDiRighe::MoveFirst() {
+void RecordSetOfRows::MoveFirst() {
   cursore_->Aperto();
   cursore_->ConRighe(cursore_->righe.Numero() > 0);
   cursore_->riga = 0;
 }
 
-void RecordSetDiRighe::MoveNext() {
+void RecordSetOfRows::MoveNext() {
   cursore_->Aperto();
   cursore_->ConRighe(!cursore_->Fine());
   ++cursore_->riga;
 }
 
-std::int32_t RecordSetDiRighe::State() const {
+std::int32_t RecordSetOfRows::State() const {
   return cursore_->aperto ? 1 : 0;
 }
 
-void RecordSetDiRighe::Close() {
+void RecordSetOfRows::Close() {
   cursore_->Aperto();
   cursore_->aperto = false;
   cursore_->righe = {};

@@ -12,7 +12,7 @@
 namespace orve::adapters::rows {
 
 /// The numbers with which the application's database objects refuse a call, in addition to the engine's own.
-enum NumeroOggetto : std::int32_t {
+enum ObjectErrorNumber : std::int32_t {
   kArgomentiErrati = 3001,      // an argument of the wrong type or out of range, or a text that cannot be run
   kNessunaRiga = 3021,          // a row is needed where there is none
   kElementoSconosciuto = 3265,  // no column or parameter of that name
@@ -21,7 +21,7 @@ enum NumeroOggetto : std::int32_t {
 };
 
 /// Rows of equal width, one after the other.
-struct Righe {
+struct Rows {
   std::vector<std::string> colonne;
   std::vector<host::Variant> valori;
 
@@ -31,9 +31,9 @@ struct Righe {
 /// Columns are found ignoring case; of two with the same name, the first is taken. The fields follow the
 /// record set from row to row. A closed record set answers State and refuses everything else with 3704. Its
 /// errors name `sorgente`, the database that the rows came from.
-class RecordSetDiRighe final : public host::RecordSet {
+class RecordSetOfRows final : public host::RecordSet {
  public:
-  RecordSetDiRighe(Righe righe, std::string sorgente);
+  RecordSetOfRows(Rows righe, std::string sorgente);
 
   [[nodiscard]] bool Eof() const override;
   [[nodiscard]] std::shared_ptr<host::Fields> Fields() const override;
@@ -43,11 +43,11 @@ class RecordSetDiRighe final : public host::RecordSet {
   void Close() override;
 
  private:
-  struct Cursore;
-  class Colonne;
-  class Colonna;
+  struct Cursor;
+  class Columns;
+  class Column;
 
-  std::shared_ptr<Cursore> cursore_;  // shared with the fields handed out
+  std::shared_ptr<Cursor> cursore_;  // shared with the fields handed out
 };
 
 }  // namespace orve::adapters::rows

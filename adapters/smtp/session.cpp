@@ -79,11 +79,11 @@ void Session::Connect() {
   clean_ = true;
 }
 
-void Session::Deliver(const Envelope& envelope, const Writer& write, const Pastime& meanwhile) {
+void Session::Deliver(const Envelope& envelope, const Writer& write, const Meanwhile& meanwhile) {
   WithoutSecrets([&] { Transact(envelope, write, meanwhile); });
 }
 
-void Session::Transact(const Envelope& envelope, const Writer& write, const Pastime& meanwhile) {
+void Session::Transact(const Envelope& envelope, const Writer& write, const Meanwhile& meanwhile) {
   senderTaken_ = false;
   undecided_ = false;
   RequireUtf8Support(envelope);
@@ -156,16 +156,16 @@ std::vector<std::string> Session::EnvelopeCommands(const Envelope& envelope) con
   return commands;
 }
 
-void Session::SendEnvelope(const Envelope& envelope, const Pastime& meanwhile) {
+void Session::SendEnvelope(const Envelope& envelope, const Meanwhile& meanwhile) {
   const std::vector<std::string> commands = EnvelopeCommands(envelope);
   std::size_t next = 0;
-  while (next < commands.size()) next = ExchangeGroup(commands, next, next == 0 ? meanwhile : Pastime());
+  while (next < commands.size()) next = ExchangeGroup(commands, next, next == 0 ? meanwhile : Meanwhile());
 }
 
 /// Sends the commands from `first` on that may go together, runs `meanwhile` during the wait and reads the
 /// replies. Returns the first command that was not sent.
 std::size_t Session::ExchangeGroup(const std::vector<std::string>& commands, std::size_t first,
-                                   const Pastime& meanwhile) {
+                                   const Meanwhile& meanwhile) {
   const std::size_t end =
       std::min(commands.size(), first + (channel_.Offers("PIPELINING") ? kGroupCommands : 1));
   ErrorNumber stage = first == 0 ? ErrorNumber::kSender : ErrorNumber::kRecipients;

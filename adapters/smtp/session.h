@@ -33,7 +33,7 @@ class Session {
   /// Writes a message, dots doubled and closed by the lone dot, into the sink it is given.
   using Writer = std::function<void(const Sink&)>;
   /// Work to do while the server is busy. Throws nothing.
-  using Pastime = std::function<void()>;
+  using Meanwhile = std::function<void()>;
 
   /// Makes no connection yet.
   Session(std::shared_ptr<const SmtpOptions> options, Target target);
@@ -54,7 +54,7 @@ class Session {
   /// DeliveryFailure; what `write` throws ends the delivery as a failure of the data, with the connection
   /// dropped in the middle of the message so that nobody mistakes a truncated message for a whole one.
   /// `meanwhile` runs once, when the first commands have been sent and their replies are awaited.
-  void Deliver(const Envelope& envelope, const Writer& write, const Pastime& meanwhile = {});
+  void Deliver(const Envelope& envelope, const Writer& write, const Meanwhile& meanwhile = {});
 
   /// True once the server has accepted the sender of the latest message. Until then it has nothing of the
   /// message, which may still go over another connection.
@@ -87,14 +87,14 @@ class Session {
   void WithoutSecrets(Action action) const;
   void Connect();
   void AskForSender(const Envelope& envelope);
-  void Transact(const Envelope& envelope, const Writer& write, const Pastime& meanwhile);
-  void SendEnvelope(const Envelope& envelope, const Pastime& meanwhile);
+  void Transact(const Envelope& envelope, const Writer& write, const Meanwhile& meanwhile);
+  void SendEnvelope(const Envelope& envelope, const Meanwhile& meanwhile);
   void SendMessage(const Writer& write);
   void Transmit(const Writer& write);
   void RequireUtf8Support(const Envelope& envelope) const;
   [[nodiscard]] std::vector<std::string> EnvelopeCommands(const Envelope& envelope) const;
   [[nodiscard]] std::size_t ExchangeGroup(const std::vector<std::string>& commands, std::size_t first,
-                                          const Pastime& meanwhile);
+                                          const Meanwhile& meanwhile);
   [[noreturn]] void ResetAfterRefusal(const std::string& refusal);
 
   void Say(std::string_view commands, std::chrono::milliseconds stall);

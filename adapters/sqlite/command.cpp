@@ -9,14 +9,14 @@
 
 namespace orve::adapters::sqlite {
 
-Comando::Comando(std::shared_ptr<Database> database)
-    : rows::Comando(kSorgente), database_(std::move(database)) {}
+Command::Command(std::shared_ptr<Database> database)
+    : rows::Command(kSorgente), database_(std::move(database)) {}
 
-void Comando::EseguiTesto(const std::string& testo) {
+void Command::EseguiTesto(const std::string& testo) {
   (void)database_->Esegui(TraduciDialetto(testo), {});
 }
 
-void Comando::EseguiProcedura(std::string_view procedura, const rows::Parametri& parametri) {
+void Command::EseguiProcedura(std::string_view procedura, const rows::Parameters& parametri) {
   std::string nome(procedura);
   if (text::EqualsIgnoreCase(nome.substr(0, 4), "dbo.")) nome.erase(0, 4);
   if (text::EqualsIgnoreCase(nome, "SPFW_GetUserIDFromConnection")) {

@@ -9,15 +9,15 @@
 
 namespace orve::adapters::sqlite {
 
-class Comando final : public rows::Comando {
+class Command final : public rows::Command {
  public:
-  explicit Comando(std::shared_ptr<Database> database);
+  explicit Command(std::shared_ptr<Database> database);
 
  protected:
   [[nodiscard]] bool Aperto() const override { return database_->Aperto(); }
   void EseguiTesto(const std::string& testo) override;
   /// Raises 1 with the engine's wording for a procedure that does not exist or takes other parameters.
-  void EseguiProcedura(std::string_view procedura, const rows::Parametri& parametri) override;
+  void EseguiProcedura(std::string_view procedura, const rows::Parameters& parametri) override;
 
  private:
   std::shared_ptr<Database> database_;

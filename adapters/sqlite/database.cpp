@@ -70,7 +70,7 @@ std::string PercorsoDiSistema(std::string percorso) {
   return percorso;
 }
 
-Database::Database(const std::string& percorso, const OpzioniSqlite& opzioni, bool nuovo)
+Database::Database(const std::string& percorso, const SqliteOptions& opzioni, bool nuovo)
     : tempoMassimo_(opzioni.tempoMassimo) {
   const auto diSistema = PercorsoDiSistema(percorso);
   VerificaFile(diSistema);
@@ -97,7 +97,7 @@ void Database::Apri(const std::string& percorso, bool solaLettura) {
 
 // Text in double quotes is a name, as on SQL Server; the schema of a foreign file may call no function of
 // ours.
-void Database::Prepara(const OpzioniSqlite& opzioni, bool nuovo) {
+void Database::Prepara(const SqliteOptions& opzioni, bool nuovo) {
   sqlite3_busy_timeout(database_, Limitato(opzioni.attesaBlocco));
   sqlite3_db_config(database_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(database_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
@@ -142,13 +142,13 @@ int Database::Scaduto(void* database) {
 // White space, comments and ";" only. What the engine cannot parse still counts as something.
 bool Database::SenzaIstruzioni(std::string_view testo) {
   try {
-    return Istruzione(database_, testo).Vuota();
+    return Statement(database_, testo).Vuota();
   } catch (const host::Errore&) {
     return false;
   }
 }
 
-rows::Righe Database::Esegui(const std::string& istruzione, const std::vector<Valore>& valori) {
+rows::Rows Database::Esegui(const std::string& istruzione, const std::vector<Value>& valori) {
   Verifica();
   // The engine would read up to the NUL and run what precedes it.
   if (istruzione.find('\0') != std::string::npos) {
@@ -156,13 +156,13 @@ rows::Righe Database::Esegui(const std::string& istruzione, const std::vector<Va
   }
   InTempo();
   try {
-    Istruzione preparata(database_, istruzione);
+    Statement preparata(database_, istruzione);
     if (preparata.Vuota()) throw host::Errore(rows::kArgomentiErrati, kSorgente, "L'istruzione è vuota");
     if (!SenzaIstruzioni(preparata.Resto())) {
       throw host::Errore(rows::kArgomentiErrati, kSorgente, "Il testo contiene più di un'istruzione");
     }
     preparata.Valori(valori);
-    rows::Righe righe;
+    rows::Rows righe;
     for (int colonna = 0; colonna < preparata.Colonne(); ++colonna) {
       righe.colonne.push_back(preparata.NomeColonna(colonna));
     }
@@ -181,7 +181,7 @@ void Database::EseguiScript(std::string_view script) {
   Verifica();
   InTempo();
   for (;;) {
-    Istruzione preparata(database_, script);
+    Statement preparata(database_, script);
     if (preparata.Vuota()) return;
     script = preparata.Resto();
     while (preparata.Avanza()) {

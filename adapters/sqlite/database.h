@@ -16,7 +16,7 @@ struct sqlite3;
 
 namespace orve::adapters::sqlite {
 
-struct OpzioniSqlite {
+struct SqliteOptions {
   bool solaLettura = false;
   /// How long a statement waits for a file that another connection has locked.
   std::chrono::milliseconds attesaBlocco{5000};
@@ -29,7 +29,7 @@ class Database {
  public:
   /// Opens a file that exists and is no symbolic link. `nuovo` true: the file may be empty, since it is about
   /// to get its schema. Raises Errore with the engine's number and a text that names the path.
-  Database(const std::string& percorso, const OpzioniSqlite& opzioni, bool nuovo);
+  Database(const std::string& percorso, const SqliteOptions& opzioni, bool nuovo);
   ~Database();
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
@@ -37,7 +37,7 @@ class Database {
   Database& operator=(Database&&) = delete;
 
   /// Runs exactly one statement in SQLite's own dialect and holds its rows.
-  [[nodiscard]] rows::Righe Esegui(const std::string& istruzione, const std::vector<Valore>& valori);
+  [[nodiscard]] rows::Rows Esegui(const std::string& istruzione, const std::vector<Value>& valori);
   /// Runs the statements of a text one after the other and drops their rows. For texts of the program's own.
   void EseguiScript(std::string_view script);
 
@@ -50,7 +50,7 @@ class Database {
 
  private:
   void Apri(const std::string& percorso, bool solaLettura);
-  void Prepara(const OpzioniSqlite& opzioni, bool nuovo);
+  void Prepara(const SqliteOptions& opzioni, bool nuovo);
   void Verifica();
   [[nodiscard]] bool SenzaIstruzioni(std::string_view testo);
   void InTempo();

@@ -17,7 +17,7 @@ enum class Tipo : std::uint8_t {
   kSegno     // any other single character
 };
 
-struct Simbolo {
+struct Symbol {
   std::string_view testo;
   Tipo tipo = Tipo::kSegno;
   bool chiuso = true;       // false: a quoted text that the statement's end cut off
@@ -49,11 +49,11 @@ bool DiParola(char c) {
          static_cast<unsigned char>(c) >= 0x80;
 }
 
-class Lettore {
+class Reader {
  public:
-  explicit Lettore(std::string_view testo) : testo_(testo) {}
+  explicit Reader(std::string_view testo) : testo_(testo) {}
 
-  std::vector<Simbolo> Leggi() {
+  std::vector<Symbol> Leggi() {
     while (posizione_ < testo_.size()) Aggiungi(Prossimo());
     return std::move(simboli_);
   }
@@ -62,7 +62,7 @@ class Lettore {
   [[nodiscard]] const std::vector<bool>& Composti() const { return composti_; }
 
  private:
-  Simbolo Prossimo() {
+  Symbol Prossimo() {
     const char c = testo_[posizione_];
     if (InizioVuoto(posizione_)) return Taglia(FineVuoto(), Tipo::kVuoto);
     if (c == '\'' || c == '"' || c == '`') return Quotato(c);
@@ -72,7 +72,7 @@ class Lettore {
     return Taglia(posizione_ + 1, Tipo::kSegno);
   }
 
-  Simbolo Taglia(std::size_t fine, Tipo tipo, bool chiuso = true) {
+  Symbol Taglia(std::size_t fine, Tipo tipo, bool chiuso = true) {
     const auto inizio = posizione_;
     posizione_ = fine;
     return {testo_.substr(inizio, fine - inizio), tipo, chiuso, 0};
@@ -109,7 +109,7 @@ class Lettore {
   }
 
   // Doubled quotes stand for one; a bracketed name ends at the first "]", as SQLite reads it.
-  Simbolo Quotato(char chiusura) {
+  Symbol Quotato(char chiusura) {
     auto fine = posizione_ + 1;
     for (;;) {
       fine = testo_.find(chiusura, fine);
@@ -121,7 +121,7 @@ class Lettore {
     }
   }
 
-  void Aggiungi(Simbolo simbolo) {
+  void Aggiungi(Symbol simbolo) {
     if (simbolo.testo == ")" && aperti_.size() > 1) aperti_.pop_back();
     if (simbolo.testo == ";") aperti_.assign(1, NuovoLivello());
     simbolo.livello = aperti_.back();
@@ -141,15 +141,15 @@ class Lettore {
 
   std::string_view testo_;
   std::size_t posizione_ = 0;
-  std::vector<Simbolo> simboli_;
+  std::vector<Symbol> simboli_;
   std::vector<bool> composti_{false};
   std::vector<std::size_t> aperti_{0};
 };
 
-class Traduttore {
+class Translator {
  public:
-  explicit Traduttore(std::string_view istruzione) {
-    Lettore lettore(istruzione);
+  explicit Translator(std::string_view istruzione) {
+    Reader lettore(istruzione);
     simboli_ = lettore.Leggi();
     composti_ = lettore.Composti();
     uscita_.reserve(istruzione.size() + 64);
@@ -167,7 +167,7 @@ class Traduttore {
 
  private:
   // The n-th significant symbol from the current one on (0 is the current one itself), or none.
-  [[nodiscard]] const Simbolo* Vista(std::size_t n) const {
+  [[nodiscard]] const Symbol* Vista(std::size_t n) const {
     for (auto dove = posto_; dove < simboli_.size(); ++dove) {
       if (simboli_[dove].tipo == Tipo::kVuoto) continue;
       if (n-- == 0) return &simboli_[dove];
@@ -190,7 +190,7 @@ class Traduttore {
     return simbolo != nullptr && (simbolo->tipo == Tipo::kParola || simbolo->tipo == Tipo::kQuotato);
   }
 
-  void Scrivi(const Simbolo& simbolo) {
+  void Scrivi(const Symbol& simbolo) {
     uscita_ += simbolo.testo;
     if (simbolo.tipo == Tipo::kVuoto) return;
     fineUtile_ = uscita_.size();
@@ -318,25 +318,25 @@ class Traduttore {
     fineUtile_ += testo.size();
   }
 
-  struct Limite {
+  struct Limit {
     std::size_t livello;
     std::string_view numero;
   };
 
-  std::vector<Simbolo> simboli_;
+  std::vector<Symbol> simboli_;
   std::vector<bool> composti_;
   std::size_t posto_ = 0;
   std::string uscita_;
-  std::size_t fineUtile_ = 0;        // after the last significant symbol of the output
-  const Simbolo* ultimo_ = nullptr;  // that symbol
-  std::vector<Limite> limiti_;
+  std::size_t fineUtile_ = 0;       // after the last significant symbol of the output
+  const Symbol* ultimo_ = nullptr;  // that symbol
+  std::vector<Limit> limiti_;
   bool exec_ = false;
 };
 
 }  // namespace
 
 std::string TraduciDialetto(std::string_view istruzione) {
-  return Traduttore(istruzione).Traduci();
+  return Translator(istruzione).Traduci();
 }
 
 }  // namespace orve::adapters::sqlite

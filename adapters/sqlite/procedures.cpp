@@ -54,7 +54,7 @@ void GetCodAnag(sqlite3_context* contesto, sqlite3_value** argomenti) {
   });
   if (manca) return;  // the result stays null
   auto* database = sqlite3_context_db_handle(contesto);
-  Istruzione istruzione(database, kCodiceAllaData);
+  Statement istruzione(database, kCodiceAllaData);
   istruzione.Valori({Intero(argomenti[0], kNome, "ditta"), Intero(argomenti[1], kNome, "tipo"),
                      Intero(argomenti[2], kNome, "codice"), Data(argomenti[3], kNome)});
   if (!istruzione.Avanza()) return;
@@ -64,7 +64,7 @@ void GetCodAnag(sqlite3_context* contesto, sqlite3_value** argomenti) {
 
 void AttivaEventoGestionale(sqlite3_context* contesto, sqlite3_value** argomenti) {
   constexpr const char* kNome = "SPFW_AttivaEventoGestionale";
-  Istruzione istruzione(sqlite3_context_db_handle(contesto), kNuovoEvento);
+  Statement istruzione(sqlite3_context_db_handle(contesto), kNuovoEvento);
   istruzione.Valori({Intero(argomenti[0], kNome, "ditta"), Intero(argomenti[1], kNome, "codice"),
                      Intero(argomenti[2], kNome, "utente"), Testo(argomenti[3]),
                      Intero(argomenti[4], kNome, "flag")});
@@ -84,9 +84,9 @@ void Protetta(sqlite3_context* contesto, int /*numero*/, sqlite3_value** argomen
   }
 }
 
-using Funzione = void (*)(sqlite3_context*, int, sqlite3_value**);
+using Function = void (*)(sqlite3_context*, int, sqlite3_value**);
 
-void Registra(sqlite3* database, const char* nome, int argomenti, Funzione funzione) {
+void Registra(sqlite3* database, const char* nome, int argomenti, Function funzione) {
   // Only statements may call them, never a view or trigger that a foreign file brings along.
   const int esito = sqlite3_create_function_v2(database, nome, argomenti, SQLITE_UTF8 | SQLITE_DIRECTONLY,
                                                nullptr, funzione, nullptr, nullptr, nullptr);

@@ -41,7 +41,7 @@ bool CreaFileVuoto(const std::string& percorso) {
   return true;
 }
 
-void CifraPassword(Database& database, const Cifratura& cifra) {
+void CifraPassword(Database& database, const Encipher& cifra) {
   // An account without a server uses the one that the library falls back on where the columns are empty.
   const auto account = database.Esegui(
       "SELECT FW98_IDACCOUNT, FW98_USERNAME, IFNULL(FW23_SERVERNAME, 'localhost'), IFNULL(FW23_PORT, 25),"
@@ -50,8 +50,8 @@ void CifraPassword(Database& database, const Cifratura& cifra) {
       {});
   for (auto riga = account.valori.begin(); riga != account.valori.end(); riga += 5) {
     const std::int32_t id = riga[0].ToInt32();
-    const PasswordDaCifrare password{PasswordDiProva(id), riga[1].ToText(), riga[2].ToText(),
-                                     riga[3].ToInt32(), riga[4].ToInt32() >= 1};
+    const PasswordToEncipher password{PasswordDiProva(id), riga[1].ToText(), riga[2].ToText(),
+                                      riga[3].ToInt32(), riga[4].ToInt32() >= 1};
     auto cifrata = cifra(password);
     if (cifrata.find(password.chiara) != std::string::npos) throw host::Errore(host::kArgomentoNonValido);
     (void)database.Esegui("UPDATE FW98_MAILACCOUNT SET FW98_PASSWORD = ?1 WHERE FW98_IDACCOUNT = ?2",
@@ -61,7 +61,7 @@ void CifraPassword(Database& database, const Cifratura& cifra) {
 
 }  // namespace
 
-void CreaDatabase(const std::string& percorso, const Cifratura& cifra) {
+void CreaDatabase(const std::string& percorso, const Encipher& cifra) {
   if (!cifra) throw host::Errore(host::kArgomentoNonValido);
   const auto diSistema = PercorsoDiSistema(percorso);
   if (!CreaFileVuoto(diSistema)) NonCreato(diSistema, "esiste già");

@@ -18,7 +18,7 @@ namespace orve::adapters::sqlite {
 inline constexpr std::array kFileDelDatabase = {"", "-wal", "-shm", "-journal"};
 
 /// A password with the login and server that it is for.
-struct PasswordDaCifrare {
+struct PasswordToEncipher {
   std::string chiara;
   std::string utente;
   std::string server;
@@ -27,13 +27,13 @@ struct PasswordDaCifrare {
 };
 
 /// Enciphers the password of an account, as the application does.
-using Cifratura = std::function<std::string(const PasswordDaCifrare&)>;
+using Encipher = std::function<std::string(const PasswordToEncipher&)>;
 
 /// Creates a new file with schema and sample data, readable by its owner alone. Raises Errore when something
 /// already exists at the path, which is left as it is, or when the file cannot be written; what was begun is
 /// then removed. The passwords go into the file as `cifra` gives them; without it, or when a password can
 /// still be read in what it gives, 5 is raised.
-void CreaDatabase(const std::string& percorso, const Cifratura& cifra);
+void CreaDatabase(const std::string& percorso, const Encipher& cifra);
 
 /// A file with the register of sends alone; created when it is missing, and then readable by its owner alone.
 /// An existing file gets the register's table if it has none. Raises Errore when it is not a database or

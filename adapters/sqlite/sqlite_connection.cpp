@@ -8,7 +8,7 @@
 namespace orve::adapters::sqlite {
 
 std::shared_ptr<SqliteConnection> SqliteConnection::Apri(const std::string& percorso,
-                                                         const OpzioniSqlite& opzioni) {
+                                                         const SqliteOptions& opzioni) {
   auto database = std::make_shared<Database>(percorso, opzioni, false);
   return std::shared_ptr<SqliteConnection>(new SqliteConnection(std::move(database)));
 }
@@ -27,23 +27,23 @@ std::shared_ptr<host::RecordSet> SqliteConnection::Execute(const std::string& st
     comando->CommandType(opzione);
     comando->CommandText(statement);
     comando->Execute();
-    return std::make_shared<rows::RecordSetDiRighe>(rows::Righe{}, kSorgente);
+    return std::make_shared<rows::RecordSetOfRows>(rows::Rows{}, kSorgente);
   }
   if (opzione != host::kComandoTesto && opzione != host::kComandoNonIndicato) {
     throw host::Errore(rows::kArgomentiErrati, kSorgente,
                        "Opzione di esecuzione non prevista: " + std::to_string(opzione));
   }
-  return std::make_shared<rows::RecordSetDiRighe>(database_->Esegui(TraduciDialetto(statement), {}),
-                                                  kSorgente);
+  return std::make_shared<rows::RecordSetOfRows>(database_->Esegui(TraduciDialetto(statement), {}),
+                                                 kSorgente);
 }
 
 std::shared_ptr<host::Command> SqliteConnection::CreateCommand() {
-  return std::make_shared<Comando>(database_);
+  return std::make_shared<Command>(database_);
 }
 
 std::shared_ptr<host::RecordSet> SqliteConnection::EseguiConValori(const std::string& istruzione,
-                                                                   const std::vector<Valore>& valori) {
-  return std::make_shared<rows::RecordSetDiRighe>(database_->Esegui(istruzione, valori), kSorgente);
+                                                                   const std::vector<Value>& valori) {
+  return std::make_shared<rows::RecordSetOfRows>(database_->Esegui(istruzione, valori), kSorgente);
 }
 
 void SqliteConnection::UtenteConnessione(std::optional<std::int32_t> idUtente) {

@@ -30,7 +30,7 @@ class SqliteConnection final : public host::Connection {
   /// it stays locked for longer than the options allow. A file that this process may only read is opened for
   /// reading, and refuses statements that write.
   [[nodiscard]] static std::shared_ptr<SqliteConnection> Apri(const std::string& percorso,
-                                                              const OpzioniSqlite& opzioni = {});
+                                                              const SqliteOptions& opzioni = {});
   ~SqliteConnection() override;
   SqliteConnection(const SqliteConnection&) = delete;
   SqliteConnection& operator=(const SqliteConnection&) = delete;
@@ -46,7 +46,7 @@ class SqliteConnection final : public host::Connection {
   /// Runs one statement in SQLite's own dialect, its parameters ?1, ?2, ... filled with the values, which may
   /// hold anything. For the host's own tables.
   [[nodiscard]] std::shared_ptr<host::RecordSet> EseguiConValori(const std::string& istruzione,
-                                                                 const std::vector<Valore>& valori);
+                                                                 const std::vector<Value>& valori);
 
   /// The application user to whom this connection belongs, whom SPFW_GetUserIDFromConnection reports; none at
   /// first.

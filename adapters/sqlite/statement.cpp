@@ -72,7 +72,7 @@ bool LeggiData(std::string_view testo, host::DataOra& data) {
   return true;
 }
 
-Istruzione::Istruzione(sqlite3* database, std::string_view testo) : database_(database) {
+Statement::Statement(sqlite3* database, std::string_view testo) : database_(database) {
   if (testo.empty()) return;
   if (testo.size() >= static_cast<std::size_t>(std::numeric_limits<int>::max())) {
     throw host::Errore(SQLITE_TOOBIG, kSorgente, sqlite3_errstr(SQLITE_TOOBIG));
@@ -86,11 +86,11 @@ Istruzione::Istruzione(sqlite3* database, std::string_view testo) : database_(da
 }
 
 // The engine repeats here the error that Avanza has already raised.
-Istruzione::~Istruzione() {
+Statement::~Statement() {
   sqlite3_finalize(istruzione_);
 }
 
-void Istruzione::Valori(const std::vector<Valore>& valori) {
+void Statement::Valori(const std::vector<Value>& valori) {
   const auto attesi = static_cast<std::size_t>(sqlite3_bind_parameter_count(istruzione_));
   if (attesi != valori.size()) {
     throw host::Errore(SQLITE_RANGE, kSorgente,
@@ -112,34 +112,34 @@ void Istruzione::Valori(const std::vector<Valore>& valori) {
   }
 }
 
-bool Istruzione::Avanza() {
+bool Statement::Avanza() {
   const int esito = sqlite3_step(istruzione_);
   if (esito == SQLITE_ROW) return true;
   if (esito != SQLITE_DONE) throw ErroreMotore(database_, esito);
   return false;
 }
 
-int Istruzione::Colonne() const {
+int Statement::Colonne() const {
   return sqlite3_column_count(istruzione_);
 }
 
-std::string Istruzione::NomeColonna(int colonna) const {
+std::string Statement::NomeColonna(int colonna) const {
   const char* nome = sqlite3_column_name(istruzione_, colonna);
   if (nome == nullptr) throw host::Errore(host::kMemoriaInsufficiente);
   return nome;
 }
 
-Istruzione::Specie Istruzione::SpecieDichiarata(int colonna) const {
+Statement::Kind Statement::SpecieDichiarata(int colonna) const {
   const char* dichiarata = sqlite3_column_decltype(istruzione_, colonna);
-  if (dichiarata == nullptr) return Specie::kComune;
-  if (text::EqualsIgnoreCase(dichiarata, "BIT")) return Specie::kBit;
+  if (dichiarata == nullptr) return Kind::kComune;
+  if (text::EqualsIgnoreCase(dichiarata, "BIT")) return Kind::kBit;
   for (const char* data : {"DATE", "DATETIME", "DATETIME2", "SMALLDATETIME"}) {
-    if (text::EqualsIgnoreCase(dichiarata, data)) return Specie::kData;
+    if (text::EqualsIgnoreCase(dichiarata, data)) return Kind::kData;
   }
-  return Specie::kComune;
+  return Kind::kComune;
 }
 
-std::string Istruzione::Testo(int colonna) const {
+std::string Statement::Testo(int colonna) const {
   const bool byte = sqlite3_column_type(istruzione_, colonna) == SQLITE_BLOB;
   const void* dati = byte ? sqlite3_column_blob(istruzione_, colonna)
                           : static_cast<const void*>(sqlite3_column_text(istruzione_, colonna));
@@ -149,17 +149,17 @@ std::string Istruzione::Testo(int colonna) const {
   return dati == nullptr ? std::string() : std::string(static_cast<const char*>(dati), lunghezza);
 }
 
-host::Variant Istruzione::Leggi(int colonna) const {
+host::Variant Statement::Leggi(int colonna) const {
   const auto specie = specie_[static_cast<std::size_t>(colonna)];
   const int tipo = sqlite3_column_type(istruzione_, colonna);
   if (tipo == SQLITE_NULL) return host::Null{};
   host::DataOra data;
   // A date of eight digits is stored as a whole number in a column declared DATE.
-  if (specie == Specie::kData && tipo != SQLITE_FLOAT && LeggiData(Testo(colonna), data)) return data;
+  if (specie == Kind::kData && tipo != SQLITE_FLOAT && LeggiData(Testo(colonna), data)) return data;
   // Reading the text of a number would turn the column into a text: ask the type as it was.
   if (tipo == SQLITE_INTEGER) {
     const auto numero = sqlite3_column_int64(istruzione_, colonna);
-    return specie == Specie::kBit ? host::Variant(numero != 0) : rows::DaIntero(numero);
+    return specie == Kind::kBit ? host::Variant(numero != 0) : rows::DaIntero(numero);
   }
   if (tipo == SQLITE_FLOAT) return sqlite3_column_double(istruzione_, colonna);
   return Testo(colonna);

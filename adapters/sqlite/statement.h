@@ -24,18 +24,18 @@ inline constexpr const char* kSorgente = "SQLite";
 [[nodiscard]] host::Errore ErroreMotore(sqlite3* database, int esito);
 
 /// A value for a parameter of a statement: null, whole number, number, text.
-using Valore = std::variant<std::nullptr_t, std::int64_t, double, std::string>;
+using Value = std::variant<std::nullptr_t, std::int64_t, double, std::string>;
 
-class Istruzione {
+class Statement {
  public:
   /// Prepares the first statement of the text, which must outlive this object. An empty text prepares
   /// nothing.
-  Istruzione(sqlite3* database, std::string_view testo);
-  ~Istruzione();
-  Istruzione(const Istruzione&) = delete;
-  Istruzione& operator=(const Istruzione&) = delete;
-  Istruzione(Istruzione&&) = delete;
-  Istruzione& operator=(Istruzione&&) = delete;
+  Statement(sqlite3* database, std::string_view testo);
+  ~Statement();
+  Statement(const Statement&) = delete;
+  Statement& operator=(const Statement&) = delete;
+  Statement(Statement&&) = delete;
+  Statement& operator=(Statement&&) = delete;
 
   /// True when the text held nothing but white space and comments.
   [[nodiscard]] bool Vuota() const { return istruzione_ == nullptr; }
@@ -43,7 +43,7 @@ class Istruzione {
   [[nodiscard]] std::string_view Resto() const { return resto_; }
 
   /// Gives the parameters ?1, ?2, ... their values; their number must be the statement's own.
-  void Valori(const std::vector<Valore>& valori);
+  void Valori(const std::vector<Value>& valori);
   /// The next row; false past the last one.
   bool Avanza();
 
@@ -55,15 +55,15 @@ class Istruzione {
   [[nodiscard]] host::Variant Leggi(int colonna) const;
 
  private:
-  enum class Specie : std::uint8_t { kComune, kBit, kData };
+  enum class Kind : std::uint8_t { kComune, kBit, kData };
 
-  [[nodiscard]] Specie SpecieDichiarata(int colonna) const;
+  [[nodiscard]] Kind SpecieDichiarata(int colonna) const;
   [[nodiscard]] std::string Testo(int colonna) const;
 
   sqlite3* database_;
   sqlite3_stmt* istruzione_ = nullptr;
   std::string_view resto_;
-  std::vector<Specie> specie_;
+  std::vector<Kind> specie_;
 };
 
 /// A date as the database writes it, "yyyymmdd" or "yyyy-mm-dd", optionally followed by a blank or "T" and

@@ -9,7 +9,7 @@
 #include "win32/libreria_host.h"
 #include "win32/mapi32.h"
 #include "win32/posta.h"
-#include "win32/sistema.h"
+#include "win32/system.h"
 
 namespace orve::adapters::win32 {
 
@@ -99,11 +99,11 @@ class AmbienteWin32 final : public host::Ambiente {
   }
 
   finestre::Finestre finestre_;
-  OrologioWin32 orologio_;
+  ClockWin32 orologio_;
   DebugOutputWin32 debug_;
-  GeneratoreGuidWin32 guid_;
+  GuidGeneratorWin32 guid_;
   EnvironmentWin32 variabili_;
-  ReteWin32 rete_;
+  NetworkWin32 rete_;
   DirectoryWin32 directory_;
 };
 

@@ -5,7 +5,7 @@
 
 #include "ldap/account_name.h"
 #include "win32/classi.h"
-#include "win32/connessione.h"
+#include "win32/connection.h"
 #include "win32/dispatch.h"
 #include "win32/errori_com.h"
 

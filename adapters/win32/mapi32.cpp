@@ -177,9 +177,9 @@ void ControllaConto(std::int32_t conto, std::size_t elementi) {
 
 }  // namespace
 
-std::int32_t Mapi32Win32::MAPILogon(host::ManigliaMapi finestra, const std::string& profilo,
+std::int32_t Mapi32Win32::MAPILogon(host::MapiHandle finestra, const std::string& profilo,
                                     const std::string& password, std::int32_t flags, std::int32_t riservato,
-                                    host::ManigliaMapi& sessione) {
+                                    host::MapiHandle& sessione) {
   const auto funzione = Ingresso<Logon>(libreria_, "MAPILogon");
   std::string nome = ToSingleByte(profilo);
   std::string segreto = ToSingleByte(password);
@@ -191,7 +191,7 @@ std::int32_t Mapi32Win32::MAPILogon(host::ManigliaMapi finestra, const std::stri
   return static_cast<std::int32_t>(esito);
 }
 
-std::int32_t Mapi32Win32::BMAPISendMail(host::ManigliaMapi sessione, host::ManigliaMapi finestra,
+std::int32_t Mapi32Win32::BMAPISendMail(host::MapiHandle sessione, host::MapiHandle finestra,
                                         host::MapiMessage& messaggio,
                                         const std::vector<host::MapiRecip>& destinatari,
                                         const std::vector<host::MapiFile>& file, std::int32_t flags,
@@ -208,8 +208,8 @@ std::int32_t Mapi32Win32::BMAPISendMail(host::ManigliaMapi sessione, host::Manig
   return static_cast<std::int32_t>(esito);
 }
 
-std::int32_t Mapi32Win32::MAPILogoff(host::ManigliaMapi sessione, host::ManigliaMapi finestra,
-                                     std::int32_t flags, std::int32_t riservato) {
+std::int32_t Mapi32Win32::MAPILogoff(host::MapiHandle sessione, host::MapiHandle finestra, std::int32_t flags,
+                                     std::int32_t riservato) {
   return static_cast<std::int32_t>(Ingresso<Logoff>(libreria_, "MAPILogoff")(
       sessione, finestra, static_cast<ULONG>(flags), static_cast<ULONG>(riservato)));
 }

@@ -72,14 +72,14 @@ class Mapi32Win32 final : public host::Mapi32 {
 
   // Each raises 53 on a machine without the library, and 453 when the library lacks the function.
 
-  std::int32_t MAPILogon(host::ManigliaMapi finestra, const std::string& profilo, const std::string& password,
-                         std::int32_t flags, std::int32_t riservato, host::ManigliaMapi& sessione) override;
+  std::int32_t MAPILogon(host::MapiHandle finestra, const std::string& profilo, const std::string& password,
+                         std::int32_t flags, std::int32_t riservato, host::MapiHandle& sessione) override;
   /// Raises 9 when a count of the message record goes beyond its array.
-  std::int32_t BMAPISendMail(host::ManigliaMapi sessione, host::ManigliaMapi finestra,
+  std::int32_t BMAPISendMail(host::MapiHandle sessione, host::MapiHandle finestra,
                              host::MapiMessage& messaggio, const std::vector<host::MapiRecip>& destinatari,
                              const std::vector<host::MapiFile>& file, std::int32_t flags,
                              std::int32_t riservato) override;
-  std::int32_t MAPILogoff(host::ManigliaMapi sessione, host::ManigliaMapi finestra, std::int32_t flags,
+  std::int32_t MAPILogoff(host::MapiHandle sessione, host::MapiHandle finestra, std::int32_t flags,
                           std::int32_t riservato) override;
 
  private:

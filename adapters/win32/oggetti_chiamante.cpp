@@ -1,6 +1,6 @@
 #include "win32/oggetti_chiamante.h"
 
-#include "win32/connessione.h"
+#include "win32/connection.h"
 #include "win32/libreria_host.h"
 
 namespace orve::adapters::win32 {

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "orve-mailserver/host/automazione.h"
+#include "orve-mailserver/host/automation.h"
 #include "orve-mailserver/host/componente_smtp.h"
 #include "win32/dispatch.h"
 

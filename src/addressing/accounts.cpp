@@ -14,7 +14,7 @@
 #include "addressing/account_statements.h"
 #include "addressing/active_directory.h"
 #include "addressing/columns.h"
-#include "addressing/user_context.h"
+#include "addressing/contesto_utente.h"
 #include "service/failures.h"
 #include "service/guards.h"
 #include "service/report.h"

@@ -10,7 +10,7 @@
 
 #include "orve-mailserver/host/directory.h"
 #include "orve-mailserver/host/errore.h"
-#include "orve-mailserver/host/sistema.h"
+#include "orve-mailserver/host/system.h"
 
 namespace orve::MDL_ACTIVEDIRECTORY {
 

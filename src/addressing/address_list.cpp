@@ -41,7 +41,7 @@ void AccodaVoceSeparata(std::string& elenco, std::string_view nome, std::string_
   AccodaVoce(elenco, nome, indirizzo, apertura);
 }
 
-void LettoreElenchi::Leggi(std::string_view elenco, const Aggiungi& aggiungi) {
+void AddressListReader::Leggi(std::string_view elenco, const Aggiungi& aggiungi) {
   const auto voci = text::Split(elenco, ';');
   static_cast<void>(InSediciBit(voci.size()));
   for (const auto voce : voci) {

@@ -24,7 +24,7 @@ void AccodaVoce(std::string& elenco, std::string_view nome, std::string_view ind
 void AccodaVoceSeparata(std::string& elenco, std::string_view nome, std::string_view indirizzo,
                         std::string_view apertura = kApertura);
 
-class LettoreElenchi {
+class AddressListReader {
  public:
   using Aggiungi = std::function<void(const std::string& indirizzo, const std::string& nome)>;
 

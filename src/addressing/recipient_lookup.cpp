@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "addressing/codice_destinazione.h"
 #include "addressing/columns.h"
-#include "addressing/recipient_code.h"
 #include "content/sql_values.h"
 #include "service/guards.h"
 

@@ -6,13 +6,13 @@
 #include <string_view>
 
 #include "orve-mailserver/host/osservatore_invio.h"
-#include "orve-mailserver/service/enumerations.h"
+#include "orve-mailserver/service/enumerazioni.h"
 
 namespace orve {
 
 using host::MezzoConsegna;
 
-struct TrattiCanale {
+struct ChannelTraits {
   kvEnum_ServizioMail numero;
   std::string_view nome;
   bool haAccount;  // the sender is an account of the application's own
@@ -20,7 +20,7 @@ struct TrattiCanale {
   std::string_view firma;  // how the register's way of sending begins
 };
 
-inline constexpr std::array<TrattiCanale, 6> kCanali = {{
+inline constexpr std::array<ChannelTraits, 6> kCanali = {{
     {kvSimpleMAPI, "Simple MAPI", false, MezzoConsegna::kControlliMapi, "Simple Mapi:"},
     {kvOutlook, "Outlook", false, MezzoConsegna::kOutlook, "Outlook: "},
     {kvMAPI, "MAPI", false, MezzoConsegna::kMapi32, "MAPI: "},
@@ -30,15 +30,15 @@ inline constexpr std::array<TrattiCanale, 6> kCanali = {{
 }};
 
 /// The row of a channel; null for a number that is not a channel's.
-[[nodiscard]] constexpr const TrattiCanale* TrattiDi(kvEnum_ServizioMail canale) {
-  for (const TrattiCanale& tratti : kCanali) {
+[[nodiscard]] constexpr const ChannelTraits* TrattiDi(kvEnum_ServizioMail canale) {
+  for (const ChannelTraits& tratti : kCanali) {
     if (tratti.numero == canale) return &tratti;
   }
   return nullptr;
 }
 
 [[nodiscard]] constexpr bool HaAccount(kvEnum_ServizioMail canale) {
-  const TrattiCanale* const tratti = TrattiDi(canale);
+  const ChannelTraits* const tratti = TrattiDi(canale);
   return tratti != nullptr && tratti->haAccount;
 }
 

@@ -11,8 +11,8 @@
 
 #include "addressing/address_list.h"
 #include "channels/channel_traits.h"
-#include "channels/recipient_lists.h"
-#include "channels/register_lines.h"
+#include "channels/elenchi_destinatari.h"
+#include "channels/righe_invio.h"
 #include "content/body_templates.h"
 #include "content/send_log.h"
 #include "service/failures.h"
@@ -123,7 +123,7 @@ void ConsegnaConMAPI(Messaggio& messaggio, const Impostazioni& impostazioni, Con
                      const Oggetti& oggetti) {
   if (!messaggio.vCollDestinatari || messaggio.vCollDestinatari->Count() <= 0) return;
   const auto mapi = CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaMapi32, "MAPI32.DLL");
-  host::ManigliaMapi sessione = 0;
+  host::MapiHandle sessione = 0;
   auto& libreria = host::Richiesto(mapi);
   Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaIniziata, MezzoConsegna::kMapi32);
   const std::int32_t accesso = libreria.MAPILogon(0, "", "", kDialogoDiAccesso | kNuovaSessione, 0, sessione);

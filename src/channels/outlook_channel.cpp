@@ -12,10 +12,10 @@
 
 #include "addressing/address_list.h"
 #include "channels/channel_traits.h"
-#include "channels/recipient_lists.h"
-#include "channels/register_lines.h"
+#include "channels/elenchi_destinatari.h"
+#include "channels/righe_invio.h"
 #include "content/body_templates.h"
-#include "content/html_body.h"
+#include "content/corpo_html.h"
 #include "service/failures.h"
 #include "service/guards.h"
 #include "service/report.h"

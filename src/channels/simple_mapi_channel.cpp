@@ -11,8 +11,8 @@
 
 #include "addressing/address_list.h"
 #include "channels/channel_traits.h"
-#include "channels/recipient_lists.h"
-#include "channels/register_lines.h"
+#include "channels/elenchi_destinatari.h"
+#include "channels/righe_invio.h"
 #include "content/body_templates.h"
 #include "content/send_log.h"
 #include "service/failures.h"

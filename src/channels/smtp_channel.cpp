@@ -6,7 +6,7 @@
 
 #include "addressing/address_list.h"
 #include "channels/channel_traits.h"
-#include "channels/recipient_lists.h"
+#include "channels/elenchi_destinatari.h"
 #include "channels/smtp_submission.h"
 #include "content/body_templates.h"
 #include "service/failures.h"

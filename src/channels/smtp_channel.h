@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <string>
 
-#include "channels/register_lines.h"
+#include "channels/righe_invio.h"
 #include "orve-mailserver/host/variant.h"
 #include "service/account.h"
 #include "service/contesto.h"

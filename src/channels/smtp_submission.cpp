@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "channels/recipient_lists.h"
-#include "content/html_body.h"
+#include "channels/elenchi_destinatari.h"
+#include "content/corpo_html.h"
 #include "service/failures.h"
 #include "service/guards.h"
 #include "service/report.h"
@@ -36,14 +36,14 @@ void ImpostaMittente(host::ComponenteSmtp& componente, const std::string& mitten
   componente.FromAddr(Elemento(parti, 2));
 }
 
-void AggiungiDestinatari(host::ComponenteSmtp& componente, const Sottomissione& messaggio) {
+void AggiungiDestinatari(host::ComponenteSmtp& componente, const SmtpSubmission& messaggio) {
   componente.AddRecipientEx(messaggio.elencoA, kSmtpA);
   if (!messaggio.elencoCC.empty()) componente.AddRecipientEx(messaggio.elencoCC, kSmtpCC);
   if (!messaggio.elencoCCn.empty()) componente.AddRecipientEx(messaggio.elencoCCn, kSmtpCCn);
 }
 
 void ImpostaServerSmtp(host::ComponenteSmtp& componente, const Account& account,
-                       const Sottomissione& messaggio) {
+                       const SmtpSubmission& messaggio) {
   componente.ServerAddr(account.SmtpServer);
   if (messaggio.autenticazione) {
     componente.UserName(account.SmtpUtente);
@@ -88,7 +88,7 @@ bool Riuscito(const host::Variant& risultato) {
 
 host::Variant InviaMailConSSL(const Account& account, const Contesto& contesto, const Oggetti& oggetti,
                               const std::shared_ptr<host::ComponenteSmtp>& componente,
-                              const Sottomissione& messaggio) {
+                              const SmtpSubmission& messaggio) {
   host::Variant risultato;
   SegnalaErrori(PerAvviso(oggetti, "ORVE_MAIL: InviaMailConSSL"), [&] {
     auto& smtp = host::Richiesto(componente);

@@ -15,7 +15,7 @@
 namespace orve {
 
 /// What is handed over. The texts must outlive it.
-struct Sottomissione {
+struct SmtpSubmission {
   const std::string& mittente;  // the name between double quotes, then the address in angle brackets
   const std::string& elencoA;
   const std::string& elencoCC;
@@ -33,7 +33,7 @@ struct Sottomissione {
 [[nodiscard]] host::Variant InviaMailConSSL(const Account& account, const Contesto& contesto,
                                             const Oggetti& oggetti,
                                             const std::shared_ptr<host::ComponenteSmtp>& componente,
-                                            const Sottomissione& messaggio);
+                                            const SmtpSubmission& messaggio);
 
 /// Creates the component of one message.
 [[nodiscard]] std::shared_ptr<host::ComponenteSmtp> CreaComponente(const Oggetti& oggetti);

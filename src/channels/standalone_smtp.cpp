@@ -10,8 +10,8 @@
 
 #include "addressing/accounts.h"
 #include "addressing/address_list.h"
-#include "channels/recipient_lists.h"
-#include "channels/register_lines.h"
+#include "channels/elenchi_destinatari.h"
+#include "channels/righe_invio.h"
 #include "channels/smtp_channel.h"
 #include "channels/smtp_submission.h"
 #include "content/body_templates.h"

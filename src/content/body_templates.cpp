@@ -5,7 +5,7 @@
 
 #include <utility>
 
-#include "addressing/user_context.h"
+#include "addressing/contesto_utente.h"
 #include "service/guards.h"
 #include "text/text.h"
 

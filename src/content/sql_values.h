@@ -8,7 +8,7 @@
 
 namespace orve {
 
-enum TipoValore : std::int32_t {
+enum ValueType : std::int32_t {
   kValoreTesto = 0,
   kValoreDecimale = 1,
   kValoreNumero = 2,  // through the host's number formatter

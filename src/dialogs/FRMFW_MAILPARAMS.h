@@ -13,7 +13,7 @@
 #include <string_view>
 
 #include "dialogs/finestra_del_servizio.h"
-#include "orve-mailserver/addressing/senders.h"
+#include "orve-mailserver/addressing/mittenti.h"
 #include "orve-mailserver/host/controlli.h"
 #include "orve-mailserver/host/oggetti_file.h"
 

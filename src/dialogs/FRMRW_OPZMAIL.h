@@ -14,7 +14,7 @@
 #include <string_view>
 
 #include "dialogs/finestra_del_servizio.h"
-#include "orve-mailserver/addressing/recipients.h"
+#include "orve-mailserver/addressing/destinatari.h"
 #include "orve-mailserver/host/controlli.h"
 #include "orve-mailserver/host/griglia.h"
 #include "orve-mailserver/host/manager_rubrica.h"

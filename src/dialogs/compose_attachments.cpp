@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "dialogs/FRMRW_OPZMAIL.h"
-#include "dialogs/attachment_paths.h"
+#include "dialogs/percorsi_allegati.h"
 #include "service/guards.h"
 #include "text/text.h"
 

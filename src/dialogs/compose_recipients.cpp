@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "addressing/address_list.h"
-#include "addressing/known_companies.h"
+#include "addressing/aziende_note.h"
 #include "channels/channel_traits.h"
 #include "dialogs/FRMRW_OPZMAIL.h"
-#include "dialogs/address_entries.h"
+#include "dialogs/voci_indirizzo.h"
 #include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "service/guards.h"
 #include "text/text.h"

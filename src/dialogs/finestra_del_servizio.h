@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "orve-mailserver/content/instance_trace.h"
+#include "orve-mailserver/content/traccia_istanza.h"
 #include "orve-mailserver/host/ambiente.h"
 #include "orve-mailserver/host/controlli.h"
 #include "orve-mailserver/host/interfaccia_host.h"

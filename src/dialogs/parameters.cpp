@@ -3,9 +3,9 @@
 
 #include "channels/channel_traits.h"
 #include "dialogs/FRMFW_MAILPARAMS.h"
-#include "dialogs/attachment_paths.h"
 #include "dialogs/layouts.h"
 #include "dialogs/listener.h"
+#include "dialogs/percorsi_allegati.h"
 #include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "service/failures.h"
 #include "service/guards.h"

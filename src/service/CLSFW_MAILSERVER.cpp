@@ -3,15 +3,15 @@
 
 #include <utility>
 
-#include "addressing/user_context.h"
+#include "addressing/contesto_utente.h"
 #include "channels/standalone_smtp.h"
 #include "service/address_check.h"
 #include "service/before_send.h"
 #include "service/dialog_bridge.h"
-#include "service/direct_send.h"
 #include "service/guards.h"
 #include "service/interno.h"
-#include "service/send_procedure.h"
+#include "service/invio_diretto.h"
+#include "service/procedura_invio.h"
 #include "service/settings.h"
 
 namespace orve {

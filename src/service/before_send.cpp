@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "addressing/address_list.h"
-#include "addressing/known_companies.h"
+#include "addressing/aziende_note.h"
 #include "content/body_templates.h"
 #include "service/failures.h"
 #include "service/guards.h"
@@ -110,7 +110,7 @@ void AfterDestinatari(Messaggio& messaggio, const Impostazioni& impostazioni, Og
                   messaggio.vCollDestinatari = std::make_shared<CollDestinatari>(oggetti.ambiente);
                   const AziendeNote aziende(messaggio.CollDestinatariCopia);
 
-                  LettoreElenchi lettore;
+                  AddressListReader lettore;
                   const auto leggi = [&](const std::string& elenco, kvCasella casella) {
                     lettore.Leggi(elenco, [&](const std::string& indirizzo, const std::string& nome) {
                       std::string azienda = aziende.Di(indirizzo, nome);

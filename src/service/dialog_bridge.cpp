@@ -12,7 +12,7 @@
 #include "channels/channel_traits.h"
 #include "dialogs/FRMFW_MAILPARAMS.h"
 #include "dialogs/FRMRW_OPZMAIL.h"
-#include "dialogs/attachment_paths.h"
+#include "dialogs/percorsi_allegati.h"
 #include "service/failures.h"
 #include "service/guards.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "orve-mailserver/host/variant.h"
-#include "orve-mailserver/service/enumerations.h"
+#include "orve-mailserver/service/enumerazioni.h"
 
 namespace orve {
 

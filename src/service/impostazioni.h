@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "orve-mailserver/service/enumerations.h"
+#include "orve-mailserver/service/enumerazioni.h"
 
 namespace orve {
 

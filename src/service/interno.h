@@ -6,7 +6,7 @@
 #include <memory>
 #include <utility>
 
-#include "orve-mailserver/content/instance_trace.h"
+#include "orve-mailserver/content/traccia_istanza.h"
 #include "service/account.h"
 #include "service/contesto.h"
 #include "service/esito.h"

@@ -6,10 +6,10 @@
 #include <memory>
 #include <string>
 
-#include "orve-mailserver/addressing/recipients.h"
+#include "orve-mailserver/addressing/destinatari.h"
 #include "orve-mailserver/host/registro_invio.h"
 #include "orve-mailserver/host/variant.h"
-#include "orve-mailserver/service/enumerations.h"
+#include "orve-mailserver/service/enumerazioni.h"
 
 namespace orve {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "orve-mailserver/addressing/senders.h"
+#include "orve-mailserver/addressing/mittenti.h"
 
 namespace orve {
 

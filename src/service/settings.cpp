@@ -100,7 +100,7 @@ void AvviaOutlook(Oggetti& oggetti) {
 }
 
 void CreaOggettoDelCanale(const Impostazioni& impostazioni, Oggetti& oggetti) {
-  const TrattiCanale* const tratti = TrattiDi(impostazioni.SrvMailInstallato);
+  const ChannelTraits* const tratti = TrattiDi(impostazioni.SrvMailInstallato);
   if (tratti == nullptr) return;
   switch (tratti->consegna) {
     case MezzoConsegna::kControlliMapi:

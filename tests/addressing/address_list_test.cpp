@@ -16,7 +16,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 /// The items read, as name, "/" and address.
-std::vector<std::string> Letti(LettoreElenchi& lettore, const std::string& elenco) {
+std::vector<std::string> Letti(AddressListReader& lettore, const std::string& elenco) {
   std::vector<std::string> voci;
   lettore.Leggi(elenco, [&](const std::string& indirizzo, const std::string& nome) {
     voci.push_back(nome + "/" + indirizzo);
@@ -33,7 +33,7 @@ struct CasoElenco {
 class ElencoLeniente : public ::testing::TestWithParam<CasoElenco> {};
 
 TEST_P(ElencoLeniente, Reads) {
-  LettoreElenchi lettore;
+  AddressListReader lettore;
   EXPECT_EQ(Letti(lettore, GetParam().elenco), GetParam().want);
 }
 
@@ -69,15 +69,15 @@ INSTANTIATE_TEST_SUITE_P(
         CasoElenco{"AccentedLettersCountAsOneCharacter", "Nicolò è<n@x.example>", {"Nicolò è/n@x.example"}}),
     [](const auto& caso) { return std::string(caso.param.etichetta); });
 
-TEST(LettoreElenchi, TheNameSurvivesFromOneListToTheNext) {
-  LettoreElenchi lettore;
+TEST(AddressListReader, TheNameSurvivesFromOneListToTheNext) {
+  AddressListReader lettore;
   EXPECT_THAT(Letti(lettore, "Anna<a@x.example>"), ElementsAre("Anna/a@x.example"));
   EXPECT_THAT(Letti(lettore, ""), IsEmpty());
   EXPECT_THAT(Letti(lettore, "b@x.example"), ElementsAre("Anna/b@x.example"));
 }
 
-TEST(LettoreElenchi, AClosingBracketInFrontOfTheOpeningOneEndsTheReadingAtThatItem) {
-  LettoreElenchi lettore;
+TEST(AddressListReader, AClosingBracketInFrontOfTheOpeningOneEndsTheReadingAtThatItem) {
+  AddressListReader lettore;
   std::vector<std::string> letti;
   const auto numero = fakes::NumeroDi([&] {
     lettore.Leggi("Anna<a@x.example>;b>c<d;e@x.example",
@@ -87,15 +87,15 @@ TEST(LettoreElenchi, AClosingBracketInFrontOfTheOpeningOneEndsTheReadingAtThatIt
   EXPECT_THAT(letti, ElementsAre("a@x.example"));
 }
 
-TEST(LettoreElenchi, APositionBeyondSixteenBitsIsAnOverflow) {
-  LettoreElenchi lettore;
+TEST(AddressListReader, APositionBeyondSixteenBitsIsAnOverflow) {
+  AddressListReader lettore;
   const std::string ultimo(32766, 'x');
   EXPECT_THAT(Letti(lettore, ultimo + "<a@x.example"), ElementsAre(ultimo + "/a@x.example"));
   EXPECT_EQ(fakes::NumeroDi([&] { Letti(lettore, ultimo + "x<a@x.example"); }), 6);
 }
 
-TEST(LettoreElenchi, MoreThan32767ItemsAreAnOverflow) {
-  LettoreElenchi lettore;
+TEST(AddressListReader, MoreThan32767ItemsAreAnOverflow) {
+  AddressListReader lettore;
   std::string elenco = "a";
   for (int i = 1; i < 32767; ++i) elenco += ";a";
   EXPECT_EQ(Letti(lettore, elenco).size(), 32767U);

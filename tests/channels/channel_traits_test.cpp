@@ -18,7 +18,7 @@ namespace {
 
 TEST(TrattiDeiCanali, AreOneRowForEachNumber) {
   std::set<std::int32_t> numeri;
-  for (const TrattiCanale& canale : kCanali) {
+  for (const ChannelTraits& canale : kCanali) {
     EXPECT_TRUE(numeri.insert(canale.numero).second) << canale.numero;
     EXPECT_EQ(TrattiDi(canale.numero), &canale);
     EXPECT_FALSE(canale.nome.empty());
@@ -29,7 +29,7 @@ TEST(TrattiDeiCanali, AreOneRowForEachNumber) {
 }
 
 TEST(TrattiDeiCanali, OnlyTheSmtpComponentHasAnAccount) {
-  for (const TrattiCanale& canale : kCanali) {
+  for (const ChannelTraits& canale : kCanali) {
     EXPECT_EQ(canale.haAccount, canale.consegna == MezzoConsegna::kComponenteSmtp) << canale.nome;
   }
 }
@@ -51,7 +51,7 @@ std::set<std::int32_t> NumeriIn(const std::string& testo) {
 
 std::set<std::int32_t> NumeriDeiCanali() {
   std::set<std::int32_t> numeri;
-  for (const TrattiCanale& canale : kCanali) numeri.insert(canale.numero);
+  for (const ChannelTraits& canale : kCanali) numeri.insert(canale.numero);
   return numeri;
 }
 

@@ -3,8 +3,8 @@
 #include <tuple>
 #include <vector>
 
-#include "dialogs/address_entries.h"
 #include "dialogs/finestra_di_prova.h"
+#include "dialogs/voci_indirizzo.h"
 #include "fakes/errori.h"
 
 namespace orve {

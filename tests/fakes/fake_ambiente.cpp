@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "fakes/fake_automazione.h"
+#include "fakes/fake_automation.h"
 #include "fakes/fake_smtp.h"
 #include "text/text.h"
 

@@ -56,7 +56,7 @@ class FakeAmbiente : public host::Ambiente {
   std::string indirizzoUtenteOutlook = "utente@outlook.example";    // of the current user
   std::string indirizzoAccountOutlook = "account@outlook.example";  // of the first account
   host::Variant sessioneMapi = 4711;
-  host::ManigliaMapi sessioneMapi32 = 815;
+  host::MapiHandle sessioneMapi32 = 815;
   std::int32_t esitoLogonMapi = 0;
   std::int32_t esitoInvioMapi = 0;
   std::int32_t esitoLogoffMapi = 0;

@@ -21,7 +21,7 @@ constexpr std::int32_t kParametroMancante = 201;
 constexpr std::int32_t kProceduraSconosciuta = 2812;
 
 // The position of a record set, shared with its fields.
-struct Cursore {
+struct Cursor {
   Righe righe;
   std::size_t posizione = 0;
   std::int32_t aperto = 1;
@@ -51,7 +51,7 @@ struct Cursore {
 class FakeField : public host::Field {
  public:
   FakeField(JournalPtr journal, const std::string& nomeRecordSet, std::string colonna,
-            std::shared_ptr<const Cursore> cursore)
+            std::shared_ptr<const Cursor> cursore)
       : journal_(std::move(journal)),
         riga_(nomeRecordSet + ".Fields " + colonna),
         colonna_(std::move(colonna)),
@@ -65,12 +65,12 @@ class FakeField : public host::Field {
   JournalPtr journal_;
   std::string riga_;
   std::string colonna_;
-  std::shared_ptr<const Cursore> cursore_;
+  std::shared_ptr<const Cursor> cursore_;
 };
 
 class FakeFields : public host::Fields {
  public:
-  FakeFields(JournalPtr journal, std::string nome, std::shared_ptr<const Cursore> cursore)
+  FakeFields(JournalPtr journal, std::string nome, std::shared_ptr<const Cursor> cursore)
       : journal_(std::move(journal)), nome_(std::move(nome)), cursore_(std::move(cursore)) {}
   std::shared_ptr<host::Field> Item(std::string_view nome) const override {
     (void)cursore_->Valore(nome);  // an unknown column is refused here
@@ -80,13 +80,13 @@ class FakeFields : public host::Fields {
  private:
   JournalPtr journal_;
   std::string nome_;
-  std::shared_ptr<const Cursore> cursore_;
+  std::shared_ptr<const Cursor> cursore_;
 };
 
 class FakeRecordSet : public host::RecordSet {
  public:
   FakeRecordSet(JournalPtr journal, Righe righe, std::string nome, std::int32_t aperto = 1)
-      : journal_(std::move(journal)), nome_(std::move(nome)), cursore_(std::make_shared<Cursore>()) {
+      : journal_(std::move(journal)), nome_(std::move(nome)), cursore_(std::make_shared<Cursor>()) {
     cursore_->righe = std::move(righe);
     cursore_->aperto = aperto;
   }
@@ -116,7 +116,7 @@ class FakeRecordSet : public host::RecordSet {
  private:
   JournalPtr journal_;
   std::string nome_;
-  std::shared_ptr<Cursore> cursore_;
+  std::shared_ptr<Cursor> cursore_;
 };
 
 class FakeParameter : public host::Parameter {

@@ -85,7 +85,7 @@ TEST_F(Fakes, AnAutomationObjectStandsInTheJournalUntilItIsLetGo) {
 TEST_F(Fakes, MapiLogsOnWhereItShouldAndKeepsTheRecordsOfASend) {
   FakeAmbiente ambiente(journal);
   const auto mapi = ambiente.CreaMapi32();
-  host::ManigliaMapi sessione = 1;
+  host::MapiHandle sessione = 1;
   ambiente.esitoLogonMapi = 3;
   EXPECT_EQ(mapi->MAPILogon(0, "", "", 3, 0, sessione), 3);
   EXPECT_EQ(sessione, 1U);

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "fakes/headless_controls.h"
+#include "fakes/controlli_headless.h"
 #include "text/text.h"
 
 namespace orve::fakes {

@@ -1,7 +1,7 @@
 #include "faults/scene.h"
 
 #include "fakes/headless.h"
-#include "orve-mailserver/addressing/recipients.h"
+#include "orve-mailserver/addressing/destinatari.h"
 
 namespace orve::faults {
 

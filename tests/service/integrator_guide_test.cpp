@@ -12,7 +12,7 @@
 #include "content/body_templates.h"
 #include "fakes/headless.h"
 #include "fakes/servizio_di_prova.h"
-#include "orve-mailserver/addressing/recipients.h"
+#include "orve-mailserver/addressing/destinatari.h"
 #include "places.h"
 #include "text/text.h"
 

@@ -11,7 +11,7 @@
 #include "fakes/errori.h"
 #include "fakes/osservatore_annotato.h"
 #include "fakes/servizio_di_prova.h"
-#include "service/direct_send.h"
+#include "service/invio_diretto.h"
 
 namespace orve {
 namespace {

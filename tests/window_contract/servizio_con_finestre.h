@@ -40,8 +40,8 @@ class CartellaDiProva {
 template <class Finestre>
 class AmbienteConFinestre : public fakes::FakeAmbiente {
  public:
-  template <class Opzioni>
-  explicit AmbienteConFinestre(Opzioni opzioni) : finestre(std::move(opzioni)) {}
+  template <class Options>
+  explicit AmbienteConFinestre(Options opzioni) : finestre(std::move(opzioni)) {}
   std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override {
     return finestre.CreaForm(layout);
   }

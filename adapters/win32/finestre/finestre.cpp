@@ -13,7 +13,7 @@
 namespace orve::adapters::win32::finestre {
 
 struct Finestre::Comune {
-  explicit Comune(OpzioniFinestre scelte)
+  explicit Comune(WindowOptions scelte)
       : opzioni(std::move(scelte)), copie(std::make_shared<CartellaCopie>(opzioni.cartellaCopie)) {}
 
   [[nodiscard]] std::shared_ptr<host::OggettoFile> CreaFile() const {
@@ -21,12 +21,12 @@ struct Finestre::Comune {
                              : std::make_shared<OggettoFile>(copie);
   }
 
-  OpzioniFinestre opzioni;
+  WindowOptions opzioni;
   std::shared_ptr<CartellaCopie> copie;
   std::shared_ptr<forms::FileLasciati> lasciati = std::make_shared<forms::FileLasciati>();
 };
 
-Finestre::Finestre(OpzioniFinestre opzioni) : comune_(std::make_shared<Comune>(std::move(opzioni))) {}
+Finestre::Finestre(WindowOptions opzioni) : comune_(std::make_shared<Comune>(std::move(opzioni))) {}
 Finestre::~Finestre() = default;
 
 std::shared_ptr<host::Form> Finestre::CreaForm(const host::LayoutForm& layout, bool accettaFile) {

@@ -25,7 +25,7 @@ inline constexpr int kPrimoControllo = 1000;
 /// The identifier of the control of that name, compared without case; 0 when the table has none.
 [[nodiscard]] int IdentificatoreDi(const host::LayoutForm& layout, std::string_view nome);
 
-struct OpzioniFinestre {
+struct WindowOptions {
   /// Follows the caption in the title of a window, and is by itself the title of a message without one.
   std::string programma = {};
   /// Where attachments are copied to; empty for the person's temporary folder.
@@ -39,7 +39,7 @@ struct OpzioniFinestre {
 /// as long as this object or any file object that came from it.
 class Finestre {
  public:
-  explicit Finestre(OpzioniFinestre opzioni = {});
+  explicit Finestre(WindowOptions opzioni = {});
   Finestre(const Finestre&) = delete;
   Finestre& operator=(const Finestre&) = delete;
   Finestre(Finestre&&) = delete;

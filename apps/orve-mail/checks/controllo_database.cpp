@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "addressing/account_statements.h"
-#include "addressing/user_context.h"
+#include "addressing/contesto_utente.h"
 #include "channels/channel_traits.h"
-#include "content/html_body.h"
+#include "content/corpo_html.h"
 #include "orve-mail/host/account.h"
 #include "orve-mail/terminal/uscita.h"
 #include "orve-mailserver/host/errore.h"
@@ -88,7 +88,7 @@ std::string Modo(std::int32_t modo) {
                                                                      : "sconosciuto, " + std::to_string(modo);
 }
 
-std::string Descrizione(const TrattiCanale& canale) {
+std::string Descrizione(const ChannelTraits& canale) {
   return std::string(canale.nome) +
          (UsaSendmail(canale.numero) ? ", con il sistema di posta di questa macchina" : "");
 }
@@ -163,7 +163,7 @@ std::string IllegibileDallaFinestra(const host::RecordSet& riga) {
 }  // namespace
 
 bool UsaSendmail(kvEnum_ServizioMail canale) {
-  const TrattiCanale* const tratti = TrattiDi(canale);
+  const ChannelTraits* const tratti = TrattiDi(canale);
   if (tratti == nullptr) return false;
   switch (tratti->consegna) {
     case MezzoConsegna::kControlliMapi:
@@ -273,7 +273,7 @@ ImpostazioniLette ControllaImpostazioni(host::Connection& connessione, Referto& 
     lette.canale = static_cast<kvEnum_ServizioMail>(canale);
     lette.cartella = Testo(*riga, "FW24_PATHTMP");
     lette.conFinestra = modo != kvAutomatico;
-    const TrattiCanale* const tratti = TrattiDi(*lette.canale);
+    const ChannelTraits* const tratti = TrattiDi(*lette.canale);
     if (tratti == nullptr) {
       referto.Errore("impostazioni", "canale sconosciuto: " + std::to_string(canale), rimedio);
       return lette;

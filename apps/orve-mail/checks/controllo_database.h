@@ -9,7 +9,7 @@
 #include "orve-mail/checks/referto.h"
 #include "orve-mail/host/archivio.h"
 #include "orve-mailserver/host/connection.h"
-#include "orve-mailserver/service/enumerations.h"
+#include "orve-mailserver/service/enumerazioni.h"
 
 namespace orve::app {
 

@@ -18,7 +18,7 @@
 #include "orve-mail/checks/legatura_password.h"
 #include "orve-mail/checks/referto.h"
 #include "orve-mail/commands/comandi.h"
-#include "orve-mail/commands/opzioni_invio.h"
+#include "orve-mail/commands/send_options.h"
 #include "orve-mail/host/ambiente.h"
 #include "orve-mailserver/posix/percorsi.h"
 
@@ -47,7 +47,7 @@ class Controllo {
   }
 
  private:
-  [[nodiscard]] adapters::ambiente::Opzioni Opzioni() const {
+  [[nodiscard]] adapters::ambiente::Options Opzioni() const {
     auto opzioni = OpzioniDelProgramma(terminale_, note_);
     opzioni.cartellaBase = CartellaBase(richiesta_.archivio);
     opzioni.directory = CreaDirectory(richiesta_.directory);
@@ -273,7 +273,7 @@ class Controllo {
 void AggiungiControlla(CLI::App& programma, Contesto& contesto) {
   auto* const comando =
       programma.add_subcommand("controlla", "Controlla un'installazione senza inviare nulla");
-  auto opzioni = std::make_shared<OpzioniInvio>();
+  auto opzioni = std::make_shared<SendOptions>();
   AggiungiContesto(*comando, *opzioni);
   AggiungiRete(*comando, *opzioni);
   comando->callback([comando, opzioni, &contesto] {

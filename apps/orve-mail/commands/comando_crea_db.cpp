@@ -37,7 +37,7 @@ Uscita CreaDb(const PosizioneArchivio& posizione, Terminale terminale) {
   const auto chiave = nuova ? NuovaChiave(file) : LeggiChiave(posizione);
   try {
     const adapters::password::SigilloPassword sigillo(chiave);
-    adapters::sqlite::CreaDatabase(db, [&](const adapters::sqlite::PasswordDaCifrare& password) {
+    adapters::sqlite::CreaDatabase(db, [&](const adapters::sqlite::PasswordToEncipher& password) {
       return sigillo.Sigilla(password.chiara, {password.utente, password.server,
                                                static_cast<std::uint16_t>(password.porta), password.cifrata});
     });

@@ -7,17 +7,17 @@
 #include <string_view>
 
 #include "orve-mail/commands/comandi.h"
-#include "orve-mail/commands/opzioni_destinatari.h"
-#include "orve-mail/commands/opzioni_invio.h"
+#include "orve-mail/commands/recipient_options.h"
 #include "orve-mail/commands/riga_di_comando.h"
+#include "orve-mail/commands/send_options.h"
 
 namespace orve::app {
 
 namespace {
 
 struct ArgomentiInvia {
-  OpzioniDestinatari destinatari;
-  OpzioniInvio invio;
+  RecipientOptions destinatari;
+  SendOptions invio;
   std::string modo;
   std::int32_t mittente = 0;
 };

@@ -3,16 +3,16 @@
 #include <memory>
 
 #include "orve-mail/commands/comandi.h"
-#include "orve-mail/commands/opzioni_destinatari.h"
-#include "orve-mail/commands/opzioni_invio.h"
+#include "orve-mail/commands/recipient_options.h"
+#include "orve-mail/commands/send_options.h"
 
 namespace orve::app {
 
 namespace {
 
 struct ArgomentiInviaSmtp {
-  OpzioniDestinatari destinatari;
-  OpzioniInvio invio;
+  RecipientOptions destinatari;
+  SendOptions invio;
   bool silenzioso = false;
 };
 

@@ -7,7 +7,7 @@
 #include <system_error>
 
 #include "orve-mail/commands/comandi.h"
-#include "orve-mail/commands/opzioni_invio.h"
+#include "orve-mail/commands/send_options.h"
 #include "orve-mail/lists/lista.h"
 
 namespace orve::app {
@@ -24,7 +24,7 @@ constexpr const char* kAiutoColonne =
 
 struct ArgomentiLista {
   RichiestaLista lista;
-  OpzioniInvio invio;
+  SendOptions invio;
   std::string modo = "lista";
 };
 

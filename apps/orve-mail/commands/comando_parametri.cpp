@@ -6,11 +6,11 @@
 #include <string_view>
 
 #include "orve-mail/commands/comandi.h"
-#include "orve-mail/commands/opzioni_invio.h"
+#include "orve-mail/commands/send_options.h"
 #include "orve-mail/host/ambiente.h"
 #include "orve-mail/host/finestre.h"
 #include "orve-mail/host/interfaccia_programma.h"
-#include "orve-mailserver/addressing/senders.h"
+#include "orve-mailserver/addressing/mittenti.h"
 #include "orve-mailserver/posix/percorsi.h"
 #include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 
@@ -92,7 +92,7 @@ Uscita Chiedi(const RichiestaInvio& richiesta, Terminale terminale) {
 void AggiungiParametri(CLI::App& programma, Contesto& contesto) {
   auto* const comando = programma.add_subcommand(
       "parametri", "Chiede in una finestra i parametri di un invio a una lista e mostra le risposte");
-  auto opzioni = std::make_shared<OpzioniInvio>();
+  auto opzioni = std::make_shared<SendOptions>();
   AggiungiContesto(*comando, *opzioni);
   comando
       ->add_option("--corpo", opzioni->corpo,

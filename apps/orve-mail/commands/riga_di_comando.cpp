@@ -6,7 +6,7 @@
 #include <exception>
 #include <memory>
 
-#include "ambiente/stringa_connessione.h"
+#include "ambiente/connection_string.h"
 #include "orve-mail/commands/comandi.h"
 #include "orve-mail/host/traccia.h"
 #include "orve-mail/terminal/numeri.h"

@@ -6,8 +6,8 @@
 
 namespace orve::app {
 
-adapters::ambiente::Opzioni OpzioniDelProgramma(Terminale terminale, const OsservazioniPtr& note) {
-  adapters::ambiente::Opzioni opzioni;
+adapters::ambiente::Options OpzioniDelProgramma(Terminale terminale, const OsservazioniPtr& note) {
+  adapters::ambiente::Options opzioni;
   opzioni.programma = "orve-mail";
   opzioni.messaggi = &terminale.errori;
   if (terminale.interattivo) opzioni.risposte = &terminale.ingresso;
@@ -17,7 +17,7 @@ adapters::ambiente::Opzioni OpzioniDelProgramma(Terminale terminale, const Osser
   return opzioni;
 }
 
-void ScegliPermessi(adapters::ambiente::Opzioni& opzioni, const PermessiInChiaro& permessi, bool suOdbc) {
+void ScegliPermessi(adapters::ambiente::Options& opzioni, const PermessiInChiaro& permessi, bool suOdbc) {
   const Rimedi rimedi(suOdbc);
   opzioni.rimedioPassword = rimedi.password;
   opzioni.rimedioCifratura = rimedi.cifratura + ", oppure permetterlo con --password-in-chiaro";
@@ -26,7 +26,7 @@ void ScegliPermessi(adapters::ambiente::Opzioni& opzioni, const PermessiInChiaro
   };
 }
 
-void ScegliAllegati(adapters::ambiente::Opzioni& opzioni, const std::shared_ptr<Allegati>& allegati) {
+void ScegliAllegati(adapters::ambiente::Options& opzioni, const std::shared_ptr<Allegati>& allegati) {
   opzioni.allegati = [allegati](std::string_view percorso) { return allegati->Apri(percorso); };
   opzioni.allegatiNelRegistro = [allegati](const std::string& testo) {
     return allegati->ConPercorsiVeri(testo);

@@ -5,7 +5,7 @@
 #include <system_error>
 #include <utility>
 
-#include "ambiente/stringa_connessione.h"
+#include "ambiente/connection_string.h"
 #include "odbc/odbc_connection.h"
 #include "orve-mail/host/codici.h"
 #include "orve-mail/host/messaggio.h"
@@ -142,7 +142,7 @@ Archivio ApriArchivio(const PosizioneArchivio& posizione) {
 
 std::shared_ptr<SqliteConnection> ApriIncorporato(const PosizioneArchivio& posizione) {
   const std::string file = FileArchivio(posizione);
-  adapters::sqlite::OpzioniSqlite opzioni;
+  adapters::sqlite::SqliteOptions opzioni;
   opzioni.tempoMassimo = posizione.attese.tempoMassimo;
   try {
     return SqliteConnection::Apri(file, opzioni);

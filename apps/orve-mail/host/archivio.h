@@ -23,7 +23,7 @@ struct PosizioneArchivio {
   std::string db = {};        // FILE, sqlite:FILE, or odbc: and a connection string
   std::string chiave = {};    // empty: next to the database file
   std::string registro = {};  // empty: in the embedded database, or next to the key
-  adapters::odbc::OpzioniOdbc attese = {};
+  adapters::odbc::OdbcOptions attese = {};
 };
 
 /// An open database.

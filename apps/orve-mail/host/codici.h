@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "orve-mailserver/service/enumerations.h"
+#include "orve-mailserver/service/enumerazioni.h"
 
 namespace orve::app {
 

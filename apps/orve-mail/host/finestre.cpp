@@ -57,7 +57,7 @@ void RichiediSchermo(const std::string& perche) {
 
 std::shared_ptr<host::Finestre> CreaFinestre(const OsservazioniPtr& note,
                                              std::shared_ptr<Allegati> allegati) {
-  return std::make_shared<adapters::qt::Finestre>(adapters::qt::OpzioniFinestre{
+  return std::make_shared<adapters::qt::Finestre>(adapters::qt::WindowOptions{
       .programma = kProgramma, .creaFile = CreatoreFile(std::move(allegati)), .mostra = [note] {
         ++note->finestreMostrate;
       }});

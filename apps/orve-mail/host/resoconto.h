@@ -7,7 +7,7 @@
 #include "orve-mail/host/osservazioni.h"
 #include "orve-mail/terminal/terminale.h"
 #include "orve-mail/terminal/uscita.h"
-#include "orve-mailserver/service/enumerations.h"
+#include "orve-mailserver/service/enumerazioni.h"
 
 namespace orve::app {
 

@@ -8,10 +8,10 @@
 #include "orve-mail/address-book/rubrica_finestra.h"
 #include "orve-mail/host/account.h"
 #include "orve-mail/host/ambiente.h"
-#include "orve-mail/host/connessione_osservata.h"
 #include "orve-mail/host/finestre.h"
 #include "orve-mail/host/interfaccia_programma.h"
-#include "orve-mailserver/addressing/recipients.h"
+#include "orve-mail/host/observed_connection.h"
+#include "orve-mailserver/addressing/destinatari.h"
 #include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 
 namespace orve::app {
@@ -184,7 +184,7 @@ class Spedizione {
                   [this](const std::string& allegato) { servizio_.AddAllegato(allegato); });
   }
 
-  [[nodiscard]] adapters::ambiente::Opzioni Opzioni(Terminale terminale) const {
+  [[nodiscard]] adapters::ambiente::Options Opzioni(Terminale terminale) const {
     auto opzioni = OpzioniDelProgramma(terminale, note_);
     opzioni.cartellaBase = CartellaBase(richiesta_.archivio);
     opzioni.smtp = richiesta_.smtp;

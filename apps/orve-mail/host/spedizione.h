@@ -20,7 +20,7 @@
 #include "orve-mailserver/host/directory.h"
 #include "orve-mailserver/ldap/ldap_options.h"
 #include "orve-mailserver/mapi/mapi_options.h"
-#include "orve-mailserver/service/enumerations.h"
+#include "orve-mailserver/service/enumerazioni.h"
 #include "orve-mailserver/smtp/smtp_options.h"
 #include "password/chiave.h"
 #include "smtp/connection_pool.h"

@@ -5,7 +5,7 @@
 #include <cerrno>
 
 #include "orve-mail/secrets/file_proprio.h"
-#include "posix/sistema.h"
+#include "posix/system.h"
 
 namespace orve::app {
 

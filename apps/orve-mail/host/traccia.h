@@ -5,7 +5,7 @@
 #include <ostream>
 #include <string>
 
-#include "orve-mailserver/host/sistema.h"
+#include "orve-mailserver/host/system.h"
 
 namespace orve::app {
 

@@ -31,7 +31,7 @@ const char* Difetto(const std::vector<std::string>& campi) {
 }  // namespace
 
 // Appends a block, after dropping what precedes the current row. False at the end.
-bool LettoreCsv::Riempi() {
+bool CsvReader::Riempi() {
   dati_.erase(0, inizio_);
   inizio_ = 0;
   const std::size_t prima = dati_.size();
@@ -43,20 +43,20 @@ bool LettoreCsv::Riempi() {
 }
 
 // The byte at this position of the current row.
-int LettoreCsv::Byte(std::size_t posizione) {
+int CsvReader::Byte(std::size_t posizione) {
   while (inizio_ + posizione >= dati_.size()) {
     if (!Riempi()) return kFine;
   }
   return static_cast<unsigned char>(dati_[inizio_ + posizione]);
 }
 
-void LettoreCsv::Consuma(std::size_t quanti) {
+void CsvReader::Consuma(std::size_t quanti) {
   const auto da = dati_.begin() + static_cast<std::ptrdiff_t>(inizio_);
   riga_ += static_cast<std::size_t>(std::count(da, da + static_cast<std::ptrdiff_t>(quanti), '\n'));
   inizio_ += quanti;
 }
 
-void LettoreCsv::SaltaRigaFisica() {
+void CsvReader::SaltaRigaFisica() {
   for (;;) {
     const std::size_t fine = dati_.find('\n', inizio_);
     if (fine != std::string::npos) return Consuma(fine - inizio_ + 1);
@@ -67,14 +67,14 @@ void LettoreCsv::SaltaRigaFisica() {
 
 // The length of a line end at this position, 0 when there is none; the end of the file counts as one of
 // length 0 and is recognised through Byte.
-std::size_t LettoreCsv::FineRiga(std::size_t posizione) {
+std::size_t CsvReader::FineRiga(std::size_t posizione) {
   const int byte = Byte(posizione);
   if (byte == '\n') return 1;
   return byte == '\r' && Byte(posizione + 1) == '\n' ? 2 : 0;
 }
 
 // The UTF-8 byte-order mark, and the separator of the first row.
-void LettoreCsv::Inizia() {
+void CsvReader::Inizia() {
   constexpr std::string_view kSegno = "\xEF\xBB\xBF";
   if (Byte(kSegno.size() - 1) != kFine && dati_.compare(0, kSegno.size(), kSegno) == 0)
     Consuma(kSegno.size());
@@ -93,7 +93,7 @@ void LettoreCsv::Inizia() {
 }
 
 // Appends what comes before the next of these bytes; returns its position, which may be the end of the file.
-std::size_t LettoreCsv::FinoA(std::string_view fermi, std::size_t posizione, std::string& campo) {
+std::size_t CsvReader::FinoA(std::string_view fermi, std::size_t posizione, std::string& campo) {
   while (Byte(posizione) != kFine) {
     if (posizione > kRigaMassima) throw RigaRotta{"è più lunga di 20 MiB"};
     const std::string_view resto = std::string_view(dati_).substr(inizio_ + posizione);
@@ -106,7 +106,7 @@ std::size_t LettoreCsv::FinoA(std::string_view fermi, std::size_t posizione, std
 }
 
 // Both return the position after the field.
-std::size_t LettoreCsv::CampoConVirgolette(std::size_t posizione, std::string& campo) {
+std::size_t CsvReader::CampoConVirgolette(std::size_t posizione, std::string& campo) {
   std::size_t i = posizione + 1;
   for (;;) {
     i = FinoA("\"", i, campo);
@@ -117,7 +117,7 @@ std::size_t LettoreCsv::CampoConVirgolette(std::size_t posizione, std::string& c
   }
 }
 
-std::size_t LettoreCsv::Campo(std::size_t posizione, std::string& campo) {
+std::size_t CsvReader::Campo(std::size_t posizione, std::string& campo) {
   if (Byte(posizione) == '"') return CampoConVirgolette(posizione, campo);
   const std::array<char, 4> fermi = {separatore_, '\n', '\r', '"'};
   const std::size_t fine = FinoA({fermi.data(), fermi.size()}, posizione, campo);
@@ -127,7 +127,7 @@ std::size_t LettoreCsv::Campo(std::size_t posizione, std::string& campo) {
 }
 
 // The length of the row including its line end.
-std::size_t LettoreCsv::Campi(std::vector<std::string>& campi) {
+std::size_t CsvReader::Campi(std::vector<std::string>& campi) {
   for (std::size_t i = 0;; ++i) {
     if (campi.size() == kCampiMassimi) throw RigaRotta{"ha troppi campi"};
     i = Campo(i, campi.emplace_back());
@@ -138,7 +138,7 @@ std::size_t LettoreCsv::Campi(std::vector<std::string>& campi) {
   }
 }
 
-bool LettoreCsv::Prossimo(RecordCsv& record) {
+bool CsvReader::Prossimo(CsvRecord& record) {
   if (separatore_ == '\0') Inizia();
   while (const std::size_t vuota = FineRiga(0)) Consuma(vuota);
   record.riga = riga_;

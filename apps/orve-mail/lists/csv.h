@@ -14,7 +14,7 @@
 
 namespace orve::app {
 
-struct RecordCsv {
+struct CsvRecord {
   std::size_t riga = 0;  // the line of the file on which the row begins, from 1
   std::vector<std::string> campi;
   std::string errore;  // why the row is malformed ("è ...", "ha ..."), for a person; `campi` is then empty
@@ -25,15 +25,15 @@ struct RecordCsv {
 /// The separator is ";" when the first row has one outside quotes, else ",". A row is malformed if its quotes
 /// are wrong, it has a lone carriage return outside quotes, a NUL, invalid UTF-8 or more than 1000 fields, or
 /// it is longer than kRigaMassima. Memory holds one row at a time.
-class LettoreCsv {
+class CsvReader {
  public:
   static constexpr std::size_t kRigaMassima = std::size_t{20} * 1024 * 1024;  // bytes
 
   /// `flusso` must outlive the reader and be positioned at its beginning.
-  explicit LettoreCsv(std::istream& flusso) : flusso_(flusso) {}
+  explicit CsvReader(std::istream& flusso) : flusso_(flusso) {}
 
   /// The next row. False at the end. Raises std::ios_base::failure when the stream cannot be read.
-  [[nodiscard]] bool Prossimo(RecordCsv& record);
+  [[nodiscard]] bool Prossimo(CsvRecord& record);
 
  private:
   [[nodiscard]] int Byte(std::size_t posizione);

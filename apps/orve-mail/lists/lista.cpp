@@ -14,15 +14,15 @@
 #include "orve-mail/lists/esiti_lista.h"
 #include "orve-mail/lists/interruzione.h"
 #include "orve-mail/lists/lista_righe.h"
-#include "orve-mailserver/host/sistema.h"
-#include "posix/sistema.h"
+#include "orve-mailserver/host/system.h"
+#include "posix/system.h"
 
 namespace orve::app {
 
 namespace {
 
 std::string NuovaLista() {
-  const std::optional<host::Guid> guid = adapters::posix::GeneratoreGuid().CreaGuid();
+  const std::optional<host::Guid> guid = adapters::posix::GuidGenerator().CreaGuid();
   if (!guid) throw ErroreProgramma(Uscita::kNonUtilizzabile, "Il sistema non dà identificatori");
   const auto& b = guid->byte;
   std::array<char, 40> testo{};

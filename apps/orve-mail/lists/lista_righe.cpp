@@ -113,7 +113,7 @@ void RigheLista::Ricomincia() {
   LeggiIntestazione();
 }
 
-bool RigheLista::Leggi(RecordCsv& record) try {
+bool RigheLista::Leggi(CsvRecord& record) try {
   return lettore_->Prossimo(record);
 } catch (const std::ios_base::failure&) {
   throw ErroreProgramma(Uscita::kFileMancante, file_ + ": errore di lettura");
@@ -125,7 +125,7 @@ void RigheLista::LeggiIntestazione() {
   };
   lettore_.emplace(flusso_);
   colonne_.clear();
-  RecordCsv record;
+  CsvRecord record;
   if (!Leggi(record)) errata("il file è vuoto");
   if (!record.errore.empty()) errata("la riga " + std::to_string(record.riga) + " " + record.errore);
   std::array<bool, kQuante> presenti{};
@@ -151,7 +151,7 @@ void RigheLista::LeggiIntestazione() {
 }
 
 bool RigheLista::Prossima(RigaLista& riga) {
-  RecordCsv record;
+  CsvRecord record;
   if (!Leggi(record)) return false;
   riga = {};
   riga.riga = record.riga;

@@ -45,12 +45,12 @@ class RigheLista {
 
  private:
   void LeggiIntestazione();
-  [[nodiscard]] bool Leggi(RecordCsv& record);
+  [[nodiscard]] bool Leggi(CsvRecord& record);
   void Interpreta(const std::vector<std::string>& campi, RigaLista& riga) const;
 
   std::string file_;
   std::ifstream flusso_;
-  std::optional<LettoreCsv> lettore_;
+  std::optional<CsvReader> lettore_;
   std::vector<std::size_t> colonne_;  // for each position in a row, which of the known columns it is
 };
 

@@ -27,13 +27,13 @@ namespace orve {
 
 /// The list; its items are shared with whoever asks for them, and never absent.
 template <class T>
-class ORVE_API ListaConChiavi {
+class ORVE_API KeyedList {
  public:
   /// One item; sharing it keeps it alive after its removal.
   using Item = std::shared_ptr<T>;
 
   /// Walks the items in the order in which they were added; `end()` is wherever the list ends at that moment.
-  class Iteratore {
+  class Iterator {
    public:
     ///@{
     /// What the standard library asks of an iterator.
@@ -44,45 +44,45 @@ class ORVE_API ListaConChiavi {
     using reference = Item;
     ///@}
 
-    Iteratore() = default;
+    Iterator() = default;
     /// At a position, from 0; the list must outlive the iterator.
-    Iteratore(const ListaConChiavi& lista, std::size_t posizione) : lista_(&lista), posizione_(posizione) {}
+    Iterator(const KeyedList& lista, std::size_t posizione) : lista_(&lista), posizione_(posizione) {}
     /// The item shares ownership, so it outlives its removal. Must not be called at the end.
     [[nodiscard]] Item operator*() const { return lista_->voci_[posizione_].item; }
     /// The next item, whatever has changed meanwhile.
-    Iteratore& operator++() {
+    Iterator& operator++() {
       ++posizione_;
       return *this;
     }
     /// The next item; returns where it was.
-    Iteratore operator++(int) {
-      Iteratore prima = *this;
+    Iterator operator++(int) {
+      Iterator prima = *this;
       ++posizione_;
       return prima;
     }
     /// Whether both are at the same position, or both at the end.
-    friend bool operator==(const Iteratore& a, const Iteratore& b) {
+    friend bool operator==(const Iterator& a, const Iterator& b) {
       return a.posizione_ == b.posizione_ || (a.AllaFine() && b.AllaFine());
     }
 
    private:
     [[nodiscard]] bool AllaFine() const { return !lista_ || posizione_ >= lista_->voci_.size(); }
-    const ListaConChiavi* lista_ = nullptr;
+    const KeyedList* lista_ = nullptr;
     std::size_t posizione_ = 0;
   };
 
   /// What a for-each loop walks; it must not outlive the list.
-  class Enumeratore {
+  class Enumerator {
    public:
     /// Over this list.
-    explicit Enumeratore(const ListaConChiavi& lista) : lista_(&lista) {}
+    explicit Enumerator(const KeyedList& lista) : lista_(&lista) {}
     /// The first item.
-    [[nodiscard]] Iteratore begin() const { return lista_->begin(); }
+    [[nodiscard]] Iterator begin() const { return lista_->begin(); }
     /// Past the last.
-    [[nodiscard]] Iteratore end() const { return lista_->end(); }
+    [[nodiscard]] Iterator end() const { return lista_->end(); }
 
    private:
-    const ListaConChiavi* lista_;
+    const KeyedList* lista_;
   };
 
   /// Appends the item; an empty key means no key. Raises 457 when the key is already present; whatever it
@@ -120,9 +120,9 @@ class ORVE_API ListaConChiavi {
   [[nodiscard]] std::int32_t Count() const { return static_cast<std::int32_t>(voci_.size()); }
 
   /// The first item, in the order in which they were added.
-  [[nodiscard]] Iteratore begin() const { return {*this, 0}; }
+  [[nodiscard]] Iterator begin() const { return {*this, 0}; }
   /// Past the last.
-  [[nodiscard]] Iteratore end() const { return {*this, static_cast<std::size_t>(-1)}; }
+  [[nodiscard]] Iterator end() const { return {*this, static_cast<std::size_t>(-1)}; }
 
  private:
   struct Voce {

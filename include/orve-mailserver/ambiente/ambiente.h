@@ -43,7 +43,7 @@ namespace orve::adapters::ambiente {
 
 /// What a host chooses; as it stands, SMTP and the machine's own mail system with the defaults of each, and
 /// nobody who reads messages.
-struct ORVE_API Opzioni {
+struct ORVE_API Options {
   /// Names windows, messages and the folder of temporary files: not empty, and without `/` and backslashes.
   std::string programma = "orve-mailserver";
   /// The folder, as a Unix path, that a relative configured path starts from; empty: the current one at
@@ -106,7 +106,7 @@ class ORVE_API AmbientePronto : public host::Ambiente {
  public:
   /// Raises 5 for a name that is none, 13 for a register that is not an embedded database, and what the
   /// system says when there is no current folder.
-  explicit AmbientePronto(Opzioni opzioni = {});
+  explicit AmbientePronto(Options opzioni = {});
   ~AmbientePronto() override;
   AmbientePronto(const AmbientePronto&) = delete;
   AmbientePronto& operator=(const AmbientePronto&) = delete;

@@ -13,13 +13,13 @@
 namespace orve::adapters::ambiente {
 
 /// Who works on a database, and for how long it is waited for.
-struct ORVE_API OpzioniDatabase {
+struct ORVE_API DatabaseOptions {
   /// The application user to whom a connection to the embedded database belongs; none: nobody. A server
   /// identifies the user by the application's own procedure.
   std::optional<std::int32_t> utente = {};
   /// How long logins and statements may take; the embedded database keeps to the latter, and waits as long
   /// for a lock.
-  odbc::OpzioniOdbc attese = {};
+  odbc::OdbcOptions attese = {};
 };
 
 /// An open connection for one thread at a time, which closes with its last owner. `dove`: FILE or
@@ -27,7 +27,7 @@ struct ORVE_API OpzioniDatabase {
 /// own server. Raises 5 for a connection string without that word before it, else the number and the text of
 /// the engine or driver, never with a password.
 [[nodiscard]] ORVE_API std::shared_ptr<host::Connection> ApriDatabase(const std::string& dove,
-                                                                      const OpzioniDatabase& opzioni = {});
+                                                                      const DatabaseOptions& opzioni = {});
 
 /// The source of the error for a register that somebody else may have planted.
 inline constexpr const char* kRegistroAltrui = "ApriRegistro";

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "orve-mailserver/api.h"
-#include "orve-mailserver/host/automazione.h"
+#include "orve-mailserver/host/automation.h"
 #include "orve-mailserver/host/cifratore_password.h"
 #include "orve-mailserver/host/componente_smtp.h"
 #include "orve-mailserver/host/controlli.h"
@@ -23,7 +23,7 @@
 #include "orve-mailserver/host/record_set_scollegato.h"
 #include "orve-mailserver/host/registro_invio.h"
 #include "orve-mailserver/host/risolutore_percorsi.h"
-#include "orve-mailserver/host/sistema.h"
+#include "orve-mailserver/host/system.h"
 
 namespace orve::host {
 

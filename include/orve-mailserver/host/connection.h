@@ -15,7 +15,7 @@
 namespace orve::host {
 
 /// The option of Connection::Execute.
-enum OpzioneComando : std::int32_t {
+enum CommandOption : std::int32_t {
   kComandoNonIndicato = -1,  ///< no command type given
   kComandoTesto = 1,         ///< a text command
   kProceduraMemorizzata = 4  ///< a stored procedure, for Command::CommandType

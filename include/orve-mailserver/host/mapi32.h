@@ -50,24 +50,23 @@ struct ORVE_API MapiFile {
 };
 
 /// A window or session handle; 0 is none.
-using ManigliaMapi = std::uintptr_t;
+using MapiHandle = std::uintptr_t;
 
 /// Each function returns 0 on success, else one of the library's error numbers.
 class ORVE_API Mapi32 : public Oggetto {
  public:
   /// Opens a session and writes its handle into `sessione`. flags: 1 the logon dialog is allowed, 2 a new
   /// session. An empty profile is the default one.
-  virtual std::int32_t MAPILogon(ManigliaMapi finestra, const std::string& profilo,
-                                 const std::string& password, std::int32_t flags, std::int32_t riservato,
-                                 ManigliaMapi& sessione) = 0;
+  virtual std::int32_t MAPILogon(MapiHandle finestra, const std::string& profilo, const std::string& password,
+                                 std::int32_t flags, std::int32_t riservato, MapiHandle& sessione) = 0;
   /// Sends one message; the counts in its record say how many of the arrays' records are used. Session 0 lets
   /// the library use the one that is open. flags 0: no dialog.
-  virtual std::int32_t BMAPISendMail(ManigliaMapi sessione, ManigliaMapi finestra, MapiMessage& messaggio,
+  virtual std::int32_t BMAPISendMail(MapiHandle sessione, MapiHandle finestra, MapiMessage& messaggio,
                                      const std::vector<MapiRecip>& destinatari,
                                      const std::vector<MapiFile>& file, std::int32_t flags,
                                      std::int32_t riservato) = 0;
   /// Closes a session; flags and the reserved number are 0.
-  virtual std::int32_t MAPILogoff(ManigliaMapi sessione, ManigliaMapi finestra, std::int32_t flags,
+  virtual std::int32_t MAPILogoff(MapiHandle sessione, MapiHandle finestra, std::int32_t flags,
                                   std::int32_t riservato) = 0;
   /// What the library itself can tell of its last call.
   [[nodiscard]] virtual FineConsegna Fine() const { return {}; }

@@ -8,7 +8,7 @@
 namespace orve::adapters::odbc {
 
 /// The options.
-struct ORVE_API OpzioniOdbc {
+struct ORVE_API OdbcOptions {
   /// How long the login may take. The driver is told so; one that does not keep to it is abandoned after
   /// twice that time plus a second. From one second to a day.
   std::chrono::seconds attesaAccesso{15};

@@ -22,7 +22,7 @@ namespace orve::adapters::qt {
 ORVE_API void AssicuraApplicazione();
 
 /// What a program may choose; nothing has to be.
-struct ORVE_API OpzioniFinestre {
+struct ORVE_API WindowOptions {
   /// Follows the caption in the title of a window, and is by itself the title of a message without one.
   std::string programma = {};
   /// Where attachments are copied to; empty for the system's temporary folder.
@@ -41,7 +41,7 @@ struct ORVE_API OpzioniFinestre {
 class ORVE_API Finestre : public host::Finestre {
  public:
   /// Starts nothing yet.
-  explicit Finestre(OpzioniFinestre opzioni = {});
+  explicit Finestre(WindowOptions opzioni = {});
   Finestre(const Finestre&) = delete;
   Finestre& operator=(const Finestre&) = delete;
   Finestre(Finestre&&) = delete;

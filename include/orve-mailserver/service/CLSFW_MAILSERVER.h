@@ -13,14 +13,14 @@
 #include <optional>
 #include <string>
 
-#include "orve-mailserver/addressing/recipients.h"
-#include "orve-mailserver/addressing/senders.h"
+#include "orve-mailserver/addressing/destinatari.h"
+#include "orve-mailserver/addressing/mittenti.h"
 #include "orve-mailserver/api.h"
 #include "orve-mailserver/host/connection.h"
 #include "orve-mailserver/host/interfaccia_host.h"
 #include "orve-mailserver/host/manager_rubrica.h"
 #include "orve-mailserver/host/variant.h"
-#include "orve-mailserver/service/enumerations.h"
+#include "orve-mailserver/service/enumerazioni.h"
 
 namespace orve {
 

@@ -51,7 +51,7 @@ std::int32_t NumeroDi(const std::function<void()>& azione) {
 
 std::string Creato(const support::TempDir& cartella, const std::string& nome) {
   std::string file = (cartella.Path() / nome).string();
-  sqlite::CreaDatabase(file, [](const sqlite::PasswordDaCifrare& /*password*/) { return "sigillata"; });
+  sqlite::CreaDatabase(file, [](const sqlite::PasswordToEncipher& /*password*/) { return "sigillata"; });
   return file;
 }
 
@@ -98,7 +98,7 @@ class FinestreFinte : public host::Finestre {
 };
 
 // The number of the SMTP component after a delivery with a login to a port where nobody listens.
-std::int32_t ConLogin(const Opzioni& opzioni, const std::string& password) {
+std::int32_t ConLogin(const Options& opzioni, const std::string& password) {
   AmbientePronto pronto(opzioni);
   const auto componente = pronto.CreaComponenteSmtp();
   componente->ServerAddr("127.0.0.1");
@@ -187,7 +187,7 @@ TEST(AmbientePronto, WithoutAToolkitNoWindowCanBeMade) {
 TEST(AmbientePronto, ALoginWithoutEncryptionNeedsAPermissionForThatServer) {
   EXPECT_EQ(ConLogin({}, "segreta"), kLoginFallito);
   std::string chiesto;
-  const Opzioni permesso{.passwordInChiaro = [&](const std::string& server, std::uint16_t porta) {
+  const Options permesso{.passwordInChiaro = [&](const std::string& server, std::uint16_t porta) {
     chiesto = server + ":" + std::to_string(porta);
     return true;
   }};
@@ -199,7 +199,7 @@ TEST(AmbientePronto, ASealedPasswordNeedsItsKey) {
   const support::TempDir cartella;
   const std::string file = (cartella.Path() / "chiave").string();
   password::Chiave::Nuova().Scrivi(file);
-  Opzioni opzioni{.chiave = LeggiChiave(file), .passwordInChiaro = [](const auto&, auto) { return true; }};
+  Options opzioni{.chiave = LeggiChiave(file), .passwordInChiaro = [](const auto&, auto) { return true; }};
   const std::string sigillata =
       password::SigilloPassword(opzioni.chiave).Sigilla("segreta", {"fatture", "127.0.0.1", 1, false});
   EXPECT_NE(ConLogin(opzioni, sigillata), kLoginFallito);
@@ -210,7 +210,7 @@ TEST(AmbientePronto, ASealedPasswordNeedsItsKey) {
 
 TEST(AmbientePronto, ThePasswordThatTheHostOpensItselfIsHeldBackToo) {
   int aperta = 0;
-  Opzioni opzioni;
+  Options opzioni;
   opzioni.smtp.openPassword = [&](const smtp::Target& meta) {
     ++aperta;
     EXPECT_EQ(meta.host, "127.0.0.1");

@@ -20,15 +20,15 @@ class LibreriaMapi : public Posta {
   std::shared_ptr<MailSystem> system = System(Recorder());
   Mapi32 mapi{system};
 
-  host::ManigliaMapi Logon() {
-    host::ManigliaMapi session = 0;
+  host::MapiHandle Logon() {
+    host::MapiHandle session = 0;
     EXPECT_EQ(mapi.MAPILogon(0, "", "", 3, 0, session), 0) << mapi.Fine().motivo;
     return session;
   }
 };
 
 TEST_F(LibreriaMapi, ASessionIsOpenedUsedAndClosedOnce) {
-  const host::ManigliaMapi session = Logon();
+  const host::MapiHandle session = Logon();
   EXPECT_NE(session, 0U);
   EXPECT_EQ(Records().Send(mapi, session), 0) << mapi.Fine().motivo;
   EXPECT_EQ(mapi.MAPILogoff(session, 0, 0, 0), 0);
@@ -41,14 +41,14 @@ TEST_F(LibreriaMapi, ASessionIsOpenedUsedAndClosedOnce) {
 TEST_F(LibreriaMapi, LogoffWithoutLogonIsAnInvalidSession) {
   EXPECT_EQ(mapi.MAPILogoff(0, 0, 0, 0), kInvalidSession);
   EXPECT_EQ(mapi.MAPILogoff(815, 0, 0, 0), kInvalidSession);
-  const host::ManigliaMapi session = Logon();
-  EXPECT_EQ(mapi.MAPILogoff(session + (host::ManigliaMapi{1} << 32U), 0, 0, 0), kInvalidSession);
+  const host::MapiHandle session = Logon();
+  EXPECT_EQ(mapi.MAPILogoff(session + (host::MapiHandle{1} << 32U), 0, 0, 0), kInvalidSession);
   EXPECT_EQ(mapi.MAPILogoff(session, 0, 0, 0), 0);
 }
 
 TEST_F(LibreriaMapi, TwoSessionsAreTwo) {
-  const host::ManigliaMapi first = Logon();
-  const host::ManigliaMapi second = Logon();
+  const host::MapiHandle first = Logon();
+  const host::MapiHandle second = Logon();
   EXPECT_NE(first, second);
   EXPECT_EQ(mapi.MAPILogoff(first, 0, 0, 0), 0);
   EXPECT_EQ(Records().Send(mapi, first), kInvalidSession);
@@ -64,14 +64,14 @@ TEST_F(LibreriaMapi, SessionZeroNeedsNoneToBeOpen) {
 
 TEST_F(LibreriaMapi, LogonFailsWithoutAMailSystemAndLeavesTheHandleAlone) {
   Mapi32 elsewhere(System(File("manca")));
-  host::ManigliaMapi session = 7;
+  host::MapiHandle session = 7;
   EXPECT_EQ(elsewhere.MAPILogon(0, "", "", 3, 0, session), kLoginFailure);
   EXPECT_EQ(session, 7U);
   EXPECT_THAT(elsewhere.Fine().motivo, HasSubstr("non esiste"));
 }
 
 TEST_F(LibreriaMapi, AProfileByNameIsUnknown) {
-  host::ManigliaMapi session = 0;
+  host::MapiHandle session = 0;
   EXPECT_EQ(mapi.MAPILogon(0, "Outlook", "segreta", 3, 0, session), kLoginFailure);
   EXPECT_EQ(mapi.Fine().motivo, "Profilo di posta sconosciuto");
 }

@@ -61,7 +61,7 @@ void Records::Attach(const std::string& path, const std::string& name) {
   message.FileCount = static_cast<std::int32_t>(files.size());
 }
 
-std::int32_t Records::Send(Mapi32& mapi, host::ManigliaMapi session) {
+std::int32_t Records::Send(Mapi32& mapi, host::MapiHandle session) {
   return mapi.BMAPISendMail(session, 0, message, recipients, files, 0, 0);
 }
 

@@ -56,7 +56,7 @@ struct Records {
   void Add(std::int32_t kind, const std::string& name, const std::string& address = "");
   void Attach(const std::string& path, const std::string& name = "");
   /// Through session 0.
-  std::int32_t Send(Mapi32& mapi, host::ManigliaMapi session = 0);
+  std::int32_t Send(Mapi32& mapi, host::MapiHandle session = 0);
 };
 
 /// A control with an open session and a message for one recipient.

@@ -489,7 +489,7 @@ class CampiSpeciali : public FinestraVera {
  protected:
   CampiSpeciali()
       : FinestraVera(
-            [](OpzioniFinestre opzioni) { return std::make_shared<AmbienteConCampi>(std::move(opzioni)); }) {}
+            [](WindowOptions opzioni) { return std::make_shared<AmbienteConCampi>(std::move(opzioni)); }) {}
 };
 
 TEST_F(CampiSpeciali, EachOfThemIsAPlaceholderThatTheLibraryFills) {

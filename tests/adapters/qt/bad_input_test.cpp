@@ -218,7 +218,7 @@ TEST_F(IngressoOstile, AFileThatVanishesBetweenAttachingAndRemovingIsRemovedAllT
 class FileCheSparisce : public FinestraVera {
  protected:
   FileCheSparisce()
-      : FinestraVera([](OpzioniFinestre opzioni) {
+      : FinestraVera([](WindowOptions opzioni) {
           opzioni.vaCopiato = [](const std::string& percorso) { return std::filesystem::remove(percorso); };
           return std::make_shared<AmbienteConFinestre>(std::move(opzioni));
         }) {}

@@ -19,9 +19,8 @@ SottoLaFinestra::SottoLaFinestra(const CreaAmbiente& crea)
                      .vaCopiato = [this](const std::string&) { return vaCopiato; }})) {}
 
 FinestraVera::FinestraVera()
-    : FinestraVera([](OpzioniFinestre opzioni) {
-        return std::make_shared<AmbienteConFinestre>(std::move(opzioni));
-      }) {}
+    : FinestraVera(
+          [](WindowOptions opzioni) { return std::make_shared<AmbienteConFinestre>(std::move(opzioni)); }) {}
 
 FinestraVera::FinestraVera(const CreaAmbiente& crea) : SottoLaFinestra(crea), ServizioConFinestre(ambiente) {}
 

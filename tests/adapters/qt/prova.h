@@ -32,7 +32,7 @@ using AmbienteConFinestre = window_contract::AmbienteConFinestre<Finestre>;
 
 /// What the service of FinestraVera is over.
 struct SottoLaFinestra {
-  using CreaAmbiente = std::function<std::shared_ptr<AmbienteConFinestre>(OpzioniFinestre)>;
+  using CreaAmbiente = std::function<std::shared_ptr<AmbienteConFinestre>(WindowOptions)>;
   explicit SottoLaFinestra(const CreaAmbiente& crea);
 
   CartellaDiProva cartella;

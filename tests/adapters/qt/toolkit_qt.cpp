@@ -170,7 +170,7 @@ class ToolkitQt final : public window_contract::Toolkit {
  private:
   CartellaDiProva cartella_;
   bool copiato_ = false;
-  std::shared_ptr<AmbienteConFinestre> ambiente_ = std::make_shared<AmbienteConFinestre>(OpzioniFinestre{
+  std::shared_ptr<AmbienteConFinestre> ambiente_ = std::make_shared<AmbienteConFinestre>(WindowOptions{
       .cartellaCopie = cartella_.Radice(), .vaCopiato = [this](const std::string&) { return copiato_; }});
   Regia regia_;
 };

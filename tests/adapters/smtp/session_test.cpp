@@ -34,7 +34,7 @@ struct Delivery {
   int written = 0;
   std::optional<ErrorNumber> failure;
 
-  void To(const ScriptedServer& server, const Session::Pastime& pastime = {}) {
+  void To(const ScriptedServer& server, const Session::Meanwhile& work = {}) {
     Session session(std::make_shared<const SmtpOptions>(Quick()),
                     {"127.0.0.1", static_cast<std::uint16_t>(server.Port()), false, "", ""});
     try {
@@ -47,7 +47,7 @@ struct Delivery {
           },
           [&] {
             ++meanwhile;
-            if (pastime) pastime();
+            if (work) work();
           });
     } catch (const DeliveryFailure& failed) {
       failure = failed.Number();

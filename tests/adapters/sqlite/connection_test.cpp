@@ -239,7 +239,7 @@ TEST_F(SqliteConnectionTest, AsManyValuesAsParametersAreWanted) {
 }
 
 TEST_F(SqliteConnectionTest, AStatementThatNeverEndsIsStopped) {
-  OpzioniSqlite opzioni;
+  SqliteOptions opzioni;
   opzioni.tempoMassimo = std::chrono::milliseconds(200);
   const auto breve = SqliteConnection::Apri(percorso, opzioni);
   const auto errore = ErroreDi([&] {

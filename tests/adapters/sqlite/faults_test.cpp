@@ -30,7 +30,7 @@ void Scrivi(const std::string& percorso, const std::string& contenuto) {
 class Faults : public ConDatiDiProva {
  protected:
   static std::shared_ptr<SqliteConnection> ApriImpaziente(const std::string& file, milliseconds attesa) {
-    OpzioniSqlite opzioni;
+    SqliteOptions opzioni;
     opzioni.attesaBlocco = attesa;
     return SqliteConnection::Apri(file, opzioni);
   }
@@ -76,7 +76,7 @@ TEST_F(Faults, ALockedFileCannotBeOpenedWithinTheTimeOut) {
 }
 
 TEST_F(Faults, AConnectionForReadingReadsAndRefusesToWrite) {
-  OpzioniSqlite opzioni;
+  SqliteOptions opzioni;
   opzioni.solaLettura = true;
   const auto lettura = SqliteConnection::Apri(percorso, opzioni);
   EXPECT_FALSE(lettura->Execute(kImpostazioni, 1)->Eof());

@@ -17,7 +17,7 @@ namespace orve::adapters::sqlite {
 using posix::CartellaDiProva;
 
 /// A cipher that a test can undo in its head.
-inline std::string CifraDiProva(const PasswordDaCifrare& password) {
+inline std::string CifraDiProva(const PasswordToEncipher& password) {
   return {password.chiara.rbegin(), password.chiara.rend()};
 }
 

@@ -6,10 +6,10 @@
 
 #include "adapters/sqlite/prova.h"
 #include "addressing/accounts.h"
+#include "addressing/contesto_utente.h"
 #include "addressing/recipient_lookup.h"
-#include "addressing/user_context.h"
-#include "content/html_body.h"
-#include "content/management_events.h"
+#include "content/corpo_html.h"
+#include "content/eventi_gestionali.h"
 #include "fakes/fake_ambiente.h"
 #include "fakes/servizio_aperto.h"
 #include "orve-mailserver/service/CLSFW_MAILSERVER.h"

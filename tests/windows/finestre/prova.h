@@ -35,7 +35,7 @@ struct SottoLaFinestra {
   Programma programma;
   CartellaDiProva cartella;
   bool vaCopiato = false;  // what Posizione says of every file
-  std::shared_ptr<AmbienteConFinestre> ambiente = std::make_shared<AmbienteConFinestre>(OpzioniFinestre{
+  std::shared_ptr<AmbienteConFinestre> ambiente = std::make_shared<AmbienteConFinestre>(WindowOptions{
       .cartellaCopie = cartella.Radice(), .vaCopiato = [this](const std::string&) { return vaCopiato; }});
 };
 

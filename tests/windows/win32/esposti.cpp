@@ -457,7 +457,7 @@ ULONG WINAPI Logon(ULONG_PTR finestra, LPSTR profilo, LPSTR password, ULONG flag
                    ULONG_PTR* sessione) {
   const auto mapiFinta = mapi.lock();
   if (!mapiFinta) return kNonRiuscito;
-  host::ManigliaMapi maniglia = *sessione;
+  host::MapiHandle maniglia = *sessione;
   const auto esito = mapiFinta->MAPILogon(finestra, profilo, password, static_cast<std::int32_t>(flags),
                                           static_cast<std::int32_t>(riservato), maniglia);
   *sessione = maniglia;

@@ -129,15 +129,15 @@ class Mapi32Test : public testing::Test {
 };
 
 TEST_F(Mapi32Test, TheLogonGivesTheSessionsHandleInItsFullWidth) {
-  host::ManigliaMapi sessione = 0;
+  host::MapiHandle sessione = 0;
   EXPECT_EQ(mapi.MAPILogon(0, "Società", "chiave", 3, 0, sessione), 0);
   EXPECT_EQ(arrivato.logon, "0|Societ\xE0|chiave|3|0");
-  EXPECT_EQ(sessione, static_cast<host::ManigliaMapi>(0x1234567890LL));
+  EXPECT_EQ(sessione, static_cast<host::MapiHandle>(0x1234567890LL));
 }
 
 TEST_F(Mapi32Test, ARefusedLogonGivesTheLibrarysNumberAndNoSession) {
   arrivato.esito = 3;
-  host::ManigliaMapi sessione = 0;
+  host::MapiHandle sessione = 0;
   EXPECT_EQ(mapi.MAPILogon(0, "", "", 3, 0, sessione), 3);
   EXPECT_EQ(sessione, 0U);
 }

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "apps/orve-mail/prova_intera.h"
-#include "posix/sistema.h"
+#include "posix/system.h"
 #include "support/ldap_server.h"
 #include "support/patience.h"
 #include "support/scripted_server.h"

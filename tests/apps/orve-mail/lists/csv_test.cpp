@@ -44,9 +44,9 @@ std::ostream& operator<<(std::ostream& out, const Letto& letto) {
 
 std::vector<Letto> Leggi(const std::string& testo) {
   std::istringstream flusso(testo);
-  LettoreCsv lettore(flusso);
+  CsvReader lettore(flusso);
   std::vector<Letto> righe;
-  for (RecordCsv record; lettore.Prossimo(record);)
+  for (CsvRecord record; lettore.Prossimo(record);)
     righe.push_back({record.riga, record.campi, record.errore});
   return righe;
 }
@@ -164,7 +164,7 @@ INSTANTIATE_TEST_SUITE_P(
                 {{1, {}, "contiene un byte nullo"}, {2, {}, "contiene un byte nullo"}}}),
     [](const auto& caso) { return caso.param.nome; });
 
-TEST(LettoreCsv, FieldsOfAMegabyteArriveWhole) {
+TEST(CsvReader, FieldsOfAMegabyteArriveWhole) {
   const std::string lungo(1'000'000, 'x');
   const auto righe = Leggi("a,b\n" + lungo + ",\"" + lungo + "\n\"\"\"\n1,2\n");
   ASSERT_THAT(righe, SizeIs(3));
@@ -172,15 +172,15 @@ TEST(LettoreCsv, FieldsOfAMegabyteArriveWhole) {
   EXPECT_EQ(righe[2], (Letto{4, {"1", "2"}, ""}));
 }
 
-TEST(LettoreCsv, ALineWithoutEndIsRefusedAndLeft) {
-  const std::string senzaFine(LettoreCsv::kRigaMassima + 200'000, 'x');
+TEST(CsvReader, ALineWithoutEndIsRefusedAndLeft) {
+  const std::string senzaFine(CsvReader::kRigaMassima + 200'000, 'x');
   const auto righe = Leggi("a\n" + senzaFine + "\n1\n");
   ASSERT_THAT(righe, SizeIs(3));
   EXPECT_EQ(righe[1], (Letto{2, {}, "è più lunga di 20 MiB"}));
   EXPECT_EQ(righe[2], (Letto{3, {"1"}, ""}));
 }
 
-TEST(LettoreCsv, ARowOfNothingButSeparatorsTakesNoMemory) {
+TEST(CsvReader, ARowOfNothingButSeparatorsTakesNoMemory) {
   const auto righe = Leggi("a\n" + std::string(5'000'000, ',') + "\n1\n");
   ASSERT_THAT(righe, SizeIs(3));
   EXPECT_EQ(righe[1], (Letto{2, {}, "ha troppi campi"}));
@@ -188,7 +188,7 @@ TEST(LettoreCsv, ARowOfNothingButSeparatorsTakesNoMemory) {
 }
 
 // Each missing quote is searched for no further than the next one.
-TEST(LettoreCsv, ManyMissingQuotesAreReadInOnePass) {
+TEST(CsvReader, ManyMissingQuotesAreReadInOnePass) {
   std::string testo = "a,b\n";
   for (int i = 0; i < 100'000; ++i) testo += "\"x,y\n";
   const auto righe = Leggi(testo);
@@ -199,7 +199,7 @@ TEST(LettoreCsv, ManyMissingQuotesAreReadInOnePass) {
   }
 }
 
-TEST(LettoreCsv, MemoryDoesNotGrowWithTheRows) {
+TEST(CsvReader, MemoryDoesNotGrowWithTheRows) {
   struct Ripetuto : std::streambuf {  // a hundred megabytes that are stored nowhere
     std::string riga = "cliente;1001;" + std::string(1000, 'x') + "\n";
     int volte = 0;
@@ -210,8 +210,8 @@ TEST(LettoreCsv, MemoryDoesNotGrowWithTheRows) {
     }
   } molte;
   std::istream flusso(&molte);
-  LettoreCsv lettore(flusso);
-  RecordCsv record;
+  CsvReader lettore(flusso);
+  CsvRecord record;
   ASSERT_TRUE(lettore.Prossimo(record));
   const long prima = MemoriaMassima();
   const std::size_t inUso = MemoriaInUso();
@@ -228,13 +228,13 @@ TEST(LettoreCsv, MemoryDoesNotGrowWithTheRows) {
   }
 }
 
-TEST(LettoreCsv, AStreamThatCannotBeReadIsToldFromItsEnd) {
+TEST(CsvReader, AStreamThatCannotBeReadIsToldFromItsEnd) {
   struct Rotto : std::streambuf {
     int underflow() override { throw std::runtime_error("disco"); }
   } rotto;
   std::istream flusso(&rotto);
-  LettoreCsv lettore(flusso);
-  RecordCsv record;
+  CsvReader lettore(flusso);
+  CsvRecord record;
   EXPECT_THROW(static_cast<void>(lettore.Prossimo(record)), std::ios_base::failure);
 }
 

@@ -9,7 +9,7 @@
 #include <filesystem>
 
 #include "apps/orve-mail/prova_intera.h"
-#include "orve-mail/commands/opzioni_directory.h"
+#include "orve-mail/commands/directory_options.h"
 #include "orve-mail/secrets/memoria.h"
 
 namespace orve::app {
@@ -105,7 +105,7 @@ TEST(Memoria, AVariableThatWasReadIsGoneFromWhereItStood) {
 
 TEST(Memoria, ThePasswordOfTheDirectoryIsGoneFromTheEnvironmentThatItCameIn) {
   CLI::App comando;
-  OpzioniDirectory opzioni;
+  DirectoryOptions opzioni;
   AggiungiDirectory(comando, opzioni);
   opzioni.server = "ldaps://directory.example";
   opzioni.utente = "cn=lettore";
