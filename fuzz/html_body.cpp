@@ -80,6 +80,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       readable ? Document(body, WithoutBlanksAtTheEnd(font), stored) + WithoutBlanksAtTheEnd(signature)
                : Document(body, "", 0);
   RequireSame(CorpoHTMLConFirma(inside.contesto, inside.oggetti, body), wanted,
-              "the document and the signature behind it");
+              "the document and the signature after it");
   return 0;
 }

@@ -113,7 +113,7 @@ void CheckHeaders(const Message& message, const std::string& received) {
   auto names = HeaderNames(received);
   Require(names.size() > wanted.size(), "the content has its headers");
   for (std::size_t i = wanted.size(); i < names.size(); ++i) {
-    Require(names[i].starts_with("Content-"), "behind them stand the content's headers alone");
+    Require(names[i].starts_with("Content-"), "after them stand only the content's headers");
   }
   names.resize(wanted.size());
   Require(names == wanted, "the headers are those that the message should have");

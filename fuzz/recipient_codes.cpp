@@ -34,7 +34,7 @@ struct Bench {
 };
 
 /// Everything after the first marker, searched byte by byte.
-bool Behind(const std::string& text, const std::string& marker, std::string& found) {
+bool After(const std::string& text, const std::string& marker, std::string& found) {
   for (std::size_t i = 0; i + marker.size() <= text.size(); ++i) {
     if (text.compare(i, marker.size(), marker) != 0) continue;
     found = text.substr(i + marker.size());
@@ -45,14 +45,14 @@ bool Behind(const std::string& text, const std::string& marker, std::string& fou
 
 std::string Certified(const std::string& text) {
   std::string rest;
-  Behind(text, "<*pec*>", rest);
+  After(text, "<*pec*>", rest);
   return rest;
 }
 
 std::string Ordinary(const std::string& text) {
   std::string mail;
   std::string certified;
-  const bool thrownAway = Behind(text, "<***>", mail) && Behind(mail, "<*pec*>", certified);
+  const bool thrownAway = After(text, "<***>", mail) && After(mail, "<*pec*>", certified);
   return thrownAway ? std::string() : mail;
 }
 

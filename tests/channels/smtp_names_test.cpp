@@ -22,7 +22,7 @@ TEST(QuotaNome, QuotesByWhereACommaStands) {
       {"no comma", "Mario Rossi", "Mario Rossi"},
       {"comma inside", "Rossi, Mario", "\"Rossi, Mario\""},
       {"comma at the second character", "R,", "\"R,\""},
-      {"comma behind an accented first character", "È,x", "\"È,x\""},
+      {"comma after an accented first character", "È,x", "\"È,x\""},
       {"comma last", "Rossi,", "\"Rossi,\""},
       {"only a comma", ",", ","},
       {"commas first and later", ",Rossi,", "\",Rossi,\""},

@@ -336,7 +336,7 @@ TEST_F(ConsegnaSmtp, TheAttachmentsJoinedByTheirCount) {
        host::Variant::Array{"", "b"},
        "b",
        {"smtp.AddAttachment ", "smtp.AddAttachment b"}},
-      {"an empty path behind leaves one",
+      {"an empty path after it leaves one",
        host::Variant::Array{"a", ""},
        "a|",
        {"smtp.AddAttachment a", "smtp.AddAttachment "}},

@@ -259,7 +259,7 @@ TEST(FormattaCampoLog, FitsATextToItsColumn) {
       {"exact", "abcde", 5, "abcde"},
       {"cut", "abcdefg", 5, "abcde"},
       {"trimmed on both sides", "  ab  ", 5, "ab   "},
-      {"cut behind the trim", "  abcdefg", 5, "abcde"},
+      {"cut after the trim", "  abcdefg", 5, "abcde"},
       {"accents are one character each", "èèè", 5, "èèè  "},
       {"accents are not cut in half", "èèèèèè", 5, "èèèèè"},
       {"blanks only", "   ", 5, "     "},

@@ -180,7 +180,7 @@ TEST_F(InvioDallaFinestra, OneBadAddressInAnyBoxKeepsTheWindowOpen) {
       {"a bracket that only closes", "a@x.example>", "", "", false},
       {"a bracket that only opens", "Anna<a@x.example", "", "", false},
       {"empty brackets", "Anna<>", "", "", false},
-      {"a blank behind the separator", "Anna<a@x.example>; Bea<b@x.example>", "", "", true},
+      {"a blank after the separator", "Anna<a@x.example>; Bea<b@x.example>", "", "", true},
       {"a good address among other words", "scrivere a a@x.example grazie", "", "", true},
       {"blind copies only", "", "", "n@x.example", true},
   };
@@ -429,13 +429,13 @@ struct CasoAggiorna {
 TEST_F(CaselleDelForm, ChosenAddressesAreWrittenInTheSameSyntax) {
   const CasoAggiorna casi[] = {
       {"into an empty box", "", "Anna", "a@x.example", "Anna<a@x.example>"},
-      {"behind what stands there", "b@x.example", "Anna", "a@x.example", "b@x.example;Anna<a@x.example>"},
+      {"after what stands there", "b@x.example", "Anna", "a@x.example", "b@x.example;Anna<a@x.example>"},
       {"several, each with the name", "", "Acme", "a@x.example;b@x.example",
        "Acme<a@x.example>;Acme<b@x.example>"},
       {"empty parts are left out", "", "Acme", ";a@x.example;;b@x.example;",
        "Acme<a@x.example>;Acme<b@x.example>"},
       {"nothing but separators", "", "Acme", ";;", ""},
-      {"nothing but separators, behind something", "b@x.example", "Acme", ";", "b@x.example;"},
+      {"nothing but separators, after something", "b@x.example", "Acme", ";", "b@x.example;"},
       {"no address", "", "Acme", "", "Acme<>"},
       {"no name", "", "", "a@x.example", "<a@x.example>"},
       {"there already", "Anna<a@x.example>", "Anna", "a@x.example", "Anna<a@x.example>;Anna<a@x.example>"},

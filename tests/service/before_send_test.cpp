@@ -161,7 +161,7 @@ TEST_F(EventoPrimaDelInvio, TheLenientReaderTakesEveryForm) {
   const CasoVoce casi[] = {
       {"name and address", "Anna<a@x.example>", {"Anna<a@x.example>/0"}},
       {"bare address first", "a@x.example", {"<a@x.example>/0"}},
-      {"bare address behind a named item takes its name",
+      {"bare address after a named item takes its name",
        "Anna<a@x.example>;b@x.example",
        {"Anna<a@x.example>/0", "Anna<b@x.example>/0"}},
       {"no closing bracket", "Anna<a@x.example", {"Anna<a@x.example>/0"}},
@@ -174,7 +174,7 @@ TEST_F(EventoPrimaDelInvio, TheLenientReaderTakesEveryForm) {
       {"separator at the end", "Anna<a@x.example>;", {"Anna<a@x.example>/0"}},
       {"an empty address is skipped but leaves its name", "Zeno<>;b@x.example", {"Zeno<b@x.example>/0"}},
       {"the name is not trimmed", "Anna <a@x.example>", {"Anna <a@x.example>/0"}},
-      {"text behind the closing bracket is lost", "Anna<a@x.example> (casa)", {"Anna<a@x.example>/0"}},
+      {"text after the closing bracket is lost", "Anna<a@x.example> (casa)", {"Anna<a@x.example>/0"}},
       {"accents", "Nicolò<n@x.example>", {"Nicolò<n@x.example>/0"}},
   };
   for (const auto& caso : casi) {

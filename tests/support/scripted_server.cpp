@@ -240,7 +240,7 @@ bool ScriptedServer::Conversation::PlayStep(const Step& step) {
   }
   ::close(connection_);
   connection_ = -1;
-  if (&step != &script_.back()) Complain("steps stand behind the end of the connection");
+  if (&step != &script_.back()) Complain("steps stand after the end of the connection");
   return false;
 }
 
@@ -250,7 +250,7 @@ void ScriptedServer::Conversation::AwaitEnd() {
     if (line == "QUIT") {
       Reply("221 Fine");
     } else {
-      Complain("behind the script came: " + line);
+      Complain("after the script came: " + line);
     }
   }
 }

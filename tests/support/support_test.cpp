@@ -61,7 +61,7 @@ TEST(ScriptedServer, ComplainsOfACommandThatNeverComes) {
 TEST(ScriptedServer, ComplainsOfACommandTooMany) {
   ScriptedServer server({On("UNO", "250 a")});
   Talk(server.Port(), "UNO\r\nDUE\r\n");
-  EXPECT_EQ(server.Complaint(), "behind the script came: DUE\n");
+  EXPECT_EQ(server.Complaint(), "after the script came: DUE\n");
 }
 
 TEST(ScriptedServer, ComplainsOfATornMessageAndOfAClosedOne) {

@@ -534,7 +534,7 @@ TEST_F(MessageWriter, AFileThatHasVanishedEndsTheWriting) {
     bytes += piece;
   });
   EXPECT_EQ(number, 53);
-  EXPECT_EQ(bytes.find("--\r\n"), std::string::npos) << "a torso was closed like a whole message";
+  EXPECT_EQ(bytes.find("--\r\n"), std::string::npos) << "a truncated message was closed like a whole message";
 }
 
 TEST_F(MessageWriter, AFileThatShrinksMeanwhileEndsTheWriting) {

@@ -684,9 +684,9 @@ TEST(KeptConnection, IsDroppedWhenAFileBreaksOffInTheMiddleOfAMessage) {
   Pool pool = NewPool();
   EXPECT_EQ(Send(server.Port16(), pool), -1);
   {
-    const auto torso = Message(server.Port16(), pool);
-    torso->AddAttachment(file);
-    EXPECT_EQ(Sent(*torso), 5);
+    const auto truncated = Message(server.Port16(), pool);
+    truncated->AddAttachment(file);
+    EXPECT_EQ(Sent(*truncated), 5);
   }
   EXPECT_EQ(Send(server.Port16(), pool), -1);
   pool.reset();

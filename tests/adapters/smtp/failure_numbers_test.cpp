@@ -359,7 +359,7 @@ TEST_F(LargeMessage, AServerThatDropsTheConnectionInTheMiddleEndsTheDelivery) {
   EXPECT_EQ(server.Complaint(), "");
 }
 
-TEST_F(LargeMessage, AFileThatVanishesAfterAttachingLeavesNoTorso) {
+TEST_F(LargeMessage, AFileThatVanishesAfterAttachingLeavesNoTruncatedMessage) {
   const auto vanish = [this] { std::filesystem::remove(large_); };
   ScriptedServer server(kRoadHello + kRoadEnvelope + Script{On("DATA", vanish, "354 avanti"), BrokenBody()});
   const auto component = MessageFor({}, server, Quick());
@@ -369,7 +369,7 @@ TEST_F(LargeMessage, AFileThatVanishesAfterAttachingLeavesNoTorso) {
   EXPECT_EQ(server.Complaint(), "");
 }
 
-TEST_F(LargeMessage, AFileThatShrinksWhileItLeavesLeavesNoTorso) {
+TEST_F(LargeMessage, AFileThatShrinksWhileItLeavesLeavesNoTruncatedMessage) {
   const auto shrink = [this] { std::filesystem::resize_file(large_, 1000); };
   ScriptedServer server(kRoadHello + kRoadEnvelope + Script{On("DATA", "354 avanti"), BrokenBody(shrink)});
   const auto component = MessageFor({}, server, Quick());

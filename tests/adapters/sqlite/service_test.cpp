@@ -153,7 +153,7 @@ TEST_F(ServiceOnSqlite, LoadsTheDefaultAccountOfUserOrCompany) {
        "smtp.arvenia.example|587|info@arvenia.example|Arvenia Distribuzione S.p.A."},
       {"an ordinary default only, certified: the company's", 3, 1, true,
        "pec.arvenia.example|465|arvenia@pec.arvenia.example|Arvenia Distribuzione S.p.A."},
-      {"the other company, blanks behind its server", 4, 2, false,
+      {"the other company, blanks after its server", 4, 2, false,
        "smtp.collefiorito.example|25|ordini@collefiorito.example|Società Agricola Colle Fiorito S.r.l."},
       {"nothing on the server: the defaults", 6, 1, false, "localhost|25||Senza indirizzo"},
       {"no company", 4, 9, false, "|0||"},

@@ -134,8 +134,8 @@ TEST_F(Esiti, AHalfWrittenFirstHalfIsAsIfItHadNeverBeen) {
 }
 
 TEST_F(Esiti, AHalfWrittenLineOfARowThatWasNeverHandedOverIsDropped) {
-  for (const std::string& torso : {std::string("3;;;;malf"), "3;" + kUna.substr(0, 32) + ";x;;fallito"}) {
-    cartella.Write("lista.esito", Riga(torso));
+  for (const std::string& truncated : {std::string("3;;;;malf"), "3;" + kUna.substr(0, 32) + ";x;;fallito"}) {
+    cartella.Write("lista.esito", Riga(truncated));
     const EsitiLista esiti(File(), "LISTA-2");
     EXPECT_FALSE(esiti.Cerca(3));
     EXPECT_EQ(Testo(), kTitoli);
