@@ -125,7 +125,7 @@ void ConsegnaConMAPI(Messaggio& messaggio, const Impostazioni& impostazioni, Con
   const auto mapi = CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaMapi32, "MAPI32.DLL");
   host::MapiHandle sessione = 0;
   auto& libreria = host::Richiesto(mapi);
-  Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaIniziata, MezzoConsegna::kMapi32);
+  Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaIniziata, kvMAPI);
   const std::int32_t accesso = libreria.MAPILogon(0, "", "", kDialogoDiAccesso | kNuovaSessione, 0, sessione);
   if (accesso != kSuccesso) {
     Riferisci(*oggetti.ambiente, [&](Osservatore& o) { o.SessioneNegata(accesso, libreria.Fine()); });

@@ -114,7 +114,7 @@ void ConsegnaConOutlook(Messaggio& messaggio, const Impostazioni& impostazioni, 
   if (oggetti.ObjRegistroInvio) oggetti.ObjRegistroInvio->TipoCanale(TipoCanaleDi(messaggio));
   const std::string mittente = MittenteDiOutlook(host::Richiesto(oggetti.objOutlookApp));
   oggetti.objOutlookItem = oggetti.objOutlookApp->createItem(kElementoDiPosta);
-  Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaIniziata, MezzoConsegna::kOutlook);
+  Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaIniziata, kvOutlook);
   host::Richiesto(oggetti.objOutlookItem).ReadReceiptRequested(account.ReadReceipt);
   oggetti.objOutlookAllegati = oggetti.objOutlookItem->attachments();
   std::string allegati;
@@ -132,6 +132,18 @@ void ConsegnaConOutlook(Messaggio& messaggio, const Impostazioni& impostazioni, 
 }
 
 }  // namespace
+
+void AvviaOutlook(Oggetti& oggetti) {
+  const auto segnala = [&oggetti](const host::Errore&) {
+    oggetti.objOutlookApp.reset();
+    MostraMessaggio(oggetti, "Errore in creazione istanza di Outlook", host::kCritico,
+                    "ORVE_MAILSERVER: CLSFW_MAILSERVER: GetImpostazioni");
+  };
+  SegnalaErrori(segnala, [&] {
+    oggetti.objOutlookApp =
+        CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaOutlook, "Outlook.Application");
+  });
+}
 
 void SendWithOutlook(Messaggio& messaggio, const Impostazioni& impostazioni, const Account& account,
                      Contesto& contesto, Esito& esito, Oggetti& oggetti) {

@@ -115,7 +115,7 @@ void ConsegnaConSimpleMAPI(Messaggio& messaggio, const Impostazioni& impostazion
     oggetti.objMapiMessages->Compose();
   }
   // Prepared for the window already; the delivery begins here.
-  Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaIniziata, MezzoConsegna::kControlliMapi);
+  Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaIniziata, kvSimpleMAPI);
   ComponiDestinatariSimpleMAPI(messaggio, *oggetti.objMapiMessages);
   const auto corpoMail = [&] { return GetCorpoMail(messaggio, impostazioni, contesto, oggetti); };
   const std::string corpo = corpoMail();
@@ -135,6 +135,20 @@ void ConsegnaConSimpleMAPI(Messaggio& messaggio, const Impostazioni& impostazion
 }
 
 }  // namespace
+
+void ApriSessioneMapi(Oggetti& oggetti) {
+  oggetti.objMapiSession =
+      CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaMAPISession, "MSMAPI.MAPISession");
+  host::Richiesto(oggetti.objMapiSession).DownLoadMail(false);
+  oggetti.objMapiSession->NewSession(true);
+  oggetti.objMapiSession->SignOn();
+  oggetti.MapiSessionID = oggetti.objMapiSession->SessionID();
+}
+
+void ChiudiSessioneMapi(Oggetti& oggetti) {
+  IgnoraErrori([&] { host::Richiesto(oggetti.objMapiSession).SignOff(); });
+  oggetti.objMapiSession.reset();
+}
 
 void PreparaMessaggioSimpleMAPI(Oggetti& oggetti) {
   oggetti.objMapiMessages = CreaControllo(*oggetti.ambiente);

@@ -10,6 +10,11 @@
 
 namespace orve {
 
+/// Signs on to a new session. Raises what the control raises.
+void ApriSessioneMapi(Oggetti& oggetti);
+/// Signs off and releases the session, if there is one. Never raises.
+void ChiudiSessioneMapi(Oggetti& oggetti);
+
 /// A new message in the controls, under the session signed on to. Raises what the controls raise.
 void PreparaMessaggioSimpleMAPI(Oggetti& oggetti);
 

@@ -23,13 +23,6 @@ namespace orve {
 void SendWithSmtp(Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
                   Contesto& contesto, Esito& esito, Oggetti& oggetti);
 
-/// The name between double quotes when it has a comma at the second character or later; otherwise as it is.
-[[nodiscard]] std::string QuotaNome(const std::string& nome);
-
-/// The name between double quotes, "<", the address, ">". A name that is all blanks counts as none; the two
-/// double quotes are written all the same.
-[[nodiscard]] std::string ComponiMittente(const std::string& nome, const std::string& indirizzo);
-
 /// Register lines and events for what the component answered; `mittente` is what the register is told of the
 /// way of sending. Nothing without a register.
 void RegistraEsitoSmtp(const Messaggio& messaggio, const Impostazioni& impostazioni, const Contesto& contesto,

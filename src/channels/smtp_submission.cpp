@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "channels/elenchi_destinatari.h"
+#include "channels/account_channel.h"
 #include "content/corpo_html.h"
 #include "service/failures.h"
 #include "service/guards.h"
@@ -74,9 +74,9 @@ host::EsitoConsegna EsitoSmtp(const host::ComponenteSmtp& componente, const host
 
 }  // namespace
 
-std::shared_ptr<host::ComponenteSmtp> CreaComponente(const Oggetti& oggetti) {
+std::shared_ptr<host::ComponenteSmtp> CreaComponente(const Oggetti& oggetti, kvEnum_ServizioMail canale) {
   auto componente = CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaComponenteSmtp, "ComponenteSmtp");
-  Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaIniziata, MezzoConsegna::kComponenteSmtp);
+  Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaIniziata, canale);
   return componente;
 }
 
@@ -111,17 +111,8 @@ host::Variant InviaMailConSSL(const Account& account, const Contesto& contesto, 
 
 std::string AddAdditionalAttachmentSMTP(const Messaggio& messaggio, const Oggetti& oggetti,
                                         const std::shared_ptr<host::ComponenteSmtp>& componente) {
-  std::string elenco;
-  SegnalaErrori(PerAvviso(oggetti, "ORVE_MAIL:CLSFW_MAILSERVER: AddAdditionalAttachmentSMTP"), [&] {
-    if (messaggio.vElencoAllegati.IsEmpty()) return;
-    for (const auto& allegato : messaggio.vElencoAllegati.ToArray()) {
-      const std::string percorso = allegato.ToText();
-      auto& smtp = host::Richiesto(componente);
-      Allega(*oggetti.ambiente, percorso, [&] { smtp.AddAttachment(percorso); });
-      AccodaPercorso(elenco, percorso);
-    }
-  });
-  return elenco;
+  return AllegaConAvviso(messaggio, oggetti, "ORVE_MAIL:CLSFW_MAILSERVER: AddAdditionalAttachmentSMTP",
+                         componente, &host::ComponenteSmtp::AddAttachment);
 }
 
 }  // namespace orve

@@ -7,6 +7,7 @@
 
 #include "orve-mailserver/host/componente_smtp.h"
 #include "orve-mailserver/host/variant.h"
+#include "orve-mailserver/service/enumerazioni.h"
 #include "service/account.h"
 #include "service/contesto.h"
 #include "service/messaggio.h"
@@ -35,8 +36,9 @@ struct SmtpSubmission {
                                             const std::shared_ptr<host::ComponenteSmtp>& componente,
                                             const SmtpSubmission& messaggio);
 
-/// Creates the component of one message.
-[[nodiscard]] std::shared_ptr<host::ComponenteSmtp> CreaComponente(const Oggetti& oggetti);
+/// Creates the component of one message, which the observer is told goes over this channel.
+[[nodiscard]] std::shared_ptr<host::ComponenteSmtp> CreaComponente(const Oggetti& oggetti,
+                                                                   kvEnum_ServizioMail canale);
 
 /// Whether this GetLastError says that the message was delivered.
 [[nodiscard]] bool Riuscito(const host::Variant& risultato);

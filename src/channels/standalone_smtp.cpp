@@ -10,6 +10,7 @@
 
 #include "addressing/accounts.h"
 #include "addressing/address_list.h"
+#include "channels/account_channel.h"
 #include "channels/elenchi_destinatari.h"
 #include "channels/righe_invio.h"
 #include "channels/smtp_channel.h"
@@ -69,7 +70,7 @@ void ConsegnaDaSola(Messaggio& messaggio, const Impostazioni& impostazioni, Acco
   ComponiElenchiDaSola(messaggio, elenchi);
   if (impostazioni.FlagBcc) elenchi.cc.append(account.vSenderAddress);
   const std::string mittente = ComponiMittente(account.vSenderName, account.vSenderAddress);
-  const auto componente = CreaComponente(oggetti);
+  const auto componente = CreaComponente(oggetti, kvSMTPSSLMail);
   static_cast<void>(AddAdditionalAttachmentSMTP(messaggio, oggetti, componente));
   const std::string testo = corpo.empty() ? GetCorpoMail(messaggio, impostazioni, contesto, oggetti)
                                           : CompilaTestoMail(messaggio, contesto, oggetti, corpo);

@@ -98,7 +98,7 @@ void FRMFW_MAILPARAMS::OffriAccount() {
   CMB_TIPO->Visible(true);
   CMB_ACCOUNT->Visible(true);
   CHK_READ->Visible(true);
-  CHK_DELIVERY->Visible(true);
+  CHK_DELIVERY->Visible(HaTratto(Servizio().SrvMailInstallato, &ChannelTraits::ricevutaDiConsegna));
   CMB_TIPO->AddItemData("Mail", 0);
   CMB_TIPO->AddItemData("Pec", 1);
   CMB_TIPO->SelezionaPosizione(0);  // loads the accounts of this kind

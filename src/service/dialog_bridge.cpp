@@ -49,41 +49,9 @@ void PreparaRubrica(const Oggetti& oggetti, FRMRW_OPZMAIL& form) {
   }
 }
 
-bool OffriMittente(const Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
-                   Contesto& contesto, const Oggetti& oggetti, host::Form& finestra) {
-  const bool accountFisso = impostazioni.IsInvioMailConParams;
-  Richiesto(finestra.Controlli("FMR_MITTENTE")).Visible(true);
-  if (!LoadAccountsPerUser(messaggio, account, contesto, oggetti, finestra)) return false;
-  Richiesto(finestra.Controlli("CMB_ACCOUNT")).Visible(true);
-  if (accountFisso) Richiesto(finestra.Controlli("CMB_ACCOUNT")).Enabled(false);
-  if (account.vDisableNotifyRead) Richiesto(finestra.Controlli("CHK_RICEVUTA")).Enabled(false);
-  if (account.vDisableNotifyDelivery) Richiesto(finestra.Controlli("CHK_CONSEGNA")).Enabled(false);
-  return true;
-}
-
-// Adapts the window to the channel. False when the person has no account to send from, and has been told so.
-bool PreparaCanale(const Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
-                   Contesto& contesto, const Oggetti& oggetti, FRMRW_OPZMAIL& form) {
-  auto& finestra = form.Finestra();
-  switch (impostazioni.SrvMailInstallato) {
-    case kvSimpleMAPI:
-      NascondiMittente(finestra);
-      form.objOutlook = oggetti.objMapiMessages;
-      return true;
-    case kvOutlook:
-      NascondiMittente(finestra);
-      form.objOutlook_00 = oggetti.objOutlookApp;
-      return true;
-    case kvMAPI:
-      NascondiMittente(finestra);
-      return true;
-    case kvSMTPMail:
-    case kvSMTPSSLMail:
-      return OffriMittente(messaggio, impostazioni, account, contesto, oggetti, finestra);
-    case kvNoMail:
-      break;
-  }
-  return true;
+bool AdattaAlCanale(Interno& interno, FRMRW_OPZMAIL& form) {
+  const ChannelTraits* const canale = TrattiDi(interno.impostazioni.SrvMailInstallato);
+  return canale == nullptr || canale->adattaFinestra == nullptr || canale->adattaFinestra(interno, form);
 }
 
 void RiempiForm(const Messaggio& messaggio, FRMRW_OPZMAIL& form) {
@@ -115,6 +83,18 @@ void NascondiMittente(host::Form& form) {
   form.Height(form.Height() - static_cast<float>(scarto));
 }
 
+bool OffriMittente(const Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
+                   Contesto& contesto, const Oggetti& oggetti, host::Form& form) {
+  const bool accountFisso = impostazioni.IsInvioMailConParams;
+  Richiesto(form.Controlli("FMR_MITTENTE")).Visible(true);
+  if (!LoadAccountsPerUser(messaggio, account, contesto, oggetti, form)) return false;
+  Richiesto(form.Controlli("CMB_ACCOUNT")).Visible(true);
+  if (accountFisso) Richiesto(form.Controlli("CMB_ACCOUNT")).Enabled(false);
+  if (account.vDisableNotifyRead) Richiesto(form.Controlli("CHK_RICEVUTA")).Enabled(false);
+  if (account.vDisableNotifyDelivery) Richiesto(form.Controlli("CHK_CONSEGNA")).Enabled(false);
+  return true;
+}
+
 void ApriForm_OpzInvio(Interno& interno, CLSFW_MAILSERVER& servizio) {
   SegnalaErrori(PerModalita(interno.messaggio, interno.impostazioni, interno.oggetti, "ApriForm_OpzInvio",
                             " ", " ORVE_MAILSERVER: CLSFW_MAILSERVER: ApriForm_OpzInvio"),
@@ -123,8 +103,7 @@ void ApriForm_OpzInvio(Interno& interno, CLSFW_MAILSERVER& servizio) {
                   form.Parent = &servizio;
                   form.ActiveInterface = interno.oggetti.ActiveInterface;
                   PreparaRubrica(interno.oggetti, form);
-                  if (PreparaCanale(interno.messaggio, interno.impostazioni, interno.account,
-                                    interno.contesto, interno.oggetti, form)) {
+                  if (AdattaAlCanale(interno, form)) {
                     RiempiForm(interno.messaggio, form);
                     form.Finestra().Show(host::Form::kModale, nullptr);
                   }

@@ -21,4 +21,10 @@ void ReturnMailParameters(Interno& interno, CLSFW_MAILSERVER& servizio);
 /// for a 16-bit number.
 void NascondiMittente(host::Form& form);
 
+/// Offers the accounts of the user in such a window, on channels that have them. False when there is none,
+/// and the person has been told so. Raises 438 when a control is missing.
+[[nodiscard]] bool OffriMittente(const Messaggio& messaggio, const Impostazioni& impostazioni,
+                                 Account& account, Contesto& contesto, const Oggetti& oggetti,
+                                 host::Form& form);
+
 }  // namespace orve

@@ -1,6 +1,9 @@
 // Birth and death of the service object.
+#include "service/lifecycle.h"
+
 #include <utility>
 
+#include "channels/channel_traits.h"
 #include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "service/guards.h"
 #include "service/interno.h"
@@ -55,8 +58,6 @@ CLSFW_MAILSERVER::CLSFW_MAILSERVER(std::unique_ptr<Interno> interno)
   });
 }
 
-namespace {
-
 // The order in which outside objects are released is visible to them. The ambiente goes last.
 void RilasciaIlResto(Interno& i) {
   i.parametri.Account.reset();
@@ -81,23 +82,14 @@ void RilasciaIlResto(Interno& i) {
   i.messaggio.vCollDestinatari.reset();
 }
 
-}  // namespace
-
 CLSFW_MAILSERVER::~CLSFW_MAILSERVER() {
   Oggetti& oggetti = interno_->oggetti;
   interno_->traccia.Termine();
   oggetti.ObjMessaggi.reset();
   IgnoraErrori([&] { host::Richiesto(oggetti.ObjRegistroInvio).Connessione(nullptr); });
   oggetti.ObjRegistroInvio.reset();
-  if (SrvMailInstallato == kvSimpleMAPI) {
-    IgnoraErrori([&] { host::Richiesto(oggetti.objMapiSession).SignOff(); });
-    oggetti.objMapiSession.reset();
-  } else if (SrvMailInstallato == kvOutlook) {
-    oggetti.objOutlookApp.reset();
-    ConnectionADO.reset();
-    RilasciaIlResto(*interno_);
-    return;
-  }
+  const ChannelTraits* const canale = TrattiDi(SrvMailInstallato);
+  if (canale != nullptr && canale->rilascia != nullptr) canale->rilascia(*interno_);
   vCollDestinatari.reset();
   vCollMittenti.reset();
   ManagerRubrica.reset();

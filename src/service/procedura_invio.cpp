@@ -14,10 +14,6 @@
 #include "addressing/accounts.h"
 #include "addressing/recipient_lookup.h"
 #include "channels/channel_traits.h"
-#include "channels/mapi32_channel.h"
-#include "channels/outlook_channel.h"
-#include "channels/simple_mapi_channel.h"
-#include "channels/smtp_channel.h"
 #include "content/eventi_gestionali.h"
 #include "service/address_check.h"
 #include "service/before_send.h"
@@ -140,15 +136,15 @@ void AvviaProceduraInvio(Interno& interno, CLSFW_MAILSERVER& servizio,
   IgnoraErrori([&] {
     SegnalaErrori(segnala, [&] {
       const Messaggio& messaggio = interno.messaggio;
-      const kvEnum_ServizioMail& canale = interno.impostazioni.SrvMailInstallato;
-      if (canale == kvNoMail) {
+      if (InvioDisabilitato(interno.impostazioni.SrvMailInstallato)) {
         interno.esito.StatoInvio = kvInvioNonImpostato;
         interno.esito.DescrizioneInvio = "Invio mail disabilitato!";
         RegistraRifiuto(interno.impostazioni, interno.contesto, interno.oggetti,
                         {.testo = "Invio mail disabilitato"});
         return;
       }
-      if (canale == kvSimpleMAPI) PreparaMessaggioSimpleMAPI(interno.oggetti);
+      const ChannelTraits* const canale = TrattiDi(interno.impostazioni.SrvMailInstallato);
+      if (canale != nullptr && canale->prepara != nullptr) canale->prepara(interno.oggetti);
       if (messaggio.vCollDestinatari &&
           (messaggio.vCollDestinatari->Count() > 0 || messaggio.FlagInvioDiretto)) {
         InviaACollezione(interno);
@@ -180,28 +176,11 @@ void RegistraNonInviato(const Impostazioni& impostazioni, const Contesto& contes
 }
 
 void ConsegnaAlCanale(Interno& interno) {
-  auto& i = interno;
-  SegnalaErrori(PerModalita(i.messaggio, i.impostazioni, i.oggetti, "InviaMail", "-",
+  SegnalaErrori(PerModalita(interno.messaggio, interno.impostazioni, interno.oggetti, "InviaMail", "-",
                             " in ORVE_MAILSERVER:CLSFW_MAILSERVER - InviaMail"),
-                [&i] {
-                  switch (i.impostazioni.SrvMailInstallato) {
-                    case kvSimpleMAPI:
-                      SendWithSimpleMAPI(i.messaggio, i.impostazioni, i.account, i.contesto, i.esito,
-                                         i.oggetti);
-                      break;
-                    case kvOutlook:
-                      SendWithOutlook(i.messaggio, i.impostazioni, i.account, i.contesto, i.esito, i.oggetti);
-                      break;
-                    case kvMAPI:
-                      SendMailMAPI(i.messaggio, i.impostazioni, i.contesto, i.esito, i.oggetti);
-                      break;
-                    case kvSMTPMail:
-                    case kvSMTPSSLMail:
-                      SendWithSmtp(i.messaggio, i.impostazioni, i.account, i.contesto, i.esito, i.oggetti);
-                      break;
-                    case kvNoMail:
-                      break;
-                  }
+                [&] {
+                  const ChannelTraits* const canale = TrattiDi(interno.impostazioni.SrvMailInstallato);
+                  if (canale != nullptr && canale->consegna != nullptr) canale->consegna(interno);
                 });
 }
 

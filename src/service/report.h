@@ -12,7 +12,6 @@
 namespace orve {
 
 using Osservatore = host::OsservatoreInvio;
-using host::MezzoConsegna;
 
 /// The one place where the observer is called: what it raises ends here, so it cannot change a send. `fatto`
 /// is one of its operations, or takes the observer itself; it also makes the texts that only the observer

@@ -2,21 +2,15 @@
 // mail row of FW24_FAXCONFIG, and the system directories from the path resolver.
 #include "service/settings.h"
 
-#include <string_view>
-
 #include "channels/channel_traits.h"
-#include "service/failures.h"
 #include "service/guards.h"
 #include "service/nvl.h"
-#include "service/report.h"
 
 namespace orve {
 
 namespace {
 
 using host::Leggi;
-
-constexpr std::string_view kChiusura = "ORVE_MAILSERVER: CLSFW_MAILSERVER: GetImpostazioni";
 
 // A null is equal to nothing.
 bool UgualeAUno(const host::Variant& valore) {
@@ -78,49 +72,16 @@ void LeggiImpostazioni(Impostazioni& impostazioni, Account& account, const Conte
   LeggiRigaImpostazioni(impostazioni, account, oggetti, *risultato);
 }
 
-void ApriSessioneMapi(Oggetti& oggetti) {
-  oggetti.objMapiSession =
-      CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaMAPISession, "MSMAPI.MAPISession");
-  host::Richiesto(oggetti.objMapiSession).DownLoadMail(false);
-  oggetti.objMapiSession->NewSession(true);
-  oggetti.objMapiSession->SignOn();
-  oggetti.MapiSessionID = oggetti.objMapiSession->SessionID();
-}
-
-void AvviaOutlook(Oggetti& oggetti) {
-  const auto segnala = [&oggetti](const host::Errore&) {
-    oggetti.objOutlookApp.reset();
-    MostraMessaggio(oggetti, "Errore in creazione istanza di Outlook", host::kCritico,
-                    std::string(kChiusura));
-  };
-  SegnalaErrori(segnala, [&] {
-    oggetti.objOutlookApp =
-        CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaOutlook, "Outlook.Application");
-  });
-}
-
 void CreaOggettoDelCanale(const Impostazioni& impostazioni, Oggetti& oggetti) {
-  const ChannelTraits* const tratti = TrattiDi(impostazioni.SrvMailInstallato);
-  if (tratti == nullptr) return;
-  switch (tratti->consegna) {
-    case MezzoConsegna::kControlliMapi:
-      ApriSessioneMapi(oggetti);
-      break;
-    case MezzoConsegna::kOutlook:
-      AvviaOutlook(oggetti);
-      break;
-    case MezzoConsegna::kNessuno:
-    case MezzoConsegna::kMapi32:
-    case MezzoConsegna::kComponenteSmtp:  // made for each message
-      break;
-  }
+  const ChannelTraits* const canale = TrattiDi(impostazioni.SrvMailInstallato);
+  if (canale != nullptr && canale->crea != nullptr) canale->crea(oggetti);
 }
 
 }  // namespace
 
 void GetImpostazioni(Impostazioni& impostazioni, Account& account, const Contesto& contesto,
                      Oggetti& oggetti) {
-  PassaErrori(kChiusura, [&] {
+  PassaErrori("ORVE_MAILSERVER: CLSFW_MAILSERVER: GetImpostazioni", [&] {
     LeggiImpostazioni(impostazioni, account, contesto, oggetti);
     if (!impostazioni.InvioSMTP) CreaOggettoDelCanale(impostazioni, oggetti);
   });

@@ -11,6 +11,7 @@
 #include <set>
 #include <string>
 
+#include "fakes/servizio_di_prova.h"
 #include "places.h"
 
 namespace orve {
@@ -18,19 +19,34 @@ namespace {
 
 TEST(TrattiDeiCanali, AreOneRowForEachNumber) {
   std::set<std::int32_t> numeri;
-  for (const ChannelTraits& canale : kCanali) {
+  for (const ChannelTraits& canale : Canali()) {
     EXPECT_TRUE(numeri.insert(canale.numero).second) << canale.numero;
     EXPECT_EQ(TrattiDi(canale.numero), &canale);
     EXPECT_FALSE(canale.nome.empty());
-    EXPECT_EQ(canale.firma.empty(), canale.consegna == MezzoConsegna::kNessuno) << canale.nome;
   }
-  EXPECT_EQ(TrattiDi(static_cast<kvEnum_ServizioMail>(5)), nullptr);
-  EXPECT_FALSE(HaAccount(static_cast<kvEnum_ServizioMail>(5)));
+  EXPECT_EQ(TrattiDi(fakes::kNessunCanale), nullptr);
+  EXPECT_FALSE(HaAccount(fakes::kNessunCanale));
+  EXPECT_FALSE(InvioDisabilitato(fakes::kNessunCanale));
 }
 
-TEST(TrattiDeiCanali, OnlyTheSmtpComponentHasAnAccount) {
-  for (const ChannelTraits& canale : kCanali) {
-    EXPECT_EQ(canale.haAccount, canale.consegna == MezzoConsegna::kComponenteSmtp) << canale.nome;
+TEST(TrattiDeiCanali, WhatSendsSignsItsRecordsShapesTheWindowAndGivesReasons) {
+  for (const ChannelTraits& canale : Canali()) {
+    const bool invia = canale.consegna != nullptr;
+    EXPECT_EQ(!canale.firma.empty(), invia) << canale.nome;
+    EXPECT_EQ(canale.adattaFinestra != nullptr, invia) << canale.nome;
+    EXPECT_EQ(!canale.risponde.empty(), invia) << canale.nome;
+    EXPECT_EQ(InvioDisabilitato(canale.numero), !invia) << canale.nome;
+    EXPECT_TRUE(invia || (canale.crea == nullptr && canale.prepara == nullptr && canale.rilascia == nullptr))
+        << canale.nome;
+  }
+}
+
+// Both windows offer the receipt with the accounts, and the server is the account's.
+TEST(TrattiDeiCanali, WithoutAnAccountThereIsNeitherAServerNorADeliveryReceipt) {
+  for (const ChannelTraits& canale : Canali()) {
+    if (canale.haAccount) continue;
+    EXPECT_FALSE(canale.serverDellAccount) << canale.nome;
+    EXPECT_FALSE(canale.ricevutaDiConsegna) << canale.nome;
   }
 }
 
@@ -51,7 +67,7 @@ std::set<std::int32_t> NumeriIn(const std::string& testo) {
 
 std::set<std::int32_t> NumeriDeiCanali() {
   std::set<std::int32_t> numeri;
-  for (const ChannelTraits& canale : kCanali) numeri.insert(canale.numero);
+  for (const ChannelTraits& canale : Canali()) numeri.insert(canale.numero);
   return numeri;
 }
 

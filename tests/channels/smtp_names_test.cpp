@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "channels/smtp_channel.h"
+#include "channels/account_channel.h"
 
 namespace orve {
 namespace {

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "channels/channel_traits.h"
 #include "dialogs/FRMFW_MAILPARAMS.h"
 #include "dialogs/finestra_di_prova.h"
 #include "fakes/errori.h"
@@ -85,6 +86,16 @@ TEST_F(Parametri, OnASmtpChannelEverythingIsOfferedInOrder) {
           "KVL_RESIZEFORM1.RegistraControllo FRM_PARAM|15", "KVL_RESIZEFORM1.RegistraControllo CMD_OK|12",
           "KVL_RESIZEFORM1.RegistraControllo CMD_ANNULLA|12", "FRMFW_MAILPARAMS chiude",
           "FRMFW_MAILPARAMS chiusa"));
+}
+
+TEST_F(Parametri, TheReceiptsAreOfferedWhereTheChannelCanAskForThem) {
+  for (const ChannelTraits& canale : Canali()) {
+    servizio->SrvMailInstallato = canale.numero;
+    ApriParametri([&canale](HeadlessForm& finestra) {
+      EXPECT_EQ(finestra.Vede("CHK_READ"), canale.haAccount) << canale.nome;
+      EXPECT_EQ(finestra.Vede("CHK_DELIVERY"), canale.ricevutaDiConsegna) << canale.nome;
+    });
+  }
 }
 
 TEST_F(Parametri, OnOtherChannelsOnlyAttachmentAndBodyAreOfferedAndTheGapIsClosed) {

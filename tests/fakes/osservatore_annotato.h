@@ -23,9 +23,7 @@ class OsservatoreAnnotato : public host::OsservatoreInvio {
   void OggettoNonCreato(const std::string& oggetto, const host::Errore& errore) override {
     Nota("oggetto non creato " + oggetto + "|" + Mostra(errore));
   }
-  void ConsegnaIniziata(host::MezzoConsegna mezzo) override {
-    Nota("iniziata " + std::to_string(static_cast<int>(mezzo)));
-  }
+  void ConsegnaIniziata(kvEnum_ServizioMail canale) override { Nota("iniziata " + std::to_string(canale)); }
   void SessioneNegata(std::int32_t numero, const host::FineConsegna& fine) override {
     Nota("sessione negata " + std::to_string(numero) + Mostra(fine));
   }

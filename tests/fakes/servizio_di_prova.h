@@ -16,6 +16,9 @@
 
 namespace orve::fakes {
 
+/// The number of no channel, now or later.
+inline constexpr auto kNessunCanale = static_cast<kvEnum_ServizioMail>(99);
+
 class ServizioDiProva : public ::testing::Test {
  protected:
   ServizioDiProva() {

@@ -250,8 +250,7 @@ class Unione : public Invio {
     servizio->BeforeSendMail = [&](auto&, auto& corpo, auto&, auto&, auto&, auto&) {
       visto = {corpo.substr(0, corpo.find('|')), corpo.substr(corpo.find('|') + 1)};
     };
-    servizio->SrvMailInstallato =
-        static_cast<kvEnum_ServizioMail>(99);  // no channel, to see what this procedure leaves
+    servizio->SrvMailInstallato = fakes::kNessunCanale;  // to see what this procedure leaves
     servizio->AvviaProceduraInvio();
     return visto;
   }
@@ -489,8 +488,8 @@ TEST_F(Invio, TheChannelPicksItsProcedure) {
 }
 
 TEST_F(Invio, InviaMailOnADisabledOrUnknownChannelDoesNothing) {
-  for (const std::int32_t canale : {3, 4, -1, 75, 78}) {
-    servizio->SrvMailInstallato = static_cast<kvEnum_ServizioMail>(canale);
+  for (const auto canale : {kvNoMail, fakes::kNessunCanale, static_cast<kvEnum_ServizioMail>(-1)}) {
+    servizio->SrvMailInstallato = canale;
     journal->Svuota();
     servizio->InviaMail();
     EXPECT_THAT(journal->Righe(), IsEmpty()) << canale;

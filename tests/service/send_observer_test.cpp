@@ -86,14 +86,14 @@ const std::string kAnnaNonInviata = "registrata 1|Anna|Anna<anna@x.example>|";
 const std::string kGuasto = "1001 guasto di prova";
 
 const std::vector<CasoOsservato> kCasiOsservati = {
-    {"SmtpSucceeds", kvSMTPSSLMail, Niente, {"iniziata 4", "riuscita|", kAnnaInviata}},
+    {"SmtpSucceeds", kvSMTPSSLMail, Niente, {"iniziata 77", "riuscita|", kAnnaInviata}},
     {"SmtpIsRefused",
      kvSMTPSSLMail,
      [](InvioOsservato& invio) {
        invio.ambiente->risultatoSmtp = 4;
        invio.ambiente->fineConsegna = {"550 no", false};
      },
-     {"iniziata 4", "fallita 4|550 no",
+     {"iniziata 77", "fallita 4|550 no",
       kAnnaNonInviata + "Server si rifiuta di inoltrare mail ad uno o più indirizzi"}},
     {"SmtpLosesTheAnswer",
      kvSMTPSSLMail,
@@ -101,25 +101,26 @@ const std::vector<CasoOsservato> kCasiOsservati = {
        invio.ambiente->risultatoSmtp = 5;
        invio.ambiente->fineConsegna = {"rete interrotta", true};
      },
-     {"iniziata 4", "fallita 5|rete interrotta|incerta",
+     {"iniziata 77", "fallita 5|rete interrotta|incerta",
       kAnnaNonInviata + "Errore nell'invio dati del destinatario"}},
     {"SmtpRaises",
      kvSMTPSSLMail,
      Guasto("smtp.SendMail"),
-     {"iniziata 4", "fallita 1001|guasto di prova|incerta", "messaggio guasto di prova|48",
+     {"iniziata 77", "fallita 1001|guasto di prova|incerta", "messaggio guasto di prova|48",
       kAnnaNonInviata + "Errore di connessione con il server"}},
     {"SmtpAnswersNonsense",
      kvSMTPSSLMail,
      [](InvioOsservato& invio) { invio.ambiente->risultatoSmtp = "boh"; },
-     {"iniziata 4", "fallita 0||incerta", RigaDiLog("SendWithSmtp")}},
+     {"iniziata 77", "fallita 0||incerta", RigaDiLog("SendWithSmtp")}},
     {"SmtpIsRaisedAtBeforeItIsAskedToSend",
      kvSMTPSSLMail,
      Guasto("smtp.Subject"),
-     {"iniziata 4", "messaggio guasto di prova|48", kAnnaNonInviata + "Errore di connessione con il server"}},
+     {"iniziata 77", "messaggio guasto di prova|48",
+      kAnnaNonInviata + "Errore di connessione con il server"}},
     {"SmtpRefusesAFile",
      kvSMTPSSLMail,
      Guasto("smtp.AddAttachment C:\\b.pdf"),
-     {"iniziata 4", "allegato C:\\b.pdf|" + kGuasto, "messaggio guasto di prova|48", "riuscita|",
+     {"iniziata 77", "allegato C:\\b.pdf|" + kGuasto, "messaggio guasto di prova|48", "riuscita|",
       kAnnaInviata}},
     {"SmtpCannotBeCreated",
      kvSMTPSSLMail,
@@ -128,35 +129,35 @@ const std::vector<CasoOsservato> kCasiOsservati = {
     {"TheRegisterRefuses",
      kvSMTPSSLMail,
      Guasto("ObjRegistroInvio.RegistraInvio"),
-     {"iniziata 4", "riuscita|", "non registrata " + kGuasto, RigaDiLog("SendWithSmtp")}},
+     {"iniziata 77", "riuscita|", "non registrata " + kGuasto, RigaDiLog("SendWithSmtp")}},
 
     {"OutlookSucceeds",
      kvOutlook,
      Niente,
-     {"iniziata 2", "riuscita|", "registrata 0|Anna|Anna <anna@x.example>|"}},
+     {"iniziata 1", "riuscita|", "registrata 0|Anna|Anna <anna@x.example>|"}},
     {"OutlookRaises",
      kvOutlook,
      Guasto("MailItem.Send"),
-     {"iniziata 2", "fallita 1001|guasto di prova", RigaDiLog("SendWithOutlook")}},
+     {"iniziata 1", "fallita 1001|guasto di prova", RigaDiLog("SendWithOutlook")}},
     {"OutlookRefusesAFile",
      kvOutlook,
      Guasto("Attachments.Add C:\\a.pdf"),
-     {"iniziata 2", "allegato C:\\a.pdf|" + kGuasto, "riuscita|",
+     {"iniziata 1", "allegato C:\\a.pdf|" + kGuasto, "riuscita|",
       "registrata 0|Anna|Anna <anna@x.example>|"}},
 
-    {"SimpleMapiSucceeds", kvSimpleMAPI, Niente, {"iniziata 1", "riuscita|", kAnnaInviata}},
+    {"SimpleMapiSucceeds", kvSimpleMAPI, Niente, {"iniziata 0", "riuscita|", kAnnaInviata}},
     {"SimpleMapiRefuses",
      kvSimpleMAPI,
      Finisce("MAPIMessages.Send", {"di suo", false}),
-     {"iniziata 1", "fallita 32002|non accettato", kAnnaNonInviata, RigaDiLog("SendWithSimpleMAPI")}},
+     {"iniziata 0", "fallita 32002|non accettato", kAnnaNonInviata, RigaDiLog("SendWithSimpleMAPI")}},
     {"SimpleMapiLosesTheAnswer",
      kvSimpleMAPI,
      Finisce("MAPIMessages.Send", {"di suo", true}),
-     {"iniziata 1", "fallita 32002|non accettato|incerta", kAnnaNonInviata, RigaDiLog("SendWithSimpleMAPI")}},
+     {"iniziata 0", "fallita 32002|non accettato|incerta", kAnnaNonInviata, RigaDiLog("SendWithSimpleMAPI")}},
     {"SimpleMapiRefusesAFile",
      kvSimpleMAPI,
      Guasto("MAPIMessages.AttachmentPathName C:\\b.pdf"),
-     {"iniziata 1", "allegato C:\\b.pdf|" + kGuasto, "riuscita|", kAnnaInviata}},
+     {"iniziata 0", "allegato C:\\b.pdf|" + kGuasto, "riuscita|", kAnnaInviata}},
     {"SimpleMapiCannotBeCreated",
      kvSimpleMAPI,
      Guasto("Ambiente.CreaMAPIMessages"),
@@ -165,26 +166,26 @@ const std::vector<CasoOsservato> kCasiOsservati = {
     {"Mapi32Succeeds",
      kvMAPI,
      Niente,
-     {"iniziata 3", "riuscita|", "messaggio Message sent!|0", kAnnaInviata}},
+     {"iniziata 2", "riuscita|", "messaggio Message sent!|0", kAnnaInviata}},
     {"Mapi32Refuses",
      kvMAPI,
      [](InvioOsservato& invio) {
        invio.ambiente->esitoInvioMapi = 25;
        invio.ambiente->fineConsegna = {"nessun destinatario", false};
      },
-     {"iniziata 3", "fallita 25|nessun destinatario", "messaggio Message not sent! Result = 25|0",
+     {"iniziata 2", "fallita 25|nessun destinatario", "messaggio Message not sent! Result = 25|0",
       kAnnaNonInviata + "FALLITO"}},
     {"Mapi32Raises",
      kvMAPI,
      Guasto("MAPI32.BMAPISendMail"),
-     {"iniziata 3", "fallita 1001|guasto di prova|incerta"}},
+     {"iniziata 2", "fallita 1001|guasto di prova|incerta"}},
     {"Mapi32OpensNoSession",
      kvMAPI,
      [](InvioOsservato& invio) {
        invio.ambiente->esitoLogonMapi = 3;
        invio.ambiente->fineConsegna = {"sendmail non c'è", false};
      },
-     {"iniziata 3", "sessione negata 3|sendmail non c'è", "messaggio Logon failed. Result = 3|0"}},
+     {"iniziata 2", "sessione negata 3|sendmail non c'è", "messaggio Logon failed. Result = 3|0"}},
     {"Mapi32CannotBeCreated",
      kvMAPI,
      Guasto("Ambiente.CreaMapi32"),
@@ -196,21 +197,21 @@ const std::vector<CasoOsservato> kCasiOsservati = {
        invio.journal->Fallisce("MailItem.Send");
        invio.journal->Fallisce("FileSystem.OpenTextFile", {70, "Scripting", "permesso negato"});
      },
-     {"iniziata 2", "fallita 1001|guasto di prova", "log non scritto 70 permesso negato"}},
+     {"iniziata 1", "fallita 1001|guasto di prova", "log non scritto 70 permesso negato"}},
     {"TheLogCannotBeWritten",
      kvOutlook,
      [](InvioOsservato& invio) {
        invio.journal->Fallisce("MailItem.Send");
        invio.journal->Fallisce("TextStream.WriteLine Acme", {61, "Scripting", "disco pieno"});
      },
-     {"iniziata 2", "fallita 1001|guasto di prova", "log non scritto 61 disco pieno"}},
+     {"iniziata 1", "fallita 1001|guasto di prova", "log non scritto 61 disco pieno"}},
     {"TheLogCannotBeClosed",
      kvOutlook,
      [](InvioOsservato& invio) {
        invio.journal->Fallisce("MailItem.Send");
        invio.journal->Fallisce("TextStream.Close", {61, "Scripting", "disco pieno"});
      },
-     {"iniziata 2", "fallita 1001|guasto di prova", RigaDiLog("SendWithOutlook"),
+     {"iniziata 1", "fallita 1001|guasto di prova", RigaDiLog("SendWithOutlook"),
       "log non scritto 61 disco pieno"}},
     {"ThereIsNoFileSystem",
      kvOutlook,
@@ -218,14 +219,14 @@ const std::vector<CasoOsservato> kCasiOsservati = {
        invio.journal->Fallisce("MailItem.Send");
        invio.journal->Fallisce("Ambiente.CreaFileSystem");
      },
-     {"iniziata 2", "fallita 1001|guasto di prova", "log non scritto " + kGuasto}},
+     {"iniziata 1", "fallita 1001|guasto di prova", "log non scritto " + kGuasto}},
     {"TheFolderOfTheLogIsMissing",
      kvOutlook,
      [](InvioOsservato& invio) {
        invio.journal->Fallisce("MailItem.Send");
        invio.ambiente->cartelle.clear();
      },
-     {"iniziata 2", "fallita 1001|guasto di prova", "senza cartella C:\\Temp"}},
+     {"iniziata 1", "fallita 1001|guasto di prova", "senza cartella C:\\Temp"}},
 };
 
 class OsservatoreDellInvio : public ::testing::TestWithParam<CasoOsservato> {

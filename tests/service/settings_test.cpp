@@ -152,7 +152,7 @@ TEST_F(ImpostazioniDellaPosta, TheChannelDecidesWhichObjectIsCreated) {
       {"SMTP, SMTP only", 76, true, {}},
       {"secure SMTP", 77, false, {}},
       {"secure SMTP, SMTP only", 77, true, {}},
-      {"unknown", 99, false, {}},
+      {"unknown", fakes::kNessunCanale, false, {}},
   };
   for (const auto& caso : casi) {
     Con("FW24_INDFAXATTIVO", caso.canale);

@@ -90,7 +90,7 @@ std::string Modo(std::int32_t modo) {
 
 std::string Descrizione(const ChannelTraits& canale) {
   return std::string(canale.nome) +
-         (UsaSendmail(canale.numero) ? ", con il sistema di posta di questa macchina" : "");
+         (canale.usaSendmail ? ", con il sistema di posta di questa macchina" : "");
 }
 
 // The table of the signatures, which the settings name and which need not exist.
@@ -161,21 +161,6 @@ std::string IllegibileDallaFinestra(const host::RecordSet& riga) {
 }
 
 }  // namespace
-
-bool UsaSendmail(kvEnum_ServizioMail canale) {
-  const ChannelTraits* const tratti = TrattiDi(canale);
-  if (tratti == nullptr) return false;
-  switch (tratti->consegna) {
-    case MezzoConsegna::kControlliMapi:
-    case MezzoConsegna::kMapi32:
-      return true;
-    case MezzoConsegna::kNessuno:
-    case MezzoConsegna::kOutlook:
-    case MezzoConsegna::kComponenteSmtp:
-      return false;
-  }
-  return false;
-}
 
 void ControllaTabelle(const Archivio& archivio, Referto& referto) {
   std::string mancanti;
@@ -279,10 +264,11 @@ ImpostazioniLette ControllaImpostazioni(host::Connection& connessione, Referto& 
       return lette;
     }
     const std::string dettaglio = Descrizione(*tratti) + ", modo " + Modo(modo);
-    if (tratti->consegna == MezzoConsegna::kNessuno) {
+    if (tratti->consegna == nullptr) {
       referto.Avviso("impostazioni", "l'invio è disabilitato", "scegliere un canale in FW24_INDFAXATTIVO");
-    } else if (tratti->consegna == MezzoConsegna::kOutlook) {
-      referto.Errore("impostazioni", "il canale è Outlook, che su questa macchina non c'è",
+    } else if (tratti->soloWindows) {
+      referto.Errore("impostazioni",
+                     "il canale è " + std::string(tratti->nome) + ", che su questa macchina non c'è",
                      "scegliere un altro canale in FW24_INDFAXATTIVO");
     } else if (modo < 0 || modo > kvListaDistribuzione) {
       referto.Errore("impostazioni", dettaglio, rimedio);

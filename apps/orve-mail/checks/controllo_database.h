@@ -13,9 +13,6 @@
 
 namespace orve::app {
 
-/// Whether the channel hands its messages to the machine's sendmail command, on this system.
-[[nodiscard]] bool UsaSendmail(kvEnum_ServizioMail canale);
-
 /// The settings of the mail channel, as far as they could be read.
 struct ImpostazioniLette {
   std::optional<kvEnum_ServizioMail> canale;

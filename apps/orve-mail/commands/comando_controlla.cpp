@@ -106,9 +106,10 @@ class Controllo {
     ControllaProcedure(*archivio_, referto_);
     ControllaDitta(connessione, richiesta_.ditta, referto_);
     impostazioni_ = ControllaImpostazioni(connessione, referto_);
-    const bool smtp = impostazioni_.canale && HaAccount(*impostazioni_.canale);
-    const auto account = ControllaAccount(connessione, utente.value_or(0), richiesta_.ditta, smtp, referto_);
-    if (smtp) {
+    const bool conAccount = impostazioni_.canale && HaAccount(*impostazioni_.canale);
+    const auto account =
+        ControllaAccount(connessione, utente.value_or(0), richiesta_.ditta, conAccount, referto_);
+    if (conAccount) {
       ControllaAccountDelleFinestre(connessione, utente.value_or(0), richiesta_.ditta,
                                     impostazioni_.conFinestra, referto_);
     }
@@ -116,8 +117,19 @@ class Controllo {
     PermessiInChiaro permessi;
     Prova("password in chiaro", "ricreare il database con crea-db",
           [&] { permessi = PermessiInChiaro(*archivio_, richiesta_.passwordInChiaro); });
-    for (const AccountLetto& uno : account)
-      ControllaServer(uno, InChiaro(uno), permessi, richiesta_.smtp, rimedi_, referto_);
+    for (const AccountLetto& uno : account) {
+      if (ServonoIServer()) {
+        ControllaServer(uno, InChiaro(uno), permessi, richiesta_.smtp, rimedi_, referto_);
+      } else {
+        referto_.Saltato(uno.titolo + ", server", "il canale delle impostazioni non lo usa");
+      }
+    }
+  }
+
+  // As long as the settings name no channel, any may be meant.
+  [[nodiscard]] bool ServonoIServer() const {
+    const ChannelTraits* const canale = impostazioni_.canale ? TrattiDi(*impostazioni_.canale) : nullptr;
+    return canale == nullptr || canale->consegna == nullptr || canale->serverDellAccount;
   }
 
   [[nodiscard]] std::optional<adapters::secrets::Secret> InChiaro(const AccountLetto& account) const {
@@ -245,7 +257,7 @@ class Controllo {
   }
 
   void ControllaSendmail() {
-    const bool serve = impostazioni_.canale && UsaSendmail(*impostazioni_.canale);
+    const bool serve = impostazioni_.canale && HaTratto(*impostazioni_.canale, &ChannelTraits::usaSendmail);
     try {
       adapters::mapi::RequireSendmail(richiesta_.mapi);
       referto_.Ok("sendmail", richiesta_.mapi.sendmail);

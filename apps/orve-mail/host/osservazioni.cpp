@@ -1,5 +1,6 @@
 #include "orve-mail/host/osservazioni.h"
 
+#include "channels/channel_traits.h"
 #include "channels/mapi32_channel.h"
 #include "ldap/failure.h"
 
@@ -15,9 +16,9 @@ void Osservazioni::OggettoNonCreato(const std::string& oggetto, const host::Erro
 
 // What the person was told in a window before a delivery was theirs to fix, and is not a problem of the
 // delivery.
-void Osservazioni::ConsegnaIniziata(host::MezzoConsegna conMezzo) {
+void Osservazioni::ConsegnaIniziata(kvEnum_ServizioMail conCanale) {
   ++consegneIniziate;
-  mezzo = conMezzo;
+  canale = conCanale;
   if (finestreMostrate > 0) messaggi = 0;
 }
 
@@ -26,13 +27,12 @@ void Osservazioni::ConsegnaFinita(const host::EsitoConsegna& esito) {
   if (esito.riuscita) ++accettate;
   esitoConsegna = esito.riuscita ? kConsegnaRiuscita : esito.numero;
   motivo = esito.fine.motivo;
-  mezzoMotivo = mezzo;
+  canaleMotivo = canale;
   incerta = incerta || esito.fine.incerta;
 }
 
-// The SMTP channel tells the person itself.
 void Osservazioni::AllegatoRifiutato(const std::string& /*percorso*/, const host::Errore& errore) {
-  if (mezzo != host::MezzoConsegna::kComponenteSmtp) allegatiRifiutati.push_back(Riga(errore));
+  if (!HaTratto(canale, &ChannelTraits::avvisaDegliAllegati)) allegatiRifiutati.push_back(Riga(errore));
 }
 
 // A server that is left alone was reported before; one without the property that is asked for has not failed.

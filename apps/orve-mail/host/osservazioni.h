@@ -39,10 +39,10 @@ struct Osservazioni : host::OsservatoreInvio {
   std::optional<std::int32_t> esitoConsegna;
   /// What ended the last delivery, in the words of whatever refused it; empty after a success.
   std::string motivo;
-  host::MezzoConsegna mezzo = host::MezzoConsegna::kComponenteSmtp;        // of the last delivery begun
-  host::MezzoConsegna mezzoMotivo = host::MezzoConsegna::kComponenteSmtp;  // of whatever gave the reason
-  std::vector<std::string> allegatiRifiutati;  // given to a channel that does not send them, and why
-  int accettate = 0;                           // successful deliveries; in a window there may be several
+  kvEnum_ServizioMail canale = kvSMTPSSLMail;        // of the last delivery begun
+  kvEnum_ServizioMail canaleMotivo = kvSMTPSSLMail;  // of the one that gave the reason
+  std::vector<std::string> allegatiRifiutati;        // given to a channel that does not send them, and why
+  int accettate = 0;  // successful deliveries; in a window there may be several
   /// One of them ended without an answer from the server, which may have the message.
   bool incerta = false;
   /// Records that reached the send log, and why others did not.
@@ -66,9 +66,9 @@ struct Osservazioni : host::OsservatoreInvio {
   void MessaggioMostrato(const std::string& testo, std::int32_t stile) override;
   void FinestraNonAperta(const host::Errore& errore) override { finestraNegata = errore.Descrizione(); }
   void OggettoNonCreato(const std::string& oggetto, const host::Errore& errore) override;
-  void ConsegnaIniziata(host::MezzoConsegna conMezzo) override;
+  void ConsegnaIniziata(kvEnum_ServizioMail conCanale) override;
   void SessioneNegata(std::int32_t /*numero*/, const host::FineConsegna& fine) override {
-    mezzoMotivo = mezzo;
+    canaleMotivo = canale;
     motivo = fine.motivo;
   }
   void ConsegnaFinita(const host::EsitoConsegna& esito) override;

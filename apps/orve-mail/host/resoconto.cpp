@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "channels/channel_traits.h"
 #include "orve-mailserver/host/registro_invio.h"
 #include "text/text.h"
 
@@ -64,8 +65,9 @@ std::string MotivoNonPartito(const Resoconto& resoconto) {
 }
 
 std::string MotivoFallito(const Resoconto& resoconto) {
-  if (resoconto.corpoRichiesto) {
-    return "il canale Simple MAPI non invia messaggi senza corpo. Scrivere un corpo, o impostarne uno per "
+  if (!resoconto.canaleCheVuoleCorpo.empty()) {
+    return "il canale " + resoconto.canaleCheVuoleCorpo +
+           " non invia messaggi senza corpo. Scrivere un corpo, o impostarne uno per "
            "tutti i messaggi";
   }
   return PrimoMotivo(resoconto, "errore di invio");
@@ -121,8 +123,8 @@ std::vector<std::string> Dettagli(const Resoconto& resoconto) {
   if (resoconto.stato != kvOK) elenca("stato: ", {std::to_string(resoconto.stato)});
   if (!resoconto.errore.empty()) elenca("errore: ", {resoconto.errore});
   if (!note.motivo.empty()) {
-    const bool server = note.mezzoMotivo == host::MezzoConsegna::kComponenteSmtp;
-    elenca(server ? "server: " : "posta della macchina: ", {note.motivo});
+    const ChannelTraits* const canale = TrattiDi(note.canaleMotivo);
+    elenca(canale == nullptr ? "" : std::string(canale->risponde) + ": ", {note.motivo});
   }
   if (note.Incerto()) elenca("", {"il server può aver accettato il messaggio"});
   elenca("allegato rimasto fuori: ", note.allegatiRifiutati);

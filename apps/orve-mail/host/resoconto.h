@@ -19,8 +19,8 @@ struct Resoconto {
   bool daSola =
       false;  // a call that bypasses the send procedure: it refuses nothing and leaves Stato as it was
   std::string errore;  // kept by the library for its caller instead of shown
-  /// The channel accepts no message without a body, and this one had none.
-  bool corpoRichiesto = false;
+  /// The channel that accepts no message without a body, where this one had none; else empty.
+  std::string canaleCheVuoleCorpo;
 };
 
 /// The status that the observations allow. A status "sent" requires both the library's own status and a

@@ -108,10 +108,12 @@ class Spedizione {
   [[nodiscard]] Resoconto Esito() const {
     Resoconto resoconto{
         *note_, servizio_.Stato(), servizio_.Descrizione().Joined(), servizio_.vSenderAddress, daSola_, {},
-        false};
-    resoconto.corpoRichiesto = servizio_.SrvMailInstallato == kvSimpleMAPI && SenzaCorpo() &&
-                               servizio_.Stato() == kvErroreInvioMail && note_->consegne == 0 &&
-                               !note_->MapiNonDisponibile();
+        {}};
+    const ChannelTraits* const canale = TrattiDi(servizio_.SrvMailInstallato);
+    if (canale != nullptr && canale->rifiutaSenzaCorpo && SenzaCorpo() &&
+        servizio_.Stato() == kvErroreInvioMail && note_->consegne == 0 && !note_->MapiNonDisponibile()) {
+      resoconto.canaleCheVuoleCorpo = canale->nome;
+    }
     if (!servizio_.errNumber.empty()) resoconto.errore = servizio_.errNumber + " " + servizio_.errDescription;
     return resoconto;
   }
@@ -121,7 +123,7 @@ class Spedizione {
   // known yet.
   [[nodiscard]] bool ApreLaFinestra() const {
     return richiesta_.codice && servizio_.ModalitaInvio() == kvManuale &&
-           servizio_.SrvMailInstallato != kvNoMail;
+           !InvioDisabilitato(servizio_.SrvMailInstallato);
   }
 
   // A send by code has the body from the settings in this field before a channel begins; a direct one has

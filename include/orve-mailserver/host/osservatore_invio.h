@@ -11,11 +11,9 @@
 #include "orve-mailserver/api.h"
 #include "orve-mailserver/host/errore.h"
 #include "orve-mailserver/host/fine_consegna.h"
+#include "orve-mailserver/service/enumerazioni.h"
 
 namespace orve::host {
-
-/// The outside object that delivers for a channel.
-enum class MezzoConsegna { kNessuno, kControlliMapi, kOutlook, kMapi32, kComponenteSmtp };
 
 /// What came of a delivery.
 struct ORVE_API EsitoConsegna {
@@ -40,8 +38,9 @@ class ORVE_API OsservatoreInvio {
   /// The object of a channel could not be created. The channel may end in silence without it.
   virtual void OggettoNonCreato(const std::string& /*oggetto*/, const Errore& /*errore*/) {}
 
-  /// A channel has its object and begins to fill it. Not every delivery that begins is ended.
-  virtual void ConsegnaIniziata(MezzoConsegna /*mezzo*/) {}
+  /// A channel has its object and begins to fill it. Not every delivery that begins is ended. A stand-alone
+  /// SMTP call passes kvSMTPSSLMail, whatever the settings say.
+  virtual void ConsegnaIniziata(kvEnum_ServizioMail /*canale*/) {}
   /// MAPI32.DLL opened no session, and nothing is handed over.
   virtual void SessioneNegata(std::int32_t /*numero*/, const FineConsegna& /*fine*/) {}
   /// The channel's object was asked to deliver, once, and this is what came of it.

@@ -2,6 +2,7 @@
 #include <string>
 #include <vector>
 
+#include "channels/channel_traits.h"
 #include "forms/contenuto.h"
 #include "forms/misure.h"
 #include "window_contract/contratto.h"
@@ -245,7 +246,7 @@ TEST_F(InvioSulloSchermo, APathWithoutItsSeparatorIsToldAndTheWindowStays) {
 class MittenteSulloSchermo : public ContrattoSuSchermo, public ::testing::WithParamInterface<std::int32_t> {};
 
 TEST_P(MittenteSulloSchermo, TakesTheHeightOfItsFrameAwayWithIt) {
-  const bool conMittente = GetParam() >= kvSMTPMail;
+  const bool conMittente = HaAccount(static_cast<kvEnum_ServizioMail>(GetParam()));
   servizio->SrvMailInstallato = static_cast<kvEnum_ServizioMail>(GetParam());
   Apri([&](const VistaSuSchermo& finestra) {
     EXPECT_EQ(finestra.Area().height, conMittente ? 486 : 437);
