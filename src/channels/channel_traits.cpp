@@ -1,6 +1,5 @@
 #include "channels/channel_traits.h"
 
-#include <algorithm>
 #include <array>
 
 #include "channels/mapi32_channel.h"
@@ -159,9 +158,10 @@ std::span<const ChannelTraits> Canali() {
 }
 
 const ChannelTraits* TrattiDi(kvEnum_ServizioMail canale) {
-  const auto riga = std::find_if(kCanali.begin(), kCanali.end(),
-                                 [canale](const ChannelTraits& tratti) { return tratti.numero == canale; });
-  return riga == kCanali.end() ? nullptr : &*riga;
+  for (const ChannelTraits& tratti : kCanali) {
+    if (tratti.numero == canale) return &tratti;
+  }
+  return nullptr;
 }
 
 bool HaTratto(kvEnum_ServizioMail canale, bool ChannelTraits::*tratto) {
