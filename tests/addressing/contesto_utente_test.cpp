@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "addressing/contesto_utente.h"
+#include "channels/channel_traits.h"
 #include "fakes/errori.h"
 #include "fakes/servizio_di_prova.h"
 
@@ -165,15 +166,10 @@ TEST_F(ContestoUtente, OtherCodesDoNotChangeAKnownId) {
   EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 43);
 }
 
-struct CasoCanale {
-  kvEnum_ServizioMail canale;
-  bool want_account;
-};
+class AccountAllInizio : public ContestoUtente, public ::testing::WithParamInterface<TrattiCanale> {};
 
-class AccountAllInizio : public ContestoUtente, public ::testing::WithParamInterface<CasoCanale> {};
-
-TEST_P(AccountAllInizio, IsLoadedOnTheSmtpChannelsAfterTheCompany) {
-  servizio->SrvMailInstallato = GetParam().canale;
+TEST_P(AccountAllInizio, IsLoadedAfterTheCompanyOnTheChannelsThatHaveOne) {
+  servizio->SrvMailInstallato = GetParam().numero;
   servizio->DittaCorrente = 3;
   ConAzienda();
   connessione->Risponde("FW99_ISDEFAULT = 1", {{{"FW23_SERVERNAME", "smtp.azienda.example"},
@@ -190,16 +186,13 @@ TEST_P(AccountAllInizio, IsLoadedOnTheSmtpChannelsAfterTheCompany) {
   std::string aziendaAllora;
   journal->Quando("Rete.WNetGetUserA", [&] { aziendaAllora = interno.contesto.AziendaCorr; });
   Inizializza(5);
-  EXPECT_EQ(interno.account.SmtpServer, GetParam().want_account ? "smtp.azienda.example" : "");
-  EXPECT_EQ(aziendaAllora, GetParam().want_account ? "Azienda S.p.A." : "");
+  EXPECT_EQ(interno.account.SmtpServer, GetParam().haAccount ? "smtp.azienda.example" : "");
+  EXPECT_EQ(aziendaAllora, GetParam().haAccount ? "Azienda S.p.A." : "");
   EXPECT_EQ(interno.contesto.AziendaCorr, "Azienda S.p.A.");
 }
 
-INSTANTIATE_TEST_SUITE_P(Canali, AccountAllInizio,
-                         ::testing::Values(CasoCanale{kvSimpleMAPI, false}, CasoCanale{kvOutlook, false},
-                                           CasoCanale{kvMAPI, false}, CasoCanale{kvNoMail, false},
-                                           CasoCanale{kvSMTPMail, true}, CasoCanale{kvSMTPSSLMail, true}),
-                         [](const auto& caso) { return "Channel" + std::to_string(caso.param.canale); });
+INSTANTIATE_TEST_SUITE_P(Canali, AccountAllInizio, ::testing::ValuesIn(kCanali),
+                         [](const auto& caso) { return "Channel" + std::to_string(caso.param.numero); });
 
 TEST_F(ContestoUtente, FailuresOfTheInitialisersReachTheProgramThatCalled) {
   for (const auto* guasto : {"Ambiente.CreaRegistroInvio", "ObjRegistroInvio.TipoCanale",

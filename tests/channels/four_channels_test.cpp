@@ -7,9 +7,10 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <utility>
+#include <string_view>
 #include <vector>
 
+#include "fakes/oggetti_dei_canali.h"
 #include "fakes/servizio_di_prova.h"
 #include "golden.h"
 #include "text/text.h"
@@ -59,38 +60,12 @@ class Prova {
   }
 
   /// What the channel gave to its object of recipients, attachments and body, and whether it sent.
-  [[nodiscard]] std::string Consegna() const {
+  [[nodiscard]] std::string Consegna(const fakes::OggettiDelCanale& canale) const {
+    std::vector<std::string_view> inizi = canale.contenuto;
+    inizi.insert(inizi.end(), canale.sessione.begin(), canale.sessione.end());
+    inizi.push_back(canale.invio);
     std::string testo;
-    for (const auto& riga : journal->Righe({"smtp.AddRecipientEx",
-                                            "smtp.AddAttachment",
-                                            "smtp.AddHeader",
-                                            "smtp.BodyFormat",
-                                            "smtp.BodyText",
-                                            "smtp.DeliveryNotification",
-                                            "smtp.Subject",
-                                            "smtp.SendMail",
-                                            "MailItem.ReadReceipt",
-                                            "MailItem.To",
-                                            "MailItem.cc",
-                                            "MailItem.Bcc",
-                                            "MailItem.Subject",
-                                            "MailItem.body",
-                                            "MailItem.BodyFormat",
-                                            "MailItem.HTMLBody",
-                                            "MailItem.Send",
-                                            "Attachments.Add",
-                                            "MAPIMessages.RecipAddress",
-                                            "MAPIMessages.RecipDisplayName",
-                                            "MAPIMessages.RecipType",
-                                            "MAPIMessages.MsgReceipt",
-                                            "MAPIMessages.MsgNoteText",
-                                            "MAPIMessages.MsgSubject",
-                                            "MAPIMessages.AttachmentPathName",
-                                            "MAPIMessages.AttachmentName",
-                                            "MAPIMessages.Send",
-                                            "MAPI32."})) {
-      testo += riga + "\n";
-    }
+    for (const auto& riga : journal->Righe(inizi)) testo += riga + "\n";
     for (const auto& invio : ambiente->inviiMapi) {
       for (const auto& d : invio.destinatari)
         testo += "recip " + std::to_string(d.RecipClass) + " " + d.Name + "\n";
@@ -149,23 +124,21 @@ std::string ConBianchiVisibili(const std::string& testo) {
 /// Sends unattended and attended through each channel, with what happens in between, and compares all that is
 /// seen with the file of this name.
 void Confronta(const std::string& nome, const std::function<void(Prova&)>& accade) {
-  const std::pair<kvEnum_ServizioMail, const char*> canali[] = {
-      {kvSMTPSSLMail, "SMTP"}, {kvOutlook, "Outlook"}, {kvSimpleMAPI, "Simple MAPI"}, {kvMAPI, "MAPI32"}};
   std::string visto;
-  for (const auto& [canale, titolo] : canali) {
-    Prova automatica(canale, kvAutomatico);
+  for (const fakes::OggettiDelCanale& canale : fakes::OggettiDeiCanali()) {
+    Prova automatica(canale.canale, kvAutomatico);
     accade(automatica);
     automatica.Invia();
-    Prova manuale(canale, kvManuale);
+    Prova manuale(canale.canale, kvManuale);
     accade(manuale);
     manuale.Invia();
-    visto += "== " + std::string(titolo) + "\n" + automatica.Consegna() + automatica.Campi() +
+    visto += "== " + std::string(canale.titolo) + "\n" + automatica.Consegna(canale) + automatica.Campi() +
              automatica.Registrazioni() + automatica.Log() + automatica.Messaggi("automatico") +
              manuale.Messaggi("manuale");
-    EXPECT_EQ(manuale.Consegna(), automatica.Consegna()) << titolo;
-    EXPECT_EQ(manuale.Campi(), automatica.Campi()) << titolo;
-    EXPECT_EQ(manuale.Log(), "") << titolo;
-    EXPECT_EQ(manuale.Registrazioni(), automatica.Registrazioni()) << titolo;
+    EXPECT_EQ(manuale.Consegna(canale), automatica.Consegna(canale)) << canale.titolo;
+    EXPECT_EQ(manuale.Campi(), automatica.Campi()) << canale.titolo;
+    EXPECT_EQ(manuale.Log(), "") << canale.titolo;
+    EXPECT_EQ(manuale.Registrazioni(), automatica.Registrazioni()) << canale.titolo;
   }
   EXPECT_EQ(golden::Difference("tests/channels/four_channels/" + nome + ".txt", ConBianchiVisibili(visto)),
             "");

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <functional>
-#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -38,7 +37,7 @@ class Journal {
 
   [[nodiscard]] const std::vector<std::string>& Righe() const { return righe_; }
   /// The lines that start with one of the texts, in their order.
-  [[nodiscard]] std::vector<std::string> Righe(std::initializer_list<std::string_view> inizi) const {
+  [[nodiscard]] std::vector<std::string> Righe(const std::vector<std::string_view>& inizi) const {
     std::vector<std::string> scelte;
     for (const auto& riga : righe_) {
       for (const auto inizio : inizi) {

@@ -9,6 +9,7 @@
 // The tables are what the system promises, and were written from that and not from what it does.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <set>
@@ -110,6 +111,16 @@ TEST_P(EveryOperation, ThatFailsAndCannotBeToldRaisesNothingFromTheSend) {
     taciuto = taciuto || corsa.visto != Corri(scena, i).visto;
   }
   EXPECT_TRUE(taciuto) << "no failure was to be told";
+}
+
+TEST(FaultTables, BelongToASendEach) {
+  std::set<std::string> tabelle;
+  for (const auto& file : std::filesystem::directory_iterator(places::Source("tests/faults/tables"))) {
+    tabelle.insert(file.path().stem().string());
+  }
+  std::set<std::string> invii;
+  for (const Scena& scena : Scene()) invii.insert(scena.nome);
+  EXPECT_EQ(tabelle, invii);
 }
 
 INSTANTIATE_TEST_SUITE_P(Sends, EveryOperation, ::testing::ValuesIn(Scene()),

@@ -1,11 +1,11 @@
 #include "faults/prova.h"
 
 #include <algorithm>
-#include <array>
 #include <map>
 #include <string_view>
 #include <utility>
 
+#include "fakes/oggetti_dei_canali.h"
 #include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 
@@ -182,41 +182,16 @@ std::string Sezione(const std::string& riga) {
 
 // What was sent with the message, if it was sent.
 std::string Partito(const std::vector<std::string>& righe, const fakes::FakeAmbiente& ambiente) {
-  constexpr std::array<std::string_view, 4> kInvii = {"smtp.SendMail", "MailItem.Send", "MAPIMessages.Send",
-                                                      "MAPI32.BMAPISendMail"};
-  constexpr std::array<std::string_view, 23> kContenuto = {"smtp.ServerAddr ",
-                                                           "smtp.ServerPort ",
-                                                           "smtp.ConnectType ",
-                                                           "smtp.UserName ",
-                                                           "smtp.From ",
-                                                           "smtp.FromAddr ",
-                                                           "smtp.AddRecipientEx ",
-                                                           "smtp.AddAttachment ",
-                                                           "smtp.Subject ",
-                                                           "smtp.BodyFormat ",
-                                                           "smtp.BodyText ",
-                                                           "smtp.AddHeader ",
-                                                           "MailItem.To ",
-                                                           "MailItem.cc ",
-                                                           "MailItem.Subject ",
-                                                           "MailItem.body ",
-                                                           "MailItem.HTMLBody ",
-                                                           "MailItem.ReadReceiptRequested ",
-                                                           "Attachments.Add ",
-                                                           "MAPIMessages.Recip",
-                                                           "MAPIMessages.Msg",
-                                                           "MAPIMessages.AttachmentPathName ",
-                                                           "smtp.DeliveryNotification "};
-  const auto inizia = [](const std::string& riga) {
-    return [&riga](std::string_view inizio) { return riga.starts_with(inizio); };
-  };
   std::string contenuto;
   std::string partito;
   for (const std::string& riga : righe) {
-    if (std::any_of(kContenuto.begin(), kContenuto.end(), inizia(riga))) {
-      contenuto += Sezione("  " + riga.substr(riga.find('.') + 1));
+    for (const fakes::OggettiDelCanale& canale : fakes::OggettiDeiCanali()) {
+      const auto inizia = [&riga](std::string_view inizio) { return riga.starts_with(inizio); };
+      if (std::ranges::any_of(canale.contenuto, inizia)) {
+        contenuto += Sezione("  " + riga.substr(riga.find('.') + 1));
+      }
+      if (inizia(canale.invio)) partito += "partito\n" + contenuto;
     }
-    if (std::any_of(kInvii.begin(), kInvii.end(), inizia(riga))) partito += "partito\n" + contenuto;
   }
   if (partito.empty()) return "non partito\n";
   for (const auto& invio : ambiente.inviiMapi) {

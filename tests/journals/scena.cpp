@@ -10,8 +10,8 @@ namespace orve::journals {
 
 namespace {
 
-fakes::Riga Impostazioni(std::int32_t canale) {
-  return {{"FW24_INDFAXATTIVO", canale},
+fakes::Riga Impostazioni(kvEnum_ServizioMail canale) {
+  return {{"FW24_INDFAXATTIVO", std::int32_t{canale}},
           {"FW24_INDMODALITA", 1},
           {"FW24_PATHTMP", "C:\\Temp"},
           {"FW24_READRECEIPT", 1},
@@ -59,7 +59,7 @@ void AllaCollezione(const Scena& scena, CLSFW_MAILSERVER& servizio) {
 }
 
 // One send of one service from its creation to its release, as an application makes it.
-void Manda(const Scena& scena, std::string& giornale, const char* titolo, std::int32_t canale,
+void Manda(const Scena& scena, std::string& giornale, const char* titolo, kvEnum_ServizioMail canale,
            const Invio& invio) {
   scena.finto->journal->Svuota();
   scena.database->Risponde("FROM FW24_FAXCONFIG", {Impostazioni(canale)});
@@ -99,36 +99,30 @@ void Manda(const Scena& scena, std::string& giornale, const char* titolo, std::i
   scena.finto->journal->DimenticaPiani();
 }
 
-constexpr std::int32_t kOutlook = 1;
-constexpr std::int32_t kSimple = 0;
-constexpr std::int32_t kMapi32 = 2;
-constexpr std::int32_t kDisattivo = 3;
-constexpr std::int32_t kSmtp = 76;
-
 void Smtp(const Scena& scena, std::string& giornale) {
   const Invio allaCollezione = [&](auto& servizio) { AllaCollezione(scena, servizio); };
-  Manda(scena, giornale, "SMTP", kSmtp, allaCollezione);
+  Manda(scena, giornale, "SMTP", kvSMTPMail, allaCollezione);
   scena.finto->risultatoSmtp = std::int16_t{4};
-  Manda(scena, giornale, "SMTP, refused by the server", kSmtp, allaCollezione);
+  Manda(scena, giornale, "SMTP, refused by the server", kvSMTPMail, allaCollezione);
   scena.finto->risultatoSmtp = -1;
   scena.finto->journal->Fallisce("smtp.AddAttachment C:\\Doc\\Ł",
                                  {53, "Componente", "File non trovato: Łódź"});
-  Manda(scena, giornale, "SMTP, an attachment is refused", kSmtp, allaCollezione);
+  Manda(scena, giornale, "SMTP, an attachment is refused", kvSMTPMail, allaCollezione);
   scena.finto->journal->Fallisce("smtp.AddRecipientEx", {-2147220975, "Componente", "Elenco non valido"});
-  Manda(scena, giornale, "SMTP, a member raises a code of the system", kSmtp, allaCollezione);
+  Manda(scena, giornale, "SMTP, a member raises a code of the system", kvSMTPMail, allaCollezione);
   scena.finto->journal->Fallisce("CifratorePassword.Decripta");
-  Manda(scena, giornale, "SMTP, the password cannot be read", kSmtp, allaCollezione);
+  Manda(scena, giornale, "SMTP, the password cannot be read", kvSMTPMail, allaCollezione);
   scena.finto->journal->Fallisce("Ambiente.CreaComponenteSmtp", host::Errore(host::kOggettoNonCreabile));
-  Manda(scena, giornale, "SMTP without its component", kSmtp, allaCollezione);
-  Manda(scena, giornale, "SMTP, a direct send", kSmtp, [](auto& servizio) {
+  Manda(scena, giornale, "SMTP without its component", kvSMTPMail, allaCollezione);
+  Manda(scena, giornale, "SMTP, a direct send", kvSMTPMail, [](auto& servizio) {
     servizio.InviaMailDiretta(12, "Anna<anna@x.example>", "", "carla@x.example", "Diretto", "Corpo",
                               "C:\\a.pdf");
   });
-  Manda(scena, giornale, "SMTP by itself", kSmtp, [](auto& servizio) {
+  Manda(scena, giornale, "SMTP by itself", kvSMTPMail, [](auto& servizio) {
     servizio.AddDestinatario("anna@x.example", "Anna");
     servizio.InviaMailSMTP("Avviso", "Corpo");
   });
-  Manda(scena, giornale, "SMTP, an address that is none", kSmtp, [](auto& servizio) {
+  Manda(scena, giornale, "SMTP, an address that is none", kvSMTPMail, [](auto& servizio) {
     servizio.vIndDestinatario = "senza chiocciola";
     servizio.AvviaProceduraInvio();
   });
@@ -138,29 +132,29 @@ void AltriCanali(const Scena& scena, std::string& giornale) {
   const Invio allaCollezione = [&](auto& servizio) { AllaCollezione(scena, servizio); };
   for (const char* versione : {"11.0.0.8173", "14.0.0.7268", "16.0.0.4266"}) {
     scena.finto->versioneOutlook = versione;
-    Manda(scena, giornale, "Outlook", kOutlook, allaCollezione);
+    Manda(scena, giornale, "Outlook", kvOutlook, allaCollezione);
   }
   scena.finto->journal->Fallisce("MailItem.Send", {287, "Outlook", "Operazione non consentita"});
-  Manda(scena, giornale, "Outlook, the sending fails", kOutlook, allaCollezione);
+  Manda(scena, giornale, "Outlook, the sending fails", kvOutlook, allaCollezione);
   scena.finto->journal->Fallisce("Ambiente.CreaOutlook", host::Errore(host::kOggettoNonCreabile));
-  Manda(scena, giornale, "Outlook that is not there", kOutlook, allaCollezione);
-  Manda(scena, giornale, "Simple MAPI", kSimple, allaCollezione);
+  Manda(scena, giornale, "Outlook that is not there", kvOutlook, allaCollezione);
+  Manda(scena, giornale, "Simple MAPI", kvSimpleMAPI, allaCollezione);
   scena.finto->journal->Fallisce("MAPIMessages.Send", {32002, "MAPIMessages", "Errore imprevisto"});
-  Manda(scena, giornale, "Simple MAPI, the sending fails", kSimple, [&](auto& servizio) {
+  Manda(scena, giornale, "Simple MAPI, the sending fails", kvSimpleMAPI, [&](auto& servizio) {
     AllaCollezione(scena, servizio);
     servizio.InviaMail();
   });
-  Manda(scena, giornale, "Simple MAPI, sent again by itself", kSimple, [&](auto& servizio) {
+  Manda(scena, giornale, "Simple MAPI, sent again by itself", kvSimpleMAPI, [&](auto& servizio) {
     AllaCollezione(scena, servizio);
     servizio.InviaMail();
   });
-  Manda(scena, giornale, "MAPI32", kMapi32, allaCollezione);
+  Manda(scena, giornale, "MAPI32", kvMAPI, allaCollezione);
   scena.finto->esitoInvioMapi = 11;
   scena.finto->esitoLogoffMapi = 2;
-  Manda(scena, giornale, "MAPI32, refused", kMapi32, allaCollezione);
+  Manda(scena, giornale, "MAPI32, refused", kvMAPI, allaCollezione);
   scena.finto->esitoLogonMapi = 3;
-  Manda(scena, giornale, "MAPI32 without a logon", kMapi32, allaCollezione);
-  Manda(scena, giornale, "No mail", kDisattivo, allaCollezione);
+  Manda(scena, giornale, "MAPI32 without a logon", kvMAPI, allaCollezione);
+  Manda(scena, giornale, "No mail", kvNoMail, allaCollezione);
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "channels/channel_traits.h"
+#include "fakes/oggetti_dei_canali.h"
 #include "fakes/servizio_di_prova.h"
 #include "service/invio_diretto.h"
 
@@ -138,36 +140,29 @@ TEST_F(InvioDiretto, WithAllArgumentsLeftOutTheAccountIsNotFoundAndTheChannelDec
   EXPECT_FALSE(interno.messaggio.FlagInvioDiretto);
 }
 
-TEST_F(InvioDiretto, OnTheOtherChannelsTheAccountIsIgnored) {
-  for (const auto canale : {kvSimpleMAPI, kvOutlook, kvMAPI, kvNoMail}) {
-    servizio->SrvMailInstallato = canale;
+TEST_F(InvioDiretto, TheAccountOfTheCallIsTakenWhereThereAreAccountsAndIgnoredElsewhere) {
+  for (const TrattiCanale& canale : kCanali) {
+    servizio->SrvMailInstallato = canale.numero;
     interno.account.IdMittenteDiretto = 5;
+    const auto prima = connessione->Statements().size();
     servizio->InviaMailDiretta(12, "a@x.example");
-    EXPECT_EQ(interno.account.IdMittenteDiretto, 5) << canale;
+    EXPECT_EQ(interno.account.IdMittenteDiretto, canale.haAccount ? 12 : 5) << canale.numero;
+    const auto tutti = connessione->Statements();
+    const std::vector<std::string> istruzioni(tutti.begin() + static_cast<std::ptrdiff_t>(prima),
+                                              tutti.end());
+    EXPECT_THAT(istruzioni, Each(Not(HasSubstr(canale.haAccount ? "FW99_ISDEFAULT" : "FW98_MAILACCOUNT"))))
+        << canale.numero;
   }
-  EXPECT_THAT(connessione->Statements(), Each(Not(HasSubstr("FW98_MAILACCOUNT"))));
-}
-
-TEST_F(InvioDiretto, BothSmtpChannelsTakeTheAccountOfTheCall) {
-  for (const auto canale : {kvSMTPMail, kvSMTPSSLMail}) {
-    servizio->SrvMailInstallato = canale;
-    interno.account.IdMittenteDiretto = 5;
-    servizio->InviaMailDiretta(12, "a@x.example");
-    EXPECT_EQ(interno.account.IdMittenteDiretto, 12) << canale;
-  }
-  EXPECT_THAT(connessione->Statements(), Each(Not(HasSubstr("FW99_ISDEFAULT"))));
 }
 
 TEST_F(InvioDiretto, ItIsDeliveredThroughEveryChannel) {
   interno.oggetti.objOutlookApp = ambiente->CreaOutlook();
-  servizio->SrvMailInstallato = kvOutlook;
-  servizio->InviaMailDiretta(0, "Anna<a@x.example>", "", "", "Oggetto", "Corpo");
-  servizio->SrvMailInstallato = kvSimpleMAPI;
-  servizio->InviaMailDiretta(0, "Anna<a@x.example>", "", "", "Oggetto", "Corpo");
-  servizio->SrvMailInstallato = kvMAPI;
-  servizio->InviaMailDiretta(0, "Anna<a@x.example>", "", "", "Oggetto", "Corpo");
-  EXPECT_THAT(journal->Righe({"MailItem.Send", "MAPIMessages.Send", "MAPI32.BMAPISendMail"}),
-              ElementsAre("MailItem.Send", "MAPIMessages.Send", "MAPI32.BMAPISendMail 0|0|0|0"));
+  for (const auto& canale : fakes::OggettiDeiCanali()) {
+    servizio->SrvMailInstallato = canale.canale;
+    journal->Svuota();
+    servizio->InviaMailDiretta(12, "Anna<a@x.example>", "", "", "Oggetto", "Corpo");
+    EXPECT_EQ(journal->Conta(canale.invio), 1U) << canale.titolo;
+  }
 }
 
 TEST_F(InvioDiretto, WithoutABodyAnEmptyOneGoesOutAndNotTheStandardText) {

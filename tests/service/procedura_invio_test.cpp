@@ -1,7 +1,10 @@
 // The send procedure: disabled service, the two routes, the modes, refusals, and the choice of the channel.
 #include <algorithm>
+#include <string_view>
+#include <utility>
 #include <vector>
 
+#include "fakes/oggetti_dei_canali.h"
 #include "fakes/servizio_di_prova.h"
 
 namespace orve {
@@ -462,28 +465,20 @@ TEST_F(Invio, TheChosenAccountStaysInForceForLaterSends) {
   EXPECT_TRUE(interno.account.UsaMittenteScelto);
 }
 
-struct CasoCanale {
-  kvEnum_ServizioMail canale;
-  const char* wantConsegna;
-};
-
 TEST_F(Invio, TheChannelPicksItsProcedure) {
   Collezione().Add("a@x.example", "Anna");
   servizio->vCorpoMail = "corpo";
   interno.oggetti.objOutlookApp = ambiente->CreaOutlook();
-  const CasoCanale casi[] = {
-      {kvSimpleMAPI, "MAPIMessages.Send"}, {kvOutlook, "MailItem.Send"},     {kvMAPI, "MAPI32.BMAPISendMail"},
-      {kvSMTPMail, "smtp.SendMail"},       {kvSMTPSSLMail, "smtp.SendMail"},
-  };
-  for (const auto& caso : casi) {
-    servizio->SrvMailInstallato = caso.canale;
+  std::vector<std::pair<kvEnum_ServizioMail, std::string_view>> casi = {{kvSMTPMail, "smtp.SendMail"}};
+  for (const auto& canale : fakes::OggettiDeiCanali()) casi.emplace_back(canale.canale, canale.invio);
+  std::vector<std::string_view> invii;
+  for (const auto& canale : fakes::OggettiDeiCanali()) invii.push_back(canale.invio);
+  for (const auto& [canale, invio] : casi) {
+    servizio->SrvMailInstallato = canale;
     journal->Svuota();
     servizio->InviaMail();
-    EXPECT_EQ(journal->Righe({"MAPIMessages.Send", "MailItem.Send", "MAPI32.BMAPISendMail", "smtp.SendMail"})
-                  .size(),
-              1U)
-        << caso.canale;
-    EXPECT_EQ(journal->Conta(caso.wantConsegna), 1U) << caso.canale;
+    EXPECT_EQ(journal->Righe(invii).size(), 1U) << canale;
+    EXPECT_EQ(journal->Conta(invio), 1U) << canale;
   }
 }
 

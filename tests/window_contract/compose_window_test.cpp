@@ -116,17 +116,11 @@ INSTANTIATE_TEST_SUITE_P(Modi, ContrattoUscita,
                                            Uscita{"Chiudi", [](const Vista& f) { f.Chiude(); }}),
                          [](const auto& caso) { return std::string(caso.param.nome); });
 
-struct Canale {
-  const char* nome;
-  std::int32_t numero;
-  bool mittente;
-};
-
-class ContrattoCanale : public Contratto, public ::testing::WithParamInterface<Canale> {};
+class ContrattoCanale : public Contratto, public ::testing::WithParamInterface<TrattiCanale> {};
 
 TEST_P(ContrattoCanale, TheSenderIsSeenWhereItCanBeChosen) {
-  servizio->SrvMailInstallato = static_cast<kvEnum_ServizioMail>(GetParam().numero);
-  Apri([conMittente = GetParam().mittente](const Vista& finestra) {
+  servizio->SrvMailInstallato = GetParam().numero;
+  Apri([conMittente = GetParam().haAccount](const Vista& finestra) {
     EXPECT_EQ(finestra.Titolo(), "Invio email...");
     EXPECT_EQ(finestra.Vede("FMR_MITTENTE"), conMittente);
     EXPECT_EQ(finestra.Vede("CMB_ACCOUNT"), conMittente);
@@ -136,11 +130,7 @@ TEST_P(ContrattoCanale, TheSenderIsSeenWhereItCanBeChosen) {
   });
 }
 
-INSTANTIATE_TEST_SUITE_P(Canali, ContrattoCanale,
-                         ::testing::Values(Canale{"SimpleMAPI", 0, false}, Canale{"Outlook", 1, false},
-                                           Canale{"MAPI", 2, false}, Canale{"Smtp", 76, true},
-                                           Canale{"SmtpSsl", 77, true}),
-                         [](const auto& caso) { return std::string(caso.param.nome); });
+INSTANTIATE_TEST_SUITE_P(Canali, ContrattoCanale, ::testing::ValuesIn(CanaliConFinestra()), NomeDelCanale);
 
 TEST_F(ContrattoInvio, TheBookOfTheApplicationIsSwitchedOffWithoutItsManager) {
   Apri([](const Vista& finestra) {

@@ -1,15 +1,31 @@
 // The fixture of the contract's tests, over whatever toolkit the program brings.
 #pragma once
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "channels/channel_traits.h"
 #include "dialogs/layouts.h"
 #include "window_contract/servizio_con_finestre.h"
 #include "window_contract/toolkit.h"
 
 namespace orve::window_contract {
+
+/// The channels that deliver, as a window can be opened for each.
+[[nodiscard]] inline std::vector<TrattiCanale> CanaliConFinestra() {
+  std::vector<TrattiCanale> canali;
+  std::ranges::copy_if(kCanali, std::back_inserter(canali),
+                       [](const TrattiCanale& canale) { return canale.numero != kvNoMail; });
+  return canali;
+}
+
+/// Names the tests of a channel.
+[[nodiscard]] inline std::string NomeDelCanale(const ::testing::TestParamInfo<TrattiCanale>& caso) {
+  return "Canale" + std::to_string(caso.param.numero);
+}
 
 struct ConToolkit {
   std::unique_ptr<Toolkit> toolkit = CreaToolkit();

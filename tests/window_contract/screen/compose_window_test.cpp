@@ -243,11 +243,11 @@ TEST_F(InvioSulloSchermo, APathWithoutItsSeparatorIsToldAndTheWindowStays) {
   });
 }
 
-class MittenteSulloSchermo : public ContrattoSuSchermo, public ::testing::WithParamInterface<std::int32_t> {};
+class MittenteSulloSchermo : public ContrattoSuSchermo, public ::testing::WithParamInterface<TrattiCanale> {};
 
 TEST_P(MittenteSulloSchermo, TakesTheHeightOfItsFrameAwayWithIt) {
-  const bool conMittente = HaAccount(static_cast<kvEnum_ServizioMail>(GetParam()));
-  servizio->SrvMailInstallato = static_cast<kvEnum_ServizioMail>(GetParam());
+  const bool conMittente = GetParam().haAccount;
+  servizio->SrvMailInstallato = GetParam().numero;
   Apri([&](const VistaSuSchermo& finestra) {
     EXPECT_EQ(finestra.Area().height, conMittente ? 486 : 437);
     EXPECT_EQ(finestra.Dove("FMR_DESTINATARIO").top, conMittente ? 48 : -1);
@@ -260,7 +260,8 @@ TEST_P(MittenteSulloSchermo, TakesTheHeightOfItsFrameAwayWithIt) {
   });
 }
 
-INSTANTIATE_TEST_SUITE_P(Canali, MittenteSulloSchermo, ::testing::Values(0, 1, 2, 76, 77));
+INSTANTIATE_TEST_SUITE_P(Canali, MittenteSulloSchermo, ::testing::ValuesIn(CanaliConFinestra()),
+                         NomeDelCanale);
 
 TEST_F(InvioSulloSchermo, WhatStandsBelowTheSenderOfTheParametersMovesUp) {
   servizio->SrvMailInstallato = kvMAPI;

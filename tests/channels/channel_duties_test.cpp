@@ -1,0 +1,145 @@
+// What a channel owes beside its row in the table: its number in both enumerations and on every page that
+// tells of the channels, and its case in every test that goes through them one by one. The pages and tests
+// are read as texts, since they are in other programs; each failure names the channel and where it is
+// missing.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "channels/channel_traits.h"
+#include "fakes/oggetti_dei_canali.h"
+#include "places.h"
+
+namespace orve {
+namespace {
+
+const auto& TuttiICanali() {
+  return kCanali;
+}
+
+bool Consegna(const TrattiCanale& canale) {
+  return canale.numero != kvNoMail;
+}
+
+std::string TestoDi(const std::string& file) {
+  std::ifstream flusso(places::Source(file));
+  if (!flusso) ADD_FAILURE() << "no file " << file;
+  return {std::istreambuf_iterator<char>(flusso), std::istreambuf_iterator<char>()};
+}
+
+/// The names of the channels in an enumeration, by number.
+std::map<std::int32_t, std::string> NomiNellEnumerazione(const std::string& file, const std::string& inizio) {
+  const std::string testo = TestoDi(file);
+  const std::size_t da = testo.find(inizio);
+  EXPECT_NE(da, std::string::npos) << file;
+  const std::string corpo = testo.substr(da, testo.find('}', da) - da);
+  const std::regex membro(R"((kv\w+) = (\d+))");
+  std::map<std::int32_t, std::string> nomi;
+  for (std::sregex_iterator trovato(corpo.begin(), corpo.end(), membro); trovato != std::sregex_iterator();
+       ++trovato) {
+    nomi[std::stoi((*trovato)[2])] = (*trovato)[1];
+  }
+  return nomi;
+}
+
+std::map<std::int32_t, std::string> NomiDeiCanali() {
+  return NomiNellEnumerazione("include/orve-mailserver/service/enumerations.h", "enum kvEnum_ServizioMail");
+}
+
+struct Pagina {
+  std::string file;
+  std::string inizio, fine;   // of the part of the page that tells of the channels
+  std::string riga;           // what its lines look like; the first group holds the numbers
+  bool ancheNessuno = false;  // it tells of the number that disables sending too
+};
+
+std::set<std::int32_t> NumeriSulla(const Pagina& pagina) {
+  static const std::regex kNumero(R"(\d+)");
+  const std::string testo = TestoDi(pagina.file);
+  const std::size_t da = testo.find(pagina.inizio);
+  EXPECT_NE(da, std::string::npos) << pagina.file;
+  std::istringstream parte(testo.substr(da, testo.find(pagina.fine, da + 1) - da));
+  const std::regex forma(pagina.riga);
+  std::set<std::int32_t> numeri;
+  for (std::string riga; std::getline(parte, riga);) {
+    std::smatch trovata;
+    if (!std::regex_search(riga, trovata, forma)) continue;
+    const std::string elenco = trovata[1];
+    for (std::sregex_iterator numero(elenco.begin(), elenco.end(), kNumero); numero != std::sregex_iterator();
+         ++numero) {
+      numeri.insert(std::stoi(numero->str()));
+    }
+  }
+  return numeri;
+}
+
+bool Nomina(const std::string& testo, const std::string& nome) {
+  return std::regex_search(testo, std::regex("\\b" + nome + "\\b"));
+}
+
+TEST(TrattiDeiCanali, HaveTheNamesAndNumbersOfBothEnumerations) {
+  const auto nomi = NomiDeiCanali();
+  EXPECT_EQ(NomiNellEnumerazione("com/idl/orve_mailserver.idl", "enum kvEnum_ServizioMail"), nomi);
+  EXPECT_EQ(nomi.size(), std::size(TuttiICanali())) << "a number without a row, or a row without a number";
+  for (const TrattiCanale& canale : TuttiICanali()) EXPECT_TRUE(nomi.contains(canale.numero)) << canale.nome;
+}
+
+TEST(TrattiDeiCanali, StandOnEveryPageThatTellsOfTheChannels) {
+  const std::vector<Pagina> pagine = {
+      {"docs/glossary.md", "\n## Channels", "\n## ", R"(^\| (\d+) \|)", true},
+      {"docs/channels.md", "\n## Where they differ", "\n## ", R"(^\| Number in the settings \|(.*)$)"},
+      {"docs/windows.md", "\n## What else a machine needs", "\n## ",
+       R"(^\|[^|]*\| (?:the )?channels? ([\d, and]+))"},
+      {"com/LEGGIMI.txt", "\nChe cosa serve per inviare", "\nQualunque sia il canale",
+       R"(^  (\d+(, \d+)*)  +\S)"},
+  };
+  for (const Pagina& pagina : pagine) {
+    const auto numeri = NumeriSulla(pagina);
+    for (const TrattiCanale& canale : TuttiICanali()) {
+      if (!Consegna(canale) && !pagina.ancheNessuno) continue;
+      EXPECT_TRUE(numeri.contains(canale.numero))
+          << pagina.file << " does not tell of channel " << canale.numero << ", " << canale.nome;
+    }
+    for (const std::int32_t numero : numeri) {
+      EXPECT_TRUE(NomiDeiCanali().contains(numero)) << pagina.file << " tells of " << numero;
+    }
+  }
+}
+
+// One channel may have several numbers: any of them will do.
+TEST(TrattiDeiCanali, HaveTheirCaseInEveryTestThatGoesThroughThem) {
+  std::map<std::string_view, std::vector<std::string>> nomi;  // of the numbers, by channel
+  for (const TrattiCanale& canale : TuttiICanali()) {
+    if (Consegna(canale)) nomi[canale.nome].push_back(NomiDeiCanali().at(canale.numero));
+  }
+  for (const char* file : {"tests/fakes/oggetti_dei_canali.cpp", "tests/faults/scene.cpp",
+                           "tests/journals/scena.cpp", "tests/service/send_observer_test.cpp"}) {
+    const std::string testo = TestoDi(file);
+    for (const auto& [canale, numeri] : nomi) {
+      EXPECT_TRUE(std::ranges::any_of(numeri, [&](const auto& nome) { return Nomina(testo, nome); }))
+          << file << " has no case for " << canale;
+    }
+  }
+}
+
+TEST(TrattiDeiCanali, HaveTheirNumbersInTheTestsOfTheInterfaces) {
+  for (const char* file : {"tests/service/lifecycle_test.cpp", "tests/windows/type_library_test.cpp"}) {
+    const std::string testo = TestoDi(file);
+    for (const auto& [numero, nome] : NomiDeiCanali()) {
+      EXPECT_TRUE(Nomina(testo, nome)) << file << " does not hold " << nome << " to " << numero;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace orve

@@ -1,0 +1,32 @@
+#include "fakes/oggetti_dei_canali.h"
+
+namespace orve::fakes {
+
+const std::vector<OggettiDelCanale>& OggettiDeiCanali() {
+  static const std::vector<OggettiDelCanale> kOggetti = {
+      {kvSMTPSSLMail,
+       "SMTP",
+       "smtp.SendMail",
+       {"smtp.ServerAddr ", "smtp.ServerPort ", "smtp.ConnectType ", "smtp.UserName ", "smtp.From ",
+        "smtp.FromAddr ", "smtp.AddRecipientEx ", "smtp.AddAttachment ", "smtp.Subject ", "smtp.BodyFormat ",
+        "smtp.BodyText ", "smtp.AddHeader ", "smtp.DeliveryNotification "},
+       {}},
+      {kvOutlook,
+       "Outlook",
+       "MailItem.Send",
+       {"MailItem.To ", "MailItem.cc ", "MailItem.Bcc ", "MailItem.Subject ", "MailItem.body ",
+        "MailItem.BodyFormat ", "MailItem.HTMLBody ", "MailItem.ReadReceiptRequested ", "Attachments.Add "},
+       {}},
+      {kvSimpleMAPI,
+       "Simple MAPI",
+       "MAPIMessages.Send",
+       {"MAPIMessages.Recip", "MAPIMessages.Msg", "MAPIMessages.AttachmentPathName ",
+        "MAPIMessages.AttachmentName "},
+       {}},
+      // Recipients, files and body are in the records that the call of BMAPISendMail is given.
+      {kvMAPI, "MAPI32", "MAPI32.BMAPISendMail", {}, {"MAPI32.MAPILog"}},
+  };
+  return kOggetti;
+}
+
+}  // namespace orve::fakes

@@ -1,0 +1,23 @@
+// What the fakes of the objects that deliver leave in the journal, one row for each channel: with these lines
+// the tests tell what a message was made of and whether it was sent.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "orve-mailserver/service/enumerations.h"
+
+namespace orve::fakes {
+
+struct OggettiDelCanale {
+  kvEnum_ServizioMail canale;  // one of its numbers, where it has several
+  std::string_view titolo;
+  std::string_view invio;                   // how the line begins with which the message is sent
+  std::vector<std::string_view> contenuto;  // the lines that say what is in the message, and for whom
+  std::vector<std::string_view> sessione;   // the lines before and after them
+};
+
+/// In the order in which tests go through the channels.
+[[nodiscard]] const std::vector<OggettiDelCanale>& OggettiDeiCanali();
+
+}  // namespace orve::fakes
