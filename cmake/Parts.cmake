@@ -41,17 +41,54 @@ function(orve_part target component)
     DESTINATION "${ORVE_CMAKE_DIR}" COMPONENT development)
 endfunction()
 
-# orve_adapter(TARGET COMPONENT): the part in adapters/COMPONENT, with its public headers if it has any.
-function(orve_adapter target component)
+# orve_adapter(COMPONENT [NEEDS PART...] [USES PART...] [MODULES "NAME MODULE..."...] [FINDS "PACKAGE ARGUMENT..."...] [SOURCES FILE...]):
+# the part in adapters/COMPONENT as target orve-COMPONENT, of the sources in its folder and SOURCES, with its public headers if it has any.
+# Its own headers include those of the parts that it NEEDS, its sources alone those of the parts that it USES: core is the library,
+# text its text operations, any other the adapter of that name. Its sources also get the modules of pkg-config, found as
+# PkgConfig::NAME. What find_package is given for the libraries that it links by itself, FINDS repeats to programs over the installed part.
+function(orve_adapter component)
+  cmake_parse_arguments(ARG "" "" "NEEDS;USES;MODULES;FINDS;SOURCES" ${ARGN})
+  set(target orve-${component})
+  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+  add_library(${target} STATIC ${sources} ${ARG_SOURCES})
   set(folders "${component}=adapters/${component}")
   if(EXISTS "${PROJECT_SOURCE_DIR}/include/orve-mailserver/${component}")
     list(APPEND folders "orve-mailserver/${component}=include/orve-mailserver/${component}")
   endif()
   orve_part(${target} ${component} ${folders})
+
+  set(installed)
+  foreach(part IN LISTS ARG_NEEDS ARG_USES)
+    set(link PRIVATE)
+    if(part IN_LIST ARG_NEEDS)
+      set(link PUBLIC)
+    endif()
+    if(part STREQUAL text) # nothing of it is installed
+      target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:orve-text>)
+      continue()
+    elseif(part STREQUAL core)
+      target_link_libraries(${target} ${link} orve-mailserver)
+    else()
+      target_link_libraries(${target} ${link} orve-${part})
+    endif()
+    string(APPEND installed "  _orve_component(${part})\n")
+  endforeach()
+  foreach(module IN LISTS ARG_MODULES)
+    string(APPEND installed "  _orve_modules(${module})\n")
+    separate_arguments(module UNIX_COMMAND "${module}")
+    list(POP_FRONT module name)
+    pkg_check_modules(${name} REQUIRED IMPORTED_TARGET ${module})
+    target_link_libraries(${target} PRIVATE PkgConfig::${name})
+  endforeach()
+  foreach(package IN LISTS ARG_FINDS)
+    string(APPEND installed "  find_dependency(${package})\n")
+  endforeach()
+  set_property(GLOBAL APPEND_STRING PROPERTY ORVE_BELOW_PARTS "macro(_orve_below_${component})\n${installed}endmacro()\n")
 endfunction()
 
 # orve_package(): what find_package reads first, and the Debian packages that `./dev package` makes.
 function(orve_package)
+  get_property(ORVE_BELOW_PARTS GLOBAL PROPERTY ORVE_BELOW_PARTS)
   configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/orve-mailserver-config.cmake.in"
     "${PROJECT_BINARY_DIR}/orve-mailserver-config.cmake" INSTALL_DESTINATION "${ORVE_CMAKE_DIR}")
   write_basic_package_version_file("${PROJECT_BINARY_DIR}/orve-mailserver-config-version.cmake"
