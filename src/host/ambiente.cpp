@@ -8,14 +8,10 @@
 
 namespace orve::host {
 
-namespace {
-
-[[noreturn]] void NonCreabile(std::string_view oggetto) {
+void Ambiente::NonCreabile(std::string_view oggetto) {
   throw Errore(kOggettoNonCreabile, "ORVE_MAILSERVER",
                "Impossibile creare l'oggetto " + std::string(oggetto));
 }
-
-}  // namespace
 
 std::shared_ptr<Form> Ambiente::CreaForm(const LayoutForm& layout) {
   NonCreabile(layout.nome);

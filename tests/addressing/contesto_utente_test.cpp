@@ -191,7 +191,7 @@ TEST_P(AccountAllInizio, IsLoadedAfterTheCompanyOnTheChannelsThatHaveOne) {
   EXPECT_EQ(interno.contesto.AziendaCorr, "Azienda S.p.A.");
 }
 
-INSTANTIATE_TEST_SUITE_P(Canali, AccountAllInizio, ::testing::ValuesIn(kCanali),
+INSTANTIATE_TEST_SUITE_P(Canali, AccountAllInizio, ::testing::ValuesIn(Canali().begin(), Canali().end()),
                          [](const auto& caso) { return "Channel" + std::to_string(caso.param.numero); });
 
 TEST_F(ContestoUtente, FailuresOfTheInitialisersReachTheProgramThatCalled) {

@@ -17,8 +17,8 @@ namespace orve::window_contract {
 /// The channels that deliver, as a window can be opened for each.
 [[nodiscard]] inline std::vector<TrattiCanale> CanaliConFinestra() {
   std::vector<TrattiCanale> canali;
-  std::ranges::copy_if(kCanali, std::back_inserter(canali),
-                       [](const TrattiCanale& canale) { return canale.numero != kvNoMail; });
+  std::ranges::copy_if(Canali(), std::back_inserter(canali),
+                       [](const TrattiCanale& canale) { return canale.consegna != nullptr; });
   return canali;
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <string_view>
 
 #include "orve-mailserver/api.h"
 #include "orve-mailserver/host/automation.h"
@@ -81,6 +82,13 @@ class ORVE_API Ambiente {
 
   /// Who is told what becomes of a send; lives as long as the Ambiente. Unless overridden, nobody.
   [[nodiscard]] virtual OsservatoreInvio& Osservatore();
+
+  // A new object goes here, below all others, so that programs find those in their places, with a body that
+  // raises NonCreabile.
+
+ protected:
+  /// Raises 429 with the object's name: what a host does that does not bring it.
+  [[noreturn]] static void NonCreabile(std::string_view oggetto);
 };
 
 }  // namespace orve::host
