@@ -1,4 +1,4 @@
-# For what comes over the network; to be read by other scripts.
+# For what comes over the network; other scripts source it.
 
 # again COMMAND...: a mirror that fails, or whose lists change while they are read, is asked again.
 again() {

@@ -68,7 +68,8 @@ TEST(Ambiente, WhatAHostDoesNotBringIsNamedInTheError) {
       EXPECT_EQ(errore.Descrizione(), "Impossibile creare l'oggetto " + caso.oggetto);
     }
   }
-  EXPECT_EQ(provati, Nomi(Intestazione(kAmbiente), R"(virtual std::shared_ptr<\w+> (Crea\w+)\([^)]*\)(?:;| \{))"));
+  EXPECT_EQ(provati,
+            Nomi(Intestazione(kAmbiente), R"(virtual std::shared_ptr<\w+> (Crea\w+)\([^)]*\)(?:;| \{))"));
 }
 
 // What has a default is easily forgotten by those who make the object or hand it on: nothing but a 429 on
