@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "channels/channel_traits.h"
-#include "fakes/oggetti_dei_canali.h"
+#include "fakes/oggetti_del_canale.h"
 #include "places.h"
 
 namespace orve {
@@ -114,7 +114,7 @@ TEST(TrattiDeiCanali, HaveTheirCaseInEveryTestThatGoesThroughThem) {
   for (const TrattiCanale& canale : Canali()) {
     if (canale.consegna != nullptr) nomi[canale.nome].push_back(NomiDeiCanali().at(canale.numero));
   }
-  for (const char* file : {"tests/fakes/oggetti_dei_canali.cpp", "tests/faults/scene.cpp",
+  for (const char* file : {"tests/fakes/oggetti_del_canale.cpp", "tests/faults/scene.cpp",
                            "tests/journals/scena.cpp", "tests/service/send_observer_test.cpp"}) {
     const std::string testo = TestoDi(file);
     for (const auto& [canale, numeri] : nomi) {

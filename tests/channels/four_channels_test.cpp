@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "fakes/oggetti_dei_canali.h"
+#include "fakes/oggetti_del_canale.h"
 #include "fakes/servizio_di_prova.h"
 #include "golden.h"
 #include "text/text.h"

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "fakes/oggetti_dei_canali.h"
+#include "fakes/oggetti_del_canale.h"
 #include "orve-mailserver/host/errore.h"
 #include "text/text.h"
 

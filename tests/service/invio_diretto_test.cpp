@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "channels/channel_traits.h"
-#include "fakes/oggetti_dei_canali.h"
+#include "fakes/oggetti_del_canale.h"
 #include "fakes/servizio_di_prova.h"
 #include "service/invio_diretto.h"
 

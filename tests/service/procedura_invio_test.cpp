@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "fakes/oggetti_dei_canali.h"
+#include "fakes/oggetti_del_canale.h"
 #include "fakes/servizio_di_prova.h"
 
 namespace orve {

@@ -1,4 +1,4 @@
-#include "fakes/oggetti_dei_canali.h"
+#include "fakes/oggetti_del_canale.h"
 
 namespace orve::fakes {
 
