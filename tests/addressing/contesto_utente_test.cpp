@@ -166,7 +166,7 @@ TEST_F(ContestoUtente, OtherCodesDoNotChangeAKnownId) {
   EXPECT_EQ(GetIdUtente(interno.contesto, interno.oggetti), 43);
 }
 
-class AccountAllInizio : public ContestoUtente, public ::testing::WithParamInterface<TrattiCanale> {};
+class AccountAllInizio : public ContestoUtente, public ::testing::WithParamInterface<ChannelTraits> {};
 
 TEST_P(AccountAllInizio, IsLoadedAfterTheCompanyOnTheChannelsThatHaveOne) {
   servizio->SrvMailInstallato = GetParam().numero;

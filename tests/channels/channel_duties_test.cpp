@@ -45,7 +45,7 @@ std::map<std::int32_t, std::string> NomiNellEnumerazione(const std::string& file
 }
 
 std::map<std::int32_t, std::string> NomiDeiCanali() {
-  return NomiNellEnumerazione("include/orve-mailserver/service/enumerations.h", "enum kvEnum_ServizioMail");
+  return NomiNellEnumerazione("include/orve-mailserver/service/enumerazioni.h", "enum kvEnum_ServizioMail");
 }
 
 struct Pagina {
@@ -83,7 +83,7 @@ TEST(TrattiDeiCanali, HaveTheNamesAndNumbersOfBothEnumerations) {
   const auto nomi = NomiDeiCanali();
   EXPECT_EQ(NomiNellEnumerazione("com/idl/orve_mailserver.idl", "enum kvEnum_ServizioMail"), nomi);
   EXPECT_EQ(nomi.size(), std::size(Canali())) << "a number without a row, or a row without a number";
-  for (const TrattiCanale& canale : Canali()) EXPECT_TRUE(nomi.contains(canale.numero)) << canale.nome;
+  for (const ChannelTraits& canale : Canali()) EXPECT_TRUE(nomi.contains(canale.numero)) << canale.nome;
 }
 
 TEST(TrattiDeiCanali, StandOnEveryPageThatTellsOfTheChannels) {
@@ -97,7 +97,7 @@ TEST(TrattiDeiCanali, StandOnEveryPageThatTellsOfTheChannels) {
   };
   for (const Pagina& pagina : pagine) {
     const auto numeri = NumeriSulla(pagina);
-    for (const TrattiCanale& canale : Canali()) {
+    for (const ChannelTraits& canale : Canali()) {
       if (canale.consegna == nullptr && !pagina.ancheNessuno) continue;
       EXPECT_TRUE(numeri.contains(canale.numero))
           << pagina.file << " does not tell of channel " << canale.numero << ", " << canale.nome;
@@ -111,7 +111,7 @@ TEST(TrattiDeiCanali, StandOnEveryPageThatTellsOfTheChannels) {
 // One channel may have several numbers: any of them will do.
 TEST(TrattiDeiCanali, HaveTheirCaseInEveryTestThatGoesThroughThem) {
   std::map<std::string_view, std::vector<std::string>> nomi;  // of the numbers, by channel
-  for (const TrattiCanale& canale : Canali()) {
+  for (const ChannelTraits& canale : Canali()) {
     if (canale.consegna != nullptr) nomi[canale.nome].push_back(NomiDeiCanali().at(canale.numero));
   }
   for (const char* file : {"tests/fakes/oggetti_del_canale.cpp", "tests/faults/scene.cpp",

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "orve-mailserver/service/enumerations.h"
+#include "orve-mailserver/service/enumerazioni.h"
 
 namespace orve::fakes {
 

@@ -141,7 +141,7 @@ TEST_F(InvioDiretto, WithAllArgumentsLeftOutTheAccountIsNotFoundAndTheChannelDec
 }
 
 TEST_F(InvioDiretto, TheAccountOfTheCallIsTakenWhereThereAreAccountsAndIgnoredElsewhere) {
-  for (const TrattiCanale& canale : Canali()) {
+  for (const ChannelTraits& canale : Canali()) {
     servizio->SrvMailInstallato = canale.numero;
     interno.account.IdMittenteDiretto = 5;
     const auto prima = connessione->Statements().size();

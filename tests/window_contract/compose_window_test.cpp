@@ -116,7 +116,7 @@ INSTANTIATE_TEST_SUITE_P(Modi, ContrattoUscita,
                                            Uscita{"Chiudi", [](const Vista& f) { f.Chiude(); }}),
                          [](const auto& caso) { return std::string(caso.param.nome); });
 
-class ContrattoCanale : public Contratto, public ::testing::WithParamInterface<TrattiCanale> {};
+class ContrattoCanale : public Contratto, public ::testing::WithParamInterface<ChannelTraits> {};
 
 TEST_P(ContrattoCanale, TheSenderIsSeenWhereItCanBeChosen) {
   servizio->SrvMailInstallato = GetParam().numero;

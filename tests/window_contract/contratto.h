@@ -15,15 +15,15 @@
 namespace orve::window_contract {
 
 /// The channels that deliver, as a window can be opened for each.
-[[nodiscard]] inline std::vector<TrattiCanale> CanaliConFinestra() {
-  std::vector<TrattiCanale> canali;
+[[nodiscard]] inline std::vector<ChannelTraits> CanaliConFinestra() {
+  std::vector<ChannelTraits> canali;
   std::ranges::copy_if(Canali(), std::back_inserter(canali),
-                       [](const TrattiCanale& canale) { return canale.consegna != nullptr; });
+                       [](const ChannelTraits& canale) { return canale.consegna != nullptr; });
   return canali;
 }
 
 /// Names the tests of a channel.
-[[nodiscard]] inline std::string NomeDelCanale(const ::testing::TestParamInfo<TrattiCanale>& caso) {
+[[nodiscard]] inline std::string NomeDelCanale(const ::testing::TestParamInfo<ChannelTraits>& caso) {
   return "Canale" + std::to_string(caso.param.numero);
 }
 

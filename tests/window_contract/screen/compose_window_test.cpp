@@ -243,7 +243,8 @@ TEST_F(InvioSulloSchermo, APathWithoutItsSeparatorIsToldAndTheWindowStays) {
   });
 }
 
-class MittenteSulloSchermo : public ContrattoSuSchermo, public ::testing::WithParamInterface<TrattiCanale> {};
+class MittenteSulloSchermo : public ContrattoSuSchermo,
+                             public ::testing::WithParamInterface<ChannelTraits> {};
 
 TEST_P(MittenteSulloSchermo, TakesTheHeightOfItsFrameAwayWithIt) {
   const bool conMittente = GetParam().haAccount;
