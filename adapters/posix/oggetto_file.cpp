@@ -139,7 +139,7 @@ bool CopieVecchie(const fs::path& cartella) {
   }
   std::error_code codice;
   const auto ultima = fs::last_write_time(cartella, codice);
-  return !codice && fs::file_time_type::clock::now() - ultima > kVitaDelleCopie;
+  return !codice && fs::file_time_type::clock::now() - ultima > values::kVitaDelleCopie;
 }
 
 // What cannot be removed is left for next time.

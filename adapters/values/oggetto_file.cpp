@@ -17,11 +17,11 @@ std::string OggettoFile::Nome() {
 void OggettoFile::Crea(std::int32_t tipo, const std::string& nome, const std::string& /*testo*/,
                        std::int32_t /*opzioni*/) {
   if (tipo != kCopia) throw host::Errore(host::kArgomentoNonValido);
-  percorso_ = PostoPerCopia(nome);
+  percorso_ = host::Richiesto(copie_).PostoPer(nome);
 }
 
 std::int32_t OggettoFile::Posizione() {
-  return DaCopiarePrima() ? static_cast<std::int32_t>(kDaCopiare) : 0;
+  return vaCopiato_ && vaCopiato_(Nativo()) ? static_cast<std::int32_t>(kDaCopiare) : 0;
 }
 
 void OggettoFile::Apri(const std::string& nome, const std::string& cartella, std::int32_t /*opzioni*/) {

@@ -94,7 +94,7 @@ bool CopieVecchie(const fs::path& cartella) {
                     (attributi & FILE_ATTRIBUTE_REPARSE_POINT) == 0;
   std::error_code codice;
   const auto ultima = fs::last_write_time(cartella, codice);
-  return vera && !codice && fs::file_time_type::clock::now() - ultima > kVitaDelleCopie;
+  return vera && !codice && fs::file_time_type::clock::now() - ultima > values::kVitaDelleCopie;
 }
 
 // What cannot be removed is left for next time.

@@ -1,18 +1,11 @@
 // The host's file objects on the files of Windows.
-//
-// A file that may not outlive the choice is copied before it is attached: one on a medium that the person can
-// remove, or one on another machine, which may be gone when the message is sent. The path of the copy is
-// passed on as text to whatever sends in the end, which may be another service object. So the copies stay, in
-// a folder of their own, and are removed when they are old.
 #pragma once
 
-#include <chrono>
-#include <functional>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
 
-#include "orve-mailserver/host/errore.h"
 #include "values/oggetto_file.h"
 
 namespace orve::adapters::win32::finestre {
@@ -21,19 +14,14 @@ namespace orve::adapters::win32::finestre {
 /// path that cannot be examined.
 [[nodiscard]] bool SuSupportoEsterno(const std::string& percorso);
 
-/// How long copies are kept, since the last one of their folder was made.
-inline constexpr std::chrono::hours kVitaDelleCopie{7 * 24};
-
-/// A private folder for copies, created for the first one. It outlives the object; whenever a folder is
-/// created, those next to it that are older than kVitaDelleCopie are removed.
-class CartellaCopie {
+/// The folder is created for the first copy and again if it has disappeared. Whenever one is created, those
+/// next to it that are older than values::kVitaDelleCopie are removed.
+class CartellaCopie : public values::CartellaCopie {
  public:
   /// `genitore`: where the folder is created; empty for the person's temporary folder.
   explicit CartellaCopie(std::string genitore = {}) : genitore_(std::move(genitore)) {}
 
-  /// A path for a file of this name, alone in a folder. Raises 52 for text that is not a plain file name, and
-  /// the error of Windows when the folder cannot be created.
-  [[nodiscard]] std::string PostoPer(const std::string& nome);
+  [[nodiscard]] std::string PostoPer(const std::string& nome) override;
 
  private:
   std::string genitore_;
@@ -43,25 +31,13 @@ class CartellaCopie {
 
 class OggettoFile : public values::OggettoFile {
  public:
-  using VaCopiato = std::function<bool(const std::string& percorso)>;
-
-  explicit OggettoFile(std::shared_ptr<CartellaCopie> copie, VaCopiato vaCopiato = SuSupportoEsterno)
-      : copie_(std::move(copie)), vaCopiato_(std::move(vaCopiato)) {}
+  explicit OggettoFile(std::shared_ptr<values::CartellaCopie> copie, VaCopiato vaCopiato = SuSupportoEsterno)
+      : values::OggettoFile(std::move(copie), std::move(vaCopiato)) {}
 
   /// True for a file, not a folder, that this program may read.
   [[nodiscard]] bool Esiste() override;
   /// A copy that fails halfway leaves no file behind.
   void CopiaIn(const std::shared_ptr<host::OggettoFile>& altro, std::int32_t opzioni) override;
-
- protected:
-  std::string PostoPerCopia(const std::string& nome) override {
-    return host::Richiesto(copie_).PostoPer(nome);
-  }
-  bool DaCopiarePrima() override { return vaCopiato_ && vaCopiato_(Percorso()); }
-
- private:
-  std::shared_ptr<CartellaCopie> copie_;
-  VaCopiato vaCopiato_;
 };
 
 }  // namespace orve::adapters::win32::finestre

@@ -13,13 +13,23 @@ namespace {
 
 constexpr const char* kProgramma = "orve-mail";
 
+// Where the copies of a send go, whose paths the library's statements can take; they are removed with the
+// send.
+class CopieDellInvio : public adapters::values::CartellaCopie {
+ public:
+  explicit CopieDellInvio(std::shared_ptr<Allegati> allegati) : allegati_(std::move(allegati)) {}
+  [[nodiscard]] std::string PostoPer(const std::string& nome) override { return allegati_->PostoPer(nome); }
+
+ private:
+  std::shared_ptr<Allegati> allegati_;
+};
+
 // A file that is copied is checked first, just as one that is attached in place is checked when it is sent.
-// The copy has a path that the library's statements can take and the file's own name for people, and is
-// removed with the send.
+// The copy has the file's own name for people.
 class FileDellaFinestra : public adapters::posix::OggettoFile {
  public:
   explicit FileDellaFinestra(std::shared_ptr<Allegati> allegati)
-      : OggettoFile(nullptr,
+      : OggettoFile(std::make_shared<CopieDellInvio>(allegati),
                     [](const std::string& nativo) {
                       return !Allegati::NomeInnocuo(nativo) || adapters::posix::SuSupportoEsterno(nativo);
                     }),
@@ -27,13 +37,6 @@ class FileDellaFinestra : public adapters::posix::OggettoFile {
   [[nodiscard]] std::string Nome() override { return allegati_->NomeVero(Percorso()); }
   void CopiaIn(const std::shared_ptr<host::OggettoFile>& altro, std::int32_t /*opzioni*/) override {
     allegati_->Copia(Percorso(), host::Richiesto(altro).Percorso());
-  }
-  void Crea(std::int32_t tipo, const std::string& nome, const std::string& /*testo*/,
-            std::int32_t opzioni) override {
-    if (tipo != kCopia) throw host::Errore(host::kArgomentoNonValido);
-    const std::string posto = allegati_->PostoPer(nome);
-    const auto ultima = posto.rfind('\\');
-    Apri(posto.substr(ultima + 1), posto.substr(0, ultima), opzioni);
   }
 
  private:

@@ -163,9 +163,9 @@ TEST_F(FileDellOspite, OldCopiesAreRemovedWhenTheNextFolderIsMade) {
   const fs::path daltri = cartella / "altro-XXXXXX";
   fs::create_directory(daltri);
   fs::create_directory_symlink(daltri, cartella / "orve-allegati-legame");
-  invecchia(vecchia, kVitaDelleCopie + std::chrono::hours(1));
-  invecchia(recente, kVitaDelleCopie - std::chrono::hours(1));
-  invecchia(daltri, kVitaDelleCopie + std::chrono::hours(1));
+  invecchia(vecchia, values::kVitaDelleCopie + std::chrono::hours(1));
+  invecchia(recente, values::kVitaDelleCopie - std::chrono::hours(1));
+  invecchia(daltri, values::kVitaDelleCopie + std::chrono::hours(1));
   const fs::path nuova = cartellaDi();
   EXPECT_FALSE(fs::exists(vecchia));
   EXPECT_TRUE(fs::exists(recente));
