@@ -62,8 +62,7 @@ class AmbienteWin32 final : public host::Ambiente {
   }
 
   [[nodiscard]] std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override {
-    // The host's chooser asks the person and knows nothing about what was dropped.
-    return finestre_.CreaForm(layout, !FileDelHost());
+    return finestre_.CreaForm(layout);
   }
   [[nodiscard]] std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia() override {
     return finestre_.CreaConfigurazioneGriglia();
@@ -98,7 +97,8 @@ class AmbienteWin32 final : public host::Ambiente {
            ClasseRegistrata(classi::kCollezioneFile);
   }
 
-  finestre::Finestre finestre_;
+  // The host's chooser asks the person and knows nothing about what was dropped.
+  finestre::Finestre finestre_{{.accettaFile = [] { return !FileDelHost(); }}};
   ClockWin32 orologio_;
   DebugOutputWin32 debug_;
   GuidGeneratorWin32 guid_;

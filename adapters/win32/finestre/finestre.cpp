@@ -29,8 +29,9 @@ struct Finestre::Comune {
 Finestre::Finestre(WindowOptions opzioni) : comune_(std::make_shared<Comune>(std::move(opzioni))) {}
 Finestre::~Finestre() = default;
 
-std::shared_ptr<host::Form> Finestre::CreaForm(const host::LayoutForm& layout, bool accettaFile) {
-  return std::make_shared<FormWin32>(layout, accettaFile ? comune_->lasciati : nullptr);
+std::shared_ptr<host::Form> Finestre::CreaForm(const host::LayoutForm& layout) {
+  const auto& accettaFile = comune_->opzioni.accettaFile;
+  return std::make_shared<FormWin32>(layout, !accettaFile || accettaFile() ? comune_->lasciati : nullptr);
 }
 
 std::shared_ptr<host::ConfigurazioneGriglia> Finestre::CreaConfigurazioneGriglia() {

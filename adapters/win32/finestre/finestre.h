@@ -10,12 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "orve-mailserver/host/controlli.h"
-#include "orve-mailserver/host/griglia.h"
-#include "orve-mailserver/host/layout.h"
-#include "orve-mailserver/host/messaggi.h"
-#include "orve-mailserver/host/oggetti_file.h"
-#include "orve-mailserver/host/record_set_scollegato.h"
+#include "orve-mailserver/host/finestre.h"
 
 namespace orve::adapters::win32::finestre {
 
@@ -33,27 +28,29 @@ struct WindowOptions {
   /// Whether a file is copied before it is attached; by default one on a removable medium or on another
   /// machine.
   std::function<bool(const std::string&)> vaCopiato = {};
+  /// Whether files dropped on a window that is being made go to its file chooser, which must then be this
+  /// object's; by default they do.
+  std::function<bool()> accettaFile = {};
 };
 
 /// The factories. Each raises 429 when Windows cannot make what is asked for; the copies of attachments last
 /// as long as this object or any file object that came from it.
-class Finestre {
+class Finestre : public host::Finestre {
  public:
   explicit Finestre(WindowOptions opzioni = {});
   Finestre(const Finestre&) = delete;
   Finestre& operator=(const Finestre&) = delete;
   Finestre(Finestre&&) = delete;
   Finestre& operator=(Finestre&&) = delete;
-  ~Finestre();
+  ~Finestre() override;
 
-  /// `accettaFile`: files dropped on the window go to its file chooser, which must be this object's.
-  [[nodiscard]] std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout, bool accettaFile = true);
-  [[nodiscard]] std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia();
-  [[nodiscard]] std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato();
-  [[nodiscard]] std::shared_ptr<host::SelettoreFile> CreaSelettoreFile();
-  [[nodiscard]] std::shared_ptr<host::OggettoFile> CreaOggettoFile();
-  [[nodiscard]] std::shared_ptr<host::CollezioneFile> CreaCollezioneFile();
-  [[nodiscard]] std::shared_ptr<host::Messaggi> CreaMessaggi();
+  [[nodiscard]] std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override;
+  [[nodiscard]] std::shared_ptr<host::ConfigurazioneGriglia> CreaConfigurazioneGriglia() override;
+  [[nodiscard]] std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato() override;
+  [[nodiscard]] std::shared_ptr<host::SelettoreFile> CreaSelettoreFile() override;
+  [[nodiscard]] std::shared_ptr<host::OggettoFile> CreaOggettoFile() override;
+  [[nodiscard]] std::shared_ptr<host::CollezioneFile> CreaCollezioneFile() override;
+  [[nodiscard]] std::shared_ptr<host::Messaggi> CreaMessaggi() override;
 
  private:
   struct Comune;
