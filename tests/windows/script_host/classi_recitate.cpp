@@ -10,6 +10,7 @@
 #include "oggetto_nominato.h"
 #include "win32/conversions.h"
 #include "win32/errori_com.h"
+#include "windows/fabbrica.h"
 
 namespace orve::prova {
 
@@ -19,42 +20,10 @@ using adapters::win32::Verifica;
 
 namespace {
 
-class Fabbrica final : public IClassFactory {
- public:
-  explicit Fabbrica(std::function<VariantCom()> funzione) : funzione_(std::move(funzione)) {}
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
-    *oggetto = iid == IID_IUnknown || iid == IID_IClassFactory ? this : nullptr;
-    if (*oggetto == nullptr) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override {
-    return static_cast<ULONG>(InterlockedIncrement(&riferimenti_));
-  }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const LONG rimasti = InterlockedDecrement(&riferimenti_);
-    if (rimasti == 0) delete this;
-    return static_cast<ULONG>(rimasti);
-  }
-  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* esterno, REFIID iid, void** oggetto) override {
-    *oggetto = nullptr;
-    if (esterno != nullptr) return CLASS_E_NOAGGREGATION;
-    try {
-      const VariantCom fatto = funzione_();
-      if (V_VT(&fatto.Get()) != VT_DISPATCH || V_DISPATCH(&fatto.Get()) == nullptr) return E_FAIL;
-      return V_DISPATCH(&fatto.Get())->QueryInterface(iid, oggetto);
-    } catch (...) {
-      return E_FAIL;  // a script that refuses plays a machine that cannot create the object
-    }
-  }
-  HRESULT STDMETHODCALLTYPE LockServer(BOOL /*blocca*/) override { return S_OK; }
-
- private:
-  ~Fabbrica() = default;
-  LONG riferimenti_ = 0;
-  std::function<VariantCom()> funzione_;
-};
+// Absent for what is no object.
+ComPtr<IDispatch> OggettoDi(const VariantCom& valore) {
+  return ComPtr(V_VT(&valore.Get()) == VT_DISPATCH ? V_DISPATCH(&valore.Get()) : nullptr);
+}
 
 // The same identifier for the same name in every process, so that tests that run at once agree.
 GUID IdentificatorePer(const std::wstring& nome) {
@@ -85,7 +54,7 @@ void Annota(HKEY radice, const std::wstring& nome, const GUID& guid) {
   RegCloseKey(chiave);
 }
 
-class OggettoSpiato final : public OggettoContato {
+class OggettoSpiato final : public OggettoSenzaTipo {
  public:
   OggettoSpiato(std::wstring nome, ComPtr<IDispatch> oggetto, std::function<void(const std::string&)> scrivi)
       : nome_(std::move(nome)), oggetto_(std::move(oggetto)), scrivi_(std::move(scrivi)) {}
@@ -151,7 +120,8 @@ void ClassiRecitate::Recita(const std::wstring& classe, std::function<VariantCom
     CLSID trovato = CLSID_NULL;
     if (FAILED(CLSIDFromProgID(classe.c_str(), &trovato))) Annota(HKEY_LOCAL_MACHINE, classe, identificatore);
   }
-  const ComPtr<Fabbrica> nuova(new Fabbrica(std::move(fabbrica)));
+  const ComPtr<Fabbrica> nuova(
+      new Fabbrica([fabbrica = std::move(fabbrica)] { return OggettoDi(fabbrica()); }));
   DWORD registrazione = 0;
   Verifica(CoRegisterClassObject(identificatore, nuova.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
                                  &registrazione));

@@ -84,7 +84,7 @@ class Ponte {
   VariantCom copia_;
 };
 
-class Ascoltatore final : public OggettoContato {
+class Ascoltatore final : public OggettoSenzaTipo {
  public:
   Ascoltatore(const ComPtr<ITypeInfo>& eventi, std::wstring prefisso,
               std::function<ComPtr<IDispatch>()> script)
@@ -95,12 +95,6 @@ class Ascoltatore final : public OggettoContato {
 
   [[nodiscard]] const IID& Interfaccia() const { return iid_; }
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
-    if (iid != iid_) return OggettoContato::QueryInterface(iid, oggetto);
-    *oggetto = static_cast<IDispatch*>(this);
-    AddRef();
-    return S_OK;
-  }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID /*riservato*/, LPOLESTR* nomi, UINT quanti, LCID /*lingua*/,
                                           DISPID* numeri) override {
     return eventi_->GetIDsOfNames(nomi, quanti, numeri);
@@ -112,6 +106,9 @@ class Ascoltatore final : public OggettoContato {
   }
 
  private:
+  [[nodiscard]] void* Trova(REFIID iid) noexcept override {
+    return iid == iid_ ? static_cast<IDispatch*>(this) : OggettoSenzaTipo::Trova(iid);
+  }
   VariantCom Chiama(DISPID membro, const DISPPARAMS& argomenti) {
     adapters::win32::Bstr nome;
     UINT letti = 0;

@@ -58,26 +58,12 @@ std::string TestoDi(const VARIANT& valore) {
   return adapters::win32::FromBstr(V_BSTR(&copia.Get()));
 }
 
-HRESULT OggettoContato::QueryInterface(REFIID iid, void** oggetto) {
-  if (oggetto == nullptr) return E_POINTER;
-  *oggetto = iid == IID_IUnknown || iid == IID_IDispatch ? this : nullptr;
-  if (*oggetto == nullptr) return E_NOINTERFACE;
-  AddRef();
-  return S_OK;
-}
-
-ULONG OggettoContato::Release() {
-  const LONG rimasti = InterlockedDecrement(&riferimenti_);
-  if (rimasti == 0) delete this;
-  return static_cast<ULONG>(rimasti);
-}
-
-HRESULT OggettoContato::GetTypeInfoCount(UINT* quanti) {
+HRESULT OggettoSenzaTipo::GetTypeInfoCount(UINT* quanti) {
   *quanti = 0;
   return S_OK;
 }
 
-HRESULT OggettoContato::GetTypeInfo(UINT /*quale*/, LCID /*lingua*/, ITypeInfo** tipo) {
+HRESULT OggettoSenzaTipo::GetTypeInfo(UINT /*quale*/, LCID /*lingua*/, ITypeInfo** tipo) {
   *tipo = nullptr;
   return DISP_E_BADINDEX;
 }

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "win32/com_ptr.h"
+#include "win32/contato.h"
 
 namespace orve::prova {
 
@@ -34,31 +35,14 @@ class Argomenti {
 /// Any value as text; booleans "true" and "false", numbers with a point, objects and arrays by their kind.
 [[nodiscard]] std::string TestoDi(const VARIANT& valore);
 
-/// Common base of the objects here: counts its references.
-class OggettoContato : public IDispatch {
+/// Common base of the objects here: no type library describes them.
+class OggettoSenzaTipo : public adapters::win32::Contato<IDispatch> {
  public:
-  OggettoContato() = default;
-  OggettoContato(const OggettoContato&) = delete;
-  OggettoContato& operator=(const OggettoContato&) = delete;
-  OggettoContato(OggettoContato&&) = delete;
-  OggettoContato& operator=(OggettoContato&&) = delete;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override;
-  ULONG STDMETHODCALLTYPE AddRef() override {
-    return static_cast<ULONG>(InterlockedIncrement(&riferimenti_));
-  }
-  ULONG STDMETHODCALLTYPE Release() override;
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* quanti) override;
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT quale, LCID lingua, ITypeInfo** tipo) override;
-
- protected:
-  virtual ~OggettoContato() = default;
-
- private:
-  LONG riferimenti_ = 0;
 };
 
-class OggettoNominato : public OggettoContato {
+class OggettoNominato : public OggettoSenzaTipo {
  public:
   using Membro = std::function<adapters::win32::VariantCom(const Argomenti&)>;
 

@@ -9,6 +9,7 @@
 #include "win32/conversions.h"
 #include "win32/dispatch.h"
 #include "win32/oggetto_com.h"
+#include "windows/fabbrica.h"
 
 namespace orve::prova {
 
@@ -255,43 +256,6 @@ AzioneCom Oggetto(const adapters::win32::ComPtr<DoppioCom>& oggetto) {
 
 namespace {
 
-class Fabbrica : public IClassFactory {
- public:
-  explicit Fabbrica(std::function<adapters::win32::ComPtr<IDispatch>()> crea) : crea_(std::move(crea)) {}
-  virtual ~Fabbrica() = default;
-  Fabbrica(const Fabbrica&) = delete;
-  Fabbrica& operator=(const Fabbrica&) = delete;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
-    *oggetto = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IClassFactory) return E_NOINTERFACE;
-    *oggetto = static_cast<IClassFactory*>(this);
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++riferiti_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG rimasti = --riferiti_;
-    if (rimasti == 0) delete this;
-    return rimasti;
-  }
-  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* esterno, REFIID iid, void** oggetto) override {
-    *oggetto = nullptr;
-    if (esterno != nullptr) return CLASS_E_NOAGGREGATION;
-    try {
-      const auto fatto = crea_();
-      return fatto ? fatto->QueryInterface(iid, oggetto) : E_FAIL;
-    } catch (...) {
-      return E_FAIL;
-    }
-  }
-  HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
-
- private:
-  std::function<adapters::win32::ComPtr<IDispatch>()> crea_;
-  ULONG riferiti_ = 1;
-};
-
 // Not the person's own classes: Wine does not look there.
 constexpr const wchar_t* kClassi = L"Software\\Classes\\";
 
@@ -320,7 +284,7 @@ ClasseCom::ClasseCom(const CLSID& identificatore, std::function<adapters::win32:
 
 void ClasseCom::Registra(const CLSID& identificatore,
                          std::function<adapters::win32::ComPtr<IDispatch>()> crea) {
-  const auto fabbrica = adapters::win32::ComPtr<IClassFactory>::Adotta(new Fabbrica(std::move(crea)));
+  const auto fabbrica = adapters::win32::ComPtr<IClassFactory>(new Fabbrica(std::move(crea)));
   if (FAILED(CoRegisterClassObject(identificatore, fabbrica.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
                                    &registrazione_))) {
     throw std::runtime_error("CoRegisterClassObject");

@@ -6,6 +6,7 @@
 
 #include "orve-mailserver/host/errore.h"
 #include "win32/classi.h"
+#include "win32/contato.h"
 #include "win32/conversions.h"
 #include "win32/mapi32.h"
 #include "windows/win32/mapi_doppio/mapi_doppio.h"
@@ -392,31 +393,10 @@ DoppioPtr Esponi(std::shared_ptr<host::DirectoryObject> oggetto) {
 }
 
 // What is behind the name "LDAP" in a path: it turns the path into a moniker that gives the object.
-class Percorsi : public IParseDisplayName, public IDispatch {
+class Percorsi final : public adapters::win32::Contato<IParseDisplayName, IDispatch> {
  public:
   explicit Percorsi(std::shared_ptr<fakes::FakeAmbiente> finto) : finto_(std::move(finto)) {}
-  virtual ~Percorsi() = default;
-  Percorsi(const Percorsi&) = delete;
-  Percorsi& operator=(const Percorsi&) = delete;
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** oggetto) override {
-    *oggetto = nullptr;
-    if (iid == IID_IUnknown || iid == IID_IParseDisplayName) {
-      *oggetto = static_cast<IParseDisplayName*>(this);
-    } else if (iid == IID_IDispatch) {
-      *oggetto = static_cast<IDispatch*>(this);
-    } else {
-      return E_NOINTERFACE;
-    }
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++riferiti_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG rimasti = --riferiti_;
-    if (rimasti == 0) delete this;
-    return rimasti;
-  }
   HRESULT STDMETHODCALLTYPE ParseDisplayName(IBindCtx*, LPOLESTR nome, ULONG* mangiati,
                                              IMoniker** moniker) override {
     *mangiati = static_cast<ULONG>(wcslen(nome));
@@ -442,7 +422,6 @@ class Percorsi : public IParseDisplayName, public IDispatch {
 
  private:
   std::shared_ptr<fakes::FakeAmbiente> finto_;
-  ULONG riferiti_ = 1;
 };
 
 // MAPI32.DLL passes its calls to the fake, with the texts as they arrived; without a fake it fails.
@@ -562,7 +541,7 @@ ClassiFinte::ClassiFinte(std::shared_ptr<fakes::FakeAmbiente> finto,
   nome(classi::kComando, [=] { return EsponiComando(database); });
   nome(classi::kConnessione, [=] { return Esponi(finto->DirectoryAziendale().CreaConnessione()); });
   nome(classi::kRecordSet, [=] { return Esponi(finto->DirectoryAziendale().CreaRecordSet()); });
-  nome(L"LDAP", [=] { return ComPtr<IDispatch>::Adotta(static_cast<IDispatch*>(new Percorsi(finto))); });
+  nome(L"LDAP", [=] { return ComPtr<IDispatch>(new Percorsi(finto)); });
   CLSID componente;
   CLSIDFromString(classi::kComponenteSmtp, &componente);
   classi_.push_back(std::make_unique<ClasseCom>(componente, [=]() -> ComPtr<IDispatch> {
