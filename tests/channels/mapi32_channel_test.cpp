@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "fakes/servizio_di_prova.h"
+#include "canale_di_prova.h"
 
 namespace orve {
 namespace {
@@ -18,25 +18,13 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-class CanaleMapi32 : public fakes::ServizioDiProva {
+class CanaleMapi32 : public CanaleDiProva {
  protected:
-  CanaleMapi32() {
-    interno.impostazioni.PathTemp = "C:\\Temp";
-    servizio->SrvMailInstallato = kvMAPI;
-    servizio->ModalitaInvio(kvAutomatico);
-    servizio->vFlagCorpo = 1;
-    servizio->vCorpoMail = "Buongiorno";
-    servizio->vOggetto = "Fattura 12";
-    servizio->vDitta = "Acme S.p.A.";
-    servizio->DittaCorrente = 1;
+  CanaleMapi32() : CanaleDiProva(kvMAPI) {
     interno.esito.StatoInvio = kvInvioNonImpostato;  // to see whether a run touches it
   }
 
-  void ConAllegati(const std::vector<std::string>& percorsi) {
-    for (const auto& percorso : percorsi) servizio->AddAllegato(percorso);
-  }
   [[nodiscard]] std::vector<std::string> Libreria() const { return journal->Righe({"MAPI32."}); }
-  [[nodiscard]] std::vector<std::string> Registro() const { return journal->Righe({"ObjRegistroInvio."}); }
   /// The records of the one call.
   [[nodiscard]] fakes::InvioMapi Inviato() const {
     EXPECT_EQ(ambiente->inviiMapi.size(), 1U);

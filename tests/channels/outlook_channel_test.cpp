@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "canale_di_prova.h"
 #include "channels/outlook_channel.h"
-#include "fakes/servizio_di_prova.h"
 
 namespace orve {
 namespace {
@@ -16,24 +16,13 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-class CanaleOutlook : public fakes::ServizioDiProva {
+class CanaleOutlook : public CanaleDiProva {
  protected:
-  CanaleOutlook() {
+  CanaleOutlook() : CanaleDiProva(kvOutlook) {
     interno.oggetti.objOutlookApp = ambiente->CreaOutlook();
-    interno.impostazioni.PathTemp = "C:\\Temp";
-    servizio->SrvMailInstallato = kvOutlook;
-    servizio->ModalitaInvio(kvAutomatico);
-    servizio->vFlagCorpo = 1;
-    servizio->vCorpoMail = "Buongiorno";
-    servizio->vOggetto = "Fattura 12";
-    servizio->vDitta = "Acme S.p.A.";
-    servizio->DittaCorrente = 1;
     journal->Svuota();
   }
 
-  void ConAllegati(const std::vector<std::string>& percorsi) {
-    for (const auto& percorso : percorsi) servizio->AddAllegato(percorso);
-  }
   void ConHTML(const std::string& firma) {
     servizio->ActiveInterface = fakes::CreaFakeInterfaccia(*ambiente, 7, true, false);
     connessione->Risponde("'AIT_MAIL_HTML'", {{{"", 1}}});
@@ -42,12 +31,7 @@ class CanaleOutlook : public fakes::ServizioDiProva {
     connessione->Risponde(" FROM FIRME", {{{"FIRMA_HTML", firma}, {"FONT", "Arial"}, {"DIMENSIONE", 2}}});
   }
   [[nodiscard]] std::vector<std::string> Elemento() const { return journal->Righe({"MailItem."}); }
-  [[nodiscard]] std::vector<std::string> Registro() const { return journal->Righe({"ObjRegistroInvio."}); }
   [[nodiscard]] bool Inviato() const { return journal->Conta("MailItem.Send") == 1; }
-  [[nodiscard]] std::string UltimaRigaLog() const {
-    const auto righe = journal->Righe({"TextStream.WriteLine "});
-    return righe.empty() ? "" : righe.back();
-  }
 };
 
 TEST_F(CanaleOutlook, FillsTheItemSendsItAndRecordsEachRecipientInThisOrder) {

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "canale_di_prova.h"
 #include "channels/simple_mapi_channel.h"
-#include "fakes/servizio_di_prova.h"
 
 namespace orve {
 namespace {
@@ -17,30 +17,12 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-class CanaleSimpleMapi : public fakes::ServizioDiProva {
+class CanaleSimpleMapi : public CanaleDiProva {
  protected:
-  CanaleSimpleMapi() {
-    interno.impostazioni.PathTemp = "C:\\Temp";
-    interno.oggetti.MapiSessionID = 4711;
-    servizio->SrvMailInstallato = kvSimpleMAPI;
-    servizio->ModalitaInvio(kvAutomatico);
-    servizio->vFlagCorpo = 1;
-    servizio->vCorpoMail = "Buongiorno";
-    servizio->vOggetto = "Fattura 12";
-    servizio->vDitta = "Acme S.p.A.";
-    servizio->DittaCorrente = 1;
-  }
+  CanaleSimpleMapi() : CanaleDiProva(kvSimpleMAPI) { interno.oggetti.MapiSessionID = 4711; }
 
-  void ConAllegati(const std::vector<std::string>& percorsi) {
-    for (const auto& percorso : percorsi) servizio->AddAllegato(percorso);
-  }
   [[nodiscard]] std::vector<std::string> Messaggio() const { return journal->Righe({"MAPIMessages."}); }
-  [[nodiscard]] std::vector<std::string> Registro() const { return journal->Righe({"ObjRegistroInvio."}); }
   [[nodiscard]] bool Inviato() const { return journal->Conta("MAPIMessages.Send") == 1; }
-  [[nodiscard]] std::string UltimaRigaLog() const {
-    const auto righe = journal->Righe({"TextStream.WriteLine "});
-    return righe.empty() ? "" : righe.back();
-  }
   void Ricomincia() {
     servizio->vNome.clear();
     servizio->vCollDestinatari.reset();
