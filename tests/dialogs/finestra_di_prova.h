@@ -10,49 +10,30 @@
 #include "dialogs/FRMRW_OPZMAIL.h"
 #include "fakes/fake_rubrica.h"
 #include "fakes/headless.h"
+#include "fakes/invio_manuale.h"
 #include "fakes/servizio_di_prova.h"
 #include "service/dialog_bridge.h"
 
 namespace orve::fakes {
-
-/// A row of the statements that list the accounts of a person.
-inline Riga RigaAccount(std::int16_t id, const std::string& indirizzo, std::int16_t lettura = 0,
-                        std::int16_t consegna = 0) {
-  return {{"FW23_SERVERNAME", "smtp.azienda.example"},
-          {"FW23_PORT", 25},
-          {"FW23_TIMEOUT", 60},
-          {"FW23_INDAUTH", 0},
-          {"FW23_SSL", 0},
-          {"FW98_IDACCOUNT", id},
-          {"FW98_MAILADDRESS", indirizzo},
-          {"FW98_USERNAME", "utente"},
-          {"FW98_PASSWORD", "{parola}"},
-          {"ALIAS", "Azienda"},
-          {"LETTURA", lettura},
-          {"CONSEGNA", consegna}};
-}
 
 /// On the SMTP channel with one account, in manual mode, with the chosen account in force and an empty list
 /// of recipients, as the send procedure and the event stage leave them.
 class FinestraDiProva : public ServizioDiProva {
  protected:
   FinestraDiProva() {
-    servizio->SrvMailInstallato = kvSMTPMail;
-    servizio->ModalitaInvio(kvManuale);
-    interno.account.UsaMittenteScelto = true;
-    interno.contesto.IdUtenteCorrente = 42;
-    Accounts({RigaAccount(12, "noi@azienda.example")});
+    PreparaInvioManuale(*servizio, interno, *connessione);
     Collezione();
   }
 
-  void Accounts(Righe righe) { connessione->Risponde("INNER JOIN FW99_MAILUSERACCOUNT", std::move(righe)); }
+  void Accounts(Righe righe) { OffriAccount(*connessione, std::move(righe)); }
   void SuCanale(std::int32_t canale) {
     servizio->SrvMailInstallato = static_cast<kvEnum_ServizioMail>(canale);
   }
 
-  /// The service opens the compose window, and the script runs in it. The journal holds what happened since
-  /// the window opened.
-  void Apri(Persona persona) {
+  /// `programma` opens a window, and the script runs in it. The journal holds what happened since the window
+  /// opened.
+  template <class Programma>
+  void ConPersona(const Persona& persona, const Programma& programma) {
     bool mostrata = false;
     bool finito = false;
     ambiente->persona = [&](HeadlessForm& finestra) {
@@ -61,10 +42,14 @@ class FinestraDiProva : public ServizioDiProva {
       finito = true;
     };
     journal->Svuota();
-    ApriForm_OpzInvio(interno, *servizio);
+    programma();
     ambiente->persona = nullptr;
     EXPECT_TRUE(mostrata) << "the window was not shown";
     EXPECT_TRUE(finito) << "an error has ended the script";  // which the service would take for its own
+  }
+  /// The service opens the compose window.
+  void Apri(const Persona& persona) {
+    ConPersona(persona, [this] { ApriForm_OpzInvio(interno, *servizio); });
   }
   void Apri() { Apri(nullptr); }
   /// The same, and the person confirms at the end.

@@ -133,6 +133,33 @@ TEST_F(ContrattoParametri, APathThatDoesNotExistIsToldAndTheWindowStays) {
   EXPECT_FALSE(servizio->MailParamIsValoriValidi());
 }
 
+TEST_F(ContrattoParametri, APathThatIsChangedByHandAfterItsChoiceIsTheOneThatCounts) {
+  const std::string scelto = toolkit->File("listino.pdf");
+  const std::string scritto = toolkit->File("listino.pdf.p7m");
+  Parametri([&](const Vista& finestra) {
+    Allega(finestra, scelto);
+    EXPECT_TRUE(
+        toolkit->Attende([&] { return finestra.Contenuto("TXT_ALLEGATO") == toolkit->PerPersona(scelto); }));
+    finestra.Digita("TXT_ALLEGATO", ".p7m");
+    Conferma(finestra);
+  });
+  EXPECT_EQ(servizio->MailParamAllegatoUnico(), scritto);
+}
+
+TEST_F(ContrattoParametri, AFileThatVanishesBetweenTheChoiceAndTheOkIsRefused) {
+  const std::string file = toolkit->File("listino.pdf");
+  Parametri([&](const Vista& finestra) {
+    Allega(finestra, file);
+    EXPECT_TRUE(
+        toolkit->Attende([&] { return finestra.Contenuto("TXT_ALLEGATO") == toolkit->PerPersona(file); }));
+    toolkit->Rimuove(file);
+    toolkit->Risponde([&] { finestra.Clicca("CMD_OK"); }, "Percorso allegato non valido.", Risposta::kOk);
+    EXPECT_TRUE(finestra.Aperta());
+  });
+  EXPECT_FALSE(servizio->MailParamIsValoriValidi());
+  EXPECT_EQ(servizio->MailParamAllegatoUnico(), "");
+}
+
 TEST_F(ContrattoParametri, ChoosingPecLoadsTheAccountsOfThatKind) {
   Parametri([&](const Vista& finestra) {
     EXPECT_EQ(finestra.Contenuto("CMB_TIPO"), "Mail");

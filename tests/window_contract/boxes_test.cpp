@@ -124,16 +124,20 @@ TEST_F(ContrattoCaselle, RightToLeftTextComesBackAsTyped) {
 }
 
 TEST_F(ContrattoCaselle, AComboTakesEveryEntryAPositionCanName) {
-  toolkit->NelProgramma([this] {
-    const auto combo = host::ControlloDi<host::KVL_COMBO>(*form, "CMB_ACCOUNT");
-    for (int i = 0; i < 32768; ++i) combo->AddItemData("voce", static_cast<std::int16_t>(i - 16384));
+  const auto combo = host::ControlloDi<host::KVL_COMBO>(*form, "CMB_ACCOUNT");
+  std::int16_t cambio = -1;
+  toolkit->NelProgramma([&] {
+    for (int i = 0; i < 32767; ++i) combo->AddItemData("voce", static_cast<std::int16_t>(i - 16384));
+    combo->AddItemData("ultima", 16383);
     EXPECT_THROW(combo->AddItemData("una di troppo", 0), host::Errore);
     EXPECT_EQ(combo->Text(), "");
-    std::int16_t cambio = -1;
     combo->Change = [&](std::int16_t posizione) { cambio = posizione; };
     combo->SelezionaPosizione(32767);
     EXPECT_EQ(cambio, 32767);
     EXPECT_EQ(combo->Text(), "16383");
+  });
+  Mostra([](const Vista& finestra) { EXPECT_EQ(finestra.Contenuto("CMB_ACCOUNT"), "ultima"); });
+  toolkit->NelProgramma([&] {
     combo->EraseCombo();
     EXPECT_EQ(combo->Text(), "");
     EXPECT_EQ(cambio, 32767);

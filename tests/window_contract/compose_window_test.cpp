@@ -6,6 +6,7 @@
 namespace orve::window_contract {
 namespace {
 
+using fakes::RigaAccount;
 using host::Variant;
 using ::testing::ElementsAre;
 

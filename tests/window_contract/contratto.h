@@ -61,6 +61,8 @@ class Contratto : private ConToolkit, public ServizioConFinestre {
 /// The same on a screen.
 class ContrattoSuSchermo : public Contratto {
  protected:
+  ToolkitSuSchermo& schermo = dynamic_cast<ToolkitSuSchermo&>(*toolkit);
+
   void Apri(const PersonaAlloSchermo& persona) { Contratto::Apri(ConSchermo(persona)); }
   void Parametri(const PersonaAlloSchermo& persona) { Contratto::Parametri(ConSchermo(persona)); }
 

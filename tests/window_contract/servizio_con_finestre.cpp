@@ -38,33 +38,13 @@ std::string CartellaDiProva::Radice() const {
   return Testo(radice_);
 }
 
-fakes::Riga RigaAccount(std::int16_t id, const std::string& indirizzo, std::int16_t lettura) {
-  return {{"FW23_SERVERNAME", "smtp.azienda.example"},
-          {"FW23_PORT", 25},
-          {"FW23_TIMEOUT", 60},
-          {"FW23_INDAUTH", 0},
-          {"FW23_SSL", 0},
-          {"FW98_IDACCOUNT", id},
-          {"FW98_MAILADDRESS", indirizzo},
-          {"FW98_USERNAME", "utente"},
-          {"FW98_PASSWORD", "{parola}"},
-          {"ALIAS", "Azienda"},
-          {"LETTURA", lettura},
-          {"CONSEGNA", std::int16_t{0}}};
-}
-
 ServizioConFinestre::ServizioConFinestre(const std::shared_ptr<fakes::FakeAmbiente>& conFinestre)
     : ambiente_(conFinestre),
       journal(conFinestre->journal),
       connessione(std::make_shared<fakes::FakeConnection>(journal)),
       aperto(conFinestre) {
   servizio->ConnectionADO = connessione;
-  servizio->SrvMailInstallato = kvSMTPMail;
-  servizio->ModalitaInvio(kvManuale);
-  Interno& interno = aperto.interno;
-  interno.account.UsaMittenteScelto = true;
-  interno.contesto.IdUtenteCorrente = 42;
-  Accounts({RigaAccount(12, "noi@azienda.example")});
+  fakes::PreparaInvioManuale(*servizio, aperto.interno, *connessione);
   Collezione();
   journal->Svuota();
 }

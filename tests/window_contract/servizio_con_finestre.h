@@ -11,6 +11,7 @@
 #include <string>
 #include <utility>
 
+#include "fakes/invio_manuale.h"
 #include "fakes/servizio_di_prova.h"
 
 namespace orve::window_contract {
@@ -60,28 +61,22 @@ class AmbienteConFinestre : public fakes::FakeAmbiente {
     journal->Add("Ambiente.CreaMessaggi");
     return finestre.CreaMessaggi();
   }
-  std::shared_ptr<host::ComponenteSmtp> CreaComponenteSmtp() override {
-    if (allaConsegna) allaConsegna();
-    return FakeAmbiente::CreaComponenteSmtp();
-  }
 
   Finestre finestre;
-  std::function<void()> allaConsegna;  // called when the channel begins to work
 };
-
-[[nodiscard]] fakes::Riga RigaAccount(std::int16_t id, const std::string& indirizzo,
-                                      std::int16_t lettura = 0);
 
 class ServizioConFinestre : public ::testing::Test {
  protected:
   explicit ServizioConFinestre(const std::shared_ptr<fakes::FakeAmbiente>& conFinestre);
 
-  void Accounts(fakes::Righe righe) {
-    connessione->Risponde("INNER JOIN FW99_MAILUSERACCOUNT", std::move(righe));
-  }
+  void Accounts(fakes::Righe righe) { fakes::OffriAccount(*connessione, std::move(righe)); }
   CollDestinatari& Collezione();
   /// The service opens the compose window.
   void ApreInvio();
+  /// From now on `azione` runs whenever the channel begins to work.
+  void AllaConsegna(std::function<void()> azione) {
+    journal->Quando("Ambiente.CreaComponenteSmtp", std::move(azione));
+  }
   [[nodiscard]] bool Consegnato() const { return journal->Conta("smtp.SendMail") == 1; }
   /// The paths that were sent.
   [[nodiscard]] std::vector<std::string> Consegnati() const;

@@ -77,6 +77,21 @@ class VistaSuSchermo : public Vista {
   virtual void DaiFuoco(const std::string& nome) const = 0;
   /// Sends a key to the focused control.
   virtual void Preme(Tasto tasto) const = 0;
+  /// Types into the box in place of what is selected.
+  virtual void Scrive(const std::string& nome, const std::string& testo) const = 0;
+  /// From and up to these positions in the box, where a line break counts as one; the same twice sets the
+  /// caret.
+  virtual void Seleziona(const std::string& nome, int inizio, int fine) const = 0;
+  /// Where the caret stands in the box; -1 while something is selected.
+  [[nodiscard]] virtual int Cursore(const std::string& nome) const = 0;
+  /// Whether the part of the box with the caret is seen.
+  [[nodiscard]] virtual bool CursoreInVista(const std::string& nome) const = 0;
+  /// As VociDiMenu, of the menu that is open.
+  [[nodiscard]] virtual std::vector<std::string> VociDelMenuAperto() const = 0;
+  /// Opens the list and confirms the entry that stands.
+  virtual void ConfermaVoce(const std::string& combo) const = 0;
+  /// Turns the wheel towards the person over the closed list.
+  virtual void Rotella(const std::string& combo) const = 0;
   virtual void PremeMnemonico(char lettera) const = 0;
   virtual void Annulla(const std::string& nome) const = 0;
   virtual void Porta(int width, int height) const = 0;
@@ -129,6 +144,24 @@ class Toolkit {
   virtual std::string Risponde(const Gesto& gesto, const std::string& testo, Risposta risposta) = 0;
   /// `gesto` brings up the choice of a file: takes this one, or none for an empty path.
   virtual void ScegliFile(const Gesto& gesto, const std::string& percorso) = 0;
+};
+
+/// A message as the person has it.
+struct MessaggioVisto {
+  std::string titolo;
+  std::vector<Risposta> pulsanti;
+  std::string padrone;  // the title of the window that it belongs to; empty for none
+};
+
+/// The same on a screen.
+class ToolkitSuSchermo : public Toolkit {
+ public:
+  /// As Risponde, for a message that need not come up inside a window. `prima`: what the person does while
+  /// the message is there.
+  virtual MessaggioVisto Vede(const Gesto& programma, const std::string& testo, Risposta risposta,
+                              const Gesto& prima) = 0;
+  /// Whether the pointer says to wait. For the program.
+  [[nodiscard]] virtual bool PuntatoreAttende() const = 0;
 };
 
 [[nodiscard]] std::unique_ptr<Toolkit> CreaToolkit();

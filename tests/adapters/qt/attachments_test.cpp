@@ -1,11 +1,8 @@
 // Attachments in the real window, on real files.
-#include <QDropEvent>
-#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTableWidget>
 #include <QTest>
 #include <QTextDocument>
-#include <QUrl>
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -101,34 +98,11 @@ TEST_F(AllegatiLasciati, AFileDroppedOnABoxIsAttachedAndWritesNothingThere) {
   });
 }
 
-TEST_F(AllegatiLasciati, AFileThatIsGoneIsToldAsByTheButton) {
-  Apri([&](QWidget& finestra) {
-    regia.Risponde("Il file selezionato è inesistente o non raggiungibile.");
-    Lascia(finestra, {cartella.Radice() + "/sparito.pdf"});
-    EXPECT_THAT(Righe(finestra), IsEmpty());
-    EXPECT_TRUE(finestra.isVisible());
-  });
-}
-
 TEST_F(AllegatiLasciati, AFolderIsNoFile) {
   Apri([&](QWidget& finestra) {
     regia.Risponde("Il file selezionato è inesistente o non raggiungibile.");
     Lascia(finestra, {cartella.Radice()});
     EXPECT_THAT(Righe(finestra), IsEmpty());
-  });
-}
-
-TEST_F(AllegatiLasciati, BehindAQuestionNothingIsAttached) {
-  const std::string uno = cartella.File("uno.pdf");
-  const std::string due = cartella.File("due.pdf");
-  servizio->vElencoAllegati = Variant::Array{PerLibreria(uno)};
-  Apri([&](QWidget& finestra) {
-    regia.Poi("MostraMsg", [&](QWidget& domanda) {
-      Lascia(finestra, {due});
-      domanda.close();
-    });
-    Sceglie(finestra, "BTN_ELIMINA", "DelAll");
-    EXPECT_THAT(Righe(finestra), ElementsAre("uno.pdf"));
   });
 }
 

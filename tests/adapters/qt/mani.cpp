@@ -28,21 +28,9 @@ QString Q(const std::string& testo) {
   return QString::fromStdString(testo);
 }
 
-void PremeNellaCasella(QWidget& casella, const std::string& testo) {
-  auto* messaggio = qobject_cast<QMessageBox*>(&casella);
-  for (auto* pulsante : messaggio->buttons()) {
-    if (pulsante->text().remove(QLatin1Char('&')) != Q(testo)) continue;
-    QTest::mouseClick(pulsante, Qt::LeftButton);
-    return;
-  }
-  ADD_FAILURE() << "no button " << testo;
-  messaggio->reject();
-}
-
-QMenu& ApreMenu(QWidget& finestra, const std::string& pulsante) {
-  Clicca(finestra, pulsante);
+QMenu& MenuAperto() {
   auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-  if (menu == nullptr) throw std::runtime_error(pulsante + " shows no menu");
+  if (menu == nullptr) throw std::runtime_error("no menu is open");
   return *menu;
 }
 
@@ -65,9 +53,8 @@ void Regia::Poi(const std::string& finestra, Passo passo) {
   attese_.push_back({finestra, std::move(passo)});
 }
 
-void Regia::Risponde(const std::string& testo, const std::string& pulsante, std::string* titolo) {
-  Poi("MostraMsg", [testo, pulsante, titolo](QWidget& casella) {
-    if (titolo != nullptr) *titolo = casella.windowTitle().toStdString();
+void Regia::Risponde(const std::string& testo, const std::string& pulsante) {
+  Poi("MostraMsg", [testo, pulsante](QWidget& casella) {
     EXPECT_EQ(dynamic_cast<QMessageBox&>(casella).text().toStdString(), testo);
     PremeNellaCasella(casella, pulsante);
   });
@@ -124,6 +111,17 @@ QWidget& Trova(QWidget& finestra, const std::string& nome) {
   return *widget;
 }
 
+void PremeNellaCasella(QWidget& casella, const std::string& testo) {
+  auto* messaggio = qobject_cast<QMessageBox*>(&casella);
+  for (auto* pulsante : messaggio->buttons()) {
+    if (pulsante->text().remove(QLatin1Char('&')) != Q(testo)) continue;
+    QTest::mouseClick(pulsante, Qt::LeftButton);
+    return;
+  }
+  ADD_FAILURE() << "no button " << testo;
+  messaggio->reject();
+}
+
 void Clicca(QWidget& finestra, const std::string& nome) {
   auto& widget = Trova(finestra, nome);
   EXPECT_TRUE(widget.isVisible()) << nome << " cannot be seen";
@@ -168,7 +166,12 @@ void Incolla(QWidget& finestra, const std::string& nome, const std::string& test
 }
 
 std::vector<std::string> VociDiMenu(QWidget& finestra, const std::string& pulsante) {
-  auto& menu = ApreMenu(finestra, pulsante);
+  Clicca(finestra, pulsante);
+  return VociDelMenuAperto();
+}
+
+std::vector<std::string> VociDelMenuAperto() {
+  auto& menu = MenuAperto();
   std::vector<std::string> voci;
   for (const auto* azione : menu.actions()) {
     const std::string testo = azione->text().toStdString();
@@ -179,7 +182,8 @@ std::vector<std::string> VociDiMenu(QWidget& finestra, const std::string& pulsan
 }
 
 void Sceglie(QWidget& finestra, const std::string& pulsante, const std::string& chiave) {
-  auto& menu = ApreMenu(finestra, pulsante);
+  Clicca(finestra, pulsante);
+  auto& menu = MenuAperto();
   for (auto* azione : menu.actions()) {
     if (azione->objectName() != Q(chiave) && azione->text() != Q(chiave)) continue;
     EXPECT_TRUE(azione->isEnabled()) << chiave << " is switched off";

@@ -36,8 +36,8 @@ class Regia {
 
   /// In the next modal window of this name.
   void Poi(const std::string& finestra, Passo passo);
-  /// A message with this text, answered with the named button. Its title goes to `titolo`.
-  void Risponde(const std::string& testo, const std::string& pulsante = "OK", std::string* titolo = nullptr);
+  /// A message with this text, answered with the named button.
+  void Risponde(const std::string& testo, const std::string& pulsante = "OK");
   /// The choice of a file: this one, or none for an empty path.
   void ScegliFile(const std::string& percorso);
 
@@ -62,6 +62,8 @@ template <class Tipo>
   return dynamic_cast<Tipo&>(Trova(finestra, nome));
 }
 void Clicca(QWidget& finestra, const std::string& nome);
+/// The button of a message.
+void PremeNellaCasella(QWidget& casella, const std::string& testo);
 /// Types at the end of the box.
 void Digita(QWidget& finestra, const std::string& nome, const std::string& testo);
 /// The same, replacing what is there.
@@ -71,6 +73,8 @@ void Incolla(QWidget& finestra, const std::string& nome, const std::string& test
 /// Opens the menu of a button and returns "Caption" or "(Caption)" for each entry, in brackets if disabled;
 /// then leaves the menu.
 [[nodiscard]] std::vector<std::string> VociDiMenu(QWidget& finestra, const std::string& pulsante);
+/// The same for the menu that is open.
+[[nodiscard]] std::vector<std::string> VociDelMenuAperto();
 /// Chooses an entry by its key or its caption.
 void Sceglie(QWidget& finestra, const std::string& pulsante, const std::string& chiave);
 /// What is in a box.

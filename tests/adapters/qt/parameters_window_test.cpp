@@ -1,6 +1,4 @@
 // The parameters window as the person has it.
-#include <QCheckBox>
-#include <QComboBox>
 #include <QTest>
 #include <string>
 
@@ -45,18 +43,6 @@ TEST_F(FinestraDeiParametri, APathIsTypedWithTheSeparatorOfTheSystemOrOfTheLibra
   }
 }
 
-TEST_F(FinestraDeiParametri, APathThatIsChangedByHandAfterItsChoiceIsTheOneThatCounts) {
-  const std::string scelto = cartella.File("listino.pdf");
-  const std::string scritto = cartella.File("listino.pdf.p7m");
-  Parametri([&](QWidget& finestra) {
-    regia.ScegliFile(scelto);
-    Clicca(finestra, "KVL_ALLEGA");
-    Digita(finestra, "TXT_ALLEGATO", ".p7m");
-    Clicca(finestra, "CMD_OK");
-  });
-  EXPECT_EQ(servizio->MailParamAllegatoUnico(), PerLibreria(scritto));
-}
-
 // Two captions share the letter: it moves between them, and Return presses the focused one.
 TEST_F(FinestraDeiParametri, TheMnemonicsConfirmAttachAndLeave) {
   const std::string file = cartella.File("listino.pdf");
@@ -80,20 +66,6 @@ TEST_F(FinestraDeiParametri, TheMnemonicsConfirmAttachAndLeave) {
   });
   EXPECT_TRUE(servizio->MailParamIsValoriValidi());
   EXPECT_EQ(servizio->MailParamAllegatoUnico(), PerLibreria(file));
-}
-
-TEST_F(FinestraDeiParametri, AFileThatVanishesBetweenTheChoiceAndTheOkIsRefused) {
-  const std::string file = cartella.File("listino.pdf");
-  Parametri([&](QWidget& finestra) {
-    regia.ScegliFile(file);
-    Clicca(finestra, "KVL_ALLEGA");
-    std::filesystem::remove(file);
-    regia.Risponde("Percorso allegato non valido.");
-    Clicca(finestra, "CMD_OK");
-    EXPECT_TRUE(finestra.isVisible());
-  });
-  EXPECT_FALSE(servizio->MailParamIsValoriValidi());
-  EXPECT_EQ(servizio->MailParamAllegatoUnico(), "");
 }
 
 }  // namespace

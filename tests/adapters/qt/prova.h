@@ -19,8 +19,8 @@
 
 namespace orve::adapters::qt {
 
+using fakes::RigaAccount;
 using window_contract::CartellaDiProva;
-using window_contract::RigaAccount;
 
 /// A Unix path in the library's form.
 [[nodiscard]] std::string PerLibreria(std::string percorso);

@@ -1,7 +1,15 @@
 // The windows of Qt, for the tests of the window contract.
+#include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QTest>
+#include <QWheelEvent>
 #include <cctype>
 #include <fstream>
 #include <iterator>
@@ -36,6 +44,19 @@ Qt::Key TastoQt(Tasto tasto) {
       return Qt::Key_Backspace;
   }
   return Qt::Key_unknown;
+}
+
+std::string Scritta(Risposta risposta) {
+  return risposta == Risposta::kOk ? "OK" : risposta == Risposta::kSi ? "Sì" : "No";
+}
+
+Risposta RispostaDi(const QAbstractButton& pulsante) {
+  const std::string scritta = pulsante.text().remove(QLatin1Char('&')).toStdString();
+  for (const auto risposta : {Risposta::kOk, Risposta::kSi}) {
+    if (scritta == Scritta(risposta)) return risposta;
+  }
+  EXPECT_EQ(scritta, Scritta(Risposta::kNo));
+  return Risposta::kNo;
 }
 
 class VistaQt final : public window_contract::VistaSuSchermo {
@@ -97,6 +118,53 @@ class VistaQt final : public window_contract::VistaSuSchermo {
     QTest::keyClick(finestra_.focusWidget(), TastoQt(tasto), modo);
     Respira();
   }
+  void Scrive(const std::string& nome, const std::string& testo) const override {
+    QTest::keyClicks(&Trova(finestra_, nome), QString::fromStdString(testo));
+  }
+  void Seleziona(const std::string& nome, int inizio, int fine) const override {
+    auto& casella = Trova(finestra_, nome);
+    if (auto* riga = qobject_cast<QLineEdit*>(&casella)) {
+      riga->setCursorPosition(inizio);
+      if (fine != inizio) riga->setSelection(inizio, fine - inizio);
+      return;
+    }
+    auto& corpo = dynamic_cast<QPlainTextEdit&>(casella);
+    QTextCursor cursore = corpo.textCursor();
+    cursore.setPosition(inizio);
+    cursore.setPosition(fine, QTextCursor::KeepAnchor);
+    corpo.setTextCursor(cursore);
+  }
+  int Cursore(const std::string& nome) const override {
+    const auto& casella = Trova(finestra_, nome);
+    if (const auto* riga = qobject_cast<const QLineEdit*>(&casella)) {
+      return riga->hasSelectedText() ? -1 : riga->cursorPosition();
+    }
+    const QTextCursor cursore = dynamic_cast<const QPlainTextEdit&>(casella).textCursor();
+    return cursore.hasSelection() ? -1 : cursore.position();
+  }
+  bool CursoreInVista(const std::string& nome) const override {
+    const auto& corpo = Trova<QPlainTextEdit>(finestra_, nome);
+    return corpo.viewport()->rect().contains(corpo.cursorRect().center());
+  }
+  std::vector<std::string> VociDelMenuAperto() const override { return qt::VociDelMenuAperto(); }
+  void ConfermaVoce(const std::string& combo) const override {
+    auto& lista = Trova<QComboBox>(finestra_, combo);
+    int confermate = 0;
+    const auto nota = QObject::connect(&lista, &QComboBox::activated, &lista, [&] { ++confermate; });
+    lista.showPopup();
+    QTest::keyClick(lista.view(), Qt::Key_Return);
+    QObject::disconnect(nota);
+    EXPECT_EQ(confermate, 1);
+  }
+  void Rotella(const std::string& combo) const override {
+    auto& lista = Trova(finestra_, combo);
+    lista.setFocus();
+    const QPointF mezzo = lista.rect().center();
+    constexpr int kUnoScatto = 120;
+    QWheelEvent giro(mezzo, lista.mapToGlobal(mezzo), QPoint(), QPoint(0, -kUnoScatto), Qt::NoButton,
+                     Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&lista, &giro);
+  }
   void PremeMnemonico(char lettera) const override {
     QTest::keyClick(&finestra_, static_cast<Qt::Key>(std::toupper(lettera)), Qt::AltModifier);
   }
@@ -118,7 +186,7 @@ class VistaQt final : public window_contract::VistaSuSchermo {
   QWidget& finestra_;
 };
 
-class ToolkitQt final : public window_contract::Toolkit {
+class ToolkitQt final : public window_contract::ToolkitSuSchermo {
  public:
   std::shared_ptr<fakes::FakeAmbiente> Ambiente() override { return ambiente_; }
   void VaCopiato(bool copiato) override { copiato_ = copiato; }
@@ -143,7 +211,28 @@ class ToolkitQt final : public window_contract::Toolkit {
     programma();
   }
   void MostraMessaggio(const std::string& testo, Risposta risposta, const Gesto& programma) override {
-    Risponde(programma, testo, risposta);
+    Vede(programma, testo, risposta, nullptr);
+  }
+  window_contract::MessaggioVisto Vede(const Gesto& programma, const std::string& testo, Risposta risposta,
+                                       const Gesto& prima) override {
+    window_contract::MessaggioVisto visto;
+    regia_.Poi("MostraMsg", [&](QWidget& finestra) {
+      auto& casella = dynamic_cast<QMessageBox&>(finestra);
+      EXPECT_EQ(casella.text().toStdString(), testo);
+      visto.titolo = casella.windowTitle().toStdString();
+      if (const auto* padrone = casella.parentWidget()) visto.padrone = padrone->windowTitle().toStdString();
+      for (auto* pulsante : casella.buttons()) visto.pulsanti.push_back(RispostaDi(*pulsante));
+      if (prima) prima();
+      PremeNellaCasella(casella, Scritta(risposta));
+    });
+    programma();
+    // What a window manager does once the message has gone.
+    if (auto* rimasta = QApplication::activeModalWidget()) rimasta->activateWindow();
+    return visto;
+  }
+  bool PuntatoreAttende() const override {
+    const auto* imposto = QGuiApplication::overrideCursor();
+    return imposto != nullptr && imposto->shape() == Qt::WaitCursor;
   }
   void NelProgramma(const Gesto& azione) override {
     Respira();
@@ -153,14 +242,7 @@ class ToolkitQt final : public window_contract::Toolkit {
     return QTest::qWaitFor(condizione, kPazienza);
   }
   std::string Risponde(const Gesto& gesto, const std::string& testo, Risposta risposta) override {
-    std::string titolo;
-    regia_.Risponde(testo,
-                    risposta == Risposta::kOk   ? "OK"
-                    : risposta == Risposta::kSi ? "Sì"
-                                                : "No",
-                    &titolo);
-    gesto();
-    return titolo;
+    return Vede(gesto, testo, risposta, nullptr).titolo;
   }
   void ScegliFile(const Gesto& gesto, const std::string& percorso) override {
     regia_.ScegliFile(PerSistema(percorso));

@@ -9,6 +9,7 @@ namespace orve::window_contract {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 class CaselleSulloSchermo : public ContrattoSuSchermo {
  protected:
@@ -69,6 +70,109 @@ TEST_F(CaselleSulloSchermo, WhatTheProgramAddsToAnEmptyBodyCanBeUndone) {
     finestra.Annulla("TXT_CORPO");
     EXPECT_EQ(Corpo(), "");
   });
+}
+
+TEST_F(CaselleSulloSchermo, WhatIsRefusedInTheMiddleLeavesTheRestAlone) {
+  Mostra([&](const VistaSuSchermo& finestra) {
+    const std::string pieno = std::string(50, 'a') + std::string(50, 'b');
+    finestra.Digita("TXT_OGGETTO", pieno);
+    finestra.Seleziona("TXT_OGGETTO", 50, 50);
+    finestra.Scrive("TXT_OGGETTO", "x");
+    EXPECT_EQ(finestra.Contenuto("TXT_OGGETTO"), pieno);
+    EXPECT_EQ(finestra.Cursore("TXT_OGGETTO"), 50);
+    finestra.Seleziona("TXT_OGGETTO", 0, 10);
+    finestra.Scrive("TXT_OGGETTO", "x");
+    EXPECT_EQ(finestra.Contenuto("TXT_OGGETTO"), "x" + std::string(40, 'a') + std::string(50, 'b'));
+    toolkit->NelProgramma(
+        [&] { EXPECT_EQ(oggetto->Text(), "x" + std::string(40, 'a') + std::string(50, 'b')); });
+  });
+}
+
+class ElencoSulloSchermo : public CaselleSulloSchermo {
+ protected:
+  ElencoSulloSchermo() {
+    combo->AddItemData("uno", 7);
+    combo->AddItemData("due", 9);
+    combo->SelezionaPosizione(0);
+    combo->Change = [this](std::int16_t /*posizione*/) { ++cambi; };
+  }
+  void Fermo(const VistaSuSchermo& finestra) {
+    toolkit->NelProgramma([&] {
+      EXPECT_EQ(cambi, 0);
+      EXPECT_EQ(combo->Text(), "7");
+    });
+    EXPECT_EQ(finestra.Contenuto("CMB_ACCOUNT"), "uno");
+  }
+
+  std::shared_ptr<host::KVL_COMBO> combo = host::ControlloDi<host::KVL_COMBO>(*form, "CMB_ACCOUNT");
+  int cambi = 0;
+};
+
+TEST_F(ElencoSulloSchermo, ConfirmingTheEntryThatStandsIsNoChange) {
+  Mostra([&](const VistaSuSchermo& finestra) {
+    finestra.ConfermaVoce("CMB_ACCOUNT");
+    Fermo(finestra);
+  });
+}
+
+TEST_F(ElencoSulloSchermo, TheWheelOverTheClosedListChoosesNothing) {
+  Mostra([&](const VistaSuSchermo& finestra) {
+    finestra.Rotella("CMB_ACCOUNT");
+    Fermo(finestra);
+  });
+}
+
+class MessaggiSulloSchermo : public ContrattoSuSchermo {
+ protected:
+  /// Answered as soon as it is seen with the text `voluto`.
+  MessaggioVisto Mostra(const std::string& testo, const std::string& titolo, const std::string& voluto,
+                        const std::shared_ptr<host::Form>& padrone = nullptr) {
+    const auto messaggi = ambiente->CreaMessaggi();
+    return schermo.Vede([&] { messaggi->MostraMsg(testo, host::kSemplice, titolo, padrone); }, voluto,
+                        Risposta::kOk, nullptr);
+  }
+};
+
+struct Stile {
+  const char* nome;
+  std::int32_t stile;
+  std::vector<Risposta> pulsanti;
+  Risposta preme;
+  std::int32_t risposta;
+};
+
+class MessaggioSulloSchermo : public ContrattoSuSchermo, public ::testing::WithParamInterface<Stile> {};
+
+TEST_P(MessaggioSulloSchermo, ShowsItsButtonsAndGivesTheAnswer) {
+  const auto& caso = GetParam();
+  const std::string testo = "<b>Perché</b> & no? Αθήνα";
+  const auto messaggi = ambiente->CreaMessaggi();
+  std::int32_t risposta = 0;
+  const auto visto =
+      schermo.Vede([&] { risposta = messaggi->MostraMsg(testo, caso.stile, "Titolo", nullptr); }, testo,
+                   caso.preme, nullptr);
+  EXPECT_EQ(visto.titolo, "Titolo");
+  EXPECT_THAT(visto.pulsanti, ::testing::UnorderedElementsAreArray(caso.pulsanti));
+  EXPECT_EQ(risposta, caso.risposta);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Stili, MessaggioSulloSchermo,
+    ::testing::Values(Stile{"Semplice", 0, {Risposta::kOk}, Risposta::kOk, 1},
+                      Stile{"Critico", 16, {Risposta::kOk}, Risposta::kOk, 1},
+                      Stile{"Avviso", 48, {Risposta::kOk}, Risposta::kOk, 1},
+                      Stile{"DomandaSi", 52, {Risposta::kSi, Risposta::kNo}, Risposta::kSi, 6},
+                      Stile{"DomandaNo", 52, {Risposta::kSi, Risposta::kNo}, Risposta::kNo, 7},
+                      Stile{"Informazione", 64, {Risposta::kOk}, Risposta::kOk, 1}),
+    [](const auto& caso) { return std::string(caso.param.nome); });
+
+TEST_F(MessaggiSulloSchermo, WhatTurnsATextRoundIsShownAsAnEscapeAndLinesStay) {
+  EXPECT_EQ(Mostra("Uno:\n\u200Ffdp.exe", "\u200Folotit", "Uno:\n\\u200Ffdp.exe").titolo, "\\u200Folotit");
+}
+
+TEST_F(MessaggiSulloSchermo, BelongsToTheWindowGivenAsItsOwner) {
+  EXPECT_EQ(Mostra("testo", "", "testo").padrone, "");
+  EXPECT_EQ(Mostra("testo", "", "testo", ambiente->CreaForm(LayoutOpzMail())).padrone, "Invio email...");
 }
 
 class AllegatiSulloSchermo : public ContrattoSuSchermo {
@@ -154,6 +258,26 @@ TEST_F(AllegatiSulloSchermo, AfterARemovalTheRowInItsPlaceIsSelected) {
       EXPECT_EQ(finestra.RigaSelezionata(), 1);
     }
     EXPECT_THAT(finestra.Righe(), ElementsAre("c.txt"));
+  });
+}
+
+TEST_F(AllegatiSulloSchermo, ADroppedFileThatIsGoneIsToldAsByTheButton) {
+  Apri([&](const VistaSuSchermo& finestra) {
+    toolkit->Risponde([&] { finestra.LasciaFile({toolkit->Mancante()}); },
+                      "Il file selezionato è inesistente o non raggiungibile.", Risposta::kOk);
+    EXPECT_THAT(finestra.Righe(), IsEmpty());
+    EXPECT_TRUE(finestra.Aperta());
+  });
+}
+
+TEST_F(AllegatiSulloSchermo, NothingCanBeDroppedBehindAMessage) {
+  servizio->vElencoAllegati = host::Variant::Array{toolkit->File("a.txt")};
+  const std::string altro = toolkit->File("b.txt");
+  Apri([&](const VistaSuSchermo& finestra) {
+    schermo.Vede([&] { finestra.Sceglie("BTN_ELIMINA", "Elimina tutti gli allegati"); },
+                 "Rimuovere tutti gli allegati dalla mail?", Risposta::kNo,
+                 [&] { finestra.LasciaFile({altro}); });
+    EXPECT_THAT(finestra.Righe(), ElementsAre("a.txt"));
   });
 }
 

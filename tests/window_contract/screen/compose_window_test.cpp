@@ -11,6 +11,7 @@ namespace orve::window_contract {
 namespace {
 
 using adapters::forms::kDomandaAbbandono;
+using fakes::RigaAccount;
 using host::Variant;
 using ::testing::ElementsAre;
 
@@ -128,6 +129,114 @@ TEST_F(InvioSulloSchermo, AnErrorThatLeavesAHandlerIsToldAndTheWindowStays) {
                       Risposta::kOk);
     EXPECT_TRUE(finestra.Aperta());
   });
+}
+
+TEST_F(InvioSulloSchermo, ConfirmingTheSenderThatStandsLeavesTheReceiptAsItIs) {
+  Accounts({RigaAccount(12, "noi@azienda.example"), RigaAccount(13, "altro@azienda.example")});
+  Apri([&](const VistaSuSchermo& finestra) {
+    finestra.Clicca("CHK_RICEVUTA");
+    EXPECT_TRUE(toolkit->Attende([&] { return finestra.Spuntata("CHK_RICEVUTA"); }));
+    finestra.ConfermaVoce("CMB_ACCOUNT");
+    EXPECT_TRUE(finestra.Spuntata("CHK_RICEVUTA"));
+    finestra.VoceDopo("CMB_ACCOUNT");
+    EXPECT_FALSE(finestra.Spuntata("CHK_RICEVUTA"));
+  });
+}
+
+TEST_F(InvioSulloSchermo, TheArrowBringsAMenuUp) {
+  Apri([](const VistaSuSchermo& finestra) {
+    finestra.DaiFuoco("BTN_DEST_A");
+    finestra.Preme(Tasto::kGiu);
+    EXPECT_THAT(finestra.VociDelMenuAperto(), ElementsAre("(Arvio)", "Outlook"));
+    EXPECT_TRUE(finestra.Aperta());
+  });
+}
+
+TEST_F(InvioSulloSchermo, ASecondActivationOnlyRenewsTheMessageObject) {
+  Apri([&](const VistaSuSchermo& finestra) {
+    finestra.Riscrive("TXT_OGGETTO", "Mio");
+    finestra.Digita("TXT_EMAIL", ";");
+    const auto creati = [&] {
+      std::size_t quanti = 0;
+      toolkit->NelProgramma([&] { quanti = journal->Conta("Ambiente.CreaMessaggi"); });
+      return quanti;
+    };
+    const auto prima = creati();
+    toolkit->Risponde([&] { finestra.Clicca("cmd_Invia"); },
+                      "L'elenco dei destinatari contiene un indirizzo non valido.", Risposta::kOk);
+    EXPECT_TRUE(toolkit->Attende([&] { return creati() > prima; }));
+    EXPECT_EQ(creati(), prima + 1);
+    EXPECT_EQ(finestra.Contenuto("TXT_OGGETTO"), "Mio");
+    EXPECT_THAT(finestra.VociDiMenu("BTN_ELIMINA"),
+                ElementsAre("(Elimina allegato)", "(Elimina tutti gli allegati)"));
+  });
+}
+
+TEST_F(InvioSulloSchermo, ASpecialFieldLeavesCaretAndViewBehindItAndCanBeUndone) {
+  constexpr int kRighe = 60;
+  std::string righe;
+  servizio->vFlagCorpo = 1;
+  for (int i = 0; i < kRighe; ++i) {
+    servizio->vCorpoMail += "riga\r\n";
+    righe += "riga\n";
+  }
+  const int lungo = static_cast<int>(righe.size());
+  const std::string prima = servizio->vCorpoMail;
+  ambiente->parametriCorpo = Variant::Array{Variant(Variant::Array{"Nome cliente", "#NOME"})};
+  Collezione().AddFromLista("anna@x.example", "Anna", "", 0);
+  Apri([&](const VistaSuSchermo& finestra) {
+    const auto corpo = [&] {
+      std::string testo = finestra.Contenuto("TXT_CORPO");
+      std::erase(testo, '\r');
+      return testo;
+    };
+    finestra.DaiFuoco("TXT_CORPO");
+    finestra.Seleziona("TXT_CORPO", 0, 0);
+    finestra.Scrive("TXT_CORPO", "x");
+    finestra.Seleziona("TXT_CORPO", 1 + lungo, 1 + lungo);
+    finestra.Scrive("TXT_CORPO", "y");
+    finestra.Seleziona("TXT_CORPO", 0, 0);
+    finestra.Sceglie("CMD_LEGENDA", "Nome cliente");
+    EXPECT_TRUE(toolkit->Attende([&] { return corpo().ends_with(" ***(NOME)***"); }));
+    EXPECT_EQ(finestra.Cursore("TXT_CORPO"), 1 + lungo + 1 + 13);
+    EXPECT_TRUE(finestra.CursoreInVista("TXT_CORPO"));
+    finestra.Annulla("TXT_CORPO");
+    EXPECT_EQ(corpo(), "x" + righe + "y");
+    finestra.Annulla("TXT_CORPO");
+    finestra.Annulla("TXT_CORPO");
+    Invia(finestra);
+  });
+  EXPECT_TRUE(Consegnato());
+  EXPECT_EQ(servizio->vCorpoMail, prima);
+}
+
+TEST_F(InvioSulloSchermo, WhileTheMessageIsDeliveredThePointerWaitsAndTheButtonIsOff) {
+  int consegne = 0;
+  Apri([&](const VistaSuSchermo& finestra) {
+    AllaConsegna([&] {
+      ++consegne;
+      EXPECT_TRUE(schermo.PuntatoreAttende());
+      EXPECT_FALSE(finestra.Attivo("cmd_Invia"));
+      EXPECT_TRUE(finestra.Aperta());
+    });
+    // Not while the person is asked something.
+    finestra.Digita("TXT_EMAIL", ";");
+    schermo.Vede([&] { finestra.Clicca("cmd_Invia"); },
+                 "L'elenco dei destinatari contiene un indirizzo non valido.", Risposta::kOk,
+                 [&] { toolkit->NelProgramma([&] { EXPECT_FALSE(schermo.PuntatoreAttende()); }); });
+    finestra.Riscrive("TXT_EMAIL", "luca@cliente.example");
+    Invia(finestra);
+  });
+  EXPECT_EQ(consegne, 1);
+  EXPECT_FALSE(schermo.PuntatoreAttende());
+}
+
+TEST_F(InvioSulloSchermo, AMnemonicConfirmsTheParameters) {
+  Parametri([&](const VistaSuSchermo& finestra) {
+    finestra.PremeMnemonico('o');
+    EXPECT_TRUE(Chiusa(finestra));
+  });
+  EXPECT_TRUE(servizio->MailParamIsValoriValidi());
 }
 
 class AbbandonoSulloSchermo : public ContrattoSuSchermo {

@@ -45,19 +45,6 @@ TEST_F(Caselle, AnEmojiArrivesInHalvesAndCountsAsOneCharacter) {
   });
 }
 
-TEST_F(Caselle, WhatIsRefusedInTheMiddleLeavesTheRestAlone) {
-  Mostra([this](const Vista& finestra) {
-    finestra.Digita("TXT_OGGETTO", std::string(50, 'a') + std::string(50, 'b'));
-    auto* casella = finestra.Trova("TXT_OGGETTO");
-    finestra.Seleziona("TXT_OGGETTO", 50, 50);
-    SendMessageW(casella, WM_CHAR, 'x', 1);
-    EXPECT_EQ(Oggetto(), std::string(50, 'a') + std::string(50, 'b'));
-    finestra.Seleziona("TXT_OGGETTO", 0, 10);
-    SendMessageW(casella, WM_CHAR, 'x', 1);
-    EXPECT_EQ(Oggetto(), "x" + std::string(40, 'a') + std::string(50, 'b'));
-  });
-}
-
 TEST_F(Caselle, UndoingNeverMeetsWhatWasRefused) {
   Mostra([this](const Vista& finestra) {
     finestra.Digita("TXT_OGGETTO", "prima");

@@ -415,12 +415,43 @@ void Vista::Annulla(const std::string& nome) const {
   SendMessageW(Trova(nome), EM_UNDO, 0, 0);
 }
 
+void Vista::Scrive(const std::string& nome, const std::string& testo) const {
+  for (const wchar_t carattere : Largo(testo)) SendMessageW(Raggiunge(nome), WM_CHAR, carattere, 1);
+}
+
+int Vista::Cursore(const std::string& nome) const {
+  DWORD inizio = 0;
+  DWORD fine = 0;
+  SendMessageW(Trova(nome), EM_GETSEL, reinterpret_cast<WPARAM>(&inizio), reinterpret_cast<LPARAM>(&fine));
+  return inizio == fine ? static_cast<int>(fine) : -1;
+}
+
+bool Vista::CursoreInVista(const std::string& nome) const {
+  POINT dove = {};
+  SendMessageW(Trova(nome), EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&dove), Cursore(nome));
+  RECT vista = {};
+  GetClientRect(Trova(nome), &vista);
+  return dove.y >= vista.top && dove.y < vista.bottom;
+}
+
+void Vista::ConfermaVoce(const std::string& combo) const {
+  Fuoco(combo);
+  SendMessageW(Trova(combo), CB_SHOWDROPDOWN, TRUE, 0);
+  Tasto(VK_RETURN);
+}
+
+void Vista::Rotella(const std::string& combo) const {
+  Fuoco(combo);
+  SendMessageW(Trova(combo), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+}
+
 void Vista::Chiude() const {
   PostMessageW(finestra_, WM_CLOSE, 0, 0);
   EXPECT_TRUE(Attendi([this] { return !Aperta(); }));
 }
 
-std::string Risponde(const Programma& programma, const std::string& testo, int pulsante) {
+std::string Risponde(const Programma& programma, const std::string& testo, int pulsante,
+                     const std::function<void()>& prima, std::string* padrone) {
   auto* casella = Aspetta(testo.c_str(), [&]() -> HWND {
     for (auto* finestra : FinestreDi(programma)) {
       if (ClasseDi(finestra) == L"#32770" && IsWindowEnabled(finestra) != FALSE &&
@@ -435,6 +466,8 @@ std::string Risponde(const Programma& programma, const std::string& testo, int p
   for (auto* figlio : Figli(casella)) {
     if (ClasseDi(figlio) == L"Button") detto += std::to_string(GetDlgCtrlID(figlio)) + ";";
   }
+  if (padrone != nullptr) *padrone = Stretto(TestoDi(GetWindow(casella, GW_OWNER)));
+  if (prima) prima();
   PostMessageW(casella, WM_COMMAND, MAKEWPARAM(pulsante, BN_CLICKED),
                reinterpret_cast<LPARAM>(GetDlgItem(casella, pulsante)));
   EXPECT_TRUE(Attendi([&] { return IsWindow(casella) == FALSE; }));

@@ -76,7 +76,7 @@ class Vista final : public window_contract::VistaSuSchermo {
   void Riscrive(const std::string& nome, const std::string& testo) const override;
   /// Pastes in place of the selection.
   void Incolla(const std::string& nome, const std::string& testo) const override;
-  void Seleziona(const std::string& nome, int inizio, int fine) const;
+  void Seleziona(const std::string& nome, int inizio, int fine) const override;
   /// Drops these files on the window, as the system's explorer does.
   void Lascia(const std::vector<std::string>& percorsi) const;
   /// Opens the menu of a button and returns "Caption" or "(Caption)" for each entry, in brackets if disabled;
@@ -103,6 +103,12 @@ class Vista final : public window_contract::VistaSuSchermo {
   void Preme(window_contract::Tasto tasto) const override;
   void PremeMnemonico(char lettera) const override { Mnemonico(lettera); }
   void Annulla(const std::string& nome) const override;
+  void Scrive(const std::string& nome, const std::string& testo) const override;
+  [[nodiscard]] int Cursore(const std::string& nome) const override;
+  [[nodiscard]] bool CursoreInVista(const std::string& nome) const override;
+  [[nodiscard]] std::vector<std::string> VociDelMenuAperto() const override { return Lette(); }
+  void ConfermaVoce(const std::string& combo) const override;
+  void Rotella(const std::string& combo) const override;
   void Porta(int width, int height) const override { Ridimensiona(width, height); }
   void LasciaFile(const std::vector<std::string>& percorsi) const override { Lascia(percorsi); }
 
@@ -124,9 +130,11 @@ class Vista final : public window_contract::VistaSuSchermo {
 /// The control with that identifier, however deep.
 [[nodiscard]] HWND Discendente(HWND finestra, int identificatore);
 
-/// Waits for a message box with this text and presses the button with this identifier; returns its title and
-/// buttons as "title|ids".
-std::string Risponde(const Programma& programma, const std::string& testo, int pulsante = IDOK);
+/// Waits for a message box with this text, runs `prima`, and presses the button with this identifier; returns
+/// its title and buttons as "title|ids". Of the box before: `padrone`, the title of the window that it
+/// belongs to.
+std::string Risponde(const Programma& programma, const std::string& testo, int pulsante = IDOK,
+                     const std::function<void()>& prima = nullptr, std::string* padrone = nullptr);
 /// Waits for the choice of a file: takes this one, or cancels for an empty path. Returns the title.
 std::string ScegliFile(const Programma& programma, const std::string& percorso);
 

@@ -17,26 +17,21 @@
 
 namespace orve::adapters::win32::finestre {
 
+using fakes::RigaAccount;
 using window_contract::CartellaDiProva;
-using window_contract::RigaAccount;
 
-class AmbienteConFinestre : public window_contract::AmbienteConFinestre<Finestre> {
- public:
-  using window_contract::AmbienteConFinestre<Finestre>::AmbienteConFinestre;
-  std::shared_ptr<host::Form> CreaForm(const host::LayoutForm& layout) override {
-    return finestre.CreaForm(layout, accettaFile);
-  }
-
-  bool accettaFile = true;
-};
+using AmbienteConFinestre = window_contract::AmbienteConFinestre<Finestre>;
 
 /// What the service of FinestraVera is over.
 struct SottoLaFinestra {
   Programma programma;
   CartellaDiProva cartella;
-  bool vaCopiato = false;  // what Posizione says of every file
-  std::shared_ptr<AmbienteConFinestre> ambiente = std::make_shared<AmbienteConFinestre>(WindowOptions{
-      .cartellaCopie = cartella.Radice(), .vaCopiato = [this](const std::string&) { return vaCopiato; }});
+  bool vaCopiato = false;   // what Posizione says of every file
+  bool accettaFile = true;  // whether files can be dropped
+  std::shared_ptr<AmbienteConFinestre> ambiente = std::make_shared<AmbienteConFinestre>(
+      WindowOptions{.cartellaCopie = cartella.Radice(),
+                    .vaCopiato = [this](const std::string&) { return vaCopiato; },
+                    .accettaFile = [this] { return accettaFile; }});
 };
 
 class FinestraVera : protected SottoLaFinestra, public window_contract::ServizioConFinestre {

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 
 #include "prova.h"
 #include "window_contract/toolkit.h"
@@ -17,7 +18,22 @@ int Pulsante(Risposta risposta) {
   return risposta == Risposta::kOk ? IDOK : risposta == Risposta::kSi ? IDYES : IDNO;
 }
 
-class ToolkitWin32 final : public window_contract::Toolkit {
+// Of buttons given as "id;id;".
+std::vector<Risposta> Risposte(const std::string& identificatori) {
+  std::vector<Risposta> risposte;
+  std::istringstream flusso(identificatori);
+  for (std::string uno; std::getline(flusso, uno, ';');) {
+    for (const auto risposta : {Risposta::kOk, Risposta::kSi, Risposta::kNo}) {
+      if (uno == std::to_string(Pulsante(risposta))) risposte.push_back(risposta);
+    }
+  }
+  EXPECT_EQ(std::count(identificatori.begin(), identificatori.end(), ';'),
+            static_cast<std::ptrdiff_t>(risposte.size()))
+      << identificatori;
+  return risposte;
+}
+
+class ToolkitWin32 final : public window_contract::ToolkitSuSchermo {
  public:
   std::shared_ptr<fakes::FakeAmbiente> Ambiente() override { return sotto_.ambiente; }
   void VaCopiato(bool copiato) override { sotto_.vaCopiato = copiato; }
@@ -43,8 +59,28 @@ class ToolkitWin32 final : public window_contract::Toolkit {
     programma();
   }
   void MostraMessaggio(const std::string& testo, Risposta risposta, const Gesto& programma) override {
-    const Compagno qualcuno([&] { finestre::Risponde(sotto_.programma, testo, Pulsante(risposta)); });
-    programma();
+    Vede(programma, testo, risposta, nullptr);
+  }
+  window_contract::MessaggioVisto Vede(const Gesto& programma, const std::string& testo, Risposta risposta,
+                                       const Gesto& prima) override {
+    window_contract::MessaggioVisto visto;
+    const auto risponde = [&] {
+      const std::string detto =
+          finestre::Risponde(sotto_.programma, testo, Pulsante(risposta), prima, &visto.padrone);
+      visto.titolo = detto.substr(0, detto.rfind('|'));
+      visto.pulsanti = Risposte(detto.substr(detto.rfind('|') + 1));
+    };
+    if (GetCurrentThreadId() == sotto_.programma.Filo()) {
+      const Compagno qualcuno(risponde);
+      programma();
+    } else {
+      programma();
+      risponde();
+    }
+    return visto;
+  }
+  bool PuntatoreAttende() const override {
+    return GetCursor() == LoadCursorW(nullptr, MAKEINTRESOURCEW(32514));  // IDC_WAIT
   }
   void NelProgramma(const Gesto& azione) override {
     if (GetCurrentThreadId() != sotto_.programma.Filo()) sotto_.programma.Respira();
@@ -52,12 +88,11 @@ class ToolkitWin32 final : public window_contract::Toolkit {
   }
   bool Attende(const std::function<bool()>& condizione) override { return Attendi(condizione); }
   std::string Risponde(const Gesto& gesto, const std::string& testo, Risposta risposta) override {
-    gesto();
-    const std::string detto = finestre::Risponde(sotto_.programma, testo, Pulsante(risposta));
-    const std::string pulsanti =
-        risposta == Risposta::kOk ? "|1;" : "|" + std::to_string(IDYES) + ";" + std::to_string(IDNO) + ";";
-    EXPECT_TRUE(detto.ends_with(pulsanti)) << detto;
-    return detto.substr(0, detto.rfind('|'));
+    const auto visto = Vede(gesto, testo, risposta, nullptr);
+    const std::vector<Risposta> pulsanti =
+        risposta == Risposta::kOk ? std::vector{Risposta::kOk} : std::vector{Risposta::kSi, Risposta::kNo};
+    EXPECT_EQ(visto.pulsanti, pulsanti);
+    return visto.titolo;
   }
   void ScegliFile(const Gesto& gesto, const std::string& percorso) override {
     gesto();
