@@ -1,9 +1,17 @@
-// Connection strings where the name of a file is expected.
+// What names a database: a file, or a connection string.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace orve::adapters::ambiente {
+
+/// "odbc:" and a connection string name a database of a server; FILE and "sqlite:FILE" an embedded one.
+struct DatabaseIndicato {
+  bool suServer = false;
+  std::string nome;  // the connection string, or the file
+};
+[[nodiscard]] DatabaseIndicato LeggiDatabaseIndicato(std::string_view testo);
 
 /// Whether a text looks like a connection string, with or without "odbc:" before it. It may contain a
 /// password, so nothing repeats it.

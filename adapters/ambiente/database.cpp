@@ -2,8 +2,6 @@
 
 #include <sys/stat.h>
 
-#include <string_view>
-
 #include "ambiente/connection_string.h"
 #include "odbc/odbc_connection.h"
 #include "orve-mailserver/posix/percorsi.h"
@@ -15,9 +13,6 @@
 namespace orve::adapters::ambiente {
 
 namespace {
-
-constexpr std::string_view kSqlite = "sqlite:";
-constexpr std::string_view kOdbc = "odbc:";
 
 // A register may be shared, and then belongs to whoever sent first; but not where anybody, or the user who
 // owns the folder, could have planted it or the files that are read with it.
@@ -38,7 +33,8 @@ void RichiediRegistroProprio(const std::string& file) {
 }  // namespace
 
 std::shared_ptr<host::Connection> ApriDatabase(const std::string& dove, const DatabaseOptions& opzioni) {
-  if (dove.starts_with(kOdbc)) return odbc::OdbcConnection::Apri(dove.substr(kOdbc.size()), opzioni.attese);
+  const DatabaseIndicato indicato = LeggiDatabaseIndicato(dove);
+  if (indicato.suServer) return odbc::OdbcConnection::Apri(indicato.nome, opzioni.attese);
   // Not repeated: it may hold a password.
   if (SembraStringaDiConnessione(dove)) {
     throw host::Errore(host::kArgomentoNonValido, "ApriDatabase",
@@ -46,8 +42,7 @@ std::shared_ptr<host::Connection> ApriDatabase(const std::string& dove, const Da
   }
   sqlite::SqliteOptions attese;
   attese.tempoMassimo = opzioni.attese.tempoMassimo;
-  auto incorporato =
-      sqlite::SqliteConnection::Apri(dove.starts_with(kSqlite) ? dove.substr(kSqlite.size()) : dove, attese);
+  auto incorporato = sqlite::SqliteConnection::Apri(indicato.nome, attese);
   incorporato->UtenteConnessione(opzioni.utente);
   return incorporato;
 }

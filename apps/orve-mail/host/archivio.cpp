@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "ambiente/connection_string.h"
-#include "odbc/odbc_connection.h"
 #include "orve-mail/host/codici.h"
 #include "orve-mail/host/messaggio.h"
 #include "orve-mail/secrets/memoria.h"
@@ -19,12 +18,10 @@
 
 namespace orve::app {
 
+using adapters::ambiente::LeggiDatabaseIndicato;
 using adapters::sqlite::SqliteConnection;
 
 namespace {
-
-constexpr std::string_view kSqlite = "sqlite:";
-constexpr std::string_view kOdbc = "odbc:";
 
 [[noreturn]] void NonUtilizzabile(const host::Errore& errore) {
   throw ErroreProgramma(Uscita::kNonUtilizzabile, "Database non utilizzabile: " + errore.Descrizione());
@@ -50,12 +47,9 @@ std::string FileRegistro(const PosizioneArchivio& posizione) {
                         "--registro: con un database odbc: indicare il file del registro");
 }
 
-std::shared_ptr<host::Connection> ApriOdbc(const PosizioneArchivio& posizione) {
-  const std::string stringa = posizione.db.substr(kOdbc.size());
-  DimenticaVariabile("ORVE_MAIL_DB");  // a connection string may hold a password, and has been read
-  RichiediUtf8(stringa, "--db");
+std::shared_ptr<host::Connection> Apri(const PosizioneArchivio& posizione) {
   try {
-    return adapters::odbc::OdbcConnection::Apri(stringa, posizione.attese);
+    return adapters::ambiente::ApriDatabase(posizione.db, {.attese = posizione.attese});
   } catch (const host::Errore& errore) {
     NonUtilizzabile(errore);
   }
@@ -64,7 +58,7 @@ std::shared_ptr<host::Connection> ApriOdbc(const PosizioneArchivio& posizione) {
 }  // namespace
 
 bool SuOdbc(const PosizioneArchivio& posizione) {
-  return posizione.db.rfind(kOdbc, 0) == 0;
+  return LeggiDatabaseIndicato(posizione.db).suServer;
 }
 
 std::string FileArchivio(const PosizioneArchivio& posizione) {
@@ -72,7 +66,7 @@ std::string FileArchivio(const PosizioneArchivio& posizione) {
     throw ErroreProgramma(Uscita::kComandoErrato,
                           "--db: questo comando lavora solo sul database incorporato, sqlite:FILE");
   }
-  std::string file = posizione.db.rfind(kSqlite, 0) == 0 ? posizione.db.substr(kSqlite.size()) : posizione.db;
+  std::string file = LeggiDatabaseIndicato(posizione.db).nome;
   if (file.empty()) throw ErroreProgramma(Uscita::kComandoErrato, "--db: indicare il file del database");
   if (adapters::ambiente::SembraStringaDiConnessione(file)) {
     throw ErroreProgramma(Uscita::kComandoErrato, "--db: una stringa di connessione va preceduta da odbc:");
@@ -135,20 +129,18 @@ std::vector<std::string> FileDelProgramma(const PosizioneArchivio& posizione) {
 }
 
 Archivio ApriArchivio(const PosizioneArchivio& posizione) {
-  if (SuOdbc(posizione)) return {ApriOdbc(posizione), nullptr};
-  auto incorporato = ApriIncorporato(posizione);
-  return {incorporato, incorporato};
+  if (!SuOdbc(posizione)) {
+    auto incorporato = ApriIncorporato(posizione);
+    return {incorporato, incorporato};
+  }
+  DimenticaVariabile("ORVE_MAIL_DB");  // a connection string may hold a password, and has been read
+  RichiediUtf8(LeggiDatabaseIndicato(posizione.db).nome, "--db");
+  return {Apri(posizione), nullptr};
 }
 
 std::shared_ptr<SqliteConnection> ApriIncorporato(const PosizioneArchivio& posizione) {
-  const std::string file = FileArchivio(posizione);
-  adapters::sqlite::SqliteOptions opzioni;
-  opzioni.tempoMassimo = posizione.attese.tempoMassimo;
-  try {
-    return SqliteConnection::Apri(file, opzioni);
-  } catch (const host::Errore& errore) {
-    NonUtilizzabile(errore);
-  }
+  static_cast<void>(FileArchivio(posizione));  // which says what is wrong with the option
+  return std::dynamic_pointer_cast<SqliteConnection>(Apri(posizione));
 }
 
 std::shared_ptr<SqliteConnection> ApriRegistro(const PosizioneArchivio& posizione, const Archivio& archivio) {
