@@ -74,6 +74,20 @@ class VistaHeadless final : public Vista {
   HeadlessForm& form_;
 };
 
+/// Says what is released, as the ambiente over real windows does.
+class AmbienteHeadless final : public fakes::FakeAmbiente {
+ public:
+  std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato() override {
+    return fakes::ConRilascio(journal, FakeAmbiente::CreaRecordSetScollegato(), "RecordSetScollegato");
+  }
+  std::shared_ptr<host::CollezioneFile> CreaCollezioneFile() override {
+    return fakes::ConRilascio(journal, FakeAmbiente::CreaCollezioneFile(), "CollezioneFile");
+  }
+  std::shared_ptr<host::Messaggi> CreaMessaggi() override {
+    return fakes::ConRilascio(journal, FakeAmbiente::CreaMessaggi(), "Messaggi");
+  }
+};
+
 class ToolkitHeadless final : public Toolkit {
  public:
   ToolkitHeadless() {
@@ -131,7 +145,7 @@ class ToolkitHeadless final : public Toolkit {
   }
 
  private:
-  std::shared_ptr<fakes::FakeAmbiente> ambiente_ = std::make_shared<fakes::FakeAmbiente>();
+  std::shared_ptr<fakes::FakeAmbiente> ambiente_ = std::make_shared<AmbienteHeadless>();
   bool copiato_ = false;
   std::string attesa_;
   Persona persona_;

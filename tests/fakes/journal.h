@@ -74,4 +74,15 @@ class Rilascio {
   std::string oggetto_;
 };
 
+/// The object, with a line "rilascio `nome`" in the journal once it is released.
+template <class T>
+[[nodiscard]] std::shared_ptr<T> ConRilascio(const JournalPtr& journal, std::shared_ptr<T> oggetto,
+                                             const std::string& nome) {
+  T* const nudo = oggetto.get();
+  return {nudo, [oggetto = std::move(oggetto), journal, nome](T* /*nudo*/) mutable {
+            oggetto.reset();
+            IgnoraErrori([&] { journal->Add("rilascio " + nome); });
+          }};
+}
+
 }  // namespace orve::fakes

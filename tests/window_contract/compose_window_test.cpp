@@ -93,6 +93,20 @@ TEST_F(ContrattoInvio, TheReceiptBoxGoesWithTheMessage) {
   EXPECT_TRUE(servizio->ReadReceipt);
 }
 
+// Nothing of the toolkit holds on to an object that the window has let go: whoever made it would see it live
+// on.
+TEST_F(ContrattoInvio, ItsObjectsAreReleasedOneAfterTheOtherWhenItCloses) {
+  servizio->vElencoAllegati = Variant::Array{toolkit->File("a.txt")};
+  Apri([&](const Vista& finestra) {
+    EXPECT_THAT(finestra.Righe(), ElementsAre("a.txt"));
+    toolkit->NelProgramma([&] { journal->Add("chiusura"); });
+    finestra.Chiude();
+  });
+  EXPECT_THAT(journal->Righe({"chiusura", "rilascio "}),
+              ElementsAre("chiusura", "rilascio CollezioneFile", "rilascio RecordSetScollegato",
+                          "rilascio Messaggi"));
+}
+
 struct Uscita {
   const char* nome;
   void (*azione)(const Vista&);

@@ -50,16 +50,16 @@ class AmbienteConFinestre : public fakes::FakeAmbiente {
     return finestre.CreaConfigurazioneGriglia();
   }
   std::shared_ptr<host::RecordSetScollegato> CreaRecordSetScollegato() override {
-    return finestre.CreaRecordSetScollegato();
+    return fakes::ConRilascio(journal, finestre.CreaRecordSetScollegato(), "RecordSetScollegato");
   }
   std::shared_ptr<host::SelettoreFile> CreaSelettoreFile() override { return finestre.CreaSelettoreFile(); }
   std::shared_ptr<host::OggettoFile> CreaOggettoFile() override { return finestre.CreaOggettoFile(); }
   std::shared_ptr<host::CollezioneFile> CreaCollezioneFile() override {
-    return finestre.CreaCollezioneFile();
+    return fakes::ConRilascio(journal, finestre.CreaCollezioneFile(), "CollezioneFile");
   }
   std::shared_ptr<host::Messaggi> CreaMessaggi() override {
     journal->Add("Ambiente.CreaMessaggi");
-    return finestre.CreaMessaggi();
+    return fakes::ConRilascio(journal, finestre.CreaMessaggi(), "Messaggi");
   }
 
   Finestre finestre;
