@@ -25,6 +25,7 @@
 #include <string>
 #include <vector>
 
+#include "fakes/errori.h"
 #include "orve-mailserver/host/connection.h"
 
 namespace orve::contract {
@@ -62,21 +63,10 @@ class ContrattoConnessione : public ::testing::TestWithParam<CreaBanco> {
     return valori;
   }
 
-  /// The error that the call raises; a number of 0 when it raises none.
-  template <class Chiamata>
-  [[nodiscard]] static host::Errore ErroreDi(Chiamata chiamata) {
-    try {
-      chiamata();
-    } catch (const host::Errore& errore) {
-      return errore;
-    }
-    return {0, "", ""};
-  }
-
   /// The call raises an error with all three parts.
   template <class Chiamata>
   static void Rifiuta(Chiamata chiamata, const std::string& che) {
-    const auto errore = ErroreDi(chiamata);
+    const auto errore = fakes::ErroreDi(chiamata);
     EXPECT_NE(errore.Numero(), 0) << che << ": no error";
     if (errore.Numero() == 0) return;
     EXPECT_FALSE(errore.Sorgente().empty()) << che;
@@ -139,8 +129,8 @@ TEST_P(ContrattoConnessione, AnAliasNamesItsColumn) {
 
 TEST_P(ContrattoConnessione, AnUnknownColumnIsAnErrorAndTheRowStays) {
   const auto righe = Esegui(kTutte);
-  EXPECT_EQ(ErroreDi([&] { (void)host::Leggi(*righe, "COGNOME"); }).Numero(), 3265);
-  EXPECT_EQ(ErroreDi([&] { (void)host::Leggi(*righe, ""); }).Numero(), 3265);
+  EXPECT_EQ(fakes::ErroreDi([&] { (void)host::Leggi(*righe, "COGNOME"); }).Numero(), 3265);
+  EXPECT_EQ(fakes::ErroreDi([&] { (void)host::Leggi(*righe, ""); }).Numero(), 3265);
   EXPECT_EQ(host::Leggi(*righe, "NOME"), host::Variant("Uno"));
 }
 
@@ -156,16 +146,16 @@ TEST_P(ContrattoConnessione, AResultWithoutRowsIsAtItsEndAndRefusesToMove) {
   const auto righe = Esegui(kNessuna);
   EXPECT_TRUE(righe->Eof());
   EXPECT_EQ(righe->State(), 1);
-  EXPECT_EQ(ErroreDi([&] { righe->MoveFirst(); }).Numero(), 3021);
-  EXPECT_EQ(ErroreDi([&] { righe->MoveNext(); }).Numero(), 3021);
-  EXPECT_EQ(ErroreDi([&] { (void)host::Leggi(*righe, "NOME"); }).Numero(), 3021);
+  EXPECT_EQ(fakes::ErroreDi([&] { righe->MoveFirst(); }).Numero(), 3021);
+  EXPECT_EQ(fakes::ErroreDi([&] { righe->MoveNext(); }).Numero(), 3021);
+  EXPECT_EQ(fakes::ErroreDi([&] { (void)host::Leggi(*righe, "NOME"); }).Numero(), 3021);
 }
 
 TEST_P(ContrattoConnessione, BehindTheLastRowThereIsNothingToRead) {
   const auto righe = Esegui(kTutte);
   (void)Colonna(*righe, "CODICE");
-  EXPECT_EQ(ErroreDi([&] { (void)host::Leggi(*righe, "NOME"); }).Numero(), 3021);
-  EXPECT_EQ(ErroreDi([&] { righe->MoveNext(); }).Numero(), 3021);
+  EXPECT_EQ(fakes::ErroreDi([&] { (void)host::Leggi(*righe, "NOME"); }).Numero(), 3021);
+  EXPECT_EQ(fakes::ErroreDi([&] { righe->MoveNext(); }).Numero(), 3021);
 }
 
 TEST_P(ContrattoConnessione, MoveFirstGoesBackFromAnywhere) {
@@ -186,10 +176,10 @@ TEST_P(ContrattoConnessione, AClosedRecordSetTellsItsStateAndNothingElse) {
   EXPECT_EQ(righe->State(), 1);
   righe->Close();
   EXPECT_EQ(righe->State(), 0);
-  EXPECT_EQ(ErroreDi([&] { (void)righe->Eof(); }).Numero(), 3704);
-  EXPECT_EQ(ErroreDi([&] { righe->MoveFirst(); }).Numero(), 3704);
-  EXPECT_EQ(ErroreDi([&] { righe->MoveNext(); }).Numero(), 3704);
-  EXPECT_EQ(ErroreDi([&] { righe->Close(); }).Numero(), 3704);
+  EXPECT_EQ(fakes::ErroreDi([&] { (void)righe->Eof(); }).Numero(), 3704);
+  EXPECT_EQ(fakes::ErroreDi([&] { righe->MoveFirst(); }).Numero(), 3704);
+  EXPECT_EQ(fakes::ErroreDi([&] { righe->MoveNext(); }).Numero(), 3704);
+  EXPECT_EQ(fakes::ErroreDi([&] { righe->Close(); }).Numero(), 3704);
   Rifiuta([&] { (void)host::Leggi(*righe, "CODICE"); }, "a column");
   Rifiuta([&] { (void)campo->Value(); }, "a field from before");
 }
@@ -333,10 +323,10 @@ TEST_P(ContrattoProcedura, WhatACommandCannotDoIsAnError) {
   comando->CommandText("SPFW_GetUserIDFromConnection");
   Rifiuta([&] { comando->Execute(); }, "the parameter is missing");
   const auto parametro = comando->CreateParameter("IDUtenteApp", 3, 2, 0);
-  EXPECT_EQ(ErroreDi([&] { (void)comando->ParametersItem("IDUtenteApp"); }).Numero(), 3265)
+  EXPECT_EQ(fakes::ErroreDi([&] { (void)comando->ParametersItem("IDUtenteApp"); }).Numero(), 3265)
       << "not appended yet";
   comando->ParametersAppend(parametro);
-  EXPECT_EQ(ErroreDi([&] { (void)comando->ParametersItem("ALTRO"); }).Numero(), 3265);
+  EXPECT_EQ(fakes::ErroreDi([&] { (void)comando->ParametersItem("ALTRO"); }).Numero(), 3265);
   Rifiuta([&] { comando->ParametersAppend(nullptr); }, "an absent parameter");
 }
 

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "fakes/errori.h"
 #include "orve-mailserver/host/connection.h"
 
 namespace orve::contract {
@@ -55,17 +56,6 @@ class ContrattoIstruzioni : public ::testing::TestWithParam<CreaBancoDati> {
   [[nodiscard]] std::vector<std::string> Eventi() const {
     return Righe("SELECT DITTA, CODICE, IDUTENTE, DATI, FLAG FROM EVENTI_GESTIONALI ORDER BY ID",
                  {"DITTA", "CODICE", "IDUTENTE", "DATI", "FLAG"});
-  }
-
-  /// The error that the call raises; a number of 0 when it raises none.
-  template <class Chiamata>
-  [[nodiscard]] static host::Errore ErroreDi(Chiamata chiamata) {
-    try {
-      chiamata();
-    } catch (const host::Errore& errore) {
-      return errore;
-    }
-    return {0, "", "no error"};
   }
 
   [[nodiscard]] static std::string PasswordCifrata(int account) {
@@ -114,9 +104,9 @@ TEST_P(ContrattoIstruzioni, MasterDataByCode) {
   EXPECT_THAT(Righe(prefisso + "108", {"CG16_RAGSOANAG"}),
               ::testing::ElementsAre("Caffè «Perù» – Torrefazione Αθήνα"));
   EXPECT_THAT(Righe(prefisso + "99999", kIndirizzi), ::testing::IsEmpty());
-  EXPECT_NE(ErroreDi([&] { (void)Esegui(prefisso + ""); }).Numero(), 0);
-  EXPECT_NE(ErroreDi([&] { (void)Esegui(prefisso + "O'Neil"); }).Numero(), 0);
-  EXPECT_NE(ErroreDi([&] { (void)Esegui(prefisso + "ABC"); }).Numero(), 0);
+  EXPECT_NE(fakes::ErroreDi([&] { (void)Esegui(prefisso + ""); }).Numero(), 0);
+  EXPECT_NE(fakes::ErroreDi([&] { (void)Esegui(prefisso + "O'Neil"); }).Numero(), 0);
+  EXPECT_NE(fakes::ErroreDi([&] { (void)Esegui(prefisso + "ABC"); }).Numero(), 0);
 }
 
 TEST_P(ContrattoIstruzioni, AgentByCode) {
@@ -135,8 +125,8 @@ TEST_P(ContrattoIstruzioni, AgentByCode) {
   EXPECT_THAT(Righe(statement("1", "A02"), kIndirizzi),
               ::testing::ElementsAre("<null>|<null>|Agenzia Isole|Isole|<null>"));
   EXPECT_THAT(Righe(statement("1", "A03"), kIndirizzi), ::testing::IsEmpty());
-  EXPECT_NE(ErroreDi([&] { (void)Esegui(statement("", "A01")); }).Numero(), 0);
-  EXPECT_NE(ErroreDi([&] { (void)Esegui(statement("1", "A'01")); }).Numero(), 0);
+  EXPECT_NE(fakes::ErroreDi([&] { (void)Esegui(statement("", "A01")); }).Numero(), 0);
+  EXPECT_NE(fakes::ErroreDi([&] { (void)Esegui(statement("1", "A'01")); }).Numero(), 0);
 }
 
 inline std::string Partner(const std::string& ditta, const std::string& tipo, const std::string& codice,
@@ -194,7 +184,7 @@ TEST_P(ContrattoIstruzioni, APartnerThatCannotBeAskedForIsAnError) {
            Partner("1", "0", "1001", "'31/12/2025'"),
            Partner("1", "0", "1001", "''"),
        }) {
-    EXPECT_NE(ErroreDi([&] { (void)Esegui(statement); }).Numero(), 0) << statement;
+    EXPECT_NE(fakes::ErroreDi([&] { (void)Esegui(statement); }).Numero(), 0) << statement;
   }
 }
 
@@ -243,7 +233,7 @@ TEST_P(ContrattoIstruzioni, GoodsDestination) {
   EXPECT_THAT(Righe(statement("HUB", "1", "1", "2001"), {"MG22_DESTRAGSOC"}),
               ::testing::ElementsAre("Rapidi Adriatici, Piattaforma"));
   EXPECT_THAT(Righe(statement("HUB", "1", "0", "2001"), colonne), ::testing::IsEmpty());
-  EXPECT_NE(ErroreDi([&] { (void)Esegui(statement("L'AQUILA", "1", "0", "1001")); }).Numero(), 0);
+  EXPECT_NE(fakes::ErroreDi([&] { (void)Esegui(statement("L'AQUILA", "1", "0", "1001")); }).Numero(), 0);
 }
 
 TEST_P(ContrattoIstruzioni, PartnerOfAGoodsDestinationAtADate) {
@@ -266,8 +256,8 @@ TEST_P(ContrattoIstruzioni, PartnerOfAGoodsDestinationAtADate) {
               ::testing::ElementsAre("Molino Nuovo S.p.A."));
   EXPECT_THAT(Righe(statement("1", "0", "1999", "'20260115'"), colonne), ::testing::IsEmpty())
       << "the partner is gone";
-  EXPECT_NE(ErroreDi([&] { (void)Esegui(statement("1", "0", "", "'20260115'")); }).Numero(), 0);
-  EXPECT_NE(ErroreDi([&] { (void)Esegui(statement("1", "0", "'A'", "'20260115'")); }).Numero(), 0);
+  EXPECT_NE(fakes::ErroreDi([&] { (void)Esegui(statement("1", "0", "", "'20260115'")); }).Numero(), 0);
+  EXPECT_NE(fakes::ErroreDi([&] { (void)Esegui(statement("1", "0", "'A'", "'20260115'")); }).Numero(), 0);
 }
 
 inline const std::vector<std::string> kAccount = {
@@ -409,7 +399,7 @@ TEST_P(ContrattoIstruzioni, UserIdByCodes) {
       << "the same code in another group";
   EXPECT_THAT(Righe(statement("amm", "u02"), {"FW07_ID"}), ::testing::ElementsAre("2"));
   EXPECT_THAT(Righe(statement("AMM", "U99"), {"FW07_ID"}), ::testing::IsEmpty());
-  EXPECT_NE(ErroreDi([&] { (void)Esegui(statement("AMM", "D'ORO")); }).Numero(), 0);
+  EXPECT_NE(fakes::ErroreDi([&] { (void)Esegui(statement("AMM", "D'ORO")); }).Numero(), 0);
 }
 
 TEST_P(ContrattoIstruzioni, UserNameAndDescription) {
@@ -511,7 +501,7 @@ TEST_P(ContrattoIstruzioni, Signature) {
   EXPECT_THAT(Righe(statement("AZ_FIRMEUTENTI", 3), colonne),
               ::testing::ElementsAre("<p>Ufficio Vendite</p>|   |0"));
   EXPECT_THAT(Righe(statement("AZ_FIRMEUTENTI", 4), colonne), ::testing::IsEmpty());
-  EXPECT_NE(ErroreDi([&] { (void)Esegui(statement("FW07_APPUSER", 1)); }).Numero(), 0)
+  EXPECT_NE(fakes::ErroreDi([&] { (void)Esegui(statement("FW07_APPUSER", 1)); }).Numero(), 0)
       << "a table without the columns";
 }
 
@@ -554,7 +544,7 @@ TEST_P(ContrattoIstruzioni, ACallThatDoesNotFitIsAnErrorAndKeepsNothing) {
            "exec SPFW_AttivaEventoGestionale 1, 89, 7, '<MAIL_PATH=C:\\L'ordine.pdf/>' , 1",
            "exec SPFW_AttivaEvento 1, 89, 7, 'x' , 1",
        }) {
-    EXPECT_NE(ErroreDi([&] { (void)Esegui(statement); }).Numero(), 0) << statement;
+    EXPECT_NE(fakes::ErroreDi([&] { (void)Esegui(statement); }).Numero(), 0) << statement;
     EXPECT_THAT(Eventi(), ::testing::IsEmpty()) << statement;
   }
 }

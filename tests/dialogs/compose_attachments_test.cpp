@@ -535,10 +535,9 @@ TEST_F(Allegati, TheListOfPathsPassesItsErrorOnWithItsName) {
   Aggiungi("C:\\a.pdf", "a.pdf");
   journal->Fallisce("File.Percorso", guasto);
   const auto errore = fakes::ErroreDi([&] { static_cast<void>(Dentro().GetAllegatiMultipli()); });
-  ASSERT_TRUE(errore);
-  EXPECT_EQ(errore->Numero(), 1001);
-  EXPECT_EQ(errore->Sorgente(), "Prova");
-  EXPECT_EQ(errore->Descrizione(), "guastoGetAllegatiMultipli");
+  EXPECT_EQ(errore.Numero(), 1001);
+  EXPECT_EQ(errore.Sorgente(), "Prova");
+  EXPECT_EQ(errore.Descrizione(), "guastoGetAllegatiMultipli");
 }
 
 TEST_F(Allegati, WithoutFilesTheListOfPathsHasNoValue) {

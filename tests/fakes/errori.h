@@ -11,7 +11,7 @@ namespace orve::fakes {
 
 /// The Errore that the statement raises; none when it ends normally.
 template <class Statement>
-std::optional<host::Errore> ErroreDi(Statement&& statement) {
+[[nodiscard]] std::optional<host::Errore> EventualeErroreDi(Statement&& statement) {
   try {
     std::forward<Statement>(statement)();
   } catch (const host::Errore& errore) {
@@ -20,11 +20,16 @@ std::optional<host::Errore> ErroreDi(Statement&& statement) {
   return std::nullopt;
 }
 
-/// Its number; 0 when it ends normally.
+/// The same, with an Errore of number 0 for none.
 template <class Statement>
-std::int32_t NumeroDi(Statement&& statement) {
-  const auto errore = ErroreDi(std::forward<Statement>(statement));
-  return errore ? errore->Numero() : 0;
+[[nodiscard]] host::Errore ErroreDi(Statement&& statement) {
+  return EventualeErroreDi(std::forward<Statement>(statement)).value_or(host::Errore(0, "", "no error"));
+}
+
+/// Its number.
+template <class Statement>
+[[nodiscard]] std::int32_t NumeroDi(Statement&& statement) {
+  return ErroreDi(std::forward<Statement>(statement)).Numero();
 }
 
 }  // namespace orve::fakes

@@ -1,6 +1,7 @@
 // The mail settings: what each column becomes, the fallbacks, the channel's object, and NVL.
 #include <vector>
 
+#include "fakes/errori.h"
 #include "fakes/servizio_di_prova.h"
 #include "service/nvl.h"
 
@@ -26,12 +27,7 @@ class ImpostazioniDellaPosta : public fakes::ServizioDiProva {
     Con(riga);
   }
   [[nodiscard]] host::Errore ErroreDiLettura() {
-    try {
-      servizio->GetImpostazioni();
-    } catch (const host::Errore& errore) {
-      return errore;
-    }
-    return {0, "", "nessun errore"};
+    return fakes::ErroreDi([&] { servizio->GetImpostazioni(); });
   }
 };
 

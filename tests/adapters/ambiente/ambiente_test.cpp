@@ -6,12 +6,12 @@
 #include <syslog.h>
 #include <unistd.h>
 
-#include <functional>
 #include <memory>
 #include <sstream>
 #include <string>
 
 #include "ambiente/registro_tabella.h"
+#include "fakes/errori.h"
 #include "orve-mailserver/ambiente/database.h"
 #include "orve-mailserver/smtp/target.h"
 #include "password/chiave.h"
@@ -23,6 +23,8 @@
 namespace orve::adapters::ambiente {
 
 namespace {
+
+using fakes::NumeroDi;
 
 class DebugAnnotato : public host::DebugOutput {
  public:
@@ -38,15 +40,6 @@ std::string RigaSulRegistroDiSistema(host::DebugOutput* traccia) {
   std::string uscita = ::testing::internal::GetCapturedStderr();
   ::closelog();
   return uscita;
-}
-
-std::int32_t NumeroDi(const std::function<void()>& azione) {
-  try {
-    azione();
-  } catch (const host::Errore& errore) {
-    return errore.Numero();
-  }
-  return 0;
 }
 
 std::string Creato(const support::TempDir& cartella, const std::string& nome) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "adapters/mapi/posta.h"
+#include "fakes/errori.h"
 #include "mapi/failure.h"
 
 namespace orve::adapters::mapi {
@@ -72,10 +73,11 @@ TEST_F(ControlliMapi, ANewSlotIsATo) {
 TEST_F(ControlliMapi, AnIndexOfNoSlotIsRefused) {
   Composed composed(system);
   for (const int index : {-1, -32768, 2, 32767}) {
-    EXPECT_EQ(Raised([&] { composed.control.RecipIndex(static_cast<std::int16_t>(index)); }), 9) << index;
+    EXPECT_EQ(fakes::NumeroDi([&] { composed.control.RecipIndex(static_cast<std::int16_t>(index)); }), 9)
+        << index;
   }
   for (const int index : {-1, 1, 32767}) {
-    EXPECT_EQ(Raised([&] { composed.control.AttachmentIndex(static_cast<std::int16_t>(index)); }), 9)
+    EXPECT_EQ(fakes::NumeroDi([&] { composed.control.AttachmentIndex(static_cast<std::int16_t>(index)); }), 9)
         << index;
   }
   // The slot selected before stays selected.
@@ -87,18 +89,18 @@ TEST_F(ControlliMapi, AnIndexOfNoSlotIsRefused) {
 TEST_F(ControlliMapi, AMemberOfASlotWantsOneSelected) {
   MessagesControl control(system);
   control.Compose();
-  EXPECT_EQ(Raised([&] { control.RecipAddress("SMTP:a@x.example"); }), 9);
-  EXPECT_EQ(Raised([&] { control.RecipDisplayName("A"); }), 9);
-  EXPECT_EQ(Raised([&] { control.RecipType(1); }), 9);
-  EXPECT_EQ(Raised([&] { control.AttachmentPosition(0); }), 9);
-  EXPECT_EQ(Raised([&] { control.AttachmentPathName(File("sendmail")); }), 9);
-  EXPECT_EQ(Raised([&] { control.AttachmentName("a"); }), 9);
+  EXPECT_EQ(fakes::NumeroDi([&] { control.RecipAddress("SMTP:a@x.example"); }), 9);
+  EXPECT_EQ(fakes::NumeroDi([&] { control.RecipDisplayName("A"); }), 9);
+  EXPECT_EQ(fakes::NumeroDi([&] { control.RecipType(1); }), 9);
+  EXPECT_EQ(fakes::NumeroDi([&] { control.AttachmentPosition(0); }), 9);
+  EXPECT_EQ(fakes::NumeroDi([&] { control.AttachmentPathName(File("sendmail")); }), 9);
+  EXPECT_EQ(fakes::NumeroDi([&] { control.AttachmentName("a"); }), 9);
 }
 
 TEST_F(ControlliMapi, ATypeOfRecipientThatIsNoneIsRefused) {
   Composed composed(system);
   for (const std::int32_t type : {0, 4, -1}) {
-    EXPECT_EQ(Raised([&] { composed.control.RecipType(type); }), 32015) << type;
+    EXPECT_EQ(fakes::NumeroDi([&] { composed.control.RecipType(type); }), 32015) << type;
   }
 }
 
@@ -107,9 +109,9 @@ TEST_F(ControlliMapi, AFileThatCannotBeAttachedIsRefusedAndTheMailLeavesWithoutI
   Attach(composed.control, 0, folder.Write("a.pdf", "uno"), "a.pdf");
   composed.control.AttachmentIndex(1);
   composed.control.AttachmentPosition(1);
-  EXPECT_EQ(Raised([&] { composed.control.AttachmentPathName(File("manca.pdf")); }), 32011);
-  EXPECT_EQ(Raised([&] { composed.control.AttachmentPathName(folder.Path().string()); }), 32012);
-  EXPECT_EQ(Raised([&] { composed.control.AttachmentPathName(""); }), 32011);
+  EXPECT_EQ(fakes::NumeroDi([&] { composed.control.AttachmentPathName(File("manca.pdf")); }), 32011);
+  EXPECT_EQ(fakes::NumeroDi([&] { composed.control.AttachmentPathName(folder.Path().string()); }), 32012);
+  EXPECT_EQ(fakes::NumeroDi([&] { composed.control.AttachmentPathName(""); }), 32011);
   composed.control.Send();
   ASSERT_THAT(Message().attachments, SizeIs(1));
   EXPECT_EQ(Message().attachments[0].name, "a.pdf");
@@ -119,7 +121,7 @@ TEST_F(ControlliMapi, AFileThatVanishesBeforeTheSendKeepsTheMessageBack) {
   Composed composed(system);
   Attach(composed.control, 0, folder.Write("a.pdf", "uno"), "a.pdf");
   std::filesystem::remove(File("a.pdf"));
-  EXPECT_EQ(Raised([&] { composed.control.Send(); }), 32011);
+  EXPECT_EQ(fakes::NumeroDi([&] { composed.control.Send(); }), 32011);
   EXPECT_FALSE(Exists("argv"));
 }
 
@@ -150,7 +152,7 @@ TEST_F(ControlliMapi, ComposeBeginsANewMessage) {
   Attach(composed.control, 0, folder.Write("a.pdf", "uno"), "a.pdf");
   composed.control.MsgReceiptRequested(true);
   composed.control.Compose();
-  EXPECT_EQ(Raised([&] { composed.control.Send(); }), 32057);
+  EXPECT_EQ(fakes::NumeroDi([&] { composed.control.Send(); }), 32057);
   composed.next = 0;
   composed.Add("SMTP:anna@x.example", "Anna", kTo);
   composed.control.Send();
@@ -162,7 +164,7 @@ TEST_F(ControlliMapi, ComposeBeginsANewMessage) {
 
 TEST_F(ControlliMapi, AMessageThatWasRefusedIsStillThere) {
   Composed composed(System(Program(R"(cat > /dev/null; test -e "$D/aperto" || exit 75; touch "$D/preso")")));
-  EXPECT_EQ(Raised([&] { composed.control.Send(); }), 32023);
+  EXPECT_EQ(fakes::NumeroDi([&] { composed.control.Send(); }), 32023);
   static_cast<void>(folder.Write("aperto", ""));
   composed.control.Send();
   EXPECT_TRUE(Exists("preso"));
@@ -191,7 +193,7 @@ TEST_F(ControlliMapi, ARecipientThatCannotBeResolvedKeepsTheMessageBack) {
                         Case{"SMTP:a@x.example\r\nBcc: b@x.example", 32025}}) {
     Composed composed(system);
     composed.Add(c.address, "Anna", kTo);
-    EXPECT_EQ(Raised([&] { composed.control.Send(); }), c.want) << c.address;
+    EXPECT_EQ(fakes::NumeroDi([&] { composed.control.Send(); }), c.want) << c.address;
   }
   EXPECT_FALSE(Exists("argv"));
 }
@@ -199,27 +201,27 @@ TEST_F(ControlliMapi, ARecipientThatCannotBeResolvedKeepsTheMessageBack) {
 TEST_F(ControlliMapi, SendWantsASession) {
   Composed composed(system);
   composed.control.SessionID(host::Variant());
-  EXPECT_EQ(Raised([&] { composed.control.Send(); }), 32053);
+  EXPECT_EQ(fakes::NumeroDi([&] { composed.control.Send(); }), 32053);
   composed.control.SessionID(std::int32_t{815});
-  EXPECT_EQ(Raised([&] { composed.control.Send(); }), 32019);
+  EXPECT_EQ(fakes::NumeroDi([&] { composed.control.Send(); }), 32019);
   composed.control.SessioneID(composed.session.SessionID());
   composed.control.Send();
   composed.session.SignOff();
-  EXPECT_EQ(Raised([&] { composed.control.Send(); }), 32019);
+  EXPECT_EQ(fakes::NumeroDi([&] { composed.control.Send(); }), 32019);
 }
 
 TEST_F(ControlliMapi, ASessionIsOpenBetweenSignOnAndSignOff) {
   SessionControl session(system);
   session.DownLoadMail(false);
   session.NewSession(true);
-  EXPECT_EQ(Raised([&] { session.SignOff(); }), 32053);
+  EXPECT_EQ(fakes::NumeroDi([&] { session.SignOff(); }), 32053);
   EXPECT_EQ(session.SessionID().ToInt32(), 0);
   session.SignOn();
   EXPECT_NE(session.SessionID().ToInt32(), 0);
-  EXPECT_EQ(Raised([&] { session.SignOn(); }), 32050);
+  EXPECT_EQ(fakes::NumeroDi([&] { session.SignOn(); }), 32050);
   session.SignOff();
   EXPECT_EQ(session.SessionID().ToInt32(), 0);
-  EXPECT_EQ(Raised([&] { session.SignOff(); }), 32053);
+  EXPECT_EQ(fakes::NumeroDi([&] { session.SignOff(); }), 32053);
   session.SignOn();
 }
 
@@ -228,7 +230,7 @@ TEST_F(ControlliMapi, TwoSessionsAreTwo) {
   Composed second(system);
   EXPECT_NE(first.session.SessionID().ToInt32(), second.session.SessionID().ToInt32());
   first.session.SignOff();
-  EXPECT_EQ(Raised([&] { first.control.Send(); }), 32019);
+  EXPECT_EQ(fakes::NumeroDi([&] { first.control.Send(); }), 32019);
   second.control.Send();
 }
 
@@ -239,7 +241,7 @@ TEST_F(ControlliMapi, ASessionEndsWithItsControl) {
     session.SignOn();
     control.SessionID(session.SessionID());
   }
-  EXPECT_EQ(Raised([&] { control.Send(); }), 32019);
+  EXPECT_EQ(fakes::NumeroDi([&] { control.Send(); }), 32019);
 }
 
 TEST_F(ControlliMapi, SignOnFailsWithoutAMailSystem) {

@@ -69,15 +69,4 @@ struct Composed {
   std::int16_t next = 0;  // slot
 };
 
-/// The number of the error that the action raises; 0 when it raises none.
-template <class Action>
-std::int32_t Raised(Action action) {
-  try {
-    action();
-  } catch (const host::Errore& errore) {
-    return errore.Numero();
-  }
-  return 0;
-}
-
 }  // namespace orve::adapters::mapi

@@ -1,4 +1,5 @@
 #include "mime/message_writer.h"
+#include "fakes/errori.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -516,12 +517,7 @@ TEST_F(MessageWriter, ASenderThatIsLeftToTheTransportStandsNowhere) {
 }
 
 int ErrorWhileWriting(const Message& message, const ByteSink& sink) {
-  try {
-    WriteMessage(message, sink);
-  } catch (const host::Errore& errore) {
-    return errore.Numero();
-  }
-  return 0;
+  return fakes::NumeroDi([&] { WriteMessage(message, sink); });
 }
 
 TEST_F(MessageWriter, AFileThatHasVanishedEndsTheWriting) {

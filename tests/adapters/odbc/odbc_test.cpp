@@ -6,6 +6,7 @@
 #include <string>
 
 #include "adapters/odbc/motore.h"
+#include "fakes/errori.h"
 #include "odbc/odbc_connection.h"
 #include "odbc/wide_text.h"
 #include "support/temp_dir.h"
@@ -14,15 +15,7 @@ namespace orve::adapters::odbc {
 
 namespace {
 
-template <class Chiamata>
-host::Errore ErroreDi(Chiamata chiamata) {
-  try {
-    chiamata();
-  } catch (const host::Errore& errore) {
-    return errore;
-  }
-  return {0, "", "no error"};
-}
+using fakes::ErroreDi;
 
 class Odbc : public ::testing::Test {
  protected:

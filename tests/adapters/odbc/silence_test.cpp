@@ -10,6 +10,7 @@
 #include <string>
 
 #include "adapters/odbc/motore.h"
+#include "fakes/errori.h"
 #include "odbc/odbc_connection.h"
 #include "support/patience.h"
 #include "support/scripted_server.h"
@@ -27,15 +28,6 @@ using namespace std::chrono_literals;
 using namespace std::string_literals;
 
 constexpr seconds kAccesso{60};
-
-host::Errore FineDi(const std::function<void()>& chiamata) {
-  try {
-    chiamata();
-  } catch (const host::Errore& errore) {
-    return errore;
-  }
-  return {0, "", "no error"};
-}
 
 void EseguiMuto(OdbcConnection& connessione, const std::string& testo) {
   static_cast<void>(connessione.Execute(testo, host::kComandoTesto));
@@ -88,20 +80,20 @@ TEST(OdbcSilenzio, AServerThatFallsSilentIsGivenUpThoughTheDriverWaitsForEver) {
   comando->CommandText("SPFW_GetUserIDFromConnection");
   inizio.filo->FallSilent();
 
-  const host::Errore prima = FineDi([&] { EseguiMuto(*connessione, "SELECT 2"); });
+  const host::Errore prima = fakes::ErroreDi([&] { EseguiMuto(*connessione, "SELECT 2"); });
   EXPECT_NE(prima.Numero(), 0);
   EXPECT_EQ(prima.Sorgente(), "ODBC");
   EXPECT_EQ(prima.Descrizione(), "L'istruzione ha superato il tempo massimo");
   // There is no second wait.
   for (const auto& chiamata : {std::function<void()>([&] { EseguiMuto(*connessione, "SELECT 3"); }),
                                std::function<void()>([&] { comando->Execute(); })}) {
-    const host::Errore poi = FineDi(chiamata);
+    const host::Errore poi = fakes::ErroreDi(chiamata);
     EXPECT_NE(poi.Numero(), 0);
     EXPECT_THAT(poi.Descrizione(), HasSubstr("La connessione è perduta"));
   }
   EXPECT_EQ(host::Leggi(*inizio.righe, "V"), host::Variant(1)) << "a result from before";
   connessione->Chiudi();
-  EXPECT_EQ(FineDi([&] { EseguiMuto(*connessione, "SELECT 4"); }).Numero(), 3704);
+  EXPECT_EQ(fakes::ErroreDi([&] { EseguiMuto(*connessione, "SELECT 4"); }).Numero(), 3704);
 }
 
 TEST(OdbcSilenzio, AStatementThatRunsTooLongIsCancelledAndTheConnectionServesOn) {
@@ -114,10 +106,10 @@ TEST(OdbcSilenzio, AStatementThatRunsTooLongIsCancelledAndTheConnectionServesOn)
     const auto connessione =
         OdbcConnection::Apri(Motore().ConnectionString("lenta"), {kAccesso, tempoMassimo});
     Esito esito;
-    esito.lunga = FineDi([&] {
+    esito.lunga = fakes::ErroreDi([&] {
       EseguiMuto(*connessione, "SELECT COUNT(*) FROM SYSTEM_RANGE(1, 1000000) A, SYSTEM_RANGE(1, 1000000) B");
     });
-    esito.poi = FineDi([&] {
+    esito.poi = fakes::ErroreDi([&] {
       esito.valore = host::Leggi(*connessione->Execute("SELECT 5 AS V", host::kComandoTesto), "V");
     });
     return esito;
@@ -134,7 +126,7 @@ TEST(OdbcSilenzio, AStatementThatRunsTooLongIsCancelledAndTheConnectionServesOn)
 
 TEST(OdbcSilenzio, AServerThatFallsSilentInTheMiddleOfTheLoginIsGivenUp) {
   const support::SilentRelay filo(Motore().Port(), "extra_float_digits");
-  const host::Errore fine = FineDi([&] {
+  const host::Errore fine = fakes::ErroreDi([&] {
     static_cast<void>(OdbcConnection::Apri(
         H2Server::ConnectionStringBy(filo.Port(), "accesso", "sa", "pa-ro-la"), {1s, 1s}));
   });
@@ -151,10 +143,10 @@ TEST(OdbcSilenzio, ASqlServerThatSaysNothingBehindTheLoginIsTheDriversOwnTimeOut
       "Port=" +
           std::to_string(server.Port()),
       {kAccesso, 1s});
-  const host::Errore prima = FineDi([&] { EseguiMuto(*connessione, "SELECT 1"); });
+  const host::Errore prima = fakes::ErroreDi([&] { EseguiMuto(*connessione, "SELECT 1"); });
   EXPECT_NE(prima.Numero(), 0);
   EXPECT_THAT(prima.Descrizione(), HasSubstr("(HYT00)"));
-  const host::Errore poi = FineDi([&] { EseguiMuto(*connessione, "SELECT 1"); });
+  const host::Errore poi = fakes::ErroreDi([&] { EseguiMuto(*connessione, "SELECT 1"); });
   EXPECT_NE(poi.Numero(), 0);
   EXPECT_THAT(prima.Descrizione() + poi.Descrizione(), Not(HasSubstr("pa-ro-la")));
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "adapters/posix/prova.h"
+#include "fakes/errori.h"
 #include "sqlite/schema.h"
 #include "sqlite/sqlite_connection.h"
 
@@ -21,16 +22,7 @@ inline std::string CifraDiProva(const PasswordToEncipher& password) {
   return {password.chiara.rbegin(), password.chiara.rend()};
 }
 
-/// The error that the call raises; a number of 0 when it raises none.
-template <class Chiamata>
-[[nodiscard]] host::Errore ErroreDi(Chiamata chiamata) {
-  try {
-    chiamata();
-  } catch (const host::Errore& errore) {
-    return errore;
-  }
-  return {0, "", "no error"};
-}
+using fakes::ErroreDi;
 
 /// One line per row: the named columns joined by "|", null as "<null>".
 inline std::vector<std::string> Testi(host::RecordSet& righe, const std::vector<std::string>& colonne) {

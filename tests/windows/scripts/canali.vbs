@@ -41,12 +41,6 @@ Class SessioneMapi
     SessionID = 42
   End Property
 End Class
-Class Smtp
-  Public FromAddr
-  Public Function GetLastError()
-    GetLastError = -1
-  End Function
-End Class
 
 Function NuovoOutlook()
   Set NuovoOutlook = Banco.Spia("Outlook", New Outlook)

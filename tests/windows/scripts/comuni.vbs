@@ -95,6 +95,14 @@ Class Risultato
   End Sub
 End Class
 
+' An SMTP component that takes every message.
+Class Smtp
+  Public FromAddr
+  Public Function GetLastError()
+    GetLastError = -1
+  End Function
+End Class
+
 Class BancaDati
   Public Statements
   Public Vuoto

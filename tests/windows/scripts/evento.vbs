@@ -11,12 +11,6 @@ Sub Mail_BeforeSendMail(Oggetto, Corpo, DestinatariA, DestinatariCC, Destinatari
   Allegati = Allegati & ";C:\altro.pdf"
 End Sub
 
-Class Smtp
-  Public FromAddr
-  Public Function GetLastError()
-    GetLastError = -1
-  End Function
-End Class
 Function NuovoSmtp()
   Set NuovoSmtp = Banco.Spia("smtp", New Smtp)
 End Function

@@ -14,12 +14,6 @@ Class Involucro
   End Property
 End Class
 
-Class Smtp
-  Public FromAddr
-  Public Function GetLastError()
-    GetLastError = -1
-  End Function
-End Class
 Function NuovoSmtp()
   Set NuovoSmtp = New Smtp
 End Function

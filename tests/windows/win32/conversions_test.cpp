@@ -5,25 +5,18 @@
 
 #include <cstring>
 
+#include "fakes/errori.h"
 #include "orve-mailserver/host/errore.h"
 #include "windows/win32/doppio.h"
 
 namespace orve::adapters::win32 {
 namespace {
 
+using fakes::NumeroDi;
 using host::Variant;
 
 Variant AndataERitorno(const Variant& valore) {
   return FromCom(ToCom(valore).Get());
-}
-
-std::int32_t NumeroDellErrore(const std::function<void()>& azione) {
-  try {
-    azione();
-  } catch (const host::Errore& errore) {
-    return errore.Numero();
-  }
-  return 0;
 }
 
 TEST(Conversioni, EveryKindOfValueComesBackAsItWas) {
@@ -225,7 +218,7 @@ TEST(Conversioni, AnArgumentLeftOutIsEmptyAndAnyOtherErrorValueAMismatch) {
   V_ERROR(&valore) = DISP_E_PARAMNOTFOUND;
   EXPECT_TRUE(FromCom(valore).IsEmpty());
   V_ERROR(&valore) = E_FAIL;
-  EXPECT_EQ(NumeroDellErrore([&] { (void)FromCom(valore); }), 13);
+  EXPECT_EQ(NumeroDi([&] { (void)FromCom(valore); }), 13);
 }
 
 TEST(Conversioni, AnObjectComesBackAsTheSameObject) {
@@ -258,7 +251,7 @@ TEST(Conversioni, NoObjectIsAnAbsentObjectBothWays) {
 
 TEST(Conversioni, AnObjectOfTheLibraryAloneCannotGoOut) {
   class Chiuso : public host::Oggetto {};
-  EXPECT_EQ(NumeroDellErrore([] { (void)ToCom(std::make_shared<Chiuso>()); }), 13);
+  EXPECT_EQ(NumeroDi([] { (void)ToCom(std::make_shared<Chiuso>()); }), 13);
 }
 
 TEST(Conversioni, TheSystemsCodePageHasAQuestionMarkForWhatItLacks) {

@@ -7,6 +7,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "fakes/errori.h"
 #include "orve-mailserver/host/errore.h"
 #include "service/address_check.h"
 #include "win32/ambiente_win32.h"
@@ -28,13 +29,10 @@ class FileSystemTest : public testing::Test {
   }
   void TearDown() override { DeleteFileA(file.c_str()); }
   [[nodiscard]] std::int32_t NumeroAprendo(const std::string& quale, bool crea) {
-    try {
+    return fakes::NumeroDi([&] {
       fileSystem->OpenTextFile(quale, host::FileSystem::kAccoda, crea, host::FileSystem::kSingoloByte)
           ->Close();
-    } catch (const host::Errore& errore) {
-      return errore.Numero();
-    }
-    return 0;
+    });
   }
 
   prova::AppartamentoCom appartamento;

@@ -9,6 +9,7 @@
 #include <system_error>
 #include <vector>
 
+#include "fakes/errori.h"
 #include "orve-mailserver/host/errore.h"
 #include "win32/conversions.h"
 #include "windows/win32/mapi_doppio/mapi_doppio.h"
@@ -116,12 +117,7 @@ class Mapi32Test : public testing::Test {
     imposta(&funzioni);
   }
   static std::int32_t NumeroDellErrore(Mapi32Win32& libreria) {
-    try {
-      libreria.MAPILogoff(1, 0, 0, 0);
-    } catch (const host::Errore& errore) {
-      return errore.Numero();
-    }
-    return 0;
+    return fakes::NumeroDi([&] { libreria.MAPILogoff(1, 0, 0, 0); });
   }
 
   Arrivo arrivato;

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "fakes/errori.h"
 #include "orve-mailserver/host/errore.h"
 #include "win32/ambiente_win32.h"
 #include "win32/classi.h"
@@ -13,6 +14,7 @@
 namespace orve::adapters::win32 {
 namespace {
 
+using fakes::NumeroDi;
 using prova::ArrivoCom;
 using testing::ElementsAre;
 
@@ -39,14 +41,6 @@ class MembriTest : public testing::Test {
     CLSID identificatore;
     CLSIDFromString(testo, &identificatore);
     return identificatore;
-  }
-  static std::int32_t NumeroDellErrore(const std::function<void()>& azione) {
-    try {
-      azione();
-    } catch (const host::Errore& errore) {
-      return errore.Numero();
-    }
-    return 0;
   }
 
   // Other tests of the same Wine may have left classes of the host behind.
@@ -511,7 +505,7 @@ TEST_F(MembriTest, TheControlsOfSimpleMapiAreFilledSlotBySlot) {
 TEST_F(MembriTest, AControlThatLacksTheOddNameOfTheSessionRefusesIt) {
   const auto messaggi = Doppio("MAPIMessages", "SessionID");
   const prova::ClasseCom classe(L"MSMAPI.MAPIMessages", Da(messaggi));
-  EXPECT_EQ(NumeroDellErrore([&] { ambiente->CreaMAPIMessages()->SessioneID(4711); }), 438);
+  EXPECT_EQ(NumeroDi([&] { ambiente->CreaMAPIMessages()->SessioneID(4711); }), 438);
 }
 
 TEST_F(MembriTest, TheHostsFileObjectsAreAskedWhereAllThreeAre) {
@@ -575,18 +569,18 @@ TEST_F(MembriTest, WithoutTheHostsFileObjectsTheSystemsOwnServe) {
 }
 
 TEST_F(MembriTest, AMachineWithoutAClassSaysSo) {
-  EXPECT_EQ(NumeroDellErrore([&] { (void)ambiente->CreaComponenteSmtp(); }), 429);
-  EXPECT_EQ(NumeroDellErrore([&] { (void)ambiente->CreaOutlook(); }), 429);
-  EXPECT_EQ(NumeroDellErrore([&] { (void)ambiente->CreaMAPISession(); }), 429);
-  EXPECT_EQ(NumeroDellErrore([&] { (void)ambiente->CreaMAPIMessages(); }), 429);
-  EXPECT_EQ(NumeroDellErrore([&] { (void)ambiente->CreaRegistroInvio(); }), 429);
-  EXPECT_EQ(NumeroDellErrore([&] { (void)ambiente->CreaCifratorePassword(); }), 429);
-  EXPECT_EQ(NumeroDellErrore([&] { (void)ambiente->CreaParametri(); }), 429);
+  EXPECT_EQ(NumeroDi([&] { (void)ambiente->CreaComponenteSmtp(); }), 429);
+  EXPECT_EQ(NumeroDi([&] { (void)ambiente->CreaOutlook(); }), 429);
+  EXPECT_EQ(NumeroDi([&] { (void)ambiente->CreaMAPISession(); }), 429);
+  EXPECT_EQ(NumeroDi([&] { (void)ambiente->CreaMAPIMessages(); }), 429);
+  EXPECT_EQ(NumeroDi([&] { (void)ambiente->CreaRegistroInvio(); }), 429);
+  EXPECT_EQ(NumeroDi([&] { (void)ambiente->CreaCifratorePassword(); }), 429);
+  EXPECT_EQ(NumeroDi([&] { (void)ambiente->CreaParametri(); }), 429);
 }
 
 TEST_F(MembriTest, AClassThatIsThereAndRefusesIsNotMadeUpFor) {
   const prova::ClasseCom classe(classi::kFormatoData, [] { return ComPtr<IDispatch>(); });
-  EXPECT_EQ(NumeroDellErrore([&] { (void)ambiente->CreaFormatoData(); }), 429);
+  EXPECT_EQ(NumeroDi([&] { (void)ambiente->CreaFormatoData(); }), 429);
 }
 
 }  // namespace
