@@ -13,11 +13,15 @@
 #include <system_error>
 #include <utility>
 
+#include "posix/deadline.h"
 #include "posix/pipe_signal.h"
 
 namespace orve::adapters::mapi {
 
 namespace {
+
+using posix::Descriptor;
+using posix::MillisecondsUntil;
 
 constexpr std::size_t kKeptOutput = 4096;
 
@@ -142,31 +146,7 @@ class SpawnPlan {
   posix_spawnattr_t attributes_{};
 };
 
-template <class TimePoint>
-int MillisecondsUntil(TimePoint deadline) {
-  const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - TimePoint::clock::now()).count();
-  constexpr long long kLongest = 1'000'000'000;
-  return static_cast<int>(std::clamp<long long>(left, 0, kLongest));
-}
-
 }  // namespace
-
-Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
-  if (this != &other) {
-    Close();
-    number_ = other.Release();
-  }
-  return *this;
-}
-
-void Descriptor::Close() noexcept {
-  if (number_ >= 0) ::close(number_);
-  number_ = -1;
-}
-
-int Descriptor::Release() noexcept {
-  return std::exchange(number_, -1);
-}
 
 Child::Child(const std::string& program, const std::vector<std::string>& arguments) {
   Pipe input = NewPipe();
@@ -240,7 +220,10 @@ void Child::ReadOutput() {
     const ssize_t count = ::read(outputEnd_.Number(), piece.data(), piece.size());
     if (count < 0 && errno == EINTR) continue;
     if (count < 0 && errno == EAGAIN) return;
-    if (count <= 0) return outputEnd_.Close();
+    if (count <= 0) {
+      outputEnd_.Close();
+      return;
+    }
     const std::size_t room = kKeptOutput - std::min(kKeptOutput, output_.size());
     output_.append(piece.data(), std::min(room, static_cast<std::size_t>(count)));
   }

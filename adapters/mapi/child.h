@@ -15,25 +15,9 @@
 #include <string_view>
 #include <vector>
 
+#include "posix/descriptor.h"
+
 namespace orve::adapters::mapi {
-
-/// A file descriptor that is closed with the object.
-class Descriptor {
- public:
-  explicit Descriptor(int number = -1) : number_(number) {}
-  Descriptor(Descriptor&& other) noexcept : number_(other.Release()) {}
-  Descriptor& operator=(Descriptor&& other) noexcept;
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() { Close(); }
-
-  [[nodiscard]] int Number() const { return number_; }
-  void Close() noexcept;
-
- private:
-  int Release() noexcept;
-  int number_;
-};
 
 class Child {
  public:
@@ -77,8 +61,8 @@ class Child {
   void ReadOutput();
   [[nodiscard]] bool Ended();
 
-  Descriptor input_;
-  Descriptor outputEnd_;
+  posix::Descriptor input_;
+  posix::Descriptor outputEnd_;
   pid_t pid_ = -1;  // -1: none, or its end is known
   End end_;
   std::string output_;

@@ -26,12 +26,8 @@ std::optional<struct stat> StatoCartella(const std::string& file) {
 }  // namespace
 
 FileAperto::FileAperto(const std::string& cosa, const std::string& file, int modalita, mode_t permessi)
-    : numero_(::open(file.c_str(), modalita | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permessi)) {
-  if (numero_ < 0) FileInutilizzabile(cosa, file, std::generic_category().message(errno));
-}
-
-FileAperto::~FileAperto() {
-  ::close(numero_);
+    : descrittore_(::open(file.c_str(), modalita | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permessi)) {
+  if (!descrittore_) FileInutilizzabile(cosa, file, std::generic_category().message(errno));
 }
 
 void FileInutilizzabile(const std::string& cosa, const std::string& file, const std::string& motivo) {

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <string>
 
+#include "posix/descriptor.h"
+
 namespace orve::adapters::posix {
 
 /// An open file. `cosa` is what the file is, for the person.
@@ -13,15 +15,10 @@ class FileAperto {
  public:
   /// Raises 70: what the file is, its name and the system's reason.
   FileAperto(const std::string& cosa, const std::string& file, int modalita, mode_t permessi = 0);
-  FileAperto(const FileAperto&) = delete;
-  FileAperto& operator=(const FileAperto&) = delete;
-  FileAperto(FileAperto&&) = delete;
-  FileAperto& operator=(FileAperto&&) = delete;
-  ~FileAperto();
-  [[nodiscard]] int Numero() const { return numero_; }
+  [[nodiscard]] int Numero() const { return descrittore_.Number(); }
 
  private:
-  int numero_;
+  Descriptor descrittore_;
 };
 
 /// Ends the use of a file: raises 70 with what the file is, its name and the reason.

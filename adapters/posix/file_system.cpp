@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "orve-mailserver/posix/percorsi.h"
+#include "posix/descriptor.h"
 #include "posix/errori.h"
 #include "text/text.h"
 
@@ -19,37 +20,27 @@ namespace {
 class TextStream : public host::TextStream {
  public:
   TextStream(int descrittore, std::string file) : descrittore_(descrittore), file_(std::move(file)) {}
-  TextStream(const TextStream&) = delete;
-  TextStream& operator=(const TextStream&) = delete;
-  TextStream(TextStream&&) = delete;
-  TextStream& operator=(TextStream&&) = delete;
-  // Callers that need to know whether the last bytes arrived call Close; a destructor has nobody to tell.
-  ~TextStream() override {
-    if (descrittore_ >= 0) ::close(descrittore_);
-  }
 
   void WriteLine(const std::string& testo) override {
-    if (descrittore_ < 0) throw host::Errore(host::kOggettoNonImpostato);
+    if (!descrittore_) throw host::Errore(host::kOggettoNonImpostato);
     Scrivi(text::ToWindows1252(testo) + "\r\n");
   }
 
   void Close() override {
-    if (descrittore_ < 0) return;
-    // The descriptor is gone whatever close returns.
-    if (::close(std::exchange(descrittore_, -1)) != 0 && errno != EINTR) throw ErroreDiSistema(errno, file_);
+    if (const int errore = descrittore_.Close(); errore != 0) throw ErroreDiSistema(errore, file_);
   }
 
  private:
   void Scrivi(std::string_view resto) {
     while (!resto.empty()) {
-      const ssize_t scritti = ::write(descrittore_, resto.data(), resto.size());
+      const ssize_t scritti = ::write(descrittore_.Number(), resto.data(), resto.size());
       if (scritti < 0 && errno == EINTR) continue;
       if (scritti < 0) throw ErroreDiSistema(errno, file_);
       resto.remove_prefix(static_cast<std::size_t>(scritti));
     }
   }
 
-  int descrittore_;
+  Descriptor descrittore_;
   std::string file_;
 };
 

@@ -14,10 +14,10 @@
 #include <fstream>
 #include <string_view>
 #include <system_error>
-#include <utility>
 #include <vector>
 
 #include "orve-mailserver/posix/percorsi.h"
+#include "posix/descriptor.h"
 #include "posix/errori.h"
 
 namespace orve::adapters::posix {
@@ -64,41 +64,34 @@ bool NomeSemplice(const std::string& nome) {
          nome.find('\0') == std::string::npos;
 }
 
-class Descriptor {
+class FileDaCopiare {
  public:
-  Descriptor(const std::string& nativo, int modalita)
-      : numero_(::open(nativo.c_str(), modalita | O_CLOEXEC | O_NOCTTY, S_IRUSR | S_IWUSR)) {
-    if (numero_ < 0) throw ErroreDiSistema(errno, nativo);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  Descriptor(Descriptor&&) = delete;
-  Descriptor& operator=(Descriptor&&) = delete;
-  ~Descriptor() {
-    if (numero_ >= 0) ::close(numero_);
+  FileDaCopiare(const std::string& nativo, int modalita)
+      : descrittore_(::open(nativo.c_str(), modalita | O_CLOEXEC | O_NOCTTY, S_IRUSR | S_IWUSR)) {
+    if (!descrittore_) throw ErroreDiSistema(errno, nativo);
   }
 
   /// The size of a regular file.
   [[nodiscard]] std::size_t Dimensione(const std::string& nativo) const {
     struct stat stato {};
-    if (::fstat(numero_, &stato) != 0) throw ErroreDiSistema(errno, nativo);
+    if (::fstat(descrittore_.Number(), &stato) != 0) throw ErroreDiSistema(errno, nativo);
     if (!S_ISREG(stato.st_mode)) throw ErroreFile(kPermessoNegato, nativo);
     return static_cast<std::size_t>(stato.st_size);
   }
   // A disk that fills up may say so only here.
   void Chiudi(const std::string& nativo) {
-    if (::close(std::exchange(numero_, -1)) != 0 && errno != EINTR) throw ErroreDiSistema(errno, nativo);
+    if (const int errore = descrittore_.Close(); errore != 0) throw ErroreDiSistema(errore, nativo);
   }
   [[nodiscard]] std::size_t Leggi(char* dati, std::size_t quanti, const std::string& nativo) const {
     for (;;) {
-      const ssize_t letti = ::read(numero_, dati, quanti);
+      const ssize_t letti = ::read(descrittore_.Number(), dati, quanti);
       if (letti >= 0) return static_cast<std::size_t>(letti);
       if (errno != EINTR) throw ErroreDiSistema(errno, nativo);
     }
   }
   void Scrivi(const char* dati, std::size_t quanti, const std::string& nativo) const {
     while (quanti > 0) {
-      const ssize_t scritti = ::write(numero_, dati, quanti);
+      const ssize_t scritti = ::write(descrittore_.Number(), dati, quanti);
       if (scritti < 0 && errno == EINTR) continue;
       if (scritti < 0) throw ErroreDiSistema(errno, nativo);
       dati += scritti;
@@ -107,16 +100,16 @@ class Descriptor {
   }
 
  private:
-  int numero_;
+  Descriptor descrittore_;
 };
 
 // As many bytes as the file held when it was opened: one that shrinks meanwhile would arrive truncated, and
 // one that grows would have no end.
 void CopiaContenuto(const std::string& da, const std::string& in) {
   constexpr std::size_t kPezzo = 65536;
-  const Descriptor origine(da, O_RDONLY | O_NONBLOCK);
+  const FileDaCopiare origine(da, O_RDONLY | O_NONBLOCK);
   std::size_t resto = origine.Dimensione(da);
-  Descriptor copia(in, O_WRONLY | O_CREAT | O_EXCL);
+  FileDaCopiare copia(in, O_WRONLY | O_CREAT | O_EXCL);
   try {
     std::vector<char> pezzo(kPezzo);
     while (resto > 0) {

@@ -4,7 +4,6 @@
 #include <fcntl.h>
 #include <malloc.h>
 #include <poll.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -17,6 +16,8 @@
 #include <vector>
 
 #include "mime/address_list.h"
+#include "posix/deadline.h"
+#include "posix/descriptor.h"
 #include "smtp/failure.h"
 #include "smtp/hello.h"
 #include "text/text.h"
@@ -94,35 +95,6 @@ std::optional<std::string> UrlHost(std::string_view host) {
   return bareIpv6 ? '[' + *ascii + ']' : *ascii;
 }
 
-int MillisecondsUntil(Clock::time_point deadline) {
-  const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
-  return static_cast<int>(std::clamp<long long>(left, 0, 3'600'000));
-}
-
-/// An existing connection, for libcurl to use instead of making one.
-class StandingConnection {
- public:
-  StandingConnection() = default;
-  StandingConnection(const StandingConnection&) = delete;
-  StandingConnection& operator=(const StandingConnection&) = delete;
-  StandingConnection(StandingConnection&&) = delete;
-  StandingConnection& operator=(StandingConnection&&) = delete;
-  ~StandingConnection() { Drop(); }
-
-  /// Holds on to the connection of `socket`, whose owner may close it.
-  void Keep(curl_socket_t socket) {
-    Drop();
-    socket_ = ::fcntl(socket, F_DUPFD_CLOEXEC, 0);
-  }
-  [[nodiscard]] curl_socket_t Take() noexcept { return std::exchange(socket_, CURL_SOCKET_BAD); }
-  void Drop() noexcept {
-    if (const curl_socket_t socket = Take(); socket != CURL_SOCKET_BAD) ::close(socket);
-  }
-
- private:
-  curl_socket_t socket_ = CURL_SOCKET_BAD;
-};
-
 constexpr const char* kLoopback = "[127.0.0.1]";
 constexpr const char* kPeerClosed = "il server ha chiuso la connessione";
 
@@ -139,7 +111,7 @@ struct Channel::Impl {
   EasyHandle handle;
   std::array<char, CURL_ERROR_SIZE> errorText{};
   curl_socket_t socket = CURL_SOCKET_BAD;
-  StandingConnection standing;
+  posix::Descriptor standing;  // an existing connection, for libcurl to use instead of making one
   Stage stage = Stage::kLookUp;
   std::vector<std::string> extensions;  // keywords of the last EHLO reply, in capitals
   std::string early;                    // what the server said out of turn
@@ -185,7 +157,7 @@ struct Channel::Impl {
     const Clock::time_point start = Clock::now();
     SetUrl("http", "");  // with this libcurl does nothing but connect
     const curl_socket_t own = Perform();
-    standing.Keep(own);
+    standing = posix::Descriptor(::fcntl(own, F_DUPFD_CLOEXEC, 0));  // whose owner may close it
     UseServerAddress();
     Set(CURLOPT_OPENSOCKETFUNCTION, &Impl::OnOpen);
     Set(CURLOPT_OPENSOCKETDATA, this);
@@ -277,7 +249,7 @@ struct Channel::Impl {
   }
 
   static curl_socket_t OnOpen(void* self, curlsocktype /*purpose*/, curl_sockaddr* /*server*/) {
-    return static_cast<Impl*>(self)->standing.Take();
+    return static_cast<Impl*>(self)->standing.Release();
   }
 
   static int OnStandingSocket(void* /*self*/, curl_socket_t /*socket*/, curlsocktype /*purpose*/) {
@@ -370,7 +342,7 @@ struct Channel::Impl {
 
   void Drop() noexcept {
     handle.reset();
-    standing.Drop();
+    standing.Close();
     socket = CURL_SOCKET_BAD;
   }
 
@@ -378,7 +350,7 @@ struct Channel::Impl {
   [[nodiscard]] bool Wait(short events, Clock::time_point deadline) const {
     pollfd entry{socket, events, 0};
     for (;;) {
-      const int ready = ::poll(&entry, 1, MillisecondsUntil(deadline));
+      const int ready = ::poll(&entry, 1, posix::MillisecondsUntil(deadline));
       if (ready > 0) return true;
       if (ready == 0) return false;
       if (errno != EINTR) throw BrokenConnection(std::generic_category().message(errno));

@@ -1,14 +1,12 @@
 // Whole sends on the application's database over ODBC: what arrives, where the register goes, what the
 // server's login needs for it, and what the program says when the database cannot be reached.
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <filesystem>
 
 #include "adapters/odbc/motore.h"
 #include "odbc/prova_odbc.h"
 #include "sqlite/sqlite_connection.h"
+#include "support/loopback.h"
 #include "support/silent_relay.h"
 
 namespace orve::app {
@@ -22,33 +20,6 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::SizeIs;
 using ::testing::StartsWith;
-
-// A listener that accepts connections and never says a word.
-class Muto {
- public:
-  Muto() : presa_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-    sockaddr_in indirizzo{};
-    indirizzo.sin_family = AF_INET;
-    indirizzo.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t lunghezza = sizeof indirizzo;
-    auto* const generico = reinterpret_cast<sockaddr*>(&indirizzo);
-    if (::bind(presa_, generico, lunghezza) != 0 || ::listen(presa_, 4) != 0 ||
-        ::getsockname(presa_, generico, &lunghezza) != 0) {
-      throw std::runtime_error("bind");
-    }
-    porta_ = ntohs(indirizzo.sin_port);
-  }
-  Muto(const Muto&) = delete;
-  Muto& operator=(const Muto&) = delete;
-  Muto(Muto&&) = delete;
-  Muto& operator=(Muto&&) = delete;
-  ~Muto() { ::close(presa_); }
-  [[nodiscard]] int Porta() const { return porta_; }
-
- private:
-  int presa_;
-  int porta_ = 0;
-};
 
 class InvioOdbc : public ProvaOdbc {};
 
@@ -171,13 +142,14 @@ TEST_F(InvioOdbc, TheDatabaseMayStandInTheEnvironmentWhereNobodyReadsItsPassword
 }
 
 TEST_F(InvioOdbc, ADatabaseThatCannotBeReachedIsToldWithoutItsPassword) {
-  const Muto muto;
+  const support::LoopbackSocket muto;
+  muto.Listen(4);
   const support::SilentRelay filo(adapters::odbc::Motore().Port(), "extra_float_digits");
   struct Caso {
     const char* label;
     std::string stringa;
   };
-  const std::string muta = std::to_string(muto.Porta());
+  const std::string muta = std::to_string(muto.Port());
   const std::vector<Caso> casi = {
       {"unknown driver", "Driver=Inesistente;Server=x;UID=posta;PWD=pa-ro-la"},
       {"unknown source", "DSN=inesistente;UID=posta;PWD=pa-ro-la"},

@@ -1,10 +1,7 @@
 #include "support/ldap_server.h"
 
 #include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <csignal>
@@ -21,22 +18,7 @@ namespace {
 
 // A port that was free a moment ago; the server cannot say which one it has taken.
 int FreePort() {
-  const int probe = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_in address = Loopback(0);
-  socklen_t size = sizeof address;
-  const bool bound = ::bind(probe, reinterpret_cast<sockaddr*>(&address), size) == 0 &&
-                     ::getsockname(probe, reinterpret_cast<sockaddr*>(&address), &size) == 0;
-  ::close(probe);
-  if (!bound) throw std::runtime_error("no free port");
-  return ntohs(address.sin_port);
-}
-
-bool Listens(int port) {
-  const int probe = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  const sockaddr_in address = Loopback(port);
-  const bool listens = ::connect(probe, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-  ::close(probe);
-  return listens;
+  return LoopbackSocket().Port();
 }
 
 bool Ended(pid_t pid) {
@@ -116,7 +98,8 @@ bool LdapServer::Start(const std::string& program, const LdapServerOptions& opti
   const auto deadline = std::chrono::steady_clock::now() + kLongestRun;
   // It writes its process number once it has the ports: until then somebody else may be listening there.
   const std::filesystem::path number = directory_.Path() / "slapd.pid";
-  while (!std::filesystem::exists(number) || !Listens(port_) || (securePort_ != 0 && !Listens(securePort_))) {
+  while (!std::filesystem::exists(number) || !ConnectTo(port_) ||
+         (securePort_ != 0 && !ConnectTo(securePort_))) {
     if (Ended(process_->Pid())) {
       process_->Wait();
       return false;

@@ -6,23 +6,20 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <stdexcept>
 #include <thread>
 
+#include "posix/deadline.h"
+
 namespace orve::support {
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-int MillisecondsUntil(Clock::time_point deadline) {
-  const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
-  return static_cast<int>(std::max<long long>(left, 0));
-}
+using adapters::posix::MillisecondsUntil;
 
 [[noreturn]] void BecomeProgram(const std::vector<char*>& arguments, int output, pid_t parent) {
   ::prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -50,16 +47,12 @@ Process::Process(const std::vector<std::string>& command) {
   pid_ = ::fork();
   if (pid_ == 0) BecomeProgram(arguments, ends[1], parent);
   ::close(ends[1]);
-  pipe_ = ends[0];
-  if (pid_ < 0) {
-    ::close(pipe_);
-    throw std::runtime_error("cannot start " + command.front());
-  }
+  pipe_ = adapters::posix::Descriptor(ends[0]);
+  if (pid_ < 0) throw std::runtime_error("cannot start " + command.front());
 }
 
 Process::~Process() {
   Stop();
-  ::close(pipe_);
 }
 
 std::string Process::WaitForLine(std::string_view prefix, std::chrono::milliseconds timeout) {
@@ -97,13 +90,13 @@ void Process::Stop() noexcept {
 }
 
 bool Process::ReadSome(Clock::time_point deadline) {
-  pollfd entry{pipe_, POLLIN, 0};
+  pollfd entry{pipe_.Number(), POLLIN, 0};
   std::array<char, 8192> buffer{};
   for (;;) {
     const int ready = ::poll(&entry, 1, MillisecondsUntil(deadline));
     if (ready < 0 && errno == EINTR) continue;
     if (ready <= 0) return false;
-    const ssize_t count = ::read(pipe_, buffer.data(), buffer.size());
+    const ssize_t count = ::read(pipe_.Number(), buffer.data(), buffer.size());
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) return false;
     output_.append(buffer.data(), static_cast<std::size_t>(count));

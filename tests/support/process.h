@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "posix/descriptor.h"
+
 namespace orve::support {
 
 /// Only so that a program that hangs is reported with its output before the test's own time is up.
@@ -47,7 +49,7 @@ class Process {
   [[nodiscard]] bool Ended();
 
   pid_t pid_ = -1;
-  int pipe_ = -1;
+  adapters::posix::Descriptor pipe_;
   int status_ = -1;
   bool ended_ = false;
   std::string output_;

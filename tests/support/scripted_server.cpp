@@ -11,7 +11,6 @@
 #include <array>
 #include <atomic>
 #include <ostream>
-#include <stdexcept>
 #include <utility>
 
 namespace orve::support {
@@ -141,31 +140,21 @@ ScriptedServer::ScriptedServer(std::vector<std::vector<Step>> scripts, Pace pace
   for (std::vector<Step>& script : scripts) {
     conversations_.push_back(std::make_unique<Conversation>(std::move(script), pace));
   }
-  listener_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t length = sizeof address;
-  auto* const generic = reinterpret_cast<sockaddr*>(&address);
-  if (::bind(listener_, generic, length) != 0 || ::listen(listener_, 8) != 0 ||
-      ::getsockname(listener_, generic, &length) != 0) {
-    throw std::runtime_error("no listening socket");
-  }
-  port_ = ntohs(address.sin_port);
+  constexpr int kWaiting = 8;
+  listener_.Listen(kWaiting);
   thread_ = std::thread([this] { Accept(); });
 }
 
 ScriptedServer::~ScriptedServer() {
   if (thread_.joinable()) {
     // A test that failed early never connects: wake the accept.
-    ::shutdown(listener_, SHUT_RDWR);
+    ::shutdown(listener_.Number(), SHUT_RDWR);
     thread_.join();
   }
   for (const auto& conversation : conversations_) {
     conversation->Hear();
     conversation->Join();
   }
-  ::close(listener_);
 }
 
 std::string ScriptedServer::Complaint() {
@@ -176,7 +165,7 @@ std::string ScriptedServer::Complaint() {
     conversation->Join();
     complaint += conversation->Complaint();
   }
-  pollfd entry{listener_, POLLIN, 0};
+  pollfd entry{listener_.Number(), POLLIN, 0};
   if (::poll(&entry, 1, 0) > 0) complaint += "somebody connected once more\n";
   return complaint;
 }
@@ -193,9 +182,9 @@ void ScriptedServer::Accept() {
   const auto patience = std::chrono::duration_cast<std::chrono::milliseconds>(kPatience).count();
   const int on = 1;
   for (const auto& conversation : conversations_) {
-    pollfd entry{listener_, POLLIN, 0};
+    pollfd entry{listener_.Number(), POLLIN, 0};
     const bool came = ::poll(&entry, 1, static_cast<int>(patience)) > 0;
-    const int connection = came ? ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC) : -1;
+    const int connection = came ? ::accept4(listener_.Number(), nullptr, nullptr, SOCK_CLOEXEC) : -1;
     if (connection < 0) {
       conversation->NeverCame();
       continue;

@@ -13,6 +13,8 @@
 #include <thread>
 #include <vector>
 
+#include "support/loopback.h"
+
 namespace orve::support {
 
 /// How replies go over the wire.
@@ -63,9 +65,9 @@ class ScriptedServer {
   ScriptedServer& operator=(ScriptedServer&&) = delete;
   ~ScriptedServer();
 
-  [[nodiscard]] int Port() const { return port_; }
+  [[nodiscard]] int Port() const { return listener_.Port(); }
   /// The port in the 16 bits of the component's property.
-  [[nodiscard]] std::int16_t Port16() const { return static_cast<std::int16_t>(port_); }
+  [[nodiscard]] std::int16_t Port16() const { return static_cast<std::int16_t>(Port()); }
 
   /// Waits for the end of all connections and says what went against the scripts: empty when every command
   /// came, in order, nothing else came but a QUIT after the end of a script, and nobody connected again.
@@ -83,8 +85,7 @@ class ScriptedServer {
 
   void Accept();
 
-  int listener_ = -1;
-  int port_ = 0;
+  LoopbackSocket listener_;
   std::vector<std::unique_ptr<Conversation>> conversations_;
   std::thread thread_;
 };

@@ -6,6 +6,8 @@
 #include <string>
 #include <thread>
 
+#include "support/loopback.h"
+
 namespace orve::support {
 
 class SilentRelay {
@@ -20,7 +22,7 @@ class SilentRelay {
   /// Closes all connections.
   ~SilentRelay();
 
-  [[nodiscard]] int Port() const { return port_; }
+  [[nodiscard]] int Port() const { return listener_.Port(); }
   /// Whatever has not been passed on by now never will be, even on connections made later.
   void FallSilent();
 
@@ -31,9 +33,8 @@ class SilentRelay {
 
   int serverPort_;
   std::string lastWords_;
-  int listener_ = -1;
-  int port_ = 0;
-  int wake_ = -1;  // an event that the thread waits for in addition to its connections
+  LoopbackSocket listener_;
+  adapters::posix::Descriptor wake_;  // an event that the thread waits for in addition to its connections
   std::atomic<bool> silent_{false};
   std::atomic<bool> ended_{false};
   std::thread thread_;

@@ -1,9 +1,7 @@
 // The tools of the tests must themselves be able to fail.
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <csignal>
@@ -20,18 +18,14 @@ namespace {
 
 /// A client that says what it is told and reads until the connection ends.
 std::string Talk(int port, const std::string& words) {
-  const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(static_cast<std::uint16_t>(port));
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  EXPECT_EQ(::connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-  EXPECT_EQ(::send(socket, words.data(), words.size(), MSG_NOSIGNAL), static_cast<ssize_t>(words.size()));
-  ::shutdown(socket, SHUT_WR);
+  const auto connection = ConnectTo(port);
+  EXPECT_TRUE(connection);
+  EXPECT_EQ(::send(connection.Number(), words.data(), words.size(), MSG_NOSIGNAL),
+            static_cast<ssize_t>(words.size()));
+  ::shutdown(connection.Number(), SHUT_WR);
   std::string heard;
   char byte = 0;
-  while (::recv(socket, &byte, 1, 0) == 1) heard += byte;
-  ::close(socket);
+  while (::recv(connection.Number(), &byte, 1, 0) == 1) heard += byte;
   return heard;
 }
 
@@ -76,14 +70,9 @@ TEST(ScriptedServer, ComplainsOfATornMessageAndOfAClosedOne) {
 TEST(ScriptedServer, ComplainsOfASecondConnection) {
   ScriptedServer server({ThenDrop(Say("421 via"))});
   Talk(server.Port(), "");
-  const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(static_cast<std::uint16_t>(server.Port()));
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  ASSERT_EQ(::connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+  const auto connection = ConnectTo(server.Port());
+  ASSERT_TRUE(connection);
   EXPECT_EQ(server.Complaint(), "somebody connected once more\n");
-  ::close(socket);
 }
 
 TEST(Process, GivesItsOutputAndStatus) {

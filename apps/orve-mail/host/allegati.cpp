@@ -4,7 +4,6 @@
 #include <linux/magic.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -94,9 +93,8 @@ void Giudica(int numero, const std::string& percorso, const std::vector<std::str
 
 // Actually opening the file is the only reliable test: a network file system may apply rules of its own.
 void RichiediLettura(const std::string& percorso) {
-  const int prova = ::open(percorso.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-  if (prova < 0) NonApribile(errno);
-  ::close(prova);
+  const posix::Descriptor prova(::open(percorso.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  if (!prova) NonApribile(errno);
 }
 
 std::string NomeIn(std::string_view percorso) {
@@ -139,23 +137,14 @@ void CopiaFile(const FileAmmesso& file, const std::string& copia) {
 // for reading would release the locks that the database holds on it.
 FileAmmesso::FileAmmesso(const std::string& nativo, const std::vector<std::string>& esclusi,
                          const std::vector<std::string>& cartelle)
-    : numero_(::open(nativo.c_str(), O_PATH | O_CLOEXEC)) {
-  if (numero_ < 0) NonApribile(errno);
-  try {
-    Giudica(numero_, Percorso(), esclusi, cartelle);
-    RichiediLettura(Percorso());
-  } catch (...) {
-    ::close(numero_);
-    throw;
-  }
-}
-
-FileAmmesso::~FileAmmesso() {
-  ::close(numero_);
+    : descrittore_(::open(nativo.c_str(), O_PATH | O_CLOEXEC)) {
+  if (!descrittore_) NonApribile(errno);
+  Giudica(descrittore_.Number(), Percorso(), esclusi, cartelle);
+  RichiediLettura(Percorso());
 }
 
 std::string FileAmmesso::Percorso() const {
-  return "/proc/self/fd/" + std::to_string(numero_);
+  return "/proc/self/fd/" + std::to_string(descrittore_.Number());
 }
 
 Allegato PreparaAllegato(const std::string& file, bool controlla, const std::vector<std::string>& esclusi,

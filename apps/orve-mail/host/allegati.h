@@ -15,6 +15,7 @@
 
 #include "mime/message.h"
 #include "orve-mailserver/host/errore.h"
+#include "posix/descriptor.h"
 #include "posix/oggetto_file.h"
 
 namespace orve::app {
@@ -34,17 +35,12 @@ class FileAmmesso {
   /// 53, 70 or 75 when there is no regular file that can be read. The description names no file.
   FileAmmesso(const std::string& nativo, const std::vector<std::string>& esclusi,
               const std::vector<std::string>& cartelle = {});
-  FileAmmesso(const FileAmmesso&) = delete;
-  FileAmmesso& operator=(const FileAmmesso&) = delete;
-  FileAmmesso(FileAmmesso&&) = delete;
-  FileAmmesso& operator=(FileAmmesso&&) = delete;
-  ~FileAmmesso();
 
   /// A path of this process that opens this file, as long as the object lives.
   [[nodiscard]] std::string Percorso() const;
 
  private:
-  int numero_;
+  adapters::posix::Descriptor descrittore_;
 };
 
 /// An attachment as named by a command.

@@ -1,7 +1,5 @@
 #include "orve-mail/host/file_dialogo.h"
 
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstdio>
 #include <memory>
@@ -20,18 +18,15 @@ constexpr const char* kNonScrivibile = "--dialogo: impossibile scrivere";
 }  // namespace
 
 std::function<void(std::string_view)> ScriviDialogo(const std::string& file) {
-  const int numero = ApriFilePerRighe(kNonScrivibile, file);
-  const std::shared_ptr<std::FILE> flusso(::fdopen(numero, "a"), [numero](std::FILE* aperto) {
-    if (aperto == nullptr) {
-      ::close(numero);
-    } else {
-      std::fclose(aperto);
-    }
+  adapters::posix::Descriptor descrittore = ApriFilePerRighe(kNonScrivibile, file);
+  const std::shared_ptr<std::FILE> flusso(::fdopen(descrittore.Number(), "a"), [](std::FILE* aperto) {
+    if (aperto != nullptr) std::fclose(aperto);
   });
   if (!flusso) {
     throw ErroreProgramma(Uscita::kFileMancante, std::string(kNonScrivibile) + " " + file + ": " +
                                                      std::generic_category().message(errno));
   }
+  static_cast<void>(descrittore.Release());  // closed with the stream
   return [flusso](std::string_view riga) {
     std::fputs((TerminalSafeLine(riga) + "\n").c_str(), flusso.get());
     std::fflush(flusso.get());

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <utility>
 
 #include "orve-mail/secrets/file_proprio.h"
 #include "posix/system.h"
@@ -31,12 +32,7 @@ class TracciaSuFlusso : public Traccia {
 
 class TracciaSuFile : public Traccia {
  public:
-  explicit TracciaSuFile(int descrittore) : descrittore_(descrittore) {}
-  TracciaSuFile(const TracciaSuFile&) = delete;
-  TracciaSuFile& operator=(const TracciaSuFile&) = delete;
-  TracciaSuFile(TracciaSuFile&&) = delete;
-  TracciaSuFile& operator=(TracciaSuFile&&) = delete;
-  ~TracciaSuFile() override { ::close(descrittore_); }
+  explicit TracciaSuFile(adapters::posix::Descriptor descrittore) : descrittore_(std::move(descrittore)) {}
 
   // One write for one line: the lines of other programs come before or after it.
   void Scrivi(const std::string& riga) noexcept override {
@@ -44,7 +40,7 @@ class TracciaSuFile : public Traccia {
       const std::string byte = adapters::posix::RigaDiDebug(riga) + "\n";
       ssize_t scritti = 0;
       do {
-        scritti = ::write(descrittore_, byte.data(), byte.size());
+        scritti = ::write(descrittore_.Number(), byte.data(), byte.size());
       } while (scritti < 0 && errno == EINTR);
       if (scritti != static_cast<ssize_t>(byte.size())) incompleta_ = true;
     } catch (...) {
@@ -54,7 +50,7 @@ class TracciaSuFile : public Traccia {
   [[nodiscard]] bool Incompleta() const noexcept override { return incompleta_; }
 
  private:
-  int descrittore_;
+  adapters::posix::Descriptor descrittore_;
   bool incompleta_ = false;
 };
 

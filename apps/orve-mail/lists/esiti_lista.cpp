@@ -21,6 +21,8 @@
 
 namespace orve::app {
 
+using adapters::posix::Descriptor;
+
 namespace {
 
 constexpr std::string_view kTitoli = "riga;impronta;destinatario;inizio;esito;motivo;lista ";
@@ -129,12 +131,10 @@ std::string Cartella(const std::string& file) {
 
 // A new name is safe only once the folder is synced.
 bool SincronizzaCartella(const std::string& file) {
-  const int cartella = ::open(Cartella(file).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (cartella < 0) return false;
+  const Descriptor cartella(::open(Cartella(file).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!cartella) return false;
   // Some file systems do not support that for folders.
-  const bool riuscito = ::fsync(cartella) == 0 || errno == EINVAL;
-  ::close(cartella);
-  return riuscito;
+  return ::fsync(cartella.Number()) == 0 || errno == EINVAL;
 }
 
 }  // namespace
@@ -154,19 +154,13 @@ void EsitiLista::Inutilizzabile(const std::string& motivo) const {
 
 EsitiLista::EsitiLista(std::string file, const std::string& nuovaLista) : file_(std::move(file)) {
   Apri();
-  try {
-    Carica();
-    if (lista_.empty()) Crea(nuovaLista);
-  } catch (...) {
-    ::close(descrittore_);
-    throw;
-  }
+  Carica();
+  if (lista_.empty()) Crea(nuovaLista);
 }
 
 EsitiLista::~EsitiLista() {
   // Space that was reserved and not used.
-  if (riservato_ > fine_ && ::ftruncate(descrittore_, fine_) != 0) riservato_ = fine_;
-  ::close(descrittore_);
+  if (riservato_ > fine_ && ::ftruncate(descrittore_.Number(), fine_) != 0) riservato_ = fine_;
 }
 
 // The name may come to belong to another file between opening and locking: a run that ends replaces the old
@@ -174,20 +168,15 @@ EsitiLista::~EsitiLista() {
 void EsitiLista::Apri() {
   for (;;) {
     descrittore_ = ApriFileProprio(kCosa, file_, O_RDWR);
-    const auto chiudi = [this](const std::string& motivo) {
-      ::close(descrittore_);
-      Inutilizzabile(motivo);
-    };
     struct stat aperto {};
     struct stat conQuestoNome {};
-    if (::fstat(descrittore_, &aperto) != 0) chiudi(Sistema(errno));
-    if (!S_ISREG(aperto.st_mode)) chiudi("non è un file");
-    if (::flock(descrittore_, LOCK_EX | LOCK_NB) != 0) {
-      chiudi(errno == EWOULDBLOCK ? "è in uso da un altro invio" : Sistema(errno));
+    if (::fstat(descrittore_.Number(), &aperto) != 0) Inutilizzabile(Sistema(errno));
+    if (!S_ISREG(aperto.st_mode)) Inutilizzabile("non è un file");
+    if (::flock(descrittore_.Number(), LOCK_EX | LOCK_NB) != 0) {
+      Inutilizzabile(errno == EWOULDBLOCK ? "è in uso da un altro invio" : Sistema(errno));
     }
     const bool suo = ::lstat(file_.c_str(), &conQuestoNome) == 0 && StessoFile(aperto, conQuestoNome);
     if (suo) return;
-    ::close(descrittore_);
   }
 }
 
@@ -196,7 +185,7 @@ void EsitiLista::Carica() {
   std::string blocco(kLineaMassima, '\0');
   off_t letto = 0;
   for (;;) {
-    const ssize_t presi = ::pread(descrittore_, blocco.data(), blocco.size(), letto);
+    const ssize_t presi = ::pread(descrittore_.Number(), blocco.data(), blocco.size(), letto);
     if (presi < 0 && errno == EINTR) continue;
     if (presi < 0) Inutilizzabile(Sistema(errno));
     if (presi == 0) break;
@@ -245,7 +234,7 @@ void EsitiLista::Ripara(std::string_view coda) {
   const std::string fine = SecondaMeta(EsitoRiga::kIncerto, kInterrotto);
   // A damaged file is refused before anything in it is touched.
   if (!inizio.empty()) CaricaLinea(inizio + fine.substr(0, fine.size() - 1), fine_);
-  if (::ftruncate(descrittore_, fine_ + static_cast<off_t>(inizio.size())) != 0)
+  if (::ftruncate(descrittore_.Number(), fine_ + static_cast<off_t>(inizio.size())) != 0)
     Inutilizzabile(Sistema(errno));
   if (inizio.empty()) return;
   fine_ += static_cast<off_t>(inizio.size());
@@ -261,18 +250,18 @@ void EsitiLista::Crea(const std::string& nuovaLista) {
 }
 
 void EsitiLista::Scrivi(std::string_view testo) {
-  if (!ScriviTutto(descrittore_, testo, fine_)) Inutilizzabile(Sistema(errno));
+  if (!ScriviTutto(descrittore_.Number(), testo, fine_)) Inutilizzabile(Sistema(errno));
   fine_ += static_cast<off_t>(testo.size());
 }
 
 void EsitiLista::Sincronizza() const {
-  if (::fdatasync(descrittore_) != 0) Inutilizzabile(Sistema(errno));
+  if (::fdatasync(descrittore_.Number()) != 0) Inutilizzabile(Sistema(errno));
 }
 
 // A full disk should show before the message is sent, not afterwards.
 void EsitiLista::Riserva() {
   if (fine_ + kSpazioLinea <= riservato_) return;
-  if (::fallocate(descrittore_, FALLOC_FL_KEEP_SIZE, fine_, kSpazio) == 0) {
+  if (::fallocate(descrittore_.Number(), FALLOC_FL_KEEP_SIZE, fine_, kSpazio) == 0) {
     riservato_ = fine_ + kSpazio;
     return;
   }
@@ -287,7 +276,7 @@ void EsitiLista::Inizia(std::size_t riga, const std::string& impronta, const std
     Sincronizza();
   } catch (const ErroreProgramma&) {
     // Nothing was sent for this line, so no line should say that something may have been.
-    if (::ftruncate(descrittore_, posizione) == 0) fine_ = posizione;
+    if (::ftruncate(descrittore_.Number(), posizione) == 0) fine_ = posizione;
     throw;
   }
   inizio_ = Inizio{riga, impronta, posizione};
@@ -309,7 +298,7 @@ void EsitiLista::Annota(std::size_t riga, const std::string& impronta, const std
   try {
     Scrivi(PrimaMeta(riga, impronta, destinatario, "") + SecondaMeta(esito, motivo));
   } catch (const ErroreProgramma&) {
-    if (::ftruncate(descrittore_, posizione) == 0) fine_ = posizione;
+    if (::ftruncate(descrittore_.Number(), posizione) == 0) fine_ = posizione;
     throw;
   }
   Voce voce{posizione, static_cast<std::size_t>(fine_ - posizione), esito, {}};
@@ -336,48 +325,47 @@ std::vector<std::size_t> EsitiLista::Definitive() const {
 }
 
 // Writes the lines in order into a new file of that name; what an interrupted run left there is removed, and
-// what cannot be removed is not used. The descriptor, locked, or -1.
-int EsitiLista::ScriviRiordinato(const std::string& nuovo) const {
+// what cannot be removed is not used. Locked; none on failure.
+Descriptor EsitiLista::ScriviRiordinato(const std::string& nuovo) const {
   struct stat stato {};
-  if (::fstat(descrittore_, &stato) != 0) return -1;
+  if (::fstat(descrittore_.Number(), &stato) != 0) return {};
   ::unlink(nuovo.c_str());
-  const int nuova =
-      ::open(nuovo.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY, S_IRUSR | S_IWUSR);
-  if (nuova < 0) return -1;
+  Descriptor nuova(::open(nuovo.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY,
+                          S_IRUSR | S_IWUSR));
+  if (!nuova) return {};
   // The file keeps its owner when root continues another user's list.
-  bool riuscito = ::flock(nuova, LOCK_EX | LOCK_NB) == 0 &&
-                  (stato.st_uid == ::geteuid() || ::fchown(nuova, stato.st_uid, stato.st_gid) == 0) &&
-                  ::fchmod(nuova, stato.st_mode & 07777) == 0;
+  bool riuscito =
+      ::flock(nuova.Number(), LOCK_EX | LOCK_NB) == 0 &&
+      (stato.st_uid == ::geteuid() || ::fchown(nuova.Number(), stato.st_uid, stato.st_gid) == 0) &&
+      ::fchmod(nuova.Number(), stato.st_mode & 07777) == 0;
   std::string blocco = std::string(kTitoli) + lista_ + "\n";
   off_t fine = 0;
   const auto svuota = [&] {
-    riuscito = riuscito && ScriviTutto(nuova, blocco, fine);
+    riuscito = riuscito && ScriviTutto(nuova.Number(), blocco, fine);
     fine += static_cast<off_t>(blocco.size());
     blocco.clear();
   };
   for (const auto& [riga, voce] : voci_) {
     if (!riuscito) break;
     std::string linea(voce.lunghezza, '\0');
-    riuscito = LeggiTutto(descrittore_, linea, voce.posizione);
+    riuscito = LeggiTutto(descrittore_.Number(), linea, voce.posizione);
     blocco += linea;
     if (blocco.size() >= kLineaMassima) svuota();
   }
   svuota();
-  if (riuscito && ::fsync(nuova) == 0 && ::rename(nuovo.c_str(), file_.c_str()) == 0) return nuova;
-  ::close(nuova);
+  if (riuscito && ::fsync(nuova.Number()) == 0 && ::rename(nuovo.c_str(), file_.c_str()) == 0) return nuova;
   ::unlink(nuovo.c_str());
-  return -1;
+  return {};
 }
 
 void EsitiLista::Riordina() noexcept try {
   if (inizio_ || linee_ == voci_.size()) return;
-  const int nuovo = ScriviRiordinato(file_ + ".nuovo");
-  if (nuovo < 0) return;
-  ::close(descrittore_);
-  descrittore_ = nuovo;
+  Descriptor nuovo = ScriviRiordinato(file_ + ".nuovo");
+  if (!nuovo) return;
+  descrittore_ = std::move(nuovo);
   linee_ = voci_.size();
   riservato_ = 0;
-  fine_ = ::lseek(nuovo, 0, SEEK_END);
+  fine_ = ::lseek(descrittore_.Number(), 0, SEEK_END);
   auto posizione = static_cast<off_t>(kTitoli.size() + lista_.size() + 1);
   for (auto& [riga, voce] : voci_) {
     voce.posizione = posizione;

@@ -15,6 +15,8 @@
 #include <string_view>
 #include <vector>
 
+#include "posix/descriptor.h"
+
 namespace orve::app {
 
 enum class EsitoRiga {
@@ -99,7 +101,7 @@ class EsitiLista {
   void Riserva();
   void Scrivi(std::string_view testo);
   void Sincronizza() const;
-  [[nodiscard]] int ScriviRiordinato(const std::string& nuovo) const;
+  [[nodiscard]] adapters::posix::Descriptor ScriviRiordinato(const std::string& nuovo) const;
 
   std::string file_;
   std::string lista_;
@@ -108,7 +110,7 @@ class EsitiLista {
   std::optional<Inizio> inizio_;
   off_t fine_ = 0;       // of the file
   off_t riservato_ = 0;  // up to where the file system promised room
-  int descrittore_ = -1;
+  adapters::posix::Descriptor descrittore_;
 };
 
 }  // namespace orve::app

@@ -13,6 +13,7 @@
 namespace orve::app {
 
 using adapters::posix::CartellaDiTutti;
+using adapters::posix::Descriptor;
 using adapters::posix::ProprietarioFidato;
 
 namespace {
@@ -31,41 +32,39 @@ bool Scrivibile(int numero) {
 
 }  // namespace
 
-int ApriFileProprio(const std::string& cosa, const std::string& file, int modalita) {
+Descriptor ApriFileProprio(const std::string& cosa, const std::string& file, int modalita) {
   const auto inutilizzabile = [&](const std::string& motivo) {
     throw ErroreProgramma(Uscita::kFileMancante, cosa + " " + file + ": " + motivo);
   };
   struct stat stato {};
   if (file.starts_with("/dev/") && ::stat(file.c_str(), &stato) == 0) {
     if (const auto uscita = UscitaDelProgramma(stato)) {
-      const int copia = ::fcntl(*uscita, F_DUPFD_CLOEXEC, 0);
-      if (copia < 0) inutilizzabile(std::generic_category().message(errno));
+      Descriptor copia(::fcntl(*uscita, F_DUPFD_CLOEXEC, 0));
+      if (!copia) inutilizzabile(std::generic_category().message(errno));
       return copia;
     }
   }
-  const int numero = ::open(file.c_str(), modalita | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY | O_NONBLOCK,
-                            S_IRUSR | S_IWUSR);
-  if (numero < 0) {
+  Descriptor aperto(::open(file.c_str(), modalita | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY | O_NONBLOCK,
+                           S_IRUSR | S_IWUSR));
+  if (!aperto) {
     const int motivo = errno;
     if (motivo == ELOOP) inutilizzabile("è un collegamento simbolico; indicare il file stesso");
     if (motivo == ENXIO) inutilizzabile("non è un file, ma una pipe che nessuno legge");
     inutilizzabile(std::generic_category().message(motivo));
   }
-  const bool noto = ::fstat(numero, &stato) == 0;
+  const bool noto = ::fstat(aperto.Number(), &stato) == 0;
   const bool fidato =
       ProprietarioFidato(stato.st_uid) || (::geteuid() == 0 && noto && !CartellaDiTutti(file));
   if (!noto || (S_ISREG(stato.st_mode) && !fidato)) {
-    ::close(numero);
     inutilizzabile("appartiene a un altro utente; indicare un file proprio, o uno che non c'è ancora");
   }
-  ::fcntl(numero, F_SETFL, modalita & O_APPEND);  // only opening must not wait
-  return numero;
+  ::fcntl(aperto.Number(), F_SETFL, modalita & O_APPEND);  // only opening must not wait
+  return aperto;
 }
 
-int ApriFilePerRighe(const std::string& cosa, const std::string& file) {
-  const int numero = ApriFileProprio(cosa, file, O_WRONLY | O_APPEND);
-  if (Scrivibile(numero)) return numero;
-  ::close(numero);
+Descriptor ApriFilePerRighe(const std::string& cosa, const std::string& file) {
+  Descriptor aperto = ApriFileProprio(cosa, file, O_WRONLY | O_APPEND);
+  if (Scrivibile(aperto.Number())) return aperto;
   throw ErroreProgramma(Uscita::kFileMancante,
                         cosa + " " + file + ": non è un file; indicarne uno, oppure - per lo standard error");
 }

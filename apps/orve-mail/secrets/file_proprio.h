@@ -7,18 +7,21 @@
 #include <optional>
 #include <string>
 
+#include "posix/descriptor.h"
+
 namespace orve::app {
 
 /// Opens a file for writing, with `modalita` added to the flags: created with mode 600 when it is missing,
 /// never through a link, and never another user's file except root's; root may write the file of any user
 /// whose folder is not open to everybody. A system name for this program's own output (/dev/stdout) means
-/// that output. Never waits for a pipe's reader. The descriptor is the caller's. Raises ErroreProgramma
-/// (kFileMancante): `cosa`, the file and the reason.
-[[nodiscard]] int ApriFileProprio(const std::string& cosa, const std::string& file, int modalita);
+/// that output. Never waits for a pipe's reader. Raises ErroreProgramma (kFileMancante): `cosa`, the file and
+/// the reason.
+[[nodiscard]] adapters::posix::Descriptor ApriFileProprio(const std::string& cosa, const std::string& file,
+                                                          int modalita);
 
 /// The same for lines that are appended to it. It may also be a terminal, /dev/null or the program's own
 /// output, but nothing else that is not a file: a full pipe would hold up the send.
-[[nodiscard]] int ApriFilePerRighe(const std::string& cosa, const std::string& file);
+[[nodiscard]] adapters::posix::Descriptor ApriFilePerRighe(const std::string& cosa, const std::string& file);
 
 /// Whether both describe the same file, under whatever names.
 [[nodiscard]] bool StessoFile(const struct stat& uno, const struct stat& altro);

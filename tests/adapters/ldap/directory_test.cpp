@@ -30,8 +30,8 @@
 #include "orve-mailserver/host/system.h"
 #include "posix/system.h"
 #include "support/certificates.h"
-#include "support/closed_port.h"
 #include "support/ldap_server.h"
+#include "support/loopback.h"
 #include "support/patience.h"
 #include "support/scripted_server.h"
 #include "support/temp_dir.h"
@@ -59,7 +59,7 @@ class WithoutLeaksOfLibldap {
   }
 };
 
-using fakes::ErroreDi;
+using fakes::EventualeErroreDi;
 using MDL_ACTIVEDIRECTORY::DatiUtenteDirectory;
 using MDL_ACTIVEDIRECTORY::GetDatiUtenteDirectory;
 using std::chrono::milliseconds;
@@ -434,8 +434,8 @@ TEST_F(Directory, AnAnonymousAskerMayReadTheRootAndNothingElse) {
 }
 
 TEST_F(Directory, AServerThatIsNotThereIsAnErrorAtOnce) {
-  const support::ClosedPort nobody;
-  const std::string url = "ldaps://127.0.0.1:" + std::to_string(nobody.Number());
+  const support::LoopbackSocket nobody;
+  const std::string url = "ldaps://127.0.0.1:" + std::to_string(nobody.Port());
   EXPECT_FALSE(LookUp(AsReader(url)));
   const auto failure = FailureOf(AsReader(url));
   ASSERT_TRUE(failure);
@@ -525,7 +525,8 @@ TEST_F(Directory, AServerThatDoesNotStopSendingIsGivenUpAndLeftAlone) {
     LdapOptions options = Anonymous(Url(server));
     options.pauseAfterFailure = std::chrono::hours(1);
     LdapDirectory directory(options);
-    const auto failure = ErroreDi([&] { static_cast<void>(directory.ApriOggetto("LDAP://rootDSE")); });
+    const auto failure =
+        EventualeErroreDi([&] { static_cast<void>(directory.ApriOggetto("LDAP://rootDSE")); });
     ASSERT_TRUE(failure);
     EXPECT_THAT(failure->Descrizione(), Not(HasSubstr("non ha risposto in tempo")));
     if (message.size() > EntryReader::kLargestMessage) continue;  // nothing of it was read
@@ -617,7 +618,7 @@ TEST_F(Directory, AServerThatHangsUpIsAnErrorAndNoSignal) {
   const auto root = directory.ApriOggetto("LDAP://rootDSE");
   server.Stop();
   for (const char* attribute : {"vendorName", "vendorVersion", "supportedExtension"}) {
-    EXPECT_TRUE(ErroreDi([&] { static_cast<void>(root->Get(attribute)); })) << attribute;
+    EXPECT_TRUE(EventualeErroreDi([&] { static_cast<void>(root->Get(attribute)); })) << attribute;
   }
 }
 
@@ -636,10 +637,10 @@ TEST_F(Directory, ADirectoryThatStopsBetweenTwoQuestionsIsGivenUpAndAskedAnewThe
     LdapDirectory directory(options);
     std::shared_ptr<host::DirectoryObject> root;
     Outcome outcome;
-    outcome.before = ErroreDi([&] { root = directory.ApriOggetto("LDAP://rootDSE"); });
+    outcome.before = EventualeErroreDi([&] { root = directory.ApriOggetto("LDAP://rootDSE"); });
     server.Freeze(true);
     outcome.frozen =
-        ErroreDi([&] { static_cast<void>(directory.ApriOggetto("LDAP://dc=azienda,dc=example")); });
+        EventualeErroreDi([&] { static_cast<void>(directory.ApriOggetto("LDAP://dc=azienda,dc=example")); });
     server.Freeze(false);
     outcome.answered = GetDatiUtenteDirectory(directory, "arossi", person);
     return outcome;
@@ -827,8 +828,8 @@ TEST_F(Directory, AServerThatFailedIsLeftAloneForAWhile) {
 }
 
 TEST_F(Directory, AfterItsPauseAServerIsAskedAgain) {
-  const support::ClosedPort closed;
-  LdapOptions options = AsReader("ldaps://127.0.0.1:" + std::to_string(closed.Number()));
+  const support::LoopbackSocket closed;
+  LdapOptions options = AsReader("ldaps://127.0.0.1:" + std::to_string(closed.Port()));
   options.pauseAfterFailure = milliseconds(0);
   LdapDirectory directory(options);
   for (int i = 0; i < 2; ++i) {
@@ -860,14 +861,14 @@ TEST_F(Directory, AConnectionThatBrokeIsNotUsedAgain) {
     std::shared_ptr<host::DirectoryObject> root;
     std::shared_ptr<host::DirectoryObject> again;
     Outcome outcome;
-    static_cast<void>(ErroreDi([&] { root = directory.ApriOggetto("LDAP://rootDSE"); }));
+    static_cast<void>(EventualeErroreDi([&] { root = directory.ApriOggetto("LDAP://rootDSE"); }));
     outcome.before = OwnPorts();
     server.Freeze(true);
-    outcome.failed = ErroreDi([&] {
+    outcome.failed = EventualeErroreDi([&] {
                        static_cast<void>(directory.ApriOggetto("LDAP://dc=azienda,dc=example"));
                      }).has_value();
     server.Freeze(false);
-    static_cast<void>(ErroreDi([&] { again = directory.ApriOggetto("LDAP://rootDSE"); }));
+    static_cast<void>(EventualeErroreDi([&] { again = directory.ApriOggetto("LDAP://rootDSE"); }));
     outcome.failed = outcome.failed && root && again;
     outcome.after = OwnPorts();
     return outcome;
@@ -886,13 +887,13 @@ TEST_F(Directory, AConnectionThatIsNotOpenCannotBeAsked) {
   const auto connection = directory.CreaConnessione();
   const std::string query = "<LDAP://dc=azienda,dc=example>;(samaccountName=arossi);adsPath;subTree";
   EXPECT_EQ(connection->State(), 0);
-  EXPECT_TRUE(ErroreDi([&] { static_cast<void>(connection->Execute(query)); }));
+  EXPECT_TRUE(EventualeErroreDi([&] { static_cast<void>(connection->Execute(query)); }));
   connection->Open("");
   EXPECT_EQ(connection->State(), 1);
   EXPECT_FALSE(connection->Execute(query)->Eof());
   connection->Close();
   EXPECT_EQ(connection->State(), 0);
-  EXPECT_TRUE(ErroreDi([&] { static_cast<void>(connection->Execute(query)); }));
+  EXPECT_TRUE(EventualeErroreDi([&] { static_cast<void>(connection->Execute(query)); }));
   EXPECT_EQ(directory.CreaRecordSet()->State(), 0);
 }
 
@@ -908,7 +909,7 @@ TEST_F(Directory, ANameWithMoreThanANameFindsNobody) {
 
 TEST_F(Directory, ARefusedNameIsToldWithHowToWriteIt) {
   const auto refused = [](const std::string& name) {
-    const auto failure = ErroreDi([&] {
+    const auto failure = EventualeErroreDi([&] {
       RequirePlainAccountName("<LDAP://x>;(&(objectCategory=person)(objectClass=user)(samaccountName=" +
                               name + "));adsPath;subTree");
     });

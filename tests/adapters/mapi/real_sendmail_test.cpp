@@ -4,7 +4,7 @@
 
 #include "adapters/mapi/posta.h"
 #include "mapi/failure.h"
-#include "support/closed_port.h"
+#include "support/loopback.h"
 #include "support/smtp_server.h"
 
 namespace orve::adapters::mapi {
@@ -103,8 +103,8 @@ TEST_F(SendmailVero, ARecipientThatTheServerRefusesIsAFailureWithTheServersWords
 }
 
 TEST_F(SendmailVero, AServerThatIsNotThereIsATemporaryFailure) {
-  const support::ClosedPort nobody;
-  Mapi32 mapi(System(Msmtp(nobody.Number())));
+  const support::LoopbackSocket nobody;
+  Mapi32 mapi(System(Msmtp(nobody.Port())));
   EXPECT_EQ(Records().Send(mapi), kNetworkFailure);
   EXPECT_THAT(mapi.Fine().motivo, HasSubstr("stato 75: "));
 }

@@ -1,4 +1,5 @@
 #include "posix/file_system.h"
+#include "fakes/errori.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -26,12 +27,7 @@ class FileSystemDiProva : public ::testing::Test {
     return fs.OpenTextFile(percorso, host::FileSystem::kAccoda, crea, host::FileSystem::kSingoloByte);
   }
   host::Errore ErroreDi(const std::string& percorso, bool crea = true) {
-    try {
-      Apri(percorso, crea)->WriteLine("riga");
-    } catch (const host::Errore& errore) {
-      return errore;
-    }
-    return {0, "", "nessun errore"};
+    return fakes::ErroreDi([&] { Apri(percorso, crea)->WriteLine("riga"); });
   }
 
   CartellaDiProva cartella;

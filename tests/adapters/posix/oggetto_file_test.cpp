@@ -9,11 +9,14 @@
 #include <filesystem>
 #include <string>
 
+#include "fakes/errori.h"
 #include "posix/errori.h"
 #include "prova.h"
 
 namespace orve::adapters::posix {
 namespace {
+
+using fakes::NumeroDi;
 
 namespace fs = std::filesystem;
 
@@ -39,15 +42,6 @@ class FileDellOspite : public ::testing::Test {
     std::ofstream(cartella / nome, std::ios::binary) << contenuto;
     return cartella / nome;
   }
-  template <class Azione>
-  static std::int32_t Numero(Azione azione) {
-    try {
-      azione();
-    } catch (const host::Errore& errore) {
-      return errore.Numero();
-    }
-    return 0;
-  }
 
   CartellaDiProva cartella;
   std::shared_ptr<CartellaCopie> copie = std::make_shared<CartellaCopie>(cartella.Radice());
@@ -55,10 +49,10 @@ class FileDellOspite : public ::testing::Test {
 
 TEST_F(FileDellOspite, AnObjectBoundToNothingRaises91) {
   const auto file = Nuovo();
-  EXPECT_EQ(Numero([&] { static_cast<void>(file->Nome()); }), host::kOggettoNonImpostato);
-  EXPECT_EQ(Numero([&] { static_cast<void>(file->Esiste()); }), host::kOggettoNonImpostato);
-  EXPECT_EQ(Numero([&] { static_cast<void>(file->Percorso()); }), host::kOggettoNonImpostato);
-  EXPECT_EQ(Numero([&] { static_cast<void>(file->Posizione()); }), host::kOggettoNonImpostato);
+  EXPECT_EQ(NumeroDi([&] { static_cast<void>(file->Nome()); }), host::kOggettoNonImpostato);
+  EXPECT_EQ(NumeroDi([&] { static_cast<void>(file->Esiste()); }), host::kOggettoNonImpostato);
+  EXPECT_EQ(NumeroDi([&] { static_cast<void>(file->Percorso()); }), host::kOggettoNonImpostato);
+  EXPECT_EQ(NumeroDi([&] { static_cast<void>(file->Posizione()); }), host::kOggettoNonImpostato);
 }
 
 TEST_F(FileDellOspite, NameAndPathOutliveTheClosing) {
@@ -121,14 +115,14 @@ TEST_F(FileDellOspite, ACopyIsAsLongAsTheFileWasAtItsOpening) {
   EXPECT_EQ(copiaDi("/proc/self", "status"), "");
   // A system in a folder, without the kernel's devices, has no such file.
   if (!fs::exists("/sys/class/net/lo/mtu")) return;
-  EXPECT_EQ(Numero([&] { copiaDi("/sys/class/net/lo", "mtu"); }), kErroreDispositivo);
+  EXPECT_EQ(NumeroDi([&] { copiaDi("/sys/class/net/lo", "mtu"); }), kErroreDispositivo);
 }
 
 TEST_F(FileDellOspite, WhatIsNoFileIsNeitherWaitedForNorCopied) {
   ASSERT_EQ(::mkfifo((cartella / "tubo").c_str(), 0600), 0);
   const auto copia = Nuovo();
   copia->Crea(host::OggettoFile::kCopia, "tubo", "", 0);
-  EXPECT_EQ(Numero([&] { Aperto("tubo")->CopiaIn(copia, 0); }), kPermessoNegato);
+  EXPECT_EQ(NumeroDi([&] { Aperto("tubo")->CopiaIn(copia, 0); }), kPermessoNegato);
   EXPECT_FALSE(copia->Esiste());
 }
 
@@ -177,17 +171,17 @@ TEST_F(FileDellOspite, OldCopiesAreRemovedWhenTheNextFolderIsMade) {
 TEST_F(FileDellOspite, ACopyThatFailsLeavesNoFile) {
   const auto copia = Nuovo();
   copia->Crea(host::OggettoFile::kCopia, "a", "", 0);
-  EXPECT_NE(Numero([&] { Aperto("manca")->CopiaIn(copia, 0); }), 0);
+  EXPECT_NE(NumeroDi([&] { Aperto("manca")->CopiaIn(copia, 0); }), 0);
   EXPECT_FALSE(copia->Esiste());
-  EXPECT_EQ(Numero([&] { Aperto("manca")->CopiaIn(nullptr, 0); }), host::kOggettoNonImpostato);
+  EXPECT_EQ(NumeroDi([&] { Aperto("manca")->CopiaIn(nullptr, 0); }), host::kOggettoNonImpostato);
 }
 
 TEST_F(FileDellOspite, ATextThatIsNoPlainFileNameIsRefused) {
   for (const char* nome : {"", ".", "..", "a/b", "a\\b", "..\\fuori"}) {
-    EXPECT_EQ(Numero([&] { Nuovo()->Crea(host::OggettoFile::kCopia, nome, "", 0); }), kNomeFileNonValido)
+    EXPECT_EQ(NumeroDi([&] { Nuovo()->Crea(host::OggettoFile::kCopia, nome, "", 0); }), kNomeFileNonValido)
         << nome;
   }
-  EXPECT_EQ(Numero([&] { Nuovo()->Crea(3, "a", "", 0); }), host::kArgomentoNonValido);
+  EXPECT_EQ(NumeroDi([&] { Nuovo()->Crea(3, "a", "", 0); }), host::kArgomentoNonValido);
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include "orve-mailserver/posix/percorsi.h"
+#include "fakes/errori.h"
 
 #include <gtest/gtest.h>
 
@@ -14,15 +15,7 @@ using namespace std::string_literals;
 
 namespace {
 
-template <class Azione>
-std::int32_t NumeroDi(Azione azione) {
-  try {
-    azione();
-  } catch (const host::Errore& errore) {
-    return errore.Numero();
-  }
-  return 0;
-}
+using fakes::NumeroDi;
 
 }  // namespace
 

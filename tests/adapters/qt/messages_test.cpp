@@ -1,13 +1,12 @@
 // Message boxes, and what happens where no window can be shown.
-#include <sys/wait.h>
-
 #include <QMessageBox>
 #include <QTest>
-#include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "dialogs/layouts.h"
 #include "prova.h"
+#include "support/process.h"
 
 namespace orve::adapters::qt {
 namespace {
@@ -86,22 +85,22 @@ TEST(SenzaSchermo, DISABLED_NoWindow) {
   EXPECT_THROW(Finestre().CreaMessaggi()->MostraMsg("testo", 0, "", nullptr), host::Errore);
 }
 
-int InUnProcesso(const std::string& variabili) {
-  const std::string programma = std::filesystem::read_symlink("/proc/self/exe").string();
-  const std::string comando = "env -u QT_QPA_PLATFORM -u DISPLAY -u WAYLAND_DISPLAY " + variabili + " '" +
-                              programma +
-                              "' --gtest_also_run_disabled_tests "
-                              "--gtest_filter=SenzaSchermo.DISABLED_NoWindow >/dev/null 2>&1";
-  const int esito = std::system(comando.c_str());  // NOLINT(cert-env33-c): the test's own program
-  return WIFEXITED(esito) ? WEXITSTATUS(esito) : -1;
+int InUnProcesso(const std::vector<std::string>& variabili) {
+  std::vector<std::string> comando = {"env",     "-u", "QT_QPA_PLATFORM", "-u",
+                                      "DISPLAY", "-u", "WAYLAND_DISPLAY"};
+  comando.insert(comando.end(), variabili.begin(), variabili.end());
+  comando.push_back(std::filesystem::read_symlink("/proc/self/exe").string());
+  comando.emplace_back("--gtest_also_run_disabled_tests");
+  comando.emplace_back("--gtest_filter=SenzaSchermo.DISABLED_NoWindow");
+  return support::RunProgram(comando).status;
 }
 
 TEST(SenzaSchermo, AMachineWithoutADisplayGivesAClearError) {
-  EXPECT_EQ(InUnProcesso(""), 0);
+  EXPECT_EQ(InUnProcesso({}), 0);
 }
 
 TEST(SenzaSchermo, ADisplayThatDoesNotAnswerGivesTheSameError) {
-  EXPECT_EQ(InUnProcesso("DISPLAY=:9876"), 0);
+  EXPECT_EQ(InUnProcesso({"DISPLAY=:9876"}), 0);
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
@@ -19,7 +18,7 @@
 #include "adapters/smtp/name_lookup.h"
 #include "adapters/smtp/outgoing.h"
 #include "smtp/smtp_component.h"
-#include "support/closed_port.h"
+#include "support/loopback.h"
 #include "support/patience.h"
 #include "support/scripted_server.h"
 #include "support/temp_dir.h"
@@ -444,32 +443,26 @@ TEST(ServerNames, AccentsAreLookedUpInTheAsciiForm) {
 // ----------------------------------------------------------------------------------------------
 
 TEST(Connections, ARefusedOneGivesZero) {
-  const support::ClosedPort nobody;
-  EXPECT_EQ(Sent(*Outgoing(static_cast<std::int16_t>(nobody.Number()))), 0);
+  const support::LoopbackSocket nobody;
+  EXPECT_EQ(Sent(*Outgoing(static_cast<std::int16_t>(nobody.Port()))), 0);
 }
 
 TEST(Connections, OneThatNobodyAcceptsGivesZeroInTime) {
   // A full connection queue: the system no longer answers.
-  const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t length = sizeof address;
-  ASSERT_EQ(::bind(listener, reinterpret_cast<sockaddr*>(&address), length), 0);
-  ASSERT_EQ(::listen(listener, 0), 0);
-  ASSERT_EQ(::getsockname(listener, reinterpret_cast<sockaddr*>(&address), &length), 0);
-  std::vector<int> waiting;
+  const support::LoopbackSocket listener;
+  listener.Listen(0);
+  const sockaddr_in address = support::Loopback(listener.Port());
+  std::vector<posix::Descriptor> waiting;
   for (int i = 0; i < 4; ++i) {
-    waiting.push_back(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-    static_cast<void>(::connect(waiting.back(), reinterpret_cast<sockaddr*>(&address), length));
+    waiting.emplace_back(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    static_cast<void>(
+        ::connect(waiting.back().Number(), reinterpret_cast<const sockaddr*>(&address), sizeof address));
   }
   SmtpOptions options = Quick();
   options.connectTimeout = std::chrono::milliseconds(500);
-  const auto component = Outgoing(static_cast<std::int16_t>(ntohs(address.sin_port)), options);
+  const auto component = Outgoing(static_cast<std::int16_t>(listener.Port()), options);
   EXPECT_EQ(Sent(*component), 0);
   EXPECT_THAT(component->Fine().motivo, HasSubstr("Timeout was reached"));
-  for (const int socket : waiting) ::close(socket);
-  ::close(listener);
 }
 
 TEST(Connections, PortZeroGivesZero) {

@@ -1,10 +1,7 @@
 // Sends that fail: server, account, database, key, temporary directory. Each ends with its own status, says
 // why, and records nothing that did not happen.
-#include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <netinet/in.h>
 
 #include <ctime>
 #include <filesystem>
@@ -14,6 +11,7 @@
 
 #include "apps/orve-mail/prova_intera.h"
 #include "sqlite/schema.h"
+#include "support/loopback.h"
 #include "support/scripted_server.h"
 
 namespace orve::app {
@@ -52,31 +50,6 @@ class Guasti : public ProvaIntera {
   }
 };
 
-// A listener that accepts connections and never says a word.
-class Muto {
- public:
-  Muto() : presa_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-    sockaddr_in indirizzo{};
-    indirizzo.sin_family = AF_INET;
-    indirizzo.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t lunghezza = sizeof indirizzo;
-    auto* const generico = reinterpret_cast<sockaddr*>(&indirizzo);
-    if (::bind(presa_, generico, lunghezza) != 0 || ::getsockname(presa_, generico, &lunghezza) != 0) {
-      throw std::runtime_error("bind");
-    }
-    porta_ = ntohs(indirizzo.sin_port);
-  }
-  Muto(const Muto&) = delete;
-  Muto& operator=(const Muto&) = delete;
-  ~Muto() { ::close(presa_); }
-  void Ascolta() const { ::listen(presa_, 4); }
-  [[nodiscard]] int Porta() const { return porta_; }
-
- private:
-  int presa_;
-  int porta_ = 0;
-};
-
 }  // namespace
 
 TEST_F(Guasti, ARefusedRecipientFailsTheSendForAllOfThem) {
@@ -96,15 +69,15 @@ TEST_F(Guasti, ARefusedRecipientFailsTheSendForAllOfThem) {
 }
 
 TEST_F(Guasti, NobodyAtThePort) {
-  const Muto chiuso;  // bound, but not listening
-  ImpostaServerSemplice(chiuso.Porta());
+  const support::LoopbackSocket chiuso;  // bound, but not listening
+  ImpostaServerSemplice(chiuso.Port());
   FallisceCon("Errore di connessione con il server");
 }
 
 TEST_F(Guasti, AServerThatNeverSpeaksIsLeftWhenTheTimeIsUp) {
-  const Muto muto;
-  muto.Ascolta();
-  ImpostaServerSemplice(muto.Porta());
+  const support::LoopbackSocket muto;
+  muto.Listen(4);
+  ImpostaServerSemplice(muto.Port());
   FallisceCon("Errore di connessione con il server", {"--attesa-connessione", "1"});
 }
 
