@@ -8,7 +8,7 @@
 
 namespace orve::adapters::ambiente {
 
-DatabaseIndicato LeggiDatabaseIndicato(std::string_view testo) {
+DatabaseName ReadDatabaseName(std::string_view testo) {
   constexpr std::string_view kOdbc = "odbc:";
   constexpr std::string_view kSqlite = "sqlite:";
   if (testo.starts_with(kOdbc)) return {true, std::string(testo.substr(kOdbc.size()))};

@@ -7,11 +7,11 @@
 namespace orve::adapters::ambiente {
 
 /// "odbc:" and a connection string name a database of a server; FILE and "sqlite:FILE" an embedded one.
-struct DatabaseIndicato {
+struct DatabaseName {
   bool suServer = false;
   std::string nome;  // the connection string, or the file
 };
-[[nodiscard]] DatabaseIndicato LeggiDatabaseIndicato(std::string_view testo);
+[[nodiscard]] DatabaseName ReadDatabaseName(std::string_view testo);
 
 /// Whether a text looks like a connection string, with or without "odbc:" before it. It may contain a
 /// password, so nothing repeats it.

@@ -33,7 +33,7 @@ void RichiediRegistroProprio(const std::string& file) {
 }  // namespace
 
 std::shared_ptr<host::Connection> ApriDatabase(const std::string& dove, const DatabaseOptions& opzioni) {
-  const DatabaseIndicato indicato = LeggiDatabaseIndicato(dove);
+  const DatabaseName indicato = ReadDatabaseName(dove);
   if (indicato.suServer) return odbc::OdbcConnection::Apri(indicato.nome, opzioni.attese);
   // Not repeated: it may hold a password.
   if (SembraStringaDiConnessione(dove)) {

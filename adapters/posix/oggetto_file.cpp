@@ -64,9 +64,9 @@ bool NomeSemplice(const std::string& nome) {
          nome.find('\0') == std::string::npos;
 }
 
-class FileDaCopiare {
+class FileCopiato {
  public:
-  FileDaCopiare(const std::string& nativo, int modalita)
+  FileCopiato(const std::string& nativo, int modalita)
       : descrittore_(::open(nativo.c_str(), modalita | O_CLOEXEC | O_NOCTTY, S_IRUSR | S_IWUSR)) {
     if (!descrittore_) throw ErroreDiSistema(errno, nativo);
   }
@@ -107,9 +107,9 @@ class FileDaCopiare {
 // one that grows would have no end.
 void CopiaContenuto(const std::string& da, const std::string& in) {
   constexpr std::size_t kPezzo = 65536;
-  const FileDaCopiare origine(da, O_RDONLY | O_NONBLOCK);
+  const FileCopiato origine(da, O_RDONLY | O_NONBLOCK);
   std::size_t resto = origine.Dimensione(da);
-  FileDaCopiare copia(in, O_WRONLY | O_CREAT | O_EXCL);
+  FileCopiato copia(in, O_WRONLY | O_CREAT | O_EXCL);
   try {
     std::vector<char> pezzo(kPezzo);
     while (resto > 0) {

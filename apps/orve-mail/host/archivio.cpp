@@ -18,7 +18,7 @@
 
 namespace orve::app {
 
-using adapters::ambiente::LeggiDatabaseIndicato;
+using adapters::ambiente::ReadDatabaseName;
 using adapters::sqlite::SqliteConnection;
 
 namespace {
@@ -58,7 +58,7 @@ std::shared_ptr<host::Connection> Apri(const PosizioneArchivio& posizione) {
 }  // namespace
 
 bool SuOdbc(const PosizioneArchivio& posizione) {
-  return LeggiDatabaseIndicato(posizione.db).suServer;
+  return ReadDatabaseName(posizione.db).suServer;
 }
 
 std::string FileArchivio(const PosizioneArchivio& posizione) {
@@ -66,7 +66,7 @@ std::string FileArchivio(const PosizioneArchivio& posizione) {
     throw ErroreProgramma(Uscita::kComandoErrato,
                           "--db: questo comando lavora solo sul database incorporato, sqlite:FILE");
   }
-  std::string file = LeggiDatabaseIndicato(posizione.db).nome;
+  std::string file = ReadDatabaseName(posizione.db).nome;
   if (file.empty()) throw ErroreProgramma(Uscita::kComandoErrato, "--db: indicare il file del database");
   if (adapters::ambiente::SembraStringaDiConnessione(file)) {
     throw ErroreProgramma(Uscita::kComandoErrato, "--db: una stringa di connessione va preceduta da odbc:");
@@ -134,7 +134,7 @@ Archivio ApriArchivio(const PosizioneArchivio& posizione) {
     return {incorporato, incorporato};
   }
   DimenticaVariabile("ORVE_MAIL_DB");  // a connection string may hold a password, and has been read
-  RichiediUtf8(LeggiDatabaseIndicato(posizione.db).nome, "--db");
+  RichiediUtf8(ReadDatabaseName(posizione.db).nome, "--db");
   return {Apri(posizione), nullptr};
 }
 

@@ -15,9 +15,9 @@ constexpr const char* kProgramma = "orve-mail";
 
 // Where the copies of a send go, whose paths the library's statements can take; they are removed with the
 // send.
-class CopieDellInvio : public adapters::values::CartellaCopie {
+class CopieInvio : public adapters::values::CartellaCopie {
  public:
-  explicit CopieDellInvio(std::shared_ptr<Allegati> allegati) : allegati_(std::move(allegati)) {}
+  explicit CopieInvio(std::shared_ptr<Allegati> allegati) : allegati_(std::move(allegati)) {}
   [[nodiscard]] std::string PostoPer(const std::string& nome) override { return allegati_->PostoPer(nome); }
 
  private:
@@ -29,7 +29,7 @@ class CopieDellInvio : public adapters::values::CartellaCopie {
 class FileDellaFinestra : public adapters::posix::OggettoFile {
  public:
   explicit FileDellaFinestra(std::shared_ptr<Allegati> allegati)
-      : OggettoFile(std::make_shared<CopieDellInvio>(allegati),
+      : OggettoFile(std::make_shared<CopieInvio>(allegati),
                     [](const std::string& nativo) {
                       return !Allegati::NomeInnocuo(nativo) || adapters::posix::SuSupportoEsterno(nativo);
                     }),
