@@ -2,11 +2,11 @@
 #include <sys/stat.h>
 
 #include <filesystem>
-#include <regex>
 #include <set>
 #include <string>
 
 #include "apps/orve-mail/prova_intera.h"
+#include "patterns.h"
 #include "places.h"
 #include "sqlite/schema.h"
 #include "support/process.h"
@@ -16,6 +16,7 @@ namespace orve::app {
 namespace {
 
 using ::testing::HasSubstr;
+using ::testing::MatchesRegex;
 using ::testing::StartsWith;
 using Riga = std::vector<std::string>;
 
@@ -34,12 +35,7 @@ class Comandi : public ProvaIntera {
 };
 
 std::set<std::string> Opzioni(const std::string& testo) {
-  std::set<std::string> trovate;
-  const std::regex forma("--[a-z][a-z-]*");
-  for (std::sregex_iterator i(testo.begin(), testo.end(), forma); i != std::sregex_iterator(); ++i) {
-    trovate.insert(i->str());
-  }
-  return trovate;
+  return patterns::Found(testo, "--[a-z][a-z-]*");
 }
 
 }  // namespace
@@ -254,7 +250,7 @@ TEST_F(Comandi, HelpAndVersionGoToTheOutputAndSucceed) {
     EXPECT_THAT(esecuzione.uscita, HasSubstr("Stato di uscita:"));
     EXPECT_EQ(esecuzione.errori, "");
   }
-  EXPECT_TRUE(std::regex_match(Esegui({"--version"}).uscita, std::regex("orve-mail [0-9.]+\n")));
+  EXPECT_THAT(Esegui({"--version"}).uscita, MatchesRegex("orve-mail [0-9.]+\n"));
 }
 
 TEST_F(Comandi, TheManualPageKnowsEveryOptionOfTheProgramAndNoOther) {
@@ -264,7 +260,7 @@ TEST_F(Comandi, TheManualPageKnowsEveryOptionOfTheProgramAndNoOther) {
     aiuti += Esegui({comando, "--help"}).uscita;
   }
   aiuti += Esegui({"--help"}).uscita;
-  const std::string manuale = std::regex_replace(support::ReadFile(kManuale), std::regex(R"(\\-)"), "-");
+  const std::string manuale = patterns::Replaced(support::ReadFile(kManuale), R"(\\-)", "-");
   EXPECT_EQ(Opzioni(manuale), Opzioni(aiuti));
 }
 

@@ -9,10 +9,10 @@
 
 #include <csignal>
 #include <filesystem>
-#include <regex>
 #include <string>
 
 #include "orve-mail/terminal/uscita.h"
+#include "patterns.h"
 #include "support/temp_dir.h"
 
 namespace orve::app {
@@ -32,7 +32,7 @@ class Esiti : public ::testing::Test {
   [[nodiscard]] std::string Testo() const { return support::ReadFile(File()); }
   /// The file without its times.
   [[nodiscard]] std::string SenzaOre() const {
-    return std::regex_replace(Testo(), std::regex("[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9:]{8}Z"), "ORA");
+    return patterns::Replaced(Testo(), "[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9:]{8}Z", "ORA");
   }
   [[nodiscard]] static std::string Riga(const std::string& resto) { return kTitoli + resto; }
   /// What the program says when it cannot use the file; empty when it can.
