@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "addressing/address_list.h"
-#include "channels/smtp_channel.h"
+#include "channels/account_channel.h"
 #include "mime/address_list.h"
 #include "mime/header_text.h"
 #include "mime/header_writer.h"

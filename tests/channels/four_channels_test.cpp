@@ -61,8 +61,7 @@ class Prova {
 
   /// What the channel gave to its object of recipients, attachments and body, and whether it sent.
   [[nodiscard]] std::string Consegna(const fakes::OggettiDelCanale& canale) const {
-    std::vector<std::string_view> inizi = canale.contenuto;
-    inizi.insert(inizi.end(), canale.sessione.begin(), canale.sessione.end());
+    std::vector<std::string_view> inizi = canale.confronto;
     inizi.push_back(canale.invio);
     std::string testo;
     for (const auto& riga : journal->Righe(inizi)) testo += riga + "\n";

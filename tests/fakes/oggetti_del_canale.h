@@ -13,8 +13,9 @@ struct OggettiDelCanale {
   kvEnum_ServizioMail canale;  // one of its numbers, where it has several
   std::string_view titolo;
   std::string_view invio;                   // how the line begins with which the message is sent
-  std::vector<std::string_view> contenuto;  // the lines that say what is in the message, and for whom
-  std::vector<std::string_view> sessione;   // the lines before and after them
+  // How the lines begin that say what is in the message and for whom:
+  std::vector<std::string_view> contenuto;  // where one message is to be told from another, session included
+  std::vector<std::string_view> confronto;  // where the channels are held against each other
 };
 
 /// In the order in which tests go through the channels.

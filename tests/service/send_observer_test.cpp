@@ -304,7 +304,7 @@ TEST_F(Osservati, TheObjectsOfTheSettingsAreNamedWhenTheyCannotBeCreated) {
                                               {"FW24_FLGMSGPERS", 0},
                                               {"FW24_MSGPERS", ""}}});
     osservatore.righe.clear();
-    fakes::NumeroDi([&] { servizio->GetImpostazioni(); });
+    static_cast<void>(fakes::NumeroDi([&] { servizio->GetImpostazioni(); }));
     return osservatore.righe;
   };
   journal->Fallisce("Ambiente.CreaOutlook");
