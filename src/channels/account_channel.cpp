@@ -60,18 +60,19 @@ AccountSubmission ComponiDaAccount(Messaggio& messaggio, const Impostazioni& imp
 }
 
 void RegistraEsitoDaAccount(const Messaggio& messaggio, const Impostazioni& impostazioni,
-                            const Contesto& contesto, const Oggetti& oggetti, host::EsitoInvio inviato,
-                            const std::function<std::string()>& motivo, const std::string& mittente,
-                            const RigheInvio& righe) {
+                            const Contesto& contesto, const Oggetti& oggetti,
+                            const std::function<bool()>& inviato, const std::function<std::string()>& motivo,
+                            const std::string& mittente, const RigheInvio& righe) {
   const auto registro = oggetti.ObjRegistroInvio;
   if (!registro) return;
   registro->TipoCanale(TipoCanaleDi(messaggio));
-  registro->EsitoInvio(inviato);
+  const host::EsitoInvio esito = inviato() ? host::kInviato : host::kNonInviato;
+  registro->EsitoInvio(esito);
   std::string errore;
-  if (inviato != host::kInviato) errore = motivo();
+  if (esito != host::kInviato) errore = motivo();
   registro->MittenteInvio(mittente);
   registro->CanaleInvio(static_cast<float>(impostazioni.SrvMailInstallato));
-  RegistraDestinatari(messaggio, contesto, oggetti, *registro, righe, inviato, errore);
+  RegistraDestinatari(messaggio, contesto, oggetti, *registro, righe, esito, errore);
 }
 
 }  // namespace orve

@@ -65,12 +65,12 @@ struct AccountSubmission {
                                                  Account& account, Contesto& contesto, const Oggetti& oggetti,
                                                  const std::function<std::string()>& allega);
 
-/// The register's account of the delivery, then its lines and events. `motivo` is asked why, for a message
-/// that was not sent; `mittente` is what the register is told of the way of sending. Nothing without a
-/// register.
+/// The register's account of the delivery, then its lines and events. `inviato` is asked whether the message
+/// was sent, `motivo` why it was not, as late as the register is told; `mittente` is what it is told of the
+/// way of sending. Nothing is asked without a register. Raises what they raise.
 void RegistraEsitoDaAccount(const Messaggio& messaggio, const Impostazioni& impostazioni,
-                            const Contesto& contesto, const Oggetti& oggetti, host::EsitoInvio inviato,
-                            const std::function<std::string()>& motivo, const std::string& mittente,
-                            const RigheInvio& righe);
+                            const Contesto& contesto, const Oggetti& oggetti,
+                            const std::function<bool()>& inviato, const std::function<std::string()>& motivo,
+                            const std::string& mittente, const RigheInvio& righe);
 
 }  // namespace orve

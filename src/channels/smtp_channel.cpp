@@ -55,7 +55,7 @@ void RegistraEsitoSmtp(const Messaggio& messaggio, const Impostazioni& impostazi
                        const Oggetti& oggetti, const host::Variant& risultato, const std::string& mittente,
                        const RigheInvio& righe) {
   RegistraEsitoDaAccount(
-      messaggio, impostazioni, contesto, oggetti, Riuscito(risultato) ? host::kInviato : host::kNonInviato,
+      messaggio, impostazioni, contesto, oggetti, [&] { return Riuscito(risultato); },
       [&] { return GetSMTPErrorDescription(oggetti, risultato.ToInt16()); }, mittente, righe);
 }
 

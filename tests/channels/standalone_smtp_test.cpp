@@ -54,6 +54,17 @@ TEST_F(InvioDaSolo, AddDestinatarioAnswersFalseInEveryCase) {
   EXPECT_THAT(Messaggi(), IsEmpty());
 }
 
+TEST_F(InvioDaSolo, AnAnswerThatIsNoNumberMattersOnlyToARegister) {
+  ambiente->risultatoSmtp = "boh";
+  servizio->AddDestinatario("a@x.example", "Anna");
+  EXPECT_TRUE(servizio->InviaMailSMTP("Oggetto", "Corpo"));
+  EXPECT_THAT(Messaggi(), IsEmpty());
+  ConRegistro();
+  journal->Svuota();
+  EXPECT_FALSE(servizio->InviaMailSMTP("Oggetto", "Corpo"));
+  EXPECT_THAT(Registro(), ::testing::ElementsAre("ObjRegistroInvio.TipoCanale 3"));
+}
+
 TEST_F(InvioDaSolo, AddDestinatarioGoesOnWithTheCallersCollection) {
   Collezione().AddFromLista("c@x.example", "Carla", "", 1);
   const auto* const prima = servizio->vCollDestinatari.get();
