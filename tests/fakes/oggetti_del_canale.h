@@ -12,7 +12,7 @@ namespace orve::fakes {
 struct OggettiDelCanale {
   kvEnum_ServizioMail canale;  // one of its numbers, where it has several
   std::string_view titolo;
-  std::string_view invio;                   // how the line begins with which the message is sent
+  std::string_view invio;  // how the line begins with which the message is sent
   // How the lines begin that say what is in the message and for whom:
   std::vector<std::string_view> contenuto;  // where one message is to be told from another, session included
   std::vector<std::string_view> confronto;  // where the channels are held against each other
