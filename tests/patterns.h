@@ -1,6 +1,5 @@
-// Patterns in the texts that tests look at. What <regex> costs to compile is paid once, here.
-#ifndef ORVE_TESTS_PATTERNS_H
-#define ORVE_TESTS_PATTERNS_H
+// Patterns in the texts that tests look at. <regex> is slow to compile, so most tests look through these.
+#pragma once
 
 #include <set>
 #include <string>
@@ -15,5 +14,3 @@ namespace orve::patterns {
                                    const std::string& with);
 
 }  // namespace orve::patterns
-
-#endif  // ORVE_TESTS_PATTERNS_H

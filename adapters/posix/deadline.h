@@ -6,7 +6,7 @@
 
 namespace orve::adapters::posix {
 
-/// The time left, rounded up; 0 once it is over. At most an hour, after which a waiting caller asks again.
+/// The time left, rounded up; 0 once it is over. At most an hour, longer than any time-out here.
 [[nodiscard]] inline int MillisecondsUntil(std::chrono::steady_clock::time_point deadline) {
   constexpr std::chrono::milliseconds kLongest = std::chrono::hours(1);
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());

@@ -7,7 +7,7 @@
 CREATE TABLE FW24_FAXCONFIG (
   FW24_CODICE         VARCHAR(20) COLLATE ITALIANO_CI NOT NULL PRIMARY KEY,
   FW24_INDCANALE      SMALLINT NOT NULL,
-  FW24_INDFAXATTIVO   SMALLINT,           -- the channel: one of the numbers of kvEnum_ServizioMail
+  FW24_INDFAXATTIVO   SMALLINT,           -- mail: 0 Simple MAPI, 1 Outlook, 2 MAPI, 3 none, 76 SMTP, 77 SMTP encrypted
   FW24_INDMODALITA    SMALLINT,           -- 0 by hand, 1 automatic, 2 half automatic, 3 distribution list
   FW24_MAILMODSTDIFF  SMALLINT,           -- the same for deferred prints
   FW24_PATHTMP        VARCHAR(255),       -- directory for temporary files; empty: the system's

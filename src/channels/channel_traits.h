@@ -13,7 +13,7 @@ class FRMRW_OPZMAIL;
 struct Interno;
 struct Oggetti;
 
-/// A row says everything: no member has a value of its own, so one that is left out does not compile.
+/// A row says everything: no member has a value of its own, so GCC refuses a row that leaves one out.
 struct ChannelTraits {
   kvEnum_ServizioMail numero;
   std::string_view nome;

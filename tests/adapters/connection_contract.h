@@ -151,7 +151,7 @@ TEST_P(ContrattoConnessione, AResultWithoutRowsIsAtItsEndAndRefusesToMove) {
   EXPECT_EQ(fakes::ErroreDi([&] { (void)host::Leggi(*righe, "NOME"); }).Numero(), 3021);
 }
 
-TEST_P(ContrattoConnessione, BehindTheLastRowThereIsNothingToRead) {
+TEST_P(ContrattoConnessione, AfterTheLastRowThereIsNothingToRead) {
   const auto righe = Esegui(kTutte);
   (void)Colonna(*righe, "CODICE");
   EXPECT_EQ(fakes::ErroreDi([&] { (void)host::Leggi(*righe, "NOME"); }).Numero(), 3021);

@@ -327,7 +327,7 @@ INSTANTIATE_TEST_SUITE_P(Colonne, RigaGuasta,
                                   (caso.param.want_errore == kErroreNull ? "_null" : "_no_fit");
                          });
 
-TEST_F(ElencoAccount, AnIdentifierBeyondTheCombosNumbersFailsBehindTheList) {
+TEST_F(ElencoAccount, AnIdentifierBeyondTheCombosNumbersFailsAfterTheList) {
   connessione->Risponde(kElencoUtente, {RigaAccount(40000, "a@azienda.example")});
   EXPECT_FALSE(Carica());
   EXPECT_THAT(Messaggi(), ElementsAre(HasSubstr("MostraMsg 6-Overflow in CLSFW_MAILSERVER")));

@@ -46,7 +46,7 @@ INSTANTIATE_TEST_SUITE_P(
             "TwoItems", "Anna<a@x.example>;Bruno<b@x.example>", {"Anna/a@x.example", "Bruno/b@x.example"}},
         CasoElenco{
             "ABareAddressInFront", "a@x.example;Bruno<b@x.example>", {"/a@x.example", "Bruno/b@x.example"}},
-        CasoElenco{"ABareAddressBehindANamedItemHasItsName",
+        CasoElenco{"ABareAddressAfterANamedItemHasItsName",
                    "Anna<a@x.example>;b@x.example",
                    {"Anna/a@x.example", "Anna/b@x.example"}},
         CasoElenco{"AnEmptyNameIsANameToo",

@@ -88,6 +88,7 @@ TEST(TrattiDeiCanali, HaveTheNamesAndNumbersOfBothEnumerations) {
 
 TEST(TrattiDeiCanali, StandOnEveryPageThatTellsOfTheChannels) {
   const std::vector<Pagina> pagine = {
+      {"adapters/sqlite/schema.sql", "  FW24_INDFAXATTIVO", "\n", R"(-- mail: (.*)$)", true},
       {"docs/glossary.md", "\n## Channels", "\n## ", R"(^\| (\d+) \|)", true},
       {"docs/channels.md", "\n## Where they differ", "\n## ", R"(^\| Number in the settings \|(.*)$)"},
       {"docs/windows.md", "\n## What else a machine needs", "\n## ",

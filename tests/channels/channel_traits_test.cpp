@@ -1,6 +1,7 @@
 // The table of the channels.
 #include "channels/channel_traits.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -35,7 +36,24 @@ TEST(TrattiDeiCanali, WhatSendsSignsItsRecordsShapesTheWindowAndGivesReasons) {
   }
 }
 
-// Both windows offer the receipt with the accounts, and the server is the account's.
+TEST(TrattiDeiCanali, AreThose) {
+  const auto con = [](bool ChannelTraits::*tratto) {
+    std::set<std::int32_t> numeri;
+    for (const ChannelTraits& canale : Canali()) {
+      if (canale.*tratto) numeri.insert(canale.numero);
+    }
+    return numeri;
+  };
+  EXPECT_THAT(con(&ChannelTraits::haAccount), testing::ElementsAre(76, 77));
+  EXPECT_THAT(con(&ChannelTraits::serverDellAccount), testing::ElementsAre(76, 77));
+  EXPECT_THAT(con(&ChannelTraits::ricevutaDiConsegna), testing::ElementsAre(76, 77));
+  EXPECT_THAT(con(&ChannelTraits::avvisaDegliAllegati), testing::ElementsAre(76, 77));
+  EXPECT_THAT(con(&ChannelTraits::rifiutaSenzaCorpo), testing::ElementsAre(0));
+  EXPECT_THAT(con(&ChannelTraits::usaSendmail), testing::ElementsAre(0, 2));
+  EXPECT_THAT(con(&ChannelTraits::soloWindows), testing::ElementsAre(1));
+}
+
+// The windows offer the receipt with the accounts, and the server is the account's.
 TEST(TrattiDeiCanali, WithoutAnAccountThereIsNeitherAServerNorADeliveryReceipt) {
   for (const ChannelTraits& canale : Canali()) {
     if (canale.haAccount) continue;

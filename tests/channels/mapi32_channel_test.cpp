@@ -205,7 +205,7 @@ TEST_F(CanaleMapi32, ARefusedSendIsShownAndRecordedAsFailedAndTheLogoffStillRuns
   NessunLog();
 }
 
-TEST_F(CanaleMapi32, AFailingLogoffAfterAGoodSendLeavesTheStateAndIsShownBehindTheSuccess) {
+TEST_F(CanaleMapi32, AFailingLogoffAfterAGoodSendLeavesTheStateAndIsShownAfterTheSuccess) {
   ambiente->esitoLogoffMapi = 2;
   Collezione().Add("anna@x.example", "Anna");
   servizio->InviaMail();
@@ -286,7 +286,7 @@ TEST_F(CanaleMapi32, AttachmentsThatAreNoTextsEndTheRunBeforeTheSend) {
   }
 }
 
-TEST_F(CanaleMapi32, AFailingRegisterBehindTheSendKeepsTheStateOfTheSendAndTheSessionOpen) {
+TEST_F(CanaleMapi32, AFailingRegisterAfterTheSendKeepsTheStateOfTheSendAndTheSessionOpen) {
   ConRegistro();
   Collezione().Add("anna@x.example", "Anna");
   journal->Fallisce("ObjRegistroInvio.RegistraInvio", {1001, "Registro", "pieno"});

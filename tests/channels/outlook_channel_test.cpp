@@ -158,7 +158,7 @@ INSTANTIATE_TEST_SUITE_P(
                       CasoVersioneRotta{"ANumberBeyondSixteenBits", "32768.0", "6-Overflow"}),
     [](const auto& caso) { return std::string(caso.param.etichetta); });
 
-TEST_F(CanaleOutlook, AMissingApplicationIsAnErrorBehindTheKindOfChannel) {
+TEST_F(CanaleOutlook, AMissingApplicationIsAnErrorAfterTheKindOfChannel) {
   interno.oggetti.objOutlookApp.reset();
   ConRegistro();
   Collezione().Add("anna@x.example", "Anna");
@@ -212,7 +212,7 @@ TEST_F(CanaleOutlook, NamesAreNotQuoted) {
   EXPECT_THAT(Elemento(), Contains("MailItem.To Rossi, Mario <rossi@x.example>"));
 }
 
-TEST_F(CanaleOutlook, TheListsAreJoinedAndTheNamesOfTheMainRecipientsGoBehindWhatVNomeHolds) {
+TEST_F(CanaleOutlook, TheListsAreJoinedAndTheNamesOfTheMainRecipientsGoAfterWhatVNomeHolds) {
   servizio->vNome = "Prima, ";
   servizio->vCorpoMail = "***(Nome)***|***(IndEmail)***";
   Collezione().Add("a@x.example", "Anna");
@@ -231,7 +231,7 @@ TEST_F(CanaleOutlook, TheListsAreJoinedAndTheNamesOfTheMainRecipientsGoBehindWha
   EXPECT_EQ(servizio->vCorpoMail, "Prima, Anna, Gino|Anna <a@x.example>; <b@x.example>;Gino <g@x.example>");
 }
 
-TEST_F(CanaleOutlook, ABoxThatNobodyKnowsHasItsSeparatorBehindIt) {
+TEST_F(CanaleOutlook, ABoxThatNobodyKnowsHasItsSeparatorAfterIt) {
   Collezione().Add("a@x.example", "Anna");
   Collezione().AddFromLista("b@x.example", "Bruno", "", 3);
   Collezione().Add("c@x.example", "Carla");
@@ -273,7 +273,7 @@ struct CasoCopia {
 
 class CopiaDelMittente : public CanaleOutlook, public ::testing::WithParamInterface<CasoCopia> {};
 
-TEST_P(CopiaDelMittente, StandsBehindTheCopyListWithItsPrefix) {
+TEST_P(CopiaDelMittente, StandsAfterTheCopyListWithItsPrefix) {
   ambiente->versioneOutlook = GetParam().versione;
   interno.impostazioni.FlagBcc = true;
   Collezione().Add("a@x.example", "Anna");
@@ -317,7 +317,7 @@ TEST_F(CanaleOutlook, AnAttachmentValueThatIsNoListIsLeftOut) {
   EXPECT_TRUE(Inviato());
 }
 
-TEST_F(CanaleOutlook, WhereTheCompanyAsksForItTheBodyIsHTMLWithTheSignatureBehindIt) {
+TEST_F(CanaleOutlook, WhereTheCompanyAsksForItTheBodyIsHTMLWithTheSignatureAfterIt) {
   ConHTML("<b>Orve</b>  ");
   ConRegistro();
   Collezione().Add("a@x.example", "Anna");
@@ -396,7 +396,7 @@ TEST_F(CanaleOutlook, TheItemOfAFailedRunStaysWhereTheNextRunCannotMakeOne) {
   EXPECT_EQ(interno.oggetti.objOutlookAllegati, allegati);
 }
 
-TEST_F(CanaleOutlook, AFailingRegisterBehindTheSendLeavesTheStateAndTheItem) {
+TEST_F(CanaleOutlook, AFailingRegisterAfterTheSendLeavesTheStateAndTheItem) {
   ConRegistro();
   Collezione().Add("a@x.example", "Anna");
   interno.esito.StatoInvio = kvErroreInvioMail;

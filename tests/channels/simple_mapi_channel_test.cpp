@@ -304,7 +304,7 @@ TEST_F(CanaleSimpleMapi, AControlThatCannotBeMadeIsARecordedFailureToo) {
   EXPECT_THAT(UltimaRigaLog(), HasSubstr("ErroreInvio   SendWithSimpleMAPI   "));
 }
 
-TEST_F(CanaleSimpleMapi, ARegisterThatFailsBehindTheSendTurnsTheDeliveryIntoAFailure) {
+TEST_F(CanaleSimpleMapi, ARegisterThatFailsAfterTheSendTurnsTheDeliveryIntoAFailure) {
   ConRegistro();
   Collezione().Add("anna@x.example", "Anna");
   journal->Fallisce("ObjRegistroInvio.EsitoInvio 0", {1001, "Registro", "pieno"});

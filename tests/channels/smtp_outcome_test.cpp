@@ -103,7 +103,7 @@ TEST_F(CanaleSmtp, AnErrorCaughtInsideTheSubmissionIsRecordedAsAConnectionError)
               ElementsAre(HasSubstr("|Errore di connessione con il server|")));
 }
 
-TEST_F(CanaleSmtp, AResultThatDoesNotFitIsAnErrorBehindTheStateAndBeforeAnyRecord) {
+TEST_F(CanaleSmtp, AResultThatDoesNotFitIsAnErrorAfterTheStateAndBeforeAnyRecord) {
   ConRegistro();
   ConDestinatario("a@x.it", "Anna");
   ambiente->risultatoSmtp = 40000;

@@ -199,7 +199,7 @@ TEST_F(ConsegnaSmtp, WithoutAReceiptTheAddressIsNotReadBack) {
   EXPECT_EQ(journal->Conta("smtp.FromAddr"), 1U);
 }
 
-TEST_F(ConsegnaSmtp, TheHTMLMessageInItsOrderWithTheSignatureBehindTheDocument) {
+TEST_F(ConsegnaSmtp, TheHTMLMessageInItsOrderWithTheSignatureAfterTheDocument) {
   ConHTML();
   EXPECT_EQ(Consegna({}), host::Variant(-1));
   EXPECT_THAT(

@@ -171,7 +171,7 @@ TEST_F(InvioDaSolo, EveryBoxHasItsListAndABoxThatNobodyKnowsIsSkippedButRecorded
   EXPECT_EQ(journal->Conta("ObjRegistroInvio.RegistraInvio Quinto|"), 1U);
 }
 
-TEST_F(InvioDaSolo, TheCopyForTheSenderStandsBareBehindTheLastEntry) {
+TEST_F(InvioDaSolo, TheCopyForTheSenderStandsBareAfterTheLastEntry) {
   interno.impostazioni.FlagBcc = true;
   servizio->InviaMailSMTP("Avviso", "Corpo");
   Collezione().AddFromLista("c@x.example", "Carla", "", 1);
@@ -410,7 +410,7 @@ TEST_F(InvioDaSolo, InSilentModeAnErrorStandsInTheTwoFields) {
   EXPECT_EQ(servizio->errNumber, "-2147221164");
 }
 
-TEST_F(InvioDaSolo, AResultThatDoesNotFitSixteenBitsIsAnErrorBehindTheOutcome) {
+TEST_F(InvioDaSolo, AResultThatDoesNotFitSixteenBitsIsAnErrorAfterTheOutcome) {
   ambiente->risultatoSmtp = 70000;
   servizio->silentMode = true;
   ConRegistro();

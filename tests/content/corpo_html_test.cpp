@@ -98,7 +98,7 @@ TEST_F(CorpoHTML, TheSignatureIsReadWithTheseStatementsInThisOrder) {
                   "RecordSet.Fields FIRMA_HTML", "RecordSet.Fields FONT", "RecordSet.Fields DIMENSIONE"));
 }
 
-TEST_F(CorpoHTML, BlanksBehindTheSignatureFontAndSizeAreCut) {
+TEST_F(CorpoHTML, BlanksAfterTheSignatureFontAndSizeAreCut) {
   ConFirma("  <b>Maria</b>  ", " Arial ", "4 ");
   EXPECT_EQ(Firma(), "  <b>Maria</b>| Arial|4");
 }
@@ -255,7 +255,7 @@ TEST_F(CorpoHTML, NothingButBlanksIsEscaped) {
             "</body>\r\n</html>\r\n");
 }
 
-TEST_F(CorpoHTML, TheSignatureStandsBehindTheDocument) {
+TEST_F(CorpoHTML, TheSignatureStandsAfterTheDocument) {
   connessione->Risponde("AIT_FIRME", {{{"FW95_VALORE", "FIRME "}}});
   ConFirma("<b>Maria</b>", "Arial", 4);
   EXPECT_EQ(CorpoHTMLConFirma(interno.contesto, interno.oggetti, "Buongiorno"),

@@ -91,7 +91,7 @@ TEST_F(FormAttivato, ASecondActivationOnlyRenewsTheMessageObject) {
   });
 }
 
-TEST_F(FormAttivato, AMessageOutlivesAnActivationBehindIt) {
+TEST_F(FormAttivato, AMessageOutlivesAnActivationAfterIt) {
   servizio->SrvMailInstallato = kvMAPI;
   Mostra([&](HeadlessForm& finestra) {
     const std::weak_ptr<host::Messaggi> mostrato = Dentro().ObjMessaggiForm;

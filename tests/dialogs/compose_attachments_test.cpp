@@ -299,7 +299,7 @@ TEST_F(Allegati, TheSelectedRowIsRemovedAndTheRowsAreNumberedAnew) {
   });
 }
 
-TEST_F(Allegati, AfterARemovalTheRowInItsPlaceIsSelectedAndBehindTheLastOneTheNewLast) {
+TEST_F(Allegati, AfterARemovalTheRowInItsPlaceIsSelectedAndAfterTheLastOneTheNewLast) {
   Mostra([&](HeadlessForm& finestra) {
     for (const char* file : {"C:\\a.pdf", "C:\\b.pdf", "C:\\c.pdf"}) Allega(finestra, file);
     finestra.SelezionaRiga("GRID_ALLEGATI", 1);

@@ -27,7 +27,7 @@ const std::vector<OggettiDelCanale>& OggettiDeiCanali() {
         "MAPIMessages.MsgReceipt", "MAPIMessages.MsgNoteText", "MAPIMessages.MsgSubject",
         "MAPIMessages.AttachmentPathName", "MAPIMessages.AttachmentName"}},
       // Recipients, files and body are in the records that the call of BMAPISendMail is given.
-      {kvMAPI, "MAPI32", "MAPI32.BMAPISendMail", {}, {"MAPI32.MAPILog"}},
+      {kvMAPI, "MAPI32", "MAPI32.BMAPISendMail", {}, {"MAPI32."}},
   };
   return kOggetti;
 }

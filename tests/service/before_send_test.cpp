@@ -185,7 +185,7 @@ TEST_F(EventoPrimaDelInvio, TheLenientReaderTakesEveryForm) {
   }
 }
 
-TEST_F(EventoPrimaDelInvio, ABareAddressThatTheHandlerPutsBehindANamedItemTakesItsName) {
+TEST_F(EventoPrimaDelInvio, ABareAddressThatTheHandlerPutsAfterANamedItemTakesItsName) {
   Collezione().AddFromLista("a@x.example", "Anna", "", 0);
   servizio->BeforeSendMail = [](auto&, auto&, auto& a, auto&, auto&, auto&) { a += ";b@x.example"; };
   Gestisci();
@@ -278,7 +278,7 @@ TEST_F(EventoPrimaDelInvio, AListOf32767ItemsIsReadAndOneMoreOverflows) {
                                       "AfterDestinatari|0||(assente)"));
 }
 
-TEST_F(EventoPrimaDelInvio, ABracketBehindPosition32767Overflows) {
+TEST_F(EventoPrimaDelInvio, ABracketAfterPosition32767Overflows) {
   Collezione();
   servizio->DestinatariA(std::string(32766, 'x') + "<a@x.example>");  // "<" at 32767, ">" after it
   Gestisci();
@@ -291,7 +291,7 @@ TEST_F(EventoPrimaDelInvio, ABracketBehindPosition32767Overflows) {
   EXPECT_THAT(Messaggi(), IsEmpty());
 }
 
-TEST_F(EventoPrimaDelInvio, TheMainAttachmentStandsFirstAndTheListBehindIt) {
+TEST_F(EventoPrimaDelInvio, TheMainAttachmentStandsFirstAndTheListAfterIt) {
   servizio->vMailAttachment = "C:\\f.pdf";
   servizio->vElencoAllegati = Variant::Array{"C:\\a.pdf", "C:\\b.pdf"};
   Gestisci();

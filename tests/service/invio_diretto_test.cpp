@@ -93,7 +93,7 @@ TEST_F(InvioDiretto, ItsArgumentsMayBeTheServicesOwnFields) {
               ElementsAre("smtp.Subject Fattura 12", "smtp.BodyText Buongiorno"));
 }
 
-TEST_F(InvioDiretto, ABareAddressInTheCopiesBehindANamedItemTakesItsName) {
+TEST_F(InvioDiretto, ABareAddressInTheCopiesAfterANamedItemTakesItsName) {
   servizio->InviaMailDiretta(12, "Anna<a@x.example>", "b@x.example", "c@x.example");
   EXPECT_THAT(Recipienti(), ElementsAre("Anna/a@x.example//0", "Anna/b@x.example//1", "Anna/c@x.example//2"));
 }

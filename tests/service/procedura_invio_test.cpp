@@ -483,8 +483,8 @@ TEST_F(Invio, TheChannelPicksItsProcedure) {
 }
 
 TEST_F(Invio, InviaMailOnADisabledOrUnknownChannelDoesNothing) {
-  for (const auto canale : {kvNoMail, fakes::kNessunCanale, static_cast<kvEnum_ServizioMail>(-1)}) {
-    servizio->SrvMailInstallato = canale;
+  for (const std::int32_t canale : {3, 4, -1, 75, 78, static_cast<std::int32_t>(fakes::kNessunCanale)}) {
+    servizio->SrvMailInstallato = static_cast<kvEnum_ServizioMail>(canale);
     journal->Svuota();
     servizio->InviaMail();
     EXPECT_THAT(journal->Righe(), IsEmpty()) << canale;

@@ -236,7 +236,7 @@ TEST_F(ImpostazioniDellaPosta, ANullInAColumnWithoutReplacementFails) {
   }
 }
 
-TEST_F(ImpostazioniDellaPosta, ErrorsArePassedOnWithTheNameDirectlyBehindTheDescription) {
+TEST_F(ImpostazioniDellaPosta, ErrorsArePassedOnWithTheNameDirectlyAfterTheDescription) {
   journal->Fallisce("ConnectionADO.Execute", {4060, "Motore", "database chiuso"});
   const auto errore = ErroreDiLettura();
   EXPECT_EQ(errore.Numero(), 4060);

@@ -60,7 +60,7 @@ TEST(Text, FindGivesNoPositionToAPlaceInsideACharacter) {
   EXPECT_EQ(Find("€\xAC.", "\xAC"), 2U);
 }
 
-TEST(Text, NothingIsFoundBehindTheEnd) {
+TEST(Text, NothingIsFoundAfterTheEnd) {
   EXPECT_EQ(Find("ab", "", 3), 3U);
   EXPECT_EQ(Find("ab", "", 4), 0U);
   EXPECT_EQ(Find("", "", 9), 0U);

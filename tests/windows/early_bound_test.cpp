@@ -112,7 +112,7 @@ TEST_F(ClienteAnticipato, ArgumentsAreTakenByTheirNames) {
   EXPECT_EQ(senzaIndirizzo.esito, DISP_E_BADPARAMCOUNT);
 }
 
-TEST_F(ClienteAnticipato, AnObjectBehindAReferenceIsSetLikeTheObjectItself) {
+TEST_F(ClienteAnticipato, AnObjectAfterAReferenceIsSetLikeTheObjectItself) {
   RecitaMessaggi();
   {
     const auto servizio = Crea<ICLSFW_MAILSERVER>(CLSID_CLSFW_MAILSERVER);
@@ -141,7 +141,7 @@ TEST_F(ClienteAnticipato, AnObjectBehindAReferenceIsSetLikeTheObjectItself) {
   RitiraMessaggi();
 }
 
-TEST_F(ClienteAnticipato, AnIndexBehindAPropertyWithoutItsCollectionIsError91) {
+TEST_F(ClienteAnticipato, AnIndexAfterAPropertyWithoutItsCollectionIsError91) {
   RecitaMessaggi();
   {
     const auto servizio = Crea<ICLSFW_MAILSERVER>(CLSID_CLSFW_MAILSERVER);

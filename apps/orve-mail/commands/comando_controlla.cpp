@@ -118,18 +118,19 @@ class Controllo {
     Prova("password in chiaro", "ricreare il database con crea-db",
           [&] { permessi = PermessiInChiaro(*archivio_, richiesta_.passwordInChiaro); });
     for (const AccountLetto& uno : account) {
-      if (ServonoIServer()) {
-        ControllaServer(uno, InChiaro(uno), permessi, richiesta_.smtp, rimedi_, referto_);
-      } else {
+      if (SenzaServer()) {
         referto_.Saltato(uno.titolo + ", server", "il canale delle impostazioni non lo usa");
+      } else {
+        ControllaServer(uno, InChiaro(uno), permessi, richiesta_.smtp, rimedi_, referto_);
       }
     }
   }
 
-  // As long as the settings name no channel, any may be meant.
-  [[nodiscard]] bool ServonoIServer() const {
+  // Whether the channel has the accounts for something else. Where it has none, they are those of the
+  // stand-alone send, which goes through their servers.
+  [[nodiscard]] bool SenzaServer() const {
     const ChannelTraits* const canale = impostazioni_.canale ? TrattiDi(*impostazioni_.canale) : nullptr;
-    return canale == nullptr || canale->consegna == nullptr || canale->serverDellAccount;
+    return canale != nullptr && canale->haAccount && !canale->serverDellAccount;
   }
 
   [[nodiscard]] std::optional<adapters::secrets::Secret> InChiaro(const AccountLetto& account) const {

@@ -19,14 +19,13 @@ constexpr const char* kNonScrivibile = "--dialogo: impossibile scrivere";
 
 std::function<void(std::string_view)> ScriviDialogo(const std::string& file) {
   adapters::posix::Descriptor descrittore = ApriFilePerRighe(kNonScrivibile, file);
-  const std::shared_ptr<std::FILE> flusso(::fdopen(descrittore.Number(), "a"), [](std::FILE* aperto) {
-    if (aperto != nullptr) std::fclose(aperto);
-  });
-  if (!flusso) {
+  std::FILE* const aperto = ::fdopen(descrittore.Number(), "a");
+  if (aperto == nullptr) {
     throw ErroreProgramma(Uscita::kFileMancante, std::string(kNonScrivibile) + " " + file + ": " +
                                                      std::generic_category().message(errno));
   }
   static_cast<void>(descrittore.Release());  // closed with the stream
+  const std::shared_ptr<std::FILE> flusso(aperto, [](std::FILE* file) { std::fclose(file); });
   return [flusso](std::string_view riga) {
     std::fputs((TerminalSafeLine(riga) + "\n").c_str(), flusso.get());
     std::fflush(flusso.get());

@@ -59,7 +59,7 @@ TEST(LetturaTavola, ABoxIsCalledByTheCaptionToItsLeft) {
   EXPECT_EQ(nome(LayoutMailParams(), "TXT_ALLEGATO"), "Allega");
 }
 
-TEST(LetturaTavola, TheNameOfTheProgramStandsBehindATitleOnce) {
+TEST(LetturaTavola, TheNameOfTheProgramStandsAfterATitleOnce) {
   EXPECT_EQ(TitoloConProgramma("Invio", "Gestionale"), "Invio - Gestionale");
   EXPECT_EQ(TitoloConProgramma("Invio - Gestionale", "Gestionale"), "Invio - Gestionale");
   EXPECT_EQ(TitoloConProgramma("Invio", ""), "Invio");

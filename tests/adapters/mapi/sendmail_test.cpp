@@ -79,7 +79,7 @@ class Sendmail : public Posta {
   bool mayHaveArrived = false;
 };
 
-TEST_F(Sendmail, RecipientsTravelAsArgumentsBehindTheEndOfTheOptions) {
+TEST_F(Sendmail, RecipientsTravelAsArgumentsAfterTheEndOfTheOptions) {
   Records records;
   records.Add(kCc, "Anna<anna@x.example>");
   records.Add(kBcc, "Segreta<segreta@x.example>");

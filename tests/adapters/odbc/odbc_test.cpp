@@ -102,7 +102,7 @@ TEST_F(Odbc, OfSeveralResultsTheFirstWithColumnsCounts) {
   EXPECT_TRUE(righe->Eof());
 }
 
-TEST_F(Odbc, AnErrorBehindTheFirstResultIsTheStatementsOwn) {
+TEST_F(Odbc, AnErrorAfterTheFirstResultIsTheStatementsOwn) {
   const auto errore = ErroreDi([&] { (void)Esegui("SELECT 1 AS V; SELECT 1 FROM NON_ESISTE"); });
   EXPECT_NE(errore.Numero(), 0);
   EXPECT_NE(errore.Descrizione().find("NON_ESISTE"), std::string::npos) << errore.Descrizione();

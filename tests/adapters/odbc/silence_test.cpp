@@ -136,7 +136,7 @@ TEST(OdbcSilenzio, AServerThatFallsSilentInTheMiddleOfTheLoginIsGivenUp) {
 }
 
 // The driver for the servers that this is about keeps to the limit itself.
-TEST(OdbcSilenzio, ASqlServerThatSaysNothingBehindTheLoginIsTheDriversOwnTimeOut) {
+TEST(OdbcSilenzio, ASqlServerThatSaysNothingAfterTheLoginIsTheDriversOwnTimeOut) {
   support::ScriptedServer server({ThenStall(support::Say(AccessoTds()))});
   const auto connessione = OdbcConnection::Apri(
       "Driver=FreeTDS;TDS_Version=7.4;Encryption=off;Server=127.0.0.1;Database=x;UID=posta;PWD=pa-ro-la;"

@@ -215,20 +215,21 @@ class ToolkitQt final : public window_contract::ToolkitSuSchermo {
   }
   window_contract::MessaggioVisto Vede(const Gesto& programma, const std::string& testo, Risposta risposta,
                                        const Gesto& prima) override {
-    window_contract::MessaggioVisto visto;
-    regia_.Poi("MostraMsg", [&](QWidget& finestra) {
+    // A message that does not come in time may come when this has returned.
+    const auto visto = std::make_shared<window_contract::MessaggioVisto>();
+    regia_.Poi("MostraMsg", [visto, testo, risposta, prima](QWidget& finestra) {
       auto& casella = dynamic_cast<QMessageBox&>(finestra);
       EXPECT_EQ(casella.text().toStdString(), testo);
-      visto.titolo = casella.windowTitle().toStdString();
-      if (const auto* padrone = casella.parentWidget()) visto.padrone = padrone->windowTitle().toStdString();
-      for (auto* pulsante : casella.buttons()) visto.pulsanti.push_back(RispostaDi(*pulsante));
+      visto->titolo = casella.windowTitle().toStdString();
+      if (const auto* padrone = casella.parentWidget()) visto->padrone = padrone->windowTitle().toStdString();
+      for (auto* pulsante : casella.buttons()) visto->pulsanti.push_back(RispostaDi(*pulsante));
       if (prima) prima();
       PremeNellaCasella(casella, Scritta(risposta));
     });
     programma();
     // What a window manager does once the message has gone.
     if (auto* rimasta = QApplication::activeModalWidget()) rimasta->activateWindow();
-    return visto;
+    return *visto;
   }
   bool PuntatoreAttende() const override {
     const auto* imposto = QGuiApplication::overrideCursor();

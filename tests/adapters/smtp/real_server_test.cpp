@@ -91,7 +91,7 @@ TEST(Delivery, EveryMemberReachesTheReader) {
   EXPECT_EQ(raw.find("Bcc"), std::string::npos);
 }
 
-TEST(Delivery, HtmlKeepsWhatStandsBehindTheClosingTag) {
+TEST(Delivery, HtmlKeepsWhatStandsAfterTheClosingTag) {
   const SmtpServer server;
   const auto component = Outgoing(server.Port16());
   component->BodyFormat(1);

@@ -289,7 +289,7 @@ TEST(Trace, MasksAServerThatRepeatsThePassword) {
   }
 }
 
-TEST(Trace, GoesOnMaskingBehindAnUntidyLine) {
+TEST(Trace, GoesOnMaskingAfterAnUntidyLine) {
   ScriptedServer server({Say("220 pronto"), On("EHLO *", "250-salve\r\n250 AUTH LOGIN"),
                          On("AUTH LOGIN", "un momento\r\n334 VXNlcm5hbWU6"),
                          On("*", "235-\r\n334 UGFzc3dvcmQ6"), ThenDrop(On("*", "235 benvenuto"))});
@@ -309,7 +309,7 @@ TEST(Trace, GoesOnMaskingBehindAnUntidyLine) {
   }
 }
 
-TEST(Trace, GoesOnMaskingBehindALineThatOnlyLooksFinal) {
+TEST(Trace, GoesOnMaskingAfterALineThatOnlyLooksFinal) {
   ScriptedServer server({Say("220 pronto"), On("EHLO *", "250-salve\r\n250 AUTH LOGIN"),
                          On("AUTH LOGIN", "235\n334 VXNlcm5hbWU6"), On("*", "235\n334 UGFzc3dvcmQ6"),
                          On("c2VncmV0YQ==", "235 benvenuto"), On("MAIL FROM:*", "250 Ok"),

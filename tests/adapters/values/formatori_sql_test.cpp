@@ -29,7 +29,7 @@ TEST(FormatoDataSql, WhatIsNoDateHasAStateAndNoText) {
   }
 }
 
-TEST(FormatoDataSql, ABadDateBehindAGoodOneCounts) {
+TEST(FormatoDataSql, ABadDateAfterAGoodOneCounts) {
   FormatoDataSql formato;
   EXPECT_EQ(formato.Stato(), 1);
   formato.Data("04/03/2026");

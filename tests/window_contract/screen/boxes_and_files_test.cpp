@@ -270,7 +270,7 @@ TEST_F(AllegatiSulloSchermo, ADroppedFileThatIsGoneIsToldAsByTheButton) {
   });
 }
 
-TEST_F(AllegatiSulloSchermo, NothingCanBeDroppedBehindAMessage) {
+TEST_F(AllegatiSulloSchermo, NothingCanBeDroppedAfterAMessage) {
   servizio->vElencoAllegati = host::Variant::Array{toolkit->File("a.txt")};
   const std::string altro = toolkit->File("b.txt");
   Apri([&](const VistaSuSchermo& finestra) {

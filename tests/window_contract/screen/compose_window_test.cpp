@@ -172,7 +172,7 @@ TEST_F(InvioSulloSchermo, ASecondActivationOnlyRenewsTheMessageObject) {
   });
 }
 
-TEST_F(InvioSulloSchermo, ASpecialFieldLeavesCaretAndViewBehindItAndCanBeUndone) {
+TEST_F(InvioSulloSchermo, ASpecialFieldLeavesCaretAndViewAfterItAndCanBeUndone) {
   constexpr int kRighe = 60;
   std::string righe;
   servizio->vFlagCorpo = 1;

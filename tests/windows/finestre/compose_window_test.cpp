@@ -20,7 +20,7 @@ TEST_F(FinestraDiInvio, WhatIsBelowTheEdgeOfItsFrameIsNotSeen) {
   });
 }
 
-TEST_F(FinestraDiInvio, AMessageKeepsTheWindowBehindItStill) {
+TEST_F(FinestraDiInvio, AMessageKeepsTheWindowAfterItStill) {
   Apri([this](const Vista& finestra) {
     finestra.Digita("TXT_EMAIL", ";");
     finestra.Clicca("cmd_Invia");

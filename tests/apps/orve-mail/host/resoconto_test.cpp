@@ -61,7 +61,7 @@ TEST(Resoconto, AWindowLeftWithoutSendingIsACancellation) {
   EXPECT_EQ(racconto.errori, "Messaggio non inviato: la finestra di invio è stata chiusa senza inviare.\n");
 }
 
-TEST(Resoconto, ASendThatFailsBehindTheWindowIsNoCancellation) {
+TEST(Resoconto, ASendThatFailsAfterTheWindowIsNoCancellation) {
   Resoconto resoconto = NonConsegnato(kvOK);
   resoconto.note.finestreMostrate = 1;
   resoconto.note.consegneIniziate = 1;

@@ -126,7 +126,7 @@ INSTANTIATE_TEST_SUITE_P(
         CasoCsv{"AQuoteInsideAField",
                 "a\n1\"2\n3\n",
                 {{1, {"a"}, ""}, {2, {}, "ha virgolette in mezzo a un campo"}, {3, {"3"}, ""}}},
-        CasoCsv{"TextBehindClosedQuotes",
+        CasoCsv{"TextAfterClosedQuotes",
                 "a\n\"1\" 2\n3\n",
                 {{1, {"a"}, ""}, {2, {}, "ha del testo dietro le virgolette chiuse"}, {3, {"3"}, ""}}},
         CasoCsv{

@@ -277,7 +277,7 @@ TEST_F(Lista, RowsThatWerePutRightAreSentAtTheNextStartAndTheOthersNotAgain) {
   EXPECT_EQ(server.Count(), 4U);
 }
 
-TEST_F(Lista, AListThatWasChangedBehindTheSentRowsIsNotSentOn) {
+TEST_F(Lista, AListThatWasChangedAfterTheSentRowsIsNotSentOn) {
   auto& server = AvviaServerSemplice();
   Scrivi("indirizzo\nuno@example.org\ndue@example.org\n");
   EXPECT_EQ(Manda().stato, 0);
@@ -422,7 +422,7 @@ TEST_F(Lista, AServerThatTakesAMessageAndBreaksOffLeavesTheRowUncertain) {
   EXPECT_THAT(Esiti(), ElementsAre(Riga{"2", "inviato"}));
 }
 
-TEST_F(Lista, InterruptedItEndsBehindTheRunningMessageAndGoesOnLater) {
+TEST_F(Lista, InterruptedItEndsAfterTheRunningMessageAndGoesOnLater) {
   for (const int segnale : {SIGINT, SIGTERM}) {
     std::filesystem::remove(FileEsiti());
     Sql("DELETE FROM REGISTRO_INVII");

@@ -5,7 +5,7 @@
 
 namespace orve::app {
 
-TEST(CellaInerte, WhatWouldRunStandsBehindAnApostrophe) {
+TEST(CellaInerte, WhatWouldRunStandsAfterAnApostrophe) {
   struct Caso {
     const char* testo;
     const char* atteso;
