@@ -25,7 +25,7 @@ std::function<void(std::string_view)> ScriviDialogo(const std::string& file) {
                                                      std::generic_category().message(errno));
   }
   static_cast<void>(descrittore.Release());  // closed with the stream
-  const std::shared_ptr<std::FILE> flusso(aperto, [](std::FILE* file) { std::fclose(file); });
+  const std::shared_ptr<std::FILE> flusso(aperto, [](std::FILE* chiuso) { std::fclose(chiuso); });
   return [flusso](std::string_view riga) {
     std::fputs((TerminalSafeLine(riga) + "\n").c_str(), flusso.get());
     std::fflush(flusso.get());
