@@ -1,10 +1,8 @@
 // What a channel owes beside its row in the table: its number in both enumerations and on every page that
-// tells of the channels, and its case in every test that goes through them one by one. The pages and tests
-// are read as texts, since they are in other programs; each failure names the channel and where it is
-// missing.
+// tells of the channels, and its row in the table by which every test sends through it. The pages are read
+// as texts; each failure names the channel and where it is missing.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <fstream>
 #include <iterator>
@@ -75,10 +73,6 @@ std::set<std::int32_t> NumeriSulla(const Pagina& pagina) {
   return numeri;
 }
 
-bool Nomina(const std::string& testo, const std::string& nome) {
-  return std::regex_search(testo, std::regex("\\b" + nome + "\\b"));
-}
-
 TEST(TrattiDeiCanali, HaveTheNamesAndNumbersOfBothEnumerations) {
   const auto nomi = NomiDeiCanali();
   EXPECT_EQ(NomiNellEnumerazione("com/idl/orve_mailserver.idl", "enum kvEnum_ServizioMail"), nomi);
@@ -109,19 +103,15 @@ TEST(TrattiDeiCanali, StandOnEveryPageThatTellsOfTheChannels) {
   }
 }
 
-// One channel may have several numbers: any of them will do.
-TEST(TrattiDeiCanali, HaveTheirCaseInEveryTestThatGoesThroughThem) {
-  std::map<std::string_view, std::vector<std::string>> nomi;  // of the numbers, by channel
-  for (const ChannelTraits& canale : Canali()) {
-    if (canale.consegna != nullptr) nomi[canale.nome].push_back(NomiDeiCanali().at(canale.numero));
+// With a row the tests send through a channel. One channel may have several numbers: any of them will do.
+TEST(TrattiDeiCanali, HaveARowOfObjectsByWhichTheTestsSendThroughThem) {
+  std::multiset<std::string_view> conRiga;
+  for (const fakes::OggettiDelCanale& oggetti : fakes::OggettiDeiCanali()) {
+    ASSERT_NE(TrattiDi(oggetti.canale), nullptr) << oggetti.titolo;
+    conRiga.insert(TrattiDi(oggetti.canale)->nome);
   }
-  for (const char* file : {"tests/fakes/oggetti_del_canale.cpp", "tests/faults/scene.cpp",
-                           "tests/journals/scena.cpp", "tests/service/send_observer_test.cpp"}) {
-    const std::string testo = TestoDi(file);
-    for (const auto& [canale, numeri] : nomi) {
-      EXPECT_TRUE(std::ranges::any_of(numeri, [&](const auto& nome) { return Nomina(testo, nome); }))
-          << file << " has no case for " << canale;
-    }
+  for (const ChannelTraits& canale : Canali()) {
+    EXPECT_EQ(conRiga.count(canale.nome), canale.consegna != nullptr ? 1U : 0U) << canale.nome;
   }
 }
 

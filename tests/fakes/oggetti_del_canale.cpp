@@ -14,6 +14,7 @@ void Crea(host::Ambiente& ambiente) {
 const std::vector<OggettiDelCanale>& OggettiDeiCanali() {
   static const std::vector<OggettiDelCanale> kOggetti = {
       {.canale = kvSMTPSSLMail,
+       .nome = "Smtp",
        .titolo = "SMTP",
        .invio = "smtp.SendMail",
        .contenuto = {"smtp.ServerAddr ", "smtp.ServerPort ", "smtp.ConnectType ", "smtp.UserName ",
@@ -31,6 +32,7 @@ const std::vector<OggettiDelCanale>& OggettiDeiCanali() {
            },
        .nonSiApre = nullptr},
       {.canale = kvOutlook,
+       .nome = "Outlook",
        .titolo = "Outlook",
        .invio = "MailItem.Send",
        .contenuto = {"MailItem.To ", "MailItem.cc ", "MailItem.Subject ", "MailItem.body ",
@@ -50,6 +52,7 @@ const std::vector<OggettiDelCanale>& OggettiDeiCanali() {
        // A version without a number before a point.
        .nonSiApre = [](FakeAmbiente& ambiente) { ambiente.versioneOutlook = "16"; }},
       {.canale = kvSimpleMAPI,
+       .nome = "SimpleMapi",
        .titolo = "Simple MAPI",
        .invio = "MAPIMessages.Send",
        .contenuto = {"MAPIMessages.Recip", "MAPIMessages.Msg", "MAPIMessages.AttachmentPathName "},
@@ -72,6 +75,7 @@ const std::vector<OggettiDelCanale>& OggettiDeiCanali() {
            }},
       // Recipients, subject, files and body are in the records that the call of BMAPISendMail is given.
       {.canale = kvMAPI,
+       .nome = "Mapi32",
        .titolo = "MAPI32",
        .invio = "MAPI32.BMAPISendMail",
        .contenuto = {},

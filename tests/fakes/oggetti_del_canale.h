@@ -16,6 +16,7 @@ namespace orve::fakes {
 /// A row says everything: no member has a value of its own, so GCC refuses a row that leaves one out.
 struct OggettiDelCanale {
   kvEnum_ServizioMail canale;  // one of its numbers, where it has several
+  std::string_view nome;       // in the names of tests and tables
   std::string_view titolo;
   std::string_view invio;  // how the line begins with which the message is sent
   // How the lines begin that say what is in the message and for whom:

@@ -150,7 +150,7 @@ TEST(FaultTables, BelongToASendEach) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Sends, EveryOperation, ::testing::ValuesIn(Scene()),
-                         [](const auto& scena) { return std::string(scena.param.nome); });
+                         [](const auto& scena) { return scena.param.nome; });
 
 }  // namespace
 

@@ -18,7 +18,7 @@ namespace orve::faults {
 /// The outside of one send, and what the calling program does. `Prepara` sets what the outside answers,
 /// `Invia` fills the message and starts the send, on a service that is initialised.
 struct Scena {
-  const char* nome;
+  std::string nome;
   std::function<void(fakes::FakeAmbiente&, fakes::FakeConnection&)> prepara;
   std::function<void(const std::shared_ptr<fakes::FakeAmbiente>&, CLSFW_MAILSERVER&)> invia;
 };

@@ -1,6 +1,7 @@
 #include "faults/scene.h"
 
 #include "fakes/headless.h"
+#include "fakes/oggetti_del_canale.h"
 #include "orve-mailserver/addressing/destinatari.h"
 
 namespace orve::faults {
@@ -138,15 +139,20 @@ void ConUnAscoltatoreCheFallisce(const AmbientePtr& ambiente, CLSFW_MAILSERVER& 
 }  // namespace
 
 const std::vector<Scena>& Scene() {
-  static const std::vector<Scena> kScene = {
-      {"SmtpAutomatico", TuttoPresente(kvSMTPSSLMail, kvAutomatico), AUnCliente},
-      {"SmtpManuale", TuttoPresente(kvSMTPSSLMail, kvManuale), AUnClienteConFinestra},
-      {"Outlook", TuttoPresente(kvOutlook, kvAutomatico), AUnaCollezione},
-      {"SimpleMapi", TuttoPresente(kvSimpleMAPI, kvAutomatico), AUnaCollezione},
-      {"Mapi32", TuttoPresente(kvMAPI, kvAutomatico), AUnaCollezione},
-      {"ServizioDisabilitato", TuttoPresente(kvNoMail, kvAutomatico), AUnCliente},
-      {"LogDiUnErrore", TuttoPresente(kvMAPI, kvAutomatico), ConUnAscoltatoreCheFallisce},
-  };
+  static const std::vector<Scena> kScene = [] {
+    std::vector<Scena> scene = {
+        {"SmtpAutomatico", TuttoPresente(kvSMTPSSLMail, kvAutomatico), AUnCliente},
+        {"SmtpManuale", TuttoPresente(kvSMTPSSLMail, kvManuale), AUnClienteConFinestra},
+        {"ServizioDisabilitato", TuttoPresente(kvNoMail, kvAutomatico), AUnCliente},
+        {"LogDiUnErrore", TuttoPresente(kvMAPI, kvAutomatico), ConUnAscoltatoreCheFallisce},
+    };
+    for (const fakes::OggettiDelCanale& oggetti : fakes::OggettiDeiCanali()) {
+      if (oggetti.canale == kvSMTPSSLMail) continue;  // with look-up and window, above
+      scene.push_back(
+          {std::string(oggetti.nome), TuttoPresente(oggetti.canale, kvAutomatico), AUnaCollezione});
+    }
+    return scene;
+  }();
   return kScene;
 }
 

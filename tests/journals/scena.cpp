@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "fakes/oggetti_del_canale.h"
 #include "golden.h"
 #include "orve-mailserver/service/CLSFW_MAILSERVER.h"
 #include "text/text.h"
@@ -59,7 +60,7 @@ void AllaCollezione(const Scena& scena, CLSFW_MAILSERVER& servizio) {
 }
 
 // One send of one service from its creation to its release, as an application makes it.
-void Manda(const Scena& scena, std::string& giornale, const char* titolo, kvEnum_ServizioMail canale,
+void Manda(const Scena& scena, std::string& giornale, const std::string& titolo, kvEnum_ServizioMail canale,
            const Invio& invio) {
   scena.finto->journal->Svuota();
   scena.database->Risponde("FROM FW24_FAXCONFIG", {Impostazioni(canale)});
@@ -82,7 +83,7 @@ void Manda(const Scena& scena, std::string& giornale, const char* titolo, kvEnum
                                  std::string& /*cc*/, std::string& /*ccn*/,
                                  std::string& /*allegati*/) { oggetto += " - copia"; };
     invio(servizio);
-    giornale += "== " + std::string(titolo) + "\n";
+    giornale += "== " + titolo + "\n";
     for (const auto& inviato : scena.finto->inviiMapi) {
       for (const auto& persona : inviato.destinatari) {
         scena.finto->journal->Add("MAPI32 recip " + std::to_string(persona.RecipClass) + " " + persona.Name);
@@ -99,9 +100,24 @@ void Manda(const Scena& scena, std::string& giornale, const char* titolo, kvEnum
   scena.finto->journal->DimenticaPiani();
 }
 
-void Smtp(const Scena& scena, std::string& giornale) {
+void SenzaOggetto(const Scena& scena, std::string& giornale, const std::string& titolo,
+                  const fakes::OggettiDelCanale& oggetti) {
+  scena.finto->journal->Fallisce(fakes::RigaDiCreazione(oggetti), host::Errore(host::kOggettoNonCreabile));
+  Manda(scena, giornale, titolo, oggetti.canale, [&](auto& servizio) { AllaCollezione(scena, servizio); });
+}
+
+// What is sent through a channel beside the first message. Those below have more, or other things, to show.
+
+void ConIlCanale(const Scena& scena, std::string& giornale, const fakes::OggettiDelCanale& oggetti) {
+  const std::string titolo(oggetti.titolo);
+  SenzaOggetto(scena, giornale, titolo + " without its object", oggetti);
+  oggetti.rifiuta(*scena.finto);
+  Manda(scena, giornale, titolo + ", refused", oggetti.canale,
+        [&](auto& servizio) { AllaCollezione(scena, servizio); });
+}
+
+void ConSmtp(const Scena& scena, std::string& giornale, const fakes::OggettiDelCanale& oggetti) {
   const Invio allaCollezione = [&](auto& servizio) { AllaCollezione(scena, servizio); };
-  Manda(scena, giornale, "SMTP", kvSMTPMail, allaCollezione);
   scena.finto->risultatoSmtp = std::int16_t{4};
   Manda(scena, giornale, "SMTP, refused by the server", kvSMTPMail, allaCollezione);
   scena.finto->risultatoSmtp = -1;
@@ -112,8 +128,7 @@ void Smtp(const Scena& scena, std::string& giornale) {
   Manda(scena, giornale, "SMTP, a member raises a code of the system", kvSMTPMail, allaCollezione);
   scena.finto->journal->Fallisce("CifratorePassword.Decripta");
   Manda(scena, giornale, "SMTP, the password cannot be read", kvSMTPMail, allaCollezione);
-  scena.finto->journal->Fallisce("Ambiente.CreaComponenteSmtp", host::Errore(host::kOggettoNonCreabile));
-  Manda(scena, giornale, "SMTP without its component", kvSMTPMail, allaCollezione);
+  SenzaOggetto(scena, giornale, "SMTP without its component", oggetti);
   Manda(scena, giornale, "SMTP, a direct send", kvSMTPMail, [](auto& servizio) {
     servizio.InviaMailDiretta(12, "Anna<anna@x.example>", "", "carla@x.example", "Diretto", "Corpo",
                               "C:\\a.pdf");
@@ -128,33 +143,59 @@ void Smtp(const Scena& scena, std::string& giornale) {
   });
 }
 
-void AltriCanali(const Scena& scena, std::string& giornale) {
+void ConOutlook(const Scena& scena, std::string& giornale, const fakes::OggettiDelCanale& oggetti) {
   const Invio allaCollezione = [&](auto& servizio) { AllaCollezione(scena, servizio); };
-  for (const char* versione : {"11.0.0.8173", "14.0.0.7268", "16.0.0.4266"}) {
+  for (const char* versione : {"14.0.0.7268", "16.0.0.4266"}) {
     scena.finto->versioneOutlook = versione;
     Manda(scena, giornale, "Outlook", kvOutlook, allaCollezione);
   }
   scena.finto->journal->Fallisce("MailItem.Send", {287, "Outlook", "Operazione non consentita"});
   Manda(scena, giornale, "Outlook, the sending fails", kvOutlook, allaCollezione);
-  scena.finto->journal->Fallisce("Ambiente.CreaOutlook", host::Errore(host::kOggettoNonCreabile));
-  Manda(scena, giornale, "Outlook that is not there", kvOutlook, allaCollezione);
-  Manda(scena, giornale, "Simple MAPI", kvSimpleMAPI, allaCollezione);
+  SenzaOggetto(scena, giornale, "Outlook that is not there", oggetti);
+}
+
+void ConSimpleMapi(const Scena& scena, std::string& giornale) {
+  const Invio dueVolte = [&](auto& servizio) {
+    AllaCollezione(scena, servizio);
+    servizio.InviaMail();
+  };
   scena.finto->journal->Fallisce("MAPIMessages.Send", {32002, "MAPIMessages", "Errore imprevisto"});
-  Manda(scena, giornale, "Simple MAPI, the sending fails", kvSimpleMAPI, [&](auto& servizio) {
-    AllaCollezione(scena, servizio);
-    servizio.InviaMail();
-  });
-  Manda(scena, giornale, "Simple MAPI, sent again by itself", kvSimpleMAPI, [&](auto& servizio) {
-    AllaCollezione(scena, servizio);
-    servizio.InviaMail();
-  });
-  Manda(scena, giornale, "MAPI32", kvMAPI, allaCollezione);
+  Manda(scena, giornale, "Simple MAPI, the sending fails", kvSimpleMAPI, dueVolte);
+  Manda(scena, giornale, "Simple MAPI, sent again by itself", kvSimpleMAPI, dueVolte);
+}
+
+void ConMapi32(const Scena& scena, std::string& giornale) {
+  const Invio allaCollezione = [&](auto& servizio) { AllaCollezione(scena, servizio); };
   scena.finto->esitoInvioMapi = 11;
   scena.finto->esitoLogoffMapi = 2;
   Manda(scena, giornale, "MAPI32, refused", kvMAPI, allaCollezione);
   scena.finto->esitoLogonMapi = 3;
   Manda(scena, giornale, "MAPI32 without a logon", kvMAPI, allaCollezione);
-  Manda(scena, giornale, "No mail", kvNoMail, allaCollezione);
+}
+
+void OgniCanale(const Scena& scena, std::string& giornale) {
+  scena.finto->versioneOutlook = "11.0.0.8173";
+  for (const fakes::OggettiDelCanale& oggetti : fakes::OggettiDeiCanali()) {
+    Manda(scena, giornale, std::string(oggetti.titolo), oggetti.canale,
+          [&](auto& servizio) { AllaCollezione(scena, servizio); });
+    switch (oggetti.canale) {
+      case kvSMTPSSLMail:
+        ConSmtp(scena, giornale, oggetti);
+        break;
+      case kvOutlook:
+        ConOutlook(scena, giornale, oggetti);
+        break;
+      case kvSimpleMAPI:
+        ConSimpleMapi(scena, giornale);
+        break;
+      case kvMAPI:
+        ConMapi32(scena, giornale);
+        break;
+      default:
+        ConIlCanale(scena, giornale, oggetti);
+    }
+  }
+  Manda(scena, giornale, "No mail", kvNoMail, [&](auto& servizio) { AllaCollezione(scena, servizio); });
 }
 
 }  // namespace
@@ -180,8 +221,7 @@ std::shared_ptr<fakes::FakeConnection> CreaDatabase(const fakes::JournalPtr& jou
 
 std::string Recita(const Scena& scena) {
   std::string giornale;
-  Smtp(scena, giornale);
-  AltriCanali(scena, giornale);
+  OgniCanale(scena, giornale);
   // Line ends inside a text are shown, so that the file has one line for each call.
   return text::Replace(text::Replace(giornale, "\r\n", "¶"), "\r", "¬");
 }

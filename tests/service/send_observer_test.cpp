@@ -1,23 +1,36 @@
 // What the host's observer is told of a send, incident by incident, and that being observed changes nothing:
 // neither what the outside objects are asked nor how the send ends.
+//
+// What holds for every channel is tried with each; beside that stands word for word what some of them tell.
+#include <algorithm>
+#include <array>
 #include <functional>
 #include <memory>
 #include <ostream>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "addressing/accounts.h"
+#include "channels/channel_traits.h"
 #include "fakes/errori.h"
+#include "fakes/oggetti_del_canale.h"
 #include "fakes/osservatore_annotato.h"
 #include "fakes/servizio_di_prova.h"
+#include "service/guards.h"
 #include "service/invio_diretto.h"
 
 namespace orve {
 namespace {
 
+using ::testing::AllOf;
+using ::testing::AnyOf;
 using ::testing::ElementsAre;
+using ::testing::EndsWith;
 using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::StartsWith;
 
 struct InvioOsservato {
   InvioOsservato(kvEnum_ServizioMail canale, host::OsservatoreInvio* osservatore) {
@@ -229,38 +242,105 @@ const std::vector<CasoOsservato> kCasiOsservati = {
      {"iniziata 1", "fallita 1001|guasto di prova", "senza cartella C:\\Temp"}},
 };
 
-class OsservatoreDellInvio : public ::testing::TestWithParam<CasoOsservato> {
- protected:
-  /// All that can be seen of the send from outside.
-  static std::vector<std::string> Visto(host::OsservatoreInvio* osservatore) {
-    InvioOsservato invio(GetParam().canale, osservatore);
-    GetParam().prepara(invio);
-    invio.servizio->InviaMail();
-    std::vector<std::string> visto = invio.journal->Righe();
-    visto.push_back("Stato " + std::to_string(invio.servizio->Stato()));
-    return visto;
-  }
-};
+using Preparazione = std::function<void(InvioOsservato&)>;
 
-TEST_P(OsservatoreDellInvio, IsToldWhatBecameOfIt) {
-  fakes::OsservatoreAnnotato osservatore;
-  Visto(&osservatore);
-  EXPECT_EQ(osservatore.righe, GetParam().atteso);
+/// All that can be seen of the send from outside.
+std::vector<std::string> VistoDaFuori(kvEnum_ServizioMail canale, const Preparazione& prepara,
+                                      host::OsservatoreInvio* osservatore) {
+  InvioOsservato invio(canale, osservatore);
+  prepara(invio);
+  invio.servizio->InviaMail();
+  std::vector<std::string> visto = invio.journal->Righe();
+  visto.push_back("Stato " + std::to_string(invio.servizio->Stato()));
+  return visto;
 }
 
-TEST_P(OsservatoreDellInvio, ChangesNothingEvenIfItRaises) {
+/// What the observer is told of it.
+std::vector<std::string> DettoA(kvEnum_ServizioMail canale, const Preparazione& prepara) {
   fakes::OsservatoreAnnotato osservatore;
-  const auto inosservato = Visto(nullptr);
-  EXPECT_EQ(Visto(&osservatore), inosservato);
+  VistoDaFuori(canale, prepara, &osservatore);
+  return osservatore.righe;
+}
+
+void NonCambiaNulla(kvEnum_ServizioMail canale, const Preparazione& prepara) {
+  fakes::OsservatoreAnnotato osservatore;
+  const auto inosservato = VistoDaFuori(canale, prepara, nullptr);
+  EXPECT_EQ(VistoDaFuori(canale, prepara, &osservatore), inosservato);
   const auto detto = osservatore.righe;
   osservatore.righe.clear();
   osservatore.solleva = true;
-  EXPECT_EQ(Visto(&osservatore), inosservato);
+  EXPECT_EQ(VistoDaFuori(canale, prepara, &osservatore), inosservato);
   EXPECT_EQ(osservatore.righe, detto);
+}
+
+class OsservatoreDellInvio : public ::testing::TestWithParam<CasoOsservato> {};
+
+TEST_P(OsservatoreDellInvio, IsToldWhatBecameOfIt) {
+  EXPECT_EQ(DettoA(GetParam().canale, GetParam().prepara), GetParam().atteso);
+}
+
+TEST_P(OsservatoreDellInvio, ChangesNothingEvenIfItRaises) {
+  NonCambiaNulla(GetParam().canale, GetParam().prepara);
 }
 
 INSTANTIATE_TEST_SUITE_P(OgniCaso, OsservatoreDellInvio, ::testing::ValuesIn(kCasiOsservati),
                          [](const auto& caso) { return std::string(caso.param.nome); });
+
+class OsservatoreDiOgniCanale : public ::testing::TestWithParam<fakes::OggettiDelCanale> {
+ protected:
+  /// What every channel owes its observer, whose presence changes nothing: not messages, nor log, nor records
+  /// of what was not sent, which differ from one to another.
+  static std::vector<std::string> Dovuto(const Preparazione& prepara) {
+    NonCambiaNulla(GetParam().canale, prepara);
+    std::vector<std::string> righe = DettoA(GetParam().canale, prepara);
+    std::erase_if(righe, [](const std::string& riga) {
+      return std::ranges::any_of(kDiversi, [&](const auto inizio) { return riga.starts_with(inizio); });
+    });
+    return righe;
+  }
+
+  const std::string iniziata = "iniziata " + std::to_string(GetParam().canale);
+
+ private:
+  static constexpr std::array<std::string_view, 3> kDiversi = {"messaggio ", "log ", "registrata 1|"};
+};
+
+TEST_P(OsservatoreDiOgniCanale, IsToldThatItSucceeded) {
+  EXPECT_THAT(Dovuto(Niente), ElementsAre(iniziata, "riuscita|", StartsWith("registrata 0|Anna|Anna")));
+}
+
+TEST_P(OsservatoreDiOgniCanale, IsToldThatItWasRefused) {
+  EXPECT_THAT(Dovuto([](InvioOsservato& invio) { GetParam().rifiuta(*invio.ambiente); }),
+              ElementsAre(iniziata, AllOf(StartsWith("fallita "), Not(StartsWith("fallita 0")))));
+}
+
+TEST_P(OsservatoreDiOgniCanale, IsToldThatHandingOverRaised) {
+  EXPECT_THAT(Dovuto(Guasto(std::string(GetParam().invio))),
+              ElementsAre(iniziata, StartsWith("fallita 1001|guasto di prova")));
+}
+
+TEST_P(OsservatoreDiOgniCanale, IsToldThatItsObjectCannotBeCreated) {
+  const auto senza = [](InvioOsservato& invio) {
+    invio.journal->Fallisce(fakes::RigaDiCreazione(GetParam()));
+    invio.interno.oggetti.objOutlookApp.reset();
+    const auto crea = TrattiDi(GetParam().canale)->crea;  // what the settings make of it
+    if (crea != nullptr) IgnoraErrori([&] { crea(invio.interno.oggetti); });
+  };
+  EXPECT_THAT(Dovuto(senza), ElementsAre(AllOf(StartsWith("oggetto non creato "), EndsWith("|" + kGuasto))));
+}
+
+// An object that refuses the whole message for a file has told so.
+TEST_P(OsservatoreDiOgniCanale, IsToldOfAFileThatIsRefused) {
+  const auto senzaFile = [](InvioOsservato& invio) {
+    GetParam().rifiutaFile(*invio.ambiente, "C:\\b.pdf", {1001, "Prova", "guasto di prova"});
+  };
+  EXPECT_THAT(Dovuto(senzaFile), AnyOf(ElementsAre(iniziata, "allegato C:\\b.pdf|" + kGuasto, "riuscita|",
+                                                   StartsWith("registrata 0|Anna|Anna")),
+                                       ElementsAre(iniziata, StartsWith("fallita "))));
+}
+
+INSTANTIATE_TEST_SUITE_P(OgniCanale, OsservatoreDiOgniCanale, ::testing::ValuesIn(fakes::OggettiDeiCanali()),
+                         [](const auto& canale) { return std::string(canale.param.nome); });
 
 class Osservati : public fakes::ServizioDiProva {
  protected:
