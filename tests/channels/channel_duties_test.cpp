@@ -115,6 +115,28 @@ TEST(TrattiDeiCanali, HaveARowOfObjectsByWhichTheTestsSendThroughThem) {
   }
 }
 
+// Of the tables for those who link: what its object owes, and what becomes of a message that it refuses.
+TEST(TrattiDeiCanali, HaveTheirObjectAndTheirFailureOnTheIntegratorsPage) {
+  const std::string testo = TestoDi("docs/for-integrators.md");
+  for (const fakes::OggettiDelCanale& oggetti : fakes::OggettiDeiCanali()) {
+    const std::string creazione = fakes::RigaDiCreazione(oggetti);
+    const std::string oggetto = creazione.substr(std::string_view("Ambiente.Crea").size());
+    for (const std::string& riga : {"| `" + oggetto, "| failed: " + std::string(oggetti.titolo) + " |"}) {
+      EXPECT_NE(testo.find("\n" + riga), std::string::npos) << "no row " << riga;
+    }
+  }
+}
+
+TEST(TrattiDeiCanali, HaveTheirNumbersInTheTestOfThePublishedValues) {
+  const std::string testo = TestoDi("tests/service/lifecycle_test.cpp");
+  const std::size_t da = testo.find("TheEnumerationsHaveTheirPublishedValues");
+  ASSERT_NE(da, std::string::npos);
+  const std::string prova = testo.substr(da, testo.find("\nTEST", da) - da);
+  for (const auto& [numero, nome] : NomiDeiCanali()) {
+    EXPECT_TRUE(std::regex_search(prova, std::regex("\\b" + nome + "\\b"))) << nome;
+  }
+}
+
 TEST(TrattiDeiCanali, HaveTheirNumbersInTheTestOfTheTypeLibrary) {
   const std::string testo = TestoDi("tests/windows/type_library_test.cpp");
   for (const auto& [numero, nome] : NomiDeiCanali()) {
