@@ -39,7 +39,7 @@ std::vector<std::string> ForbiddenRooms(const std::string& room, std::istream& t
   for (std::string line; std::getline(text, line);) {
     if (!line.starts_with(kBefore)) continue;
     const std::string included = line.substr(kBefore.size(), line.find('/', kBefore.size()) - kBefore.size());
-    if (included != room && kArrows.at(room).count(included) == 0) forbidden.push_back(included);
+    if (included != room && !kArrows.at(room).contains(included)) forbidden.push_back(included);
   }
   return forbidden;
 }
