@@ -1,5 +1,5 @@
-// The sender accounts of the SMTP channels: the default account of user or company, the account with a given
-// identifier, and the list that a dialog offers.
+// The sender accounts of the channels that have them: the default account of user or company, the account
+// with a given identifier, and the list that a dialog offers.
 //
 // A non-empty SmtpServer means that an account is loaded. Only the kind of the server tells certified
 // accounts from ordinary ones. Passwords are stored enciphered by the host application's own class; in clear

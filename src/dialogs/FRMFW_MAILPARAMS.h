@@ -1,6 +1,7 @@
 // The parameters window: a person sets, once, the parameters of a send to a whole list. It sends nothing. On
-// the SMTP channels it offers everything, on the others the attachment and the body alone. The answers are
-// read after it has closed, however it was closed; IsValoriValidi says whether the person confirmed.
+// a channel with an account it offers all that the channel can ask for, on the others the attachment and the
+// body alone. The answers are read after it has closed, however it was closed; IsValoriValidi says whether
+// the person confirmed.
 //
 // Load, the two selections and both closing buttons have no error trap: their errors reach the toolkit, or
 // the program's own call that raised the event.

@@ -28,7 +28,7 @@ struct Account {
 
   std::shared_ptr<CollMittenti> vCollMittenti;
   std::shared_ptr<Mittente> vMittente;
-  bool UsaMittenteScelto = false;  // the SMTP channel takes its account from vMittente; never cleared
+  bool UsaMittenteScelto = false;  // a channel with an account takes it from vMittente; never cleared
   std::int16_t IdMittenteDiretto = 0;
 
   [[nodiscard]] bool Caricato() const { return !SmtpServer.empty(); }

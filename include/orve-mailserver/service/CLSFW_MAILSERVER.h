@@ -104,8 +104,8 @@ class ORVE_API CLSFW_MAILSERVER {
   std::string& INFO_NumDoc;
   std::string& INFO_SezDoc;
   ///@}
-  /// Prepares register, user and company data, and on the SMTP channels the default account. Raises what the
-  /// database or the register object raises.
+  /// Prepares register, user and company data, and on a channel with an account the default one. Raises what
+  /// the database or the register object raises.
   void InizializzaRegistroInvioMail(const std::string& IDvoce, const std::string& UObject,
                                     const std::string& Utente, const std::string& Gruppo,
                                     const std::string& TitoloStampa);
@@ -223,7 +223,7 @@ class ORVE_API CLSFW_MAILSERVER {
   /// Whether the text contains a well-formed address anywhere.
   bool CheckRegularMailAddress(const std::string& MailAdd);
   /// Sends at once, in every mode and without a dialog, what is given as plain text: recipients as address
-  /// lists, attachments as paths separated by ";". The account matters on the SMTP channels only. The result
+  /// lists, attachments as paths separated by ";". The account matters on channels that have one. The result
   /// is in Stato. An address list that cannot be read ends it silently, and the object keeps treating its
   /// sends as direct ones: do not use it again.
   void InviaMailDiretta(std::int16_t pIdMittente = 0, std::string pDestA = {}, std::string pDestCC = {},
