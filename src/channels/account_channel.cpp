@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "addressing/address_list.h"
+#include "channels/channel_traits.h"
 #include "content/body_templates.h"
 #include "text/text.h"
 
@@ -73,6 +74,20 @@ void RegistraEsitoDaAccount(const Messaggio& messaggio, const Impostazioni& impo
   registro->MittenteInvio(mittente);
   registro->CanaleInvio(static_cast<float>(impostazioni.SrvMailInstallato));
   RegistraDestinatari(messaggio, contesto, oggetti, *registro, righe, esito, errore);
+}
+
+void ConsegnaDaAccount(Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
+                       Contesto& contesto, Esito& esito, const Oggetti& oggetti, kvEnum_ServizioMail canale,
+                       const std::function<std::string()>& allega,
+                       const std::function<RispostaDelCanale(const AccountSubmission&)>& consegna) {
+  const AccountSubmission composta =
+      ComponiDaAccount(messaggio, impostazioni, account, contesto, oggetti, allega);
+  if (HaTratto(canale, &ChannelTraits::serverDellAccount) && !account.Caricato()) return;
+  const RispostaDelCanale risposta = consegna(composta);
+  esito.StatoInvio = risposta.accettato ? kvOK : kvErroreInvioMail;
+  RegistraEsitoDaAccount(messaggio, impostazioni, contesto, oggetti, [&] { return risposta.accettato; },
+                         risposta.motivo, std::string(FirmaDi(canale)) + account.vSenderAddress,
+                         {kApertura, composta.allegati, messaggio.vOggetto});
 }
 
 }  // namespace orve

@@ -1,6 +1,6 @@
 // What a channel does whose sender is one of the application's own accounts: the sender that was chosen, the
-// texts of sender, recipients and body, the files, and the records of what came of it. Such a channel
-// composes the message, hands it to its own object and records the outcome.
+// texts of sender, recipients and body, the files, and the records of what came of it. Such a channel makes
+// its object (IniziaConsegna), attaches files to it and hands it the composed message; all else is here.
 #pragma once
 
 #include <functional>
@@ -10,8 +10,10 @@
 #include "channels/elenchi_destinatari.h"
 #include "channels/righe_invio.h"
 #include "orve-mailserver/host/registro_invio.h"
+#include "orve-mailserver/service/enumerazioni.h"
 #include "service/account.h"
 #include "service/contesto.h"
+#include "service/esito.h"
 #include "service/failures.h"
 #include "service/guards.h"
 #include "service/impostazioni.h"
@@ -72,5 +74,22 @@ void RegistraEsitoDaAccount(const Messaggio& messaggio, const Impostazioni& impo
                             const Contesto& contesto, const Oggetti& oggetti,
                             const std::function<bool()>& inviato, const std::function<std::string()>& motivo,
                             const std::string& mittente, const RigheInvio& righe);
+
+/// What the channel's object answered.
+struct RispostaDelCanale {
+  bool accettato = false;
+  std::function<std::string()> motivo;  // why not, for the records; asked as late as the register is told
+};
+
+/// The delivery of one message: composes it, hands it over, leaves the outcome in Stato and records it under
+/// the channel's signature. `allega` is as in ComponiDaAccount. `consegna` fills the object with what was
+/// composed, and with subject and body of the message, and hands it over. A channel that delivers through the
+/// account's server is not asked without one: nothing is left of that send. An address of the sender that is
+/// empty is handed over as it is, for the object to refuse. Raises what it is given raises, and 91 without a
+/// collection.
+void ConsegnaDaAccount(Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
+                       Contesto& contesto, Esito& esito, const Oggetti& oggetti, kvEnum_ServizioMail canale,
+                       const std::function<std::string()>& allega,
+                       const std::function<RispostaDelCanale(const AccountSubmission&)>& consegna);
 
 }  // namespace orve

@@ -3,9 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "addressing/address_list.h"
 #include "channels/account_channel.h"
-#include "channels/channel_traits.h"
 #include "channels/smtp_submission.h"
 #include "service/failures.h"
 #include "service/guards.h"
@@ -27,19 +25,16 @@ constexpr std::array<std::string_view, 8> kErroriSmtp = {
 void ConsegnaConSmtp(Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
                      Contesto& contesto, Esito& esito, const Oggetti& oggetti) {
   const auto componente = CreaComponente(oggetti, impostazioni.SrvMailInstallato);
-  const AccountSubmission composta =
-      ComponiDaAccount(messaggio, impostazioni, account, contesto, oggetti,
-                       [&] { return AddAdditionalAttachmentSMTP(messaggio, oggetti, componente); });
-  if (!account.Caricato()) return;
-  const auto& [mittente, elenchi, allegati] = composta;
-  const host::Variant risultato =
-      InviaMailConSSL(account, contesto, oggetti, componente,
-                      {mittente, elenchi.a, elenchi.cc, elenchi.ccn, messaggio.vOggetto, messaggio.vCorpoMail,
-                       account.SmtpPorta, account.SmtpAuth != 0, account.SmtpCrypt, account.ReadReceipt});
-  esito.StatoInvio = Riuscito(risultato) ? kvOK : kvErroreInvioMail;
-  RegistraEsitoSmtp(messaggio, impostazioni, contesto, oggetti, risultato,
-                    std::string(FirmaDi(kvSMTPMail)) + account.vSenderAddress,
-                    {kApertura, allegati, messaggio.vOggetto});
+  const auto allega = [&] { return AddAdditionalAttachmentSMTP(messaggio, oggetti, componente); };
+  const auto consegna = [&](const AccountSubmission& composta) -> RispostaDelCanale {
+    const auto& [mittente, elenchi, allegati] = composta;
+    const host::Variant risultato = InviaMailConSSL(
+        account, contesto, oggetti, componente,
+        {mittente, elenchi.a, elenchi.cc, elenchi.ccn, messaggio.vOggetto, messaggio.vCorpoMail,
+         account.SmtpPorta, account.SmtpAuth != 0, account.SmtpCrypt, account.ReadReceipt});
+    return {Riuscito(risultato), [&oggetti, risultato] { return MotivoSmtp(oggetti, risultato); }};
+  };
+  ConsegnaDaAccount(messaggio, impostazioni, account, contesto, esito, oggetti, kvSMTPMail, allega, consegna);
 }
 
 }  // namespace
@@ -51,12 +46,8 @@ void SendWithSmtp(Messaggio& messaggio, const Impostazioni& impostazioni, Accoun
                 [&] { ConsegnaConSmtp(messaggio, impostazioni, account, contesto, esito, oggetti); });
 }
 
-void RegistraEsitoSmtp(const Messaggio& messaggio, const Impostazioni& impostazioni, const Contesto& contesto,
-                       const Oggetti& oggetti, const host::Variant& risultato, const std::string& mittente,
-                       const RigheInvio& righe) {
-  RegistraEsitoDaAccount(
-      messaggio, impostazioni, contesto, oggetti, [&] { return Riuscito(risultato); },
-      [&] { return GetSMTPErrorDescription(oggetti, risultato.ToInt16()); }, mittente, righe);
+std::string MotivoSmtp(const Oggetti& oggetti, const host::Variant& risultato) {
+  return GetSMTPErrorDescription(oggetti, risultato.ToInt16());
 }
 
 std::string GetSMTPErrorDescription(const Oggetti& oggetti, std::int16_t codice) {

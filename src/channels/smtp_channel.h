@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <string>
 
-#include "channels/righe_invio.h"
 #include "orve-mailserver/host/variant.h"
 #include "service/account.h"
 #include "service/contesto.h"
@@ -23,11 +22,8 @@ namespace orve {
 void SendWithSmtp(Messaggio& messaggio, const Impostazioni& impostazioni, Account& account,
                   Contesto& contesto, Esito& esito, Oggetti& oggetti);
 
-/// Register lines and events for what the component answered; `mittente` is what the register is told of the
-/// way of sending. Nothing without a register.
-void RegistraEsitoSmtp(const Messaggio& messaggio, const Impostazioni& impostazioni, const Contesto& contesto,
-                       const Oggetti& oggetti, const host::Variant& risultato, const std::string& mittente,
-                       const RigheInvio& righe);
+/// Why the component did not accept the message, for the records. Raises when its answer is no number.
+[[nodiscard]] std::string MotivoSmtp(const Oggetti& oggetti, const host::Variant& risultato);
 
 /// The component's number in words; empty for a number that is not one of its own.
 [[nodiscard]] std::string GetSMTPErrorDescription(const Oggetti& oggetti, std::int16_t codice);

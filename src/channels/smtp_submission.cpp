@@ -75,9 +75,7 @@ host::EsitoConsegna EsitoSmtp(const host::ComponenteSmtp& componente, const host
 }  // namespace
 
 std::shared_ptr<host::ComponenteSmtp> CreaComponente(const Oggetti& oggetti, kvEnum_ServizioMail canale) {
-  auto componente = CreaPerIlCanale(*oggetti.ambiente, &host::Ambiente::CreaComponenteSmtp, "ComponenteSmtp");
-  Riferisci(*oggetti.ambiente, &Osservatore::ConsegnaIniziata, canale);
-  return componente;
+  return IniziaConsegna(*oggetti.ambiente, canale, &host::Ambiente::CreaComponenteSmtp, "ComponenteSmtp");
 }
 
 // -1 is the component's word for "no error". No value, which follows an error of the submission itself, is

@@ -79,8 +79,10 @@ void ConsegnaDaSola(Messaggio& messaggio, const Impostazioni& impostazioni, Acco
       InviaMailConSSL(account, contesto, oggetti, componente,
                       {mittente, elenchi.a, elenchi.cc, elenchi.ccn, oggetto, testo, account.SmtpPorta,
                        account.SmtpAuth != 0, account.SmtpCrypt, account.ReadReceipt});
-  RegistraEsitoSmtp(messaggio, impostazioni, contesto, oggetti, risultato, account.vSenderAddress,
-                    {kAperturaConBianco, messaggio.vMailAttachment, oggetto});
+  RegistraEsitoDaAccount(
+      messaggio, impostazioni, contesto, oggetti, [&] { return Riuscito(risultato); },
+      [&] { return MotivoSmtp(oggetti, risultato); }, account.vSenderAddress,
+      {kAperturaConBianco, messaggio.vMailAttachment, oggetto});
 }
 
 }  // namespace

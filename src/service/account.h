@@ -18,7 +18,7 @@ struct Account {
   bool vDisableNotifyDelivery = false;
   bool vDisableNotifyRead = false;
 
-  std::string SmtpServer;  // not empty: an account is loaded
+  std::string SmtpServer;  // not empty: an account is loaded; a sender that was chosen may be without one
   std::int16_t SmtpPorta = 0;
   std::int16_t SmtpTimeout = 0;
   std::string SmtpUtente;
@@ -31,6 +31,8 @@ struct Account {
   bool UsaMittenteScelto = false;  // a channel with an account takes it from vMittente; never cleared
   std::int16_t IdMittenteDiretto = 0;
 
+  /// Whether there is an account with a server, which need not be loaded again. Only a channel that delivers
+  /// through that server ends without one.
   [[nodiscard]] bool Caricato() const { return !SmtpServer.empty(); }
 };
 

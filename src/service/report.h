@@ -59,4 +59,14 @@ std::shared_ptr<Tipo> CreaPerIlCanale(host::Ambiente& ambiente,
   return RiferisciErrori(ambiente, manca, [&] { return (ambiente.*crea)(); });
 }
 
+/// The object of one message, as CreaPerIlCanale makes it, and the observer is told that this channel begins
+/// to fill it.
+template <class Tipo>
+std::shared_ptr<Tipo> IniziaConsegna(host::Ambiente& ambiente, kvEnum_ServizioMail canale,
+                                     std::shared_ptr<Tipo> (host::Ambiente::*crea)(), const char* nome) {
+  auto oggetto = CreaPerIlCanale(ambiente, crea, nome);
+  Riferisci(ambiente, &Osservatore::ConsegnaIniziata, canale);
+  return oggetto;
+}
+
 }  // namespace orve
