@@ -7,6 +7,8 @@
 #include <utility>
 
 #include "orve-mailserver/host/ambiente.h"
+#include "orve-mailserver/host/osservatore_invio.h"
+#include "orve-mailserver/service/enumerazioni.h"
 #include "service/guards.h"
 
 namespace orve {

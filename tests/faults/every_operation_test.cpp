@@ -8,14 +8,19 @@
 //
 // The tables are what the system promises, and were written from that and not from what it does. For a new
 // send `./dev faults NAME` (ORVE_FAULTS=skeleton) writes the operations alone, each with an outcome that
-// fails until a person says what is promised.
+// fails until a person says what is promised; `./dev faults NAME LIKE` (ORVE_FAULTS_LIKE) takes the promises
+// of another table for the operations that both have.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
+#include <istream>
 #include <map>
 #include <set>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -41,9 +46,7 @@ struct Tabella {
 };
 
 // "[outcome]" and lines up to an empty one; then, after "operations:", "operation => outcome".
-Tabella Leggi(const std::string& nome) {
-  std::ifstream file(PercorsoDi(nome));
-  if (!file) ADD_FAILURE() << "no table " << nome;
+Tabella Leggi(std::istream& file, const std::string& nome) {
   Tabella tabella;
   std::string esito;
   bool operazioni = false;
@@ -66,16 +69,64 @@ Tabella Leggi(const std::string& nome) {
   return tabella;
 }
 
-/// A table in which nothing is promised yet.
+Tabella Leggi(const std::string& nome) {
+  std::ifstream file(PercorsoDi(nome));
+  if (!file) ADD_FAILURE() << "no table " << nome;
+  return Leggi(file, nome);
+}
+
+constexpr const char* kNonPromesso = "TODO";
+
+/// The rows of a new table: what the similar one promises for an operation that is in it, by the same words,
+/// and no promise for the others.
+std::vector<std::pair<std::string, std::string>> RigheCome(const Tabella& simile,
+                                                           const std::vector<std::string>& operazioni) {
+  const std::map<std::string, std::string> promesse(simile.operazioni.begin(), simile.operazioni.end());
+  std::vector<std::pair<std::string, std::string>> righe;
+  const auto aggiungi = [&](const std::string& operazione) {
+    const auto promessa = promesse.find(operazione);
+    righe.emplace_back(operazione, promessa == promesse.end() ? kNonPromesso : promessa->second);
+  };
+  aggiungi(kNessuna);
+  for (const std::string& operazione : operazioni) aggiungi(operazione);
+  return righe;
+}
+
+std::string Scheletro(const Tabella& simile, const std::vector<std::string>& operazioni) {
+  const auto righe = RigheCome(simile, operazioni);
+  std::string testo = "# TODO: which send this is.\n\n";
+  std::set<std::string> scritti = {kNonPromesso};
+  for (const auto& [operazione, esito] : righe) {
+    if (scritti.insert(esito).second) testo += "[" + esito + "]\n" + simile.esiti.at(esito) + "\n";
+  }
+  testo +=
+      "# TODO: the outcomes, each with its name in brackets and what is seen of it below, up to an empty "
+      "line.\n\noperations:\n";
+  for (const auto& [operazione, esito] : righe) testo.append(operazione).append(" => ").append(esito) += "\n";
+  return testo;
+}
+
+/// The operations without a promise, a line for each object.
+std::string DaPromettere(const Tabella& tabella) {
+  std::map<std::string, std::string> membri;
+  for (const auto& [operazione, esito] : tabella.operazioni) {
+    if (esito != kNonPromesso) continue;
+    const std::size_t punto = std::min(operazione.find('.'), operazione.size());
+    membri[operazione.substr(0, punto)] +=
+        "\n    " + operazione.substr(std::min(punto + 1, operazione.size()));
+  }
+  std::string testo;
+  for (const auto& [oggetto, elenco] : membri) testo += "  " + oggetto + elenco + "\n";
+  return testo;
+}
+
 void ScriviScheletro(const std::string& nome, const std::vector<std::string>& operazioni) {
+  const char* const come = std::getenv("ORVE_FAULTS_LIKE");
+  const Tabella simile = come == nullptr || *come == '\0' ? Tabella{} : Leggi(come);
+  std::istringstream scheletro(Scheletro(simile, operazioni));
   std::ofstream file(PercorsoDi(nome));
-  file << "# TODO: which send this is.\n\n"
-          "# TODO: the outcomes, each with its name in brackets and what is seen of it below, up to an empty "
-          "line.\n\n"
-          "operations:\n"
-       << kNessuna << " => TODO\n";
-  for (const std::string& operazione : operazioni) file << operazione << " => TODO\n";
-  if (!file.flush()) ADD_FAILURE() << "cannot write " << PercorsoDi(nome);
+  if (!(file << scheletro.str()).flush()) ADD_FAILURE() << "cannot write " << PercorsoDi(nome);
+  std::cout << "without a promise:\n" << DaPromettere(Leggi(scheletro, nome));
 }
 
 std::string Unite(const std::vector<std::string>& righe) {
@@ -137,6 +188,23 @@ TEST_P(EveryOperation, ThatFailsAndCannotBeToldRaisesNothingFromTheSend) {
     taciuto = taciuto || corsa.visto != Corri(scena, i).visto;
   }
   EXPECT_TRUE(taciuto) << "no failure was to be told";
+}
+
+TEST(FaultTables, ANewOneTakesFromASimilarOneWhatBothHaveAndListsTheRest) {
+  std::istringstream altra(
+      "# A send.\n\n[delivered]\npartito\nstato 0\n\n[no service]\nnon partito\n\n[late]\nstato "
+      "2\n\noperations:\n"
+      "(no failure) => delivered\nAmbiente.CreaMessaggi => no service\nsmtp.SendMail => late\n");
+  const std::string scheletro = Scheletro(
+      Leggi(altra, "altra"), {"Ambiente.CreaMessaggi", "fax.Open 1", "fax.Close", "Ambiente.CreaFax"});
+  EXPECT_EQ(
+      scheletro,
+      "# TODO: which send this is.\n\n[delivered]\npartito\nstato 0\n\n[no service]\nnon partito\n\n"
+      "# TODO: the outcomes, each with its name in brackets and what is seen of it below, up to an empty "
+      "line.\n\noperations:\n(no failure) => delivered\nAmbiente.CreaMessaggi => no service\n"
+      "fax.Open 1 => TODO\nfax.Close => TODO\nAmbiente.CreaFax => TODO\n");
+  std::istringstream nuova(scheletro);
+  EXPECT_EQ(DaPromettere(Leggi(nuova, "nuova")), "  Ambiente\n    CreaFax\n  fax\n    Open 1\n    Close\n");
 }
 
 TEST(FaultTables, BelongToASendEach) {
