@@ -89,6 +89,7 @@ TEST(TrattiDeiCanali, StandOnEveryPageThatTellsOfTheChannels) {
        R"(^\|[^|]*\| (?:the )?channels? ([\d, and]+))"},
       {"com/LEGGIMI.txt", "\nChe cosa serve per inviare", "\nQualunque sia il canale",
        R"(^  (\d+(, \d+)*)  +\S)"},
+      {"apps/orve-mail/orve-mail.1.in", "\n.SH CANALI", "\n.SH ", R"(^\.B (\d[\d, ]*)$)", true},
   };
   for (const Pagina& pagina : pagine) {
     const auto numeri = NumeriSulla(pagina);

@@ -116,7 +116,7 @@ std::string DaPromettere(const Tabella& tabella) {
         "\n    " + operazione.substr(std::min(punto + 1, operazione.size()));
   }
   std::string testo;
-  for (const auto& [oggetto, elenco] : membri) testo += "  " + oggetto + elenco + "\n";
+  for (const auto& [oggetto, elenco] : membri) testo.append("  ").append(oggetto).append(elenco) += "\n";
   return testo;
 }
 
