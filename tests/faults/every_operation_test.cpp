@@ -75,7 +75,7 @@ Tabella Leggi(const std::string& nome) {
   return Leggi(file, nome);
 }
 
-constexpr const char* kNonPromesso = "TODO";
+constexpr const char* kNonPromesso = "not promised yet";
 
 /// The rows of a new table: what the similar one promises for an operation that is in it, by the same words,
 /// and no promise for the others.
@@ -94,13 +94,14 @@ std::vector<std::pair<std::string, std::string>> RigheCome(const Tabella& simile
 
 std::string Scheletro(const Tabella& simile, const std::vector<std::string>& operazioni) {
   const auto righe = RigheCome(simile, operazioni);
-  std::string testo = "# TODO: which send this is.\n\n";
+  std::string testo = "# A send that nobody has described yet.\n\n";
   std::set<std::string> scritti = {kNonPromesso};
   for (const auto& [operazione, esito] : righe) {
     if (scritti.insert(esito).second) testo += "[" + esito + "]\n" + simile.esiti.at(esito) + "\n";
   }
   testo +=
-      "# TODO: the outcomes, each with its name in brackets and what is seen of it below, up to an empty "
+      "# Here belong the other outcomes, each with its name in brackets and what is seen of it below, up to "
+      "an empty "
       "line.\n\noperations:\n";
   for (const auto& [operazione, esito] : righe) testo.append(operazione).append(" => ").append(esito) += "\n";
   return testo;
@@ -197,12 +198,14 @@ TEST(FaultTables, ANewOneTakesFromASimilarOneWhatBothHaveAndListsTheRest) {
       "(no failure) => delivered\nAmbiente.CreaMessaggi => no service\nsmtp.SendMail => late\n");
   const std::string scheletro = Scheletro(
       Leggi(altra, "altra"), {"Ambiente.CreaMessaggi", "fax.Open 1", "fax.Close", "Ambiente.CreaFax"});
-  EXPECT_EQ(
-      scheletro,
-      "# TODO: which send this is.\n\n[delivered]\npartito\nstato 0\n\n[no service]\nnon partito\n\n"
-      "# TODO: the outcomes, each with its name in brackets and what is seen of it below, up to an empty "
-      "line.\n\noperations:\n(no failure) => delivered\nAmbiente.CreaMessaggi => no service\n"
-      "fax.Open 1 => TODO\nfax.Close => TODO\nAmbiente.CreaFax => TODO\n");
+  EXPECT_EQ(scheletro,
+            "# A send that nobody has described yet.\n\n[delivered]\npartito\nstato 0\n\n[no service]\nnon "
+            "partito\n\n"
+            "# Here belong the other outcomes, each with its name in brackets and what is seen of it below, "
+            "up to an empty "
+            "line.\n\noperations:\n(no failure) => delivered\nAmbiente.CreaMessaggi => no service\n"
+            "fax.Open 1 => not promised yet\nfax.Close => not promised yet\nAmbiente.CreaFax => not promised "
+            "yet\n");
   std::istringstream nuova(scheletro);
   EXPECT_EQ(DaPromettere(Leggi(nuova, "nuova")), "  Ambiente\n    CreaFax\n  fax\n    Open 1\n    Close\n");
 }
